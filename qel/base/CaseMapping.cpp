@@ -1,0 +1,95 @@
+#include "qel/base/CaseMapping.h"
+
+#include <algorithm>
+#include <cstddef>
+#include <cstdint>
+#include <iterator>
+
+namespace qel {
+namespace {
+
+/// Every `stride`-th character from `first` to `last` maps to the one `delta` away.
+struct CaseRange {
+  char32_t first;
+  char32_t last;
+  std::int32_t stride;
+  std::int32_t delta;
+};
+
+struct CodeRange {
+  char32_t first;
+  char32_t last;
+};
+
+#include "qel/base/UnicodeTables.inc"
+
+template <class Range, std::size_t Size>
+const Range* find_range(const Range (&ranges)[Size], char32_t character) {
+  const auto found = std::lower_bound(
+      std::begin(ranges), std::end(ranges), character,
+      [](const Range& range, char32_t wanted) { return range.last < wanted; });
+  return found != std::end(ranges) && found->first <= character ? found : nullptr;
+}
+
+template <std::size_t Size>
+char32_t map_case(const CaseRange (&ranges)[Size], char32_t character) {
+  const CaseRange* range = find_range(ranges, character);
+  if (range == nullptr) return character;
+  if ((character - range->first) % static_cast<char32_t>(range->stride) != 0) return character;
+  return static_cast<char32_t>(static_cast<std::int32_t>(character) + range->delta);
+}
+
+/// Maps each character; a mapping never leaves its plane, so a pair stays a pair.
+template <class Mapping>
+std::u16string map_text(std::u16string_view text, Mapping mapping) {
+  std::u16string mapped(text);
+  for (std::size_t i = 0; i < mapped.size(); ++i) {
+    const char32_t unit = mapped[i];
+    const bool pair = (unit & 0xFC00U) == 0xD800U && i + 1 < mapped.size() &&
+                      (mapped[i + 1] & 0xFC00U) == 0xDC00U;
+    if (!pair) {
+      mapped[i] = static_cast<char16_t>(mapping(unit));
+      continue;
+    }
+    const char32_t offset = mapping(0x10000U + ((unit - 0xD800U) << 10U) +
+                                    (static_cast<char32_t>(mapped[i + 1]) - 0xDC00U)) -
+                            0x10000U;
+    mapped[i] = static_cast<char16_t>(0xD800U + (offset >> 10U));
+    mapped[++i] = static_cast<char16_t>(0xDC00U + (offset & 0x3FFU));
+  }
+  return mapped;
+}
+
+}  // namespace
+
+char32_t to_lower(char32_t character) {
+  if (character < 0x80) {
+    return character >= U'A' && character <= U'Z' ? character + 32 : character;
+  }
+  return map_case(lower_ranges, character);
+}
+
+char32_t to_upper(char32_t character) {
+  if (character < 0x80) {
+    return character >= U'a' && character <= U'z' ? character - 32 : character;
+  }
+  return map_case(upper_ranges, character);
+}
+
+std::u16string to_lower(std::u16string_view text) {
+  return map_text(text, [](char32_t character) { return to_lower(character); });
+}
+
+std::u16string to_upper(std::u16string_view text) {
+  return map_text(text, [](char32_t character) { return to_upper(character); });
+}
+
+bool equal_ignoring_case(std::u16string_view left, std::u16string_view right) {
+  return left.size() == right.size() && to_lower(left) == to_lower(right);
+}
+
+bool is_punctuation(char32_t character) {
+  return find_range(punctuation_ranges, character) != nullptr;
+}
+
+}  // namespace qel

@@ -1,0 +1,23 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+
+namespace qel {
+
+/// Simple, one-to-one case mappings of the Unicode character database, the same on every system and
+/// whatever the locale. A character without such a mapping maps to itself.
+char32_t to_lower(char32_t character);
+char32_t to_upper(char32_t character);
+
+/// The text with each character mapped; the length in code units stays the same.
+std::u16string to_lower(std::u16string_view text);
+std::u16string to_upper(std::u16string_view text);
+
+/// Whether the texts are equal but for case.
+bool equal_ignoring_case(std::u16string_view left, std::u16string_view right);
+
+/// Punctuation or a symbol: a character that is neither letter, mark, number nor blank.
+bool is_punctuation(char32_t character);
+
+}  // namespace qel

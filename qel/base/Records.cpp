@@ -1,0 +1,111 @@
+#include "qel/base/Records.h"
+
+#include <array>
+#include <charconv>
+#include <cmath>
+#include <limits>
+
+#include "qel/base/CaseMapping.h"
+
+namespace qel::records {
+namespace {
+
+std::u16string_view without_blanks_around(std::u16string_view text) {
+  constexpr std::u16string_view blanks = u" \t";
+  const std::size_t first = text.find_first_not_of(blanks);
+  if (first == std::u16string_view::npos) return {};
+  return text.substr(first, text.find_last_not_of(blanks) - first + 1);
+}
+
+template <class Number>
+std::u16string shortest(Number value) {
+  std::array<char, 64> digits{};
+  const auto end = std::to_chars(digits.data(), digits.data() + digits.size(), value).ptr;
+  return {digits.data(), end};
+}
+
+}  // namespace
+
+std::vector<std::u16string_view> split(std::u16string_view text, std::u16string_view separator) {
+  std::vector<std::u16string_view> pieces;
+  if (text.empty()) return pieces;
+  std::size_t begin = 0;
+  for (std::size_t hit = 0; (hit = text.find(separator, begin)) != std::u16string_view::npos;) {
+    pieces.push_back(text.substr(begin, hit - begin));
+    begin = hit + separator.size();
+  }
+  pieces.push_back(text.substr(begin));
+  return pieces;
+}
+
+std::vector<std::u16string_view> split(std::u16string_view text, std::u16string_view separator,
+                                       std::size_t count) {
+  auto pieces = split(text, separator);
+  pieces.resize(count);
+  return pieces;
+}
+
+std::optional<double> to_number(std::u16string_view text) {
+  text = without_blanks_around(text);
+  if (!text.empty() && text.front() == u'+') {
+    text.remove_prefix(1);
+    if (!text.empty() && text.front() == u'-') return {};
+  }
+  if (text.empty() || text.find_first_not_of(u"0123456789+-.eE") != std::u16string_view::npos) {
+    return {};
+  }
+  const std::string ascii(text.begin(), text.end());
+  double value = 0;
+  const auto [end, error] = std::from_chars(ascii.data(), ascii.data() + ascii.size(), value);
+  if (error != std::errc() || end != ascii.data() + ascii.size()) return {};
+  return value;
+}
+
+std::optional<float> to_single(std::u16string_view text) {
+  const auto value = to_number(text);
+  if (!value || std::abs(*value) > std::numeric_limits<float>::max()) return {};
+  return static_cast<float>(*value);
+}
+
+std::optional<std::int16_t> to_integer16(std::u16string_view text) {
+  const auto value = to_number(text);
+  if (!value) return {};
+  const double rounded = std::nearbyint(*value);
+  if (rounded < std::numeric_limits<std::int16_t>::min() ||
+      rounded > std::numeric_limits<std::int16_t>::max()) {
+    return {};
+  }
+  return static_cast<std::int16_t>(rounded);
+}
+
+std::optional<bool> to_boolean(std::u16string_view text) {
+  const std::u16string word = to_lower(without_blanks_around(text));
+  if (word == u"true") return true;
+  if (word == u"false") return false;
+  const auto number = to_number(text);
+  if (!number) return {};
+  return *number != 0;
+}
+
+std::u16string from_integer(std::int64_t value) { return shortest(value); }
+
+namespace {
+
+template <class Field, class Value>
+void assign(Field& field, const std::optional<Value>& value) {
+  if (value) field = *value;
+}
+
+}  // namespace
+
+void read(std::u16string& field, std::u16string_view text) { field = text; }
+void read(float& field, std::u16string_view text) { assign(field, to_single(text)); }
+void read(std::int16_t& field, std::u16string_view text) { assign(field, to_integer16(text)); }
+void read(bool& field, std::u16string_view text) { assign(field, to_boolean(text)); }
+
+std::u16string_view write(const std::u16string& field) { return field; }
+std::u16string write(float field) { return shortest(field); }
+std::u16string write(std::int16_t field) { return shortest(field); }
+std::u16string_view write(bool field) { return field ? u"True" : u"False"; }
+
+}  // namespace qel::records

@@ -1,0 +1,42 @@
+#pragma once
+
+#include <memory>
+
+#include "qel/platform/Platform.h"
+
+/// What the component keeps per thread: the platform in use, and the surface and the box that
+/// conversions work with. No other data outlives the objects of a host.
+namespace qel::Common {
+
+/// The platform of this thread: the one last set, or the embedded one.
+const platform::Platform& current_platform();
+/// Sets this thread's platform; nothing goes back to the embedded one.
+void set_platform(std::shared_ptr<const platform::Platform> platform);
+
+/// Publishes the surface on which `QELToRTF` measures fonts and the box that `RTFToQEL` and
+/// `SimpleRTF` load text into. The last publication of a thread wins. The slots do not own: one whose
+/// object has gone reads as empty.
+void publish(const std::shared_ptr<platform::MeasuringSurface>& surface,
+             const std::shared_ptr<platform::RichEdit>& converter);
+
+/// The published objects; nothing where none was published or it has gone.
+std::shared_ptr<platform::MeasuringSurface> measuring_surface();
+std::shared_ptr<platform::RichEdit> conversion_box();
+
+/// Both slots filled with objects of the embedded platform for as long as this lives: what a program
+/// without any control needs in order to convert. Afterwards they hold again what they held before.
+class ConversionSlots {
+ public:
+  ConversionSlots();
+  ConversionSlots(const ConversionSlots&) = delete;
+  ConversionSlots& operator=(const ConversionSlots&) = delete;
+  ~ConversionSlots();
+
+ private:
+  std::shared_ptr<platform::MeasuringSurface> surface_;
+  std::shared_ptr<platform::RichEdit> converter_;
+  std::weak_ptr<platform::MeasuringSurface> previous_surface_;
+  std::weak_ptr<platform::RichEdit> previous_converter_;
+};
+
+}  // namespace qel::Common

@@ -1,0 +1,19 @@
+#pragma once
+
+#include <memory>
+
+#include "qel/platform/Platform.h"
+
+namespace qel::embedded {
+
+/// The platform without any window: everything lives in memory, and every answer is the same on
+/// every system. Offers rich edit boxes (`embedded::RichEdit`), a measuring surface that knows the
+/// common symbol fonts by name, and the classic system colours.
+class EmbeddedPlatform : public platform::Platform {
+ public:
+  const platform::SystemColors& system_colors() const override;
+  std::shared_ptr<platform::RichEdit> create_rich_edit() const override;
+  std::shared_ptr<platform::MeasuringSurface> create_measuring_surface() const override;
+};
+
+}  // namespace qel::embedded

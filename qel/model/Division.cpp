@@ -1,0 +1,89 @@
+#include "qel/model/Division.h"
+
+#include <cstddef>
+#include <string_view>
+#include <utility>
+
+#include "qel/base/CaseMapping.h"
+#include "qel/model/WordCollection.h"
+
+namespace qel::division {
+namespace {
+
+/// Cuts the segment in which `boundary` falls, unless it is that segment's end.
+void cut_at(SegmentCollection& segments, std::int32_t boundary, bool cut_at_beginning) {
+  if (boundary < 0) return;
+  std::int32_t total = 0;
+  std::int32_t index = 0;
+  for (const auto& segment : segments) {
+    ++index;
+    total += segment->length();
+    if (total < boundary) continue;
+    const std::int32_t kept = boundary - (total - segment->length());
+    if (kept == segment->length() || (kept == 0 && !cut_at_beginning)) return;
+    segments.insert(segment->split_off(kept), index + 1);
+    return;
+  }
+}
+
+enum class Kind { blank, number, punctuation, letter };
+
+bool is_digit(char16_t character) { return character >= u'0' && character <= u'9'; }
+
+/// A point or comma between two digits belongs to the number, as in "1,000.5".
+bool is_in_number(std::u16string_view text, std::size_t at) {
+  if (is_digit(text[at])) return true;
+  return (text[at] == u'.' || text[at] == u',') && at > 0 && at + 1 < text.size() &&
+         is_digit(text[at - 1]) && is_digit(text[at + 1]);
+}
+
+Kind kind_at(std::u16string_view text, std::size_t at, Pieces pieces) {
+  if (is_word_blank(text[at])) return Kind::blank;
+  if (pieces >= Pieces::numbers && is_in_number(text, at)) return Kind::number;
+  if (pieces >= Pieces::punctuation && is_punctuation(text[at])) return Kind::punctuation;
+  return Kind::letter;
+}
+
+}  // namespace
+
+void divide(SegmentCollection& segments, std::int32_t start, std::int32_t length) {
+  cut_at(segments, start, false);
+  cut_at(segments, start + length, true);
+}
+
+Span find_span(const SegmentCollection& segments, std::int32_t start, std::int32_t length) {
+  Span span;
+  std::int32_t total = 0;
+  std::int32_t inside = 0;
+  std::int32_t index = 0;
+  for (const auto& segment : segments) {
+    ++index;
+    if (span.first == 0 && total == start) span = {index, index};
+    total += segment->length();
+    if (span.first == 0) continue;
+    inside += segment->length();
+    if (inside == length) {
+      span.last = index;
+      break;
+    }
+  }
+  return span;
+}
+
+void divide_words(SegmentCollection& segments, Pieces pieces) {
+  SegmentCollection divided;
+  for (std::shared_ptr<Segment> segment : segments) {
+    const std::u16string_view text = segment->get_Text();
+    std::size_t begin = 0;
+    for (std::size_t at = 1; at < text.size(); ++at) {
+      if (kind_at(text, at, pieces) == kind_at(text, at - 1, pieces)) continue;
+      auto rest = segment->split_off(static_cast<std::int32_t>(at - begin));
+      divided.append(std::exchange(segment, std::move(rest)));
+      begin = at;
+    }
+    divided.append(std::move(segment));
+  }
+  segments = std::move(divided);
+}
+
+}  // namespace qel::division

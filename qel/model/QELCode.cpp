@@ -1,0 +1,94 @@
+#include "qel/model/QELCode.h"
+
+#include <cstddef>
+
+namespace qel {
+namespace {
+
+bool is_one_of(char16_t character, std::u16string_view set) {
+  return set.find(character) != std::u16string_view::npos;
+}
+
+bool is_toggle_digit(char16_t digit) { return digit == u'0' || digit == u'1'; }
+bool is_digit(char16_t digit) { return digit >= u'0' && digit <= u'9'; }
+bool is_index_letter(char16_t letter) { return letter == u'f' || letter == u'y'; }
+
+// Small capitals are missing here, unlike in the set of sfAll, and stay missing.
+constexpr std::u16string_view formatting_letters = u"biufypskt";
+
+bool is_any_code(char16_t letter, char16_t digit) {
+  if (is_toggle_digit(digit)) return is_one_of(letter, u"biupsckfyt");
+  return is_digit(digit) && is_index_letter(letter);
+}
+
+bool is_index_or_toggle(char16_t index_letter, char16_t letter, char16_t digit) {
+  return letter == index_letter ? is_digit(digit) : is_toggle_digit(digit);
+}
+
+bool is_formatting_code(char16_t letter, char16_t digit) {
+  if (!is_one_of(letter, formatting_letters)) return false;
+  return is_index_letter(letter) ? is_digit(digit) : is_toggle_digit(digit);
+}
+
+bool is_on_code(char16_t letter, char16_t digit) {
+  if (!is_one_of(letter, formatting_letters)) return false;
+  return digit == u'1' || (is_index_letter(letter) && digit >= u'2' && digit <= u'9');
+}
+
+bool is_escapable(char16_t letter, char16_t digit) {
+  if (is_index_letter(letter)) return is_digit(digit);
+  return is_one_of(letter, u"biupskt") && is_toggle_digit(digit);
+}
+
+}  // namespace
+
+bool IsQELCode(std::u16string_view Text, std::int32_t Flags) {
+  if (Text.size() < 3 || Text.front() != u'/') return false;
+  if (Text == u"/nl") return true;
+  const char16_t letter = Text[1];
+  const char16_t digit = Text.back();
+  switch (Flags) {
+    case sfAll:
+      return is_any_code(letter, digit);
+    case sfFormatting:
+      return is_formatting_code(letter, digit);
+    case sfColor:
+      return is_index_or_toggle(u'y', letter, digit);
+    case sfFont:
+      return is_index_or_toggle(u'f', letter, digit);
+    case sfOnCode:
+      return is_on_code(letter, digit);
+    case sfOffCode:
+      return is_one_of(letter, formatting_letters) && digit == u'0';
+    default:
+      return false;
+  }
+}
+
+std::u16string protect_escaped_codes(std::u16string text) {
+  // The placeholder is as long as the escaped code, so the text is changed in place.
+  for (std::size_t hit = text.find(u"~/"); hit != std::u16string::npos;
+       hit = text.find(u"~/", hit + 1)) {
+    if (hit + 3 >= text.size() || !is_escapable(text[hit + 2], text[hit + 3])) continue;
+    text[hit] = u'<';
+    text[hit + 1] = text[hit + 2];
+    text[hit + 2] = text[hit + 3];
+    text[hit + 3] = u']';
+  }
+  return text;
+}
+
+std::u16string restore_escaped_codes(std::u16string text) {
+  for (std::size_t hit = text.find(u'<'); hit != std::u16string::npos;
+       hit = text.find(u'<', hit + 1)) {
+    if (hit + 3 >= text.size()) break;
+    if (text[hit + 3] != u']' || !is_escapable(text[hit + 1], text[hit + 2])) continue;
+    text[hit + 3] = text[hit + 2];
+    text[hit + 2] = text[hit + 1];
+    text[hit + 1] = u'/';
+    text[hit] = u'~';
+  }
+  return text;
+}
+
+}  // namespace qel

@@ -1,0 +1,50 @@
+#pragma once
+
+#include <cstdint>
+#include <memory>
+#include <string_view>
+#include <vector>
+
+#include "qel/model/Segment.h"
+
+namespace qel {
+
+/// The ordered list of the segments of a text. Positions are one-based. Segments handed out are
+/// shared with the caller; nothing is an empty pointer.
+class SegmentCollection {
+ public:
+  /// Appends a new segment with a copy of `style`; nothing when memory ran out.
+  std::shared_ptr<Segment> Add(std::u16string_view text, const iStyle& style);
+  std::int32_t Count() const { return count_; }
+  /// Position of that very object (not of an equal one), 0 when absent.
+  std::int32_t IndexOf(const std::shared_ptr<Segment>& FindSegment) const;
+  /// New segment at `Index`; nothing, and no change, unless `Index` is 1 to `Count`.
+  std::shared_ptr<Segment> InsertBefore(std::u16string_view text, const iStyle& style,
+                                        std::int32_t Index);
+  /// New segment at `Index` + 1; nothing, and no change, unless `Index` is 1 to `Count`.
+  std::shared_ptr<Segment> InsertAfter(std::u16string_view text, const iStyle& style,
+                                       std::int32_t Index);
+  void Clear();
+  /// The segment at `Index`; nothing unless `Index` is 1 to `Count`.
+  std::shared_ptr<Segment> Item(std::int32_t Index) const;
+  /// Takes the segment at `Index` out. A position of `Count` or more removes the last segment,
+  /// position 0 the first. A negative position, and any on an empty collection, raises error 9; on
+  /// an empty one `Count` is -1 from then on.
+  void Remove(std::int32_t Index);
+
+  /// Appends a segment as it is, shared with the caller.
+  void append(std::shared_ptr<Segment> segment);
+  /// Puts a segment, shared with the caller, at `Index` (1 to `Count` + 1).
+  void insert(std::shared_ptr<Segment> segment, std::int32_t Index);
+
+  /// The segments in order, for loops: slots 1 to `Count`.
+  auto begin() const { return slots_.begin() + 1; }
+  auto end() const { return slots_.end(); }
+
+ private:
+  // Slot 0 is there but never used, so that positions are indexes.
+  std::vector<std::shared_ptr<Segment>> slots_ = std::vector<std::shared_ptr<Segment>>(1);
+  std::int32_t count_ = 0;
+};
+
+}  // namespace qel

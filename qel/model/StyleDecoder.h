@@ -1,0 +1,131 @@
+#pragma once
+
+#include <cstdint>
+#include <memory>
+#include <string>
+#include <string_view>
+
+#include "qel/model/CustomCodes.h"
+#include "qel/model/QELCode.h"
+#include "qel/model/SegmentCollection.h"
+#include "qel/model/WordCollection.h"
+
+namespace qel {
+
+/// Flags of `GetQELText` and `GetQELTextv6`; they combine.
+enum OutputFlags : std::int32_t {
+  ofMarkup = 0,
+  ofPlainText = 1,       ///< the text without codes
+  ofWithoutIgnored = 2,  ///< leave runs in colour 1 out
+  ofWithoutHidden = 4,   ///< leave runs in colour 2 out
+  ofWithoutNote = 8,     ///< leave runs in colour 3 out
+  /// Write "/nl" (in plain text CR LF) where the decoded text had it. Without this flag line codes
+  /// are dropped, as decoding drops them from the runs.
+  ofLineCodes = 16,
+};
+
+/// Turns markup into styled segments and segments back into markup. Decoding never fails: what is
+/// not a code is text. Positions and lengths count visible characters in UTF-16 code units.
+class StyleDecoder {
+ public:
+  /// The markup of the segments: equal neighbours are written without codes between them, and the
+  /// last run closes everything. Line codes are not part of it.
+  std::u16string get_QELText() const;
+  /// Decodes `Text`, replacing the segments.
+  void put_QELText(std::u16string_view Text);
+  /// Decodes `Text` like the property. Options 1 to 3 then divide the segments, without any change
+  /// to the visible text or its styles: 1 between words and blanks, 2 also around numbers, 3 also
+  /// around punctuation. Any other value divides nothing.
+  void SetQELText(std::u16string_view Text, std::int32_t Options);
+
+  /// The decoder's own segments, shared with the caller.
+  std::shared_ptr<SegmentCollection> get_Segments() { return segments_; }
+  std::int32_t get_SegmentCount() const { return segments_->Count(); }
+  /// Text of the segment at the one-based `Index`; empty when there is none.
+  std::u16string SegmentText(std::int32_t Index) const;
+  /// The segment's own style record; nothing when there is no such segment.
+  std::shared_ptr<iStyle> SegmentStyle(std::int32_t Index) const;
+
+  static bool IsQELCode(std::u16string_view Text, std::int32_t Flags = sfAll) {
+    return qel::IsQELCode(Text, Flags);
+  }
+
+  // Further output forms. All of them turn placeholders back into escaped codes.
+
+  /// The text in the form that `Flags` (see `OutputFlags`) asks for. Trimming and the removal of
+  /// double blanks act on visible blanks, also across runs; codes stay.
+  std::u16string GetQELText(std::int32_t Flags, bool RemoveLeadingAndTrailingSpaces,
+                            bool RemoveDoubleSpaces) const;
+  /// The same in the older code set.
+  std::u16string GetQELTextv6(std::int32_t Flags, bool RemoveLeadingAndTrailingSpaces,
+                              bool RemoveDoubleSpaces) const;
+  std::u16string get_QELTextv6() const;
+  /// The markup without the runs in colour 1.
+  std::u16string get_QELTextWithoutIgnored() const;
+  /// The text without codes; its length is the sum of the segments' lengths.
+  std::u16string get_Text() const;
+
+  /// Sets the spelling of `TextCustom`: items "code=replacement" separated by TAB, "/nl" among the
+  /// codes. A code that is not listed writes nothing.
+  void SetCustomCodes(std::u16string_view Codes);
+  /// The text with the custom spelling of its codes and line codes. The characters of the text
+  /// are written as they are.
+  std::u16string get_TextCustom() const;
+  /// The codes that switch `Style` on or off, spelled as `Codes` says (items as in
+  /// `SetCustomCodes`), or in markup when `Codes` is empty.
+  std::u16string OnCodes(const iStyle& Style, std::u16string_view Codes = {}) const;
+  std::u16string OffCodes(const iStyle& Style, std::u16string_view Codes = {}) const;
+  /// As `OffCodes`, but an empty `Codes` means the spelling set with `SetCustomCodes`.
+  std::u16string CustomOffCodes(const iStyle& Style, std::u16string_view Codes = {}) const;
+
+  // Spans. `SelStart` is the number of characters before the span.
+
+  /// Cuts segments so that boundaries fall exactly at the edges of the span. An edge beyond the
+  /// text, or before it, cuts nothing.
+  void DivideSegmentsGivenSelStartAndLength(std::int16_t SelStart, std::int16_t SelLength);
+  /// Divides, then returns the one-based position of the span's first segment, 0 when no segment
+  /// begins there, and sets `LastIndex` to that of its last. Without a segment that ends where the
+  /// span does, `LastIndex` is the first; without a first segment it is left alone.
+  std::int16_t GetSegmentIndexGivenStartAndLength(std::int16_t SelStart, std::int16_t SelLength,
+                                                  std::int16_t& LastIndex);
+  /// Divides, then returns the span's first segment; nothing when no segment begins there.
+  std::shared_ptr<Segment> GetSegmentGivenStartAndLength(std::int16_t SelStart,
+                                                         std::int16_t SelLength);
+  /// Divides, then gives every segment inside the span a copy of `Style` (all that a style's record
+  /// text carries). A span that reaches beyond the text is cut to it.
+  void ApplyStyleToText(std::int16_t SelStart, std::int16_t SelLength, const iStyle& Style);
+  /// Divides, then switches one attribute (see `TextAttribute`) of every segment inside the span.
+  void ApplyAttributeToSegmentedText(std::int16_t SelStart, std::int16_t SelLength,
+                                     std::int32_t Attribute, bool Value);
+
+  // Words: maximal runs of characters that are not blank. They are taken when first asked for after
+  // a text was set or divided; positions are one-based.
+
+  std::shared_ptr<WordCollection> get_Words() const;
+  std::int32_t get_WordCount() const { return get_Words()->Count(); }
+  /// Empty when there is no such word.
+  std::u16string WordText(std::int32_t Index) const;
+  /// How many segments the word lies in; 0 when there is no such word.
+  std::int32_t WordSegmentCount(std::int32_t Index) const;
+  /// The word's `SegmentNumber`-th segment; nothing when there is none.
+  std::shared_ptr<Segment> WordSegment(std::int32_t Index, std::int32_t SegmentNumber) const;
+  /// Where that segment stands in `Segments`; 0 when there is none.
+  std::int32_t WordSegmentIndex(std::int32_t Index, std::int32_t SegmentNumber) const;
+
+  // Each of these decodes `Text`, leaves it in the decoder, and returns its markup without the
+  // visible blanks, or the punctuation, at one end or both. Codes stay.
+
+  std::u16string TrimStr(std::u16string_view Text);
+  std::u16string LTrimStr(std::u16string_view Text);
+  std::u16string RTrimStr(std::u16string_view Text);
+  std::u16string RemoveLeadingPunctuation(std::u16string_view Text);
+  std::u16string RemoveTrailingPunctuation(std::u16string_view Text);
+
+ private:
+  std::shared_ptr<SegmentCollection> segments_ = std::make_shared<SegmentCollection>();
+  std::int32_t line_codes_at_end_ = 0;
+  mutable std::shared_ptr<WordCollection> words_;
+  CustomCodes custom_codes_;
+};
+
+}  // namespace qel

@@ -1,0 +1,25 @@
+#pragma once
+
+#include <cstdint>
+#include <deque>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace qel {
+
+class iStyle;
+struct OutputForm;
+
+/// One run on its way to the output.
+struct Run {
+  std::u16string_view text;
+  const iStyle* style = nullptr;
+  std::int32_t line_codes_before = 0;
+};
+
+/// Takes away the visible characters that the form does not want. Every run stays, if only as an
+/// empty one, so that its codes do. `storage` holds the texts that are no longer parts of the old.
+void trim(std::vector<Run>& runs, const OutputForm& form, std::deque<std::u16string>& storage);
+
+}  // namespace qel

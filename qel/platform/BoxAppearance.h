@@ -1,0 +1,32 @@
+#pragma once
+
+#include <cstdint>
+#include <string>
+
+#include "qel/base/Color.h"
+
+namespace qel::platform {
+
+/// How a box looks and what it lets the user do. Positions and sizes are in the scale units of the
+/// surface that the box lies on.
+struct BoxAppearance {
+  std::int32_t left = 0;
+  std::int32_t top = 0;
+  std::int32_t width = 0;
+  std::int32_t height = 0;
+  bool visible = true;
+  bool enabled = true;
+  bool read_only = false;
+  bool multiline = true;
+  bool tab_stop = true;
+  std::int32_t scroll_bars = 0;  ///< 0 none, 1 horizontal, 2 vertical, 3 both
+  std::int32_t drag_mode = 0;    ///< 0 the host starts drags, 1 the box does
+  std::int32_t drop_mode = 1;    ///< 0 drops are refused, 1 the host handles them, 2 the box does
+  Color back_color = system_color(5);
+  std::u16string font_name = u"Arial";  ///< font of the box: that of text which names none
+  float font_size = 8;                  ///< in points
+
+  friend bool operator==(const BoxAppearance&, const BoxAppearance&) = default;
+};
+
+}  // namespace qel::platform

@@ -1,0 +1,59 @@
+#pragma once
+
+#include <cstdint>
+#include <optional>
+#include <string>
+
+#include "qel/base/Color.h"
+
+namespace qel::platform {
+
+/// The format of one character in a rich edit box.
+struct CharFormat {
+  bool bold = false;
+  bool italic = false;
+  bool underline = false;
+  bool strike_through = false;
+  std::int16_t offset = 0;  ///< in twips above the base line; negative below
+  Color color = 0;
+  std::u16string font_name = u"Arial";
+  float size = 8;  ///< in points
+
+  friend bool operator==(const CharFormat&, const CharFormat&) = default;
+};
+
+/// The format of a selection: each field is empty where the selection holds more than one value.
+struct MixedFormat {
+  std::optional<bool> bold;
+  std::optional<bool> italic;
+  std::optional<bool> underline;
+  std::optional<bool> strike_through;
+  std::optional<std::int16_t> offset;
+  std::optional<Color> color;
+  std::optional<std::u16string> font_name;
+  std::optional<float> size;
+
+  MixedFormat() = default;
+  /// The format of a selection in which every character has `format`.
+  explicit MixedFormat(const CharFormat& format);
+  /// Empties the fields in which `format` differs: it is part of the selection too.
+  void merge(const CharFormat& format);
+
+  friend bool operator==(const MixedFormat&, const MixedFormat&) = default;
+};
+
+/// What to change in the format of a selection: empty fields are left alone.
+struct FormatChange {
+  std::optional<bool> bold;
+  std::optional<bool> italic;
+  std::optional<bool> underline;
+  std::optional<bool> strike_through;
+  std::optional<std::int16_t> offset;
+  std::optional<Color> color;
+  std::optional<std::u16string> font_name;
+  std::optional<float> size;
+
+  void apply_to(CharFormat& format) const;
+};
+
+}  // namespace qel::platform

@@ -1,0 +1,30 @@
+#pragma once
+
+#include <cstdint>
+#include <memory>
+
+#include "qel/base/Color.h"
+#include "qel/platform/MeasuringSurface.h"
+#include "qel/platform/RichEdit.h"
+
+namespace qel::platform {
+
+/// The current values of the system's colours.
+class SystemColors {
+ public:
+  virtual ~SystemColors() = default;
+  /// The value of the colour with this index (5 window background, 8 window text, and so on);
+  /// 0 for an index that the system does not know.
+  virtual Color color(std::int32_t index) const = 0;
+};
+
+/// A windowing platform: it hands out what the library asks of one.
+class Platform {
+ public:
+  virtual ~Platform() = default;
+  virtual const SystemColors& system_colors() const = 0;
+  virtual std::shared_ptr<RichEdit> create_rich_edit() const = 0;
+  virtual std::shared_ptr<MeasuringSurface> create_measuring_surface() const = 0;
+};
+
+}  // namespace qel::platform

@@ -1,0 +1,128 @@
+#pragma once
+
+#include <cstdint>
+#include <functional>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <utility>
+
+#include "qel/platform/BoxAppearance.h"
+#include "qel/platform/BoxListener.h"
+#include "qel/platform/CharFormat.h"
+
+namespace qel::platform {
+
+/// What a box is asked about or told to replace.
+enum class Scope { document, selection };
+
+/// A part of the text: `start` counts from 0, both in UTF-16 code units.
+struct Range {
+  std::int32_t start = 0;
+  std::int32_t length = 0;
+
+  friend bool operator==(const Range&, const Range&) = default;
+};
+
+enum class Alignment : std::int32_t { left = 0, right = 1, center = 2 };
+
+/// A stretch of characters in one format. The references hold during the visit only.
+struct FormatRun {
+  std::int32_t start;  ///< position of its first character, from 0
+  std::u16string_view text;
+  const CharFormat& format;
+};
+
+/// Returns whether to go on with the next run.
+using RunVisitor = std::function<bool(const FormatRun&)>;
+
+/// One rich edit box. A platform implements the virtual members; the familiar ones below are written
+/// once on top of them. A paragraph break in the text is CR LF and takes two positions. Text may
+/// hold any character; RTF in a string may too. Out-of-range positions are moved to the nearest end.
+class RichEdit {
+ public:
+  RichEdit() = default;
+  RichEdit(const RichEdit&) = delete;
+  RichEdit& operator=(const RichEdit&) = delete;
+  virtual ~RichEdit() = default;
+
+  virtual std::u16string text(Scope scope) const = 0;
+  /// Replaces the text. A selection's new text takes its first character's format, a document's the
+  /// format at its beginning. The caret ends up behind new selection text, or at the beginning of a
+  /// new document. Lone CR and LF become paragraph breaks.
+  virtual void put_text(Scope scope, std::u16string_view text) = 0;
+
+  virtual std::u16string rtf(Scope scope) const = 0;
+  /// Replaces the content by that of the RTF, as far as it can be read; what is not RTF at all is
+  /// plain text. Text for which it gives no font or colour takes those at the beginning of the
+  /// document or selection.
+  virtual void put_rtf(Scope scope, std::u16string_view rtf) = 0;
+
+  virtual Range selection() const = 0;
+  virtual void select(Range range) = 0;
+
+  /// The format of the selected characters; of the next character typed when none is selected.
+  virtual MixedFormat format() const = 0;
+  virtual void change_format(const FormatChange& change) = 0;
+
+  /// The alignment of the selected paragraphs; empty where they differ.
+  virtual std::optional<Alignment> alignment() const = 0;
+  virtual void put_alignment(Alignment alignment) = 0;
+
+  /// Calls `visit` for the runs of equal format in order, beginning with the one that holds position
+  /// `from`. Neighbouring runs differ in format.
+  virtual void visit_runs(std::int32_t from, const RunVisitor& visit) const = 0;
+
+  virtual BoxAppearance appearance() const = 0;
+  virtual void put_appearance(const BoxAppearance& appearance) = 0;
+
+  /// Who is told of the box's events; null for nobody. The listener must outlive the box or be
+  /// taken away before it goes.
+  virtual void listen(BoxListener* listener) = 0;
+
+  // The familiar members.
+
+  std::u16string get_Text() const { return text(Scope::document); }
+  void put_Text(std::u16string_view value) { put_text(Scope::document, value); }
+  std::u16string get_TextRTF() const { return rtf(Scope::document); }
+  void put_TextRTF(std::u16string_view value) { put_rtf(Scope::document, value); }
+  std::u16string get_SelText() const { return text(Scope::selection); }
+  void put_SelText(std::u16string_view value) { put_text(Scope::selection, value); }
+  std::u16string get_SelRTF() const { return rtf(Scope::selection); }
+  void put_SelRTF(std::u16string_view value) { put_rtf(Scope::selection, value); }
+
+  std::int32_t get_SelStart() const { return selection().start; }
+  /// Puts the caret there; nothing is selected afterwards.
+  void put_SelStart(std::int32_t position) { select({position, 0}); }
+  std::int32_t get_SelLength() const { return selection().length; }
+  void put_SelLength(std::int32_t length) { select({selection().start, length}); }
+
+  /// Each of these reads empty where the selection holds more than one value.
+  std::optional<bool> get_SelBold() const { return format().bold; }
+  void put_SelBold(bool value) { change(&FormatChange::bold, value); }
+  std::optional<bool> get_SelItalic() const { return format().italic; }
+  void put_SelItalic(bool value) { change(&FormatChange::italic, value); }
+  std::optional<bool> get_SelUnderline() const { return format().underline; }
+  void put_SelUnderline(bool value) { change(&FormatChange::underline, value); }
+  std::optional<bool> get_SelStrikeThru() const { return format().strike_through; }
+  void put_SelStrikeThru(bool value) { change(&FormatChange::strike_through, value); }
+  /// In twips, positive raises.
+  std::optional<std::int16_t> get_SelCharOffset() const { return format().offset; }
+  void put_SelCharOffset(std::int16_t twips) { change(&FormatChange::offset, twips); }
+  std::optional<Color> get_SelColor() const { return format().color; }
+  void put_SelColor(Color color) { change(&FormatChange::color, color); }
+  std::optional<std::u16string> get_SelFontName() const { return format().font_name; }
+  void put_SelFontName(std::u16string_view name) { change(&FormatChange::font_name, std::u16string(name)); }
+  std::optional<float> get_SelFontSize() const { return format().size; }
+  void put_SelFontSize(float points) { change(&FormatChange::size, points); }
+
+ private:
+  template <class Value>
+  void change(std::optional<Value> FormatChange::*field, Value value) {
+    FormatChange change;
+    change.*field = std::move(value);
+    change_format(change);
+  }
+};
+
+}  // namespace qel::platform

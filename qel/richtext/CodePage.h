@@ -1,0 +1,61 @@
+#pragma once
+
+#include <array>
+#include <cstddef>
+#include <cstdint>
+#include <memory>
+#include <optional>
+#include <string>
+#include <string_view>
+
+namespace qel::richtext {
+
+/// The system's own conversion from a code page. One source file per system implements it.
+class SystemDecoder {
+ public:
+  /// `number` as in "\ansicpg": 932, 1251, 65001 and so on.
+  explicit SystemDecoder(int number);
+  SystemDecoder(const SystemDecoder&) = delete;
+  SystemDecoder& operator=(const SystemDecoder&) = delete;
+  ~SystemDecoder();
+
+  /// The characters that the bytes stand for; empty when they are not a whole sequence of valid
+  /// characters, or the system does not know the code page.
+  std::u16string decode(std::string_view bytes) const;
+
+ private:
+  struct Handle;
+  std::unique_ptr<Handle> handle_;
+};
+
+/// A code page that bytes of a document are read in.
+class CodePage {
+ public:
+  static constexpr int western = 1252;
+  /// Bytes of symbol fonts: they are glyph numbers and become the characters of the same number.
+  static constexpr int symbol = 42;
+
+  /// A code page that the system does not know is read as 1252.
+  explicit CodePage(int number);
+
+  /// How many bytes a character takes that begins with this one (1 to 4).
+  std::size_t length_from(std::uint8_t first_byte) const;
+  /// The characters that a whole sequence stands for. Bytes that are no character of the code page
+  /// are read in 1252 one by one, so nothing is lost.
+  std::u16string decode(std::string_view bytes) const;
+
+ private:
+  int number_;
+  std::unique_ptr<SystemDecoder> system_;
+  std::array<char16_t, 128> high_half_ = {};
+};
+
+/// Code page 1252, whose five unassigned bytes stand for the control characters of their number.
+char16_t decode_western(std::uint8_t byte);
+/// The byte of a character; empty when the code page does not have it.
+std::optional<std::uint8_t> encode_western(char16_t character);
+
+/// The code page of a font's character set number ("\fcharset"); empty for the document's own.
+std::optional<int> code_page_of_character_set(int character_set);
+
+}  // namespace qel::richtext

@@ -1,0 +1,64 @@
+#include <iconv.h>
+
+#include <array>
+#include <cstddef>
+#include <string>
+
+#include "qel/richtext/CodePage.h"
+
+namespace qel::richtext {
+namespace {
+
+/// The converter's names for code pages that are not called "CP" and the number.
+std::string name_of(int number) {
+  switch (number) {
+    case 10000:
+      return "MACINTOSH";
+    case 1361:
+      return "JOHAB";
+    case 65001:
+      return "UTF-8";
+    default:
+      return "CP" + std::to_string(number);
+  }
+}
+
+const iconv_t& invalid_converter() {
+  // NOLINTNEXTLINE(performance-no-int-to-ptr): this is how the system spells it
+  static const iconv_t invalid = reinterpret_cast<iconv_t>(-1);
+  return invalid;
+}
+
+}  // namespace
+
+struct SystemDecoder::Handle {
+  iconv_t converter;
+};
+
+SystemDecoder::SystemDecoder(int number)
+    : handle_(std::make_unique<Handle>(Handle{iconv_open("UTF-16LE", name_of(number).c_str())})) {}
+
+SystemDecoder::~SystemDecoder() {
+  if (handle_->converter != invalid_converter()) iconv_close(handle_->converter);
+}
+
+std::u16string SystemDecoder::decode(std::string_view bytes) const {
+  if (handle_->converter == invalid_converter()) return {};
+  std::string input(bytes);
+  std::array<char, 64> output{};
+  char* next_in = input.data();
+  char* next_out = output.data();
+  std::size_t in_left = input.size();
+  std::size_t out_left = output.size();
+  iconv(handle_->converter, nullptr, nullptr, nullptr, nullptr);
+  const std::size_t result = iconv(handle_->converter, &next_in, &in_left, &next_out, &out_left);
+  if (result == static_cast<std::size_t>(-1) || in_left != 0) return {};
+  std::u16string text;
+  for (const char* at = output.data(); at < next_out; at += 2) {
+    text.push_back(static_cast<char16_t>(static_cast<unsigned char>(at[0]) |
+                                         (static_cast<unsigned char>(at[1]) << 8)));
+  }
+  return text;
+}
+
+}  // namespace qel::richtext

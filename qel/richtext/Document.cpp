@@ -1,0 +1,180 @@
+#include "qel/richtext/Document.h"
+
+#include <algorithm>
+#include <utility>
+
+#include "qel/base/Scan.h"
+
+namespace qel::richtext {
+namespace {
+
+constexpr std::u16string_view paragraph_break = u"\r\n";
+
+RunList::Value to_value(Alignment alignment) { return static_cast<RunList::Value>(alignment); }
+
+}  // namespace
+
+std::size_t FormatPool::Hash::operator()(const CharFormat& format) const {
+  constexpr std::size_t factor = 0x9E3779B1U;
+  std::size_t hash = std::hash<std::u16string>()(format.font_name);
+  const auto mix = [&](std::size_t value) { hash = (hash ^ value) * factor; };
+  mix((format.bold ? 1U : 0U) | (format.italic ? 2U : 0U) | (format.underline ? 4U : 0U) |
+      (format.strike_through ? 8U : 0U));
+  mix(static_cast<std::size_t>(format.offset));
+  mix(static_cast<std::size_t>(format.color));
+  mix(std::hash<float>()(format.size));
+  return hash;
+}
+
+FormatPool::Id FormatPool::intern(const CharFormat& format) {
+  const auto [entry, is_new] = ids_.try_emplace(format, static_cast<Id>(formats_.size()));
+  if (is_new) formats_.push_back(&entry->first);
+  return entry->second;
+}
+
+Document& Document::operator=(const Document& other) {
+  if (this != &other) *this = Document(other);
+  return *this;
+}
+
+void Document::assign(const Document& other) {
+  text_ = other.text_;
+  alignments_ = other.alignments_;
+  for (std::size_t i = 0; i < other.runs_.run_count(); ++i) {
+    const RunList::Run run = other.runs_.run(i);
+    runs_.append(run.end - run.start, intern(other.format(run.value)));
+  }
+}
+
+Alignment Document::alignment_at(std::size_t position) const {
+  return static_cast<Alignment>(alignments_.at(position));
+}
+
+void Document::append(std::u16string_view text, FormatPool::Id format) {
+  const RunList::Value alignment = alignments_.at(text_.size());
+  text_.append(text);
+  runs_.append(text.size(), format);
+  alignments_.append(text.size(), alignment);
+}
+
+void Document::append_break(FormatPool::Id format, Alignment alignment) {
+  align_last(alignment);
+  append(paragraph_break, format);
+}
+
+void Document::align_last(Alignment alignment) {
+  if (alignment_at(size()) != alignment) align({size(), size()}, alignment);
+}
+
+void Document::replace(Extent extent, const Document& content) {
+  Document inserted = content;
+  // The last paragraph of the content runs on in what follows, and, where it has only one, its
+  // first begins in what stands before: the alignment there holds.
+  const RunList::Value here = alignments_.at(extent.end);
+  const std::size_t last_paragraph = inserted.paragraph_start(inserted.size());
+  RunList alignments = inserted.alignments_;
+  alignments.transform(last_paragraph, inserted.size() + 1, [&](auto) { return here; });
+  RunList without_end;
+  alignments.replace(inserted.size(), 1, without_end);
+  alignments_.replace(extent.start, extent.length(), alignments);
+
+  RunList runs;
+  for (std::size_t i = 0; i < inserted.runs_.run_count(); ++i) {
+    const RunList::Run run = inserted.runs_.run(i);
+    runs.append(run.end - run.start, intern(inserted.format(run.value)));
+  }
+  runs_.replace(extent.start, extent.length(), runs);
+  text_.replace(extent.start, extent.length(), inserted.text_);
+
+  // Parts of a paragraph from before and after the change are one paragraph now.
+  const auto unify = [&](std::size_t position) {
+    const std::size_t end = paragraph_end(position);
+    align({end, end}, alignment_at(end));
+  };
+  unify(extent.start);
+  unify(extent.start + inserted.size());
+}
+
+void Document::change_format(Extent extent, const FormatChange& change) {
+  runs_.transform(extent.start, extent.end, [&](FormatPool::Id id) {
+    CharFormat format = pool_[id];
+    change.apply_to(format);
+    return intern(format);
+  });
+}
+
+void Document::align(Extent extent, Alignment alignment) {
+  const std::size_t first = paragraph_start(extent.start);
+  const std::size_t last = paragraph_end(extent.end);
+  alignments_.transform(first, last + 1, [&](auto) { return to_value(alignment); });
+}
+
+Document Document::part(Extent extent) const {
+  Document part;
+  part.text_ = text_.substr(extent.start, extent.length());
+  for (std::size_t at = extent.start; at < extent.end;) {
+    const RunList::Run run = runs_.run(runs_.find(at));
+    const std::size_t end = std::min(run.end, extent.end);
+    part.runs_.append(end - at, part.intern(format(run.value)));
+    at = end;
+  }
+  part.alignments_.clear();
+  for (std::size_t at = extent.start; at <= extent.end;) {
+    const RunList::Run run = alignments_.run(alignments_.find(at));
+    const std::size_t end = std::min(run.end, extent.end + 1);
+    part.alignments_.append(end - at, run.value);
+    at = end;
+  }
+  return part;
+}
+
+Extent Document::without_cut_breaks(Extent extent) const {
+  const auto cuts_break = [&](std::size_t position) {
+    return position > 0 && position < size() && text_[position] == u'\n' &&
+           text_[position - 1] == u'\r';
+  };
+  const bool is_caret = extent.start == extent.end;
+  if (cuts_break(extent.start)) --extent.start;
+  if (is_caret) return {extent.start, extent.start};
+  if (cuts_break(extent.end)) ++extent.end;
+  return extent;
+}
+
+std::size_t Document::paragraph_start(std::size_t position) const {
+  if (position == 0) return 0;
+  const std::size_t line_feed = text_.rfind(u'\n', position - 1);
+  return line_feed == std::u16string::npos ? 0 : line_feed + 1;
+}
+
+std::size_t Document::paragraph_end(std::size_t position) const {
+  const std::size_t line_feed = text_.find(u'\n', position);
+  return line_feed == std::u16string::npos ? text_.size() : line_feed;
+}
+
+bool Document::check() const {
+  if (!runs_.check() || !alignments_.check()) return false;
+  if (runs_.size() != text_.size() || alignments_.size() != text_.size() + 1) return false;
+  for (std::size_t i = 0; i < text_.size(); ++i) {
+    const bool has_line_feed = i + 1 < text_.size() && text_[i + 1] == u'\n';
+    if (text_[i] == u'\r' && !has_line_feed) return false;
+    if (text_[i] == u'\n' && (i == 0 || text_[i - 1] != u'\r')) return false;
+    if (text_[i] != u'\n' && alignments_.at(i) != alignments_.at(i + 1)) return false;
+  }
+  return true;
+}
+
+Document plain_document(std::u16string_view text, const CharFormat& format) {
+  Document document;
+  document.reserve(text.size());
+  const FormatPool::Id id = document.intern(format);
+  for (std::size_t at = 0; at < text.size();) {
+    const std::size_t end = find_any<u'\r', u'\n'>(text, at);
+    document.append(text.substr(at, end - at), id);
+    if (end == text.size()) break;
+    document.append_break(id, Alignment::left);
+    at = end + (text.substr(end, 2) == paragraph_break ? 2 : 1);
+  }
+  return document;
+}
+
+}  // namespace qel::richtext

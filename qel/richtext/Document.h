@@ -1,0 +1,113 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <functional>
+#include <string>
+#include <string_view>
+#include <unordered_map>
+#include <vector>
+
+#include "qel/platform/CharFormat.h"
+#include "qel/platform/RichEdit.h"
+#include "qel/richtext/RunList.h"
+
+namespace qel::richtext {
+
+using platform::Alignment;
+using platform::CharFormat;
+using platform::FormatChange;
+
+/// The different character formats of a document, each kept once and known by its number.
+class FormatPool {
+ public:
+  using Id = RunList::Value;
+
+  FormatPool() = default;
+  FormatPool(FormatPool&&) = default;
+  FormatPool& operator=(FormatPool&&) = default;
+
+  Id intern(const CharFormat& format);
+  /// The reference holds as long as the pool.
+  const CharFormat& operator[](Id id) const { return *formats_[id]; }
+
+ private:
+  struct Hash {
+    std::size_t operator()(const CharFormat& format) const;
+  };
+
+  std::unordered_map<CharFormat, Id, Hash> ids_;
+  std::vector<const CharFormat*> formats_;
+};
+
+/// Part of a document: positions in UTF-16 code units from `start` up to but without `end`.
+struct Extent {
+  std::size_t start = 0;
+  std::size_t end = 0;
+
+  std::size_t length() const { return end - start; }
+};
+
+/// A rich text in memory: characters, a format for each, and an alignment for each paragraph.
+/// A paragraph break is CR LF; a document of n breaks has n + 1 paragraphs.
+class Document {
+ public:
+  Document() { alignments_.append(1, 0); }
+  Document(const Document& other) : Document() { assign(other); }
+  Document(Document&&) = default;
+  Document& operator=(const Document& other);
+  Document& operator=(Document&&) = default;
+  ~Document() = default;
+
+  const std::u16string& text() const { return text_; }
+  std::size_t size() const { return text_.size(); }
+  const RunList& runs() const { return runs_; }
+  const CharFormat& format(FormatPool::Id id) const { return pool_[id]; }
+  /// Format of the character at `position`, which must be below `size`.
+  const CharFormat& format_at(std::size_t position) const { return pool_[runs_.at(position)]; }
+  /// Alignment of the paragraph at `position`, which may be `size`.
+  Alignment alignment_at(std::size_t position) const;
+  const RunList& alignments() const { return alignments_; }
+
+  /// Makes room for a text of that many code units.
+  void reserve(std::size_t length) { text_.reserve(length); }
+  FormatPool::Id intern(const CharFormat& format) { return pool_.intern(format); }
+  /// Adds text without breaks to the last paragraph.
+  void append(std::u16string_view text, FormatPool::Id format);
+  /// Ends the last paragraph, which gets the alignment, and begins another.
+  void append_break(FormatPool::Id format, Alignment alignment);
+  /// Aligns the last paragraph.
+  void align_last(Alignment alignment);
+
+  /// Replaces the characters of the extent, which lies within the document and cuts no break in two,
+  /// by the other document's content. A paragraph that is joined from two parts is aligned as its
+  /// last part is, one that is cut in two keeps its alignment in both, and alignments of whole
+  /// paragraphs of the content come along.
+  void replace(Extent extent, const Document& content);
+  void change_format(Extent extent, const FormatChange& change);
+  /// Aligns the paragraphs that the extent touches.
+  void align(Extent extent, Alignment alignment);
+
+  /// The part as a document of its own.
+  Document part(Extent extent) const;
+  /// The extent widened so that its edges do not lie between CR and LF.
+  Extent without_cut_breaks(Extent extent) const;
+
+  /// Whether text, formats and alignments fit together.
+  bool check() const;
+
+ private:
+  void assign(const Document& other);
+  std::size_t paragraph_start(std::size_t position) const;
+  std::size_t paragraph_end(std::size_t position) const;
+
+  std::u16string text_;
+  FormatPool pool_;
+  RunList runs_;
+  RunList alignments_;  // one position more than the text: the end belongs to the last paragraph
+};
+
+/// Plain text as a document in one format. Lone CR and lone LF become breaks like CR LF.
+Document plain_document(std::u16string_view text, const CharFormat& format);
+
+}  // namespace qel::richtext

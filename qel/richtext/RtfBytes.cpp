@@ -1,0 +1,103 @@
+#include "qel/richtext/RtfBytes.h"
+
+#include <algorithm>
+#include <charconv>
+#include <cstddef>
+#include <cstdint>
+
+#include "qel/base/Scan.h"
+#include "qel/richtext/CodePage.h"
+
+namespace qel::richtext {
+namespace {
+
+constexpr std::string_view hex_digits = "0123456789abcdef";
+
+template <class String>
+void append_hex_escape(String& out, std::uint8_t byte) {
+  for (const char c : {'\\', '\'', hex_digits[byte >> 4U], hex_digits[byte & 0xFU]}) {
+    out.push_back(static_cast<typename String::value_type>(c));
+  }
+}
+
+bool is_escaped(std::string_view bytes, std::size_t backslash) {
+  std::size_t first = backslash;
+  while (first > 0 && bytes[first - 1] == '\\') --first;
+  return (backslash - first) % 2 != 0;
+}
+
+/// Length of the binary data that follows "\bin" at `word`, with the word itself: "\bin12 " and 12
+/// bytes. 0 when no such word stands there.
+std::size_t binary_length(std::string_view bytes, std::size_t word) {
+  constexpr std::size_t name_length = 4;
+  const std::string_view rest = bytes.substr(word + name_length);
+  std::size_t count = 0;
+  const auto [end, error] = std::from_chars(rest.data(), rest.data() + rest.size(), count);
+  if (error == std::errc::invalid_argument || is_escaped(bytes, word)) return 0;
+  std::size_t length = static_cast<std::size_t>(end - rest.data());
+  if (length < rest.size() && rest[length] == ' ') ++length;
+  const std::size_t left = rest.size() - length;
+  if (error == std::errc::result_out_of_range) count = left;
+  return name_length + length + std::min(count, left);
+}
+
+void append_widened(std::u16string& out, std::string_view bytes) {
+  const auto is_plain = [](char byte) { return static_cast<std::uint8_t>(byte) < 0x80; };
+  while (!bytes.empty()) {
+    const auto plain_end = std::find_if_not(bytes.begin(), bytes.end(), is_plain);
+    out.append(bytes.begin(), plain_end);
+    bytes.remove_prefix(static_cast<std::size_t>(plain_end - bytes.begin()));
+    if (bytes.empty()) return;
+    append_hex_escape(out, static_cast<std::uint8_t>(bytes.front()));
+    bytes.remove_prefix(1);
+  }
+}
+
+void append_character(std::string& out, char16_t character) {
+  if (const auto byte = encode_western(character)) {
+    append_hex_escape(out, *byte);
+    return;
+  }
+  out.append("\\u").append(std::to_string(static_cast<std::int16_t>(character))).push_back('?');
+}
+
+}  // namespace
+
+std::u16string rtf_from_bytes(std::string_view bytes) {
+  constexpr std::string_view utf8_mark = "\xEF\xBB\xBF";
+  if (bytes.substr(0, utf8_mark.size()) == utf8_mark) bytes.remove_prefix(utf8_mark.size());
+  std::u16string rtf;
+  rtf.reserve(bytes.size());
+  std::size_t kept = 0;
+  for (std::size_t word = 0; (word = bytes.find("\\bin", word)) != std::string_view::npos;) {
+    const std::size_t length = binary_length(bytes, word);
+    if (length == 0) {
+      ++word;
+      continue;
+    }
+    append_widened(rtf, bytes.substr(kept, word - kept));
+    word += length;
+    kept = word;
+  }
+  append_widened(rtf, bytes.substr(kept));
+  return rtf;
+}
+
+std::string rtf_to_bytes(std::u16string_view rtf) {
+  std::string bytes;
+  bytes.reserve(rtf.size());
+  for (std::size_t at = 0; at < rtf.size();) {
+    const std::size_t end = find_first(rtf, at, [](char16_t c) { return c >= 0x80; });
+    const std::size_t kept = bytes.size();
+    bytes.resize(kept + (end - at));
+    std::transform(rtf.begin() + static_cast<std::ptrdiff_t>(at),
+                   rtf.begin() + static_cast<std::ptrdiff_t>(end),
+                   bytes.begin() + static_cast<std::ptrdiff_t>(kept),
+                   [](char16_t c) { return static_cast<char>(c); });
+    if (end < rtf.size()) append_character(bytes, rtf[end]);
+    at = end + 1;
+  }
+  return bytes;
+}
+
+}  // namespace qel::richtext

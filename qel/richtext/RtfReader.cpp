@@ -1,0 +1,566 @@
+#include "qel/richtext/RtfReader.h"
+
+#include <algorithm>
+#include <array>
+#include <cstddef>
+#include <map>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "qel/richtext/CodePage.h"
+#include "qel/richtext/RtfState.h"
+#include "qel/richtext/RtfTables.h"
+#include "qel/richtext/RtfTokens.h"
+#include "qel/richtext/RtfWords.h"
+
+namespace qel::richtext {
+namespace {
+
+using platform::Alignment;
+using platform::CharFormat;
+
+/// Groups nested more deeply than this are read, but restore nothing when they end.
+constexpr std::size_t deepest_group = 10'000;
+/// A count of replacement characters beyond this is broken input.
+constexpr std::int32_t longest_replacement = 32;
+
+/// Half-points as twips: the middle of the range of twips that is written as that many.
+std::int16_t twips(std::int32_t half_points) {
+  if (half_points == 0) return 0;
+  return static_cast<std::int16_t>(half_points * 10 + (half_points > 0 ? 5 : -5));
+}
+
+bool begins_destination(const KnownWord* word) {
+  return word != nullptr && (word->action == WordAction::set_destination ||
+                             word->action == WordAction::begin_unicode_part);
+}
+
+class Reader {
+ public:
+  Reader(std::u16string_view rtf, const CharFormat& base, RtfSink& sink)
+      : scanner_(rtf), base_(base), sink_(sink) {}
+
+  void read() {
+    while (!scanner_.at_end() && !finished_) read_token();
+    flush_bytes();
+    sink_.finish(last_alignment_);
+  }
+
+ private:
+  using Handler = void (Reader::*)(std::int32_t argument, Parameter parameter);
+  /// One for each action, in their order.
+  static const std::array<Handler, static_cast<std::size_t>(WordAction::count)> handlers;
+
+  void read_token();
+  void read_text();
+  void read_control();
+  void read_symbol();
+  void read_hex_byte();
+  void open_group();
+  void close_group();
+
+  // Handlers of control words.
+  void set_flag(std::int32_t flag, Parameter parameter);
+  void clear_flag(std::int32_t flag, Parameter parameter);
+  void set_offset(std::int32_t sign, Parameter half_points);
+  void set_fixed_offset(std::int32_t half_points, Parameter parameter);
+  void set_font(std::int32_t argument, Parameter number);
+  void set_size(std::int32_t argument, Parameter half_points);
+  void set_color(std::int32_t argument, Parameter number);
+  void set_plain(std::int32_t argument, Parameter parameter);
+  void set_alignment(std::int32_t alignment, Parameter parameter);
+  void set_default_font(std::int32_t argument, Parameter number);
+  void set_code_page(std::int32_t number, Parameter parameter);
+  void set_character_set(std::int32_t argument, Parameter number);
+  void set_font_code_page(std::int32_t argument, Parameter number);
+  void set_color_component(std::int32_t component, Parameter value);
+  void set_replacement_length(std::int32_t argument, Parameter count);
+  void set_destination(std::int32_t destination, Parameter parameter);
+  void begin_unicode_part(std::int32_t argument, Parameter parameter);
+  void add_character(std::int32_t character, Parameter parameter);
+  void add_unicode(std::int32_t argument, Parameter code);
+  void add_break(std::int32_t argument, Parameter parameter);
+  void skip_binary(std::int32_t argument, Parameter count);
+
+  bool takes_replacement();
+  void add_text(std::u16string_view text);
+  void add_unit(char16_t unit);
+  void add_byte(std::uint8_t byte);
+  void flush_bytes();
+  void add_table_text(std::u16string_view text);
+  bool is_shown() const {
+    return state_.destination == Destination::text &&
+           (state_.character.flags & CharState::hidden) == 0;
+  }
+
+  RtfSink::FormatId format();
+  CharFormat format_of(const CharState& state) const;
+  const RtfFontTable::Font* font_of(const CharState& state) const;
+  const CodePage& current_code_page();
+
+  RtfScanner scanner_;
+  CharFormat base_;
+  RtfSink& sink_;
+
+  GroupState state_;
+  std::vector<GroupState> groups_;
+  std::size_t groups_beyond_ = 0;
+  bool finished_ = false;
+  bool starred_ = false;
+  /// Of the paragraph being read. Ending a group does not undo it: the text is there already.
+  Alignment last_alignment_ = Alignment::left;
+  bool line_has_text_ = false;
+
+  RtfFontTable fonts_;
+  RtfColorTable colors_;
+  std::int32_t default_font_ = CharState::default_font;
+  int document_code_page_ = CodePage::western;
+
+  std::int32_t replacements_due_ = 0;
+  std::string pending_bytes_;  // the beginning of a character that takes several
+  std::map<int, CodePage> code_pages_;
+
+  struct CachedFormat {
+    CharState state;
+    RtfSink::FormatId id = 0;
+    bool is_set = false;
+  };
+  std::array<CachedFormat, 64> formats_;
+};
+
+const std::array<Reader::Handler, static_cast<std::size_t>(WordAction::count)> Reader::handlers = {
+    &Reader::set_flag,
+    &Reader::clear_flag,
+    &Reader::set_offset,
+    &Reader::set_fixed_offset,
+    &Reader::set_font,
+    &Reader::set_size,
+    &Reader::set_color,
+    &Reader::set_plain,
+    &Reader::set_alignment,
+    &Reader::set_default_font,
+    &Reader::set_code_page,
+    &Reader::set_character_set,
+    &Reader::set_font_code_page,
+    &Reader::set_color_component,
+    &Reader::set_replacement_length,
+    &Reader::set_destination,
+    &Reader::begin_unicode_part,
+    &Reader::add_character,
+    &Reader::add_unicode,
+    &Reader::add_break,
+    &Reader::skip_binary,
+};
+
+void Reader::read_token() {
+  switch (scanner_.peek()) {
+    case u'{':
+      open_group();
+      break;
+    case u'}':
+      close_group();
+      break;
+    case u'\\':
+      read_control();
+      break;
+    case u'\t':
+      scanner_.skip(1);
+      add_character(u'\t', {});
+      break;
+    case u'\r':
+    case u'\n':
+    case u'\0':
+      scanner_.skip(1);
+      break;
+    default:
+      read_text();
+  }
+}
+
+void Reader::read_text() {
+  if (state_.destination == Destination::skipped ||
+      state_.destination == Destination::unicode_pair) {
+    scanner_.skip_plain_text();
+    return;
+  }
+  while (replacements_due_ > 0) {
+    if (scanner_.at_end() || scanner_.peek() < u' ') return;
+    if (const char16_t c = scanner_.peek(); c == u'\\' || c == u'{' || c == u'}') return;
+    scanner_.skip(1);
+    --replacements_due_;
+  }
+  std::u16string_view text = scanner_.plain_text();
+  // The second byte of a character may be one that stands for itself elsewhere.
+  while (!pending_bytes_.empty() && !text.empty() && text.front() < 0x80) {
+    add_byte(static_cast<std::uint8_t>(text.front()));
+    text.remove_prefix(1);
+  }
+  add_text(text);
+}
+
+void Reader::read_control() {
+  scanner_.skip(1);
+  if (scanner_.at_end()) return;
+  const char16_t first = scanner_.peek();
+  if ((first < u'a' || first > u'z') && (first < u'A' || first > u'Z')) {
+    read_symbol();
+    return;
+  }
+  const ControlWord word = scanner_.control_word();
+  const KnownWord* const known = find_word(word.key);
+  if (known != nullptr && known->action == WordAction::skip_binary) {
+    skip_binary(0, word.parameter);
+    return;
+  }
+  if (std::exchange(starred_, false) && !begins_destination(known)) {
+    state_.destination = Destination::skipped;
+    return;
+  }
+  if (known == nullptr || state_.destination == Destination::skipped) return;
+  // A code never stands in place of another: it begins the next character.
+  if (known->action != WordAction::add_unicode && takes_replacement()) return;
+  flush_bytes();
+  (this->*handlers[static_cast<std::size_t>(known->action)])(known->argument, word.parameter);
+}
+
+void Reader::read_symbol() {
+  const char16_t symbol = scanner_.next();
+  switch (symbol) {
+    case u'\'':
+      read_hex_byte();
+      return;
+    case u'*':
+      starred_ = true;
+      return;
+    case u'\\':
+    case u'{':
+    case u'}':
+    case u'\t':
+      add_character(symbol, {});
+      return;
+    case u'~':
+      add_character(0x00A0, {});
+      return;
+    case u'-':
+      add_character(0x00AD, {});
+      return;
+    case u'_':
+      add_character(0x2011, {});
+      return;
+    case u'\r':
+      if (!scanner_.at_end() && scanner_.peek() == u'\n') scanner_.skip(1);
+      [[fallthrough]];
+    case u'\n':
+      if (!takes_replacement()) add_break(0, {});
+      return;
+    default:
+      return;
+  }
+}
+
+void Reader::read_hex_byte() {
+  const int byte = scanner_.hex_byte();
+  if (byte < 0 || takes_replacement()) return;
+  add_byte(static_cast<std::uint8_t>(byte));
+}
+
+void Reader::skip_binary(std::int32_t /*argument*/, Parameter count) {
+  if (count.value_or(0) > 0) scanner_.skip(static_cast<std::size_t>(count.value));
+  takes_replacement();
+}
+
+void Reader::open_group() {
+  scanner_.skip(1);
+  flush_bytes();
+  replacements_due_ = 0;
+  starred_ = false;
+  if (groups_.size() < deepest_group) {
+    groups_.push_back(state_);
+  } else {
+    ++groups_beyond_;
+  }
+}
+
+void Reader::close_group() {
+  scanner_.skip(1);
+  flush_bytes();
+  replacements_due_ = 0;
+  starred_ = false;
+  if (groups_beyond_ > 0) {
+    --groups_beyond_;
+    return;
+  }
+  if (state_.destination == Destination::font_table) fonts_.end_font();
+  if (groups_.empty()) {
+    finished_ = true;
+    return;
+  }
+  state_ = groups_.back();
+  groups_.pop_back();
+  finished_ = groups_.empty();
+}
+
+void Reader::set_flag(std::int32_t flag, Parameter parameter) {
+  if (parameter.value_or(1) == 0) {
+    clear_flag(flag, parameter);
+  } else {
+    state_.character.flags |= static_cast<std::uint8_t>(flag);
+  }
+}
+
+void Reader::clear_flag(std::int32_t flag, Parameter /*parameter*/) {
+  state_.character.flags &= static_cast<std::uint8_t>(~flag);
+}
+
+void Reader::set_offset(std::int32_t sign, Parameter half_points) {
+  constexpr std::int32_t usual = 6;
+  constexpr std::int32_t limit = 3276;  // its twips still fit 16 bits
+  const std::int32_t value = std::clamp(half_points.value_or(usual), -limit, limit);
+  state_.character.offset = static_cast<std::int16_t>(sign * value);
+}
+
+void Reader::set_fixed_offset(std::int32_t half_points, Parameter /*parameter*/) {
+  state_.character.offset = static_cast<std::int16_t>(half_points);
+}
+
+void Reader::set_font(std::int32_t /*argument*/, Parameter number) {
+  if (state_.destination == Destination::font_table) {
+    fonts_.begin_font(number.value_or(0));
+  } else {
+    state_.character.font = number.value_or(CharState::default_font);
+  }
+}
+
+void Reader::set_size(std::int32_t /*argument*/, Parameter half_points) {
+  const std::int32_t value = half_points.value_or(24);
+  if (value >= 1 && value <= 0xFFFF) state_.character.half_points = static_cast<std::uint16_t>(value);
+}
+
+void Reader::set_color(std::int32_t /*argument*/, Parameter number) {
+  state_.character.color = number.value_or(0);
+}
+
+void Reader::set_plain(std::int32_t /*argument*/, Parameter /*parameter*/) {
+  state_.character = CharState();
+}
+
+void Reader::set_alignment(std::int32_t alignment, Parameter /*parameter*/) {
+  state_.alignment = static_cast<Alignment>(alignment);
+  last_alignment_ = state_.alignment;
+}
+
+void Reader::set_default_font(std::int32_t /*argument*/, Parameter number) {
+  default_font_ = number.value_or(CharState::default_font);
+  formats_ = {};
+}
+
+void Reader::set_code_page(std::int32_t number, Parameter parameter) {
+  document_code_page_ = number != 0 ? number : parameter.value_or(CodePage::western);
+}
+
+void Reader::set_character_set(std::int32_t /*argument*/, Parameter number) {
+  if (state_.destination == Destination::font_table) fonts_.set_character_set(number.value_or(0));
+}
+
+void Reader::set_font_code_page(std::int32_t /*argument*/, Parameter number) {
+  if (state_.destination == Destination::font_table && number.given) {
+    fonts_.set_code_page(number.value);
+  }
+}
+
+void Reader::set_color_component(std::int32_t component, Parameter value) {
+  if (state_.destination != Destination::color_table) return;
+  switch (component) {
+    case 0:
+      return colors_.set_red(value.value_or(0));
+    case 1:
+      return colors_.set_green(value.value_or(0));
+    default:
+      return colors_.set_blue(value.value_or(0));
+  }
+}
+
+void Reader::set_replacement_length(std::int32_t /*argument*/, Parameter count) {
+  const std::int32_t value = count.value_or(1);
+  if (value < 0 || value > longest_replacement) return;
+  state_.replacement_length = static_cast<std::uint8_t>(value);
+}
+
+void Reader::set_destination(std::int32_t destination, Parameter /*parameter*/) {
+  const Destination was = state_.destination;
+  state_.destination = static_cast<Destination>(destination);
+  // Elsewhere than in the text nobody tells the two parts of a pair apart.
+  if (state_.destination == Destination::unicode_pair && was != Destination::text) {
+    state_.destination = Destination::skipped;
+  }
+  formats_ = {};
+}
+
+void Reader::begin_unicode_part(std::int32_t /*argument*/, Parameter /*parameter*/) {
+  if (state_.destination == Destination::unicode_pair) state_.destination = Destination::text;
+}
+
+void Reader::add_character(std::int32_t character, Parameter /*parameter*/) {
+  if (!takes_replacement()) add_unit(static_cast<char16_t>(character));
+}
+
+void Reader::add_unicode(std::int32_t /*argument*/, Parameter code) {
+  if (!code.given) return;
+  flush_bytes();
+  replacements_due_ = state_.replacement_length;
+  if (code.value > 0xFFFF && code.value <= 0x10FFFF) {
+    const std::int32_t offset = code.value - 0x10000;
+    add_unit(static_cast<char16_t>(0xD800 + (offset >> 10)));
+    add_unit(static_cast<char16_t>(0xDC00 + (offset & 0x3FF)));
+    return;
+  }
+  add_unit(static_cast<char16_t>(code.value));
+}
+
+void Reader::add_break(std::int32_t only_after_text, Parameter /*parameter*/) {
+  flush_bytes();
+  if (!is_shown() || (only_after_text != 0 && !line_has_text_)) return;
+  sink_.paragraph_break(format(), state_.alignment);
+  last_alignment_ = state_.alignment;
+  line_has_text_ = false;
+}
+
+/// Whether what has just been read stands in place of a character that was given in Unicode.
+bool Reader::takes_replacement() {
+  if (replacements_due_ == 0) return false;
+  --replacements_due_;
+  return true;
+}
+
+void Reader::add_text(std::u16string_view text) {
+  if (text.empty()) return;
+  flush_bytes();
+  if (is_shown()) {
+    sink_.text(text, format());
+    last_alignment_ = state_.alignment;
+    line_has_text_ = true;
+  } else {
+    add_table_text(text);
+  }
+}
+
+void Reader::add_unit(char16_t unit) {
+  if (unit == u'\r' || unit == u'\n') {
+    add_break(0, {});
+  } else {
+    add_text({&unit, 1});
+  }
+}
+
+void Reader::add_byte(std::uint8_t byte) {
+  if (state_.destination == Destination::skipped) return;
+  const CodePage& code_page = current_code_page();
+  pending_bytes_.push_back(static_cast<char>(byte));
+  const auto first = static_cast<std::uint8_t>(pending_bytes_.front());
+  if (pending_bytes_.size() < code_page.length_from(first)) return;
+  for (const char16_t unit : code_page.decode(std::exchange(pending_bytes_, {}))) add_unit(unit);
+}
+
+/// Gives up waiting for the rest of a character.
+void Reader::flush_bytes() {
+  if (pending_bytes_.empty()) return;
+  for (const char byte : std::exchange(pending_bytes_, {})) {
+    add_unit(decode_western(static_cast<std::uint8_t>(byte)));
+  }
+}
+
+void Reader::add_table_text(std::u16string_view text) {
+  if (state_.destination == Destination::color_table) {
+    for (const char16_t c : text) {
+      if (c == u';') colors_.end_color();
+    }
+    return;
+  }
+  if (state_.destination != Destination::font_table) return;
+  for (std::size_t end = 0; (end = text.find(u';')) != std::u16string_view::npos;) {
+    fonts_.add_to_name(text.substr(0, end));
+    fonts_.end_font();
+    text.remove_prefix(end + 1);
+  }
+  fonts_.add_to_name(text);
+}
+
+RtfSink::FormatId Reader::format() {
+  const CharState& state = state_.character;
+  const auto hash = static_cast<std::uint32_t>(state.flags) * 7U +
+                    static_cast<std::uint32_t>(state.font) * 31U +
+                    static_cast<std::uint32_t>(state.color) * 5U +
+                    static_cast<std::uint32_t>(state.offset) * 3U + state.half_points;
+  CachedFormat& cached = formats_[hash % formats_.size()];
+  if (!cached.is_set || cached.state != state) {
+    cached = {state, sink_.intern(format_of(state)), true};
+  }
+  return cached.id;
+}
+
+CharFormat Reader::format_of(const CharState& state) const {
+  CharFormat format = base_;
+  format.bold = (state.flags & CharState::bold) != 0;
+  format.italic = (state.flags & CharState::italic) != 0;
+  format.underline = (state.flags & CharState::underline) != 0;
+  format.strike_through = (state.flags & CharState::strike_through) != 0;
+  format.offset = twips(state.offset);
+  format.size = static_cast<float>(state.half_points) / 2;
+  format.color = colors_.find(state.color).value_or(base_.color);
+  if (const auto* font = font_of(state)) format.font_name = font->name;
+  return format;
+}
+
+const RtfFontTable::Font* Reader::font_of(const CharState& state) const {
+  return fonts_.find(state.font == CharState::default_font ? default_font_ : state.font);
+}
+
+const CodePage& Reader::current_code_page() {
+  const RtfFontTable::Font* const font = font_of(state_.character);
+  const int number = (font != nullptr ? font->code_page : std::nullopt).value_or(document_code_page_);
+  // Each may cost a look-up in the system; no document needs many.
+  constexpr std::size_t most_code_pages = 32;
+  const bool known = code_pages_.size() < most_code_pages || code_pages_.count(number) != 0;
+  const int taken = known ? number : CodePage::western;
+  return code_pages_.try_emplace(taken, taken).first->second;
+}
+
+/// Builds a document of what a reader finds.
+class DocumentSink : public RtfSink {
+ public:
+  explicit DocumentSink(Document& document) : document_(document) {}
+
+  FormatId intern(const CharFormat& format) override { return document_.intern(format); }
+  void text(std::u16string_view text, FormatId format) override { document_.append(text, format); }
+  void paragraph_break(FormatId format, Alignment alignment) override {
+    document_.append_break(format, alignment);
+  }
+  void finish(Alignment alignment) override { document_.align_last(alignment); }
+
+ private:
+  Document& document_;
+};
+
+}  // namespace
+
+bool is_rtf(std::u16string_view text) {
+  constexpr std::u16string_view begin = u"{\\rtf";
+  const std::size_t first = text.find_first_not_of(u" \t\r\n\uFEFF");
+  return first != std::u16string_view::npos && text.substr(first, begin.size()) == begin;
+}
+
+void read_rtf(std::u16string_view rtf, const CharFormat& base, RtfSink& sink) {
+  rtf.remove_prefix(std::min(rtf.find(u'{'), rtf.size()));
+  Reader(rtf, base, sink).read();
+}
+
+Document read_document(std::u16string_view text, const CharFormat& base) {
+  if (!is_rtf(text)) return plain_document(text, base);
+  Document document;
+  DocumentSink sink(document);
+  read_rtf(text, base, sink);
+  return document;
+}
+
+}  // namespace qel::richtext

@@ -1,0 +1,46 @@
+#pragma once
+
+#include <cstdint>
+#include <string_view>
+
+#include "qel/platform/CharFormat.h"
+#include "qel/platform/RichEdit.h"
+#include "qel/richtext/Document.h"
+
+namespace qel::richtext {
+
+/// Receives what an RTF document holds, in order.
+class RtfSink {
+ public:
+  using FormatId = std::uint32_t;
+
+  virtual ~RtfSink() = default;
+  /// A number for a format that text is about to come in.
+  virtual FormatId intern(const platform::CharFormat& format) = 0;
+  /// Text without breaks.
+  virtual void text(std::u16string_view text, FormatId format) = 0;
+  /// The paragraph ends here; it has this alignment. The break itself has a format too.
+  virtual void paragraph_break(FormatId format, platform::Alignment alignment) = 0;
+  /// The document ends, and with it a last paragraph.
+  virtual void finish(platform::Alignment alignment) = 0;
+};
+
+/// Whether the text is an RTF document: "{\rtf", after white space or a byte order mark at the most.
+bool is_rtf(std::u16string_view text);
+
+/// Reads RTF, as far as it can be read: broken or truncated input gives what came before. Takes time
+/// linear in the input, no recursion, and memory in proportion to the open groups, fonts and colours.
+///
+/// Understood: font and colour tables; bold, italic, every kind of underline and strike-through,
+/// raised and lowered text, fonts, colours, sizes, \plain; paragraphs, lines, tabs, table cells and
+/// rows, alignment; named and coded characters in every code page the system knows; results of fields.
+/// Dropped: all other destinations, pictures, objects, field instructions, hidden and deleted text.
+///
+/// `base` gives the font and colour of text for which the document names none (or a colour entry that
+/// is empty, the automatic colour).
+void read_rtf(std::u16string_view rtf, const platform::CharFormat& base, RtfSink& sink);
+
+/// The document that the text holds; plain text in the base format when it is not RTF.
+Document read_document(std::u16string_view text, const platform::CharFormat& base);
+
+}  // namespace qel::richtext

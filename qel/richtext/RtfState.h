@@ -1,0 +1,46 @@
+#pragma once
+
+#include <cstdint>
+
+#include "qel/platform/RichEdit.h"
+
+namespace qel::richtext {
+
+/// Where the text of an RTF group goes.
+enum class Destination : std::uint8_t {
+  text,
+  skipped,
+  font_table,
+  color_table,
+  /// The group that holds a text twice: in the code page, and in a "\ud" group in Unicode.
+  unicode_pair,
+};
+
+/// The character properties of RTF, small enough to copy at every brace.
+struct CharState {
+  static constexpr std::uint8_t bold = 1;
+  static constexpr std::uint8_t italic = 2;
+  static constexpr std::uint8_t underline = 4;
+  static constexpr std::uint8_t strike_through = 8;
+  static constexpr std::uint8_t hidden = 16;
+  static constexpr std::int32_t default_font = -1;
+
+  std::int32_t font = default_font;
+  std::int32_t color = 0;
+  std::uint16_t half_points = 24;
+  std::int16_t offset = 0;  ///< in half-points
+  std::uint8_t flags = 0;
+
+  friend bool operator==(const CharState&, const CharState&) = default;
+};
+
+/// What a group restores when it ends.
+struct GroupState {
+  CharState character;
+  /// Characters that stand after "\u" for readers without Unicode.
+  std::uint8_t replacement_length = 1;
+  Destination destination = Destination::text;
+  platform::Alignment alignment = platform::Alignment::left;
+};
+
+}  // namespace qel::richtext

@@ -1,0 +1,44 @@
+#include "qel/richtext/RtfTables.h"
+
+#include <algorithm>
+#include <utility>
+
+#include "qel/richtext/CodePage.h"
+
+namespace qel::richtext {
+
+void RtfFontTable::set_character_set(std::int32_t character_set) {
+  // A code page that the entry names outright holds whatever the character set.
+  if (!font_.code_page) font_.code_page = code_page_of_character_set(character_set);
+}
+
+void RtfFontTable::end_font() {
+  const std::size_t first = font_.name.find_first_not_of(u' ');
+  if (first != std::u16string::npos) {
+    font_.name.erase(0, first);
+    fonts_.insert_or_assign(number_, std::move(font_));
+  }
+  font_ = Font();
+}
+
+const RtfFontTable::Font* RtfFontTable::find(std::int32_t number) const {
+  const auto found = fonts_.find(number);
+  return found == fonts_.end() ? nullptr : &found->second;
+}
+
+void RtfColorTable::end_color() {
+  colors_.push_back(color_ ? std::optional(static_cast<Color>(*color_)) : std::nullopt);
+  color_.reset();
+}
+
+std::optional<Color> RtfColorTable::find(std::int32_t number) const {
+  if (number < 0 || static_cast<std::size_t>(number) >= colors_.size()) return {};
+  return colors_[static_cast<std::size_t>(number)];
+}
+
+void RtfColorTable::set(unsigned shift, std::int32_t value) {
+  const auto component = static_cast<std::uint32_t>(std::clamp(value, 0, 255));
+  color_ = (color_.value_or(0) & ~(0xFFU << shift)) | component << shift;
+}
+
+}  // namespace qel::richtext

@@ -1,0 +1,59 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <unordered_map>
+#include <vector>
+
+#include "qel/base/Color.h"
+
+namespace qel::richtext {
+
+/// The fonts of an RTF document, as they come in while its font table is read.
+class RtfFontTable {
+ public:
+  struct Font {
+    std::u16string name;
+    std::optional<int> code_page;  ///< of its bytes; empty for that of the document
+  };
+
+  /// The entry being read: its number, character set or code page, and name.
+  void begin_font(std::int32_t number) { number_ = number; }
+  void set_character_set(std::int32_t character_set);
+  void set_code_page(std::int32_t code_page) { font_.code_page = code_page; }
+  void add_to_name(std::u16string_view text) { font_.name.append(text); }
+  /// Ends the entry. One without a name is dropped.
+  void end_font();
+
+  /// The font with this number; null when there is none.
+  const Font* find(std::int32_t number) const;
+
+ private:
+  std::int32_t number_ = 0;
+  Font font_;
+  std::unordered_map<std::int32_t, Font> fonts_;
+};
+
+/// The colours of an RTF document, as they come in while its colour table is read.
+class RtfColorTable {
+ public:
+  void set_red(std::int32_t value) { set(0, value); }
+  void set_green(std::int32_t value) { set(8, value); }
+  void set_blue(std::int32_t value) { set(16, value); }
+  /// Ends the entry; one without any component is the automatic colour.
+  void end_color();
+
+  /// The colour with this number; empty for the automatic colour and for a number out of range.
+  std::optional<Color> find(std::int32_t number) const;
+
+ private:
+  void set(unsigned shift, std::int32_t value);
+
+  std::optional<std::uint32_t> color_;
+  std::vector<std::optional<Color>> colors_;
+};
+
+}  // namespace qel::richtext

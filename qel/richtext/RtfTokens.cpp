@@ -1,0 +1,71 @@
+#include "qel/richtext/RtfTokens.h"
+
+#include <limits>
+
+#include "qel/base/Scan.h"
+
+namespace qel::richtext {
+namespace {
+
+bool is_letter(char16_t c) { return (c >= u'a' && c <= u'z') || (c >= u'A' && c <= u'Z'); }
+bool is_digit(char16_t c) { return c >= u'0' && c <= u'9'; }
+
+int hex_value(char16_t c) {
+  if (is_digit(c)) return c - u'0';
+  if (c >= u'a' && c <= u'f') return c - u'a' + 10;
+  if (c >= u'A' && c <= u'F') return c - u'A' + 10;
+  return -1;
+}
+
+}  // namespace
+
+std::u16string_view RtfScanner::plain_text() {
+  const std::size_t start = at_;
+  at_ = find_any<u'\\', u'{', u'}', u'\r', u'\n', u'\t', u'\0'>(rtf_, at_);
+  return rtf_.substr(start, at_ - start);
+}
+
+void RtfScanner::skip_plain_text() { at_ = find_any<u'\\', u'{', u'}'>(rtf_, at_); }
+
+ControlWord RtfScanner::control_word() {
+  ControlWord word;
+  const std::size_t start = at_;
+  bool known_form = true;
+  for (; !at_end() && is_letter(peek()); ++at_) {
+    known_form = known_form && peek() >= u'a';
+    word.key = word.key << 5U | static_cast<WordKey>(peek() - u'a' + 1);
+  }
+  if (!known_form || at_ - start > longest_word) word.key = no_word;
+  word.parameter = parameter();
+  if (!at_end() && peek() == u' ') ++at_;
+  return word;
+}
+
+Parameter RtfScanner::parameter() {
+  Parameter parameter;
+  std::size_t digit = at_;
+  const bool negative = digit < rtf_.size() && rtf_[digit] == u'-';
+  if (negative) ++digit;
+  if (digit >= rtf_.size() || !is_digit(rtf_[digit])) return parameter;
+  constexpr std::int64_t limit = std::numeric_limits<std::int32_t>::max();
+  std::int64_t value = 0;
+  for (; digit < rtf_.size() && is_digit(rtf_[digit]); ++digit) {
+    if (value <= limit) value = value * 10 + (rtf_[digit] - u'0');
+  }
+  if (value > limit) value = limit;
+  at_ = digit;
+  parameter.given = true;
+  parameter.value = static_cast<std::int32_t>(negative ? -value : value);
+  return parameter;
+}
+
+int RtfScanner::hex_byte() {
+  if (at_ + 2 > rtf_.size()) return -1;
+  const int high = hex_value(rtf_[at_]);
+  const int low = hex_value(rtf_[at_ + 1]);
+  if (high < 0 || low < 0) return -1;
+  at_ += 2;
+  return high * 16 + low;
+}
+
+}  // namespace qel::richtext

@@ -1,0 +1,61 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <string_view>
+
+namespace qel::richtext {
+
+/// The number after a control word.
+struct Parameter {
+  bool given = false;
+  std::int32_t value = 0;
+
+  std::int32_t value_or(std::int32_t otherwise) const { return given ? value : otherwise; }
+};
+
+/// A control word's name packed into a number: five bits a letter, up to twelve letters. 0 for any
+/// other name, none of which the reader knows.
+using WordKey = std::uint64_t;
+
+constexpr WordKey no_word = 0;
+constexpr std::size_t longest_word = 12;
+
+constexpr WordKey word_key(std::string_view name) {
+  WordKey key = 0;
+  for (const char letter : name) key = key << 5U | static_cast<WordKey>(letter - 'a' + 1);
+  return key;
+}
+
+struct ControlWord {
+  WordKey key = no_word;
+  Parameter parameter;
+};
+
+/// Splits RTF into control words; everything else it leaves to its caller. Never reads past the end.
+class RtfScanner {
+ public:
+  explicit RtfScanner(std::u16string_view rtf) : rtf_(rtf) {}
+
+  bool at_end() const { return at_ >= rtf_.size(); }
+  char16_t peek() const { return rtf_[at_]; }
+  char16_t next() { return rtf_[at_++]; }
+  void skip(std::size_t count) { at_ = count > rtf_.size() - at_ ? rtf_.size() : at_ + count; }
+
+  /// The text up to the next character that means something to RTF.
+  std::u16string_view plain_text();
+  /// Goes to the next brace or backslash.
+  void skip_plain_text();
+  /// Reads a control word behind its backslash, with its parameter and the blank that ends it.
+  ControlWord control_word();
+  /// Reads the two digits of "\'hh"; -1, and nothing is read, where they are not there.
+  int hex_byte();
+
+ private:
+  Parameter parameter();
+
+  std::u16string_view rtf_;
+  std::size_t at_ = 0;
+};
+
+}  // namespace qel::richtext

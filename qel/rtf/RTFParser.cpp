@@ -1,0 +1,252 @@
+#include "qel/rtf/RTFParser.h"
+
+#include <cmath>
+#include <cstddef>
+#include <cstdint>
+#include <limits>
+#include <memory>
+
+#include "qel/base/Error.h"
+#include "qel/base/Records.h"
+#include "qel/base/Scan.h"
+#include "qel/control/Common.h"
+#include "qel/rtf/CodeTable.h"
+#include "qel/rtf/Preprocessing.h"
+#include "qel/rtf/Walk.h"
+
+namespace qel {
+namespace {
+
+constexpr std::u16string_view line_break = u"\r\n";
+
+std::shared_ptr<platform::MeasuringSurface> required_surface(const std::string& member) {
+  if (auto surface = Common::measuring_surface()) return surface;
+  throw Error(Error::object_not_set, "RTFParser",
+              member + ": no measuring surface is published on this thread");
+}
+
+std::int64_t half_points(float points) {
+  const double size = std::nearbyint(static_cast<double>(points) * 2);
+  // Not a number fails this comparison too.
+  if (!(size >= 0 && size <= std::numeric_limits<std::int16_t>::max())) {
+    throw Error(Error::overflow, "RTFParser",
+                "QELToRTF: FontSize " + std::to_string(points) + " is no size that RTF can hold");
+  }
+  return static_cast<std::int64_t>(size);
+}
+
+/// The thread's conversion box with a document in it, for as long as the conversion takes.
+class LoadedBox {
+ public:
+  explicit LoadedBox(const std::string& member) : box_(Common::conversion_box()) {
+    required_surface(member);
+    if (box_) return;
+    throw Error(Error::object_not_set, "RTFParser",
+                member + ": no conversion box is published on this thread");
+  }
+  LoadedBox(const LoadedBox&) = delete;
+  LoadedBox& operator=(const LoadedBox&) = delete;
+  ~LoadedBox() { box_->put_Text({}); }
+
+  void use_tables(const QELIndexFonts& fonts, const QELIndexColors& colors) {
+    box_->put_Text({});
+    platform::BoxAppearance appearance = box_->appearance();
+    appearance.font_name = fonts.get_Font(0);
+    box_->put_appearance(appearance);
+    box_->put_SelFontName(fonts.get_Font(0));
+    box_->put_SelColor(colors.get_Color(0));
+  }
+
+  void load(std::u16string_view rtf) { box_->put_TextRTF(rtf); }
+
+  /// Calls `visit` with each run and returns the number of characters.
+  template <class Visit>
+  std::size_t for_each_run(Visit visit) const {
+    std::size_t length = 0;
+    box_->visit_runs(0, [&](const platform::FormatRun& run) {
+      length += run.text.size();
+      visit(run);
+      return true;
+    });
+    return length;
+  }
+
+  bool holds_only_a_break() const {
+    std::u16string text;
+    box_->visit_runs(0, [&](const platform::FormatRun& run) {
+      text.append(run.text.substr(0, line_break.size() + 1));
+      return text.size() <= line_break.size();
+    });
+    return text == line_break;
+  }
+
+ private:
+  std::shared_ptr<platform::RichEdit> box_;
+};
+
+void append_break(std::u16string& out, const RTFParser& parser, std::u16string_view recognized) {
+  if (parser.get_ConvertNLToSpace()) {
+    out.push_back(u' ');
+  } else if (parser.get_RecognizeCRLF()) {
+    out.append(recognized);
+  }
+}
+
+void append_tab(std::u16string& out, const RTFParser& parser, std::u16string_view recognized) {
+  if (parser.get_RecognizeTabs()) {
+    out.append(recognized);
+  } else if (parser.get_ConvertTabsToSpace()) {
+    out.push_back(u' ');
+  }
+}
+
+/// The characters of markup, or of plain text: all but breaks and tabs stand for themselves.
+void append_characters(std::u16string& out, std::u16string_view text, const RTFParser& parser,
+                       std::u16string_view line_code) {
+  for (std::size_t at = 0; at < text.size(); ++at) {
+    const std::size_t special = find_any<u'\t', u'\r', u'\n'>(text, at);
+    out.append(text, at, special - at);
+    if (special == text.size()) return;
+    if (text[special] == u'\t') append_tab(out, parser, u"\t");
+    if (text[special] == u'\n') append_break(out, parser, line_code);
+    at = special;
+  }
+}
+
+void drop_last_blank(std::u16string& out, const RTFParser& parser) {
+  if (parser.get_ConvertNLToSpace() && !out.empty() && out.back() == u' ') out.pop_back();
+}
+
+/// The characters that RTF has a spelling of its own for. Breaks and tabs are not among them.
+std::u16string_view rtf_spelling_of(char16_t character) {
+  switch (character) {
+    case u'\u2013':
+      return u"\\endash ";
+    case u'\u2014':
+      return u"\\emdash ";
+    case u'\u201C':
+      return u"\\ldblquote ";
+    case u'\u201D':
+      return u"\\rdblquote ";
+    case u'\u2018':
+      return u"\\lquote ";
+    case u'\u2019':
+      return u"\\rquote ";
+    case u'\u00A0':
+      return u"\\~";
+    case u'\u2022':
+      return u"\\bullet ";
+    case u'\\':
+      return u"\\\\";
+    case u'{':
+      return u"\\{";
+    case u'}':
+      return u"\\}";
+    default:
+      return {};
+  }
+}
+
+void append_rtf_characters(std::u16string& out, std::u16string_view text,
+                           const RTFParser& parser) {
+  for (const char16_t character : text) {
+    const std::u16string_view spelling = rtf_spelling_of(character);
+    if (!spelling.empty()) {
+      out.append(spelling);
+    } else if (character == u'\t') {
+      append_tab(out, parser, u"\\tab ");
+    } else if (character == u'\n') {
+      append_break(out, parser, u"\\par ");
+    } else if (character != u'\r') {
+      out.push_back(character);
+    }
+  }
+}
+
+}  // namespace
+
+std::u16string RTFParser::QELToRTF(std::u16string_view Text, QELIndexFonts& Fonts,
+                                   const QELIndexColors& Colors) const {
+  const auto surface = required_surface("QELToRTF");
+  const std::u16string body = rtf::restore_literal_codes(rtf::body_from_markup(Text));
+  std::u16string document = u"{\\rtf1\\ansi\\ansicpg1252\\deff0 ";
+  document.append(Fonts.FontTable(surface.get())).append(Colors.get_ColorTable());
+  document.append(u"{\\f0\\fs").append(records::from_integer(half_points(Fonts.get_FontSize())));
+  document.append(u" ");
+  document.reserve(document.size() + body.size() + 2);
+  return document.append(body).append(u"}}");
+}
+
+std::u16string RTFParser::QELToRTFWithoutTables(std::u16string_view Text) const {
+  return rtf::body_from_markup(Text);
+}
+
+bool RTFParser::IsQELCode(std::u16string_view Code) { return rtf::is_code(Code); }
+
+Color RTFParser::ConvertSystemColor(Color Value) {
+  return QELIndexColors::ConvertSystemColor(Value);
+}
+
+std::u16string RTFParser::RTFToQEL(std::u16string_view RTF, const QELIndexFonts& Fonts,
+                                   const QELIndexColors& Colors) const {
+  LoadedBox box("RTFToQEL");
+  if (RTF.empty()) return {};
+  box.use_tables(Fonts, Colors);
+  {
+    std::u16string storage;
+    box.load(rtf::prepare(RTF, true, storage));
+  }
+  if (!recognize_crlf_ && box.holds_only_a_break()) return {};
+  std::u16string markup;
+  markup.reserve(RTF.size());
+  rtf::FormatWalk walk(rtf::markup_spelling, Fonts, Colors, markup);
+  box.for_each_run([&](const platform::FormatRun& run) {
+    walk.enter(run.format);
+    append_characters(markup, run.text, *this, u"/nl");
+  });
+  drop_last_blank(markup, *this);
+  walk.close();
+  return markup;
+}
+
+std::u16string RTFParser::SimpleRTF(std::u16string_view RTF, QELIndexFonts& Fonts,
+                                    const QELIndexColors& Colors) const {
+  LoadedBox box("SimpleRTF");
+  std::u16string body = u"\\f0 ";
+  rtf::FormatWalk walk(rtf::rtf_spelling, Fonts, Colors, body);
+  if (!RTF.empty()) {
+    box.use_tables(Fonts, Colors);
+    std::u16string storage;
+    box.load(rtf::prepare(RTF, false, storage));
+    box.for_each_run([&](const platform::FormatRun& run) {
+      walk.enter(run.format);
+      append_rtf_characters(body, run.text, *this);
+    });
+    walk.close();
+  }
+  std::u16string document = u"{\\rtf1 ";
+  if (walk.wrote_font()) document.append(Fonts.FontTable(required_surface("SimpleRTF").get()));
+  if (walk.wrote_color()) document.append(Colors.get_ColorTable());
+  document.append(body).append(u"}");
+  // The last of the three finds nothing, as underline is switched off with another word. It belongs
+  // to the form all the same.
+  document = replace_all(std::move(document), u"\\par \\b0 ", u"\\b0 \\par ");
+  document = replace_all(std::move(document), u"\\par \\i0 ", u"\\i0 \\par ");
+  return replace_all(std::move(document), u"\\par \\u0 ", u"\\u0 \\par ");
+}
+
+std::u16string RTFParser::RTFToText(std::u16string_view RTF) const {
+  LoadedBox box("RTFToText");
+  if (RTF.empty()) return {};
+  box.load(RTF);
+  std::u16string text;
+  box.for_each_run([&](const platform::FormatRun& run) {
+    append_characters(text, run.text, *this, line_break);
+  });
+  drop_last_blank(text, *this);
+  return text;
+}
+
+std::u16string RTFParser::PreprocessRTF(std::u16string_view RTF) { return rtf::preprocess(RTF); }
+
+}  // namespace qel

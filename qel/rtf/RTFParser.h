@@ -1,0 +1,71 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+
+#include "qel/base/Color.h"
+#include "qel/tables/QELIndexColors.h"
+#include "qel/tables/QELIndexFonts.h"
+
+namespace qel {
+
+/// Turns markup into RTF and RTF into markup. Writing a document needs the measuring surface of the
+/// thread, reading also its conversion box (`Common::publish`, `Common::ConversionSlots`); a member
+/// that finds a slot empty raises an error that names it. Fonts and colours are those of the tables given.
+///
+/// Reading tells bold, italic, underline, strike-through, raised and lowered text, fonts 1 to 3 and
+/// colours 1 to 3 apart. Everything else is dropped.
+class RTFParser {
+ public:
+  /// A whole RTF document. Any text is accepted. Raises an error when the size of `Fonts` in
+  /// half-points does not fit 16 bits.
+  std::u16string QELToRTF(std::u16string_view Text, QELIndexFonts& Fonts,
+                          const QELIndexColors& Colors) const;
+  /// The converted body alone, for text that is put into an existing document. Codes that stand in
+  /// the markup as text (with two backslashes for the slash) are not restored.
+  std::u16string QELToRTFWithoutTables(std::u16string_view Text) const;
+
+  /// The converter's own idea of a code: exactly three characters, "/", a letter of "biupsckrl" with
+  /// 0 or 1 or a letter of "fy" with a digit.
+  static bool IsQELCode(std::u16string_view Code);
+  /// The current value of the system colour that `Value` names. The high bit is not looked at.
+  static Color ConvertSystemColor(Color Value);
+
+  // What the reading members make of breaks and tabs.
+
+  /// A line break becomes a blank, and one blank at the end of the text goes. Wins over
+  /// `RecognizeCRLF`. True at first.
+  bool get_ConvertNLToSpace() const { return nl_to_space_; }
+  void put_ConvertNLToSpace(bool Value) { nl_to_space_ = Value; }
+  /// A tab becomes a blank, unless it is recognised. True at first.
+  bool get_ConvertTabsToSpace() const { return tabs_to_space_; }
+  void put_ConvertTabsToSpace(bool Value) { tabs_to_space_ = Value; }
+  /// A line break becomes "/nl" ("\par " in RTF). False at first.
+  bool get_RecognizeCRLF() const { return recognize_crlf_; }
+  void put_RecognizeCRLF(bool Value) { recognize_crlf_ = Value; }
+  /// A tab stays one. False at first.
+  bool get_RecognizeTabs() const { return recognize_tabs_; }
+  void put_RecognizeTabs(bool Value) { recognize_tabs_ = Value; }
+
+  /// The markup of an RTF document. A code that stands in it as text comes out with two backslashes
+  /// in place of its slash. RTF that is broken gives the text before the break.
+  std::u16string RTFToQEL(std::u16string_view RTF, const QELIndexFonts& Fonts,
+                          const QELIndexColors& Colors) const;
+  /// The document in nothing but the control words that this class itself writes.
+  std::u16string SimpleRTF(std::u16string_view RTF, QELIndexFonts& Fonts,
+                           const QELIndexColors& Colors) const;
+  /// The plain text of an RTF document, breaks and tabs as the switches say. A line break that is
+  /// recognised is CR LF.
+  std::u16string RTFToText(std::u16string_view RTF) const;
+  /// The RTF with the words for typographic characters as code page escapes and raised and lowered
+  /// text as offsets. The words are replaced wherever they occur, also inside longer ones.
+  static std::u16string PreprocessRTF(std::u16string_view RTF);
+
+ private:
+  bool nl_to_space_ = true;
+  bool tabs_to_space_ = true;
+  bool recognize_crlf_ = false;
+  bool recognize_tabs_ = false;
+};
+
+}  // namespace qel

@@ -1,0 +1,84 @@
+#include "qel/tables/QELIndexFonts.h"
+
+#include <cstddef>
+#include <exception>
+
+#include "qel/base/CaseMapping.h"
+#include "qel/base/Error.h"
+#include "qel/tables/TableRecords.h"
+
+namespace qel {
+namespace {
+
+constexpr std::u16string_view separator = u"<Fonts:Rec>";
+constexpr std::u16string_view unused = u"<none>";
+
+}  // namespace
+
+std::int16_t QELIndexFonts::FontIndexGivenFontName(std::u16string_view Name) const {
+  if (equal_ignoring_case(names_.front(), Name)) return 0;
+  for (std::size_t i = 1; i < count; ++i) {
+    if (equal_ignoring_case(names_[i], Name)) return static_cast<std::int16_t>(i);
+  }
+  return -1;
+}
+
+std::u16string QELIndexFonts::FontTable(platform::MeasuringSurface* Surface) {
+  if (Surface == nullptr) {
+    throw Error(Error::object_not_set, "QELIndexFonts",
+                "FontTable: no measuring surface is published");
+  }
+  mark_symbol_fonts(*Surface);
+  std::u16string group = u"{\\fonttbl";
+  for (std::size_t i = 0; i < count; ++i) {
+    group.append(u"{\\f").append(records::from_integer(static_cast<std::int64_t>(i)));
+    group.append(is_symbol_[i] ? u"\\ftech " : u" ").append(names_[i]).append(u";}");
+  }
+  return group.append(u"}");
+}
+
+void QELIndexFonts::mark_symbol_fonts(platform::MeasuringSurface& surface) {
+  // A surface may answer by way of the host's own fonts, font 0 of this table among them.
+  const std::u16string default_font = names_.front();
+  for (std::size_t i = 0; i < count; ++i) {
+    is_symbol_[i] = false;
+    if (names_[i] == unused) continue;
+    try {
+      surface.put_TestFont(names_[i]);
+      is_symbol_[i] = surface.test_font_character_set() == platform::CharacterSet::symbol;
+    } catch (const std::exception&) {
+      // The font stays unmarked: a font that cannot be tried out is no reason not to convert.
+      continue;
+    }
+  }
+  names_.front() = default_font;
+}
+
+std::u16string QELIndexFonts::get_All() const {
+  return table_records::write_items([&](std::int16_t index) { return get_Font(index); })
+      .append(separator)
+      .append(records::write(size_));
+}
+
+void QELIndexFonts::put_All(std::u16string_view Value) {
+  const auto fields = records::split(Value, separator, 2);
+  const auto names = records::split(fields[0], table_records::item_separator, count);
+  for (std::size_t i = 0; i < count; ++i) names_[i] = names[i];
+  records::read(size_, fields[1]);
+}
+
+void QELIndexFonts::CopyFrom(const QELIndexFonts& Source) {
+  names_ = Source.names_;
+  size_ = Source.size_;
+}
+
+std::u16string QELIndexFonts::get_Font(std::int16_t Index) const {
+  return table_records::is_index(Index) ? names_[static_cast<std::size_t>(Index)]
+                                        : std::u16string();
+}
+
+void QELIndexFonts::put_Font(std::int16_t Index, std::u16string_view Value) {
+  if (table_records::is_index(Index)) names_[static_cast<std::size_t>(Index)] = Value;
+}
+
+}  // namespace qel
