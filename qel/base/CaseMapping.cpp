@@ -25,9 +25,9 @@ struct CodeRange {
 
 template <class Range, std::size_t Size>
 const Range* find_range(const Range (&ranges)[Size], char32_t character) {
-  const auto found = std::lower_bound(
-      std::begin(ranges), std::end(ranges), character,
-      [](const Range& range, char32_t wanted) { return range.last < wanted; });
+  const auto found =
+      std::lower_bound(std::begin(ranges), std::end(ranges), character,
+                       [](const Range& range, char32_t wanted) { return range.last < wanted; });
   return found != std::end(ranges) && found->first <= character ? found : nullptr;
 }
 

@@ -16,7 +16,8 @@ constexpr int green_of(Color color) { return (color >> 8) & 0xFF; }
 constexpr int blue_of(Color color) { return (color >> 16) & 0xFF; }
 
 constexpr bool is_system_color(Color color) { return color < 0; }
-/// The colour value that stands for the system colour `index` (0x80000005 is the window background).
+/// The colour value that stands for the system colour `index` (0x80000005 is the window
+/// background).
 constexpr Color system_color(std::int32_t index) {
   return static_cast<Color>(static_cast<std::uint32_t>(index) | 0x80000000U);
 }

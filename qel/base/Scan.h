@@ -1,36 +1,59 @@
 #pragma once
 
+#include <bit>
 #include <cstddef>
 #include <cstdint>
+#include <cstring>
 #include <string>
 #include <string_view>
 
 namespace qel {
 
+#if defined(__GNUC__)
+/// Eight characters that are compared at once.
+using CharacterBlock = std::uint16_t __attribute__((vector_size(16)));
+
+/// How many of the eight come before the first for which the comparison holds; 8 when it holds for
+/// none. A comparison sets all bits of an element.
+template <class Mask>
+std::size_t first_hit(const Mask& mask) {
+  std::uint64_t halves[2];
+  std::memcpy(halves, &mask, sizeof halves);
+  constexpr unsigned bits = 16;
+  const auto index = [](std::uint64_t half) {
+    const int zeros = std::endian::native == std::endian::little ? std::countr_zero(half)
+                                                                 : std::countl_zero(half);
+    return static_cast<std::size_t>(zeros) / bits;
+  };
+  return halves[0] != 0 ? index(halves[0]) : 4 + index(halves[1]);
+}
+#endif
+
 /// Position of the first character at or after `from` for which `wanted` holds; the length of the
-/// text when there is none. Looks at eight characters at a time, in a form that compilers turn into
-/// vector instructions: the conversions spend most of their time here. `wanted` should be made of
-/// comparisons joined by `|`.
+/// text when there is none. The conversions spend most of their time here, so it looks at eight
+/// characters at a time where the compiler can: `wanted` takes one character or a block of them,
+/// and is made of comparisons joined by `|`.
 template <class Predicate>
 std::size_t find_first(std::u16string_view text, std::size_t from, Predicate wanted) {
-  constexpr std::size_t block = 8;
-  const char16_t* const data = text.data();
   std::size_t at = from;
-  for (; at + block <= text.size(); at += block) {
-    std::uint16_t hits = 0;
-    for (std::size_t i = 0; i < block; ++i) {
-      hits = static_cast<std::uint16_t>(hits | (wanted(data[at + i]) ? 1U : 0U));
-    }
-    if (hits != 0) break;
+#if defined(__GNUC__)
+  constexpr std::size_t block_size = 8;
+  for (; at + block_size <= text.size(); at += block_size) {
+    CharacterBlock block;
+    std::memcpy(&block, text.data() + at, sizeof block);
+    const std::size_t hit = first_hit(wanted(block));
+    if (hit != block_size) return at + hit;
   }
-  while (at < text.size() && !wanted(data[at])) ++at;
+#endif
+  while (at < text.size() && !wanted(static_cast<std::uint16_t>(text[at]))) ++at;
   return at;
 }
 
 /// The same for the first of the `Wanted` characters.
 template <char16_t... Wanted>
 std::size_t find_any(std::u16string_view text, std::size_t from) {
-  return find_first(text, from, [](char16_t c) { return ((c == Wanted) | ...); });
+  return find_first(text, from,
+                    [](auto c) { return ((c == static_cast<std::uint16_t>(Wanted)) | ...); });
 }
 
 /// `text` with each occurrence of `search`, from left to right, replaced by `replacement`.

@@ -14,8 +14,8 @@ const platform::Platform& current_platform();
 void set_platform(std::shared_ptr<const platform::Platform> platform);
 
 /// Publishes the surface on which `QELToRTF` measures fonts and the box that `RTFToQEL` and
-/// `SimpleRTF` load text into. The last publication of a thread wins. The slots do not own: one whose
-/// object has gone reads as empty.
+/// `SimpleRTF` load text into. The last publication of a thread wins. The slots do not own: one
+/// whose object has gone reads as empty.
 void publish(const std::shared_ptr<platform::MeasuringSurface>& surface,
              const std::shared_ptr<platform::RichEdit>& converter);
 
@@ -23,8 +23,9 @@ void publish(const std::shared_ptr<platform::MeasuringSurface>& surface,
 std::shared_ptr<platform::MeasuringSurface> measuring_surface();
 std::shared_ptr<platform::RichEdit> conversion_box();
 
-/// Both slots filled with objects of the embedded platform for as long as this lives: what a program
-/// without any control needs in order to convert. Afterwards they hold again what they held before.
+/// Both slots filled with objects of the embedded platform for as long as this lives: what a
+/// program without any control needs in order to convert. Afterwards they hold again what they held
+/// before.
 class ConversionSlots {
  public:
   ConversionSlots();

@@ -58,8 +58,8 @@ class SymbolFontsByName : public platform::MeasuringSurface {
     constexpr std::array<std::u16string_view, 8> symbol_fonts = {
         u"symbol",   u"wingdings", u"wingdings 2",  u"wingdings 3",
         u"webdings", u"marlett",   u"zapfdingbats", u"standard symbols ps"};
-    const bool known = std::find(symbol_fonts.begin(), symbol_fonts.end(), test_font_) !=
-                       symbol_fonts.end();
+    const bool known =
+        std::find(symbol_fonts.begin(), symbol_fonts.end(), test_font_) != symbol_fonts.end();
     return known ? platform::CharacterSet::symbol : platform::CharacterSet::ansi;
   }
 

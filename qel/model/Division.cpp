@@ -72,16 +72,21 @@ Span find_span(const SegmentCollection& segments, std::int32_t start, std::int32
 
 void divide_words(SegmentCollection& segments, Pieces pieces) {
   SegmentCollection divided;
-  for (std::shared_ptr<Segment> segment : segments) {
+  for (const auto& segment : segments) {
+    divided.append(segment);
     const std::u16string_view text = segment->get_Text();
     std::size_t begin = 0;
-    for (std::size_t at = 1; at < text.size(); ++at) {
-      if (kind_at(text, at, pieces) == kind_at(text, at - 1, pieces)) continue;
-      auto rest = segment->split_off(static_cast<std::int32_t>(at - begin));
-      divided.append(std::exchange(segment, std::move(rest)));
+    for (std::size_t at = 1; at <= text.size(); ++at) {
+      const bool goes_on =
+          at < text.size() && kind_at(text, at, pieces) == kind_at(text, at - 1, pieces);
+      if (goes_on) continue;
+      if (begin == 0) {
+        segment->keep_first(static_cast<std::int32_t>(at));
+      } else {
+        divided.append(segment->with_text(text.substr(begin, at - begin)));
+      }
       begin = at;
     }
-    divided.append(std::move(segment));
   }
   segments = std::move(divided);
 }

@@ -5,7 +5,6 @@
 #include <string_view>
 #include <vector>
 
-#include "qel/base/CaseMapping.h"
 #include "qel/model/QELCode.h"
 #include "qel/model/Trimming.h"
 
@@ -13,10 +12,12 @@ namespace qel {
 namespace {
 
 using style_codes::CodeSet;
+using style_codes::CodeState;
 
-bool is_left_out(const iStyle& style, const OutputForm& form) {
-  return (form.without_ignored && style.get_Ignored()) ||
-         (form.without_hidden && style.get_Hidden()) || (form.without_note && style.get_Note());
+bool is_left_out(const CodeState& state, const OutputForm& form) {
+  return (form.without_ignored && state.color == ignored_color) ||
+         (form.without_hidden && state.color == hidden_color) ||
+         (form.without_note && state.color == note_color);
 }
 
 struct Runs {
@@ -31,8 +32,9 @@ Runs runs_of(const SegmentCollection& segments, std::int32_t line_codes_at_end,
   std::int32_t line_codes = 0;
   for (const auto& segment : segments) {
     line_codes += segment->line_codes_before();
-    if (is_left_out(segment->get_Style(), form)) continue;
-    runs.kept.push_back({segment->get_Text(), &segment->get_Style(), line_codes});
+    const CodeState state = segment->code_state();
+    if (is_left_out(state, form)) continue;
+    runs.kept.push_back({segment->get_Text(), state, line_codes});
     line_codes = 0;
   }
   runs.line_codes_at_end = line_codes + line_codes_at_end;
@@ -47,18 +49,18 @@ class CodeWriter {
         form_(form),
         set_(form.codes == OutputForm::Codes::v6 ? CodeSet::v6 : CodeSet::current) {}
 
-  void opening(const iStyle& style, const iStyle* last) {
+  void opening(const CodeState& state, const CodeState* last) {
     write([&](std::u16string& to) {
       if (last == nullptr) {
-        style_codes::append_on(to, style, set_);
+        style_codes::append_on(to, state, set_);
       } else {
-        style_codes::append_different_on(to, style, *last, set_);
+        style_codes::append_different_on(to, state, *last, set_);
       }
     });
   }
 
-  void closing(const iStyle& style, const iStyle* next) {
-    write([&](std::u16string& to) { style_codes::append_different_off(to, style, next, set_); });
+  void closing(const CodeState& state, const CodeState* next) {
+    write([&](std::u16string& to) { style_codes::append_different_off(to, state, next, set_); });
   }
 
   void line_codes(std::int32_t count) {
@@ -116,9 +118,9 @@ std::u16string encode(const SegmentCollection& segments, std::int32_t line_codes
   out.reserve(expected_size(runs));
   for (std::size_t i = 0; i < kept.size() && !nothing_to_style; ++i) {
     codes.line_codes(kept[i].line_codes_before);
-    codes.opening(*kept[i].style, i == 0 ? nullptr : kept[i - 1].style);
+    codes.opening(kept[i].state, i == 0 ? nullptr : &kept[i - 1].state);
     out.append(kept[i].text);
-    codes.closing(*kept[i].style, i + 1 == kept.size() ? nullptr : kept[i + 1].style);
+    codes.closing(kept[i].state, i + 1 == kept.size() ? nullptr : &kept[i + 1].state);
   }
   codes.line_codes(runs.line_codes_at_end);
   return restore_escaped_codes(std::move(out));

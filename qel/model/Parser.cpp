@@ -1,11 +1,16 @@
 #include "qel/model/Parser.h"
 
+#include <algorithm>
 #include <bit>
 #include <cstddef>
+#include <memory>
 #include <string_view>
+#include <utility>
+#include <vector>
 
 #include "qel/base/Scan.h"
 #include "qel/model/QELCode.h"
+#include "qel/model/StyleCodes.h"
 
 namespace qel {
 namespace {
@@ -20,21 +25,15 @@ class State {
       select(fonts_, index);
     } else if (letter == u'y') {
       select(colors_, index);
-    } else if (bool* const flag = flag_of(letter)) {
-      *flag = index == 1;
+    } else if (index == 1) {
+      attributes_ |= bit_of(letter);
+    } else {
+      attributes_ &= ~bit_of(letter);
     }
   }
 
-  void fill(iStyle& style) const {
-    style.Bold = bold_;
-    style.Italic = italic_;
-    style.Underline = underline_;
-    style.Superscript = superscript_;
-    style.Subscript = subscript_;
-    style.SmallCaps = small_caps_;
-    style.StrikeThru = strike_through_;
-    style.FontID = highest(fonts_);
-    style.ColorID = highest(colors_);
+  style_codes::CodeState current() const {
+    return {static_cast<std::uint8_t>(attributes_), highest(fonts_), highest(colors_)};
   }
 
  private:
@@ -47,52 +46,73 @@ class State {
     return flags == 0 ? std::int16_t{0} : static_cast<std::int16_t>(std::bit_width(flags) - 1);
   }
 
-  /// Null for "t", which is a code but changes nothing.
-  bool* flag_of(char16_t letter) {
+  /// 0 for "t", which is a code but changes nothing.
+  static unsigned bit_of(char16_t letter) {
     switch (letter) {
       case u'b':
-        return &bold_;
+        return style_codes::bold_bit;
       case u'i':
-        return &italic_;
+        return style_codes::italic_bit;
       case u'u':
-        return &underline_;
+        return style_codes::underline_bit;
       case u'p':
-        return &superscript_;
+        return style_codes::superscript_bit;
       case u's':
-        return &subscript_;
+        return style_codes::subscript_bit;
       case u'c':
-        return &small_caps_;
+        return style_codes::small_caps_bit;
       case u'k':
-        return &strike_through_;
+        return style_codes::strike_through_bit;
       default:
-        return nullptr;
+        return 0;
     }
   }
 
-  bool bold_ = false;
-  bool italic_ = false;
-  bool underline_ = false;
-  bool superscript_ = false;
-  bool subscript_ = false;
-  bool small_caps_ = false;
-  bool strike_through_ = false;
+  unsigned attributes_ = 0;
   unsigned fonts_ = 0;
   unsigned colors_ = 0;
 };
 
+/// The characters and the segments of one decoded text. Every segment that is handed out keeps all
+/// of it alive; in return a segment costs no allocation of its own.
+class DecodedText : public std::enable_shared_from_this<DecodedText> {
+ public:
+  explicit DecodedText(std::u16string text) : text_(std::move(text)) {}
+
+  std::u16string_view text() const { return text_; }
+
+  std::shared_ptr<Segment> new_segment(std::size_t characters_left) {
+    if (used_ == block_size_) add_block(characters_left);
+    return {shared_from_this(), &blocks_.back()[used_++]};
+  }
+
+ private:
+  void add_block(std::size_t characters_left) {
+    constexpr std::size_t usual_run = 16;
+    constexpr std::size_t largest_block = 512;
+    block_size_ = std::min(characters_left / usual_run + 1, largest_block);
+    blocks_.push_back(std::make_unique<Segment[]>(block_size_));
+    used_ = 0;
+  }
+
+  std::u16string text_;
+  std::vector<std::unique_ptr<Segment[]>> blocks_;
+  std::size_t block_size_ = 0;
+  std::size_t used_ = 0;
+};
+
 }  // namespace
 
-std::int32_t parse_markup(const std::shared_ptr<const std::u16string>& text,
-                          SegmentCollection& segments) {
-  const std::u16string_view rest = *text;
+std::int32_t parse_markup(std::u16string text, SegmentCollection& segments) {
+  const auto decoded = std::make_shared<DecodedText>(std::move(text));
+  const std::u16string_view rest = decoded->text();
   State state;
   std::int32_t line_codes = 0;
   std::size_t run = 0;
   const auto close_run = [&](std::size_t end) {
     if (end == run) return;
-    auto segment = std::make_shared<Segment>(text, rest.substr(run, end - run));
-    state.fill(segment->get_Style());
-    segment->set_line_codes_before(line_codes);
+    auto segment = decoded->new_segment(rest.size() - run);
+    segment->set_decoded(rest.substr(run, end - run), state.current(), line_codes);
     line_codes = 0;
     segments.append(std::move(segment));
   };

@@ -2,6 +2,8 @@
 
 #include <cstddef>
 
+#include "qel/base/Scan.h"
+
 namespace qel {
 namespace {
 
@@ -67,9 +69,9 @@ bool IsQELCode(std::u16string_view Text, std::int32_t Flags) {
 
 std::u16string protect_escaped_codes(std::u16string text) {
   // The placeholder is as long as the escaped code, so the text is changed in place.
-  for (std::size_t hit = text.find(u"~/"); hit != std::u16string::npos;
-       hit = text.find(u"~/", hit + 1)) {
-    if (hit + 3 >= text.size() || !is_escapable(text[hit + 2], text[hit + 3])) continue;
+  for (std::size_t hit = find_any<u'~'>(text, 0); hit + 3 < text.size();
+       hit = find_any<u'~'>(text, hit + 1)) {
+    if (text[hit + 1] != u'/' || !is_escapable(text[hit + 2], text[hit + 3])) continue;
     text[hit] = u'<';
     text[hit + 1] = text[hit + 2];
     text[hit + 2] = text[hit + 3];
@@ -79,9 +81,8 @@ std::u16string protect_escaped_codes(std::u16string text) {
 }
 
 std::u16string restore_escaped_codes(std::u16string text) {
-  for (std::size_t hit = text.find(u'<'); hit != std::u16string::npos;
-       hit = text.find(u'<', hit + 1)) {
-    if (hit + 3 >= text.size()) break;
+  for (std::size_t hit = find_any<u'<'>(text, 0); hit + 3 < text.size();
+       hit = find_any<u'<'>(text, hit + 1)) {
     if (text[hit + 3] != u']' || !is_escapable(text[hit + 1], text[hit + 2])) continue;
     text[hit + 3] = text[hit + 2];
     text[hit + 2] = text[hit + 1];

@@ -17,8 +17,8 @@ enum QELCodeFlags : std::int32_t {
 };
 
 /// Whether `Text` is a code of the kind that `Flags` asks for. Only the leading slash, the second
-/// and the last character are looked at; "/nl" is a code under every value, also one outside 0 to 5,
-/// which accepts nothing else.
+/// and the last character are looked at; "/nl" is a code under every value, also one outside 0 to
+/// 5, which accepts nothing else.
 bool IsQELCode(std::u16string_view Text, std::int32_t Flags = sfAll);
 
 /// Turns each escaped code ("~/b1") into the placeholder that hides its slash ("<b1]").

@@ -4,25 +4,47 @@
 #include <utility>
 
 namespace qel {
+
 Segment::Segment(std::u16string_view text, const iStyle& style) {
   put_Text(text);
-  style_.copy_record(style);
+  get_Style().copy_record(style);
 }
 
-Segment::Segment(std::shared_ptr<const std::u16string> buffer, std::u16string_view slice)
-    : buffer_(std::move(buffer)), text_(slice) {}
-
 void Segment::put_Text(std::u16string_view text) {
-  buffer_ = std::make_shared<const std::u16string>(text);
-  text_ = *buffer_;
+  // The old text goes last: `text` may be a part of it.
+  auto own_text = std::make_unique<const std::u16string>(text);
+  text_ = *own_text;
+  own_text_ = std::move(own_text);
+}
+
+iStyle& Segment::get_Style() {
+  if (!style_) style_ = std::make_unique<iStyle>(style_codes::style_of(decoded_state_));
+  return *style_;
+}
+
+style_codes::CodeState Segment::code_state() const {
+  return style_ ? style_codes::state_of(*style_) : decoded_state_;
 }
 
 std::shared_ptr<Segment> Segment::split_off(std::int32_t count) {
-  const auto kept = static_cast<std::size_t>(count);
-  auto rest = std::make_shared<Segment>(buffer_, text_.substr(kept));
-  rest->style_.copy_record(style_);
-  text_ = text_.substr(0, kept);
+  auto rest = with_text(text_.substr(static_cast<std::size_t>(count)));
+  keep_first(count);
   return rest;
+}
+
+std::shared_ptr<Segment> Segment::with_text(std::u16string_view text) {
+  auto segment = std::make_shared<Segment>();
+  segment->put_Text(text);
+  segment->decoded_state_ = decoded_state_;
+  if (style_) segment->get_Style().copy_record(*style_);
+  return segment;
+}
+
+void Segment::set_decoded(std::u16string_view text, const style_codes::CodeState& state,
+                          std::int32_t line_codes_before) {
+  text_ = text;
+  decoded_state_ = state;
+  line_codes_before_ = line_codes_before;
 }
 
 }  // namespace qel

@@ -29,8 +29,7 @@ std::int32_t SegmentCollection::IndexOf(const std::shared_ptr<Segment>& FindSegm
 }
 
 std::shared_ptr<Segment> SegmentCollection::InsertBefore(std::u16string_view text,
-                                                         const iStyle& style,
-                                                         std::int32_t Index) {
+                                                         const iStyle& style, std::int32_t Index) {
   if (Index < 1 || Index > count_) return nullptr;
   auto segment = std::make_shared<Segment>(text, style);
   insert(segment, Index);

@@ -1,7 +1,7 @@
 #include "qel/model/StyleCodes.h"
 
-#include <algorithm>
 #include <array>
+#include <cstddef>
 
 namespace qel::style_codes {
 namespace {
@@ -9,19 +9,20 @@ namespace {
 struct Attribute {
   bool iStyle::*field;
   char16_t letter;
-  bool in_v6;
 };
 
-/// In the order in which attributes are switched on; they are switched off in reverse.
+/// In the order of their bits, in which they are switched on; they are switched off in reverse.
 constexpr std::array attributes = {
-    Attribute{&iStyle::Bold, u'b', true},        Attribute{&iStyle::Italic, u'i', true},
-    Attribute{&iStyle::Underline, u'u', true},   Attribute{&iStyle::SmallCaps, u'c', true},
-    Attribute{&iStyle::StrikeThru, u'k', false}, Attribute{&iStyle::Subscript, u's', true},
-    Attribute{&iStyle::Superscript, u'p', true}, Attribute{&iStyle::Unicode, u't', false},
+    Attribute{&iStyle::Bold, u'b'},        Attribute{&iStyle::Italic, u'i'},
+    Attribute{&iStyle::Underline, u'u'},   Attribute{&iStyle::SmallCaps, u'c'},
+    Attribute{&iStyle::StrikeThru, u'k'},  Attribute{&iStyle::Subscript, u's'},
+    Attribute{&iStyle::Superscript, u'p'}, Attribute{&iStyle::Unicode, u't'},
 };
 
-bool in_set(const Attribute& attribute, CodeSet set) {
-  return attribute.in_v6 || set == CodeSet::current;
+constexpr unsigned not_in_v6 = strike_through_bit | unicode_bit;
+
+unsigned in_set(unsigned bits, CodeSet set) {
+  return set == CodeSet::current ? bits : bits & ~not_in_v6;
 }
 
 bool is_index(std::int16_t index) { return index >= 1 && index <= 9; }
@@ -31,22 +32,32 @@ void append_code(std::u16string& out, char16_t letter, int digit) {
   out.append(code.data(), code.size());
 }
 
-void append_color_on(std::u16string& out, std::int16_t color, CodeSet set) {
-  if (!is_index(color)) return;
-  if (set == CodeSet::current || color == 1) {
-    append_code(out, u'y', color);
-  } else if (color == 2) {
-    append_code(out, u'z', 1);
+void append_attributes_on(std::u16string& out, unsigned bits) {
+  for (std::size_t i = 0; bits != 0; ++i, bits >>= 1U) {
+    if ((bits & 1U) != 0) append_code(out, attributes[i].letter, 1);
   }
 }
 
-void append_color_off(std::u16string& out, std::int16_t color, CodeSet set) {
-  if (!is_index(color)) return;
-  if (set == CodeSet::current || color == 1) {
-    append_code(out, u'y', 0);
-  } else if (color == 2) {
-    append_code(out, u'z', 0);
+void append_attributes_off(std::u16string& out, unsigned bits) {
+  for (std::size_t i = attributes.size(); bits != 0 && i-- > 0;) {
+    if ((bits >> i & 1U) != 0) append_code(out, attributes[i].letter, 0);
   }
+}
+
+/// In v6, colour 2 has a letter of its own and colours from 3 on have none.
+char16_t color_letter(std::int16_t color, CodeSet set) {
+  if (set == CodeSet::current || color == 1) return u'y';
+  return color == 2 ? u'z' : u'\0';
+}
+
+void append_color_on(std::u16string& out, std::int16_t color, CodeSet set) {
+  const char16_t letter = color_letter(color, set);
+  if (is_index(color) && letter != 0) append_code(out, letter, letter == u'z' ? 1 : color);
+}
+
+void append_color_off(std::u16string& out, std::int16_t color, CodeSet set) {
+  const char16_t letter = color_letter(color, set);
+  if (is_index(color) && letter != 0) append_code(out, letter, 0);
 }
 
 void append_font_on(std::u16string& out, std::int16_t font, CodeSet set) {
@@ -61,52 +72,58 @@ void append_font_off(std::u16string& out, std::int16_t font) {
 
 }  // namespace
 
-void append_on(std::u16string& out, const iStyle& style, CodeSet set) {
-  for (const Attribute& attribute : attributes) {
-    if (in_set(attribute, set) && style.*attribute.field) append_code(out, attribute.letter, 1);
+CodeState state_of(const iStyle& style) {
+  unsigned bits = 0;
+  for (std::size_t i = 0; i < attributes.size(); ++i) {
+    if (style.*attributes[i].field) bits |= 1U << i;
   }
-  append_color_on(out, style.ColorID, set);
-  append_font_on(out, style.FontID, set);
+  return {static_cast<std::uint8_t>(bits), style.FontID, style.ColorID};
 }
 
-void append_off(std::u16string& out, const iStyle& style, CodeSet set) {
-  append_font_off(out, style.FontID);
-  append_color_off(out, style.ColorID, set);
-  std::for_each(attributes.rbegin(), attributes.rend(), [&](const Attribute& attribute) {
-    if (in_set(attribute, set) && style.*attribute.field) append_code(out, attribute.letter, 0);
-  });
+iStyle style_of(const CodeState& state) {
+  iStyle style;
+  for (std::size_t i = 0; i < attributes.size(); ++i) {
+    style.*attributes[i].field = (state.attributes >> i & 1U) != 0;
+  }
+  style.FontID = state.font;
+  style.ColorID = state.color;
+  return style;
 }
 
-void append_different_on(std::u16string& out, const iStyle& style, const iStyle& last,
+void append_on(std::u16string& out, const CodeState& state, CodeSet set) {
+  append_attributes_on(out, in_set(state.attributes, set));
+  append_color_on(out, state.color, set);
+  append_font_on(out, state.font, set);
+}
+
+void append_off(std::u16string& out, const CodeState& state, CodeSet set) {
+  append_font_off(out, state.font);
+  append_color_off(out, state.color, set);
+  append_attributes_off(out, in_set(state.attributes, set));
+}
+
+void append_different_on(std::u16string& out, const CodeState& state, const CodeState& last,
                          CodeSet set) {
-  for (const Attribute& attribute : attributes) {
-    if (in_set(attribute, set) && style.*attribute.field && !(last.*attribute.field)) {
-      append_code(out, attribute.letter, 1);
-    }
-  }
+  append_attributes_on(out, in_set(state.attributes & ~unsigned{last.attributes}, set));
   // The font goes off where a colour is on and the font stays, and is not switched on again. Only
   // indexes that have codes count: one out of range never writes anything.
-  if (set == CodeSet::current && style.ColorID != 0 && is_index(last.FontID) &&
-      style.FontID == last.FontID) {
+  if (set == CodeSet::current && state.color != 0 && is_index(last.font) &&
+      state.font == last.font) {
     append_code(out, u'f', 0);
   }
-  if (style.ColorID != last.ColorID) append_color_on(out, style.ColorID, set);
-  if (style.FontID != last.FontID) append_font_on(out, style.FontID, set);
+  if (state.color != last.color) append_color_on(out, state.color, set);
+  if (state.font != last.font) append_font_on(out, state.font, set);
 }
 
-void append_different_off(std::u16string& out, const iStyle& style, const iStyle* next,
+void append_different_off(std::u16string& out, const CodeState& state, const CodeState* next,
                           CodeSet set) {
   if (next == nullptr) {
-    append_off(out, style, set);
+    append_off(out, state, set);
     return;
   }
-  if (style.FontID != next->FontID) append_font_off(out, style.FontID);
-  if (style.ColorID != next->ColorID) append_color_off(out, style.ColorID, set);
-  std::for_each(attributes.rbegin(), attributes.rend(), [&](const Attribute& attribute) {
-    if (in_set(attribute, set) && style.*attribute.field && !(next->*attribute.field)) {
-      append_code(out, attribute.letter, 0);
-    }
-  });
+  if (state.font != next->font) append_font_off(out, state.font);
+  if (state.color != next->color) append_color_off(out, state.color, set);
+  append_attributes_off(out, in_set(state.attributes & ~unsigned{next->attributes}, set));
 }
 
 }  // namespace qel::style_codes

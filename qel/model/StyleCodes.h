@@ -1,19 +1,47 @@
 #pragma once
 
+#include <cstdint>
 #include <string>
 
 #include "qel/model/iStyle.h"
 
-/// The code builders of `iStyle` in the form that the encoder uses: they append to a buffer.
+/// The code builders of `iStyle` in the form that the decoder and the encoder use: they work on the
+/// few bytes of a style that have codes, and append to a buffer.
 namespace qel::style_codes {
 
 enum class CodeSet { current, v6 };
 
-void append_on(std::u16string& out, const iStyle& style, CodeSet set);
-void append_off(std::u16string& out, const iStyle& style, CodeSet set);
-void append_different_on(std::u16string& out, const iStyle& style, const iStyle& last, CodeSet set);
+/// The attributes with a code, as bits in the order in which they are switched on.
+enum AttributeBit : std::uint8_t {
+  bold_bit = 1,
+  italic_bit = 2,
+  underline_bit = 4,
+  small_caps_bit = 8,
+  strike_through_bit = 16,
+  subscript_bit = 32,
+  superscript_bit = 64,
+  unicode_bit = 128,
+};
+
+/// What of a style has codes.
+struct CodeState {
+  std::uint8_t attributes = 0;
+  std::int16_t font = 0;
+  std::int16_t color = 0;
+
+  friend bool operator==(const CodeState&, const CodeState&) = default;
+};
+
+CodeState state_of(const iStyle& style);
+/// A default style with these attributes, font and colour.
+iStyle style_of(const CodeState& state);
+
+void append_on(std::u16string& out, const CodeState& state, CodeSet set);
+void append_off(std::u16string& out, const CodeState& state, CodeSet set);
+void append_different_on(std::u16string& out, const CodeState& state, const CodeState& last,
+                         CodeSet set);
 /// `next` is null after the last run: then everything is switched off.
-void append_different_off(std::u16string& out, const iStyle& style, const iStyle* next,
+void append_different_off(std::u16string& out, const CodeState& state, const CodeState* next,
                           CodeSet set);
 
 }  // namespace qel::style_codes

@@ -40,11 +40,10 @@ std::u16string StyleDecoder::get_QELText() const { return GetQELText(ofMarkup, f
 
 void StyleDecoder::put_QELText(std::u16string_view Text) {
   // Taken first: `Text` may be a view of a segment that is about to go.
-  const auto protected_text =
-      std::make_shared<const std::u16string>(protect_escaped_codes(std::u16string(Text)));
+  std::u16string text = protect_escaped_codes(std::u16string(Text));
   words_.reset();
   segments_->Clear();
-  line_codes_at_end_ = parse_markup(protected_text, *segments_);
+  line_codes_at_end_ = parse_markup(std::move(text), *segments_);
 }
 
 void StyleDecoder::SetQELText(std::u16string_view Text, std::int32_t Options) {
@@ -74,9 +73,9 @@ std::u16string StyleDecoder::GetQELText(std::int32_t Flags, bool RemoveLeadingAn
 
 std::u16string StyleDecoder::GetQELTextv6(std::int32_t Flags, bool RemoveLeadingAndTrailingSpaces,
                                           bool RemoveDoubleSpaces) const {
-  return encode(*segments_, line_codes_at_end_,
-                form_of(OutputForm::Codes::v6, Flags, RemoveLeadingAndTrailingSpaces,
-                        RemoveDoubleSpaces));
+  return encode(
+      *segments_, line_codes_at_end_,
+      form_of(OutputForm::Codes::v6, Flags, RemoveLeadingAndTrailingSpaces, RemoveDoubleSpaces));
 }
 
 std::u16string StyleDecoder::get_QELTextv6() const { return GetQELTextv6(ofMarkup, false, false); }
@@ -149,8 +148,7 @@ void change_span(SegmentCollection& segments, std::int32_t start, std::int32_t l
 void StyleDecoder::ApplyStyleToText(std::int16_t SelStart, std::int16_t SelLength,
                                     const iStyle& Style) {
   words_.reset();
-  change_span(*segments_, SelStart, SelLength,
-              [&](iStyle& style) { style.copy_record(Style); });
+  change_span(*segments_, SelStart, SelLength, [&](iStyle& style) { style.copy_record(Style); });
 }
 
 void StyleDecoder::ApplyAttributeToSegmentedText(std::int16_t SelStart, std::int16_t SelLength,

@@ -6,15 +6,16 @@
 #include <string_view>
 #include <vector>
 
+#include "qel/model/StyleCodes.h"
+
 namespace qel {
 
-class iStyle;
 struct OutputForm;
 
 /// One run on its way to the output.
 struct Run {
   std::u16string_view text;
-  const iStyle* style = nullptr;
+  style_codes::CodeState state;
   std::int32_t line_codes_before = 0;
 };
 

@@ -26,8 +26,8 @@ class WordBuilder {
 
   void end_word() {
     if (segments_.empty()) return;
-    words_.push_back(std::make_shared<Word>(std::exchange(text_, {}),
-                                            std::exchange(segments_, {}), first_index_));
+    words_.push_back(std::make_shared<Word>(std::exchange(text_, {}), std::exchange(segments_, {}),
+                                            first_index_));
   }
 
  private:

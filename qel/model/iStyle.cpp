@@ -17,14 +17,34 @@ constexpr std::u16string_view separator = u"<Font:Rec>";
 template <class Style>
 auto fields_of(Style& style) {
   return std::tie(style.Name, style.Size, style.Bold, style.Italic, style.Underline,
-                  style.SmallCaps, style.StrikeThru, style.FontID, style.ColorID,
-                  style.Superscript, style.Subscript, style.Unicode);
+                  style.SmallCaps, style.StrikeThru, style.FontID, style.ColorID, style.Superscript,
+                  style.Subscript, style.Unicode);
 }
 
-template <auto append, class... Arguments>
-std::u16string built(const Arguments&... arguments) {
+std::u16string on_codes(const iStyle& style, CodeSet set) {
   std::u16string codes;
-  append(codes, arguments...);
+  style_codes::append_on(codes, style_codes::state_of(style), set);
+  return codes;
+}
+
+std::u16string off_codes(const iStyle& style, CodeSet set) {
+  std::u16string codes;
+  style_codes::append_off(codes, style_codes::state_of(style), set);
+  return codes;
+}
+
+std::u16string different_on_codes(const iStyle& style, const iStyle& last, CodeSet set) {
+  std::u16string codes;
+  style_codes::append_different_on(codes, style_codes::state_of(style), style_codes::state_of(last),
+                                   set);
+  return codes;
+}
+
+std::u16string different_off_codes(const iStyle& style, const iStyle* next, CodeSet set) {
+  if (next == nullptr) return off_codes(style, set);
+  std::u16string codes;
+  const style_codes::CodeState next_state = style_codes::state_of(*next);
+  style_codes::append_different_off(codes, style_codes::state_of(style), &next_state, set);
   return codes;
 }
 
@@ -56,36 +76,30 @@ void iStyle::Initialize() {
   TitleCase = title_case;
 }
 
-std::u16string iStyle::OnCodes(const iStyle& pStyle) {
-  return built<style_codes::append_on>(pStyle, CodeSet::current);
-}
+std::u16string iStyle::OnCodes(const iStyle& pStyle) { return on_codes(pStyle, CodeSet::current); }
 
 std::u16string iStyle::OffCodes(const iStyle& pStyle) {
-  return built<style_codes::append_off>(pStyle, CodeSet::current);
+  return off_codes(pStyle, CodeSet::current);
 }
 
 std::u16string iStyle::DifferentOnCodes(const iStyle& pStyle, const iStyle& LastStyle) {
-  return built<style_codes::append_different_on>(pStyle, LastStyle, CodeSet::current);
+  return different_on_codes(pStyle, LastStyle, CodeSet::current);
 }
 
 std::u16string iStyle::DifferentOffCodes(const iStyle& pStyle, const iStyle* NextStyle) {
-  return built<style_codes::append_different_off>(pStyle, NextStyle, CodeSet::current);
+  return different_off_codes(pStyle, NextStyle, CodeSet::current);
 }
 
-std::u16string iStyle::v6OnCodes(const iStyle& pStyle) {
-  return built<style_codes::append_on>(pStyle, CodeSet::v6);
-}
+std::u16string iStyle::v6OnCodes(const iStyle& pStyle) { return on_codes(pStyle, CodeSet::v6); }
 
-std::u16string iStyle::v6OffCodes(const iStyle& pStyle) {
-  return built<style_codes::append_off>(pStyle, CodeSet::v6);
-}
+std::u16string iStyle::v6OffCodes(const iStyle& pStyle) { return off_codes(pStyle, CodeSet::v6); }
 
 std::u16string iStyle::v6DifferentOnCodes(const iStyle& pStyle, const iStyle& LastStyle) {
-  return built<style_codes::append_different_on>(pStyle, LastStyle, CodeSet::v6);
+  return different_on_codes(pStyle, LastStyle, CodeSet::v6);
 }
 
 std::u16string iStyle::v6DifferentOffCodes(const iStyle& pStyle, const iStyle* NextStyle) {
-  return built<style_codes::append_different_off>(pStyle, NextStyle, CodeSet::v6);
+  return different_off_codes(pStyle, NextStyle, CodeSet::v6);
 }
 
 }  // namespace qel

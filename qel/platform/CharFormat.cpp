@@ -20,7 +20,8 @@ void for_each_field(Left& left, Right& right, Action action) {
   auto right_fields = fields_of(right);
   [&]<std::size_t... Index>(std::index_sequence<Index...>) {
     (action(std::get<Index>(left_fields), std::get<Index>(right_fields)), ...);
-  }(std::make_index_sequence<std::tuple_size_v<decltype(left_fields)>>());
+  }
+  (std::make_index_sequence<std::tuple_size_v<decltype(left_fields)>>());
 }
 
 }  // namespace

@@ -36,9 +36,10 @@ struct FormatRun {
 /// Returns whether to go on with the next run.
 using RunVisitor = std::function<bool(const FormatRun&)>;
 
-/// One rich edit box. A platform implements the virtual members; the familiar ones below are written
-/// once on top of them. A paragraph break in the text is CR LF and takes two positions. Text may
-/// hold any character; RTF in a string may too. Out-of-range positions are moved to the nearest end.
+/// One rich edit box. A platform implements the virtual members; the familiar ones below are
+/// written once on top of them. A paragraph break in the text is CR LF and takes two positions.
+/// Text may hold any character; RTF in a string may too. Out-of-range positions are moved to the
+/// nearest end.
 class RichEdit {
  public:
   RichEdit() = default;
@@ -69,8 +70,8 @@ class RichEdit {
   virtual std::optional<Alignment> alignment() const = 0;
   virtual void put_alignment(Alignment alignment) = 0;
 
-  /// Calls `visit` for the runs of equal format in order, beginning with the one that holds position
-  /// `from`. Neighbouring runs differ in format.
+  /// Calls `visit` for the runs of equal format in order, beginning with the one that holds
+  /// position `from`. Neighbouring runs differ in format.
   virtual void visit_runs(std::int32_t from, const RunVisitor& visit) const = 0;
 
   virtual BoxAppearance appearance() const = 0;
@@ -112,7 +113,9 @@ class RichEdit {
   std::optional<Color> get_SelColor() const { return format().color; }
   void put_SelColor(Color color) { change(&FormatChange::color, color); }
   std::optional<std::u16string> get_SelFontName() const { return format().font_name; }
-  void put_SelFontName(std::u16string_view name) { change(&FormatChange::font_name, std::u16string(name)); }
+  void put_SelFontName(std::u16string_view name) {
+    change(&FormatChange::font_name, std::u16string(name));
+  }
   std::optional<float> get_SelFontSize() const { return format().size; }
   void put_SelFontSize(float points) { change(&FormatChange::size, points); }
 

@@ -19,10 +19,10 @@ struct LeadBytes {
 };
 
 /// First bytes of the two-byte characters of the East Asian code pages.
-constexpr std::array lead_bytes = {
-    LeadBytes{932, 0x81, 0x9F}, LeadBytes{932, 0xE0, 0xFC},  LeadBytes{936, 0x81, 0xFE},
-    LeadBytes{949, 0x81, 0xFE}, LeadBytes{950, 0x81, 0xFE},  LeadBytes{1361, 0x84, 0xD3},
-    LeadBytes{1361, 0xD8, 0xDE}, LeadBytes{1361, 0xE0, 0xF9}};
+constexpr std::array lead_bytes = {LeadBytes{932, 0x81, 0x9F},  LeadBytes{932, 0xE0, 0xFC},
+                                   LeadBytes{936, 0x81, 0xFE},  LeadBytes{949, 0x81, 0xFE},
+                                   LeadBytes{950, 0x81, 0xFE},  LeadBytes{1361, 0x84, 0xD3},
+                                   LeadBytes{1361, 0xD8, 0xDE}, LeadBytes{1361, 0xE0, 0xF9}};
 
 constexpr int utf8 = 65001;
 
@@ -66,7 +66,7 @@ std::size_t CodePage::length_from(std::uint8_t first_byte) const {
 std::u16string CodePage::decode(std::string_view bytes) const {
   if (bytes.size() == 1) {
     const auto byte = static_cast<std::uint8_t>(bytes.front());
-    return {1, byte < 0x80 ? char16_t{byte} : high_half_[byte - 0x80U]};
+    return std::u16string(1, byte < 0x80 ? char16_t{byte} : high_half_[byte - 0x80U]);
   }
   std::u16string text = system_ ? system_->decode(bytes) : std::u16string();
   return text.empty() ? decode_each_western(bytes) : text;
@@ -87,14 +87,27 @@ std::optional<std::uint8_t> encode_western(char16_t character) {
 
 std::optional<int> code_page_of_character_set(int character_set) {
   // The character set numbers of font records, as RTF uses them.
-  constexpr std::array<std::pair<int, int>, 19> code_pages = {
-      {{0, 1252},    {2, CodePage::symbol}, {77, 10000}, {128, 932},  {129, 949},
-       {130, 1361},  {134, 936},            {136, 950},  {161, 1253}, {162, 1254},
-       {163, 1258},  {177, 1255},           {178, 1256}, {186, 1257}, {204, 1251},
-       {222, 874},   {238, 1250},           {254, 437},  {255, 850}}};
-  const auto found = std::find_if(code_pages.begin(), code_pages.end(), [&](const auto& entry) {
-    return entry.first == character_set;
-  });
+  constexpr std::array<std::pair<int, int>, 19> code_pages = {{{0, 1252},
+                                                               {2, CodePage::symbol},
+                                                               {77, 10000},
+                                                               {128, 932},
+                                                               {129, 949},
+                                                               {130, 1361},
+                                                               {134, 936},
+                                                               {136, 950},
+                                                               {161, 1253},
+                                                               {162, 1254},
+                                                               {163, 1258},
+                                                               {177, 1255},
+                                                               {178, 1256},
+                                                               {186, 1257},
+                                                               {204, 1251},
+                                                               {222, 874},
+                                                               {238, 1250},
+                                                               {254, 437},
+                                                               {255, 850}}};
+  const auto found = std::find_if(code_pages.begin(), code_pages.end(),
+                                  [&](const auto& entry) { return entry.first == character_set; });
   if (found == code_pages.end()) return {};
   return found->second;
 }

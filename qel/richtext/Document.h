@@ -79,9 +79,9 @@ class Document {
   /// Aligns the last paragraph.
   void align_last(Alignment alignment);
 
-  /// Replaces the characters of the extent, which lies within the document and cuts no break in two,
-  /// by the other document's content. A paragraph that is joined from two parts is aligned as its
-  /// last part is, one that is cut in two keeps its alignment in both, and alignments of whole
+  /// Replaces the characters of the extent, which lies within the document and cuts no break in
+  /// two, by the other document's content. A paragraph that is joined from two parts is aligned as
+  /// its last part is, one that is cut in two keeps its alignment in both, and alignments of whole
   /// paragraphs of the content come along.
   void replace(Extent extent, const Document& content);
   void change_format(Extent extent, const FormatChange& change);

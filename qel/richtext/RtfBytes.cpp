@@ -87,7 +87,7 @@ std::string rtf_to_bytes(std::u16string_view rtf) {
   std::string bytes;
   bytes.reserve(rtf.size());
   for (std::size_t at = 0; at < rtf.size();) {
-    const std::size_t end = find_first(rtf, at, [](char16_t c) { return c >= 0x80; });
+    const std::size_t end = find_first(rtf, at, [](auto c) { return c >= std::uint16_t{0x80}; });
     const std::size_t kept = bytes.size();
     bytes.resize(kept + (end - at));
     std::transform(rtf.begin() + static_cast<std::ptrdiff_t>(at),

@@ -12,8 +12,8 @@ namespace qel::richtext {
 std::u16string rtf_from_bytes(std::string_view bytes);
 
 /// The RTF of a string as bytes, all of them below 0x80: other characters are written "\'hh" where
-/// code page 1252 has them and "\uN?" where it has not. For RTF that declares that code page and one
-/// replacement character, which are the defaults.
+/// code page 1252 has them and "\uN?" where it has not. For RTF that declares that code page and
+/// one replacement character, which are the defaults.
 std::string rtf_to_bytes(std::u16string_view rtf);
 
 }  // namespace qel::richtext

@@ -334,7 +334,8 @@ void Reader::set_font(std::int32_t /*argument*/, Parameter number) {
 
 void Reader::set_size(std::int32_t /*argument*/, Parameter half_points) {
   const std::int32_t value = half_points.value_or(24);
-  if (value >= 1 && value <= 0xFFFF) state_.character.half_points = static_cast<std::uint16_t>(value);
+  if (value >= 1 && value <= 0xFFFF)
+    state_.character.half_points = static_cast<std::uint16_t>(value);
 }
 
 void Reader::set_color(std::int32_t /*argument*/, Parameter number) {
@@ -459,7 +460,12 @@ void Reader::add_byte(std::uint8_t byte) {
   pending_bytes_.push_back(static_cast<char>(byte));
   const auto first = static_cast<std::uint8_t>(pending_bytes_.front());
   if (pending_bytes_.size() < code_page.length_from(first)) return;
-  for (const char16_t unit : code_page.decode(std::exchange(pending_bytes_, {}))) add_unit(unit);
+  const std::u16string character = code_page.decode(std::exchange(pending_bytes_, {}));
+  if (state_.destination == Destination::font_table) {
+    fonts_.add_to_name(character);  // an escaped semicolon does not end the name
+    return;
+  }
+  for (const char16_t unit : character) add_unit(unit);
 }
 
 /// Gives up waiting for the rest of a character.
@@ -518,7 +524,8 @@ const RtfFontTable::Font* Reader::font_of(const CharState& state) const {
 
 const CodePage& Reader::current_code_page() {
   const RtfFontTable::Font* const font = font_of(state_.character);
-  const int number = (font != nullptr ? font->code_page : std::nullopt).value_or(document_code_page_);
+  const int number =
+      (font != nullptr ? font->code_page : std::nullopt).value_or(document_code_page_);
   // Each may cost a look-up in the system; no document needs many.
   constexpr std::size_t most_code_pages = 32;
   const bool known = code_pages_.size() < most_code_pages || code_pages_.count(number) != 0;

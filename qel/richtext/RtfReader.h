@@ -25,19 +25,22 @@ class RtfSink {
   virtual void finish(platform::Alignment alignment) = 0;
 };
 
-/// Whether the text is an RTF document: "{\rtf", after white space or a byte order mark at the most.
+/// Whether the text is an RTF document: "{\rtf", after white space or a byte order mark at the
+/// most.
 bool is_rtf(std::u16string_view text);
 
-/// Reads RTF, as far as it can be read: broken or truncated input gives what came before. Takes time
-/// linear in the input, no recursion, and memory in proportion to the open groups, fonts and colours.
+/// Reads RTF, as far as it can be read: broken or truncated input gives what came before. Takes
+/// time linear in the input, no recursion, and memory in proportion to the open groups, fonts and
+/// colours.
 ///
 /// Understood: font and colour tables; bold, italic, every kind of underline and strike-through,
 /// raised and lowered text, fonts, colours, sizes, \plain; paragraphs, lines, tabs, table cells and
-/// rows, alignment; named and coded characters in every code page the system knows; results of fields.
-/// Dropped: all other destinations, pictures, objects, field instructions, hidden and deleted text.
+/// rows, alignment; named and coded characters in every code page the system knows; results of
+/// fields. Dropped: all other destinations, pictures, objects, field instructions, hidden and
+/// deleted text.
 ///
-/// `base` gives the font and colour of text for which the document names none (or a colour entry that
-/// is empty, the automatic colour).
+/// `base` gives the font and colour of text for which the document names none (or a colour entry
+/// that is empty, the automatic colour).
 void read_rtf(std::u16string_view rtf, const platform::CharFormat& base, RtfSink& sink);
 
 /// The document that the text holds; plain text in the base format when it is not RTF.

@@ -32,7 +32,8 @@ struct ControlWord {
   Parameter parameter;
 };
 
-/// Splits RTF into control words; everything else it leaves to its caller. Never reads past the end.
+/// Splits RTF into control words; everything else it leaves to its caller. Never reads past the
+/// end.
 class RtfScanner {
  public:
   explicit RtfScanner(std::u16string_view rtf) : rtf_(rtf) {}

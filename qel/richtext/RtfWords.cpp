@@ -64,10 +64,10 @@ class WordTable {
 void WordTable::add_character_properties() {
   add("b", WordAction::set_flag, CharState::bold);
   add("i", WordAction::set_flag, CharState::italic);
-  add_all({"ul", "uld", "uldash", "uldashd", "uldashdd", "uldb", "ulhair", "ulhwave", "ulldash",
-           "ulth", "ulthd", "ulthdash", "ulthdashd", "ulthdashdd", "ulthldash", "ululdbwave", "ulw",
-           "ulwave"},
-          WordAction::set_flag, CharState::underline);
+  add_all(
+      {"ul", "uld", "uldash", "uldashd", "uldashdd", "uldb", "ulhair", "ulhwave", "ulldash", "ulth",
+       "ulthd", "ulthdash", "ulthdashd", "ulthdashdd", "ulthldash", "ululdbwave", "ulw", "ulwave"},
+      WordAction::set_flag, CharState::underline);
   add("ulnone", WordAction::clear_flag, CharState::underline);
   add_all({"strike", "striked"}, WordAction::set_flag, CharState::strike_through);
   add_all({"v", "deleted"}, WordAction::set_flag, CharState::hidden);
@@ -94,10 +94,22 @@ void WordTable::add_paragraphs() {
 
 void WordTable::add_characters() {
   constexpr std::array<std::pair<std::string_view, std::int32_t>, 16> characters = {
-      {{"bullet", 0x2022},    {"emdash", 0x2014},    {"endash", 0x2013}, {"lquote", 0x2018},
-       {"rquote", 0x2019},    {"ldblquote", 0x201C}, {"rdblquote", 0x201D}, {"emspace", 0x2003},
-       {"enspace", 0x2002},   {"qmspace", 0x2005},   {"zwj", 0x200D},    {"zwnj", 0x200C},
-       {"zwbo", 0x200B},      {"zwnbo", 0x2060},     {"ltrmark", 0x200E}, {"rtlmark", 0x200F}}};
+      {{"bullet", 0x2022},
+       {"emdash", 0x2014},
+       {"endash", 0x2013},
+       {"lquote", 0x2018},
+       {"rquote", 0x2019},
+       {"ldblquote", 0x201C},
+       {"rdblquote", 0x201D},
+       {"emspace", 0x2003},
+       {"enspace", 0x2002},
+       {"qmspace", 0x2005},
+       {"zwj", 0x200D},
+       {"zwnj", 0x200C},
+       {"zwbo", 0x200B},
+       {"zwnbo", 0x2060},
+       {"ltrmark", 0x200E},
+       {"rtlmark", 0x200F}}};
   for (const auto& [name, character] : characters) add(name, WordAction::add_character, character);
 
   add("u", WordAction::add_unicode, 0);
@@ -126,13 +138,15 @@ void WordTable::add_destinations() {
   add("upr", WordAction::set_destination, destination(Destination::unicode_pair));
   add("ud", WordAction::begin_unicode_part, 0);
   add("nesttableprops", WordAction::set_destination, destination(Destination::text));
-  add_all({"stylesheet", "info", "pict", "object", "nonshppict", "header", "headerl", "headerr",
-           "headerf", "footer", "footerl", "footerr", "footerf", "footnote", "annotation",
-           "fldinst", "listtable", "revtbl", "filetbl", "xe", "tc", "tcn", "rxe", "ftnsep",
-           "ftnsepc", "ftncn", "aftnsep", "aftnsepc", "aftncn", "pntxta", "pntxtb", "shprslt",
-           "shpinst", "fontemb", "fontfile", "falt", "panose", "comment", "docvar", "datafield",
-           "nonesttables", "private", "rsidtbl", "template", "background", "result", "objdata"},
-          WordAction::set_destination, destination(Destination::skipped));
+  add_all(
+      {"stylesheet", "info",     "pict",       "object",  "nonshppict", "header",       "headerl",
+       "headerr",    "headerf",  "footer",     "footerl", "footerr",    "footerf",      "footnote",
+       "annotation", "fldinst",  "listtable",  "revtbl",  "filetbl",    "xe",           "tc",
+       "tcn",        "rxe",      "ftnsep",     "ftnsepc", "ftncn",      "aftnsep",      "aftnsepc",
+       "aftncn",     "pntxta",   "pntxtb",     "shprslt", "shpinst",    "fontemb",      "fontfile",
+       "falt",       "panose",   "comment",    "docvar",  "datafield",  "nonesttables", "private",
+       "rsidtbl",    "template", "background", "result",  "objdata"},
+      WordAction::set_destination, destination(Destination::skipped));
 }
 
 }  // namespace

@@ -8,10 +8,10 @@ namespace qel::richtext {
 
 /// What a control word does. The number that goes with it is in `KnownWord::argument`.
 enum class WordAction : std::uint8_t {
-  set_flag,         ///< of the character state
-  clear_flag,       ///< whatever the parameter
-  set_offset,       ///< sign of the parameter, which counts half-points
-  set_fixed_offset, ///< in half-points
+  set_flag,          ///< of the character state
+  clear_flag,        ///< whatever the parameter
+  set_offset,        ///< sign of the parameter, which counts half-points
+  set_fixed_offset,  ///< in half-points
   set_font,
   set_size,
   set_color,

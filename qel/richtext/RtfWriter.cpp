@@ -124,8 +124,9 @@ class Writer {
   void write_text(std::size_t begin, std::size_t end) {
     const std::u16string_view text = std::u16string_view(document_.text()).substr(0, end);
     for (std::size_t at = begin; at < end;) {
-      const std::size_t special = find_first(text, at, [](char16_t c) {
-        return (c < u' ') | (c == u'\\') | (c == u'{') | (c == u'}');
+      const std::size_t special = find_first(text, at, [](auto c) {
+        return (c < std::uint16_t{u' '}) | (c == std::uint16_t{u'\\'}) |
+               (c == std::uint16_t{u'{'}) | (c == std::uint16_t{u'}'});
       });
       if (special > at) {
         end_words();

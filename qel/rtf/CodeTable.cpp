@@ -1,8 +1,8 @@
 #include "qel/rtf/CodeTable.h"
 
+#include <algorithm>
 #include <cstddef>
 #include <cstdint>
-#include <utility>
 
 #include "qel/base/Scan.h"
 
@@ -67,45 +67,53 @@ bool is_code(std::u16string_view code) {
   return code.size() == code_length && code[0] == u'/' && is_code_tail(code[1], code[2]);
 }
 
-std::u16string body_from_markup(std::u16string_view markup) {
-  std::u16string body;
-  body.reserve(markup.size() + markup.size() / 4);
+bool append_body(std::u16string& out, std::u16string_view markup) {
+  out.reserve(out.size() + markup.size() + markup.size() / 8);
+  bool two_backslashes = false;
   for (std::size_t at = 0; at < markup.size();) {
     const std::size_t special = find_any<u'/', u'\\', u'{', u'}', u'\t'>(markup, at);
-    body.append(markup, at, special - at);
+    out.append(markup, at, special - at);
     if (special == markup.size()) break;
     at = special + 1;
     if (markup[special] != u'/') {
-      body.append(rtf_of(markup[special]));
+      two_backslashes = two_backslashes || markup.substr(special, 2) == u"\\\\";
+      out.append(rtf_of(markup[special]));
       continue;
     }
     const CodeRow* const row = special + code_length <= markup.size()
                                    ? code_index.find(markup[special + 1], markup[special + 2])
                                    : nullptr;
     if (row == nullptr) {
-      body.push_back(u'/');
+      out.push_back(u'/');
     } else {
-      body.append(row->rtf);
+      out.append(row->rtf);
       at = special + code_length;
     }
   }
-  return body;
+  return two_backslashes;
 }
 
-std::u16string restore_literal_codes(std::u16string body) {
-  std::size_t run = body.find(four_backslashes);
-  if (run == std::u16string::npos) return body;
-  std::u16string restored;
-  restored.reserve(body.size());
-  std::size_t kept = 0;
-  for (; run != std::u16string::npos; run = body.find(four_backslashes, run + 1)) {
+void restore_literal_codes(std::u16string& text, std::size_t from) {
+  // The text only gets shorter, so it is rewritten in place.
+  std::size_t written = from;
+  std::size_t kept = from;
+  const auto keep_up_to = [&](std::size_t end) {
+    std::copy(text.begin() + static_cast<std::ptrdiff_t>(kept),
+              text.begin() + static_cast<std::ptrdiff_t>(end),
+              text.begin() + static_cast<std::ptrdiff_t>(written));
+    written += end - kept;
+  };
+  for (std::size_t run = text.find(four_backslashes, from); run != std::u16string::npos;) {
     const std::size_t tail = run + four_backslashes.size();
-    if (tail + 2 > body.size() || !is_code_tail(body[tail], body[tail + 1])) continue;
-    restored.append(body, kept, run - kept).push_back(u'/');
-    kept = tail;
-    run = tail - 1;
+    if (tail + 2 <= text.size() && is_code_tail(text[tail], text[tail + 1])) {
+      keep_up_to(run);
+      text[written++] = u'/';
+      kept = tail;
+    }
+    run = text.find(four_backslashes, std::max(run + 1, kept));
   }
-  return restored.append(body, kept, std::u16string::npos);
+  keep_up_to(text.size());
+  text.resize(written);
 }
 
 }  // namespace qel::rtf

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <array>
+#include <cstddef>
 #include <string>
 #include <string_view>
 
@@ -16,32 +17,30 @@ struct CodeRow {
 /// Raised and lowered text ("/r1", "/l1") is written like superscript and subscript. All RTF texts
 /// but those of the braces end in the blank that ends the control word.
 inline constexpr std::array<CodeRow, 40> code_table = {{
-    {u"{", u"\\{"},          {u"}", u"\\}"},          {u"/b1", u"\\b1 "},
-    {u"/b0", u"\\b0 "},      {u"/i1", u"\\i1 "},      {u"/i0", u"\\i0 "},
-    {u"/u1", u"\\ulw1 "},    {u"/u0", u"\\ulw0 "},    {u"/p1", u"\\up4 "},
-    {u"/p0", u"\\up0 "},     {u"/s1", u"\\dn4 "},     {u"/s0", u"\\dn0 "},
-    {u"\t", u"\\tab "},      {u"/f1", u"\\f1 "},      {u"/f2", u"\\f2 "},
-    {u"/f3", u"\\f3 "},      {u"/f4", u"\\f4 "},      {u"/f5", u"\\f5 "},
-    {u"/f6", u"\\f6 "},      {u"/f7", u"\\f7 "},      {u"/f8", u"\\f8 "},
-    {u"/f9", u"\\f9 "},      {u"/f0", u"\\f0 "},      {u"/y1", u"\\cf1 "},
-    {u"/y2", u"\\cf2 "},     {u"/y3", u"\\cf3 "},     {u"/y4", u"\\cf4 "},
-    {u"/y5", u"\\cf5 "},     {u"/y6", u"\\cf6 "},     {u"/y7", u"\\cf7 "},
-    {u"/y8", u"\\cf8 "},     {u"/y9", u"\\cf9 "},     {u"/y0", u"\\cf0 "},
-    {u"/r1", u"\\up4 "},     {u"/r0", u"\\up0 "},     {u"/l1", u"\\dn4 "},
-    {u"/l0", u"\\dn0 "},     {u"/k1", u"\\strike1 "}, {u"/k0", u"\\strike0 "},
-    {u"/nl", u"\\par "},
+    {u"{", u"\\{"},      {u"}", u"\\}"},          {u"/b1", u"\\b1 "},      {u"/b0", u"\\b0 "},
+    {u"/i1", u"\\i1 "},  {u"/i0", u"\\i0 "},      {u"/u1", u"\\ulw1 "},    {u"/u0", u"\\ulw0 "},
+    {u"/p1", u"\\up4 "}, {u"/p0", u"\\up0 "},     {u"/s1", u"\\dn4 "},     {u"/s0", u"\\dn0 "},
+    {u"\t", u"\\tab "},  {u"/f1", u"\\f1 "},      {u"/f2", u"\\f2 "},      {u"/f3", u"\\f3 "},
+    {u"/f4", u"\\f4 "},  {u"/f5", u"\\f5 "},      {u"/f6", u"\\f6 "},      {u"/f7", u"\\f7 "},
+    {u"/f8", u"\\f8 "},  {u"/f9", u"\\f9 "},      {u"/f0", u"\\f0 "},      {u"/y1", u"\\cf1 "},
+    {u"/y2", u"\\cf2 "}, {u"/y3", u"\\cf3 "},     {u"/y4", u"\\cf4 "},     {u"/y5", u"\\cf5 "},
+    {u"/y6", u"\\cf6 "}, {u"/y7", u"\\cf7 "},     {u"/y8", u"\\cf8 "},     {u"/y9", u"\\cf9 "},
+    {u"/y0", u"\\cf0 "}, {u"/r1", u"\\up4 "},     {u"/r0", u"\\up0 "},     {u"/l1", u"\\dn4 "},
+    {u"/l0", u"\\dn0 "}, {u"/k1", u"\\strike1 "}, {u"/k0", u"\\strike0 "}, {u"/nl", u"\\par "},
 }};
 
 /// Whether `code` is "/" and a letter of "biupsckrl" with 0 or 1, or of "fy" with a digit: exactly
 /// three characters. This is the converter's own idea of a code; the text model's differs.
 bool is_code(std::u16string_view code);
 
-/// The markup as the body of an RTF document: backslashes doubled, then each row replaced. It comes
-/// out as if the replacements were made one after the other, in a single pass.
-std::u16string body_from_markup(std::u16string_view markup);
+/// Appends the markup as the body of an RTF document: backslashes doubled, then each row replaced.
+/// It comes out as if the replacements were made one after the other, in a single pass. Returns
+/// whether two backslashes follow each other in the markup: without that there are no literal codes
+/// in it.
+bool append_body(std::u16string& out, std::u16string_view markup);
 
-/// Turns each code whose slash is written as four backslashes back into the slash: a code that is
-/// text.
-std::u16string restore_literal_codes(std::u16string body);
+/// Turns each code whose slash is written as four backslashes, from position `from` on, back into
+/// the slash: a code that is text.
+void restore_literal_codes(std::u16string& text, std::size_t from);
 
 }  // namespace qel::rtf

@@ -6,12 +6,14 @@
 namespace qel::rtf {
 
 /// The RTF with the words for typographic characters as code page escapes, and raised and lowered
-/// text as offsets. The words are replaced wherever they occur, also at the beginning of longer ones.
+/// text as offsets. The words are replaced wherever they occur, also at the beginning of longer
+/// ones.
 std::u16string preprocess(std::u16string_view rtf);
 
-/// The RTF as a conversion box gets it: a code that stands in it as text, if `protect_codes`, with two
-/// backslashes for its slash; each escaped backslash as a code page escape, so that what follows it is
-/// no control word; and all of it preprocessed. `storage` holds the result where it differs from `rtf`.
+/// The RTF as a conversion box gets it: a code that stands in it as text, if `protect_codes`, with
+/// two backslashes for its slash; each escaped backslash as a code page escape, so that what
+/// follows it is no control word; and all of it preprocessed. `storage` holds the result where it
+/// differs from `rtf`.
 std::u16string_view prepare(std::u16string_view rtf, bool protect_codes, std::u16string& storage);
 
 }  // namespace qel::rtf

@@ -147,8 +147,7 @@ std::u16string_view rtf_spelling_of(char16_t character) {
   }
 }
 
-void append_rtf_characters(std::u16string& out, std::u16string_view text,
-                           const RTFParser& parser) {
+void append_rtf_characters(std::u16string& out, std::u16string_view text, const RTFParser& parser) {
   for (const char16_t character : text) {
     const std::u16string_view spelling = rtf_spelling_of(character);
     if (!spelling.empty()) {
@@ -168,17 +167,19 @@ void append_rtf_characters(std::u16string& out, std::u16string_view text,
 std::u16string RTFParser::QELToRTF(std::u16string_view Text, QELIndexFonts& Fonts,
                                    const QELIndexColors& Colors) const {
   const auto surface = required_surface("QELToRTF");
-  const std::u16string body = rtf::restore_literal_codes(rtf::body_from_markup(Text));
   std::u16string document = u"{\\rtf1\\ansi\\ansicpg1252\\deff0 ";
   document.append(Fonts.FontTable(surface.get())).append(Colors.get_ColorTable());
   document.append(u"{\\f0\\fs").append(records::from_integer(half_points(Fonts.get_FontSize())));
   document.append(u" ");
-  document.reserve(document.size() + body.size() + 2);
-  return document.append(body).append(u"}}");
+  const std::size_t body = document.size();
+  if (rtf::append_body(document, Text)) rtf::restore_literal_codes(document, body);
+  return document.append(u"}}");
 }
 
 std::u16string RTFParser::QELToRTFWithoutTables(std::u16string_view Text) const {
-  return rtf::body_from_markup(Text);
+  std::u16string body;
+  rtf::append_body(body, Text);
+  return body;
 }
 
 bool RTFParser::IsQELCode(std::u16string_view Code) { return rtf::is_code(Code); }

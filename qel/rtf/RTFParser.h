@@ -11,7 +11,8 @@ namespace qel {
 
 /// Turns markup into RTF and RTF into markup. Writing a document needs the measuring surface of the
 /// thread, reading also its conversion box (`Common::publish`, `Common::ConversionSlots`); a member
-/// that finds a slot empty raises an error that names it. Fonts and colours are those of the tables given.
+/// that finds a slot empty raises an error that names it. Fonts and colours are those of the tables
+/// given.
 ///
 /// Reading tells bold, italic, underline, strike-through, raised and lowered text, fonts 1 to 3 and
 /// colours 1 to 3 apart. Everything else is dropped.
@@ -25,8 +26,8 @@ class RTFParser {
   /// the markup as text (with two backslashes for the slash) are not restored.
   std::u16string QELToRTFWithoutTables(std::u16string_view Text) const;
 
-  /// The converter's own idea of a code: exactly three characters, "/", a letter of "biupsckrl" with
-  /// 0 or 1 or a letter of "fy" with a digit.
+  /// The converter's own idea of a code: exactly three characters, "/", a letter of "biupsckrl"
+  /// with 0 or 1 or a letter of "fy" with a digit.
   static bool IsQELCode(std::u16string_view Code);
   /// The current value of the system colour that `Value` names. The high bit is not looked at.
   static Color ConvertSystemColor(Color Value);

@@ -11,9 +11,9 @@
 
 namespace qel {
 
-/// The numbered table of the ten text colours that "/y0" to "/y9" refer to. Colour 0 is the default;
-/// 1, 2 and 3 also mark ignored, hidden and note text. A system colour is stored as the value that
-/// it has at that moment.
+/// The numbered table of the ten text colours that "/y0" to "/y9" refer to. Colour 0 is the
+/// default; 1, 2 and 3 also mark ignored, hidden and note text. A system colour is stored as the
+/// value that it has at that moment.
 class QELIndexColors {
  public:
   QELIndexColors() { rebuild_color_table(); }

@@ -13,7 +13,8 @@ namespace qel {
 /// Index 0 is the default font; the name "<none>" marks an unused entry.
 class QELIndexFonts {
  public:
-  /// The lowest of 1 to 9 with this name, whatever its case; 0 when font 0 has it; -1 when none has.
+  /// The lowest of 1 to 9 with this name, whatever its case; 0 when font 0 has it; -1 when none
+  /// has.
   std::int16_t FontIndexGivenFontName(std::u16string_view Name) const;
   /// The font table of an RTF document. Fonts that the surface reports as symbol fonts are marked;
   /// one that it cannot answer for is not. Raises an error when there is no surface (null).
@@ -43,10 +44,9 @@ class QELIndexFonts {
 
   static constexpr std::size_t count = 10;
 
-  std::array<std::u16string, count> names_ = {u"Arial",           u"Symbol", u"Courier New",
-                                              u"Times New Roman", u"<none>", u"<none>",
-                                              u"<none>",          u"<none>", u"<none>",
-                                              u"<none>"};
+  std::array<std::u16string, count> names_ = {
+      u"Arial",  u"Symbol", u"Courier New", u"Times New Roman", u"<none>",
+      u"<none>", u"<none>", u"<none>",      u"<none>",          u"<none>"};
   std::array<bool, count> is_symbol_ = {};
   float size_ = 10;
 };

@@ -1,0 +1,446 @@
+#include <gtest/gtest.h>
+
+#include "qel/base/Error.h"
+#include "qel/model/StyleDecoder.h"
+#include "qel/model/TextAttribute.h"
+#include "qel/model/cReplaceData.h"
+#include "support/Text.h"
+
+namespace qel {
+namespace {
+
+TEST(QELCode, IsToldByLetterAndDigitForEachKind) {
+  struct Row {
+    std::u16string_view code;
+    std::string_view accepted_by;  // digits of the flag values
+  };
+  const Row rows[] = {{u"/b1", "01234"},  {u"/b0", "01235"}, {u"/k1", "01234"}, {u"/t0", "01235"},
+                      {u"/c1", "023"},    {u"/c0", "023"},   {u"/f0", "01235"}, {u"/f5", "0134"},
+                      {u"/y5", "0124"},   {u"/y0", "01235"}, {u"/y1", "01234"}, {u"/nl", "012345"},
+                      {u"/r1", "23"},     {u"/z0", "23"},    {u"/b2", ""},      {u"/B1", "23"},
+                      {u"/f", ""},        {u"b1", ""},       {u"", ""},         {u"ab1", ""},
+                      {u"/bxx1", "01234"}};
+  for (const Row& row : rows) {
+    for (std::int32_t flag = 0; flag <= 5; ++flag) {
+      const bool expected =
+          row.accepted_by.find(static_cast<char>('0' + flag)) != std::string::npos;
+      EXPECT_EQ(IsQELCode(row.code, flag), expected) << test::shown(row.code) << " flag " << flag;
+    }
+  }
+  EXPECT_TRUE(IsQELCode(u"/nl", 6)) << "the line code comes before the flags";
+  EXPECT_FALSE(IsQELCode(u"/b1", 6));
+  EXPECT_FALSE(IsQELCode(u"/b1", -1));
+}
+
+iStyle full_style() {
+  iStyle style;
+  style.put_All(
+      u"Arial<Font:Rec>8<Font:Rec>True<Font:Rec>1<Font:Rec>-1<Font:Rec>TRUE<Font:Rec>True"
+      u"<Font:Rec>2<Font:Rec>4<Font:Rec>True<Font:Rec>true<Font:Rec>True");
+  return style;
+}
+
+TEST(Style, BuildsCodesInTheirOrders) {
+  const iStyle plain;
+  const iStyle all = full_style();
+  EXPECT_EQ(iStyle::OnCodes(all), u"/b1/i1/u1/c1/k1/s1/p1/t1/y4/f2");
+  EXPECT_EQ(iStyle::OffCodes(all), u"/f0/y0/t0/p0/s0/k0/c0/u0/i0/b0");
+  EXPECT_EQ(iStyle::DifferentOnCodes(all, plain), iStyle::OnCodes(all));
+  EXPECT_EQ(iStyle::DifferentOffCodes(all, &plain), iStyle::OffCodes(all));
+  EXPECT_EQ(iStyle::DifferentOffCodes(all, nullptr), iStyle::OffCodes(all));
+  EXPECT_EQ(iStyle::v6OnCodes(all), u"/b1/i1/u1/c1/s1/p1/f2");
+  EXPECT_EQ(iStyle::v6OffCodes(all), u"/f0/p0/s0/c0/u0/i0/b0");
+  EXPECT_EQ(iStyle::v6DifferentOffCodes(all, nullptr), iStyle::v6OffCodes(all));
+  EXPECT_EQ(iStyle::OnCodes(plain) + iStyle::OffCodes(plain) +
+                iStyle::DifferentOnCodes(plain, plain) + iStyle::DifferentOffCodes(plain, &plain) +
+                iStyle::v6OnCodes(plain) + iStyle::v6OffCodes(plain) +
+                iStyle::v6DifferentOnCodes(plain, plain) +
+                iStyle::v6DifferentOffCodes(plain, &plain),
+            u"");
+}
+
+TEST(Style, PassesFromFontToFontAndColorToColor) {
+  struct Row {
+    int font, color, last_font, last_color;
+    std::u16string_view on, off_of_last, v6_on, v6_off_of_last;
+  };
+  const Row rows[] = {
+      {3, 1, 3, 0, u"/f0/y1", u"", u"/y1", u""},  // the font is lost where a colour comes on
+      {3, 1, 3, 1, u"/f0", u"", u"", u""},
+      {0, 1, 0, 0, u"/y1", u"", u"/y1", u""},
+      {2, 5, 1, 4, u"/y5/f2", u"/f0/y0", u"/f2", u"/f0"},
+      {1, 2, 5, 1, u"/y2/f1", u"/f0/y0", u"/z1/f1", u"/f0/y0"},
+      {5, 3, 1, 2, u"/y3/f5", u"/f0/y0", u"", u"/f0/z0"},
+      {12, -1, 2, 3, u"", u"/f0/y0", u"", u"/f0"},
+      {12, 1, 12, 0, u"/y1", u"", u"/y1", u""},  // an index out of range writes nothing
+      {0, 0, 9, 9, u"", u"/f0/y0", u"", u"/f0"},
+  };
+  for (const Row& row : rows) {
+    iStyle style, last;
+    style.FontID = static_cast<std::int16_t>(row.font);
+    style.ColorID = static_cast<std::int16_t>(row.color);
+    last.FontID = static_cast<std::int16_t>(row.last_font);
+    last.ColorID = static_cast<std::int16_t>(row.last_color);
+    EXPECT_EQ(iStyle::DifferentOnCodes(style, last), row.on);
+    EXPECT_EQ(iStyle::DifferentOffCodes(last, &style), row.off_of_last);
+    EXPECT_EQ(iStyle::v6DifferentOnCodes(style, last), row.v6_on);
+    EXPECT_EQ(iStyle::v6DifferentOffCodes(last, &style), row.v6_off_of_last);
+  }
+  iStyle bold, bold_italic;
+  bold.Bold = bold_italic.Bold = bold_italic.Italic = true;
+  bold.FontID = bold_italic.FontID = 3;
+  bold_italic.ColorID = 1;
+  EXPECT_EQ(iStyle::DifferentOnCodes(bold_italic, bold), u"/i1/f0/y1");
+}
+
+TEST(Style, RecordKeepsWhatDoesNotConvert) {
+  iStyle style;
+  EXPECT_EQ(
+      style.get_All(),
+      u"Arial<Font:Rec>8<Font:Rec>False<Font:Rec>False<Font:Rec>False<Font:Rec>False<Font:Rec>"
+      u"False<Font:Rec>0<Font:Rec>0<Font:Rec>False<Font:Rec>False<Font:Rec>False");
+  style.Bold = true;
+  style.TitleCase = true;
+  style.put_All(u"Times New Roman<Font:Rec>10.5");
+  EXPECT_EQ(style.Name, u"Times New Roman");
+  EXPECT_EQ(style.Size, 10.5F);
+  EXPECT_TRUE(style.Bold);
+  style.put_All(
+      u"N<Font:Rec>big<Font:Rec>no<Font:Rec> 2e0 <Font:Rec>0x1<Font:Rec><Font:Rec><Font:Rec>"
+      u"40000<Font:Rec>2.5<Font:Rec>yes");
+  EXPECT_EQ(style.Size, 10.5F);
+  EXPECT_TRUE(style.Bold && style.Italic && !style.Underline);
+  EXPECT_EQ(style.FontID, 0) << "does not fit 16 bits";
+  EXPECT_EQ(style.ColorID, 2) << "rounds half to even";
+  style.Initialize();
+  EXPECT_TRUE(style.TitleCase);
+  style.TitleCase = false;
+  EXPECT_EQ(style, iStyle());
+}
+
+template <class Record>
+void expect_reserved_colors() {
+  Record record;
+  record.put_Note(true);
+  EXPECT_EQ(record.ColorID, 3);
+  EXPECT_TRUE(record.get_Note() && !record.get_Ignored() && !record.get_Hidden());
+  record.put_Ignored(true);
+  EXPECT_EQ(record.ColorID, 1);
+  record.ColorID = 7;
+  record.put_Hidden(false);
+  EXPECT_EQ(record.ColorID, 0) << "whatever the colour was";
+}
+
+TEST(Records, ReservedColorsAreTheColorIndex) {
+  expect_reserved_colors<iStyle>();
+  expect_reserved_colors<cReplaceData>();
+}
+
+TEST(ReplaceData, RecordReadsTolerantly) {
+  cReplaceData data;
+  const std::u16string fresh = data.get_All();
+  EXPECT_EQ(fresh,
+            u"True<Repl:Data>True<Repl:Data>True<Repl:Data>False<Repl:Data>False<Repl:Data>False"
+            u"<Repl:Data>False<Repl:Data>False<Repl:Data>False<Repl:Data>0<Repl:Data>0");
+  data.put_All(u"x<Repl:Data>False<Repl:Data>-0.0");
+  EXPECT_TRUE(data.DontChangeStyle);
+  EXPECT_FALSE(data.DontChangeFont || data.DontChangeColor);
+  data.put_All(
+      u"0<Repl:Data>0<Repl:Data>0<Repl:Data>1<Repl:Data>1<Repl:Data>1<Repl:Data>1<Repl:Data>1"
+      u"<Repl:Data>1<Repl:Data>-7<Repl:Data>12<Repl:Data>surplus");
+  EXPECT_TRUE(data.Bold && data.Italic && data.Underline && data.StrikeOut && data.Superscript &&
+              data.Subscript);
+  EXPECT_EQ(data.FontID, -7);
+  EXPECT_EQ(data.ColorID, 12);
+  data.Initialize();
+  EXPECT_EQ(data.get_All(), fresh);
+}
+
+std::u16string texts_of(const SegmentCollection& segments) {
+  std::u16string texts;
+  for (const auto& segment : segments) texts.append(segment->get_Text()).push_back(u'|');
+  return texts;
+}
+
+TEST(Segments, KeepOrderAndCopiesOfStyles) {
+  SegmentCollection segments;
+  iStyle style;
+  style.Bold = style.TitleCase = true;
+  style.Name = u"Odd<Font:Rec>3";
+  EXPECT_EQ(segments.InsertAfter(u"x", style, 0), nullptr);
+  const auto b = segments.Add(u"b", style);
+  style.Bold = false;
+  EXPECT_TRUE(b->get_Style().Bold) << "later changes do not reach the segment";
+  EXPECT_FALSE(b->get_Style().TitleCase);
+  EXPECT_EQ(b->get_Style().Name, u"Odd") << "the copy goes through the record text";
+  EXPECT_EQ(segments.InsertBefore(u"x", style, 2), nullptr);
+  segments.InsertBefore(u"a", style, 1);
+  segments.InsertAfter(u"d", style, 2);
+  const auto c = segments.InsertAfter(u"c", style, 2);
+  EXPECT_EQ(texts_of(segments), u"a|b|c|d|");
+  EXPECT_EQ(segments.IndexOf(c), 3);
+  EXPECT_EQ(segments.IndexOf(std::make_shared<Segment>(u"c", c->get_Style())), 0);
+  EXPECT_EQ(segments.Item(0), nullptr);
+  EXPECT_EQ(segments.Item(5), nullptr);
+  segments.Remove(2);
+  segments.Remove(100);
+  EXPECT_EQ(texts_of(segments), u"a|c|");
+  segments.Remove(0);
+  EXPECT_EQ(texts_of(segments), u"c|") << "position 0 loses the first";
+  c->put_Text(c->get_Text());
+  segments.Clear();
+  EXPECT_EQ(segments.Count(), 0);
+  EXPECT_EQ(c->get_Text(), u"c") << "shared with the caller";
+}
+
+std::uint32_t error_number_of_remove(SegmentCollection& segments, std::int32_t index) {
+  try {
+    segments.Remove(index);
+  } catch (const Error& error) {
+    return error.number();
+  }
+  return 0;
+}
+
+TEST(Segments, RemovingWhatIsNotThereIsAnError) {
+  SegmentCollection segments;
+  segments.Add(u"a", iStyle());
+  EXPECT_EQ(error_number_of_remove(segments, -1), 9U);
+  EXPECT_EQ(texts_of(segments), u"a|");
+  segments.Clear();
+  EXPECT_EQ(error_number_of_remove(segments, 0), 9U);
+  EXPECT_EQ(segments.Count(), -1);
+  EXPECT_EQ(segments.Item(-1), nullptr);
+  EXPECT_NE(segments.Add(u"a", iStyle()), nullptr) << "lands in the unused slot";
+  EXPECT_EQ(segments.Count(), 0);
+  segments.Clear();
+  segments.Add(u"b", iStyle());
+  EXPECT_EQ(texts_of(segments), u"b|");
+}
+
+struct Decoded {
+  std::u16string_view markup;
+  std::u16string_view runs;     // texts, each with its on codes in brackets before it
+  std::u16string_view encoded;  // empty when it is the markup itself
+};
+
+std::u16string runs_of(StyleDecoder& decoder) {
+  std::u16string runs;
+  for (std::int32_t i = 1; i <= decoder.get_SegmentCount(); ++i) {
+    runs.append(u"[").append(decoder.OnCodes(*decoder.SegmentStyle(i))).append(u"]");
+    runs.append(decoder.SegmentText(i));
+  }
+  return runs;
+}
+
+TEST(Decoder, DecodesRunsAndEncodesThemBack) {
+  const Decoded rows[] = {
+      {u"", u"", u""},
+      {u"plain", u"[]plain", u""},
+      {u"/b1/b0", u"", u"-"},
+      {u"x/b1", u"[]x", u"x"},
+      {u"/b1/b1x/b0", u"[/b1]x", u"/b1x/b0"},
+      {u"a/b1bold/b0 plain", u"[]a[/b1]bold[] plain", u""},
+      {u"/b1A/b0/i1B/i0", u"[/b1]A[/i1]B", u""},
+      {u"/i1A/b1B", u"[/i1]A[/b1/i1]B", u"/i1A/b1B/i0/b0"},
+      {u"/f2A/f1B", u"[/f2]A[/f2]B", u"/f2AB/f0"},
+      {u"/f2A/f0/f1B", u"[/f2]A[/f1]B", u"/f2A/f0/f1B/f0"},
+      {u"/y5A/y3/y1B/y0C", u"[/y5]A[/y5]B[]C", u"/y5AB/y0C"},
+      {u"/y1i/y0/y2h/y0/y3n", u"[/y1]i[/y2]h[/y3]n", u"/y1i/y0/y2h/y0/y3n/y0"},
+      {u"/f3A/y1B", u"[/f3]A[/y1/f3]B", u"/f3A/f0/y1B/f0/y0"},
+      {u"line/nlnext", u"[]line[]next", u"linenext"},
+      {u"/c1S/c0/k1K/k0/p1P/p0/s1S/s0/t1T/t0", u"[/c1]S[/k1]K[/p1]P[/s1]S[]T",
+       u"/c1S/c0/k1K/k0/p1P/p0/s1S/s0T"},
+      {u"/b2/B1/x1/z1/r1/l0", u"[]/b2/B1/x1/z1/r1/l0", u""},
+      {u"a/", u"[]a/", u""},
+      {u"a/b", u"[]a/b", u""},
+      {u"//b1x", u"[]/[/b1]x", u"//b1x/b0"},
+      {u"a~/b1b", u"[]a<b1]b", u""},
+      {u"~/c1x", u"[]~[/c1]x", u"~/c1x/c0"},
+      {u"~/t0~/f7~/y0~~/k1", u"[]<t0]<f7]<y0]~<k1]", u""},
+      {u"<b1]<f9]<c1]<b2]<x", u"[]<b1]<f9]<c1]<b2]<x", u"~/b1~/f9<c1]<b2]<x"},
+      {u"~/", u"[]~/", u""},
+      {u"\\\\b1", u"[]\\\\b1", u""},
+  };
+  StyleDecoder decoder;
+  for (const Decoded& row : rows) {
+    decoder.put_QELText(row.markup);
+    EXPECT_EQ(runs_of(decoder), row.runs) << test::shown(row.markup);
+    const std::u16string_view encoded = row.encoded.empty() ? row.markup : row.encoded;
+    EXPECT_EQ(decoder.get_QELText(), encoded == u"-" ? u"" : encoded) << test::shown(row.markup);
+  }
+}
+
+TEST(Decoder, WritesTheOtherForms) {
+  StyleDecoder decoder;
+  decoder.put_QELText(u"  /b1Two  /b0  words/nl/y1 ign/y0/y2hid/y0/y3 note/k1x/k0/y0~/b1 /nl");
+  struct Row {
+    std::int32_t flags;
+    bool trim, single;
+    std::u16string_view expected;
+  };
+  const Row rows[] = {
+      {ofPlainText, false, false, u"  Two    words ignhid notex~/b1 "},
+      {ofPlainText, true, true, u"Two words ignhid notex~/b1"},
+      {ofPlainText | ofWithoutIgnored | ofWithoutHidden, true, true, u"Two words notex~/b1"},
+      {ofPlainText | ofWithoutNote | ofLineCodes, false, false,
+       u"  Two    words\r\n ignhid~/b1 \r\n"},
+      {ofMarkup, true, true, u"/b1Two /b0words/y1 ign/y0/y2hid/y0/y3 note/k1x/y0/k0~/b1"},
+      {ofMarkup | ofLineCodes | ofWithoutIgnored | ofWithoutHidden | ofWithoutNote, false, false,
+       u"  /b1Two  /b0  words/nl~/b1 /nl"},
+  };
+  for (const Row& row : rows) {
+    EXPECT_EQ(decoder.GetQELText(row.flags, row.trim, row.single), row.expected) << row.flags;
+  }
+  EXPECT_EQ(decoder.get_Text(), rows[0].expected);
+  EXPECT_EQ(decoder.get_QELTextv6(), u"  /b1Two  /b0  words/y1 ign/y0/z1hid/z0 notex~/b1 ");
+  EXPECT_EQ(decoder.GetQELTextv6(ofWithoutHidden | ofLineCodes, true, false),
+            u"/b1Two  /b0  words/nl/y1 ign/y0 notex~/b1/nl");
+  EXPECT_EQ(decoder.get_QELTextWithoutIgnored(),
+            u"  /b1Two  /b0  words/y2hid/y0/y3 note/k1x/y0/k0~/b1 ");
+  decoder.put_QELText(u"/nl/nl");
+  EXPECT_EQ(decoder.GetQELText(ofLineCodes, false, false), u"/nl/nl");
+}
+
+TEST(Decoder, WritesCustomCodes) {
+  StyleDecoder decoder;
+  decoder.put_QELText(u"/b1bold/nl/i1both/i0/b0 & /y4rest");
+  EXPECT_EQ(decoder.get_TextCustom(), u"boldboth & rest");
+  decoder.SetCustomCodes(
+      u"/b1=<b class=\"x\">\t/b0=</b>\t/nl=<br>\tbad\t/q1=no\t/y4=(\t/y4={\t/y0=}");
+  EXPECT_EQ(decoder.get_TextCustom(), u"<b class=\"x\">bold<br>both</b> & {rest}");
+  iStyle style;
+  style.Bold = style.Italic = true;
+  EXPECT_EQ(decoder.OnCodes(style), u"/b1/i1");
+  EXPECT_EQ(decoder.OnCodes(style, u"/i1=I"), u"I");
+  EXPECT_EQ(decoder.OffCodes(style), u"/i0/b0");
+  EXPECT_EQ(decoder.OffCodes(style, u"/b0=B"), u"B");
+  EXPECT_EQ(decoder.CustomOffCodes(style), u"</b>");
+  EXPECT_EQ(decoder.CustomOffCodes(style, u"/i0=I"), u"I");
+}
+
+TEST(Decoder, DividesSpans) {
+  struct Row {
+    std::u16string_view markup;
+    int start, length;
+    std::u16string_view texts;
+    int first, last;
+  };
+  const Row rows[] = {
+      {u"abc/b1def", 2, 2, u"ab|c|d|ef|", 2, 3},
+      {u"abcdefgh", 2, 3, u"ab|cde|fgh|", 2, 2},
+      {u"abcdefgh", 0, 8, u"abcdefgh|", 1, 1},
+      {u"abc/b1def", 3, 3, u"abc|def|", 2, 2},
+      {u"abc", 9, 1, u"abc|", 0, -7},
+      {u"abc", 1, 9, u"a|bc|", 2, 2},
+      {u"abc", 0, 0, u"|abc|", 1, 1},
+      {u"abc", 1, 0, u"a|bc|", 2, 2},
+      {u"abc", -2, 3, u"a|bc|", 0, -7},
+      {u"abc", -5, 2, u"abc|", 0, -7},
+      {u"", 0, 0, u"", 0, -7},
+      {u"ab/b1cd/b0ef", 1, 4, u"a|b|cd|e|f|", 2, 4},
+  };
+  for (const Row& row : rows) {
+    StyleDecoder decoder;
+    decoder.put_QELText(row.markup);
+    std::int16_t last = -7;
+    const auto start = static_cast<std::int16_t>(row.start);
+    const auto length = static_cast<std::int16_t>(row.length);
+    EXPECT_EQ(decoder.GetSegmentIndexGivenStartAndLength(start, length, last), row.first);
+    EXPECT_EQ(last, row.last);
+    EXPECT_EQ(texts_of(*decoder.get_Segments()), row.texts) << row.start << "," << row.length;
+    EXPECT_EQ(decoder.GetSegmentGivenStartAndLength(start, length),
+              decoder.get_Segments()->Item(row.first));
+  }
+}
+
+TEST(Decoder, CountsIn16BitsButComputesInMore) {
+  StyleDecoder decoder;
+  decoder.put_QELText(test::repeated(u"a/b1b/b0", 35000));
+  std::int16_t last = 0;
+  EXPECT_EQ(decoder.GetSegmentIndexGivenStartAndLength(32767, 32767, last), -32768);
+  EXPECT_EQ(last, -2) << "segment 65534";
+}
+
+TEST(Decoder, StylesSpans) {
+  StyleDecoder decoder;
+  const auto restyled = [&](std::u16string_view markup, int start, int length, auto... arguments) {
+    decoder.put_QELText(markup);
+    if constexpr (sizeof...(arguments) == 1) {
+      decoder.ApplyStyleToText(static_cast<std::int16_t>(start), static_cast<std::int16_t>(length),
+                               arguments...);
+    } else {
+      decoder.ApplyAttributeToSegmentedText(static_cast<std::int16_t>(start),
+                                            static_cast<std::int16_t>(length), arguments...);
+    }
+    return decoder.get_QELText();
+  };
+  iStyle italic;
+  italic.Italic = true;
+  EXPECT_EQ(restyled(u"ab/b1cd/b0ef", 1, 4, italic), u"a/i1bcde/i0f");
+  EXPECT_EQ(restyled(u"ab/b1cd", 3, 99, italic), u"ab/b1c/b0/i1d/i0");
+  EXPECT_EQ(restyled(u"abc", 1, 0, italic), u"abc");
+  EXPECT_EQ(restyled(u"abc", 9, 1, italic), u"abc");
+  EXPECT_EQ(restyled(u"ab/i1cd/i0", 1, 2, taBold, true), u"a/b1b/i1c/b0d/i0");
+  EXPECT_EQ(restyled(u"/b1abcd", 1, 2, taBold, false), u"/b1a/b0bc/b1d/b0");
+  EXPECT_EQ(restyled(u"abc", 0, 3, taSmallCaps, true), u"/c1abc/c0");
+  EXPECT_EQ(restyled(u"abc", 1, 1, taFont9, true), u"a/f9b/f0c");
+  EXPECT_EQ(restyled(u"/y4abc", 1, 1, taColor1, true), u"/y4a/y0/y1b/y0/y4c/y0");
+  EXPECT_EQ(restyled(u"/y4abc", 1, 1, taColor1, false), u"/y4a/y0b/y4c/y0");
+  EXPECT_EQ(restyled(u"/b1/k1abc", 0, 2, taPlain, true), u"ab/b1/k1c/k0/b0");
+  EXPECT_EQ(restyled(u"abc", 0, 3, 26, true), u"abc");
+}
+
+TEST(Words, AreRunsOfNonBlanksWhateverTheSegments) {
+  StyleDecoder decoder;
+  decoder.put_QELText(u" on/b1ce /b0upon\ta\u00A0b\r\n/nlti/i1m/i0e ");
+  ASSERT_EQ(decoder.get_WordCount(), 4);
+  EXPECT_EQ(decoder.WordText(1), u"once");
+  EXPECT_EQ(decoder.WordText(3), u"a\u00A0b");
+  EXPECT_EQ(decoder.WordText(4), u"time");
+  EXPECT_EQ(decoder.WordText(0) + decoder.WordText(5), u"");
+  EXPECT_EQ(decoder.WordSegmentCount(4), 3);
+  EXPECT_EQ(decoder.WordSegmentIndex(4, 1), 4);
+  EXPECT_EQ(decoder.WordSegment(4, 2)->get_Text(), u"m");
+  EXPECT_EQ(decoder.WordSegmentIndex(4, 2),
+            decoder.get_Segments()->IndexOf(decoder.WordSegment(4, 2)));
+  EXPECT_EQ(decoder.WordSegment(4, 4), nullptr);
+  EXPECT_EQ(decoder.WordSegmentIndex(9, 1), 0);
+  decoder.DivideSegmentsGivenSelStartAndLength(2, 1);
+  EXPECT_EQ(decoder.WordSegmentCount(1), 3) << "the words follow a division";
+  decoder.put_QELText(u"");
+  EXPECT_EQ(decoder.get_Words()->Count(), 0);
+}
+
+TEST(Words, DivideSegmentsOnRequest) {
+  StyleDecoder decoder;
+  const std::u16string_view markup = u"/b1No. 7: 1,000.5m/b0 \u201Cend.\u201D";
+  const std::u16string_view divided[] = {u"No. 7: 1,000.5m| \u201Cend.\u201D|",
+                                         u"No.| |7:| |1,000.5m| |\u201Cend.\u201D|",
+                                         u"No.| |7|:| |1,000.5|m| |\u201Cend.\u201D|",
+                                         u"No|.| |7|:| |1,000.5|m| |\u201C|end|.\u201D|"};
+  decoder.SetQELText(markup, 0);
+  const std::u16string encoded = decoder.get_QELText();
+  for (std::int32_t option = -1; option <= 4; ++option) {
+    decoder.SetQELText(markup, option);
+    const bool divides = option >= 1 && option <= 3;
+    EXPECT_EQ(texts_of(*decoder.get_Segments()), divided[divides ? option : 0]) << option;
+    EXPECT_EQ(decoder.get_QELText(), encoded);
+  }
+}
+
+TEST(Words, LoseBlanksAndPunctuationButNoCodes) {
+  StyleDecoder decoder;
+  EXPECT_EQ(decoder.TrimStr(u"/b1  /b0 /i1 a b /i0 "), u"/b1/b0/i1a b/i0");
+  EXPECT_EQ(decoder.LTrimStr(u" /b1 a /b0 "), u"/b1a /b0 ");
+  EXPECT_EQ(decoder.RTrimStr(u" /b1 a /b0 "), u" /b1 a/b0");
+  EXPECT_EQ(decoder.get_QELText(), u" /b1 a /b0 ")
+      << "the text that was given stays in the decoder";
+  EXPECT_EQ(decoder.RemoveLeadingPunctuation(u"/b1\u201C(/b0[It's] 5."), u"/b1/b0It's] 5.");
+  EXPECT_EQ(decoder.RemoveTrailingPunctuation(u"/i1end/i0.\u201D"), u"/i1end/i0");
+  EXPECT_EQ(decoder.RemoveTrailingPunctuation(u"\u4E2D\u6587\u3002"), u"\u4E2D\u6587");
+  EXPECT_EQ(decoder.TrimStr(u"   "), u"");
+}
+
+}  // namespace
+}  // namespace qel

@@ -1,0 +1,304 @@
+#include <gtest/gtest.h>
+
+#include "qel/richtext/CodePage.h"
+#include "qel/richtext/Document.h"
+#include "qel/richtext/RtfBytes.h"
+#include "qel/richtext/RtfReader.h"
+#include "qel/richtext/RtfWriter.h"
+#include "support/Random.h"
+#include "support/Text.h"
+
+namespace qel::richtext {
+namespace {
+
+using namespace std::string_view_literals;
+
+Document read(std::u16string_view rtf) {
+  Document document = read_document(rtf, {});
+  EXPECT_TRUE(document.check()) << test::shown(rtf.substr(0, 200));
+  return document;
+}
+
+Document read_bytes(std::string_view bytes) { return read(rtf_from_bytes(bytes)); }
+
+/// The text with each run's format in brackets before it: b i u s, the offset, the colour in hex if
+/// it is not black, the font if it is not Arial, and the size if it is not 12.
+std::u16string described(const Document& document) {
+  std::string text;
+  for (std::size_t i = 0; i < document.runs().run_count(); ++i) {
+    const RunList::Run run = document.runs().run(i);
+    const CharFormat& format = document.format(run.value);
+    std::string marks = std::string(format.bold ? "b" : "") + (format.italic ? "i" : "") +
+                        (format.underline ? "u" : "") + (format.strike_through ? "s" : "");
+    if (format.offset != 0) marks += " " + std::to_string(format.offset);
+    if (format.color != 0) marks += " #" + std::to_string(format.color);
+    if (format.font_name != u"Arial") marks += " " + test::shown(format.font_name);
+    if (format.size != 12) marks += " " + std::to_string(static_cast<int>(format.size * 10));
+    text +=
+        "[" + marks + "]" +
+        test::shown(std::u16string_view(document.text()).substr(run.start, run.end - run.start));
+  }
+  return {text.begin(), text.end()};
+}
+
+TEST(RtfReader, UnderstandsWords) {
+  struct Row {
+    std::string_view body;
+    std::u16string_view runs;
+  };
+  const Row rows[] = {
+      {R"(a\b b\i c\b0 d\plain e)", u"[]a[b]b[bi]c[i]d[]e"},
+      {R"({\ul a}{\uldb b\ulnone c}{\ulw1 d}{\ulw0 e}{\ulc2 f}{\ulthdashdd g}{\ulwave0 h})",
+       u"[u]ab[]c[u]d[]ef[u]g[]h"},
+      {R"({\strike a}{\striked1 b}{\striked0 c}{\strike0 d})", u"[s]ab[]cd"},
+      {R"(\up4 a\up0 b\dn4 c\up d\dn0{\super e}{\sub f\nosupersub g}{\dn-6 h}{\up9999 i})",
+       u"[ 45]a[]b[ -45]c[ 65]d[ 45]e[ -45]f[]g[ 65]h[ 32765]i"},
+      {R"(\fs17 a\fs0 b\fs-3 c\fs99999 d\fs e)", u"[ 85]abcd[]e"},
+      {R"(a\tab b\cell c\row d\line e\par f)",
+       u"[]a\\u0009b\\u0009c\\u000D\\u000Ad\\u000D\\u000Ae\\u000D\\u000Af"},
+      {"a\\\nb\\\r\nc\r\nd\te", u"[]a\\u000D\\u000Ab\\u000D\\u000Acd\\u0009e"},
+      {R"(\page\sect a\sect b)", u"[]a\\u000D\\u000Ab"},
+      {R"(\{\}\\\~\-\_\|\:x)", u"[]{}\\\\u00A0\\u00AD\\u2011x"},
+      {R"(\endash\emdash\lquote\rquote\ldblquote\rdblquote\bullet  x\emspace\zwj)",
+       u"[]\\u2013\\u2014\\u2018\\u2019\\u201C\\u201D\\u2022 x\\u2003\\u200D"},
+      {R"({\*\unknown gone}{\pict 00ff}{\object{\result gone}}{\stylesheet{\s1 gone;}}{\header h}x)",
+       u"[]x"},
+      {R"({\field{\*\fldinst HYPERLINK "u"}{\fldrslt {\ul shown}}}{\field{\fldinst p}})",
+       u"[u]shown"},
+      {R"({\upr{gone}{\*\ud{kept}}}{\info{\upr{a}{\*\ud b}}}{\*\shppict{\pict 1}}{\nonshppict{\pict}})",
+       u"[]kept"},
+      {R"({\listtext\pard \'b7\tab}item{\v hidden\par}{\deleted x}.)", u"[]\\u00B7\\u0009item."},
+      {R"({\bin3 {}}x\bin0 y)", u"[]xy"},
+      {R"(\u8217'x\u-10179?\u-8704?{\uc0\u233 x}{\uc2\u233 ab\u9731\'aa\'bby}\u233?)",
+       u"[]\\u2019x\\uD83D\\uDE00\\u00E9x\\u00E9\\u2603y\\u00E9"},
+      {R"(\u128512?{\u233}a\u233\{b\u233\tab c)", u"[]\\uD83D\\uDE00\\u00E9a\\u00E9b\\u00E9c"},
+      {R"(\unknown123 a\B b\bx c)", u"[]abc"},
+      {R"(\'4x\'e9\'E9\'80\'81)", u"[]4x\\u00E9\\u00E9\\u20AC\\u0081"},
+      {R"(a\'0d b\'09)", u"[]a\\u000D\\u000A b\\u0009"},
+  };
+  for (const Row& row : rows) {
+    EXPECT_EQ(described(read_bytes("{\\rtf1 " + std::string(row.body) + "}")), row.runs)
+        << row.body;
+  }
+}
+
+TEST(RtfReader, ReadsFontAndColorTables) {
+  EXPECT_EQ(
+      described(read_bytes(
+          R"({\rtf1\deff7{\fonttbl\f7\fswiss Def\'e9;{\f1\fnil\fcharset0 One{\*\falt Gone};}{\f2 Tw\'3bo;})"
+          R"({\f31506\fprq2 Far}}{\colortbl;\red255;;\red300\green-5\blue1;}a\f1 b\f2 c\f31506 d\f9 e\f-1 g)"
+          R"(\plain\cf1 h\cf2 i\cf3 j\cf4 k\cf-1 l)")),
+      u"[ Def\\u00E9]a[ One]b[ Tw;o]c[ Far]d[]e[ Def\\u00E9]g[ #255 Def\\u00E9]h[ Def\\u00E9]i"
+      u"[ #65791 Def\\u00E9]j[ Def\\u00E9]kl");
+  CharFormat base;
+  base.font_name = u"Base";
+  base.color = 77;
+  EXPECT_EQ(described(read_document(u"{\\rtf1{\\colortbl;\\red1;}a{\\cf1 b}}", base)),
+            u"[ #77 Base]a[ #1 Base]b")
+      << "an empty first entry is the automatic colour";
+  EXPECT_EQ(described(read_document(u"{\\rtf1{\\colortbl\\red2;\\red1;}a{\\cf1 b}}", base)),
+            u"[ #2 Base]a[ #1 Base]b");
+}
+
+TEST(RtfReader, DecodesBytesInTheirCodePage) {
+  struct Row {
+    std::string_view rtf;
+    std::u16string_view text;
+  };
+  const Row rows[] = {
+      {"{\\rtf1\\ansi\\ansicpg1251 \xCF\\'f0}", u"\u041F\u0440"},
+      {"{\\rtf1\\ansi{\\fonttbl{\\f0\\fcharset204 A;}{\\f1\\fcharset161\\cpg1253 "
+       "B;}{\\f2\\fcharset2 S;}{\\f3\\fcharset1 D;}}"
+       "\\f0\\'cf\\f1\\'e1\\f2\\'b7\\'80\\f3\\'e9}",
+       u"\u041F\u03B1\u00B7\u0080\u00E9"},
+      {"{\\rtf1\\ansicpg932 \\'93\\'fa\\'96{\\b}\x83\x41\x83\\'5c\\'b1}",
+       u"\u65E5\u2013\u30A2\u30BD\uFF71"},
+      {"{\\rtf1\\ansicpg932 \\'83A\\'93}", u"\u30A2\u201C"},
+      {"{\\rtf1\\ansicpg65001 \xE2\x82\xAC\xF0\x9F\x98\x80\xE2x}", u"\u20AC\U0001F600\u00E2x"},
+      {"{\\rtf1\\mac \\'8e}", u"\u00E9"},
+      {"{\\rtf1\\pc \\'82}", u"\u00E9"},
+      {"{\\rtf1\\ansicpg99999 \\'80}", u"\u20AC"},
+      {"\xEF\xBB\xBF{\\rtf1 x}", u"x"},
+  };
+  for (const Row& row : rows) {
+    const std::u16string text = read_bytes(row.rtf).text();
+    EXPECT_EQ(text, row.text) << row.rtf << ": " << test::shown(text);
+  }
+}
+
+TEST(RtfBytes, KeepEveryCharacterAndDropBinaryData) {
+  EXPECT_EQ(rtf_to_bytes(u"a\u00E9\u20AC\u0081\u4E2D\uFFFD\U0001F600z"),
+            "a\\'e9\\'80\\'81\\u20013?\\u-3?\\u-10179?\\u-8704?z");
+  EXPECT_EQ(rtf_from_bytes("a\\'e9\xE9\xFFz"), u"a\\'e9\\'e9\\'ffz");
+  EXPECT_EQ(
+      rtf_from_bytes(
+          "x{\\bin5 \xFF{}\\\xFF}y\\bin2ab\\bin-1 c\\\\bin1 d\\binary1 e\\bin99999999999999999999 f"sv),
+      u"x{}y\\bin-1 c\\\\bin1 d\\binary1 e");
+  const std::u16string rtf = u"{\\rtf1 \u00E9\u20AC\u4E2D}";
+  EXPECT_EQ(read(rtf_from_bytes(rtf_to_bytes(rtf))).text(), read(rtf).text());
+}
+
+TEST(RtfReader, SurvivesHostileInput) {
+  const auto text_of = [](const std::u16string& body) { return read(u"{\\rtf1 " + body).text(); };
+  constexpr std::size_t million = 1'000'000;
+  EXPECT_EQ(text_of(u"a" + test::repeated(u"{", million) + u"b"), u"ab");
+  EXPECT_EQ(
+      text_of(u"a" + test::repeated(u"{\\b ", million) + test::repeated(u"}", million) + u"b"),
+      u"ab");
+  EXPECT_EQ(text_of(u"a}" + test::repeated(u"}", million)), u"a");
+  EXPECT_EQ(text_of(u"a\\bin999999999 b"), u"a");
+  EXPECT_EQ(text_of(u"a\\bin-5 b"), u"ab");
+  EXPECT_EQ(text_of(u"\\uc2000000000\\u233 ?b\\uc-1\\u233 ?c"), u"\u00E9b\u00E9c");
+  EXPECT_EQ(text_of(u"a\\" + test::repeated(u"x", 5 * million) + u" b"), u"ab");
+  EXPECT_EQ(text_of(u"a\\b" + test::repeated(u"9", million) + u" b"), u"ab");
+  std::u16string fonts = u"{\\fonttbl";
+  for (int i = 0; i < 200'000; ++i) {
+    const std::string number = std::to_string(i);
+    fonts.append(u"{\\f").append(number.begin(), number.end());
+    fonts.append(u"\\cpg").append(number.begin(), number.end()).append(u" F;}");
+  }
+  EXPECT_EQ(text_of(fonts + u"}\\f199999\\'e9\\f3\\'e9"), u"\u00E9\u00E9");
+  EXPECT_EQ(read(u"no RTF").text(), u"no RTF");
+  EXPECT_EQ(read(u" \r\n{\\rtf1 a}").text(), u"a");
+  EXPECT_EQ(read(u"{\\rtf").text() + read(u"{\\rtf1 a\\").text() + read(u"{\\rtf1 b\\'e").text(),
+            u"abe");
+}
+
+TEST(RtfReader, ReadsWhatComesBeforeATruncation) {
+  const std::u16string rtf =
+      u"{\\rtf1\\ansi\\deff0{\\fonttbl{\\f0 Arial;}{\\f1\\fcharset128 "
+      u"B;}}{\\colortbl;\\red1;}{\\*\\gen x;}\\b one"
+      u"\\par\\f1\\'93\\'fa\\u233?{\\field{\\*\\fldinst X}{\\fldrslt two}}\\cf1 three}";
+  const std::u16string whole = read(rtf).text();
+  for (std::size_t length = 5; length < rtf.size(); ++length) {
+    const std::u16string text = read(rtf.substr(0, length)).text();
+    // Only a character of which half is there may come out as something else.
+    const std::size_t common = std::min(text.size(), whole.size());
+    EXPECT_GE(std::mismatch(text.begin(), text.end(), whole.begin(), whole.end()).first -
+                  text.begin() + 1,
+              static_cast<std::ptrdiff_t>(common))
+        << length;
+  }
+}
+
+/// A document of random runs and paragraphs.
+Document random_document(test::Random& random) {
+  const std::vector<std::u16string> texts = {
+      u"a", u"some words ", u"\t", u"{\\}", u"\u00E9\u20AC", u"1 ", u"-"};
+  const std::vector<std::u16string> fonts = {u"Arial", u"Courier New", u"Odd;{\\}\u00E9", u"Z"};
+  Document document;
+  for (std::size_t run = random.below(12); run > 0; --run) {
+    CharFormat format;
+    format.bold = random.one_in(2);
+    format.italic = random.one_in(3);
+    format.underline = random.one_in(3);
+    format.strike_through = random.one_in(4);
+    format.offset = random.one_in(3) ? std::int16_t{45}
+                                     : static_cast<std::int16_t>(random.one_in(3) ? -125 : 0);
+    format.color = random.one_in(2) ? 0 : static_cast<Color>(random.below(3) * 1000 + 7);
+    format.font_name = random.pick(fonts);
+    format.size = random.one_in(3) ? 10.5F : 8.0F;
+    const FormatPool::Id id = document.intern(format);
+    for (std::size_t piece = 1 + random.below(2); piece > 0; --piece)
+      document.append(random.pick(texts), id);
+    if (random.one_in(2)) document.append_break(id, static_cast<Alignment>(random.below(3)));
+  }
+  document.align_last(static_cast<Alignment>(random.below(3)));
+  return document;
+}
+
+void expect_equal(const Document& left, const Document& right) {
+  EXPECT_EQ(left.text(), right.text());
+  EXPECT_EQ(described(left), described(right));
+  for (std::size_t i = 0; i <= left.size(); ++i)
+    ASSERT_EQ(left.alignment_at(i), right.alignment_at(i)) << i;
+}
+
+TEST(RtfWriter, IsReadBackAsItWas) {
+  EXPECT_EQ(write_rtf(read(u"{\\rtf1 a\\b b\\par}"), {0, 4}, {}),
+            u"{\\rtf1\\ansi\\ansicpg1252\\deff0{\\fonttbl{\\f0 Arial;}}{\\colortbl "
+            u";\\red0\\green0\\blue0;}\\cf1 a\\b b\\par }");
+  CharFormat raised;
+  raised.offset = 49;
+  const Document odd = plain_document(u"x", raised);
+  EXPECT_EQ(read(write_rtf(odd, {0, 1}, {})).format_at(0).offset, 45) << "half-points";
+  for (std::uint32_t i = 0; i < 500; ++i) {
+    test::Random random(test::base_seed() + i);
+    SCOPED_TRACE(random.describe());
+    const Document document = random_document(random);
+    ASSERT_TRUE(document.check());
+    Document again = document;
+    for (int round = 0; round < 3; ++round) again = read(write_rtf(again, {0, again.size()}, {}));
+    expect_equal(document, again);
+    expect_equal(document, read_bytes(rtf_to_bytes(write_rtf(document, {0, document.size()}, {}))));
+  }
+}
+
+TEST(Document, ReplacesLikeAModel) {
+  // One paragraph's worth of alignment, and a format for each character, kept side by side.
+  for (std::uint32_t i = 0; i < 500; ++i) {
+    test::Random random(test::base_seed() + i);
+    SCOPED_TRACE(random.describe());
+    Document document = random_document(random);
+    for (int edit = 0; edit < 8; ++edit) {
+      const std::size_t start = random.below(document.size() + 1);
+      const std::size_t end = start + random.below(document.size() - start + 1);
+      const Extent extent = document.without_cut_breaks({start, end});
+      const Document before = document;
+      const Document content = random_document(random);
+      document.replace(extent, content);
+      ASSERT_TRUE(document.check());
+      const std::size_t inserted_end = extent.start + content.size();
+      expect_equal(
+          document.part({extent.start, inserted_end}).size() == content.size() ? content : before,
+          [&] {
+            Document part = document.part({extent.start, inserted_end});
+            for (std::size_t at = 0; at <= part.size(); ++at)
+              part.align({at, at}, content.alignment_at(at));
+            return part;
+          }());
+      ASSERT_EQ(described(document.part({0, extent.start})),
+                described(before.part({0, extent.start})));
+      ASSERT_EQ(described(document.part({inserted_end, document.size()})),
+                described(before.part({extent.end, before.size()})));
+      ASSERT_EQ(document.alignment_at(document.size()), before.alignment_at(before.size()));
+    }
+  }
+}
+
+TEST(RunList, ReplacesLikeAVector) {
+  for (std::uint32_t i = 0; i < 300; ++i) {
+    test::Random random(test::base_seed() + i);
+    SCOPED_TRACE(random.describe());
+    RunList runs;
+    std::vector<RunList::Value> model;
+    for (int edit = 0; edit < 30; ++edit) {
+      RunList inserted;
+      std::vector<RunList::Value> values;
+      for (std::size_t run = random.below(4); run > 0; --run) {
+        const auto value = static_cast<RunList::Value>(random.below(3));
+        const std::size_t length = random.below(4);
+        inserted.append(length, value);
+        values.insert(values.end(), length, value);
+      }
+      const std::size_t at = random.below(model.size() + 1);
+      const std::size_t erased = random.below(model.size() - at + 1);
+      const auto position = model.begin() + static_cast<std::ptrdiff_t>(at);
+      if (random.one_in(3)) {
+        runs.transform(at, at + erased, [](RunList::Value value) { return value / 2; });
+        std::for_each(position, position + static_cast<std::ptrdiff_t>(erased),
+                      [](auto& value) { value /= 2; });
+      } else {
+        runs.replace(at, erased, inserted);
+        const auto rest = model.erase(position, position + static_cast<std::ptrdiff_t>(erased));
+        model.insert(rest, values.begin(), values.end());
+      }
+      ASSERT_TRUE(runs.check());
+      ASSERT_EQ(runs.size(), model.size());
+      for (std::size_t k = 0; k < model.size(); ++k) ASSERT_EQ(runs.at(k), model[k]);
+    }
+  }
+}
+
+}  // namespace
+}  // namespace qel::richtext
