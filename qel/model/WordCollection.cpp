@@ -40,6 +40,7 @@ class WordBuilder {
 }  // namespace
 
 bool is_word_blank(char16_t character) {
+  if (character > u' ' && character < 0x80) return false;
   return blanks.find(character) != std::u16string_view::npos;
 }
 

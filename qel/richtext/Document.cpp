@@ -51,10 +51,9 @@ Alignment Document::alignment_at(std::size_t position) const {
 }
 
 void Document::append(std::u16string_view text, FormatPool::Id format) {
-  const RunList::Value alignment = alignments_.at(text_.size());
   text_.append(text);
   runs_.append(text.size(), format);
-  alignments_.append(text.size(), alignment);
+  alignments_.append(text.size(), alignments_.back());
 }
 
 void Document::append_break(FormatPool::Id format, Alignment alignment) {
@@ -63,7 +62,7 @@ void Document::append_break(FormatPool::Id format, Alignment alignment) {
 }
 
 void Document::align_last(Alignment alignment) {
-  if (alignment_at(size()) != alignment) align({size(), size()}, alignment);
+  if (alignments_.back() != to_value(alignment)) align({size(), size()}, alignment);
 }
 
 void Document::replace(Extent extent, const Document& content) {

@@ -1,9 +1,11 @@
 #include "qel/richtext/RtfBytes.h"
 
 #include <algorithm>
+#include <array>
 #include <charconv>
 #include <cstddef>
 #include <cstdint>
+#include <cstring>
 
 #include "qel/base/Scan.h"
 #include "qel/richtext/CodePage.h"
@@ -41,12 +43,35 @@ std::size_t binary_length(std::string_view bytes, std::size_t word) {
   return name_length + length + std::min(count, left);
 }
 
-void append_widened(std::u16string& out, std::string_view bytes) {
-  const auto is_plain = [](char byte) { return static_cast<std::uint8_t>(byte) < 0x80; };
+bool is_high(char byte) { return static_cast<std::uint8_t>(byte) >= 0x80; }
+
+/// Bytes without any high one among them, up to the next or the end.
+std::size_t plain_length(std::string_view bytes) {
+  constexpr std::uint64_t high_bits = 0x8080808080808080U;
+  std::size_t at = 0;
+  for (std::uint64_t block = 0; at + sizeof block <= bytes.size(); at += sizeof block) {
+    std::memcpy(&block, bytes.data() + at, sizeof block);
+    if ((block & high_bits) != 0) break;
+  }
+  while (at < bytes.size() && !is_high(bytes[at])) ++at;
+  return at;
+}
+
+void append_plain(std::u16string& out, std::string_view bytes) {
+  std::array<char16_t, 256> widened;
   while (!bytes.empty()) {
-    const auto plain_end = std::find_if_not(bytes.begin(), bytes.end(), is_plain);
-    out.append(bytes.begin(), plain_end);
-    bytes.remove_prefix(static_cast<std::size_t>(plain_end - bytes.begin()));
+    const std::size_t count = std::min(bytes.size(), widened.size());
+    std::copy_n(bytes.begin(), count, widened.begin());
+    out.append(widened.data(), count);
+    bytes.remove_prefix(count);
+  }
+}
+
+void append_widened(std::u16string& out, std::string_view bytes) {
+  while (!bytes.empty()) {
+    const std::size_t plain = plain_length(bytes);
+    append_plain(out, bytes.substr(0, plain));
+    bytes.remove_prefix(plain);
     if (bytes.empty()) return;
     append_hex_escape(out, static_cast<std::uint8_t>(bytes.front()));
     bytes.remove_prefix(1);

@@ -3,14 +3,13 @@
 #include <algorithm>
 #include <array>
 #include <cstddef>
-#include <map>
 #include <string>
 #include <utility>
 #include <vector>
 
 #include "qel/richtext/CodePage.h"
+#include "qel/richtext/RtfFormats.h"
 #include "qel/richtext/RtfState.h"
-#include "qel/richtext/RtfTables.h"
 #include "qel/richtext/RtfTokens.h"
 #include "qel/richtext/RtfWords.h"
 
@@ -25,12 +24,6 @@ constexpr std::size_t deepest_group = 10'000;
 /// A count of replacement characters beyond this is broken input.
 constexpr std::int32_t longest_replacement = 32;
 
-/// Half-points as twips: the middle of the range of twips that is written as that many.
-std::int16_t twips(std::int32_t half_points) {
-  if (half_points == 0) return 0;
-  return static_cast<std::int16_t>(half_points * 10 + (half_points > 0 ? 5 : -5));
-}
-
 bool begins_destination(const KnownWord* word) {
   return word != nullptr && (word->action == WordAction::set_destination ||
                              word->action == WordAction::begin_unicode_part);
@@ -39,7 +32,7 @@ bool begins_destination(const KnownWord* word) {
 class Reader {
  public:
   Reader(std::u16string_view rtf, const CharFormat& base, RtfSink& sink)
-      : scanner_(rtf), base_(base), sink_(sink) {}
+      : scanner_(rtf), sink_(sink), formats_(base, sink) {}
 
   void read() {
     while (!scanner_.at_end() && !finished_) read_token();
@@ -87,21 +80,22 @@ class Reader {
   void add_text(std::u16string_view text);
   void add_unit(char16_t unit);
   void add_byte(std::uint8_t byte);
-  void flush_bytes();
+  /// Gives up waiting for the rest of a character.
+  void flush_bytes() {
+    if (!pending_bytes_.empty()) give_up_bytes();
+  }
+  void give_up_bytes();
   void add_table_text(std::u16string_view text);
   bool is_shown() const {
     return state_.destination == Destination::text &&
            (state_.character.flags & CharState::hidden) == 0;
   }
 
-  RtfSink::FormatId format();
-  CharFormat format_of(const CharState& state) const;
-  const RtfFontTable::Font* font_of(const CharState& state) const;
-  const CodePage& current_code_page();
+  RtfSink::FormatId format() { return formats_.id_of(state_.character); }
 
   RtfScanner scanner_;
-  CharFormat base_;
   RtfSink& sink_;
+  RtfFormats formats_;
 
   GroupState state_;
   std::vector<GroupState> groups_;
@@ -112,21 +106,8 @@ class Reader {
   Alignment last_alignment_ = Alignment::left;
   bool line_has_text_ = false;
 
-  RtfFontTable fonts_;
-  RtfColorTable colors_;
-  std::int32_t default_font_ = CharState::default_font;
-  int document_code_page_ = CodePage::western;
-
   std::int32_t replacements_due_ = 0;
   std::string pending_bytes_;  // the beginning of a character that takes several
-  std::map<int, CodePage> code_pages_;
-
-  struct CachedFormat {
-    CharState state;
-    RtfSink::FormatId id = 0;
-    bool is_set = false;
-  };
-  std::array<CachedFormat, 64> formats_;
 };
 
 const std::array<Reader::Handler, static_cast<std::size_t>(WordAction::count)> Reader::handlers = {
@@ -291,7 +272,7 @@ void Reader::close_group() {
     --groups_beyond_;
     return;
   }
-  if (state_.destination == Destination::font_table) fonts_.end_font();
+  if (state_.destination == Destination::font_table) formats_.fonts().end_font();
   if (groups_.empty()) {
     finished_ = true;
     return;
@@ -326,7 +307,7 @@ void Reader::set_fixed_offset(std::int32_t half_points, Parameter /*parameter*/)
 
 void Reader::set_font(std::int32_t /*argument*/, Parameter number) {
   if (state_.destination == Destination::font_table) {
-    fonts_.begin_font(number.value_or(0));
+    formats_.fonts().begin_font(number.value_or(0));
   } else {
     state_.character.font = number.value_or(CharState::default_font);
   }
@@ -352,21 +333,21 @@ void Reader::set_alignment(std::int32_t alignment, Parameter /*parameter*/) {
 }
 
 void Reader::set_default_font(std::int32_t /*argument*/, Parameter number) {
-  default_font_ = number.value_or(CharState::default_font);
-  formats_ = {};
+  formats_.set_default_font(number.value_or(CharState::default_font));
 }
 
 void Reader::set_code_page(std::int32_t number, Parameter parameter) {
-  document_code_page_ = number != 0 ? number : parameter.value_or(CodePage::western);
+  formats_.set_document_code_page(number != 0 ? number : parameter.value_or(CodePage::western));
 }
 
 void Reader::set_character_set(std::int32_t /*argument*/, Parameter number) {
-  if (state_.destination == Destination::font_table) fonts_.set_character_set(number.value_or(0));
+  if (state_.destination == Destination::font_table)
+    formats_.fonts().set_character_set(number.value_or(0));
 }
 
 void Reader::set_font_code_page(std::int32_t /*argument*/, Parameter number) {
   if (state_.destination == Destination::font_table && number.given) {
-    fonts_.set_code_page(number.value);
+    formats_.fonts().set_code_page(number.value);
   }
 }
 
@@ -374,11 +355,11 @@ void Reader::set_color_component(std::int32_t component, Parameter value) {
   if (state_.destination != Destination::color_table) return;
   switch (component) {
     case 0:
-      return colors_.set_red(value.value_or(0));
+      return formats_.colors().set_red(value.value_or(0));
     case 1:
-      return colors_.set_green(value.value_or(0));
+      return formats_.colors().set_green(value.value_or(0));
     default:
-      return colors_.set_blue(value.value_or(0));
+      return formats_.colors().set_blue(value.value_or(0));
   }
 }
 
@@ -395,7 +376,7 @@ void Reader::set_destination(std::int32_t destination, Parameter /*parameter*/) 
   if (state_.destination == Destination::unicode_pair && was != Destination::text) {
     state_.destination = Destination::skipped;
   }
-  formats_ = {};
+  formats_.forget();
 }
 
 void Reader::begin_unicode_part(std::int32_t /*argument*/, Parameter /*parameter*/) {
@@ -456,21 +437,19 @@ void Reader::add_unit(char16_t unit) {
 
 void Reader::add_byte(std::uint8_t byte) {
   if (state_.destination == Destination::skipped) return;
-  const CodePage& code_page = current_code_page();
+  const CodePage& code_page = formats_.code_page_of(state_.character);
   pending_bytes_.push_back(static_cast<char>(byte));
   const auto first = static_cast<std::uint8_t>(pending_bytes_.front());
   if (pending_bytes_.size() < code_page.length_from(first)) return;
   const std::u16string character = code_page.decode(std::exchange(pending_bytes_, {}));
   if (state_.destination == Destination::font_table) {
-    fonts_.add_to_name(character);  // an escaped semicolon does not end the name
+    formats_.fonts().add_to_name(character);  // an escaped semicolon does not end the name
     return;
   }
   for (const char16_t unit : character) add_unit(unit);
 }
 
-/// Gives up waiting for the rest of a character.
-void Reader::flush_bytes() {
-  if (pending_bytes_.empty()) return;
+void Reader::give_up_bytes() {
   for (const char byte : std::exchange(pending_bytes_, {})) {
     add_unit(decode_western(static_cast<std::uint8_t>(byte)));
   }
@@ -479,95 +458,24 @@ void Reader::flush_bytes() {
 void Reader::add_table_text(std::u16string_view text) {
   if (state_.destination == Destination::color_table) {
     for (const char16_t c : text) {
-      if (c == u';') colors_.end_color();
+      if (c == u';') formats_.colors().end_color();
     }
     return;
   }
   if (state_.destination != Destination::font_table) return;
   for (std::size_t end = 0; (end = text.find(u';')) != std::u16string_view::npos;) {
-    fonts_.add_to_name(text.substr(0, end));
-    fonts_.end_font();
+    formats_.fonts().add_to_name(text.substr(0, end));
+    formats_.fonts().end_font();
     text.remove_prefix(end + 1);
   }
-  fonts_.add_to_name(text);
+  formats_.fonts().add_to_name(text);
 }
-
-RtfSink::FormatId Reader::format() {
-  const CharState& state = state_.character;
-  const auto hash = static_cast<std::uint32_t>(state.flags) * 7U +
-                    static_cast<std::uint32_t>(state.font) * 31U +
-                    static_cast<std::uint32_t>(state.color) * 5U +
-                    static_cast<std::uint32_t>(state.offset) * 3U + state.half_points;
-  CachedFormat& cached = formats_[hash % formats_.size()];
-  if (!cached.is_set || cached.state != state) {
-    cached = {state, sink_.intern(format_of(state)), true};
-  }
-  return cached.id;
-}
-
-CharFormat Reader::format_of(const CharState& state) const {
-  CharFormat format = base_;
-  format.bold = (state.flags & CharState::bold) != 0;
-  format.italic = (state.flags & CharState::italic) != 0;
-  format.underline = (state.flags & CharState::underline) != 0;
-  format.strike_through = (state.flags & CharState::strike_through) != 0;
-  format.offset = twips(state.offset);
-  format.size = static_cast<float>(state.half_points) / 2;
-  format.color = colors_.find(state.color).value_or(base_.color);
-  if (const auto* font = font_of(state)) format.font_name = font->name;
-  return format;
-}
-
-const RtfFontTable::Font* Reader::font_of(const CharState& state) const {
-  return fonts_.find(state.font == CharState::default_font ? default_font_ : state.font);
-}
-
-const CodePage& Reader::current_code_page() {
-  const RtfFontTable::Font* const font = font_of(state_.character);
-  const int number =
-      (font != nullptr ? font->code_page : std::nullopt).value_or(document_code_page_);
-  // Each may cost a look-up in the system; no document needs many.
-  constexpr std::size_t most_code_pages = 32;
-  const bool known = code_pages_.size() < most_code_pages || code_pages_.count(number) != 0;
-  const int taken = known ? number : CodePage::western;
-  return code_pages_.try_emplace(taken, taken).first->second;
-}
-
-/// Builds a document of what a reader finds.
-class DocumentSink : public RtfSink {
- public:
-  explicit DocumentSink(Document& document) : document_(document) {}
-
-  FormatId intern(const CharFormat& format) override { return document_.intern(format); }
-  void text(std::u16string_view text, FormatId format) override { document_.append(text, format); }
-  void paragraph_break(FormatId format, Alignment alignment) override {
-    document_.append_break(format, alignment);
-  }
-  void finish(Alignment alignment) override { document_.align_last(alignment); }
-
- private:
-  Document& document_;
-};
 
 }  // namespace
-
-bool is_rtf(std::u16string_view text) {
-  constexpr std::u16string_view begin = u"{\\rtf";
-  const std::size_t first = text.find_first_not_of(u" \t\r\n\uFEFF");
-  return first != std::u16string_view::npos && text.substr(first, begin.size()) == begin;
-}
 
 void read_rtf(std::u16string_view rtf, const CharFormat& base, RtfSink& sink) {
   rtf.remove_prefix(std::min(rtf.find(u'{'), rtf.size()));
   Reader(rtf, base, sink).read();
-}
-
-Document read_document(std::u16string_view text, const CharFormat& base) {
-  if (!is_rtf(text)) return plain_document(text, base);
-  Document document;
-  DocumentSink sink(document);
-  read_rtf(text, base, sink);
-  return document;
 }
 
 }  // namespace qel::richtext

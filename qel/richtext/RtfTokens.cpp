@@ -21,7 +21,13 @@ int hex_value(char16_t c) {
 
 std::u16string_view RtfScanner::plain_text() {
   const std::size_t start = at_;
-  at_ = find_any<u'\\', u'{', u'}', u'\r', u'\n', u'\t', u'\0'>(rtf_, at_);
+  const auto may_mean_something = [](auto c) {
+    return (c < std::uint16_t{u' '}) | (c == std::uint16_t{u'\\'}) | (c == std::uint16_t{u'{'}) |
+           (c == std::uint16_t{u'}'});
+  };
+  // A control character that stands for itself is taken alone.
+  const bool is_control = !at_end() && peek() < u' ';
+  at_ = is_control ? at_ + 1 : find_first(rtf_, at_, may_mean_something);
   return rtf_.substr(start, at_ - start);
 }
 

@@ -43,7 +43,8 @@ class RtfScanner {
   char16_t next() { return rtf_[at_++]; }
   void skip(std::size_t count) { at_ = count > rtf_.size() - at_ ? rtf_.size() : at_ + count; }
 
-  /// The text up to the next character that means something to RTF.
+  /// The text up to the next character that may mean something to RTF, one character at the least:
+  /// for a caller who has seen that the next one means nothing.
   std::u16string_view plain_text();
   /// Goes to the next brace or backslash.
   void skip_plain_text();

@@ -26,6 +26,8 @@ class RunList {
   /// Index of the run that holds `position`, which must be below `size`.
   std::size_t find(std::size_t position) const;
   Value at(std::size_t position) const { return runs_[find(position)].value; }
+  /// Value of the last position; the list must not be empty.
+  Value back() const { return runs_.back().value; }
 
   /// Adds `length` positions with `value` at the end.
   void append(std::size_t length, Value value);

@@ -32,8 +32,12 @@ constexpr std::array<Replacement, 10> replacements = {{
 
 const Replacement* replacement_at(std::u16string_view rtf, std::size_t backslash) {
   const std::u16string_view rest = rtf.substr(backslash);
+  constexpr std::u16string_view second_characters = u"elrb~s";
+  if (rest.size() < 2 || second_characters.find(rest[1]) == std::u16string_view::npos) {
+    return nullptr;
+  }
   for (const Replacement& replacement : replacements) {
-    if (rest.size() >= replacement.word.size() && rest[1] == replacement.word[1] &&
+    if (rest[1] == replacement.word[1] &&
         rest.substr(0, replacement.word.size()) == replacement.word) {
       return &replacement;
     }

@@ -103,13 +103,19 @@ void append_tab(std::u16string& out, const RTFParser& parser, std::u16string_vie
 /// The characters of markup, or of plain text: all but breaks and tabs stand for themselves.
 void append_characters(std::u16string& out, std::u16string_view text, const RTFParser& parser,
                        std::u16string_view line_code) {
+  const auto is_control = [](auto c) { return c < std::uint16_t{u' '}; };
   for (std::size_t at = 0; at < text.size(); ++at) {
-    const std::size_t special = find_any<u'\t', u'\r', u'\n'>(text, at);
-    out.append(text, at, special - at);
-    if (special == text.size()) return;
-    if (text[special] == u'\t') append_tab(out, parser, u"\t");
-    if (text[special] == u'\n') append_break(out, parser, line_code);
-    at = special;
+    const std::size_t end = find_first(text, at, is_control);
+    out.append(text, at, end - at);
+    if (end == text.size()) return;
+    if (text[end] == u'\t') {
+      append_tab(out, parser, u"\t");
+    } else if (text[end] == u'\n') {
+      append_break(out, parser, line_code);
+    } else if (text[end] != u'\r') {
+      out.push_back(text[end]);
+    }
+    at = end;
   }
 }
 

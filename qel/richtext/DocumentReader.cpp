@@ -1,0 +1,41 @@
+#include <cstddef>
+
+#include "qel/richtext/RtfReader.h"
+
+namespace qel::richtext {
+namespace {
+
+/// Builds a document of what a reader finds.
+class DocumentSink : public RtfSink {
+ public:
+  explicit DocumentSink(Document& document) : document_(document) {}
+
+  FormatId intern(const CharFormat& format) override { return document_.intern(format); }
+  void text(std::u16string_view text, FormatId format) override { document_.append(text, format); }
+  void paragraph_break(FormatId format, Alignment alignment) override {
+    document_.append_break(format, alignment);
+  }
+  void finish(Alignment alignment) override { document_.align_last(alignment); }
+
+ private:
+  Document& document_;
+};
+
+}  // namespace
+
+bool is_rtf(std::u16string_view text) {
+  constexpr std::u16string_view begin = u"{\\rtf";
+  const std::size_t first = text.find_first_not_of(u" \t\r\n\uFEFF");
+  return first != std::u16string_view::npos && text.substr(first, begin.size()) == begin;
+}
+
+Document read_document(std::u16string_view text, const CharFormat& base) {
+  if (!is_rtf(text)) return plain_document(text, base);
+  Document document;
+  document.reserve(text.size());
+  DocumentSink sink(document);
+  read_rtf(text, base, sink);
+  return document;
+}
+
+}  // namespace qel::richtext

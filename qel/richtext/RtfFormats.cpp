@@ -1,0 +1,65 @@
+#include "qel/richtext/RtfFormats.h"
+
+#include <cstddef>
+#include <optional>
+
+namespace qel::richtext {
+
+using platform::CharFormat;
+
+namespace {
+
+/// Half-points as twips: the middle of the range of twips that is written as that many.
+std::int16_t twips(std::int32_t half_points) {
+  if (half_points == 0) return 0;
+  return static_cast<std::int16_t>(half_points * 10 + (half_points > 0 ? 5 : -5));
+}
+
+}  // namespace
+
+void RtfFormats::set_default_font(std::int32_t number) {
+  default_font_ = number;
+  forget();
+}
+
+RtfSink::FormatId RtfFormats::id_of(const CharState& state) {
+  const auto hash = static_cast<std::uint32_t>(state.flags) * 7U +
+                    static_cast<std::uint32_t>(state.font) * 31U +
+                    static_cast<std::uint32_t>(state.color) * 5U +
+                    static_cast<std::uint32_t>(state.offset) * 3U + state.half_points;
+  Known& known = known_[hash % known_.size()];
+  if (!known.is_set || known.state != state) {
+    known = {state, sink_.intern(format_of(state)), true};
+  }
+  return known.id;
+}
+
+CharFormat RtfFormats::format_of(const CharState& state) const {
+  CharFormat format = base_;
+  format.bold = (state.flags & CharState::bold) != 0;
+  format.italic = (state.flags & CharState::italic) != 0;
+  format.underline = (state.flags & CharState::underline) != 0;
+  format.strike_through = (state.flags & CharState::strike_through) != 0;
+  format.offset = twips(state.offset);
+  format.size = static_cast<float>(state.half_points) / 2;
+  format.color = colors_.find(state.color).value_or(base_.color);
+  if (const auto* font = font_of(state)) format.font_name = font->name;
+  return format;
+}
+
+const RtfFontTable::Font* RtfFormats::font_of(const CharState& state) const {
+  return fonts_.find(state.font == CharState::default_font ? default_font_ : state.font);
+}
+
+const CodePage& RtfFormats::code_page_of(const CharState& state) {
+  const RtfFontTable::Font* const font = font_of(state);
+  const int number =
+      (font != nullptr ? font->code_page : std::nullopt).value_or(document_code_page_);
+  // Each may cost a look-up in the system; no document needs many.
+  constexpr std::size_t most_code_pages = 32;
+  const bool is_affordable = code_pages_.size() < most_code_pages || code_pages_.count(number) != 0;
+  const int taken = is_affordable ? number : CodePage::western;
+  return code_pages_.try_emplace(taken, taken).first->second;
+}
+
+}  // namespace qel::richtext

@@ -1,0 +1,55 @@
+#pragma once
+
+#include <array>
+#include <cstdint>
+#include <map>
+#include <utility>
+
+#include "qel/platform/CharFormat.h"
+#include "qel/richtext/CodePage.h"
+#include "qel/richtext/RtfReader.h"
+#include "qel/richtext/RtfState.h"
+#include "qel/richtext/RtfTables.h"
+
+namespace qel::richtext {
+
+/// What an RTF document's tables make of a character state: a format, and a code page for its
+/// bytes.
+class RtfFormats {
+ public:
+  /// `base` gives the font and colour that the document leaves open.
+  RtfFormats(platform::CharFormat base, RtfSink& sink) : base_(std::move(base)), sink_(sink) {}
+
+  RtfFontTable& fonts() { return fonts_; }
+  RtfColorTable& colors() { return colors_; }
+
+  /// What follows may change what states mean: a table, or the default font.
+  void forget() { known_ = {}; }
+  void set_default_font(std::int32_t number);
+  void set_document_code_page(int number) { document_code_page_ = number; }
+
+  /// The sink's number for the state's format.
+  RtfSink::FormatId id_of(const CharState& state);
+  const CodePage& code_page_of(const CharState& state);
+
+ private:
+  struct Known {
+    CharState state;
+    RtfSink::FormatId id = 0;
+    bool is_set = false;
+  };
+
+  platform::CharFormat format_of(const CharState& state) const;
+  const RtfFontTable::Font* font_of(const CharState& state) const;
+
+  platform::CharFormat base_;
+  RtfSink& sink_;
+  RtfFontTable fonts_;
+  RtfColorTable colors_;
+  std::int32_t default_font_ = CharState::default_font;
+  int document_code_page_ = CodePage::western;
+  std::map<int, CodePage> code_pages_;
+  std::array<Known, 64> known_;
+};
+
+}  // namespace qel::richtext
