@@ -1,0 +1,205 @@
+#!/usr/bin/env bash
+# Drives the command as a user does: what it writes, where, and how it fails.
+# Usage: run.sh QEL
+# shellcheck disable=SC1003,SC2317
+set -uo pipefail
+
+qel=$1
+here=$(cd "$(dirname "${BASH_SOURCE[0]}")" && pwd)
+work=$(mktemp -d)
+trap 'rm -rf "$work"' EXIT
+cd "$work" || exit
+failures=0
+
+fail() {
+  printf 'FAILED: %s\n' "$@"
+  failures=$((failures + 1))
+}
+
+# gives WHAT EXPECTED COMMAND...: the command's output, to the byte, and that it succeeds.
+gives() {
+  local what=$1 expected=$2
+  shift 2
+  "$@" >"$work/.out" 2>"$work/.err" || fail "$what: exit status $?, $(cat "$work/.err")"
+  printf '%s' "$expected" | cmp -s - "$work/.out" ||
+    fail "$what" "  expected: $expected" "  got:      $(cat -v "$work/.out")"
+}
+
+# breaks STATUS MESSAGE COMMAND...: the exit status, and one line on stderr that holds the message.
+breaks() {
+  local status=$1 message=$2 got=0
+  shift 2
+  "$@" >/dev/null 2>"$work/.err" || got=$?
+  [[ $got == "$status" ]] || fail "$*: exit status $got instead of $status"
+  [[ $(wc -l <"$work/.err") == 1 ]] || fail "$*: not one line on stderr: $(cat "$work/.err")"
+  grep -qF -- "$message" "$work/.err" || fail "$*: no '$message' in: $(cat "$work/.err")"
+}
+
+# piped INPUT OPTION...: converts what printf makes of INPUT.
+piped() {
+  # shellcheck disable=SC2059
+  printf "$1" | "$qel" convert "${@:2}"
+}
+
+no_rest_in() {
+  [[ -z $(find "$1" -name '.qel-*') ]] || fail "a temporary file stays behind in $1"
+}
+
+fonts='{\fonttbl{\f0 Arial;}{\f1\ftech Symbol;}{\f2 Courier New;}{\f3 Times New Roman;}{\f4 <none>;}{\f5 <none>;}{\f6 <none>;}{\f7 <none>;}{\f8 <none>;}{\f9 <none>;}}'
+colors='{\colortbl\red0\green0\blue0;\red0\green192\blue0;\red0\green0\blue255;\red192\green192\blue0;\red217\green122\blue36;\red255\green0\blue0;\red0\green255\blue0;\red64\green64\blue64;\red128\green128\blue128;\red192\green192\blue192;}'
+
+echo "== forms =="
+gives "markup to RTF" "{\\rtf1\\ansi\\ansicpg1252\\deff0 $fonts$colors{\\f0\\fs20 Hello \\b1 world\\b0 \\par }}" \
+  piped 'Hello /b1world/b0/nl' --from qel --to rtf
+gives "body" 'a\b1 b\b0 \par ' piped 'a/b1b/b0/nl' --to rtf-body
+gives "v6" '/f2a/f0b/nl/z1c/z0' piped '/f2a/f0/k1b/k0/nl/y2c/y0' --to qelv6
+gives "plain text" $'a\tb\n' piped '/b1a\tb/nl' --to text
+gives "runs" '[
+{"text":"a\"","bold":true,"italic":false,"underline":false,"small_caps":false,"strike_through":false,"superscript":false,"subscript":false,"font":0,"color":0,"line_codes_before":0},
+{"text":"~/b1","bold":false,"italic":false,"underline":false,"small_caps":true,"strike_through":false,"superscript":false,"subscript":false,"font":2,"color":3,"line_codes_before":1}
+]
+' piped '/b1a"/b0/nl/c1/f2/y3~/b1' --to segments
+gives "no runs" $'[\n]\n' piped '' --to segments
+gives "simple RTF, and RTF read by its first bytes" '{\rtf1 \f0 \b1 x\b0 \par }' \
+  piped ' {\\rtf1\\b x\\b0\\par}' --to simple-rtf
+gives "RTF to markup" '/b1x/b0é€' piped '{\\rtf1\\b x\\b0 \xe9\\u8364?}' --to qel
+gives "RTF to body" '\b1 x\b0 ' piped '{\\rtf1\\b x}' --to rtf-body
+gives "RTF keeps fonts and sizes" '{\rtf1\ansi\ansicpg1252\deff0{\fonttbl{\f0 Arial;}{\f1 Zed;}}{\colortbl ;\red0\green0\blue0;}\cf1\fs20 a\f1\fs40 b}' \
+  piped '{\\rtf1{\\fonttbl{\\f0 Arial;}{\\f4 Zed;}}\\fs20 a\\f4\\fs40 b}' --to rtf
+gives "broken RTF is text" 'ab' piped '{\\rtf1{{{a\\b b\\' --to text
+gives "what is not RTF is text" '\\b1é' piped '/b1\xe9' --from rtf --to qel
+gives "text hides codes" '\\b1{}\x' piped '/b1{}\\x' --from text --to qel
+gives "text to text" $'/b1\ta\nb\n' piped '/b1\ta\r\nb\n' --from text --to text
+
+echo "== switches =="
+for input in 'a\tb/nlc/b1 /nl/b0' '{\\rtf1 a\\tab b\\par c\\b  \\par}'; do
+  gives "kept: $input" $'a\tb\nc \n' piped "$input" --to text
+  gives "field: $input" 'a b c ' piped "$input" --to text --field
+  gives "dropped: $input" 'abc ' piped "$input" --to text --no-recognize-crlf --no-recognize-tabs
+  gives "tabs: $input" $'a b\nc \n' piped "$input" --to text --tabs-to-space
+  gives "field but tabs: $input" $'a\tb c ' piped "$input" --recognize-tabs --to text --field
+done
+gives "a field's markup" 'x /b1y/b0' piped 'x/nl/b1y/nl/b0' --to qel --field
+
+echo "== bytes =="
+gives "UTF-8 with mark" 'é😀' piped '\xef\xbb\xbfé😀' --to text
+gives "UTF-16, little endian" 'aé' piped '\xff\xfea\0\xe9\0' --to text
+gives "UTF-16, big endian, a lone surrogate" 'a�' piped '\xfe\xff\0a\xd8\0' --to text
+gives "RTF in UTF-16" 'a' piped '\xff\xfe{\0\\\0r\0t\0f\0001\0 \0a\0}\0' --to qel
+gives "bytes of code page 1252, overlong, surrogate, cut off" $'é€À¯í\xc2\xa0€â‚' \
+  piped '\xe9\x80\xc0\xaf\xed\xa0\x80\xe2\x82' --to text
+gives "RTF out in code page 1252" 'a\'"'e9\\u937?\\u-10179?\\u-8704?" piped 'aéΩ😀' --to rtf-body
+
+echo "== tables =="
+gives "options" '#1' bash -c "printf x | $qel convert --to rtf --color 4=#0102FE --color 5=66051 \
+  --font 4=Zoé --font-size 10.75 | sed -n 's/.*{.f4 Zo.*e9;}.*blue0;.red1.green2.blue254;.red3.green2.blue1;.*fs22 x}}$/#1/p' | tr -d '\n'"
+"$qel" tables --font 4=Zed --font-size 7 --color 1=255 >tables.txt
+gives "records come back, options win" "$(sed '1s/Zed/Yod/;1s/7$/9/' tables.txt)"$'\n' \
+  "$qel" tables --font 4=Yod --font-size 9 --tables tables.txt
+gives "RTF has the colours of records" 1 bash -c "printf x | $qel convert --to rtf --tables tables.txt |
+  grep -c 'colortbl.red0.green0.blue0;.red255.green0.blue0;' | tr -d '\n'"
+echo nonsense >bad.txt
+breaks 1 'bad.txt: line 1' "$qel" tables --tables bad.txt
+
+echo "== usage =="
+printf 'a/b1b' >a.qel
+printf '{\\rtf1 r}' >R.RTF
+printf '/b1' >t.txt
+breaks 2 'required' "$qel"
+breaks 2 '--to is required' "$qel" convert a.qel
+breaks 2 "'html' is none of qel, qelv6" "$qel" convert a.qel --to html
+breaks 2 '--nonsense' "$qel" convert a.qel --to qel --nonsense
+breaks 2 'excludes' "$qel" convert a.qel --to qel -o x -d y
+breaks 2 '-d DIR' "$qel" convert a.qel t.txt --to qel
+breaks 2 'both become out/a.txt' "$qel" convert a.qel sub/a.rtf --to text -d out
+breaks 2 'overwrite' "$qel" convert a.qel R.RTF --to qel -d .
+breaks 2 'use -o' "$qel" convert - --to qel -d out
+breaks 2 "'10=x'" "$qel" tables --font 10=x
+breaks 2 "'#12345'" "$qel" tables --color 1=#12345
+breaks 2 '--font-size' "$qel" tables --font-size -1
+breaks 2 '--jobs' "$qel" convert a.qel --to qel --jobs 0
+[[ ! -e out && $(cat a.qel) == 'a/b1b' ]] || fail "a usage error wrote something"
+
+echo "== files =="
+gives "endings" 'r' "$qel" convert R.RTF --to text
+gives "text by its ending" '\\b1' "$qel" convert t.txt --to qel
+cp a.qel '[a,b].qel'
+gives "a name in brackets" 'ab' "$qel" convert '[a,b].qel' --to text
+gives "a folder is made" '' "$qel" convert a.qel R.RTF t.txt --to rtf-body -d new/out --jobs 2
+[[ $(cd new/out && echo ./* && cat ./*) == './R.body.rtf ./a.body.rtf ./t.body.rtf
+ra\b1 b\\\\b1' ]] || fail "many files: $(tail -n +1 new/out/*)"
+breaks 1 'cannot read missing.qel: No such file or directory' \
+  "$qel" convert a.qel missing.qel t.txt --to text -d some
+[[ $(cat some/a.txt) == ab && $(cat some/t.txt) == /b1 ]] || fail "the others did not go on"
+breaks 1 'cannot read new: Is a directory' "$qel" convert new --to text
+breaks 1 'cannot write none/x: No such file or directory' "$qel" convert a.qel --to text -o none/x
+breaks 1 'cannot write new: Is a directory' "$qel" convert a.qel --to text -o new
+breaks 1 'cannot create a.qel/x' "$qel" convert t.txt --to text -d a.qel/x
+gives "a device" '' "$qel" convert a.qel --to text -o /dev/null
+if [[ -e /dev/full ]]; then
+  breaks 1 'cannot write /dev/full: No space left' "$qel" convert a.qel --to text -o /dev/full
+  breaks 1 'cannot write standard output: No space left' bash -c "$qel convert a.qel --to text >/dev/full"
+  breaks 1 'cannot write standard output: No space left' bash -c "$qel --help >/dev/full"
+fi
+# More than a pipe holds, so that the write fails for sure.
+head -c 1000000 /dev/zero | tr '\0' x >large.qel
+breaks 1 'cannot write standard output: Broken pipe' \
+  bash -c "set -o pipefail; $qel convert large.qel --to text | true"
+
+printf old >kept
+chmod 640 kept
+ln -s kept link
+gives "through a link" '' "$qel" convert a.qel --to text -o link
+[[ -L link && $(cat kept) == ab && $(stat -c %a kept) == 640 ]] || fail "link or permissions"
+gives "in place" '' "$qel" convert a.qel --to qel -o a.qel
+[[ $(cat a.qel) == a/b1b/b0 ]] || fail "in place: $(cat a.qel)"
+# A file too large for its limit: the old one must survive.
+breaks 1 'cannot write kept: File too large' \
+  bash -c "trap '' XFSZ; ulimit -f 100; $qel convert large.qel --to text -o kept"
+[[ $(cat kept) == ab ]] || fail "a failed write damaged the file"
+no_rest_in .
+
+echo "== signals =="
+mkfifo slow
+exec 9<>slow
+"$qel" convert a.qel slow -d stopped --to text --jobs 2 2>/dev/null &
+for ((i = 0; i < 1000000; ++i)); do echo '/b1x/b0y'; done | tr -d '\n' >dense.qel
+"$qel" convert dense.qel -d unfinished --to segments &
+for ((i = 0; i < 1000; ++i)); do
+  compgen -G 'unfinished/.qel-*' >/dev/null && break
+  sleep 0.01
+done
+kill -TERM %1 %2
+for job in %1 %2; do
+  wait $job
+  [[ $? == 143 ]] || fail "SIGTERM: exit status of $job"
+done
+[[ $(ls -A stopped unfinished) == 'stopped:
+a.txt
+
+unfinished:' ]] || fail "SIGTERM left: $(ls -A stopped unfinished)"
+exec 9>&-
+
+echo "== options are described =="
+options=$("$qel" convert --help | grep -oE -- '--[a-z][a-z-]+' | sort -u)
+[[ $(wc -w <<<"$options") -ge 15 ]] || fail "too few options in the help: $options"
+for option in $options; do
+  # The manual writes "--to" as "Fl \-to".
+  sed 's/\\-/-/g' "$here/../../docs/qel.1" | grep -qE -- "Fl.* ${option#-}( |$)" ||
+    fail "$option is not in the manual"
+  grep -qE -- "(^|[ '])$option([ ']|$)" "$here/../../apps/qel/completion.bash" ||
+    fail "$option is not in the completion"
+done
+if command -v mandoc >/dev/null; then
+  mandoc -T lint -W warning "$here/../../docs/qel.1" || fail "the manual has faults"
+fi
+# shellcheck source=/dev/null
+. "$here/../../apps/qel/completion.bash"
+COMP_WORDS=(qel convert --to s) COMP_CWORD=3
+_qel
+[[ ${COMPREPLY[*]} == 'simple-rtf segments' ]] || fail "completion: ${COMPREPLY[*]}"
+gives "version" "qel $(sed -n 's/.*VERSION \([0-9.]*\)$/\1/p' "$here/../../CMakeLists.txt" | tail -n 1)"$'\n' \
+  "$qel" --version
+
+((failures == 0)) || echo "$failures failed"
+exit $((failures > 0))
