@@ -53,7 +53,7 @@ TEST(RtfReader, UnderstandsWords) {
       {R"({\strike a}{\striked1 b}{\striked0 c}{\strike0 d})", u"[s]ab[]cd"},
       {R"(\up4 a\up0 b\dn4 c\up d\dn0{\super e}{\sub f\nosupersub g}{\dn-6 h}{\up9999 i})",
        u"[ 45]a[]b[ -45]c[ 65]d[ 45]e[ -45]f[]g[ 65]h[ 32765]i"},
-      {R"(\fs17 a\fs0 b\fs-3 c\fs99999 d\fs e)", u"[ 85]abcd[]e"},
+      {R"(\fs17 a\fs0 b\fs-3 c\fs40000 d\fs e)", u"[ 85]abcd[]e"},
       {R"(a\tab b\cell c\row d\line e\par f)",
        u"[]a\\u0009b\\u0009c\\u000D\\u000Ad\\u000D\\u000Ae\\u000D\\u000Af"},
       {"a\\\nb\\\r\nc\r\nd\te", u"[]a\\u000D\\u000Ab\\u000D\\u000Acd\\u0009e"},
@@ -158,6 +158,7 @@ TEST(RtfReader, SurvivesHostileInput) {
     fonts.append(u"\\cpg").append(number.begin(), number.end()).append(u" F;}");
   }
   EXPECT_EQ(text_of(fonts + u"}\\f199999\\'e9\\f3\\'e9"), u"\u00E9\u00E9");
+  EXPECT_EQ(text_of(u"\\u65\u0001b\u0002"), u"Ab\u0002") << "a control character is a replacement too";
   EXPECT_EQ(read(u"no RTF").text(), u"no RTF");
   EXPECT_EQ(read(u" \r\n{\\rtf1 a}").text(), u"a");
   EXPECT_EQ(read(u"{\\rtf").text() + read(u"{\\rtf1 a\\").text() + read(u"{\\rtf1 b\\'e").text(),

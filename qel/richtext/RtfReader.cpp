@@ -165,11 +165,9 @@ void Reader::read_text() {
     scanner_.skip_plain_text();
     return;
   }
-  while (replacements_due_ > 0) {
-    if (scanner_.at_end() || scanner_.peek() < u' ') return;
-    if (const char16_t c = scanner_.peek(); c == u'\\' || c == u'{' || c == u'}') return;
+  if (takes_replacement()) {
     scanner_.skip(1);
-    --replacements_due_;
+    return;
   }
   std::u16string_view text = scanner_.plain_text();
   // The second byte of a character may be one that stands for itself elsewhere.
@@ -315,7 +313,7 @@ void Reader::set_font(std::int32_t /*argument*/, Parameter number) {
 
 void Reader::set_size(std::int32_t /*argument*/, Parameter half_points) {
   const std::int32_t value = half_points.value_or(24);
-  if (value >= 1 && value <= 0xFFFF)
+  if (value >= 1 && value <= 0x7FFF)
     state_.character.half_points = static_cast<std::uint16_t>(value);
 }
 
