@@ -1,0 +1,258 @@
+#include "CommandLine.h"
+
+#include <CLI/CLI.hpp>
+#include <algorithm>
+#include <memory>
+#include <thread>
+#include <utility>
+
+#include "Files.h"
+#include "HelpFormat.h"
+#include "TextInput.h"
+#include "UsageError.h"
+#include "qel/version.h"
+
+namespace qel::command {
+namespace {
+
+constexpr const char* convert_examples = R"(Examples:
+  printf 'Hello /b1world/b0/nl' | qel convert --from qel --to rtf
+  qel convert letter.qel --to rtf -o letter.rtf
+  qel convert letter.rtf --to text
+  qel convert *.rtf --to qel -d markup --jobs 4
+  qel convert note.qel --to rtf --font 0=Helvetica --color 4=#1E90FF --font-size 12
+  qel convert form.rtf --to qel --field
+
+Exit status: 0, 1 when a conversion failed, 2 for arguments that do not fit.)";
+
+constexpr const char* tables_examples = R"(Examples:
+  qel tables > tables.txt
+  qel tables --font 4=Georgia --font-size 11 > tables.txt
+  qel convert letter.qel --to rtf --tables tables.txt
+
+Colours in a record are read as 16-bit numbers: one above 32767 keeps what was there. Give such
+colours with --color.)";
+
+CLI::Option* add_switch(CLI::App& app, const std::string& name, const std::string& meaning) {
+  return app.add_flag(name, meaning)->group("Breaks and tabs in what is read");
+}
+
+/// A switch as it was given: by its name, by its name with "no-", or not at all.
+class Switch {
+ public:
+  Switch(CLI::App& app, const std::string& name, const std::string& meaning) {
+    yes_ = add_switch(app, "--" + name, meaning);
+    no_ = add_switch(app, "--no-" + name, {})->excludes(yes_);
+  }
+
+  bool is_on() const { return yes_->count() > 0; }
+  bool is_given() const { return is_on() || no_->count() > 0; }
+  bool or_else(bool preset) const { return is_given() ? is_on() : preset; }
+
+ private:
+  CLI::Option* yes_;
+  CLI::Option* no_;
+};
+
+class SwitchOptions {
+ public:
+  explicit SwitchOptions(CLI::App& app)
+      : field_(add_switch(app, "--field",
+                          "As a text box does: breaks and tabs become blanks, and one blank at the "
+                          "end of the text goes")),
+        nl_to_space_(app, "nl-to-space", "A line break becomes a blank"),
+        tabs_to_space_(app, "tabs-to-space", "A tab becomes a blank"),
+        recognize_crlf_(app, "recognize-crlf", "A line break is kept (the default)"),
+        recognize_tabs_(app, "recognize-tabs", "A tab is kept (the default)") {}
+
+  Switches values() const {
+    Switches values = field_->count() > 0 ? Switches::of_a_field() : Switches();
+    // A tab that is kept cannot become a blank too.
+    if (tabs_to_space_.is_on()) values.recognize_tabs = false;
+    values.convert_nl_to_space = nl_to_space_.or_else(values.convert_nl_to_space);
+    values.convert_tabs_to_space = tabs_to_space_.or_else(values.convert_tabs_to_space);
+    values.recognize_crlf = recognize_crlf_.or_else(values.recognize_crlf);
+    values.recognize_tabs = recognize_tabs_.or_else(values.recognize_tabs);
+    return values;
+  }
+
+ private:
+  CLI::Option* field_;
+  Switch nl_to_space_;
+  Switch tabs_to_space_;
+  Switch recognize_crlf_;
+  Switch recognize_tabs_;
+};
+
+class TableOptions {
+ public:
+  explicit TableOptions(CLI::App& app) {
+    const auto add = [&app](const std::string& name, auto& value, const std::string& meaning,
+                            const char* type) {
+      return app.add_option(name, value, meaning)->type_name(type)->group("Fonts and colours");
+    };
+    add("--font", fonts_, "Font N (0 to 9); can be repeated", "N=NAME")->allow_extra_args(false);
+    add("--color", colors_,
+        "Colour N (0 to 9) as #RRGGBB or as a decimal number, red in its low byte; can be repeated",
+        "N=COLOR")
+        ->allow_extra_args(false);
+    size_ = add("--font-size", font_size_, "Default size (0 to 16383)", "POINTS");
+    size_->check(CLI::Range(0.0F, 16383.0F).description({}));
+    file_ = add("--tables", path_,
+                "File with records as 'qel tables' prints them; the options "
+                "above win over it",
+                "FILE");
+  }
+
+  Tables values() const {
+    Tables tables;
+    if (file_->count() > 0) read_file_into(tables);
+    try {
+      for (const std::string& font : fonts_) tables.set_font(font);
+      for (const std::string& color : colors_) tables.set_color(color);
+    } catch (const TableError& error) {
+      throw UsageError(error.what());
+    }
+    if (size_->count() > 0) tables.fonts.put_FontSize(font_size_);
+    return tables;
+  }
+
+ private:
+  void read_file_into(Tables& tables) const {
+    try {
+      tables.read_records(decode_text(read_file(path_)));
+    } catch (const TableError& error) {
+      throw TableError("cannot read " + path_ + ": " + error.what());
+    }
+  }
+
+  std::vector<std::string> fonts_;
+  std::vector<std::string> colors_;
+  float font_size_ = 0;
+  std::string path_;
+  CLI::Option* size_ = nullptr;
+  CLI::Option* file_ = nullptr;
+};
+
+/// The form of that name; empty when none was given.
+template <class Find>
+auto form_of(const std::optional<std::string>& name, Find find, const std::string& option,
+             const std::string& names) {
+  auto form = name ? find(*name) : decltype(find(*name))();
+  if (name && !form) throw UsageError(option + ": '" + *name + "' is none of " + names);
+  return form;
+}
+
+class ConvertCommand {
+ public:
+  explicit ConvertCommand(CLI::App& app) : app_(app), switches_(app), tables_(app) {
+    app.add_option("FILE", files_,
+                   "Files to convert; standard input when none is named, or for '-'")
+        ->type_name("");
+    app.add_option("--from", from_,
+                   "What the input is: " + input_form_names() +
+                       "; taken from the file's ending or first bytes otherwise")
+        ->type_name("FORM");
+    app.add_option("--to", to_, "What to write: " + result_form_names())
+        ->type_name("FORM")
+        ->required();
+    output_ =
+        app.add_option("-o,--output", output_path_, "File to write instead of standard output")
+            ->type_name("FILE");
+    folder_ = app.add_option("-d,--directory", folder_path_,
+                             "Folder to write to, one file for each that is read")
+                  ->type_name("DIR")
+                  ->excludes(output_);
+    app.add_option("-j,--jobs", jobs_,
+                   "How many files to convert at a time; as many as there are "
+                   "processors otherwise")
+        ->type_name("N")
+        ->check(CLI::Range(1, most_jobs).description({}));
+    app.footer(convert_examples);
+  }
+
+  bool is_asked_for() const { return app_.parsed(); }
+
+  CommandLine values() const {
+    CommandLine line;
+    line.action = CommandLine::Action::convert;
+    line.files = files_.empty() ? std::vector<std::string>{"-"} : files_;
+    if (output_->count() > 0) line.output = output_path_;
+    if (folder_->count() > 0) line.folder = folder_path_;
+    if (line.files.size() > 1 && !line.folder) {
+      throw UsageError("more than one file needs a folder to write to: -d DIR");
+    }
+    line.jobs = jobs_ > 0 ? static_cast<std::size_t>(jobs_)
+                          : std::max(1U, std::thread::hardware_concurrency());
+    line.options.from = form_of(from_, input_form_named, "--from", input_form_names());
+    line.options.to = *form_of(to_, result_form_named, "--to", result_form_names());
+    line.options.switches = switches_.values();
+    line.options.tables = tables_.values();
+    return line;
+  }
+
+ private:
+  static constexpr int most_jobs = 256;
+
+  const CLI::App& app_;
+  std::vector<std::string> files_;
+  std::optional<std::string> from_;
+  std::optional<std::string> to_;
+  std::string output_path_;
+  std::string folder_path_;
+  int jobs_ = 0;
+  CLI::Option* output_ = nullptr;
+  CLI::Option* folder_ = nullptr;
+  SwitchOptions switches_;
+  TableOptions tables_;
+};
+
+/// The arguments in the order in which CLI11 takes them: the last one first.
+std::vector<std::string> reversed_arguments(int argc, const char* const* argv) {
+  std::vector<std::string> arguments;
+  for (int i = argc - 1; i > 0; --i) {
+    const std::string argument = argv[i];
+    // CLI11 would take "[a,b]" for a list; "./[a,b]" is the same file.
+    arguments.push_back(argument.starts_with('[') ? "./" + argument : argument);
+  }
+  return arguments;
+}
+
+std::string on_one_line(std::string text) {
+  std::replace(text.begin(), text.end(), '\n', ' ');
+  return text;
+}
+
+}  // namespace
+
+CommandLine parse_command_line(int argc, const char* const* argv) {
+  CLI::App app("Converts formatted text between slash-code markup, RTF and plain text.", "qel");
+  app.set_version_flag("--version", std::string("qel ") + version);
+  app.require_subcommand(1);
+  app.formatter(std::make_shared<HelpFormat>());
+  app.footer(convert_examples);
+  const ConvertCommand convert(*app.add_subcommand("convert", "Convert files"));
+  CLI::App* const tables_app =
+      app.add_subcommand("tables", "Print the tables of fonts and colours as records");
+  const TableOptions tables(*tables_app);
+  tables_app->footer(tables_examples);
+
+  CommandLine line;
+  try {
+    app.parse(reversed_arguments(argc, argv));
+  } catch (const CLI::CallForHelp&) {
+    line.text = app.help();
+    return line;
+  } catch (const CLI::CallForVersion& call) {
+    line.text = std::string(call.what()) + "\n";
+    return line;
+  } catch (const CLI::ParseError& error) {
+    throw UsageError(on_one_line(error.what()));
+  }
+  if (convert.is_asked_for()) return convert.values();
+  line.action = CommandLine::Action::tables;
+  line.options.tables = tables.values();
+  return line;
+}
+
+}  // namespace qel::command

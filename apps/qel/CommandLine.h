@@ -1,0 +1,33 @@
+#pragma once
+
+#include <cstddef>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "Conversion.h"
+
+namespace qel::command {
+
+/// What the arguments ask for.
+struct CommandLine {
+  enum class Action {
+    print,    ///< `text`: the help or the version
+    convert,  ///< `files` as `options` say
+    tables,   ///< print the records of the tables of `options`
+  };
+
+  Action action = Action::print;
+  std::string text;
+  std::vector<std::string> files;  ///< "-" is standard input; never empty
+  std::string output = "-";        ///< where the one file goes, unless there is a folder
+  std::optional<std::string> folder;
+  std::size_t jobs = 1;
+  ConversionOptions options;
+};
+
+/// Raises a `UsageError` for arguments that do not fit, a `FileError` when the file of the tables
+/// cannot be read and a `TableError` when it is none.
+CommandLine parse_command_line(int argc, const char* const* argv);
+
+}  // namespace qel::command

@@ -1,0 +1,238 @@
+#include "Conversion.h"
+
+#include <algorithm>
+#include <cstddef>
+#include <cstdint>
+#include <utility>
+
+#include "SegmentsJson.h"
+#include "TextInput.h"
+#include "qel/base/Scan.h"
+#include "qel/base/Utf8.h"
+#include "qel/control/Common.h"
+#include "qel/embedded/RichEdit.h"
+#include "qel/model/StyleDecoder.h"
+#include "qel/richtext/RtfBytes.h"
+#include "qel/rtf/RTFParser.h"
+
+namespace qel::command {
+namespace {
+
+/// Calls `write` with one part of the text after the other, so that the output is never whole in
+/// memory. Surrogate pairs and CR LF stay together.
+template <class Write>
+void in_parts(std::u16string_view text, Write write) {
+  constexpr std::size_t part = std::size_t{1} << 15U;
+  const auto joins_next = [](char16_t unit) { return unit == u'\r' || (unit & 0xFC00U) == 0xD800; };
+  while (!text.empty()) {
+    std::size_t length = std::min(part, text.size());
+    if (length < text.size() && joins_next(text[length - 1])) ++length;
+    write(text.substr(0, length));
+    text.remove_prefix(length);
+  }
+}
+
+void replace_tabs(SegmentCollection& segments, std::u16string_view replacement) {
+  for (const auto& segment : segments) {
+    const std::u16string_view text = segment->get_Text();
+    if (find_any<u'\t'>(text, 0) == text.size()) continue;
+    segment->put_Text(replace_all(std::u16string(text), u"\t", replacement));
+  }
+}
+
+void drop_last_blank(SegmentCollection& segments) {
+  const auto last = segments.Item(segments.Count());
+  if (!last || !last->get_Text().ends_with(u' ')) return;
+  last->keep_first(last->length() - 1);
+  if (last->length() == 0) segments.Remove(segments.Count());
+}
+
+/// Each step takes the text over and has freed it when it returns.
+class Conversion {
+ public:
+  Conversion(const ConversionOptions& options, const Sink& sink)
+      : options_(options), switches_(options.switches), fonts_(options.tables.fonts), sink_(sink) {
+    parser_.put_ConvertNLToSpace(switches_.convert_nl_to_space);
+    parser_.put_ConvertTabsToSpace(switches_.convert_tabs_to_space);
+    parser_.put_RecognizeCRLF(switches_.recognize_crlf);
+    parser_.put_RecognizeTabs(switches_.recognize_tabs);
+  }
+
+  void from_markup(std::u16string&& markup) {
+    switch (options_.to) {
+      case ResultForm::rtf:
+        return write_rtf(rtf_of(std::move(markup)));
+      case ResultForm::rtf_body:
+        return write_rtf(body_of(std::move(markup)));
+      case ResultForm::simple_rtf:
+        return from_rtf(rtf_of(std::move(markup)));
+      default:
+        return write_decoded(decoded_with_switches(std::move(markup)));
+    }
+  }
+
+  void from_rtf(std::u16string&& rtf) {
+    switch (options_.to) {
+      case ResultForm::rtf:
+        return write_rtf(rewritten(std::move(rtf)));
+      case ResultForm::simple_rtf:
+        return write_rtf(simplified(std::move(rtf)));
+      case ResultForm::text:
+        return write_text(text_of(std::move(rtf)));
+      case ResultForm::rtf_body:
+        return write_rtf(body_of(markup_of(std::move(rtf))));
+      case ResultForm::qel:
+        return write_utf8(markup_of(std::move(rtf)));
+      default:
+        return write_decoded(decoded(markup_of(std::move(rtf))));
+    }
+  }
+
+  /// The text goes by way of RTF: so a code that was typed in it stays text.
+  void from_text(std::u16string&& text) {
+    std::u16string rtf = rtf_of_text(std::move(text));
+    if (options_.to == ResultForm::rtf) return write_rtf(rtf);
+    from_rtf(std::move(rtf));
+  }
+
+ private:
+  const QELIndexColors& colors() const { return *options_.tables.colors; }
+
+  std::u16string rtf_of(std::u16string&& markup) {
+    const std::u16string taken = std::move(markup);
+    return parser_.QELToRTF(taken, fonts_, colors());
+  }
+
+  std::u16string body_of(std::u16string&& markup) const {
+    const std::u16string taken = std::move(markup);
+    return parser_.QELToRTFWithoutTables(taken);
+  }
+
+  std::u16string markup_of(std::u16string&& rtf) const {
+    const std::u16string taken = std::move(rtf);
+    return parser_.RTFToQEL(taken, fonts_, colors());
+  }
+
+  std::u16string simplified(std::u16string&& rtf) {
+    const std::u16string taken = std::move(rtf);
+    return parser_.SimpleRTF(taken, fonts_, colors());
+  }
+
+  std::u16string text_of(std::u16string&& rtf) const {
+    const std::u16string taken = std::move(rtf);
+    return parser_.RTFToText(taken);
+  }
+
+  /// Text that names no format of its own gets the default font, size and colour.
+  void prepare(embedded::RichEdit& box) const {
+    platform::BoxAppearance appearance = box.appearance();
+    appearance.font_name = fonts_.get_Font(0);
+    appearance.font_size = fonts_.get_FontSize();
+    box.put_appearance(appearance);
+    box.put_SelColor(colors().get_Color(0));
+  }
+
+  std::u16string rewritten(std::u16string&& rtf) const {
+    embedded::RichEdit box;
+    prepare(box);
+    {
+      const std::u16string taken = std::move(rtf);
+      box.put_TextRTF(taken);
+    }
+    return box.get_TextRTF();
+  }
+
+  std::u16string rtf_of_text(std::u16string&& text) const {
+    embedded::RichEdit box;
+    prepare(box);
+    {
+      const std::u16string taken = std::move(text);
+      box.put_Text(taken);
+    }
+    return box.get_TextRTF();
+  }
+
+  static StyleDecoder decoded(std::u16string&& markup) {
+    const std::u16string taken = std::move(markup);
+    StyleDecoder decoder;
+    decoder.put_QELText(taken);
+    return decoder;
+  }
+
+  /// Does for markup what the parser's switches do for RTF.
+  StyleDecoder decoded_with_switches(std::u16string&& markup) const {
+    // Every "/nl" is a line code, and a blank in its place makes no other code.
+    if (switches_.convert_nl_to_space) markup = replace_all(std::move(markup), u"/nl", u" ");
+    StyleDecoder decoder = decoded(std::move(markup));
+    SegmentCollection& segments = *decoder.get_Segments();
+    if (!switches_.recognize_tabs) {
+      replace_tabs(segments, switches_.convert_tabs_to_space ? u" " : u"");
+    }
+    if (switches_.convert_nl_to_space) drop_last_blank(segments);
+    return decoder;
+  }
+
+  void write_decoded(StyleDecoder&& decoder) {
+    const std::int32_t line_codes = switches_.recognize_crlf ? ofLineCodes : ofMarkup;
+    switch (options_.to) {
+      case ResultForm::segments:
+        return write_segments(*decoder.get_Segments(), switches_.recognize_crlf, sink_);
+      case ResultForm::qelv6:
+        return write_utf8(decoder.GetQELTextv6(line_codes, false, false));
+      case ResultForm::text:
+        return write_text(decoder.GetQELText(ofPlainText | line_codes, false, false));
+      default:
+        return write_utf8(decoder.GetQELText(line_codes, false, false));
+    }
+  }
+
+  void write_utf8(std::u16string_view text) {
+    in_parts(text, [this](std::u16string_view part) { sink_(to_utf8(part)); });
+  }
+
+  void write_text(std::u16string_view text) {
+    in_parts(text, [this](std::u16string_view part) {
+      sink_(to_utf8(replace_all(std::u16string(part), u"\r\n", u"\n")));
+    });
+  }
+
+  void write_rtf(std::u16string_view rtf) {
+    in_parts(rtf, [this](std::u16string_view part) { sink_(richtext::rtf_to_bytes(part)); });
+  }
+
+  const ConversionOptions& options_;
+  const Switches& switches_;
+  QELIndexFonts fonts_;  // writing them marks those that are symbol fonts
+  const Sink& sink_;
+  RTFParser parser_;
+};
+
+InputForm form_of(std::string_view input, std::optional<InputForm> named) {
+  if (named && *named != InputForm::rtf) return *named;
+  if (is_rtf(input)) return InputForm::rtf;
+  // What was to be RTF and is not is what a box takes it for: text.
+  return named ? InputForm::text : InputForm::qel;
+}
+
+}  // namespace
+
+void convert(std::string input, const ConversionOptions& options, const Sink& sink) {
+  const Common::ConversionSlots slots;
+  Conversion conversion(options, sink);
+  switch (form_of(input, options.from)) {
+    case InputForm::qel:
+      return conversion.from_markup(decode_text(std::move(input)));
+    case InputForm::rtf:
+      return conversion.from_rtf(decode_rtf(std::move(input)));
+    case InputForm::text:
+      return conversion.from_text(decode_text(std::move(input)));
+  }
+}
+
+std::string convert(std::string input, const ConversionOptions& options) {
+  std::string output;
+  convert(std::move(input), options, [&](std::string_view bytes) { output.append(bytes); });
+  return output;
+}
+
+}  // namespace qel::command

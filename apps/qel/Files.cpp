@@ -1,0 +1,166 @@
+#include "Files.h"
+
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <cerrno>
+#include <cstddef>
+#include <filesystem>
+#include <system_error>
+#include <utility>
+
+#include "Temporaries.h"
+
+namespace qel::command {
+namespace {
+
+constexpr std::string_view standard_stream = "-";
+
+[[noreturn]] void fail_to(std::string_view verb, const std::string& name, int error) {
+  throw FileError("cannot " + std::string(verb) + " " + name + ": " +
+                  std::generic_category().message(error));
+}
+
+/// Closes the descriptor of a file that was only read.
+class Reader {
+ public:
+  explicit Reader(const std::string& path)
+      : is_standard_(path == standard_stream),
+        name_(is_standard_ ? "standard input" : path),
+        descriptor_(is_standard_ ? STDIN_FILENO : open(path.c_str(), O_RDONLY | O_CLOEXEC)) {
+    if (descriptor_ < 0) fail_to("read", name_, errno);
+  }
+  Reader(const Reader&) = delete;
+  Reader& operator=(const Reader&) = delete;
+  ~Reader() {
+    if (!is_standard_) close(descriptor_);
+  }
+
+  /// The size of a regular file, else 0.
+  std::size_t expected_size() const {
+    struct stat status = {};
+    if (fstat(descriptor_, &status) != 0 || !S_ISREG(status.st_mode)) return 0;
+    return static_cast<std::size_t>(status.st_size);
+  }
+
+  /// Reads up to `size` bytes; 0 at the end of the file.
+  std::size_t read_some(char* bytes, std::size_t size) const {
+    ssize_t count = 0;
+    do {
+      count = read(descriptor_, bytes, size);
+    } while (count < 0 && errno == EINTR);
+    if (count < 0) fail_to("read", name_, errno);
+    return static_cast<std::size_t>(count);
+  }
+
+ private:
+  bool is_standard_;
+  std::string name_;
+  int descriptor_;
+};
+
+/// Where a chain of symbolic links leads, whether or not a file is there.
+std::string without_links(const std::string& path) {
+  namespace fs = std::filesystem;
+  constexpr int longest_chain = 40;
+  fs::path target = path;
+  std::error_code error;
+  for (int i = 0; i < longest_chain && fs::is_symlink(fs::symlink_status(target, error)); ++i) {
+    target = target.parent_path() / fs::read_symlink(target, error);
+  }
+  return target.string();
+}
+
+std::string folder_of(const std::string& path) {
+  const std::string folder = std::filesystem::path(path).parent_path().string();
+  return folder.empty() ? "." : folder;
+}
+
+}  // namespace
+
+std::string read_file(const std::string& path) {
+  constexpr std::size_t smallest_buffer = std::size_t{1} << 16U;
+  const Reader reader(path);
+  // One byte more than expected, so that the end shows without another buffer.
+  std::string bytes(std::max(reader.expected_size() + 1, smallest_buffer), '\0');
+  std::size_t used = 0;
+  while (const std::size_t count = reader.read_some(bytes.data() + used, bytes.size() - used)) {
+    used += count;
+    if (used == bytes.size()) bytes.resize(used * 2);
+  }
+  bytes.resize(used);
+  return bytes;
+}
+
+OutputFile::OutputFile(std::string path) : path_(std::move(path)) {
+  if (path_ == standard_stream) {
+    descriptor_ = STDOUT_FILENO;
+    return;
+  }
+  struct stat status = {};
+  if (stat(path_.c_str(), &status) != 0 || S_ISREG(status.st_mode)) {
+    open_replacement(without_links(path_));
+  } else {
+    descriptor_ = open(path_.c_str(), O_WRONLY | O_CLOEXEC);
+    if (descriptor_ < 0) fail(errno);
+  }
+}
+
+OutputFile::~OutputFile() {
+  if (descriptor_ >= 0 && descriptor_ != STDOUT_FILENO) close(descriptor_);
+  if (!temporary_.empty()) temporaries::remove(temporary_);
+}
+
+void OutputFile::open_replacement(const std::string& target) {
+  constexpr mode_t permissions = 0777;
+  constexpr mode_t for_everybody = 0666;
+  struct stat status = {};
+  const bool replaces = stat(target.c_str(), &status) == 0;
+  // A file that is protected against writing is so although its folder is not.
+  if (replaces && access(target.c_str(), W_OK) != 0) fail(errno);
+  const mode_t mode = replaces ? status.st_mode & permissions : for_everybody;
+  target_ = target;
+  descriptor_ = temporaries::create(folder_of(target), mode & for_everybody, temporary_);
+  if (descriptor_ < 0) {
+    temporary_.clear();
+    fail(errno);
+  }
+  if (!replaces) return;
+  // Only an administrator can hand the owner down; without that the file is the writer's.
+  if (fchown(descriptor_, status.st_uid, status.st_gid) != 0) errno = 0;
+  if (fchmod(descriptor_, mode) != 0) errno = 0;
+}
+
+void OutputFile::write(std::string_view bytes) {
+  if (bytes.empty()) return;
+  at_line_start_ = bytes.back() == '\n';
+  write_all(bytes);
+}
+
+void OutputFile::write_all(std::string_view bytes) {
+  while (!bytes.empty()) {
+    const ssize_t count = ::write(descriptor_, bytes.data(), bytes.size());
+    if (count >= 0) {
+      bytes.remove_prefix(static_cast<std::size_t>(count));
+    } else if (errno != EINTR) {
+      fail(errno);
+    }
+  }
+}
+
+void OutputFile::finish() {
+  if (!at_line_start_ && isatty(descriptor_) != 0) write_all("\n");
+  if (!temporary_.empty() && fsync(descriptor_) != 0) fail(errno);
+  if (close(std::exchange(descriptor_, -1)) != 0) fail(errno);
+  if (temporary_.empty()) return;
+  if (!temporaries::rename_to(temporary_, target_)) fail(errno);
+  temporary_.clear();
+}
+
+void OutputFile::fail(int error) const {
+  fail_to("write", path_ == standard_stream ? "standard output" : path_, error);
+}
+
+}  // namespace qel::command

@@ -1,0 +1,46 @@
+#pragma once
+
+#include <stdexcept>
+#include <string>
+#include <string_view>
+
+/// Files as the command reads and writes them. "-" is standard input or standard output.
+namespace qel::command {
+
+/// A file that cannot be read or written; the message names it and says why.
+class FileError : public std::runtime_error {
+ public:
+  using runtime_error::runtime_error;
+};
+
+std::string read_file(const std::string& path);
+
+/// A file that is written. Its content appears under its name when it is whole, not before: it is
+/// written to a temporary file in the same folder, which is removed again on any failure. Devices,
+/// pipes and standard output take what they are given at once.
+///
+/// The file that is replaced hands its permissions down; a symbolic link is followed.
+class OutputFile {
+ public:
+  explicit OutputFile(std::string path);
+  OutputFile(const OutputFile&) = delete;
+  OutputFile& operator=(const OutputFile&) = delete;
+  ~OutputFile();
+
+  void write(std::string_view bytes);
+  /// To be called when all is written. A terminal gets a line feed after a last line without one.
+  void finish();
+
+ private:
+  void open_replacement(const std::string& target);
+  void write_all(std::string_view bytes);
+  [[noreturn]] void fail(int error) const;
+
+  std::string path_;
+  std::string target_;     // what the temporary file replaces
+  std::string temporary_;  // empty when the target is written directly
+  int descriptor_ = -1;
+  bool at_line_start_ = true;
+};
+
+}  // namespace qel::command

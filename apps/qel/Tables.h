@@ -1,0 +1,36 @@
+#pragma once
+
+#include <memory>
+#include <stdexcept>
+#include <string>
+#include <string_view>
+
+#include "qel/tables/QELIndexColors.h"
+#include "qel/tables/QELIndexFonts.h"
+
+namespace qel::command {
+
+/// A value that the tables do not take; the message says which and why.
+class TableError : public std::runtime_error {
+ public:
+  using runtime_error::runtime_error;
+};
+
+/// The fonts and colours that a conversion works with.
+struct Tables {
+  QELIndexFonts fonts;
+  std::shared_ptr<QELIndexColors> colors = std::make_shared<QELIndexColors>();
+
+  /// Reads the lines of a file of records: each is a record of the fonts or of the colours, told
+  /// apart by its separators. Empty lines are passed over.
+  void read_records(std::u16string_view lines);
+  /// What `read_records` reads.
+  std::u16string records() const;
+
+  /// "N=NAME": font N (0 to 9).
+  void set_font(std::string_view assignment);
+  /// "N=#RRGGBB", or "N=" and the value in decimal, red in the low byte.
+  void set_color(std::string_view assignment);
+};
+
+}  // namespace qel::command

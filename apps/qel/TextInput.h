@@ -1,0 +1,18 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+
+namespace qel::command {
+
+/// The text of a file: UTF-16 after a byte order mark, else UTF-8, in which bytes that are not
+/// valid are read in code page 1252 one by one. A byte order mark is dropped. The bytes are freed.
+std::u16string decode_text(std::string&& bytes);
+
+/// Whether the bytes of a file are an RTF document.
+bool is_rtf(std::string_view bytes);
+
+/// The RTF of such a file. The bytes are freed.
+std::u16string decode_rtf(std::string&& bytes);
+
+}  // namespace qel::command

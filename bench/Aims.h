@@ -1,0 +1,24 @@
+#pragma once
+
+#include <benchmark/benchmark.h>
+
+#include <map>
+#include <string>
+#include <vector>
+
+namespace qel::bench {
+
+/// Prints what the console reporter prints, and at the end how the speeds on the largest document
+/// compare with those of the peers, as far as both were measured.
+class AimReporter : public benchmark::ConsoleReporter {
+ public:
+  void ReportRuns(const std::vector<Run>& runs) override;
+  void Finalize() override;
+
+ private:
+  double speed(const std::string& benchmark, int size) const;
+
+  std::map<std::string, double> speeds_;  // the best of each benchmark, in bytes a second
+};
+
+}  // namespace qel::bench

@@ -1,0 +1,86 @@
+// What the library does.
+
+#include "Speed.h"
+#include "qel/embedded/RichEdit.h"
+#include "qel/qel.h"
+#include "qel/richtext/RtfBytes.h"
+
+namespace qel::bench {
+namespace {
+
+using benchmark::DoNotOptimize;
+using benchmark::State;
+
+/// A parser that keeps line breaks, and what it needs around it.
+struct Converter {
+  Common::ConversionSlots slots;
+  QELIndexFonts fonts;
+  QELIndexColors colors;
+  RTFParser parser;
+
+  Converter() {
+    parser.put_ConvertNLToSpace(false);
+    parser.put_RecognizeCRLF(true);
+  }
+  std::u16string to_rtf(std::u16string_view markup) {
+    return parser.QELToRTF(markup, fonts, colors);
+  }
+  std::u16string to_markup(std::u16string_view rtf) const {
+    return parser.RTFToQEL(rtf, fonts, colors);
+  }
+};
+
+void markup_to_rtf(State& state) {
+  const Documents& text = input(state);
+  Converter converter;
+  measure(state, text.markup_bytes, [&] { DoNotOptimize(converter.to_rtf(text.markup)); });
+}
+BENCHMARK(markup_to_rtf)->Apply(all_sizes);
+
+void rtf_file_to_markup(State& state) {
+  const Documents& text = input(state);
+  const Converter converter;
+  measure(state, text.rtf_bytes.size(),
+          [&] { DoNotOptimize(converter.to_markup(richtext::rtf_from_bytes(text.rtf_bytes))); });
+}
+BENCHMARK(rtf_file_to_markup)->Apply(all_sizes);
+
+void rtf_string_to_markup(State& state) {
+  const Documents& text = input(state);
+  const Converter converter;
+  measure(state, text.rtf_bytes.size(), [&] { DoNotOptimize(converter.to_markup(text.rtf)); });
+}
+BENCHMARK(rtf_string_to_markup)->Apply(all_sizes);
+
+void decode(State& state) {
+  const Documents& text = input(state);
+  StyleDecoder decoder;
+  measure(state, text.markup_bytes, [&] { decoder.put_QELText(text.markup); });
+}
+BENCHMARK(decode)->Apply(all_sizes);
+
+void decode_into_words(State& state) {
+  const Documents& text = input(state);
+  StyleDecoder decoder;
+  measure(state, text.markup_bytes, [&] { decoder.SetQELText(text.markup, 1); });
+}
+BENCHMARK(decode_into_words)->Apply(all_sizes);
+
+void encode(State& state) {
+  const Documents& text = input(state);
+  StyleDecoder decoder;
+  decoder.put_QELText(text.markup);
+  measure(state, text.markup_bytes, [&] { DoNotOptimize(decoder.get_QELText()); });
+}
+BENCHMARK(encode)->Apply(all_sizes);
+
+void box_to_rtf(State& state) {
+  const Documents& text = input(state);
+  embedded::RichEdit box;
+  box.put_TextRTF(text.rtf);
+  measure(state, text.rtf_bytes.size(), [&] { DoNotOptimize(box.get_TextRTF()); });
+}
+BENCHMARK(box_to_rtf)->Apply(all_sizes);
+
+}  // namespace
+}  // namespace qel::bench
