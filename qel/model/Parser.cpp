@@ -48,24 +48,7 @@ class State {
 
   /// 0 for "t", which is a code but changes nothing.
   static unsigned bit_of(char16_t letter) {
-    switch (letter) {
-      case u'b':
-        return style_codes::bold_bit;
-      case u'i':
-        return style_codes::italic_bit;
-      case u'u':
-        return style_codes::underline_bit;
-      case u'p':
-        return style_codes::superscript_bit;
-      case u's':
-        return style_codes::subscript_bit;
-      case u'c':
-        return style_codes::small_caps_bit;
-      case u'k':
-        return style_codes::strike_through_bit;
-      default:
-        return 0;
-    }
+    return letter == u't' ? 0U : style_codes::attribute_bit(letter);
   }
 
   unsigned attributes_ = 0;

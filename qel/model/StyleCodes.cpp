@@ -11,7 +11,8 @@ struct Attribute {
   char16_t letter;
 };
 
-/// In the order of their bits, in which they are switched on; they are switched off in reverse.
+/// In the order of their bits, from the lowest, in which they are switched on; they are switched
+/// off in reverse.
 constexpr std::array attributes = {
     Attribute{&iStyle::Bold, u'b'},        Attribute{&iStyle::Italic, u'i'},
     Attribute{&iStyle::Underline, u'u'},   Attribute{&iStyle::SmallCaps, u'c'},
@@ -19,9 +20,8 @@ constexpr std::array attributes = {
     Attribute{&iStyle::Superscript, u'p'}, Attribute{&iStyle::Unicode, u't'},
 };
 
-constexpr unsigned not_in_v6 = strike_through_bit | unicode_bit;
-
 unsigned in_set(unsigned bits, CodeSet set) {
+  constexpr unsigned not_in_v6 = strike_through_bit | unicode_bit;
   return set == CodeSet::current ? bits : bits & ~not_in_v6;
 }
 
@@ -71,6 +71,13 @@ void append_font_off(std::u16string& out, std::int16_t font) {
 }
 
 }  // namespace
+
+unsigned attribute_bit(char16_t letter) {
+  for (std::size_t i = 0; i < attributes.size(); ++i) {
+    if (attributes[i].letter == letter) return 1U << i;
+  }
+  return 0;
+}
 
 CodeState state_of(const iStyle& style) {
   unsigned bits = 0;

@@ -25,12 +25,15 @@ enum AttributeBit : std::uint8_t {
 
 /// What of a style has codes.
 struct CodeState {
-  std::uint8_t attributes = 0;
+  std::uint8_t attributes = 0;  ///< `AttributeBit`s
   std::int16_t font = 0;
   std::int16_t color = 0;
 
   friend bool operator==(const CodeState&, const CodeState&) = default;
 };
+
+/// The bit of the attribute whose codes have this letter; 0 for a letter that no attribute has.
+unsigned attribute_bit(char16_t letter);
 
 CodeState state_of(const iStyle& style);
 /// A default style with these attributes, font and colour.

@@ -1,5 +1,7 @@
 #include "qel/rtf/RTFParser.h"
 
+#include <algorithm>
+#include <array>
 #include <cmath>
 #include <cstddef>
 #include <cstdint>
@@ -123,48 +125,48 @@ void drop_last_blank(std::u16string& out, const RTFParser& parser) {
   if (parser.get_ConvertNLToSpace() && !out.empty() && out.back() == u' ') out.pop_back();
 }
 
-/// The characters that RTF has a spelling of its own for. Breaks and tabs are not among them.
-std::u16string_view rtf_spelling_of(char16_t character) {
-  switch (character) {
-    case u'\u2013':
-      return u"\\endash ";
-    case u'\u2014':
-      return u"\\emdash ";
-    case u'\u201C':
-      return u"\\ldblquote ";
-    case u'\u201D':
-      return u"\\rdblquote ";
-    case u'\u2018':
-      return u"\\lquote ";
-    case u'\u2019':
-      return u"\\rquote ";
-    case u'\u00A0':
-      return u"\\~";
-    case u'\u2022':
-      return u"\\bullet ";
-    case u'\\':
-      return u"\\\\";
-    case u'{':
-      return u"\\{";
-    case u'}':
-      return u"\\}";
-    default:
-      return {};
+struct RtfSpelling {
+  char16_t character;
+  std::u16string_view rtf;
+};
+
+/// The characters that RTF has a spelling of its own for, but for breaks and tabs.
+constexpr std::array<RtfSpelling, 11> rtf_spellings = {{{u'\\', u"\\\\"},
+                                                        {u'{', u"\\{"},
+                                                        {u'}', u"\\}"},
+                                                        {u'\u00A0', u"\\~"},
+                                                        {u'\u2013', u"\\endash "},
+                                                        {u'\u2014', u"\\emdash "},
+                                                        {u'\u2018', u"\\lquote "},
+                                                        {u'\u2019', u"\\rquote "},
+                                                        {u'\u201C', u"\\ldblquote "},
+                                                        {u'\u201D', u"\\rdblquote "},
+                                                        {u'\u2022', u"\\bullet "}}};
+
+void append_rtf_character(std::u16string& out, char16_t character, const RTFParser& parser) {
+  if (character == u'\t') return append_tab(out, parser, u"\\tab ");
+  if (character == u'\n') return append_break(out, parser, u"\\par ");
+  if (character == u'\r') return;
+  const auto* const spelling =
+      std::find_if(rtf_spellings.begin(), rtf_spellings.end(),
+                   [&](const RtfSpelling& row) { return row.character == character; });
+  if (spelling == rtf_spellings.end()) {
+    out.push_back(character);
+  } else {
+    out.append(spelling->rtf);
   }
 }
 
 void append_rtf_characters(std::u16string& out, std::u16string_view text, const RTFParser& parser) {
-  for (const char16_t character : text) {
-    const std::u16string_view spelling = rtf_spelling_of(character);
-    if (!spelling.empty()) {
-      out.append(spelling);
-    } else if (character == u'\t') {
-      append_tab(out, parser, u"\\tab ");
-    } else if (character == u'\n') {
-      append_break(out, parser, u"\\par ");
-    } else if (character != u'\r') {
-      out.push_back(character);
-    }
+  const auto may_be_special = [](auto c) {
+    return (c < std::uint16_t{u' '}) | (c == std::uint16_t{u'\\'}) | (c == std::uint16_t{u'{'}) |
+           (c >= std::uint16_t{u'}'});
+  };
+  for (std::size_t at = 0; at < text.size(); ++at) {
+    const std::size_t end = find_first(text, at, may_be_special);
+    out.append(text, at, end - at);
+    if (end < text.size()) append_rtf_character(out, text[end], parser);
+    at = end;
   }
 }
 
