@@ -42,6 +42,7 @@ class SilentOutput {
 ProcessUse run_process(const std::vector<std::string>& command) {
   std::vector<std::string> words = command;
   std::vector<char*> arguments;
+  arguments.reserve(words.size() + 1);
   for (std::string& word : words) arguments.push_back(word.data());
   arguments.push_back(nullptr);
 

@@ -1,9 +1,12 @@
 #include <gtest/gtest.h>
 
+#include <vector>
+
 #include "qel/base/Error.h"
 #include "qel/model/StyleDecoder.h"
 #include "qel/model/TextAttribute.h"
 #include "qel/model/cReplaceData.h"
+#include "support/Random.h"
 #include "support/Text.h"
 
 namespace qel {
@@ -268,6 +271,58 @@ TEST(Decoder, DecodesRunsAndEncodesThemBack) {
     EXPECT_EQ(runs_of(decoder), row.runs) << test::shown(row.markup);
     const std::u16string_view encoded = row.encoded.empty() ? row.markup : row.encoded;
     EXPECT_EQ(decoder.get_QELText(), encoded == u"-" ? u"" : encoded) << test::shown(row.markup);
+  }
+}
+
+/// The style of each character; a font goes where a colour comes on while it stays, and does not
+/// come back before another.
+std::vector<iStyle> styles_after_encoding(StyleDecoder& decoder) {
+  std::vector<iStyle> styles;
+  std::int16_t last_font = 0;
+  bool lost = false;
+  for (const auto& segment : *decoder.get_Segments()) {
+    iStyle style = segment->get_Style();
+    const std::int16_t font = style.FontID;
+    lost = font != 0 && font == last_font && (style.ColorID != 0 || lost);
+    last_font = font;
+    if (lost) style.FontID = 0;
+    styles.insert(styles.end(), segment->get_Text().size(), style);
+  }
+  return styles;
+}
+
+TEST(Decoder, KeepsTextAndStylesThroughEncoding) {
+  const std::vector<std::u16string_view> texts = {
+      u"a", u"b c ", u"/x1 and/or", u"~/b1 ", u"1 < 2 ", u"\u00E9\U0001F600", u"{\\}"};
+  for (std::uint32_t i = 0; i < 2000; ++i) {
+    test::Random random(test::base_seed() + i);
+    SCOPED_TRACE(random.describe());
+    std::u16string markup;
+    for (std::size_t piece = random.below(20); piece > 0; --piece) {
+      const std::u16string_view letters = u"biukcpst";
+      const bool is_index = random.one_in(2);
+      const char16_t letter =
+          is_index ? u"fy"[random.below(2)] : letters[random.below(letters.size())];
+      const auto digit = static_cast<char16_t>(u'0' + random.below(is_index ? 5 : 2));
+      markup.append({u'/', letter, digit});
+      if (!random.one_in(3)) markup.append(random.pick(texts));
+    }
+    StyleDecoder decoder;
+    decoder.put_QELText(markup);
+    const std::u16string text = decoder.get_Text();
+    const std::vector<iStyle> styles = styles_after_encoding(decoder);
+    std::size_t length = 0;
+    for (const auto& segment : *decoder.get_Segments()) length += segment->get_Text().size();
+    ASSERT_EQ(text.size(), length);
+
+    StyleDecoder again;
+    again.put_QELText(decoder.get_QELText());
+    ASSERT_EQ(again.get_Text(), text) << test::shown(markup);
+    std::vector<iStyle> read;
+    for (const auto& segment : *again.get_Segments()) {
+      read.insert(read.end(), segment->get_Text().size(), segment->get_Style());
+    }
+    ASSERT_EQ(read, styles) << test::shown(markup);
   }
 }
 

@@ -30,7 +30,7 @@ std::u16string spelled(const std::u16string& codes, const CustomCodes& spelling)
   return text;
 }
 
-std::u16string spelled(std::u16string codes, std::u16string_view spelling) {
+std::u16string spelled(const std::u16string& codes, std::u16string_view spelling) {
   return spelling.empty() ? codes : spelled(codes, CustomCodes(spelling));
 }
 

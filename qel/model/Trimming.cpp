@@ -26,10 +26,11 @@ void trim_left(std::vector<Run>& runs, Predicate unwanted) {
 }
 
 void trim_right(std::vector<Run>& runs, Predicate unwanted) {
-  for (auto run = runs.rbegin(); run != runs.rend(); ++run) {
-    const auto kept = std::find_if_not(run->text.rbegin(), run->text.rend(), unwanted);
-    run->text.remove_suffix(static_cast<std::size_t>(kept - run->text.rbegin()));
-    if (!run->text.empty()) return;
+  for (std::size_t i = runs.size(); i-- > 0;) {
+    std::u16string_view& text = runs[i].text;
+    const auto kept = std::find_if_not(text.rbegin(), text.rend(), unwanted);
+    text.remove_suffix(static_cast<std::size_t>(kept - text.rbegin()));
+    if (!text.empty()) return;
   }
 }
 

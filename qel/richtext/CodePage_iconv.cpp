@@ -23,10 +23,8 @@ std::string name_of(int number) {
   }
 }
 
-const iconv_t& invalid_converter() {
-  // NOLINTNEXTLINE(performance-no-int-to-ptr): this is how the system spells it
-  static const iconv_t invalid = reinterpret_cast<iconv_t>(-1);
-  return invalid;
+iconv_t invalid_converter() {
+  return reinterpret_cast<iconv_t>(-1);  // NOLINT(performance-no-int-to-ptr): the system's spelling
 }
 
 }  // namespace

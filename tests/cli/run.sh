@@ -163,7 +163,7 @@ echo "== signals =="
 mkfifo slow
 exec 9<>slow
 "$qel" convert a.qel slow -d stopped --to text --jobs 2 2>/dev/null &
-for ((i = 0; i < 1000000; ++i)); do echo '/b1x/b0y'; done | tr -d '\n' >dense.qel
+yes '/b1x/b0y' | head -n 500000 | tr -d '\n' >dense.qel
 "$qel" convert dense.qel -d unfinished --to segments &
 for ((i = 0; i < 1000; ++i)); do
   compgen -G 'unfinished/.qel-*' >/dev/null && break
@@ -183,9 +183,10 @@ exec 9>&-
 echo "== options are described =="
 options=$("$qel" convert --help | grep -oE -- '--[a-z][a-z-]+' | sort -u)
 [[ $(wc -w <<<"$options") -ge 15 ]] || fail "too few options in the help: $options"
+sed 's/\\-/-/g' "$here/../../docs/qel.1" >manual
 for option in $options; do
   # The manual writes "--to" as "Fl \-to".
-  sed 's/\\-/-/g' "$here/../../docs/qel.1" | grep -qE -- "Fl.* ${option#-}( |$)" ||
+  grep -qE -- "Fl.* ${option#-}( |$)" manual ||
     fail "$option is not in the manual"
   grep -qE -- "(^|[ '])$option([ ']|$)" "$here/../../apps/qel/completion.bash" ||
     fail "$option is not in the completion"
