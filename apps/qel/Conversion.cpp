@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cstddef>
 #include <cstdint>
+#include <memory>
 #include <utility>
 
 #include "SegmentsJson.h"
@@ -109,8 +110,8 @@ class Conversion {
   }
 
   std::u16string markup_of(std::u16string&& rtf) const {
-    const std::u16string taken = std::move(rtf);
-    return parser_.RTFToQEL(taken, fonts_, colors());
+    return parser_.RTFToQEL(std::make_unique<const std::u16string>(std::move(rtf)), fonts_,
+                            colors());
   }
 
   std::u16string simplified(std::u16string&& rtf) {
@@ -119,8 +120,7 @@ class Conversion {
   }
 
   std::u16string text_of(std::u16string&& rtf) const {
-    const std::u16string taken = std::move(rtf);
-    return parser_.RTFToText(taken);
+    return parser_.RTFToText(std::make_unique<const std::u16string>(std::move(rtf)));
   }
 
   /// Text that names no format of its own gets the default font, size and colour.

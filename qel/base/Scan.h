@@ -69,7 +69,8 @@ inline std::u16string replace_all(std::u16string text, std::u16string_view searc
     result.append(text, kept, hit - kept).append(replacement);
     kept = hit + search.size();
   }
-  return result.append(text, kept, std::u16string::npos);
+  result.append(text, kept, std::u16string::npos);
+  return result;
 }
 
 }  // namespace qel

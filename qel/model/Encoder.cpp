@@ -2,7 +2,9 @@
 
 #include <cstddef>
 #include <deque>
+#include <optional>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 #include "qel/model/QELCode.h"
@@ -18,27 +20,6 @@ bool is_left_out(const CodeState& state, const OutputForm& form) {
   return (form.without_ignored && state.color == ignored_color) ||
          (form.without_hidden && state.color == hidden_color) ||
          (form.without_note && state.color == note_color);
-}
-
-struct Runs {
-  std::vector<Run> kept;
-  std::int32_t line_codes_at_end = 0;
-};
-
-Runs runs_of(const SegmentCollection& segments, std::int32_t line_codes_at_end,
-             const OutputForm& form) {
-  Runs runs;
-  runs.kept.reserve(static_cast<std::size_t>(segments.end() - segments.begin()));
-  std::int32_t line_codes = 0;
-  for (const auto& segment : segments) {
-    line_codes += segment->line_codes_before();
-    const CodeState state = segment->code_state();
-    if (is_left_out(state, form)) continue;
-    runs.kept.push_back({segment->get_Text(), state, line_codes});
-    line_codes = 0;
-  }
-  runs.line_codes_at_end = line_codes + line_codes_at_end;
-  return runs;
 }
 
 /// Writes the codes of one output form.
@@ -96,33 +77,78 @@ class CodeWriter {
   std::u16string scratch_;
 };
 
-std::size_t expected_size(const Runs& runs) {
+/// Writes runs as they come. What stands between two of them depends on both, so each waits for the
+/// next.
+class RunWriter {
+ public:
+  RunWriter(std::u16string& out, const OutputForm& form) : out_(out), codes_(out, form) {}
+
+  void add(const Run& run) {
+    if (has_run_) write(&run.state);
+    last_ = has_run_ ? std::optional(run_.state) : std::nullopt;
+    run_ = run;
+    has_run_ = true;
+  }
+
+  void finish(std::int32_t line_codes_at_end) {
+    // One run without text has nothing to style.
+    if (has_run_ && (last_ || !run_.text.empty())) write(nullptr);
+    codes_.line_codes(line_codes_at_end);
+  }
+
+ private:
+  void write(const CodeState* next) {
+    codes_.line_codes(run_.line_codes_before);
+    codes_.opening(run_.state, last_ ? &*last_ : nullptr);
+    out_.append(run_.text);
+    codes_.closing(run_.state, next);
+  }
+
+  std::u16string& out_;
+  CodeWriter codes_;
+  Run run_;
+  bool has_run_ = false;
+  std::optional<CodeState> last_;
+};
+
+std::size_t expected_size(const SegmentCollection& segments) {
   constexpr std::size_t codes_per_run = 8;
   std::size_t size = 0;
-  for (const Run& run : runs.kept) size += run.text.size() + codes_per_run;
+  for (const auto& segment : segments) size += segment->get_Text().size() + codes_per_run;
   return size;
+}
+
+/// Calls `visit` with each run that is not left out, and returns the line codes after the last.
+template <class Visit>
+std::int32_t for_each_run(const SegmentCollection& segments, const OutputForm& form, Visit visit) {
+  std::int32_t line_codes = 0;
+  for (const auto& segment : segments) {
+    line_codes += segment->line_codes_before();
+    const CodeState state = segment->code_state();
+    if (is_left_out(state, form)) continue;
+    visit(Run{segment->get_Text(), state, std::exchange(line_codes, 0)});
+  }
+  return line_codes;
 }
 
 }  // namespace
 
 std::u16string encode(const SegmentCollection& segments, std::int32_t line_codes_at_end,
                       const OutputForm& form) {
-  Runs runs = runs_of(segments, line_codes_at_end, form);
-  std::deque<std::u16string> changed_texts;
-  trim(runs.kept, form, changed_texts);
-
   std::u16string out;
-  CodeWriter codes(out, form);
-  const std::vector<Run>& kept = runs.kept;
-  const bool nothing_to_style = kept.size() == 1 && kept.front().text.empty();
-  out.reserve(expected_size(runs));
-  for (std::size_t i = 0; i < kept.size() && !nothing_to_style; ++i) {
-    codes.line_codes(kept[i].line_codes_before);
-    codes.opening(kept[i].state, i == 0 ? nullptr : &kept[i - 1].state);
-    out.append(kept[i].text);
-    codes.closing(kept[i].state, i + 1 == kept.size() ? nullptr : &kept[i + 1].state);
+  out.reserve(expected_size(segments));
+  RunWriter writer(out, form);
+  if (trims(form)) {
+    std::vector<Run> runs;
+    line_codes_at_end += for_each_run(segments, form, [&](const Run& run) { runs.push_back(run); });
+    std::deque<std::u16string> changed_texts;
+    trim(runs, form, changed_texts);
+    for (const Run& run : runs) writer.add(run);
+    writer.finish(line_codes_at_end);
+  } else {
+    line_codes_at_end += for_each_run(segments, form, [&](const Run& run) { writer.add(run); });
+    writer.finish(line_codes_at_end);
   }
-  codes.line_codes(runs.line_codes_at_end);
   return restore_escaped_codes(std::move(out));
 }
 

@@ -53,6 +53,11 @@ void remove_double_blanks(std::vector<Run>& runs, std::deque<std::u16string>& st
 
 }  // namespace
 
+bool trims(const OutputForm& form) {
+  return form.trim_left || form.trim_right || form.trim_left_punctuation ||
+         form.trim_right_punctuation || form.single_blanks;
+}
+
 void trim(std::vector<Run>& runs, const OutputForm& form, std::deque<std::u16string>& storage) {
   if (form.trim_left) trim_left(runs, is_blank);
   if (form.trim_right) trim_right(runs, is_blank);

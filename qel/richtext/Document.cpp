@@ -164,7 +164,11 @@ bool Document::check() const {
 
 Document plain_document(std::u16string_view text, const CharFormat& format) {
   Document document;
-  document.reserve(text.size());
+  // Each break may grow from one character to two.
+  document.reserve(text.size() +
+                   static_cast<std::size_t>(std::count_if(text.begin(), text.end(), [](char16_t c) {
+                     return c == u'\n' || c == u'\r';
+                   })));
   const FormatPool::Id id = document.intern(format);
   for (std::size_t at = 0; at < text.size();) {
     const std::size_t end = find_any<u'\r', u'\n'>(text, at);

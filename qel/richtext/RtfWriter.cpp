@@ -52,16 +52,17 @@ class Writer {
 
   std::u16string write() {
     write_body();
-    std::u16string rtf = u"{\\rtf1\\ansi\\ansicpg1252\\deff0{\\fonttbl";
+    std::u16string head = u"{\\rtf1\\ansi\\ansicpg1252\\deff0{\\fonttbl";
     std::size_t number = 0;
     for (const std::u16string* name : fonts_.in_order()) {
-      rtf.append(u"{\\f").append(records::from_integer(static_cast<std::int64_t>(number++)));
-      append_font_name(rtf.append(u" "), *name);
-      rtf.append(u";}");
+      head.append(u"{\\f").append(records::from_integer(static_cast<std::int64_t>(number++)));
+      append_font_name(head.append(u" "), *name);
+      head.append(u";}");
     }
-    rtf.append(u"}");
-    if (!colors_.in_order().empty()) append_color_table(rtf);
-    return rtf.append(body_).append(u"}");
+    head.append(u"}");
+    if (!colors_.in_order().empty()) append_color_table(head);
+    body_.insert(0, head).push_back(u'}');
+    return std::move(body_);
   }
 
  private:

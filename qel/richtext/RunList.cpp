@@ -36,13 +36,13 @@ void RunList::replace(std::size_t position, std::size_t erased, const RunList& i
   middle.append_part(*this, base, position);
   middle.append_part(inserted, 0, inserted.size());
   middle.append_part(*this, change_end, tail_end);
-  for (Entry& entry : middle.runs_) entry.end += base;
+  for (Entry& entry : middle.runs_) entry.end += static_cast<std::uint32_t>(base);
 
   const auto shift =
       static_cast<std::ptrdiff_t>(inserted.size()) - static_cast<std::ptrdiff_t>(erased);
   for (std::size_t index = last; index < runs_.size(); ++index) {
     runs_[index].end =
-        static_cast<std::size_t>(static_cast<std::ptrdiff_t>(runs_[index].end) + shift);
+        static_cast<std::uint32_t>(static_cast<std::ptrdiff_t>(runs_[index].end) + shift);
   }
   const auto at = runs_.erase(runs_.begin() + static_cast<std::ptrdiff_t>(first),
                               runs_.begin() + static_cast<std::ptrdiff_t>(last));

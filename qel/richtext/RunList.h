@@ -44,7 +44,7 @@ class RunList {
 
  private:
   struct Entry {
-    std::size_t end;
+    std::uint32_t end;  // half the size of a size_t: there may be millions
     Value value;
   };
 
@@ -62,9 +62,9 @@ inline void RunList::append(std::size_t length, Value value) {
   if (length == 0) return;
   const std::size_t end = size() + length;
   if (!runs_.empty() && runs_.back().value == value) {
-    runs_.back().end = end;
+    runs_.back().end = static_cast<std::uint32_t>(end);
   } else {
-    runs_.push_back({end, value});
+    runs_.push_back({static_cast<std::uint32_t>(end), value});
   }
 }
 

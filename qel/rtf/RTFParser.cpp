@@ -60,6 +60,10 @@ class LoadedBox {
   }
 
   void load(std::u16string_view rtf) { box_->put_TextRTF(rtf); }
+  void load_prepared(std::u16string_view rtf, bool protect_codes) {
+    std::u16string storage;
+    load(rtf::prepare(rtf, protect_codes, storage));
+  }
 
   /// Calls `visit` with each run and returns the number of characters.
   template <class Visit>
@@ -181,7 +185,8 @@ std::u16string RTFParser::QELToRTF(std::u16string_view Text, QELIndexFonts& Font
   document.append(u" ");
   const std::size_t body = document.size();
   if (rtf::append_body(document, Text)) rtf::restore_literal_codes(document, body);
-  return document.append(u"}}");
+  document.append(u"}}");
+  return document;
 }
 
 std::u16string RTFParser::QELToRTFWithoutTables(std::u16string_view Text) const {
@@ -196,47 +201,74 @@ Color RTFParser::ConvertSystemColor(Color Value) {
   return QELIndexColors::ConvertSystemColor(Value);
 }
 
+namespace {
+
+std::u16string markup_in(const LoadedBox& box, std::size_t expected_size, const RTFParser& parser,
+                         const QELIndexFonts& fonts, const QELIndexColors& colors) {
+  if (!parser.get_RecognizeCRLF() && box.holds_only_a_break()) return {};
+  std::u16string markup;
+  markup.reserve(expected_size);
+  rtf::FormatWalk walk(rtf::markup_spelling, fonts, colors, markup);
+  box.for_each_run([&](const platform::FormatRun& run) {
+    walk.enter(run.format);
+    append_characters(markup, run.text, parser, u"/nl");
+  });
+  drop_last_blank(markup, parser);
+  walk.close();
+  return markup;
+}
+
+std::u16string text_in(const LoadedBox& box, const RTFParser& parser) {
+  std::u16string text;
+  box.for_each_run([&](const platform::FormatRun& run) {
+    append_characters(text, run.text, parser, line_break);
+  });
+  drop_last_blank(text, parser);
+  return text;
+}
+
+}  // namespace
+
 std::u16string RTFParser::RTFToQEL(std::u16string_view RTF, const QELIndexFonts& Fonts,
                                    const QELIndexColors& Colors) const {
   LoadedBox box("RTFToQEL");
   if (RTF.empty()) return {};
   box.use_tables(Fonts, Colors);
-  {
-    std::u16string storage;
-    box.load(rtf::prepare(RTF, true, storage));
-  }
-  if (!recognize_crlf_ && box.holds_only_a_break()) return {};
-  std::u16string markup;
-  markup.reserve(RTF.size());
-  rtf::FormatWalk walk(rtf::markup_spelling, Fonts, Colors, markup);
-  box.for_each_run([&](const platform::FormatRun& run) {
-    walk.enter(run.format);
-    append_characters(markup, run.text, *this, u"/nl");
-  });
-  drop_last_blank(markup, *this);
-  walk.close();
-  return markup;
+  box.load_prepared(RTF, true);
+  return markup_in(box, RTF.size(), *this, Fonts, Colors);
+}
+
+std::u16string RTFParser::RTFToQEL(std::unique_ptr<const std::u16string> RTF,
+                                   const QELIndexFonts& Fonts, const QELIndexColors& Colors) const {
+  LoadedBox box("RTFToQEL");
+  if (!RTF || RTF->empty()) return {};
+  const std::size_t expected_size = RTF->size();
+  box.use_tables(Fonts, Colors);
+  box.load_prepared(*RTF, true);
+  RTF.reset();
+  return markup_in(box, expected_size, *this, Fonts, Colors);
 }
 
 std::u16string RTFParser::SimpleRTF(std::u16string_view RTF, QELIndexFonts& Fonts,
                                     const QELIndexColors& Colors) const {
   LoadedBox box("SimpleRTF");
   std::u16string body = u"\\f0 ";
+  body.reserve(RTF.size());
   rtf::FormatWalk walk(rtf::rtf_spelling, Fonts, Colors, body);
   if (!RTF.empty()) {
     box.use_tables(Fonts, Colors);
-    std::u16string storage;
-    box.load(rtf::prepare(RTF, false, storage));
+    box.load_prepared(RTF, false);
     box.for_each_run([&](const platform::FormatRun& run) {
       walk.enter(run.format);
       append_rtf_characters(body, run.text, *this);
     });
     walk.close();
   }
-  std::u16string document = u"{\\rtf1 ";
-  if (walk.wrote_font()) document.append(Fonts.FontTable(required_surface("SimpleRTF").get()));
-  if (walk.wrote_color()) document.append(Colors.get_ColorTable());
-  document.append(body).append(u"}");
+  std::u16string head = u"{\\rtf1 ";
+  if (walk.wrote_font()) head.append(Fonts.FontTable(required_surface("SimpleRTF").get()));
+  if (walk.wrote_color()) head.append(Colors.get_ColorTable());
+  std::u16string document = std::move(body);
+  document.insert(0, head).push_back(u'}');
   // The last of the three finds nothing, as underline is switched off with another word. It belongs
   // to the form all the same.
   document = replace_all(std::move(document), u"\\par \\b0 ", u"\\b0 \\par ");
@@ -248,12 +280,15 @@ std::u16string RTFParser::RTFToText(std::u16string_view RTF) const {
   LoadedBox box("RTFToText");
   if (RTF.empty()) return {};
   box.load(RTF);
-  std::u16string text;
-  box.for_each_run([&](const platform::FormatRun& run) {
-    append_characters(text, run.text, *this, line_break);
-  });
-  drop_last_blank(text, *this);
-  return text;
+  return text_in(box, *this);
+}
+
+std::u16string RTFParser::RTFToText(std::unique_ptr<const std::u16string> RTF) const {
+  LoadedBox box("RTFToText");
+  if (!RTF || RTF->empty()) return {};
+  box.load(*RTF);
+  RTF.reset();
+  return text_in(box, *this);
 }
 
 std::u16string RTFParser::PreprocessRTF(std::u16string_view RTF) { return rtf::preprocess(RTF); }

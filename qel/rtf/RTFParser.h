@@ -1,5 +1,6 @@
 #pragma once
 
+#include <memory>
 #include <string>
 #include <string_view>
 
@@ -52,12 +53,16 @@ class RTFParser {
   /// in place of its slash. RTF that is broken gives the text before the break.
   std::u16string RTFToQEL(std::u16string_view RTF, const QELIndexFonts& Fonts,
                           const QELIndexColors& Colors) const;
+  /// The same for a document that is handed over, and whose memory is free once it is loaded.
+  std::u16string RTFToQEL(std::unique_ptr<const std::u16string> RTF, const QELIndexFonts& Fonts,
+                          const QELIndexColors& Colors) const;
   /// The document in nothing but the control words that this class itself writes.
   std::u16string SimpleRTF(std::u16string_view RTF, QELIndexFonts& Fonts,
                            const QELIndexColors& Colors) const;
   /// The plain text of an RTF document, breaks and tabs as the switches say. A line break that is
   /// recognised is CR LF.
   std::u16string RTFToText(std::u16string_view RTF) const;
+  std::u16string RTFToText(std::unique_ptr<const std::u16string> RTF) const;
   /// The RTF with the words for typographic characters as code page escapes and raised and lowered
   /// text as offsets. The words are replaced wherever they occur, also inside longer ones.
   static std::u16string PreprocessRTF(std::u16string_view RTF);
