@@ -5,8 +5,8 @@
 
 #include "Input.h"
 #include "qel/richtext/Document.h"
+#include "qel/richtext/DocumentReader.h"
 #include "qel/richtext/RtfBytes.h"
-#include "qel/richtext/RtfReader.h"
 #include "qel/richtext/RtfWriter.h"
 
 namespace {

@@ -1,5 +1,7 @@
 #include <gtest/gtest.h>
 
+#include <limits>
+
 #include "qel/embedded/RichEdit.h"
 #include "support/Text.h"
 
@@ -53,7 +55,13 @@ TEST(Box, ReportsMixedFormatsAsEmpty) {
   EXPECT_EQ(box.get_SelBold(), true) << "other attributes are left alone";
   box.select({2, 0});
   EXPECT_EQ(box.get_SelBold(), true) << "typed text takes the format before the caret";
+  box.select({4, 0});
+  EXPECT_EQ(box.get_SelBold(), false);
+  box.select({2, 0});
+  EXPECT_EQ(box.get_SelBold(), true);
   box.put_SelBold(false);
+  box.select({2, 0});
+  EXPECT_EQ(box.get_SelBold(), false) << "a caret that stays keeps what was chosen";
   box.put_SelText(u"x");
   box.select({0, 5});
   std::u16string bold;
@@ -99,8 +107,29 @@ TEST(Box, TakesRTFForTheDocumentAndTheSelection) {
   EXPECT_EQ(box.get_SelFontName(), u"Symbol") << "all text changes its font with the box";
 }
 
+TEST(Box, FormatsWholeBreaks) {
+  RichEdit box;
+  box.put_Text(u"a\nb");
+  box.select({0, 2});
+  box.put_SelBold(true);
+  EXPECT_TRUE(box.get_SelBold());
+  RichEdit again;
+  again.put_TextRTF(box.get_TextRTF());
+  EXPECT_EQ(again.get_TextRTF(), box.get_TextRTF());
+  box.select({2, 1});
+  EXPECT_EQ(box.get_SelBold(), true);
+  for (const float size : {std::numeric_limits<float>::quiet_NaN(), -1.0F, 0.0F, 1e9F}) {
+    box.put_SelFontSize(size);
+  }
+  EXPECT_EQ(box.get_SelFontSize(), 8) << "no size at all";
+}
+
 TEST(Box, AlignsParagraphs) {
   RichEdit box;
+  box.put_alignment(Alignment::center);
+  box.put_Text(u"x\ny");
+  EXPECT_EQ(box.alignment(), Alignment::center) << "new text keeps the alignment";
+  box.put_alignment(Alignment::left);
   box.put_Text(u"one\ntwo\nthree");
   box.select({5, 4});
   box.put_alignment(Alignment::center);

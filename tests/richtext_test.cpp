@@ -2,8 +2,8 @@
 
 #include "qel/richtext/CodePage.h"
 #include "qel/richtext/Document.h"
+#include "qel/richtext/DocumentReader.h"
 #include "qel/richtext/RtfBytes.h"
-#include "qel/richtext/RtfReader.h"
 #include "qel/richtext/RtfWriter.h"
 #include "support/Random.h"
 #include "support/Text.h"
@@ -67,7 +67,12 @@ TEST(RtfReader, UnderstandsWords) {
        u"[u]shown"},
       {R"({\upr{gone}{\*\ud{kept}}}{\info{\upr{a}{\*\ud b}}}{\*\shppict{\pict 1}}{\nonshppict{\pict}})",
        u"[]kept"},
-      {R"({\listtext\pard \'b7\tab}item{\v hidden\par}{\deleted x}.)", u"[]\\u00B7\\u0009item."},
+      {R"({\listtext\pard\plain\f3 \'b7\tab}\b item{\v hidden\par}{\deleted x\v0 y}.)",
+       u"[]\\u2022\\u0009[b]item."},
+      {R"({\listtext\tab}head {\pntext 1.\tab}one)", u"[]head 1.\\u0009one"},
+      {R"({\super0 a}{\sub0 b}{\super c}a\*\foo b\par c)", u"[]ab[ 45]c[]ab\\u000D\\u000Ac"},
+      {R"({\nonesttables\par}x{\*\nesttableprops\nestrow}{\u233\xyz ?b})",
+       u"[]\\u000D\\u000Ax\\u00E9?b"},
       {R"({\bin3 {}}x\bin0 y)", u"[]xy"},
       {R"(\u8217'x\u-10179?\u-8704?{\uc0\u233 x}{\uc2\u233 ab\u9731\'aa\'bby}\u233?)",
        u"[]\\u2019x\\uD83D\\uDE00\\u00E9x\\u00E9\\u2603y\\u00E9"},
@@ -85,7 +90,7 @@ TEST(RtfReader, UnderstandsWords) {
 TEST(RtfReader, ReadsFontAndColorTables) {
   EXPECT_EQ(
       described(read_bytes(
-          R"({\rtf1\deff7{\fonttbl\f7\fswiss Def\'e9;{\f1\fnil\fcharset0 One{\*\falt Gone};}{\f2 Tw\'3bo;})"
+          R"({\rtf1\deff7{\fonttbl\f7\fswiss Def\'e9;{\f1\fnil\fcharset0 {\b O}ne{\*\falt Gone};}{\f2 Tw\'3bo;})"
           R"({\f31506\fprq2 Far}}{\colortbl;\red255;;\red300\green-5\blue1;}a\f1 b\f2 c\f31506 d\f9 e\f-1 g)"
           R"(\plain\cf1 h\cf2 i\cf3 j\cf4 k\cf-1 l)")),
       u"[ Def\\u00E9]a[ One]b[ Tw;o]c[ Far]d[]e[ Def\\u00E9]g[ #255 Def\\u00E9]h[ Def\\u00E9]i"
@@ -154,11 +159,14 @@ TEST(RtfReader, SurvivesHostileInput) {
   std::u16string fonts = u"{\\fonttbl";
   for (int i = 0; i < 200'000; ++i) {
     const std::string number = std::to_string(i);
-    fonts.append(u"{\\f").append(number.begin(), number.end());
+    // Numbers that fall together in a hash table of the usual size.
+    const std::string spread = std::to_string(i % 2 == 0 ? i : i * 42043LL % 2'000'000'000);
+    fonts.append(u"{\\f").append(spread.begin(), spread.end());
     fonts.append(u"\\cpg").append(number.begin(), number.end()).append(u" F;}");
   }
-  EXPECT_EQ(text_of(fonts + u"}\\f199999\\'e9\\f3\\'e9"), u"\u00E9\u00E9");
-  EXPECT_EQ(text_of(u"\\u65\u0001b\u0002"), u"Ab\u0002") << "a control character is a replacement too";
+  EXPECT_EQ(text_of(fonts + u"}\\f199998\\'e9\\f4\\'e9"), u"\u00E9\u00E9");
+  EXPECT_EQ(text_of(u"\\u65\u0001b\u0002"), u"Ab\u0002")
+      << "a control character is a replacement too";
   EXPECT_EQ(read(u"no RTF").text(), u"no RTF");
   EXPECT_EQ(read(u" \r\n{\\rtf1 a}").text(), u"a");
   EXPECT_EQ(read(u"{\\rtf").text() + read(u"{\\rtf1 a\\").text() + read(u"{\\rtf1 b\\'e").text(),

@@ -1,5 +1,8 @@
 #include <gtest/gtest.h>
 
+#include <memory>
+#include <vector>
+
 #include "qel/base/Error.h"
 #include "qel/base/Scan.h"
 #include "qel/control/Common.h"
@@ -133,24 +136,26 @@ TEST_F(RTFConversion, WritesInOnePassWhatTheStepsWrite) {
   }
 }
 
-std::u16string literal_preprocess(std::u16string text) {
-  constexpr std::pair<std::u16string_view, std::u16string_view> words[] = {
-      {u"\\endash", u"\\'96"},    {u"\\emdash", u"\\'97"}, {u"\\ldblquote", u"\\'93"},
-      {u"\\rdblquote", u"\\'94"}, {u"\\lquote", u"\\'91"}, {u"\\rquote", u"\\'92"},
-      {u"\\bullet", u"\\'95"}};
-  for (const auto& [word, by] : words) {
-    text = replace_all(std::move(text), std::u16string(word) + u" ", by);
-    text = replace_all(std::move(text), word, by);
+/// The replacements one after the other; `characters` are what the typographic words become.
+std::u16string literal_preprocess(std::u16string text,
+                                  const std::vector<std::u16string_view>& characters) {
+  constexpr std::u16string_view words[] = {u"\\endash", u"\\emdash", u"\\ldblquote", u"\\rdblquote",
+                                           u"\\lquote", u"\\rquote", u"\\bullet"};
+  for (std::size_t i = 0; i < std::size(words); ++i) {
+    text = replace_all(std::move(text), std::u16string(words[i]) + u" ", characters[i]);
+    text = replace_all(std::move(text), words[i], characters[i]);
   }
-  text = replace_all(std::move(text), u"\\~", u"\\'A0");
-  for (const auto* end : {u" ", u""})
-    text = replace_all(std::move(text), std::u16string(u"\\super") + end,
-                       std::u16string(u"\\up4") + end);
-  for (const auto* end : {u" ", u""})
-    text = replace_all(std::move(text), std::u16string(u"\\sub") + end,
-                       std::u16string(u"\\dn4") + end);
-  return text;
+  text = replace_all(std::move(text), u"\\~", characters.back());
+  text = replace_all(std::move(text), u"\\super ", u"\\up4 ");
+  text = replace_all(std::move(text), u"\\super", u"\\up4");
+  text = replace_all(std::move(text), u"\\sub ", u"\\dn4 ");
+  return replace_all(std::move(text), u"\\sub", u"\\dn4");
 }
+
+const std::vector<std::u16string_view> as_escapes = {u"\\'96", u"\\'97", u"\\'93", u"\\'94",
+                                                     u"\\'91", u"\\'92", u"\\'95", u"\\'A0"};
+const std::vector<std::u16string_view> as_characters = {u"\u2013", u"\u2014", u"\u201C", u"\u201D",
+                                                        u"\u2018", u"\u2019", u"\u2022", u"\u00A0"};
 
 std::u16string literal_preparation(std::u16string text) {
   for (std::size_t at = 0; (at = text.find(u'/', at)) != std::u16string::npos; ++at) {
@@ -165,7 +170,7 @@ std::u16string literal_preparation(std::u16string text) {
       paired.append(next == u'\\' ? u"\\'5c" : std::u16string{u'\\', next});
     }
   }
-  return literal_preprocess(paired);
+  return literal_preprocess(paired, as_characters);
 }
 
 TEST_F(RTFConversion, PreparesInOnePassWhatTheStepsPrepare) {
@@ -181,7 +186,8 @@ TEST_F(RTFConversion, PreparesInOnePassWhatTheStepsPrepare) {
     SCOPED_TRACE(random.describe());
     const std::u16string rtf = random.text(vocabulary, random.below(20));
     std::u16string storage;
-    ASSERT_EQ(RTFParser::PreprocessRTF(rtf), literal_preprocess(rtf)) << test::shown(rtf);
+    ASSERT_EQ(RTFParser::PreprocessRTF(rtf), literal_preprocess(rtf, as_escapes))
+        << test::shown(rtf);
     ASSERT_EQ(rtf::prepare(rtf, true, storage), literal_preparation(rtf)) << test::shown(rtf);
   }
 }
@@ -212,6 +218,21 @@ TEST_F(RTFConversion, ReadsFormatsFontsAndColors) {
   fonts_.put_Font(0, u"Courier New");
   EXPECT_EQ(to_markup(document(u"a\\f2 b")), u"ab") << "font 0 wins over an equal font 2";
   EXPECT_EQ(to_markup(u"{\\rtf1 a}"), u"a") << "text without a font is in font 0";
+}
+
+TEST_F(RTFConversion, DoesNotDependOnTheOneBefore) {
+  EXPECT_EQ(to_markup(u"{\\rtf1\\b\\i\\ul\\strike\\up8\\fs40 x}"),
+            u"/b1/i1/u1/k1/p1x/b0/i0/u0/k0/p0");
+  EXPECT_EQ(to_markup(u"plain"), u"plain");
+  EXPECT_EQ(simple(u"plain"), u"{\\rtf1 \\f0 plain}");
+}
+
+TEST_F(RTFConversion, KeepsCharactersOfOtherCodePagesAndBinaryDataApart) {
+  EXPECT_EQ(to_markup(u"{\\rtf1\\ansicpg932 \\ldblquote AB\\rdblquote C\\bullet D\\~e}"),
+            u"\u201CAB\u201DC\u2022D\u00A0e");
+  EXPECT_EQ(to_markup(u"{\\rtf1\\mac a\\emdash b}"), u"a\u2014b");
+  EXPECT_EQ(to_markup(u"{\\rtf1 a{\\pict\\bin4 /b1}}tail\\bin7 \\\\/b1\\~.\\bin999999999999 }"),
+            u"atail.");
 }
 
 TEST_F(RTFConversion, SwitchesDecideOnBreaksAndTabs) {
@@ -323,6 +344,10 @@ TEST(RTFSlots, AreRequiredAndNamed) {
     EXPECT_NE(message_of(simplify).find("SimpleRTF: no conversion box"), std::string::npos);
   }
   EXPECT_EQ(Common::measuring_surface(), nullptr) << "a slot does not outlive its object";
+  auto first = std::make_unique<Common::ConversionSlots>();
+  const Common::ConversionSlots last;
+  first.reset();
+  EXPECT_EQ(message_of(read), "") << "the last publication holds";
 }
 
 }  // namespace

@@ -6,8 +6,8 @@
 
 #include "qel/base/Utf8.h"
 #include "qel/richtext/CodePage.h"
+#include "qel/richtext/DocumentReader.h"
 #include "qel/richtext/RtfBytes.h"
-#include "qel/richtext/RtfReader.h"
 
 namespace qel::command {
 namespace {

@@ -20,10 +20,10 @@ Slots& slots() {
 
 }  // namespace
 
-const platform::Platform& current_platform() {
-  static const embedded::EmbeddedPlatform embedded;
+std::shared_ptr<const platform::Platform> current_platform() {
+  static const auto embedded = std::make_shared<const embedded::EmbeddedPlatform>();
   const auto& named = slots().platform;
-  return named ? *named : embedded;
+  return named ? named : embedded;
 }
 
 void set_platform(std::shared_ptr<const platform::Platform> platform) {
@@ -42,15 +42,15 @@ std::shared_ptr<platform::RichEdit> conversion_box() { return slots().converter.
 
 ConversionSlots::ConversionSlots()
     : surface_(embedded::EmbeddedPlatform().create_measuring_surface()),
-      converter_(embedded::EmbeddedPlatform().create_rich_edit()),
+      converter_(embedded::EmbeddedPlatform().create_rich_edit(0)),
       previous_surface_(slots().surface),
       previous_converter_(slots().converter) {
   publish(surface_, converter_);
 }
 
 ConversionSlots::~ConversionSlots() {
-  slots().surface = std::move(previous_surface_);
-  slots().converter = std::move(previous_converter_);
+  if (slots().surface.lock() == surface_) slots().surface = std::move(previous_surface_);
+  if (slots().converter.lock() == converter_) slots().converter = std::move(previous_converter_);
 }
 
 }  // namespace qel::Common

@@ -9,7 +9,7 @@
 namespace qel::Common {
 
 /// The platform of this thread: the one last set, or the embedded one.
-const platform::Platform& current_platform();
+std::shared_ptr<const platform::Platform> current_platform();
 /// Sets this thread's platform; nothing goes back to the embedded one.
 void set_platform(std::shared_ptr<const platform::Platform> platform);
 
@@ -25,7 +25,7 @@ std::shared_ptr<platform::RichEdit> conversion_box();
 
 /// Both slots filled with objects of the embedded platform for as long as this lives: what a
 /// program without any control needs in order to convert. Afterwards they hold again what they held
-/// before.
+/// before, unless something else was published meanwhile.
 class ConversionSlots {
  public:
   ConversionSlots();

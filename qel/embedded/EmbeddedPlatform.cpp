@@ -74,7 +74,8 @@ const platform::SystemColors& EmbeddedPlatform::system_colors() const {
   return colors;
 }
 
-std::shared_ptr<platform::RichEdit> EmbeddedPlatform::create_rich_edit() const {
+std::shared_ptr<platform::RichEdit> EmbeddedPlatform::create_rich_edit(
+    platform::WindowHandle /*owner*/) const {
   return std::make_shared<RichEdit>();
 }
 

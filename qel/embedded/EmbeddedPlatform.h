@@ -12,7 +12,7 @@ namespace qel::embedded {
 class EmbeddedPlatform : public platform::Platform {
  public:
   const platform::SystemColors& system_colors() const override;
-  std::shared_ptr<platform::RichEdit> create_rich_edit() const override;
+  std::shared_ptr<platform::RichEdit> create_rich_edit(platform::WindowHandle owner) const override;
   std::shared_ptr<platform::MeasuringSurface> create_measuring_surface() const override;
 };
 

@@ -4,7 +4,7 @@
 #include <cstddef>
 #include <utility>
 
-#include "qel/richtext/RtfReader.h"
+#include "qel/richtext/DocumentReader.h"
 #include "qel/richtext/RtfWriter.h"
 
 namespace qel::embedded {
@@ -23,7 +23,10 @@ std::u16string RichEdit::text(Scope scope) const {
 }
 
 void RichEdit::put_text(Scope scope, std::u16string_view text) {
-  replace(scope, richtext::plain_document(text, format_for(extent_of(scope))));
+  const Extent extent = extent_of(scope);
+  Document content = richtext::plain_document(text, format_for(extent));
+  content.align({0, content.size()}, document_.alignment_at(extent.start));
+  replace(scope, std::move(content));
 }
 
 std::u16string RichEdit::rtf(Scope scope) const {
@@ -43,16 +46,21 @@ void RichEdit::select(platform::Range range) {
   const auto size = static_cast<std::int64_t>(document_.size());
   const std::int64_t start = std::clamp<std::int64_t>(range.start, 0, size);
   const std::int64_t length = std::clamp<std::int64_t>(range.length, 0, size - start);
-  selection_ = {static_cast<std::size_t>(start), static_cast<std::size_t>(start + length)};
-  if (document_.size() > 0) typing_ = format_for(selection_);
+  const Extent selection = {static_cast<std::size_t>(start),
+                            static_cast<std::size_t>(start + length)};
+  // A caret that stays keeps the format that was chosen for what is typed next.
+  const bool stays = selection.start == selection_.start && selection.end == selection_.end;
+  selection_ = selection;
+  if (!stays && document_.size() > 0) typing_ = format_at(selected());
 }
 
 MixedFormat RichEdit::format() const {
-  if (selection_.length() == 0) return MixedFormat(typing_);
+  const Extent extent = selected();
+  if (extent.length() == 0) return MixedFormat(typing_);
   const richtext::RunList& runs = document_.runs();
-  std::size_t index = runs.find(selection_.start);
+  std::size_t index = runs.find(extent.start);
   MixedFormat mixed(document_.format(runs.run(index).value));
-  for (++index; index < runs.run_count() && runs.run(index).start < selection_.end; ++index) {
+  for (++index; index < runs.run_count() && runs.run(index).start < extent.end; ++index) {
     mixed.merge(document_.format(runs.run(index).value));
   }
   return mixed;
@@ -60,22 +68,21 @@ MixedFormat RichEdit::format() const {
 
 void RichEdit::change_format(const FormatChange& change) {
   change.apply_to(typing_);
-  if (selection_.length() == 0) return;
-  document_.change_format(selection_, change);
+  const Extent extent = selected();
+  if (extent.length() == 0) return;
+  document_.change_format(extent, change);
   tell_change();
 }
 
 std::optional<Alignment> RichEdit::alignment() const {
   const richtext::RunList& runs = document_.alignments();
-  const std::size_t last = std::max(selection_.start, selection_.end - (selection_.length() != 0));
-  const bool uniform = runs.find(selection_.start) == runs.find(last);
-  if (!uniform) return {};
-  return document_.alignment_at(selection_.start);
+  const Extent extent = selected_paragraphs();
+  if (runs.find(extent.start) != runs.find(extent.end)) return {};
+  return document_.alignment_at(extent.start);
 }
 
 void RichEdit::put_alignment(Alignment alignment) {
-  const std::size_t last = std::max(selection_.start, selection_.end - (selection_.length() != 0));
-  document_.align({selection_.start, last}, alignment);
+  document_.align(selected_paragraphs(), alignment);
   tell_change();
 }
 
@@ -103,14 +110,24 @@ void RichEdit::put_appearance(const platform::BoxAppearance& appearance) {
 
 Extent RichEdit::extent_of(Scope scope) const {
   if (scope == Scope::document) return {0, document_.size()};
-  return document_.without_cut_breaks(selection_);
+  return selected();
+}
+
+Extent RichEdit::selected_paragraphs() const {
+  // A break at the end of the selection belongs to the paragraph that it ends.
+  const std::size_t last_selected = selection_.end - (selection_.length() != 0 ? 1 : 0);
+  return {selection_.start, last_selected};
+}
+
+const CharFormat& RichEdit::format_at(Extent extent) const {
+  if (extent.length() != 0) return document_.format_at(extent.start);
+  return document_.format_at(extent.start == 0 ? 0 : extent.start - 1);
 }
 
 const CharFormat& RichEdit::format_for(Extent extent) const {
-  const bool is_caret = extent.length() == 0;
-  if (is_caret && extent.start == selection_.start && selection_.length() == 0) return typing_;
-  if (!is_caret) return document_.format_at(extent.start);
-  return document_.format_at(extent.start == 0 ? 0 : extent.start - 1);
+  const bool is_selected_caret =
+      extent.length() == 0 && selection_.length() == 0 && extent.start == selected().start;
+  return is_selected_caret || document_.size() == 0 ? typing_ : format_at(extent);
 }
 
 void RichEdit::replace(Scope scope, Document content) {
@@ -121,13 +138,10 @@ void RichEdit::replace(Scope scope, Document content) {
     document_ = std::move(content);
     selection_ = {0, 0};
   } else {
-    document_.replace(extent, content);
+    document_.replace(extent, std::move(content));
     selection_ = {extent.start + inserted, extent.start + inserted};
   }
-  const std::size_t caret = selection_.start;
-  typing_ = document_.size() == 0 || inserted == 0
-                ? before
-                : document_.format_at(caret == 0 ? 0 : caret - 1);
+  typing_ = inserted == 0 || document_.size() == 0 ? before : format_at(selection_);
   tell_change();
 }
 

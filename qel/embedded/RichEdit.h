@@ -31,10 +31,14 @@ class RichEdit : public platform::RichEdit {
 
   void listen(platform::BoxListener* listener) override { listener_ = listener; }
 
-  const richtext::Document& document() const { return document_; }
-
  private:
   richtext::Extent extent_of(platform::Scope scope) const;
+  /// The selection widened to whole breaks.
+  richtext::Extent selected() const { return document_.without_cut_breaks(selection_); }
+  /// Where the selected paragraphs begin and end.
+  richtext::Extent selected_paragraphs() const;
+  /// The document's format at that part: of its first character, or of the one before a caret.
+  const platform::CharFormat& format_at(richtext::Extent extent) const;
   /// The format of text that is put in place of that part.
   const platform::CharFormat& format_for(richtext::Extent extent) const;
   void replace(platform::Scope scope, richtext::Document content);

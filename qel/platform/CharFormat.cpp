@@ -37,9 +37,13 @@ void MixedFormat::merge(const CharFormat& format) {
 }
 
 void FormatChange::apply_to(CharFormat& format) const {
+  const float size_before = format.size;
   for_each_field(*this, format, [](const auto& change, auto& value) {
     if (change) value = *change;
   });
+  constexpr float largest = 0x3FFF;
+  const bool is_size = format.size > 0 && format.size <= largest;
+  if (!is_size) format.size = size_before;
 }
 
 }  // namespace qel::platform

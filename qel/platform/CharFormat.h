@@ -15,7 +15,7 @@ struct CharFormat {
   bool underline = false;
   bool strike_through = false;
   std::int16_t offset = 0;  ///< in twips above the base line; negative below
-  Color color = 0;
+  Color color = 0;          ///< a plain value: a system colour is resolved before it gets here
   std::u16string font_name = u"Arial";
   float size = 8;  ///< in points
 
@@ -53,6 +53,7 @@ struct FormatChange {
   std::optional<std::u16string> font_name;
   std::optional<float> size;
 
+  /// A size that is not above 0 and at most 16383 changes nothing.
   void apply_to(CharFormat& format) const;
 };
 

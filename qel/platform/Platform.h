@@ -18,12 +18,16 @@ class SystemColors {
   virtual Color color(std::int32_t index) const = 0;
 };
 
+/// A window of the platform, as the platform itself knows it; 0 for none.
+using WindowHandle = std::uintptr_t;
+
 /// A windowing platform: it hands out what the library asks of one.
 class Platform {
  public:
   virtual ~Platform() = default;
   virtual const SystemColors& system_colors() const = 0;
-  virtual std::shared_ptr<RichEdit> create_rich_edit() const = 0;
+  /// A box that lies on the window `owner`, or on none (0), which nobody sees.
+  virtual std::shared_ptr<RichEdit> create_rich_edit(WindowHandle owner) const = 0;
   virtual std::shared_ptr<MeasuringSurface> create_measuring_surface() const = 0;
 };
 

@@ -39,7 +39,8 @@ using RunVisitor = std::function<bool(const FormatRun&)>;
 /// One rich edit box. A platform implements the virtual members; the familiar ones below are
 /// written once on top of them. A paragraph break in the text is CR LF and takes two positions.
 /// Text may hold any character; RTF in a string may too. Out-of-range positions are moved to the
-/// nearest end.
+/// nearest end; what is selected of a break is the whole of it, and a caret inside one counts as
+/// before it.
 class RichEdit {
  public:
   RichEdit() = default;
@@ -49,8 +50,9 @@ class RichEdit {
 
   virtual std::u16string text(Scope scope) const = 0;
   /// Replaces the text. A selection's new text takes its first character's format, a document's the
-  /// format at its beginning. The caret ends up behind new selection text, or at the beginning of a
-  /// new document. Lone CR and LF become paragraph breaks.
+  /// format at its beginning, and all of it the alignment of the paragraph there. The caret ends up
+  /// behind new selection text, or at the beginning of a new document. Lone CR and LF become
+  /// paragraph breaks.
   virtual void put_text(Scope scope, std::u16string_view text) = 0;
 
   virtual std::u16string rtf(Scope scope) const = 0;
@@ -71,7 +73,8 @@ class RichEdit {
   virtual void put_alignment(Alignment alignment) = 0;
 
   /// Calls `visit` for the runs of equal format in order, beginning with the one that holds
-  /// position `from`. Neighbouring runs differ in format.
+  /// position `from`. Neighbouring runs differ in format. A visitor must not
+  /// change the box.
   virtual void visit_runs(std::int32_t from, const RunVisitor& visit) const = 0;
 
   virtual BoxAppearance appearance() const = 0;

@@ -40,13 +40,14 @@ std::u16string decode_each_western(std::string_view bytes) {
 
 }  // namespace
 
-CodePage::CodePage(int number) : number_(number) {
+// Below 4 the system's numbers mean the code pages of the machine: no document can mean those.
+CodePage::CodePage(int number) : number_(number < 4 ? western : number) {
   for (std::size_t i = 0; i < high_half_.size(); ++i) {
     const auto byte = static_cast<std::uint8_t>(0x80 + i);
-    high_half_[i] = number == symbol ? char16_t{byte} : decode_western(byte);
+    high_half_[i] = number_ == symbol ? char16_t{byte} : decode_western(byte);
   }
-  if (number == western || number == symbol) return;
-  system_ = std::make_unique<SystemDecoder>(number);
+  if (number_ == western || number_ == symbol) return;
+  system_ = std::make_unique<SystemDecoder>(number_);
   for (std::size_t i = 0; i < high_half_.size(); ++i) {
     const char byte = static_cast<char>(0x80 + i);
     const std::u16string text = system_->decode({&byte, 1});

@@ -65,33 +65,34 @@ void Document::align_last(Alignment alignment) {
   if (alignments_.back() != to_value(alignment)) align({size(), size()}, alignment);
 }
 
-void Document::replace(Extent extent, const Document& content) {
-  Document inserted = content;
+void Document::release_unused() {
+  if (text_.capacity() / 2 > text_.size()) text_.shrink_to_fit();
+}
+
+void Document::replace(Extent extent, Document content) {
   // The last paragraph of the content runs on in what follows, and, where it has only one, its
   // first begins in what stands before: the alignment there holds.
   const RunList::Value here = alignments_.at(extent.end);
-  const std::size_t last_paragraph = inserted.paragraph_start(inserted.size());
-  RunList alignments = inserted.alignments_;
-  alignments.transform(last_paragraph, inserted.size() + 1, [&](auto) { return here; });
-  RunList without_end;
-  alignments.replace(inserted.size(), 1, without_end);
-  alignments_.replace(extent.start, extent.length(), alignments);
+  const std::size_t inserted = content.size();
+  content.alignments_.transform(content.paragraph_start(inserted), inserted + 1,
+                                [&](auto) { return here; });
+  content.alignments_.replace(inserted, 1, RunList());
+  alignments_.replace(extent.start, extent.length(), content.alignments_);
 
   RunList runs;
-  for (std::size_t i = 0; i < inserted.runs_.run_count(); ++i) {
-    const RunList::Run run = inserted.runs_.run(i);
-    runs.append(run.end - run.start, intern(inserted.format(run.value)));
+  for (std::size_t i = 0; i < content.runs_.run_count(); ++i) {
+    const RunList::Run run = content.runs_.run(i);
+    runs.append(run.end - run.start, intern(content.format(run.value)));
   }
   runs_.replace(extent.start, extent.length(), runs);
-  text_.replace(extent.start, extent.length(), inserted.text_);
+  text_.replace(extent.start, extent.length(), content.text_);
 
   // Parts of a paragraph from before and after the change are one paragraph now.
-  const auto unify = [&](std::size_t position) {
+  if (alignments_.run_count() == 1) return;
+  for (const std::size_t position : {extent.start, extent.start + inserted}) {
     const std::size_t end = paragraph_end(position);
     align({end, end}, alignment_at(end));
-  };
-  unify(extent.start);
-  unify(extent.start + inserted.size());
+  }
 }
 
 void Document::change_format(Extent extent, const FormatChange& change) {
@@ -157,6 +158,7 @@ bool Document::check() const {
     const bool has_line_feed = i + 1 < text_.size() && text_[i + 1] == u'\n';
     if (text_[i] == u'\r' && !has_line_feed) return false;
     if (text_[i] == u'\n' && (i == 0 || text_[i - 1] != u'\r')) return false;
+    if (text_[i] == u'\n' && runs_.at(i) != runs_.at(i - 1)) return false;
     if (text_[i] != u'\n' && alignments_.at(i) != alignments_.at(i + 1)) return false;
   }
   return true;

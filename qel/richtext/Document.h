@@ -69,8 +69,9 @@ class Document {
   Alignment alignment_at(std::size_t position) const;
   const RunList& alignments() const { return alignments_; }
 
-  /// Makes room for a text of that many code units.
+  /// Makes room for a text of that many code units, and gives back what was not needed.
   void reserve(std::size_t length) { text_.reserve(length); }
+  void release_unused();
   FormatPool::Id intern(const CharFormat& format) { return pool_.intern(format); }
   /// Adds text without breaks to the last paragraph.
   void append(std::u16string_view text, FormatPool::Id format);
@@ -83,7 +84,7 @@ class Document {
   /// two, by the other document's content. A paragraph that is joined from two parts is aligned as
   /// its last part is, one that is cut in two keeps its alignment in both, and alignments of whole
   /// paragraphs of the content come along.
-  void replace(Extent extent, const Document& content);
+  void replace(Extent extent, Document content);
   void change_format(Extent extent, const FormatChange& change);
   /// Aligns the paragraphs that the extent touches.
   void align(Extent extent, Alignment alignment);

@@ -1,3 +1,5 @@
+#include "qel/richtext/DocumentReader.h"
+
 #include <cstddef>
 
 #include "qel/richtext/RtfReader.h"
@@ -35,6 +37,7 @@ Document read_document(std::u16string_view text, const CharFormat& base) {
   document.reserve(text.size());
   DocumentSink sink(document);
   read_rtf(text, base, sink);
+  document.release_unused();
   return document;
 }
 

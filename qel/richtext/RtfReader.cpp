@@ -86,9 +86,10 @@ class Reader {
   }
   void give_up_bytes();
   void add_table_text(std::u16string_view text);
+  void add_list_text();
   bool is_shown() const {
     return state_.destination == Destination::text &&
-           (state_.character.flags & CharState::hidden) == 0;
+           (state_.character.flags & (CharState::hidden | CharState::deleted)) == 0;
   }
 
   RtfSink::FormatId format() { return formats_.id_of(state_.character); }
@@ -102,9 +103,13 @@ class Reader {
   std::size_t groups_beyond_ = 0;
   bool finished_ = false;
   bool starred_ = false;
+  bool at_group_start_ = false;
   /// Of the paragraph being read. Ending a group does not undo it: the text is there already.
   Alignment last_alignment_ = Alignment::left;
   bool line_has_text_ = false;
+
+  std::size_t font_group_ = 0;  // depth of the group that holds the font table's present entry
+  std::u16string list_text_;
 
   std::int32_t replacements_due_ = 0;
   std::string pending_bytes_;  // the beginning of a character that takes several
@@ -135,15 +140,19 @@ const std::array<Reader::Handler, static_cast<std::size_t>(WordAction::count)> R
 };
 
 void Reader::read_token() {
+  const bool at_start = std::exchange(at_group_start_, false);
   switch (scanner_.peek()) {
     case u'{':
       open_group();
+      at_group_start_ = true;
       break;
     case u'}':
       close_group();
       break;
     case u'\\':
+      at_group_start_ = at_start;
       read_control();
+      at_group_start_ = false;
       break;
     case u'\t':
       scanner_.skip(1);
@@ -153,6 +162,7 @@ void Reader::read_token() {
     case u'\n':
     case u'\0':
       scanner_.skip(1);
+      at_group_start_ = at_start;
       break;
     default:
       read_text();
@@ -196,9 +206,13 @@ void Reader::read_control() {
     state_.destination = Destination::skipped;
     return;
   }
-  if (known == nullptr || state_.destination == Destination::skipped) return;
-  // A code never stands in place of another: it begins the next character.
-  if (known->action != WordAction::add_unicode && takes_replacement()) return;
+  if (state_.destination == Destination::skipped) return;
+  // Any word may stand in place of a character, but for one that begins the next character.
+  const bool begins_character = known != nullptr && known->action == WordAction::add_unicode;
+  if (known == nullptr || (!begins_character && replacements_due_ > 0)) {
+    takes_replacement();
+    return;
+  }
   flush_bytes();
   (this->*handlers[static_cast<std::size_t>(known->action)])(known->argument, word.parameter);
 }
@@ -210,7 +224,7 @@ void Reader::read_symbol() {
       read_hex_byte();
       return;
     case u'*':
-      starred_ = true;
+      starred_ = at_group_start_;
       return;
     case u'\\':
     case u'{':
@@ -270,7 +284,10 @@ void Reader::close_group() {
     --groups_beyond_;
     return;
   }
-  if (state_.destination == Destination::font_table) formats_.fonts().end_font();
+  if (state_.destination == Destination::font_table && groups_.size() <= font_group_) {
+    formats_.fonts().end_font();
+  }
+  const bool ends_list_text = state_.destination == Destination::list_text;
   if (groups_.empty()) {
     finished_ = true;
     return;
@@ -278,6 +295,7 @@ void Reader::close_group() {
   state_ = groups_.back();
   groups_.pop_back();
   finished_ = groups_.empty();
+  if (ends_list_text && state_.destination != Destination::list_text) add_list_text();
 }
 
 void Reader::set_flag(std::int32_t flag, Parameter parameter) {
@@ -299,13 +317,15 @@ void Reader::set_offset(std::int32_t sign, Parameter half_points) {
   state_.character.offset = static_cast<std::int16_t>(sign * value);
 }
 
-void Reader::set_fixed_offset(std::int32_t half_points, Parameter /*parameter*/) {
-  state_.character.offset = static_cast<std::int16_t>(half_points);
+void Reader::set_fixed_offset(std::int32_t half_points, Parameter parameter) {
+  const bool on = parameter.value_or(1) != 0;
+  state_.character.offset = on ? static_cast<std::int16_t>(half_points) : std::int16_t{0};
 }
 
 void Reader::set_font(std::int32_t /*argument*/, Parameter number) {
   if (state_.destination == Destination::font_table) {
     formats_.fonts().begin_font(number.value_or(0));
+    font_group_ = groups_.size();
   } else {
     state_.character.font = number.value_or(CharState::default_font);
   }
@@ -453,6 +473,16 @@ void Reader::give_up_bytes() {
   }
 }
 
+void Reader::add_list_text() {
+  std::u16string mark = std::exchange(list_text_, {});
+  if (mark.find_first_not_of(u" \t\u00A0") == std::u16string::npos) return;
+  // The bullets of symbol fonts are not bullets in any other.
+  std::replace_if(
+      mark.begin(), mark.end(),
+      [](char16_t c) { return c == u'\u00B7' || (c >= 0xF000 && c <= 0xF0FF); }, u'\u2022');
+  add_text(mark);
+}
+
 void Reader::add_table_text(std::u16string_view text) {
   if (state_.destination == Destination::color_table) {
     for (const char16_t c : text) {
@@ -460,6 +490,7 @@ void Reader::add_table_text(std::u16string_view text) {
     }
     return;
   }
+  if (state_.destination == Destination::list_text) list_text_.append(text);
   if (state_.destination != Destination::font_table) return;
   for (std::size_t end = 0; (end = text.find(u';')) != std::u16string_view::npos;) {
     formats_.fonts().add_to_name(text.substr(0, end));

@@ -5,7 +5,6 @@
 
 #include "qel/platform/CharFormat.h"
 #include "qel/platform/RichEdit.h"
-#include "qel/richtext/Document.h"
 
 namespace qel::richtext {
 
@@ -25,10 +24,6 @@ class RtfSink {
   virtual void finish(platform::Alignment alignment) = 0;
 };
 
-/// Whether the text is an RTF document: "{\rtf", after white space or a byte order mark at the
-/// most.
-bool is_rtf(std::u16string_view text);
-
 /// Reads RTF, as far as it can be read: broken or truncated input gives what came before. Takes
 /// time linear in the input, no recursion, and memory in proportion to the open groups, fonts and
 /// colours.
@@ -42,8 +37,5 @@ bool is_rtf(std::u16string_view text);
 /// `base` gives the font and colour of text for which the document names none (or a colour entry
 /// that is empty, the automatic colour).
 void read_rtf(std::u16string_view rtf, const platform::CharFormat& base, RtfSink& sink);
-
-/// The document that the text holds; plain text in the base format when it is not RTF.
-Document read_document(std::u16string_view text, const platform::CharFormat& base);
 
 }  // namespace qel::richtext

@@ -12,6 +12,8 @@ enum class Destination : std::uint8_t {
   skipped,
   font_table,
   color_table,
+  /// The mark of a list item, which is looked at as a whole.
+  list_text,
   /// The group that holds a text twice: in the code page, and in a "\ud" group in Unicode.
   unicode_pair,
 };
@@ -23,6 +25,7 @@ struct CharState {
   static constexpr std::uint8_t underline = 4;
   static constexpr std::uint8_t strike_through = 8;
   static constexpr std::uint8_t hidden = 16;
+  static constexpr std::uint8_t deleted = 32;
   static constexpr std::int32_t default_font = -1;
 
   std::int32_t font = default_font;

@@ -2,10 +2,10 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <map>
 #include <optional>
 #include <string>
 #include <string_view>
-#include <unordered_map>
 #include <vector>
 
 #include "qel/base/Color.h"
@@ -34,7 +34,7 @@ class RtfFontTable {
  private:
   std::int32_t number_ = 0;
   Font font_;
-  std::unordered_map<std::int32_t, Font> fonts_;
+  std::map<std::int32_t, Font> fonts_;  // no hash: the numbers are the input's to choose
 };
 
 /// The colours of an RTF document, as they come in while its colour table is read.

@@ -1,6 +1,7 @@
 #include "qel/richtext/RtfWords.h"
 
 #include <array>
+#include <cassert>
 #include <cstddef>
 #include <initializer_list>
 #include <string_view>
@@ -42,6 +43,7 @@ class WordTable {
   }
 
   void add(std::string_view name, WordAction action, std::int32_t argument) {
+    assert(name.size() <= longest_word);
     std::size_t slot = slot_of(word_key(name));
     while (slots_[slot].key != no_word) slot = (slot + 1) % size;
     slots_[slot] = {word_key(name), action, argument};
@@ -70,7 +72,8 @@ void WordTable::add_character_properties() {
       WordAction::set_flag, CharState::underline);
   add("ulnone", WordAction::clear_flag, CharState::underline);
   add_all({"strike", "striked"}, WordAction::set_flag, CharState::strike_through);
-  add_all({"v", "deleted"}, WordAction::set_flag, CharState::hidden);
+  add("v", WordAction::set_flag, CharState::hidden);
+  add("deleted", WordAction::set_flag, CharState::deleted);
   add("up", WordAction::set_offset, 1);
   add("dn", WordAction::set_offset, -1);
   add("super", WordAction::set_fixed_offset, 4);
@@ -137,16 +140,15 @@ void WordTable::add_destinations() {
   add("colortbl", WordAction::set_destination, destination(Destination::color_table));
   add("upr", WordAction::set_destination, destination(Destination::unicode_pair));
   add("ud", WordAction::begin_unicode_part, 0);
-  add("nesttableprops", WordAction::set_destination, destination(Destination::text));
-  add_all(
-      {"stylesheet", "info",     "pict",       "object",  "nonshppict", "header",       "headerl",
-       "headerr",    "headerf",  "footer",     "footerl", "footerr",    "footerf",      "footnote",
-       "annotation", "fldinst",  "listtable",  "revtbl",  "filetbl",    "xe",           "tc",
-       "tcn",        "rxe",      "ftnsep",     "ftnsepc", "ftncn",      "aftnsep",      "aftnsepc",
-       "aftncn",     "pntxta",   "pntxtb",     "shprslt", "shpinst",    "fontemb",      "fontfile",
-       "falt",       "panose",   "comment",    "docvar",  "datafield",  "nonesttables", "private",
-       "rsidtbl",    "template", "background", "result",  "objdata"},
-      WordAction::set_destination, destination(Destination::skipped));
+  add_all({"listtext", "pntext"}, WordAction::set_destination, destination(Destination::list_text));
+  add_all({"stylesheet", "info",       "pict",      "object",  "nonshppict", "header",  "headerl",
+           "headerr",    "headerf",    "footer",    "footerl", "footerr",    "footerf", "footnote",
+           "annotation", "fldinst",    "listtable", "revtbl",  "filetbl",    "xe",      "tc",
+           "tcn",        "rxe",        "ftnsep",    "ftnsepc", "ftncn",      "aftnsep", "aftnsepc",
+           "aftncn",     "pntxta",     "pntxtb",    "shprslt", "shpinst",    "fontemb", "fontfile",
+           "falt",       "panose",     "comment",   "docvar",  "datafield",  "private", "rsidtbl",
+           "template",   "background", "result",    "objdata"},
+          WordAction::set_destination, destination(Destination::skipped));
 }
 
 }  // namespace

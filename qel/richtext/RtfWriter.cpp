@@ -7,6 +7,7 @@
 #include <map>
 #include <string_view>
 #include <utility>
+#include <vector>
 
 #include "qel/base/Color.h"
 #include "qel/base/Records.h"

@@ -1,5 +1,6 @@
 #include "qel/rtf/Preprocessing.h"
 
+#include <algorithm>
 #include <array>
 #include <cstddef>
 
@@ -12,22 +13,22 @@ namespace {
 struct Replacement {
   std::u16string_view word;
   std::u16string_view by;
-  bool takes_blank;  ///< the blank that ends the word goes with it
+  char16_t character;  ///< that the word stands for, together with the blank that ends it; or 0
 };
 
 /// No word is the beginning of another, and none occurs in what another becomes: the order in which
 /// they are replaced makes no difference.
 constexpr std::array<Replacement, 10> replacements = {{
-    {u"\\endash", u"\\'96", true},
-    {u"\\emdash", u"\\'97", true},
-    {u"\\ldblquote", u"\\'93", true},
-    {u"\\rdblquote", u"\\'94", true},
-    {u"\\lquote", u"\\'91", true},
-    {u"\\rquote", u"\\'92", true},
-    {u"\\bullet", u"\\'95", true},
-    {u"\\~", u"\\'A0", false},
-    {u"\\super", u"\\up4", false},
-    {u"\\sub", u"\\dn4", false},
+    {u"\\endash", u"\\'96", u'\u2013'},
+    {u"\\emdash", u"\\'97", u'\u2014'},
+    {u"\\ldblquote", u"\\'93", u'\u201C'},
+    {u"\\rdblquote", u"\\'94", u'\u201D'},
+    {u"\\lquote", u"\\'91", u'\u2018'},
+    {u"\\rquote", u"\\'92", u'\u2019'},
+    {u"\\bullet", u"\\'95", u'\u2022'},
+    {u"\\~", u"\\'A0", u'\u00A0'},
+    {u"\\super", u"\\up4", u'\0'},
+    {u"\\sub", u"\\dn4", u'\0'},
 }};
 
 const Replacement* replacement_at(std::u16string_view rtf, std::size_t backslash) {
@@ -72,14 +73,38 @@ class Changes {
   bool changed_ = false;
 };
 
+enum class Characters { as_escapes, as_such };
+
 /// Replaces the word at the backslash, if it is one of the table's, and returns where to go on.
-std::size_t replace_word(std::u16string_view rtf, std::size_t backslash, Changes& changes) {
+std::size_t replace_word(std::u16string_view rtf, std::size_t backslash, Changes& changes,
+                         Characters characters) {
   const Replacement* const replacement = replacement_at(rtf, backslash);
   if (replacement == nullptr) return backslash + 1;
   std::size_t length = replacement->word.size();
-  if (replacement->takes_blank && rtf.substr(backslash + length, 1) == u" ") ++length;
-  changes.replace(backslash, length, replacement->by);
+  const bool is_word = replacement->word.back() != u'~';
+  if (replacement->character != 0 && is_word && rtf.substr(backslash + length, 1) == u" ") ++length;
+  const bool as_such = characters == Characters::as_such && replacement->character != 0;
+  changes.replace(backslash, length,
+                  as_such ? std::u16string_view(&replacement->character, 1) : replacement->by);
   return backslash + length;
+}
+
+/// Where the binary data ends that the word at the backslash announces; `backslash` when it does
+/// not.
+std::size_t end_of_binary(std::u16string_view rtf, std::size_t backslash) {
+  constexpr std::u16string_view word = u"\\bin";
+  std::size_t at = backslash + word.size();
+  if (rtf.substr(backslash, word.size()) != word) return backslash;
+  const auto is_digit_at = [&](std::size_t place) {
+    return place < rtf.size() && rtf[place] >= u'0' && rtf[place] <= u'9';
+  };
+  if (!is_digit_at(at)) return backslash;
+  std::size_t count = 0;
+  for (; is_digit_at(at); ++at) {
+    if (count <= rtf.size()) count = count * 10 + static_cast<std::size_t>(rtf[at] - u'0');
+  }
+  if (rtf.substr(at, 1) == u" ") ++at;
+  return at + std::min(count, rtf.size() - at);
 }
 
 bool is_code_at(std::u16string_view rtf, std::size_t slash) {
@@ -92,7 +117,7 @@ std::u16string preprocess(std::u16string_view rtf) {
   std::u16string storage;
   Changes changes(rtf, storage);
   for (std::size_t at = find_any<u'\\'>(rtf, 0); at < rtf.size();) {
-    at = find_any<u'\\'>(rtf, replace_word(rtf, at, changes));
+    at = find_any<u'\\'>(rtf, replace_word(rtf, at, changes, Characters::as_escapes));
   }
   return std::u16string(changes.result());
 }
@@ -113,8 +138,10 @@ std::u16string_view prepare(std::u16string_view rtf, bool protect_codes, std::u1
       // them is left to begin a control word.
       changes.replace(at, 2, u"\\'5c\\'5c\\");
       at += 2;
+    } else if (const std::size_t end = end_of_binary(rtf, at); end != at) {
+      at = end;
     } else {
-      const std::size_t next = replace_word(rtf, at, changes);
+      const std::size_t next = replace_word(rtf, at, changes, Characters::as_such);
       at = next == at + 1 ? at + 2 : next;
     }
   }

@@ -12,8 +12,9 @@ std::u16string preprocess(std::u16string_view rtf);
 
 /// The RTF as a conversion box gets it: a code that stands in it as text, if `protect_codes`, with
 /// two backslashes for its slash; each escaped backslash as a code page escape, so that what
-/// follows it is no control word; and all of it preprocessed. `storage` holds the result where it
-/// differs from `rtf`.
+/// follows it is no control word; and then preprocessed, but for two things. The typographic
+/// characters stand as such, since their escapes mean something else in other code pages than 1252,
+/// and binary data is left alone. `storage` holds the result where it differs from `rtf`.
 std::u16string_view prepare(std::u16string_view rtf, bool protect_codes, std::u16string& storage);
 
 }  // namespace qel::rtf

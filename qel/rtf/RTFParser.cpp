@@ -5,6 +5,7 @@
 #include <cmath>
 #include <cstddef>
 #include <cstdint>
+#include <exception>
 #include <limits>
 #include <memory>
 
@@ -48,15 +49,26 @@ class LoadedBox {
   }
   LoadedBox(const LoadedBox&) = delete;
   LoadedBox& operator=(const LoadedBox&) = delete;
-  ~LoadedBox() { box_->put_Text({}); }
+  ~LoadedBox() {
+    try {
+      box_->put_Text({});
+    } catch (const std::exception&) {
+      return;  // the next conversion begins by emptying the box
+    }
+  }
 
   void use_tables(const QELIndexFonts& fonts, const QELIndexColors& colors) {
     box_->put_Text({});
     platform::BoxAppearance appearance = box_->appearance();
     appearance.font_name = fonts.get_Font(0);
     box_->put_appearance(appearance);
-    box_->put_SelFontName(fonts.get_Font(0));
-    box_->put_SelColor(colors.get_Color(0));
+    // All of the format, so that nothing of the last conversion is left.
+    platform::FormatChange plain;
+    plain.bold = plain.italic = plain.underline = plain.strike_through = false;
+    plain.offset = std::int16_t{0};
+    plain.font_name = fonts.get_Font(0);
+    plain.color = colors.get_Color(0);
+    box_->change_format(plain);
   }
 
   void load(std::u16string_view rtf) { box_->put_TextRTF(rtf); }
