@@ -50,31 +50,39 @@ std::u16string escape_pairs(std::u16string rtf) {
   return rtf;
 }
 
-std::u16string preprocess(std::u16string rtf) {
-  constexpr std::array<std::pair<std::u16string_view, std::u16string_view>, 19> steps = {{
-      {u"\\endash ", u"\\'96"},    {u"\\endash", u"\\'96"},     {u"\\emdash ", u"\\'97"},
-      {u"\\emdash", u"\\'97"},     {u"\\ldblquote ", u"\\'93"}, {u"\\ldblquote", u"\\'93"},
-      {u"\\rdblquote ", u"\\'94"}, {u"\\rdblquote", u"\\'94"},  {u"\\lquote ", u"\\'91"},
-      {u"\\lquote", u"\\'91"},     {u"\\rquote ", u"\\'92"},    {u"\\rquote", u"\\'92"},
-      {u"\\bullet ", u"\\'95"},    {u"\\bullet", u"\\'95"},     {u"\\~", u"\\'A0"},
-      {u"\\super ", u"\\up4 "},    {u"\\super", u"\\up4"},      {u"\\sub ", u"\\dn4 "},
-      {u"\\sub", u"\\dn4"},
-  }};
-  for (const auto& [from, to] : steps) rtf = replace_all(std::move(rtf), from, to);
-  return rtf;
+/// What the typographic words become, in the order of the words below.
+using Characters = std::array<std::u16string_view, 8>;
+constexpr Characters as_escapes = {u"\\'96", u"\\'97", u"\\'93", u"\\'94",
+                                   u"\\'91", u"\\'92", u"\\'95", u"\\'A0"};
+constexpr Characters as_such = {u"\u2013", u"\u2014", u"\u201C", u"\u201D",
+                                u"\u2018", u"\u2019", u"\u2022", u"\u00A0"};
+
+std::u16string preprocess(std::u16string rtf, const Characters& characters) {
+  constexpr std::array<std::u16string_view, 7> words = {u"\\endash",    u"\\emdash", u"\\ldblquote",
+                                                        u"\\rdblquote", u"\\lquote", u"\\rquote",
+                                                        u"\\bullet"};
+  for (std::size_t i = 0; i < words.size(); ++i) {
+    rtf = replace_all(std::move(rtf), std::u16string(words[i]) + u" ", characters[i]);
+    rtf = replace_all(std::move(rtf), words[i], characters[i]);
+  }
+  rtf = replace_all(std::move(rtf), u"\\~", characters.back());
+  rtf = replace_all(std::move(rtf), u"\\super", u"\\up4");
+  return replace_all(std::move(rtf), u"\\sub", u"\\dn4");
 }
 
 void check_single_passes(const std::u16string& text) {
   require(qel::RTFParser().QELToRTFWithoutTables(text) == body_row_by_row(text),
           "the body equals the replacements row by row");
-  require(qel::rtf::preprocess(text) == preprocess(text), "the words are replaced one by one");
+  require(qel::rtf::preprocess(text) == preprocess(text, as_escapes),
+          "the words are replaced one by one");
+  if (text.find(u"\\bin") != std::u16string::npos) return;  // binary data is left alone
   std::u16string storage;
-  require(qel::rtf::prepare(text, false, storage) == preprocess(escape_pairs(text)),
+  require(qel::rtf::prepare(text, false, storage) == preprocess(escape_pairs(text), as_such),
           "preparing equals its steps");
   std::u16string protecting;
-  require(
-      qel::rtf::prepare(text, true, protecting) == preprocess(escape_pairs(protect_codes(text))),
-      "preparing and protecting equals its steps");
+  require(qel::rtf::prepare(text, true, protecting) ==
+              preprocess(escape_pairs(protect_codes(text)), as_such),
+          "preparing and protecting equals its steps");
 }
 
 /// Whether characters that stood apart in the RTF make a code once they are markup.

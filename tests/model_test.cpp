@@ -1,5 +1,6 @@
 #include <gtest/gtest.h>
 
+#include <type_traits>
 #include <vector>
 
 #include "qel/base/Error.h"
@@ -115,6 +116,9 @@ TEST(Style, RecordKeepsWhatDoesNotConvert) {
   EXPECT_TRUE(style.Bold && style.Italic && !style.Underline);
   EXPECT_EQ(style.FontID, 0) << "does not fit 16 bits";
   EXPECT_EQ(style.ColorID, 2) << "rounds half to even";
+  style.Name = u"A<Font:Rec>100000";
+  style.put_All(style.Name);
+  EXPECT_EQ(style.get_All().substr(0, 17), u"A<Font:Rec>100000") << "no exponent";
   style.Initialize();
   EXPECT_TRUE(style.TitleCase);
   style.TitleCase = false;
@@ -235,6 +239,8 @@ std::u16string runs_of(StyleDecoder& decoder) {
   }
   return runs;
 }
+
+static_assert(!std::is_copy_constructible_v<StyleDecoder>, "copies would share their segments");
 
 TEST(Decoder, DecodesRunsAndEncodesThemBack) {
   const Decoded rows[] = {
@@ -364,6 +370,10 @@ TEST(Decoder, WritesCustomCodes) {
   decoder.SetCustomCodes(
       u"/b1=<b class=\"x\">\t/b0=</b>\t/nl=<br>\tbad\t/q1=no\t/y4=(\t/y4={\t/y0=}");
   EXPECT_EQ(decoder.get_TextCustom(), u"<b class=\"x\">bold<br>both</b> & {rest}");
+  decoder.SetCustomCodes(u"/b1=<b1]\t/nl=<");
+  decoder.put_QELText(u"/b1x~/b0/nlb1]");
+  EXPECT_EQ(decoder.get_TextCustom(), u"<b1]x~/b0<b1]") << "the host's own spelling stays";
+  decoder.SetCustomCodes(u"/b0=</b>");
   iStyle style;
   style.Bold = style.Italic = true;
   EXPECT_EQ(decoder.OnCodes(style), u"/b1/i1");
@@ -482,6 +492,10 @@ TEST(Words, DivideSegmentsOnRequest) {
     EXPECT_EQ(texts_of(*decoder.get_Segments()), divided[divides ? option : 0]) << option;
     EXPECT_EQ(decoder.get_QELText(), encoded);
   }
+  decoder.SetQELText(u"/y1/f3one two", 1);
+  EXPECT_EQ(decoder.SegmentStyle(3)->FontID, 3);
+  EXPECT_EQ(decoder.get_QELText(), u"/y1/f3one/f0 /f0two/f0/y0")
+      << "the font goes, as between any runs";
 }
 
 TEST(Words, LoseBlanksAndPunctuationButNoCodes) {
@@ -494,7 +508,12 @@ TEST(Words, LoseBlanksAndPunctuationButNoCodes) {
   EXPECT_EQ(decoder.RemoveLeadingPunctuation(u"/b1\u201C(/b0[It's] 5."), u"/b1/b0It's] 5.");
   EXPECT_EQ(decoder.RemoveTrailingPunctuation(u"/i1end/i0.\u201D"), u"/i1end/i0");
   EXPECT_EQ(decoder.RemoveTrailingPunctuation(u"\u4E2D\u6587\u3002"), u"\u4E2D\u6587");
+  EXPECT_EQ(decoder.RemoveLeadingPunctuation(u"(~/b1) x"), u"~/b1) x");
+  EXPECT_EQ(decoder.RemoveTrailingPunctuation(u"x ~/b1."), u"x ~/b1");
   EXPECT_EQ(decoder.TrimStr(u"   "), u"");
+  EXPECT_EQ(decoder.TrimStr(u"/b1   /b0"), u"/b1/b0");
+  decoder.put_QELText(u"/nl  ");
+  EXPECT_EQ(decoder.GetQELText(ofLineCodes, true, false), u"/nl");
 }
 
 }  // namespace

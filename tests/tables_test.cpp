@@ -1,5 +1,7 @@
 #include <gtest/gtest.h>
 
+#include <stdexcept>
+
 #include "qel/base/CaseMapping.h"
 #include "qel/base/Error.h"
 #include "qel/base/Records.h"
@@ -216,6 +218,22 @@ class RedPlatform : public embedded::EmbeddedPlatform, public platform::SystemCo
   const SystemColors& system_colors() const override { return *this; }
   Color color(std::int32_t index) const override { return index + 1000; }
 };
+
+/// A platform whose colours cannot be had.
+class BrokenPlatform : public embedded::EmbeddedPlatform, public platform::SystemColors {
+ public:
+  const SystemColors& system_colors() const override { return *this; }
+  Color color(std::int32_t /*index*/) const override { throw std::runtime_error("no colours"); }
+};
+
+TEST(Colors, RecordIsReadWhateverThePlatformDoes) {
+  Common::set_platform(std::make_shared<BrokenPlatform>());
+  QELIndexColors colors;
+  colors.put_All(u"<Colors:Rec>\t\t-1<Colors:Rec>\tnew<Colors:Rec>3");
+  Common::set_platform(nullptr);
+  EXPECT_EQ(colors.get_LabelName(1), u"new");
+  EXPECT_EQ(colors.get_ActiveLabelIndex(), 3);
+}
 
 TEST(Common, AThreadMayNameItsPlatform) {
   Common::set_platform(std::make_shared<RedPlatform>());

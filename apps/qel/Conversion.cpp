@@ -35,7 +35,7 @@ void in_parts(std::u16string_view text, Write write) {
 
 void replace_tabs(SegmentCollection& segments, std::u16string_view replacement) {
   for (const auto& segment : segments) {
-    const std::u16string_view text = segment->get_Text();
+    const std::u16string_view text = segment->text();
     if (find_any<u'\t'>(text, 0) == text.size()) continue;
     segment->put_Text(replace_all(std::u16string(text), u"\t", replacement));
   }
@@ -43,7 +43,7 @@ void replace_tabs(SegmentCollection& segments, std::u16string_view replacement) 
 
 void drop_last_blank(SegmentCollection& segments) {
   const auto last = segments.Item(segments.Count());
-  if (!last || !last->get_Text().ends_with(u' ')) return;
+  if (!last || !last->text().ends_with(u' ')) return;
   last->keep_first(last->length() - 1);
   if (last->length() == 0) segments.Remove(segments.Count());
 }
@@ -68,7 +68,7 @@ class Conversion {
       case ResultForm::simple_rtf:
         return from_rtf(rtf_of(std::move(markup)));
       default:
-        return write_decoded(decoded_with_switches(std::move(markup)));
+        return write_markup_decoded(std::move(markup));
     }
   }
 
@@ -85,7 +85,7 @@ class Conversion {
       case ResultForm::qel:
         return write_utf8(markup_of(std::move(rtf)));
       default:
-        return write_decoded(decoded(markup_of(std::move(rtf))));
+        return write_rtf_decoded(std::move(rtf));
     }
   }
 
@@ -152,27 +152,36 @@ class Conversion {
     return box.get_TextRTF();
   }
 
-  static StyleDecoder decoded(std::u16string&& markup) {
+  static void decode(StyleDecoder& decoder, std::u16string&& markup) {
     const std::u16string taken = std::move(markup);
-    StyleDecoder decoder;
     decoder.put_QELText(taken);
-    return decoder;
   }
 
   /// Does for markup what the parser's switches do for RTF.
-  StyleDecoder decoded_with_switches(std::u16string&& markup) const {
+  void decode_with_switches(StyleDecoder& decoder, std::u16string&& markup) const {
     // Every "/nl" is a line code, and a blank in its place makes no other code.
     if (switches_.convert_nl_to_space) markup = replace_all(std::move(markup), u"/nl", u" ");
-    StyleDecoder decoder = decoded(std::move(markup));
+    decode(decoder, std::move(markup));
     SegmentCollection& segments = *decoder.get_Segments();
     if (!switches_.recognize_tabs) {
       replace_tabs(segments, switches_.convert_tabs_to_space ? u" " : u"");
     }
     if (switches_.convert_nl_to_space) drop_last_blank(segments);
-    return decoder;
   }
 
-  void write_decoded(StyleDecoder&& decoder) {
+  void write_markup_decoded(std::u16string&& markup) {
+    StyleDecoder decoder;
+    decode_with_switches(decoder, std::move(markup));
+    write_decoded(decoder);
+  }
+
+  void write_rtf_decoded(std::u16string&& rtf) {
+    StyleDecoder decoder;
+    decode(decoder, markup_of(std::move(rtf)));
+    write_decoded(decoder);
+  }
+
+  void write_decoded(StyleDecoder& decoder) {
     const std::int32_t line_codes = switches_.recognize_crlf ? ofLineCodes : ofMarkup;
     switch (options_.to) {
       case ResultForm::segments:

@@ -33,7 +33,7 @@ void append_member(std::string& object, std::string_view name, std::string_view 
 
 void append_object(std::string& out, const Segment& segment, bool line_codes) {
   const style_codes::CodeState state = segment.code_state();
-  const std::u16string text = restore_escaped_codes(std::u16string(segment.get_Text()));
+  const std::u16string text = restore_escaped_codes(std::u16string(segment.text()));
   out.append("{\"text\":").append(nlohmann::json(to_utf8(text)).dump());
   for (const Attribute& attribute : attributes) {
     const bool is_on = (state.attributes & attribute.bit) != 0;

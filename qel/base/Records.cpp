@@ -17,10 +17,10 @@ std::u16string_view without_blanks_around(std::u16string_view text) {
   return text.substr(first, text.find_last_not_of(blanks) - first + 1);
 }
 
-template <class Number>
-std::u16string shortest(Number value) {
-  std::array<char, 64> digits{};
-  const auto end = std::to_chars(digits.data(), digits.data() + digits.size(), value).ptr;
+template <class... Arguments>
+std::u16string written(Arguments... arguments) {
+  std::array<char, 64> digits{};  // the smallest single takes 50 of them
+  const auto end = std::to_chars(digits.data(), digits.data() + digits.size(), arguments...).ptr;
   return {digits.data(), end};
 }
 
@@ -87,7 +87,7 @@ std::optional<bool> to_boolean(std::u16string_view text) {
   return *number != 0;
 }
 
-std::u16string from_integer(std::int64_t value) { return shortest(value); }
+std::u16string from_integer(std::int64_t value) { return written(value); }
 
 namespace {
 
@@ -104,8 +104,8 @@ void read(std::int16_t& field, std::u16string_view text) { assign(field, to_inte
 void read(bool& field, std::u16string_view text) { assign(field, to_boolean(text)); }
 
 std::u16string_view write(const std::u16string& field) { return field; }
-std::u16string write(float field) { return shortest(field); }
-std::u16string write(std::int16_t field) { return shortest(field); }
+std::u16string write(float field) { return written(field, std::chars_format::fixed); }
+std::u16string write(std::int16_t field) { return written(field); }
 std::u16string_view write(bool field) { return field ? u"True" : u"False"; }
 
 }  // namespace qel::records

@@ -74,7 +74,7 @@ void divide_words(SegmentCollection& segments, Pieces pieces) {
   SegmentCollection divided;
   for (const auto& segment : segments) {
     divided.append(segment);
-    const std::u16string_view text = segment->get_Text();
+    const std::u16string_view text = segment->text();
     std::size_t begin = 0;
     for (std::size_t at = 1; at <= text.size(); ++at) {
       const bool goes_on =
@@ -88,7 +88,7 @@ void divide_words(SegmentCollection& segments, Pieces pieces) {
       begin = at;
     }
   }
-  segments = std::move(divided);
+  segments.swap(divided);
 }
 
 }  // namespace qel::division

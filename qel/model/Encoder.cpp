@@ -81,7 +81,8 @@ class CodeWriter {
 /// next.
 class RunWriter {
  public:
-  RunWriter(std::u16string& out, const OutputForm& form) : out_(out), codes_(out, form) {}
+  RunWriter(std::u16string& out, const OutputForm& form)
+      : out_(out), codes_(out, form), is_custom_(form.codes == OutputForm::Codes::custom) {}
 
   void add(const Run& run) {
     if (has_run_) write(&run.state);
@@ -91,8 +92,7 @@ class RunWriter {
   }
 
   void finish(std::int32_t line_codes_at_end) {
-    // One run without text has nothing to style.
-    if (has_run_ && (last_ || !run_.text.empty())) write(nullptr);
+    if (has_run_) write(nullptr);
     codes_.line_codes(line_codes_at_end);
   }
 
@@ -100,12 +100,18 @@ class RunWriter {
   void write(const CodeState* next) {
     codes_.line_codes(run_.line_codes_before);
     codes_.opening(run_.state, last_ ? &*last_ : nullptr);
-    out_.append(run_.text);
+    if (is_custom_) {
+      // Only here: what stands in the host's own spelling is not ours to restore.
+      out_.append(restore_escaped_codes(std::u16string(run_.text)));
+    } else {
+      out_.append(run_.text);
+    }
     codes_.closing(run_.state, next);
   }
 
   std::u16string& out_;
   CodeWriter codes_;
+  bool is_custom_;
   Run run_;
   bool has_run_ = false;
   std::optional<CodeState> last_;
@@ -114,7 +120,7 @@ class RunWriter {
 std::size_t expected_size(const SegmentCollection& segments) {
   constexpr std::size_t codes_per_run = 8;
   std::size_t size = 0;
-  for (const auto& segment : segments) size += segment->get_Text().size() + codes_per_run;
+  for (const auto& segment : segments) size += segment->text().size() + codes_per_run;
   return size;
 }
 
@@ -126,7 +132,7 @@ std::int32_t for_each_run(const SegmentCollection& segments, const OutputForm& f
     line_codes += segment->line_codes_before();
     const CodeState state = segment->code_state();
     if (is_left_out(state, form)) continue;
-    visit(Run{segment->get_Text(), state, std::exchange(line_codes, 0)});
+    visit(Run{segment->text(), state, std::exchange(line_codes, 0)});
   }
   return line_codes;
 }
@@ -136,6 +142,9 @@ std::int32_t for_each_run(const SegmentCollection& segments, const OutputForm& f
 std::u16string encode(const SegmentCollection& segments, std::int32_t line_codes_at_end,
                       const OutputForm& form) {
   std::u16string out;
+  const auto only_segment = segments.Count() == 1 ? segments.Item(1) : nullptr;
+  const bool nothing_to_style = only_segment && only_segment->length() == 0;
+  if (nothing_to_style && !form.line_codes) return out;
   out.reserve(expected_size(segments));
   RunWriter writer(out, form);
   if (trims(form)) {
@@ -149,6 +158,7 @@ std::u16string encode(const SegmentCollection& segments, std::int32_t line_codes
     line_codes_at_end += for_each_run(segments, form, [&](const Run& run) { writer.add(run); });
     writer.finish(line_codes_at_end);
   }
+  if (form.codes == OutputForm::Codes::custom) return out;
   return restore_escaped_codes(std::move(out));
 }
 

@@ -48,7 +48,7 @@ class State {
 
   /// 0 for "t", which is a code but changes nothing.
   static unsigned bit_of(char16_t letter) {
-    return letter == u't' ? 0U : style_codes::attribute_bit(letter);
+    return style_codes::attribute_bit(letter) & ~unsigned{style_codes::unicode_bit};
   }
 
   unsigned attributes_ = 0;

@@ -67,6 +67,10 @@ bool IsQELCode(std::u16string_view Text, std::int32_t Flags) {
   }
 }
 
+bool begins_with_placeholder(std::u16string_view text) {
+  return text.size() >= 4 && text[0] == u'<' && text[3] == u']' && is_escapable(text[1], text[2]);
+}
+
 std::u16string protect_escaped_codes(std::u16string text) {
   // The placeholder is as long as the escaped code, so the text is changed in place.
   for (std::size_t hit = find_any<u'~'>(text, 0); hit + 3 < text.size();
@@ -83,7 +87,7 @@ std::u16string protect_escaped_codes(std::u16string text) {
 std::u16string restore_escaped_codes(std::u16string text) {
   for (std::size_t hit = find_any<u'<'>(text, 0); hit + 3 < text.size();
        hit = find_any<u'<'>(text, hit + 1)) {
-    if (text[hit + 3] != u']' || !is_escapable(text[hit + 1], text[hit + 2])) continue;
+    if (!begins_with_placeholder(std::u16string_view(text).substr(hit))) continue;
     text[hit + 3] = text[hit + 2];
     text[hit + 2] = text[hit + 1];
     text[hit + 1] = u'/';

@@ -21,8 +21,9 @@ class Segment {
   Segment& operator=(const Segment&) = delete;
   ~Segment() = default;
 
-  /// The characters of the run, without codes; the view holds until the text is next changed.
-  std::u16string_view get_Text() const { return text_; }
+  /// The characters of the run, without codes. An escaped code stands there as its placeholder (see
+  /// `restore_escaped_codes`).
+  std::u16string get_Text() const { return std::u16string(text_); }
   void put_Text(std::u16string_view text);
 
   /// The segment's own record, created when first asked for: changing it changes the segment. It
@@ -32,6 +33,8 @@ class Segment {
   /// What of the style has codes, whether or not the record is there yet.
   style_codes::CodeState code_state() const;
 
+  /// The characters without a copy: for as long as the segment lives and its text stays.
+  std::u16string_view text() const { return text_; }
   /// Length of the text in code units.
   std::int32_t length() const { return static_cast<std::int32_t>(text_.size()); }
 

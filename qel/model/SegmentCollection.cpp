@@ -56,15 +56,22 @@ std::shared_ptr<Segment> SegmentCollection::Item(std::int32_t Index) const {
 }
 
 void SegmentCollection::Remove(std::int32_t Index) {
-  const Error out_of_range(Error::subscript_out_of_range, "SegmentCollection",
-                           "Remove: subscript out of range");
+  const auto out_of_range = [] {
+    return Error(Error::subscript_out_of_range, "SegmentCollection",
+                 "Remove: subscript out of range");
+  };
   if (Index <= count_ - 1) {
-    if (Index < 0) throw out_of_range;
+    if (Index < 0) throw out_of_range();
     std::move(slots_.begin() + Index + 1, slots_.end(), slots_.begin() + Index);
   }
   --count_;
-  if (count_ < 0) throw out_of_range;
+  if (count_ < 0) throw out_of_range();
   slots_.resize(static_cast<std::size_t>(count_) + 1);
+}
+
+void SegmentCollection::swap(SegmentCollection& other) noexcept {
+  slots_.swap(other.slots_);
+  std::swap(count_, other.count_);
 }
 
 void SegmentCollection::append(std::shared_ptr<Segment> segment) {

@@ -13,6 +13,11 @@ namespace qel {
 /// shared with the caller; nothing is an empty pointer.
 class SegmentCollection {
  public:
+  SegmentCollection() = default;
+  // Copies would share their segments.
+  SegmentCollection(const SegmentCollection&) = delete;
+  SegmentCollection& operator=(const SegmentCollection&) = delete;
+
   /// Appends a new segment with a copy of `style`; nothing when memory ran out.
   std::shared_ptr<Segment> Add(std::u16string_view text, const iStyle& style);
   std::int32_t Count() const { return count_; }
@@ -28,9 +33,11 @@ class SegmentCollection {
   /// The segment at `Index`; nothing unless `Index` is 1 to `Count`.
   std::shared_ptr<Segment> Item(std::int32_t Index) const;
   /// Takes the segment at `Index` out. A position of `Count` or more removes the last segment,
-  /// position 0 the first. A negative position, and any on an empty collection, raises error 9; on
-  /// an empty one `Count` is -1 from then on.
+  /// position 0 the first. A negative position raises error 9. So does any other on an empty
+  /// collection, whose `Count` falls below 0 with each call until it is cleared.
   void Remove(std::int32_t Index);
+
+  void swap(SegmentCollection& other) noexcept;
 
   /// Appends a segment as it is, shared with the caller.
   void append(std::shared_ptr<Segment> segment);

@@ -112,8 +112,8 @@ void append_off(std::u16string& out, const CodeState& state, CodeSet set) {
 void append_different_on(std::u16string& out, const CodeState& state, const CodeState& last,
                          CodeSet set) {
   append_attributes_on(out, in_set(state.attributes & ~unsigned{last.attributes}, set));
-  // The font goes off where a colour is on and the font stays, and is not switched on again. Only
-  // indexes that have codes count: one out of range never writes anything.
+  // The font goes off where a colour is on and the font stays, and is not switched on again. A font
+  // out of range has no codes, so it does not go off either.
   if (set == CodeSet::current && state.color != 0 && is_index(last.font) &&
       state.font == last.font) {
     append_code(out, u'f', 0);

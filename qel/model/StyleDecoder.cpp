@@ -55,7 +55,7 @@ void StyleDecoder::SetQELText(std::u16string_view Text, std::int32_t Options) {
 
 std::u16string StyleDecoder::SegmentText(std::int32_t Index) const {
   const auto segment = segments_->Item(Index);
-  return segment ? std::u16string(segment->get_Text()) : std::u16string();
+  return segment ? segment->get_Text() : std::u16string();
 }
 
 std::shared_ptr<iStyle> StyleDecoder::SegmentStyle(std::int32_t Index) const {

@@ -28,17 +28,27 @@ enum OutputFlags : std::int32_t {
 /// not a code is text. Positions and lengths count visible characters in UTF-16 code units.
 class StyleDecoder {
  public:
-  /// The markup of the segments: equal neighbours are written without codes between them, and the
-  /// last run closes everything. Line codes are not part of it.
+  StyleDecoder() = default;
+  // Copies would share their segments.
+  StyleDecoder(const StyleDecoder&) = delete;
+  StyleDecoder& operator=(const StyleDecoder&) = delete;
+
+  /// The markup of the segments, without their line codes. Between two runs stand the codes that
+  /// pass from one style to the other, and the last run closes everything. A run that has a colour
+  /// and keeps the font of the one before it is written with "/f0" (see
+  /// `iStyle::DifferentOnCodes`), so that dividing coloured text in a font costs the second part
+  /// its font once the markup is read.
   std::u16string get_QELText() const;
   /// Decodes `Text`, replacing the segments.
   void put_QELText(std::u16string_view Text);
   /// Decodes `Text` like the property. Options 1 to 3 then divide the segments, without any change
-  /// to the visible text or its styles: 1 between words and blanks, 2 also around numbers, 3 also
+  /// to the segments' text or styles: 1 between words and blanks, 2 also around numbers, 3 also
   /// around punctuation. Any other value divides nothing.
   void SetQELText(std::u16string_view Text, std::int32_t Options);
 
-  /// The decoder's own segments, shared with the caller.
+  /// The decoder's own segments, shared with the caller. Escaped codes stand in them as
+  /// placeholders
+  /// ("<b1]" for "~/b1"); `restore_escaped_codes` turns those back.
   std::shared_ptr<SegmentCollection> get_Segments() { return segments_; }
   std::int32_t get_SegmentCount() const { return segments_->Count(); }
   /// Text of the segment at the one-based `Index`; empty when there is none.
@@ -69,7 +79,8 @@ class StyleDecoder {
   /// codes. A code that is not listed writes nothing.
   void SetCustomCodes(std::u16string_view Codes);
   /// The text with the custom spelling of its codes and line codes. The characters of the text
-  /// are written as they are.
+  /// are written as they are, escaped codes with their tilde. As in markup, a font may be switched
+  /// off twice where a colour comes on.
   std::u16string get_TextCustom() const;
   /// The codes that switch `Style` on or off, spelled as `Codes` says (items as in
   /// `SetCustomCodes`), or in markup when `Codes` is empty.
@@ -99,7 +110,9 @@ class StyleDecoder {
                                      std::int32_t Attribute, bool Value);
 
   // Words: maximal runs of characters that are not blank. They are taken when first asked for after
-  // a text was set or divided; positions are one-based.
+  // a member of this class changed the text or its segments; changes that a host makes to the
+  // segments themselves do not show. Positions are one-based. Escaped codes stand as their
+  // placeholders.
 
   std::shared_ptr<WordCollection> get_Words() const;
   std::int32_t get_WordCount() const { return get_Words()->Count(); }

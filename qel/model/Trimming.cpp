@@ -7,30 +7,57 @@
 
 #include "qel/base/CaseMapping.h"
 #include "qel/model/Encoder.h"
+#include "qel/model/QELCode.h"
 
 namespace qel {
 namespace {
 
 bool is_blank(char16_t character) { return character == u' '; }
-bool is_punctuation_mark(char16_t character) { return is_punctuation(character); }
 
-using Predicate = bool (*)(char16_t);
+/// How many of the characters that the text begins or ends with are unwanted.
+using Measure = std::size_t (*)(std::u16string_view text);
+
+std::size_t leading_blanks(std::u16string_view text) {
+  return std::min(text.find_first_not_of(u' '), text.size());
+}
+
+std::size_t trailing_blanks(std::u16string_view text) {
+  return text.size() - (text.find_last_not_of(u' ') + 1);
+}
+
+// The placeholder of an escaped code looks like punctuation at both ends, and is none.
+
+std::size_t leading_punctuation(std::u16string_view text) {
+  std::size_t count = 0;
+  while (count < text.size() && is_punctuation(text[count]) &&
+         !begins_with_placeholder(text.substr(count))) {
+    ++count;
+  }
+  return count;
+}
+
+std::size_t trailing_punctuation(std::u16string_view text) {
+  constexpr std::size_t placeholder = 4;
+  std::size_t left = text.size();
+  while (left > 0 && is_punctuation(text[left - 1])) {
+    if (left >= placeholder && begins_with_placeholder(text.substr(left - placeholder))) break;
+    --left;
+  }
+  return text.size() - left;
+}
 
 /// Drops characters from the front of the text, run after run, while they are unwanted.
-void trim_left(std::vector<Run>& runs, Predicate unwanted) {
+void trim_left(std::vector<Run>& runs, Measure unwanted) {
   for (Run& run : runs) {
-    const auto kept = std::find_if_not(run.text.begin(), run.text.end(), unwanted);
-    run.text.remove_prefix(static_cast<std::size_t>(kept - run.text.begin()));
+    run.text.remove_prefix(unwanted(run.text));
     if (!run.text.empty()) return;
   }
 }
 
-void trim_right(std::vector<Run>& runs, Predicate unwanted) {
+void trim_right(std::vector<Run>& runs, Measure unwanted) {
   for (std::size_t i = runs.size(); i-- > 0;) {
-    std::u16string_view& text = runs[i].text;
-    const auto kept = std::find_if_not(text.rbegin(), text.rend(), unwanted);
-    text.remove_suffix(static_cast<std::size_t>(kept - text.rbegin()));
-    if (!text.empty()) return;
+    runs[i].text.remove_suffix(unwanted(runs[i].text));
+    if (!runs[i].text.empty()) return;
   }
 }
 
@@ -59,10 +86,10 @@ bool trims(const OutputForm& form) {
 }
 
 void trim(std::vector<Run>& runs, const OutputForm& form, std::deque<std::u16string>& storage) {
-  if (form.trim_left) trim_left(runs, is_blank);
-  if (form.trim_right) trim_right(runs, is_blank);
-  if (form.trim_left_punctuation) trim_left(runs, is_punctuation_mark);
-  if (form.trim_right_punctuation) trim_right(runs, is_punctuation_mark);
+  if (form.trim_left) trim_left(runs, leading_blanks);
+  if (form.trim_right) trim_right(runs, trailing_blanks);
+  if (form.trim_left_punctuation) trim_left(runs, leading_punctuation);
+  if (form.trim_right_punctuation) trim_right(runs, trailing_punctuation);
   if (form.single_blanks) remove_double_blanks(runs, storage);
 }
 

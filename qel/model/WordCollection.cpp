@@ -49,7 +49,7 @@ WordCollection::WordCollection(const SegmentCollection& segments) {
   std::int32_t index = 0;
   for (const auto& segment : segments) {
     ++index;
-    const std::u16string_view text = segment->get_Text();
+    const std::u16string_view text = segment->text();
     for (std::size_t at = 0; at < text.size();) {
       std::size_t end = at;
       while (end < text.size() && !is_word_blank(text[end])) ++end;

@@ -55,7 +55,8 @@ std::u16string iStyle::get_All() const {
 }
 
 void iStyle::put_All(std::u16string_view Value) {
-  records::read_fields(fields_of(*this), Value, separator);
+  const std::u16string record(Value);  // `Value` may be a part of this very record
+  records::read_fields(fields_of(*this), record, separator);
 }
 
 void iStyle::copy_record(const iStyle& source) {

@@ -30,8 +30,9 @@ class iStyle : public ReservedColors<iStyle> {
   static std::u16string OnCodes(const iStyle& pStyle);
   /// The codes that switch off all that `pStyle` has.
   static std::u16string OffCodes(const iStyle& pStyle);
-  /// The codes that switch on what `pStyle` has and `LastStyle`, the run before, had not. Where a
-  /// colour comes on and the font stays, "/f0" is written too and the font is lost: this is meant.
+  /// The codes that switch on what `pStyle` has and `LastStyle`, the run before, had not. Where
+  /// `pStyle` has a colour and keeps the font, "/f0" is written too and the font is lost: this is
+  /// meant.
   static std::u16string DifferentOnCodes(const iStyle& pStyle, const iStyle& LastStyle);
   /// The codes that switch off what `pStyle` has and the run after lacks; all of it when there is
   /// no run after (null).

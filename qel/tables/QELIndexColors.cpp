@@ -1,6 +1,7 @@
 #include "qel/tables/QELIndexColors.h"
 
 #include <cstddef>
+#include <exception>
 
 #include "qel/base/Error.h"
 #include "qel/tables/TableRecords.h"
@@ -43,8 +44,8 @@ void QELIndexColors::put_All(std::u16string_view Value) {
   table_records::read_colors(fields[1], [&](std::int16_t index, Color color) {
     try {
       put_LabelColor(index, color);
-    } catch (const Error&) {
-      // Another label has this colour: the item is skipped like one that is no number.
+    } catch (const std::exception&) {
+      // Another label has this colour, say: the item is skipped like one that is no number.
       return;
     }
   });
