@@ -32,6 +32,16 @@ std::size_t utf8_length_from(std::uint8_t first_byte) {
   return first_byte >= 0xF0 && first_byte <= 0xF4 ? 4 : 1;
 }
 
+std::size_t bytes_from(int code_page, std::uint8_t first_byte) {
+  if (code_page == utf8) return utf8_length_from(first_byte);
+  const bool is_lead =
+      std::any_of(lead_bytes.begin(), lead_bytes.end(), [&](const LeadBytes& range) {
+        return range.code_page == code_page && first_byte >= range.first &&
+               first_byte <= range.last;
+      });
+  return is_lead ? 2 : 1;
+}
+
 std::u16string decode_each_western(std::string_view bytes) {
   std::u16string text;
   for (const char byte : bytes) text.push_back(decode_western(static_cast<std::uint8_t>(byte)));
@@ -42,6 +52,10 @@ std::u16string decode_each_western(std::string_view bytes) {
 
 // Below 4 the system's numbers mean the code pages of the machine: no document can mean those.
 CodePage::CodePage(int number) : number_(number < 4 ? western : number) {
+  for (std::size_t byte = 0; byte < lengths_.size(); ++byte) {
+    lengths_[byte] =
+        static_cast<std::uint8_t>(bytes_from(number_, static_cast<std::uint8_t>(byte)));
+  }
   for (std::size_t i = 0; i < high_half_.size(); ++i) {
     const auto byte = static_cast<std::uint8_t>(0x80 + i);
     high_half_[i] = number_ == symbol ? char16_t{byte} : decode_western(byte);
@@ -55,19 +69,9 @@ CodePage::CodePage(int number) : number_(number < 4 ? western : number) {
   }
 }
 
-std::size_t CodePage::length_from(std::uint8_t first_byte) const {
-  if (number_ == utf8) return utf8_length_from(first_byte);
-  const bool is_lead =
-      std::any_of(lead_bytes.begin(), lead_bytes.end(), [&](const LeadBytes& range) {
-        return range.code_page == number_ && first_byte >= range.first && first_byte <= range.last;
-      });
-  return is_lead ? 2 : 1;
-}
-
 std::u16string CodePage::decode(std::string_view bytes) const {
   if (bytes.size() == 1) {
-    const auto byte = static_cast<std::uint8_t>(bytes.front());
-    return std::u16string(1, byte < 0x80 ? char16_t{byte} : high_half_[byte - 0x80U]);
+    return std::u16string(1, decode_single(static_cast<std::uint8_t>(bytes.front())));
   }
   std::u16string text = system_ ? system_->decode(bytes) : std::u16string();
   return text.empty() ? decode_each_western(bytes) : text;

@@ -39,7 +39,11 @@ class CodePage {
   explicit CodePage(int number);
 
   /// How many bytes a character takes that begins with this one (1 to 4).
-  std::size_t length_from(std::uint8_t first_byte) const;
+  std::size_t length_from(std::uint8_t first_byte) const { return lengths_[first_byte]; }
+  /// The character that a byte stands for alone.
+  char16_t decode_single(std::uint8_t byte) const {
+    return byte < 0x80 ? char16_t{byte} : high_half_[byte - 0x80U];
+  }
   /// The characters that a whole sequence stands for. Bytes that are no character of the code page
   /// are read in 1252 one by one, so nothing is lost.
   std::u16string decode(std::string_view bytes) const;
@@ -48,6 +52,7 @@ class CodePage {
   int number_;
   std::unique_ptr<SystemDecoder> system_;
   std::array<char16_t, 128> high_half_ = {};
+  std::array<std::uint8_t, 256> lengths_ = {};
 };
 
 /// Code page 1252, whose five unassigned bytes stand for the control characters of their number.

@@ -52,6 +52,7 @@ const RtfFontTable::Font* RtfFormats::font_of(const CharState& state) const {
 }
 
 const CodePage& RtfFormats::code_page_of(const CharState& state) {
+  if (last_code_page_ != nullptr && last_font_ == state.font) return *last_code_page_;
   const RtfFontTable::Font* const font = font_of(state);
   const int number =
       (font != nullptr ? font->code_page : std::nullopt).value_or(document_code_page_);
@@ -59,7 +60,9 @@ const CodePage& RtfFormats::code_page_of(const CharState& state) {
   constexpr std::size_t most_code_pages = 32;
   const bool is_affordable = code_pages_.size() < most_code_pages || code_pages_.count(number) != 0;
   const int taken = is_affordable ? number : CodePage::western;
-  return code_pages_.try_emplace(taken, taken).first->second;
+  last_font_ = state.font;
+  last_code_page_ = &code_pages_.try_emplace(taken, taken).first->second;
+  return *last_code_page_;
 }
 
 }  // namespace qel::richtext

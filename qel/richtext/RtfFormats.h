@@ -24,9 +24,15 @@ class RtfFormats {
   RtfColorTable& colors() { return colors_; }
 
   /// What follows may change what states mean: a table, or the default font.
-  void forget() { known_ = {}; }
+  void forget() {
+    known_ = {};
+    last_code_page_ = nullptr;
+  }
   void set_default_font(std::int32_t number);
-  void set_document_code_page(int number) { document_code_page_ = number; }
+  void set_document_code_page(int number) {
+    document_code_page_ = number;
+    forget();
+  }
 
   /// The sink's number for the state's format.
   RtfSink::FormatId id_of(const CharState& state);
@@ -49,6 +55,8 @@ class RtfFormats {
   std::int32_t default_font_ = CharState::default_font;
   int document_code_page_ = CodePage::western;
   std::map<int, CodePage> code_pages_;
+  std::int32_t last_font_ = CharState::default_font;
+  const CodePage* last_code_page_ = nullptr;  // of that font
   std::array<Known, 64> known_;
 };
 

@@ -80,6 +80,7 @@ class Reader {
   void add_text(std::u16string_view text);
   void add_unit(char16_t unit);
   void add_byte(std::uint8_t byte);
+  void add_decoded(char16_t unit);
   /// Gives up waiting for the rest of a character.
   void flush_bytes() {
     if (!pending_bytes_.empty()) give_up_bytes();
@@ -456,15 +457,24 @@ void Reader::add_unit(char16_t unit) {
 void Reader::add_byte(std::uint8_t byte) {
   if (state_.destination == Destination::skipped) return;
   const CodePage& code_page = formats_.code_page_of(state_.character);
+  if (pending_bytes_.empty() && code_page.length_from(byte) == 1) {
+    add_decoded(code_page.decode_single(byte));
+    return;
+  }
   pending_bytes_.push_back(static_cast<char>(byte));
   const auto first = static_cast<std::uint8_t>(pending_bytes_.front());
   if (pending_bytes_.size() < code_page.length_from(first)) return;
-  const std::u16string character = code_page.decode(std::exchange(pending_bytes_, {}));
-  if (state_.destination == Destination::font_table) {
-    formats_.fonts().add_to_name(character);  // an escaped semicolon does not end the name
-    return;
+  for (const char16_t unit : code_page.decode(std::exchange(pending_bytes_, {}))) {
+    add_decoded(unit);
   }
-  for (const char16_t unit : character) add_unit(unit);
+}
+
+void Reader::add_decoded(char16_t unit) {
+  if (state_.destination == Destination::font_table) {
+    formats_.fonts().add_to_name({&unit, 1});  // an escaped semicolon does not end the name
+  } else {
+    add_unit(unit);
+  }
 }
 
 void Reader::give_up_bytes() {
@@ -484,20 +494,9 @@ void Reader::add_list_text() {
 }
 
 void Reader::add_table_text(std::u16string_view text) {
-  if (state_.destination == Destination::color_table) {
-    for (const char16_t c : text) {
-      if (c == u';') formats_.colors().end_color();
-    }
-    return;
-  }
+  if (state_.destination == Destination::color_table) formats_.colors().read_text(text);
+  if (state_.destination == Destination::font_table) formats_.fonts().read_text(text);
   if (state_.destination == Destination::list_text) list_text_.append(text);
-  if (state_.destination != Destination::font_table) return;
-  for (std::size_t end = 0; (end = text.find(u';')) != std::u16string_view::npos;) {
-    formats_.fonts().add_to_name(text.substr(0, end));
-    formats_.fonts().end_font();
-    text.remove_prefix(end + 1);
-  }
-  formats_.fonts().add_to_name(text);
 }
 
 }  // namespace

@@ -12,6 +12,15 @@ void RtfFontTable::set_character_set(std::int32_t character_set) {
   if (!font_.code_page) font_.code_page = code_page_of_character_set(character_set);
 }
 
+void RtfFontTable::read_text(std::u16string_view text) {
+  for (std::size_t end = 0; (end = text.find(u';')) != std::u16string_view::npos;) {
+    add_to_name(text.substr(0, end));
+    end_font();
+    text.remove_prefix(end + 1);
+  }
+  add_to_name(text);
+}
+
 void RtfFontTable::end_font() {
   const std::size_t first = font_.name.find_first_not_of(u' ');
   if (first != std::u16string::npos) {
@@ -24,6 +33,10 @@ void RtfFontTable::end_font() {
 const RtfFontTable::Font* RtfFontTable::find(std::int32_t number) const {
   const auto found = fonts_.find(number);
   return found == fonts_.end() ? nullptr : &found->second;
+}
+
+void RtfColorTable::read_text(std::u16string_view text) {
+  for (auto ends = std::count(text.begin(), text.end(), u';'); ends > 0; --ends) end_color();
 }
 
 void RtfColorTable::end_color() {

@@ -25,6 +25,8 @@ class RtfFontTable {
   void set_character_set(std::int32_t character_set);
   void set_code_page(std::int32_t code_page) { font_.code_page = code_page; }
   void add_to_name(std::u16string_view text) { font_.name.append(text); }
+  /// Text of the table: names, each ended by a semicolon.
+  void read_text(std::u16string_view text);
   /// Ends the entry. One without a name is dropped.
   void end_font();
 
@@ -43,13 +45,15 @@ class RtfColorTable {
   void set_red(std::int32_t value) { set(0, value); }
   void set_green(std::int32_t value) { set(8, value); }
   void set_blue(std::int32_t value) { set(16, value); }
-  /// Ends the entry; one without any component is the automatic colour.
-  void end_color();
+  /// Text of the table: each semicolon ends an entry. One without any component is the automatic
+  /// colour.
+  void read_text(std::u16string_view text);
 
   /// The colour with this number; empty for the automatic colour and for a number out of range.
   std::optional<Color> find(std::int32_t number) const;
 
  private:
+  void end_color();
   void set(unsigned shift, std::int32_t value);
 
   std::optional<std::uint32_t> color_;
