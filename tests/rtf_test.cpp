@@ -281,37 +281,37 @@ TEST_F(RTFConversion, SimplifiesRTF) {
   EXPECT_EQ(to_markup(both), u"/f2/y2x/y0/f0");
 }
 
-TEST_F(RTFConversion, MarkupSurvivesTheBox) {
-  // All that reading knows; a code repeats no state, and what is left open is closed in its order.
-  const std::vector<std::u16string_view> texts = {
+/// One run: codes that reading knows, text, and the codes that close it in the order of the walk.
+std::u16string random_run(test::Random& random) {
+  static const std::vector<std::u16string_view> texts = {
       u"a",          u" b ",    u"\t",
       u"/nl",        u"\\",     u"{}",
       u"C:\\subdir", u"\\\\b1", u"\u00E9\u20AC\U0001F600",
       u"/c2"};
+  std::u16string open;
+  std::u16string close;
+  const auto toggle = [&](char16_t letter) {
+    if (!random.one_in(3)) return;
+    open.append({u'/', letter, u'1'});
+    close.append({u'/', letter, u'0'});
+  };
+  for (const char16_t letter : {u'b', u'i', u'u', u'k'}) toggle(letter);
+  toggle(random.one_in(2) ? u'p' : u's');
+  for (const char16_t letter : {u'f', u'y'}) {
+    if (!random.one_in(3)) continue;
+    open.append({u'/', letter, static_cast<char16_t>(u'1' + random.below(3))});
+    close.append({u'/', letter, u'0'});
+  }
+  return open.append(random.text(texts, 1 + random.below(3))).append(close);
+}
+
+TEST_F(RTFConversion, MarkupSurvivesTheBox) {
   for (std::uint32_t i = 0; i < 1000; ++i) {
     test::Random random(test::base_seed() + i);
     SCOPED_TRACE(random.describe());
     std::u16string markup;
     for (std::size_t run = random.below(12); run > 0; --run) {
-      std::u16string open, close;
-      const auto toggle = [&](std::u16string_view letter) {
-        if (!random.one_in(3)) return;
-        open.append(u"/").append(letter).append(u"1");
-        close.append(u"/").append(letter).append(u"0");
-      };
-      for (const auto* letter : {u"b", u"i", u"u", u"k"}) toggle(letter);
-      toggle(random.one_in(2) ? u"p" : u"s");
-      for (const char16_t index : {u'f', u'y'}) {
-        if (!random.one_in(3)) continue;
-        open.append({u'/', index, static_cast<char16_t>(u'1' + random.below(3))});
-      }
-      // Switched off between runs by a plain text, in the order in which the walk closes.
-      if (open.find(u"/f") != std::u16string::npos) close.append(u"/f0");
-      if (open.find(u"/y") != std::u16string::npos) close.append(u"/y0");
-      markup.append(open)
-          .append(random.text(texts, 1 + random.below(3)))
-          .append(close)
-          .append(u"-");
+      markup.append(random_run(random)).append(u"-");  // the plain text makes every code close
     }
     ASSERT_EQ(to_markup(to_rtf(markup)), markup) << test::shown(markup);
   }

@@ -58,7 +58,7 @@ std::size_t plain_length(std::string_view bytes) {
 }
 
 void append_plain(std::u16string& out, std::string_view bytes) {
-  std::array<char16_t, 256> widened;
+  std::array<char16_t, 64> widened{};
   while (!bytes.empty()) {
     const std::size_t count = std::min(bytes.size(), widened.size());
     std::copy_n(bytes.begin(), count, widened.begin());

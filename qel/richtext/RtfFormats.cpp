@@ -58,7 +58,7 @@ const CodePage& RtfFormats::code_page_of(const CharState& state) {
       (font != nullptr ? font->code_page : std::nullopt).value_or(document_code_page_);
   // Each may cost a look-up in the system; no document needs many.
   constexpr std::size_t most_code_pages = 32;
-  const bool is_affordable = code_pages_.size() < most_code_pages || code_pages_.count(number) != 0;
+  const bool is_affordable = code_pages_.size() < most_code_pages || code_pages_.contains(number);
   const int taken = is_affordable ? number : CodePage::western;
   last_font_ = state.font;
   last_code_page_ = &code_pages_.try_emplace(taken, taken).first->second;

@@ -73,7 +73,7 @@ class Reader {
   void begin_unicode_part(std::int32_t argument, Parameter parameter);
   void add_character(std::int32_t character, Parameter parameter);
   void add_unicode(std::int32_t argument, Parameter code);
-  void add_break(std::int32_t argument, Parameter parameter);
+  void add_break(std::int32_t only_after_text, Parameter parameter);
   void skip_binary(std::int32_t argument, Parameter count);
 
   bool takes_replacement();

@@ -36,7 +36,7 @@ class CodeIndex {
     return (static_cast<std::size_t>(letter) << 7U) | digit;
   }
 
-  std::array<std::uint8_t, 128 * 128> rows_ = {};
+  std::array<std::uint8_t, std::size_t{128}* 128> rows_ = {};
 };
 
 constexpr CodeIndex code_index;
