@@ -8,6 +8,7 @@
 #include <utility>
 
 #include "Input.h"
+#include "qel/base/Scan.h"
 #include "qel/embedded/RichEdit.h"
 #include "qel/qel.h"
 #include "qel/rtf/CodeTable.h"
@@ -15,16 +16,9 @@
 
 namespace {
 
+using qel::replace_all;
 using qel::fuzz::require;
 using qel::rtf::is_code;
-
-std::u16string replace_all(std::u16string text, std::u16string_view from, std::u16string_view to) {
-  for (std::size_t hit = 0; (hit = text.find(from, hit)) != std::u16string::npos;
-       hit += to.size()) {
-    text.replace(hit, from.size(), to);
-  }
-  return text;
-}
 
 std::u16string body_row_by_row(std::u16string markup) {
   markup = replace_all(std::move(markup), u"\\", u"\\\\");

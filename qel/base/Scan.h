@@ -56,6 +56,18 @@ std::size_t find_any(std::u16string_view text, std::size_t from) {
                     [](auto c) { return ((c == static_cast<std::uint16_t>(Wanted)) | ...); });
 }
 
+/// Where the bytes below 0x80 that begin at `from` end. Looks at eight at a time.
+inline std::size_t end_of_ascii(std::string_view bytes, std::size_t from) {
+  constexpr std::uint64_t high_bits = 0x8080808080808080U;
+  std::size_t at = from;
+  for (std::uint64_t block = 0; at + sizeof block <= bytes.size(); at += sizeof block) {
+    std::memcpy(&block, bytes.data() + at, sizeof block);
+    if ((block & high_bits) != 0) break;
+  }
+  while (at < bytes.size() && static_cast<std::uint8_t>(bytes[at]) < 0x80) ++at;
+  return at;
+}
+
 /// `text` with each occurrence of `search`, from left to right, replaced by `replacement`.
 /// An empty `search` occurs nowhere.
 inline std::u16string replace_all(std::u16string text, std::u16string_view search,

@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <array>
 #include <cstddef>
-#include <cstring>
 
 #include "qel/base/Scan.h"
 
@@ -45,17 +44,6 @@ void append_ascii(std::string& bytes, std::u16string_view text) {
   bytes.resize(kept + text.size());
   std::transform(text.begin(), text.end(), bytes.begin() + static_cast<std::ptrdiff_t>(kept),
                  [](char16_t unit) { return static_cast<char>(unit); });
-}
-
-/// Where the bytes below 0x80 that begin at `from` end.
-std::size_t end_of_ascii(std::string_view bytes, std::size_t from) {
-  std::size_t at = from;
-  for (std::uint64_t block = 0; at + sizeof block <= bytes.size(); at += sizeof block) {
-    std::memcpy(&block, bytes.data() + at, sizeof block);
-    if ((block & 0x8080808080808080U) != 0) break;
-  }
-  while (at < bytes.size() && static_cast<std::uint8_t>(bytes[at]) < 0x80) ++at;
-  return at;
 }
 
 struct Sequence {

@@ -85,35 +85,33 @@ class RunWriter {
       : out_(out), codes_(out, form), is_custom_(form.codes == OutputForm::Codes::custom) {}
 
   void add(const Run& run) {
-    if (has_run_) write(&run.state);
-    last_ = has_run_ ? std::optional(run_.state) : std::nullopt;
+    if (run_) write(*run_, &run.state);
+    if (run_) last_ = run_->state;
     run_ = run;
-    has_run_ = true;
   }
 
   void finish(std::int32_t line_codes_at_end) {
-    if (has_run_) write(nullptr);
+    if (run_) write(*run_, nullptr);
     codes_.line_codes(line_codes_at_end);
   }
 
  private:
-  void write(const CodeState* next) {
-    codes_.line_codes(run_.line_codes_before);
-    codes_.opening(run_.state, last_ ? &*last_ : nullptr);
+  void write(const Run& run, const CodeState* next) {
+    codes_.line_codes(run.line_codes_before);
+    codes_.opening(run.state, last_ ? &*last_ : nullptr);
     if (is_custom_) {
       // Only here: what stands in the host's own spelling is not ours to restore.
-      out_.append(restore_escaped_codes(std::u16string(run_.text)));
+      out_.append(restore_escaped_codes(std::u16string(run.text)));
     } else {
-      out_.append(run_.text);
+      out_.append(run.text);
     }
-    codes_.closing(run_.state, next);
+    codes_.closing(run.state, next);
   }
 
   std::u16string& out_;
   CodeWriter codes_;
   bool is_custom_;
-  Run run_;
-  bool has_run_ = false;
+  std::optional<Run> run_;  // waits for the next
   std::optional<CodeState> last_;
 };
 

@@ -22,8 +22,8 @@ struct CharFormat {
   friend bool operator==(const CharFormat&, const CharFormat&) = default;
 };
 
-/// The format of a selection: each field is empty where the selection holds more than one value.
-struct MixedFormat {
+/// The fields of a format, each of which may be empty.
+struct FormatFields {
   std::optional<bool> bold;
   std::optional<bool> italic;
   std::optional<bool> underline;
@@ -33,26 +33,20 @@ struct MixedFormat {
   std::optional<std::u16string> font_name;
   std::optional<float> size;
 
+  friend bool operator==(const FormatFields&, const FormatFields&) = default;
+};
+
+/// The format of a selection: each field is empty where the selection holds more than one value.
+struct MixedFormat : FormatFields {
   MixedFormat() = default;
   /// The format of a selection in which every character has `format`.
   explicit MixedFormat(const CharFormat& format);
   /// Empties the fields in which `format` differs: it is part of the selection too.
   void merge(const CharFormat& format);
-
-  friend bool operator==(const MixedFormat&, const MixedFormat&) = default;
 };
 
 /// What to change in the format of a selection: empty fields are left alone.
-struct FormatChange {
-  std::optional<bool> bold;
-  std::optional<bool> italic;
-  std::optional<bool> underline;
-  std::optional<bool> strike_through;
-  std::optional<std::int16_t> offset;
-  std::optional<Color> color;
-  std::optional<std::u16string> font_name;
-  std::optional<float> size;
-
+struct FormatChange : FormatFields {
   /// A size that is not above 0 and at most 16383 changes nothing.
   void apply_to(CharFormat& format) const;
 };

@@ -124,7 +124,7 @@ class RichEdit {
 
  private:
   template <class Value>
-  void change(std::optional<Value> FormatChange::*field, Value value) {
+  void change(std::optional<Value> FormatFields::*field, Value value) {
     FormatChange change;
     change.*field = std::move(value);
     change_format(change);

@@ -5,7 +5,6 @@
 #include <charconv>
 #include <cstddef>
 #include <cstdint>
-#include <cstring>
 
 #include "qel/base/Scan.h"
 #include "qel/richtext/CodePage.h"
@@ -43,20 +42,6 @@ std::size_t binary_length(std::string_view bytes, std::size_t word) {
   return name_length + length + std::min(count, left);
 }
 
-bool is_high(char byte) { return static_cast<std::uint8_t>(byte) >= 0x80; }
-
-/// Bytes without any high one among them, up to the next or the end.
-std::size_t plain_length(std::string_view bytes) {
-  constexpr std::uint64_t high_bits = 0x8080808080808080U;
-  std::size_t at = 0;
-  for (std::uint64_t block = 0; at + sizeof block <= bytes.size(); at += sizeof block) {
-    std::memcpy(&block, bytes.data() + at, sizeof block);
-    if ((block & high_bits) != 0) break;
-  }
-  while (at < bytes.size() && !is_high(bytes[at])) ++at;
-  return at;
-}
-
 void append_plain(std::u16string& out, std::string_view bytes) {
   std::array<char16_t, 64> widened{};
   while (!bytes.empty()) {
@@ -69,7 +54,7 @@ void append_plain(std::u16string& out, std::string_view bytes) {
 
 void append_widened(std::u16string& out, std::string_view bytes) {
   while (!bytes.empty()) {
-    const std::size_t plain = plain_length(bytes);
+    const std::size_t plain = end_of_ascii(bytes, 0);
     append_plain(out, bytes.substr(0, plain));
     bytes.remove_prefix(plain);
     if (bytes.empty()) return;

@@ -372,14 +372,7 @@ void Reader::set_font_code_page(std::int32_t /*argument*/, Parameter number) {
 
 void Reader::set_color_component(std::int32_t component, Parameter value) {
   if (state_.destination != Destination::color_table) return;
-  switch (component) {
-    case 0:
-      return formats_.colors().set_red(value.value_or(0));
-    case 1:
-      return formats_.colors().set_green(value.value_or(0));
-    default:
-      return formats_.colors().set_blue(value.value_or(0));
-  }
+  formats_.colors().set_component(component, value.value_or(0));
 }
 
 void Reader::set_replacement_length(std::int32_t /*argument*/, Parameter count) {

@@ -49,9 +49,10 @@ std::optional<Color> RtfColorTable::find(std::int32_t number) const {
   return colors_[static_cast<std::size_t>(number)];
 }
 
-void RtfColorTable::set(unsigned shift, std::int32_t value) {
-  const auto component = static_cast<std::uint32_t>(std::clamp(value, 0, 255));
-  color_ = (color_.value_or(0) & ~(0xFFU << shift)) | component << shift;
+void RtfColorTable::set_component(std::int32_t component, std::int32_t value) {
+  const auto shift = static_cast<unsigned>(component) * 8U;
+  const auto bits = static_cast<std::uint32_t>(std::clamp(value, 0, 255));
+  color_ = (color_.value_or(0) & ~(0xFFU << shift)) | bits << shift;
 }
 
 }  // namespace qel::richtext

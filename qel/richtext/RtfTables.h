@@ -42,9 +42,9 @@ class RtfFontTable {
 /// The colours of an RTF document, as they come in while its colour table is read.
 class RtfColorTable {
  public:
-  void set_red(std::int32_t value) { set(0, value); }
-  void set_green(std::int32_t value) { set(8, value); }
-  void set_blue(std::int32_t value) { set(16, value); }
+  /// Of the entry being read: component 0 is red, 1 green, 2 blue. A value beyond 0 to 255 becomes
+  /// the nearest.
+  void set_component(std::int32_t component, std::int32_t value);
   /// Text of the table: each semicolon ends an entry. One without any component is the automatic
   /// colour.
   void read_text(std::u16string_view text);
@@ -54,7 +54,6 @@ class RtfColorTable {
 
  private:
   void end_color();
-  void set(unsigned shift, std::int32_t value);
 
   std::optional<std::uint32_t> color_;
   std::vector<std::optional<Color>> colors_;
