@@ -9,19 +9,6 @@
 namespace qel {
 namespace {
 
-constexpr char32_t replacement = 0xFFFD;
-
-constexpr bool is_high_surrogate(char16_t unit) { return (unit & 0xFC00U) == 0xD800; }
-constexpr bool is_low_surrogate(char16_t unit) { return (unit & 0xFC00U) == 0xDC00; }
-
-/// The character at `at`, which moves behind it.
-char32_t next_character(std::u16string_view text, std::size_t& at) {
-  const char16_t unit = text[at++];
-  if (!is_high_surrogate(unit)) return is_low_surrogate(unit) ? replacement : unit;
-  if (at == text.size() || !is_low_surrogate(text[at])) return replacement;
-  return 0x10000 + ((static_cast<char32_t>(unit) & 0x3FFU) << 10U) + (text[at++] & 0x3FFU);
-}
-
 void append_sequence(std::string& bytes, char32_t character) {
   const auto tail = [character](unsigned shift) {
     return static_cast<char>(0x80U | ((character >> shift) & 0x3FU));
