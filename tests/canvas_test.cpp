@@ -1,0 +1,187 @@
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <limits>
+
+#include "qel/embedded/FixedCanvas.h"
+#include "qel/embedded/SvgCanvas.h"
+#include "support/Random.h"
+#include "support/Text.h"
+
+namespace qel::embedded {
+namespace {
+
+using platform::CanvasText;
+using platform::TextFont;
+
+constexpr float em = 2048;  // a size at which widths are whole numbers
+
+/// The document's lines between its root's tags.
+std::string elements(const SvgCanvas& canvas) {
+  const std::string svg = canvas.svg();
+  const std::size_t begin = svg.find('\n') + 1;
+  return svg.substr(begin, svg.rfind("</svg>\n") - begin);
+}
+
+std::string drawn(const CanvasText& text) {
+  SvgCanvas canvas(100);
+  canvas.draw_text(text);
+  return elements(canvas);
+}
+
+/// What stands between the tags of the drawn text.
+std::string content(std::u16string_view text, std::u16string_view font = u"Arial") {
+  const std::string element = drawn({text, 0, 0, 1, {std::u16string(font), 8}});
+  const std::size_t begin = element.find('>') + 1;
+  return element.substr(begin, element.rfind("</text>") - begin);
+}
+
+TEST(FixedCanvas, MeasuresAndRemembers) {
+  FixedCanvas canvas;
+  EXPECT_FLOAT_EQ(canvas.text_width(u"Wi\t", {u"Times", 10}), 30);
+  EXPECT_FLOAT_EQ(canvas.text_width(u"\U0001F600\xD83D-", {u"Arial", 10, true, true}), 18);
+  EXPECT_FLOAT_EQ(canvas.font_extent({u"Arial", 10}).ascent, 9);
+  EXPECT_FLOAT_EQ(canvas.font_extent({u"Arial", 10}).descent, 3);
+  std::u16string text = u"gone";
+  canvas.draw_text({text, 1, 2, 20, {u"Arial", 10, true}, rgb(1, 2, 3), true, false});
+  text = u"over";
+  canvas.fill_rectangle({1, 2, 3, 4}, 5);
+  EXPECT_EQ(canvas.texts(),
+            (std::vector<DrawnText>{
+                {u"gone", 1, 2, 20, {u"Arial", 10, true}, rgb(1, 2, 3), true, false}}));
+  EXPECT_EQ(canvas.rectangles(), (std::vector<DrawnRectangle>{{1, 2, 3, 4, 5}}));
+  canvas.clear();
+  EXPECT_TRUE(canvas.texts().empty() && canvas.rectangles().empty());
+}
+
+// The widths were read from the fonts by another program.
+TEST(SvgCanvas, MeasuresAsTheFontsDo) {
+  struct Row {
+    std::u16string_view text;
+    TextFont font;
+    float width;
+  };
+  const std::vector<Row> rows = {
+      {u"Hello", {u"Arial", em}, 4667},
+      {u"Hello", {u"ARIAL CE", em, true}, 5007},
+      {u"Hello", {u"Helvetica", em, false, true}, 4667},
+      {u"Hello", {u"Century Gothic", em}, 4667},
+      {u"Hello", {u"no such font", em}, 4667},
+      {u"Hello", {u"", em}, 4667},
+      {u"Häße Жук €", {u"Arial", em, true, true}, 11361},
+      {u"Quick Ελλάς", {u"times new roman", em}, 10638},
+      {u"Quick", {u"Georgia", em, true}, 5349},
+      {u"Quick", {u"Times", em, false, true}, 4890},
+      {u"Quick", {u"Palatino Linotype", em, true, true}, 5120},
+      {u"Wi…", {u"Courier New", em, true}, 3687},
+      {u"\t", {u"Consolas", em}, 4 * 1229},
+      {u"abW", {u"Symbol", em}, 1292 + 1124 + 1573},
+      {u"\uF061\uF0A0", {u"SYMBOL", em, true, true}, 1292 + 1536},
+      {u"\u4E2D\U0001F600", {u"Arial", em}, 2 * 2048},
+      {u"\u4E2D", {u"Symbol", em}, 2048},
+      {u"e\u0301\u200B\u00AD\uFE0F", {u"Courier New", em}, 1229},
+      {u"\u0E01\x1", {u"Arial", em}, 2 * 1208},
+      {u"\xD83D\xDE00\xDE00", {u"Arial", em}, 2048 + 1208},
+      {u"Hello", {u"Arial", -1}, 0},
+      {u"Hello", {u"Arial", std::numeric_limits<float>::quiet_NaN()}, 0},
+  };
+  const SvgCanvas canvas(100);
+  for (const Row& row : rows) {
+    EXPECT_FLOAT_EQ(canvas.text_width(row.text, row.font), row.width)
+        << test::shown(row.text) << " in " << test::shown(row.font.name);
+  }
+  const platform::FontExtent arial = canvas.font_extent({u"Arial", em});
+  EXPECT_FLOAT_EQ(arial.ascent, 1854);
+  EXPECT_FLOAT_EQ(arial.descent, 434);
+  EXPECT_FLOAT_EQ(arial.leading, 67);
+  EXPECT_FLOAT_EQ(canvas.font_extent({u"Courier New", em}).ascent, 1705);
+}
+
+TEST(SvgCanvas, AddsUpCharacters) {
+  test::Random random(test::base_seed());
+  SCOPED_TRACE(random.describe());
+  const SvgCanvas canvas(100);
+  const std::vector<std::u16string> names = {u"Arial", u"Times", u"Courier", u"Symbol"};
+  for (int round = 0; round < 2000; ++round) {
+    const TextFont font = {random.pick(names), em, random.one_in(2), random.one_in(2)};
+    std::u16string text;
+    float sum = 0;
+    for (int i = 0; i < 20; ++i) {
+      const auto any = static_cast<char16_t>(random.below(random.one_in(2) ? 0x180 : 0x10000));
+      const bool pair = (any & 0xF800) == 0xD800;
+      const std::u16string piece = pair ? u"\U0001F600" : std::u16string(1, any);
+      sum += canvas.text_width(piece, font);
+      text += piece;
+      ASSERT_EQ(canvas.text_width(text, font), sum) << test::shown(text);
+    }
+  }
+}
+
+TEST(SvgCanvas, WritesTextWithItsFormat) {
+  EXPECT_EQ(drawn({u"Hi", 1.5F, 20.25F, 11.1234F, {u"ARIAL", 12, true, true}, rgb(255, 128, 1)}),
+            "<text x=\"1.5\" y=\"20.25\" textLength=\"11.123\" lengthAdjust=\"spacingAndGlyphs\""
+            " font-family=\"Arial, 'Liberation Sans', Helvetica, sans-serif\" font-size=\"12\""
+            " font-weight=\"bold\" font-style=\"italic\" fill=\"#ff8001\" "
+            "xml:space=\"preserve\">Hi</text>\n");
+  struct Row {
+    CanvasText text;
+    std::string_view part;
+  };
+  const std::vector<Row> rows = {
+      {{u"x", 0, 0, 1, {}, 0, true, false}, " text-decoration=\"underline\" "},
+      {{u"x", 0, 0, 1, {}, 0, false, true}, " text-decoration=\"line-through\" "},
+      {{u" \t", 0, 0, 1, {}, 0, true, true},
+       "\"underline line-through\" xml:space=\"preserve\">     </text>"},
+      {{u"x", -1e30F, -0.0001F, 1, {}}, "x=\"-1000000000\" y=\"0\""},
+      {{u"x", std::nanf(""), 1.0F / 3, 1, {}}, "x=\"0\" y=\"0.333\""},
+      {{u"x", 0, 0, 1, {u"Verdana", 8}}, "\"'Verdana', Arial, 'Liberation Sans', Helvetica"},
+      {{u"x", 0, 0, 1, {u"Consolas", 8}}, "\"'Consolas', 'Courier New', 'Liberation Mono', "},
+      {{u"x", 0, 0, 1, {u"Symbol", 8}}, "\"'Times New Roman', 'Liberation Serif', Times, serif"},
+      {{u"x", 0, 0, 1, {u"\"'\\><&\n", 8}}, "\"'&quot;\\'\\\\&gt;&lt;&amp;\uFFFD', Arial, "},
+      {{u"x", 0, 0, 1, {test::repeated(u"x", 65), 8}}, "\"Arial, "},
+  };
+  for (const Row& row : rows) {
+    const std::string element = drawn(row.text);
+    EXPECT_NE(element.find(row.part), std::string::npos) << element << row.part;
+  }
+  for (const float width : {0.0F, -1.0F, 0.0001F, std::nanf("")}) {
+    EXPECT_EQ(drawn({u"x", 0, 0, width, {}}).find("Length"), std::string::npos) << width;
+  }
+}
+
+TEST(SvgCanvas, WritesCharactersThatXmlAllows) {
+  EXPECT_EQ(content(u" <a href=\"x\">&amp; "), " &lt;a href=&quot;x&quot;&gt;&amp;amp; ");
+  EXPECT_EQ(content(std::u16string_view(u"\0\x1F\r\uFFFE\uFFFF", 5)),
+            "\uFFFD\uFFFD\uFFFD\uFFFD\uFFFD");
+  EXPECT_EQ(content(u"\xD83D\xDE00\xDE00 \xD83D"), "\U0001F600\uFFFD \uFFFD");
+  EXPECT_EQ(content(u"a\tb"), "a    b");
+  EXPECT_EQ(content(u"aDWmp+-1(", u"symbol"), "αΔΩμπ+−1(");
+  EXPECT_EQ(content(u"\uF061\uF0E6<\uF026 \u00AE\u4E2D\u03B2", u"Symbol"), "α⎛&lt;&amp; →中β");
+  EXPECT_EQ(content(u"aa", u"Segoe UI Symbol"), "aa");
+}
+
+TEST(SvgCanvas, IsAsHighAsWhatIsDrawn) {
+  SvgCanvas canvas(100, 10, rgb(255, 255, 255));
+  EXPECT_EQ(elements(canvas),
+            "<rect x=\"-10\" y=\"-10\" width=\"120\" height=\"20\" fill=\"#ffffff\"/>\n");
+  canvas.draw_text({u"", 0, 500, 0, {}});
+  canvas.fill_rectangle({0, 500, 0, 9}, 0);
+  canvas.fill_rectangle({0, 500, std::nanf(""), 9}, 0);
+  EXPECT_EQ(canvas.height(), 0) << "nothing was drawn";
+  canvas.fill_rectangle({1, 2, 3, 4.5F}, rgb(0, 0, 16));
+  EXPECT_NE(
+      canvas.svg().find("<rect x=\"1\" y=\"2\" width=\"3\" height=\"4.5\" fill=\"#000010\"/>"),
+      std::string::npos);
+  EXPECT_FLOAT_EQ(canvas.height(), 6.5F);
+  canvas.draw_text({u"  ", 0, 20, 10, {u"Arial", 20.48F}});
+  EXPECT_FLOAT_EQ(canvas.height(), 24.34F) << "blanks take their place";
+  canvas.draw_text({u"x", 0, 1, 10, {u"Arial", 8}});
+  const std::string svg = canvas.svg();
+  EXPECT_EQ(svg.find("  </text>"), std::string::npos);
+  EXPECT_EQ(svg.find("<svg xmlns=\"http://www.w3.org/2000/svg\" width=\"120pt\" height=\"44.34pt\""
+                     " viewBox=\"-10 -10 120 44.34\""),
+            0U);
+}
+
+}  // namespace
+}  // namespace qel::embedded
