@@ -4,6 +4,7 @@
 
 #include "qel/base/Color.h"
 #include "qel/base/Error.h"
+#include "qel/base/Variant.h"
 #include "qel/control/Common.h"
 #include "qel/model/QELCode.h"
 #include "qel/model/Segment.h"
@@ -18,4 +19,8 @@
 #include "qel/tables/QELIndexColors.h"
 #include "qel/tables/QELIndexFonts.h"
 #include "qel/tables/QELIndexLabels.h"
+#include "qel/text/LinkedList.h"
+#include "qel/text/QELText.h"
+#include "qel/text/TextAndFormatting.h"
+#include "qel/text/TextCase.h"
 #include "qel/version.h"

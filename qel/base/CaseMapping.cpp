@@ -5,6 +5,8 @@
 #include <cstdint>
 #include <iterator>
 
+#include "qel/base/Utf16.h"
+
 namespace qel {
 namespace {
 
@@ -39,27 +41,6 @@ char32_t map_case(const CaseRange (&ranges)[Size], char32_t character) {
   return static_cast<char32_t>(static_cast<std::int32_t>(character) + range->delta);
 }
 
-/// Maps each character; a mapping never leaves its plane, so a pair stays a pair.
-template <class Mapping>
-std::u16string map_text(std::u16string_view text, Mapping mapping) {
-  std::u16string mapped(text);
-  for (std::size_t i = 0; i < mapped.size(); ++i) {
-    const char32_t unit = mapped[i];
-    const bool pair = (unit & 0xFC00U) == 0xD800U && i + 1 < mapped.size() &&
-                      (mapped[i + 1] & 0xFC00U) == 0xDC00U;
-    if (!pair) {
-      mapped[i] = static_cast<char16_t>(mapping(unit));
-      continue;
-    }
-    const char32_t offset = mapping(0x10000U + ((unit - 0xD800U) << 10U) +
-                                    (static_cast<char32_t>(mapped[i + 1]) - 0xDC00U)) -
-                            0x10000U;
-    mapped[i] = static_cast<char16_t>(0xD800U + (offset >> 10U));
-    mapped[++i] = static_cast<char16_t>(0xDC00U + (offset & 0x3FFU));
-  }
-  return mapped;
-}
-
 }  // namespace
 
 char32_t to_lower(char32_t character) {
@@ -77,11 +58,11 @@ char32_t to_upper(char32_t character) {
 }
 
 std::u16string to_lower(std::u16string_view text) {
-  return map_text(text, [](char32_t character) { return to_lower(character); });
+  return map_characters(text, [](char32_t character) { return to_lower(character); });
 }
 
 std::u16string to_upper(std::u16string_view text) {
-  return map_text(text, [](char32_t character) { return to_upper(character); });
+  return map_characters(text, [](char32_t character) { return to_upper(character); });
 }
 
 bool equal_ignoring_case(std::u16string_view left, std::u16string_view right) {

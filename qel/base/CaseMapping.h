@@ -6,7 +6,8 @@
 namespace qel {
 
 /// Simple, one-to-one case mappings of the Unicode character database, the same on every system and
-/// whatever the locale. A character without such a mapping maps to itself.
+/// whatever the locale. A character without such a mapping maps to itself. None takes more code
+/// units than it did.
 char32_t to_lower(char32_t character);
 char32_t to_upper(char32_t character);
 

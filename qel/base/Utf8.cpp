@@ -5,6 +5,7 @@
 #include <cstddef>
 
 #include "qel/base/Scan.h"
+#include "qel/base/Utf16.h"
 
 namespace qel {
 namespace {

@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <cstddef>
 
-#include "qel/base/Utf8.h"
+#include "qel/base/Utf16.h"
 
 namespace qel::embedded {
 

@@ -7,6 +7,7 @@
 #include <cstdint>
 
 #include "qel/base/CaseMapping.h"
+#include "qel/base/Utf16.h"
 #include "qel/base/Utf8.h"
 #include "qel/embedded/FontMetrics.h"
 

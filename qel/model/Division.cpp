@@ -5,10 +5,25 @@
 #include <utility>
 
 #include "qel/base/CaseMapping.h"
+#include "qel/model/QELCode.h"
 #include "qel/model/WordCollection.h"
 
 namespace qel::division {
 namespace {
+
+/// A placeholder in the middle of which the text is about to be cut becomes the escaped code that
+/// it stands for: its halves would not.
+void restore_placeholder_around(Segment& segment, std::int32_t cut) {
+  constexpr std::int32_t reach = 3;  // a placeholder has four characters
+  for (std::int32_t begin = cut - 1; begin >= 0 && begin >= cut - reach; --begin) {
+    const std::u16string_view text = segment.text();
+    const auto at = static_cast<std::size_t>(begin);
+    if (!begins_with_placeholder(text.substr(at))) continue;
+    std::u16string restored(text.substr(0, at));
+    restored.append(restore_escaped_codes(std::u16string(text.substr(at, 4))));
+    segment.put_Text(restored.append(text.substr(at + 4)));
+  }
+}
 
 /// Cuts the segment in which `boundary` falls, unless it is that segment's end.
 void cut_at(SegmentCollection& segments, std::int32_t boundary, bool cut_at_beginning) {
@@ -21,6 +36,7 @@ void cut_at(SegmentCollection& segments, std::int32_t boundary, bool cut_at_begi
     if (total < boundary) continue;
     const std::int32_t kept = boundary - (total - segment->length());
     if (kept == segment->length() || (kept == 0 && !cut_at_beginning)) return;
+    restore_placeholder_around(*segment, kept);
     segments.insert(segment->split_off(kept), index + 1);
     return;
   }

@@ -15,46 +15,17 @@
 namespace qel {
 namespace {
 
-/// What the codes read so far say of the text that follows. Font and colour flags accumulate until
-/// "/f0" or "/y0" clears them; the highest one counts.
-class State {
- public:
-  void apply(char16_t letter, char16_t digit) {
-    const unsigned index = static_cast<unsigned>(digit - u'0');
-    if (letter == u'f') {
-      select(fonts_, index);
-    } else if (letter == u'y') {
-      select(colors_, index);
-    } else if (index == 1) {
-      attributes_ |= bit_of(letter);
-    } else {
-      attributes_ &= ~bit_of(letter);
-    }
-  }
+/// Bit k of the flags stands for index k.
+void select(unsigned& flags, unsigned index) { flags = index == 0 ? 0 : flags | (1U << index); }
 
-  style_codes::CodeState current() const {
-    return {static_cast<std::uint8_t>(attributes_), highest(fonts_), highest(colors_)};
-  }
+std::int16_t highest(unsigned flags) {
+  return flags == 0 ? std::int16_t{0} : static_cast<std::int16_t>(std::bit_width(flags) - 1);
+}
 
- private:
-  /// Bit k stands for index k; bit 0 is never set.
-  static void select(unsigned& flags, unsigned index) {
-    flags = index == 0 ? 0 : flags | (1U << index);
-  }
-
-  static std::int16_t highest(unsigned flags) {
-    return flags == 0 ? std::int16_t{0} : static_cast<std::int16_t>(std::bit_width(flags) - 1);
-  }
-
-  /// 0 for "t", which is a code but changes nothing.
-  static unsigned bit_of(char16_t letter) {
-    return style_codes::attribute_bit(letter) & ~unsigned{style_codes::unicode_bit};
-  }
-
-  unsigned attributes_ = 0;
-  unsigned fonts_ = 0;
-  unsigned colors_ = 0;
-};
+/// 0 for "t", which is a code but changes nothing.
+unsigned bit_of(char16_t letter) {
+  return style_codes::attribute_bit(letter) & ~unsigned{style_codes::unicode_bit};
+}
 
 /// The characters and the segments of one decoded text. Every segment that is handed out keeps all
 /// of it alive; in return a segment costs no allocation of its own.
@@ -86,36 +57,60 @@ class DecodedText : public std::enable_shared_from_this<DecodedText> {
 
 }  // namespace
 
-std::int32_t parse_markup(std::u16string text, SegmentCollection& segments) {
-  const auto decoded = std::make_shared<DecodedText>(std::move(text));
-  const std::u16string_view rest = decoded->text();
-  State state;
-  std::int32_t line_codes = 0;
-  std::size_t run = 0;
-  const auto close_run = [&](std::size_t end) {
-    if (end == run) return;
-    auto segment = decoded->new_segment(rest.size() - run);
-    segment->set_decoded(rest.substr(run, end - run), state.current(), line_codes);
-    line_codes = 0;
-    segments.append(std::move(segment));
-  };
-  for (std::size_t slash = find_any<u'/'>(rest, 0); slash < rest.size();) {
-    const std::u16string_view code = rest.substr(slash, 3);
+bool MarkupScanner::next() {
+  line_codes_ = 0;
+  std::size_t begin = at_;
+  for (std::size_t slash = find_any<u'/'>(text_, begin); slash < text_.size();) {
+    const std::u16string_view code = text_.substr(slash, 3);
     if (!IsQELCode(code, sfAll)) {
-      slash = find_any<u'/'>(rest, slash + 1);
+      slash = find_any<u'/'>(text_, slash + 1);
       continue;
     }
-    close_run(slash);
-    if (code == u"/nl") {
-      ++line_codes;
-    } else {
-      state.apply(code[1], code[2]);
+    if (slash > begin) {
+      at_ = slash;
+      run_ = text_.substr(begin, slash - begin);
+      return true;
     }
-    run = slash + 3;
-    slash = find_any<u'/'>(rest, run);
+    if (code == u"/nl") {
+      ++line_codes_;
+    } else {
+      apply(code[1], code[2]);
+    }
+    begin = slash + 3;
+    slash = find_any<u'/'>(text_, begin);
   }
-  close_run(rest.size());
-  return line_codes;
+  at_ = text_.size();
+  run_ = text_.substr(begin);
+  return !run_.empty();
+}
+
+void MarkupScanner::apply(char16_t letter, char16_t digit) {
+  const unsigned index = static_cast<unsigned>(digit - u'0');
+  if (letter == u'f') {
+    select(fonts_, index);
+  } else if (letter == u'y') {
+    select(colors_, index);
+  } else if (index == 1) {
+    attributes_ |= bit_of(letter);
+  } else {
+    attributes_ &= ~bit_of(letter);
+  }
+}
+
+style_codes::CodeState MarkupScanner::state() const {
+  return {static_cast<std::uint8_t>(attributes_), highest(fonts_), highest(colors_)};
+}
+
+std::int32_t parse_markup(std::u16string text, SegmentCollection& segments) {
+  const auto decoded = std::make_shared<DecodedText>(std::move(text));
+  MarkupScanner scanner(decoded->text());
+  while (scanner.next()) {
+    const auto read = static_cast<std::size_t>(scanner.run().data() - decoded->text().data());
+    auto segment = decoded->new_segment(decoded->text().size() - read);
+    segment->set_decoded(scanner.run(), scanner.state(), scanner.line_codes_before());
+    segments.append(std::move(segment));
+  }
+  return scanner.line_codes_before();
 }
 
 }  // namespace qel

@@ -84,4 +84,14 @@ void SegmentCollection::insert(std::shared_ptr<Segment> segment, std::int32_t In
   ++count_;
 }
 
+void SegmentCollection::keep_first(std::int32_t count) {
+  slots_.resize(static_cast<std::size_t>(count) + 1);
+  count_ = count;
+}
+
+void SegmentCollection::remove_first(std::int32_t count) {
+  slots_.erase(slots_.begin() + 1, slots_.begin() + 1 + count);
+  count_ -= count;
+}
+
 }  // namespace qel

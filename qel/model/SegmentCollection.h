@@ -44,6 +44,10 @@ class SegmentCollection {
   /// Puts a segment, shared with the caller, at `Index` (1 to `Count` + 1).
   void insert(std::shared_ptr<Segment> segment, std::int32_t Index);
 
+  /// Takes all segments but the first `count`, or the first `count`, out; `count` is 0 to `Count`.
+  void keep_first(std::int32_t count);
+  void remove_first(std::int32_t count);
+
   /// The segments in order, for loops: slots 1 to `Count`.
   auto begin() const { return slots_.begin() + 1; }
   auto end() const { return slots_.end(); }

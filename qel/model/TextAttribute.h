@@ -6,7 +6,7 @@
 
 namespace qel {
 
-/// What can be switched on a span of text, by number. A font or colour N adds N - 1 to its first.
+/// What can be toggled on a span of text, by number.
 enum TextAttribute : std::int32_t {
   taPlain = 0,  ///< the default style
   taBold = 1,
@@ -17,13 +17,39 @@ enum TextAttribute : std::int32_t {
   taSubscript = 6,
   taSmallCaps = 7,
   taFont1 = 8,
+  taFont2,
+  taFont3,
+  taFont4,
+  taFont5,
+  taFont6,
+  taFont7,
+  taFont8,
   taFont9 = 16,
   taColor1 = 17,
+  taColor2,
+  taColor3,
+  taColor4,
+  taColor5,
+  taColor6,
+  taColor7,
+  taColor8,
   taColor9 = 25,
+  // Changes of the letters; these are no part of a style.
+  taUpperCase = 26,
+  taLowerCase = 27,
+  taChangeCase = 28,
+  taTitleCase = 29,
+  taFirstToUpper = 30,
+  taFirstToLower = 31,
 };
 
+/// Whether the style has the attribute: the flag is set, or the font or colour is that one.
+/// `taPlain` and the changes of letters, which no style has, are never set.
+bool has_attribute(const iStyle& style, std::int32_t attribute);
+
 /// Switches the attribute of `style` on or off. Off, a font or colour becomes index 0 whatever it
-/// was; `taPlain` resets the style either way. Any other number changes nothing.
+/// was; `taPlain` resets the style either way. Changes of letters, and any other number, change
+/// nothing.
 void set_attribute(iStyle& style, std::int32_t attribute, bool on);
 
 }  // namespace qel

@@ -8,18 +8,10 @@
 
 #include "qel/base/Scan.h"
 #include "qel/richtext/CodePage.h"
+#include "qel/richtext/RtfTokens.h"
 
 namespace qel::richtext {
 namespace {
-
-constexpr std::string_view hex_digits = "0123456789abcdef";
-
-template <class String>
-void append_hex_escape(String& out, std::uint8_t byte) {
-  for (const char c : {'\\', '\'', hex_digits[byte >> 4U], hex_digits[byte & 0xFU]}) {
-    out.push_back(static_cast<typename String::value_type>(c));
-  }
-}
 
 bool is_escaped(std::string_view bytes, std::size_t backslash) {
   std::size_t first = backslash;

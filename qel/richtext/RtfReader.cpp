@@ -31,8 +31,13 @@ bool begins_destination(const KnownWord* word) {
 
 class Reader {
  public:
-  Reader(std::u16string_view rtf, const CharFormat& base, RtfSink& sink)
-      : scanner_(rtf), sink_(sink), formats_(base, sink) {}
+  Reader(std::u16string_view rtf, const CharFormat& base, RtfSink& sink, std::size_t& token,
+         bool is_document)
+      : scanner_(rtf),
+        sink_(sink),
+        token_(token),
+        is_document_(is_document),
+        formats_(base, sink) {}
 
   void read() {
     while (!scanner_.at_end() && !finished_) read_token();
@@ -97,6 +102,8 @@ class Reader {
 
   RtfScanner scanner_;
   RtfSink& sink_;
+  std::size_t& token_;
+  bool is_document_;
   RtfFormats formats_;
 
   GroupState state_;
@@ -142,6 +149,7 @@ const std::array<Reader::Handler, static_cast<std::size_t>(WordAction::count)> R
 
 void Reader::read_token() {
   const bool at_start = std::exchange(at_group_start_, false);
+  token_ = scanner_.position();
   switch (scanner_.peek()) {
     case u'{':
       open_group();
@@ -290,12 +298,12 @@ void Reader::close_group() {
   }
   const bool ends_list_text = state_.destination == Destination::list_text;
   if (groups_.empty()) {
-    finished_ = true;
+    finished_ = is_document_;
     return;
   }
   state_ = groups_.back();
   groups_.pop_back();
-  finished_ = groups_.empty();
+  finished_ = is_document_ && groups_.empty();
   if (ends_list_text && state_.destination != Destination::list_text) add_list_text();
 }
 
@@ -496,7 +504,13 @@ void Reader::add_table_text(std::u16string_view text) {
 
 void read_rtf(std::u16string_view rtf, const CharFormat& base, RtfSink& sink) {
   rtf.remove_prefix(std::min(rtf.find(u'{'), rtf.size()));
-  Reader(rtf, base, sink).read();
+  std::size_t token = 0;
+  Reader(rtf, base, sink, token, true).read();
+}
+
+void read_rtf_fragment(std::u16string_view rtf, const CharFormat& base, RtfSink& sink,
+                       std::size_t& token) {
+  Reader(rtf, base, sink, token, rtf.starts_with(u"{\\rtf")).read();
 }
 
 }  // namespace qel::richtext

@@ -39,6 +39,7 @@ class RtfScanner {
   explicit RtfScanner(std::u16string_view rtf) : rtf_(rtf) {}
 
   bool at_end() const { return at_ >= rtf_.size(); }
+  std::size_t position() const { return at_; }
   char16_t peek() const { return rtf_[at_]; }
   char16_t next() { return rtf_[at_++]; }
   void skip(std::size_t count) { at_ = count > rtf_.size() - at_ ? rtf_.size() : at_ + count; }
@@ -59,5 +60,14 @@ class RtfScanner {
   std::u16string_view rtf_;
   std::size_t at_ = 0;
 };
+
+/// Appends "\'hh" to a string or to bytes.
+template <class String>
+void append_hex_escape(String& out, std::uint8_t byte) {
+  constexpr std::string_view hex_digits = "0123456789abcdef";
+  for (const char c : {'\\', '\'', hex_digits[byte >> 4U], hex_digits[byte & 0xFU]}) {
+    out.push_back(static_cast<typename String::value_type>(c));
+  }
+}
 
 }  // namespace qel::richtext

@@ -12,6 +12,7 @@
 #include "qel/base/Color.h"
 #include "qel/base/Records.h"
 #include "qel/base/Scan.h"
+#include "qel/richtext/RtfTokens.h"
 
 namespace qel::richtext {
 namespace {
@@ -158,21 +159,15 @@ class Writer {
         return;
       default:
         after_word_ = false;
-        append_escaped(body_, c);
+        append_hex_escape(body_, static_cast<std::uint8_t>(c));
     }
-  }
-
-  static void append_escaped(std::u16string& out, char16_t c) {
-    constexpr std::u16string_view hex = u"0123456789abcdef";
-    out.append(u"\\'").push_back(hex[static_cast<std::size_t>(c) >> 4U]);
-    out.push_back(hex[static_cast<std::size_t>(c) & 0xFU]);
   }
 
   static void append_font_name(std::u16string& out, std::u16string_view name) {
     for (const char16_t c : name) {
       const bool means_something = c < u' ' || c == u'\\' || c == u'{' || c == u'}' || c == u';';
       if (means_something) {
-        append_escaped(out, c);
+        append_hex_escape(out, static_cast<std::uint8_t>(c));
       } else {
         out.push_back(c);
       }

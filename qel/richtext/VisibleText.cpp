@@ -1,0 +1,118 @@
+#include "qel/richtext/VisibleText.h"
+
+#include <algorithm>
+#include <functional>
+
+#include "qel/base/Records.h"
+#include "qel/platform/CharFormat.h"
+#include "qel/richtext/CodePage.h"
+#include "qel/richtext/RtfReader.h"
+#include "qel/richtext/RtfTokens.h"
+
+namespace qel::richtext {
+
+using platform::Alignment;
+using platform::CharFormat;
+
+/// Takes the characters down, and where they come from.
+class VisibleText::Collector : public RtfSink {
+ public:
+  explicit Collector(VisibleText& visible) : visible_(visible) {}
+
+  void read() { read_rtf_fragment(visible_.rtf_, {}, *this, token_); }
+
+  FormatId intern(const CharFormat& /*format*/) override { return 0; }
+
+  void text(std::u16string_view text, FormatId /*format*/) override {
+    const std::u16string_view rtf = visible_.rtf_;
+    const std::less<> before;
+    if (!before(text.data(), rtf.data()) && before(text.data(), rtf.data() + rtf.size())) {
+      add(text, static_cast<std::size_t>(text.data() - rtf.data()), Form::plain);
+      return;
+    }
+    Form form = form_of(rtf.substr(token_), text);
+    auto& pieces = visible_.pieces_;
+    if (!pieces.empty() && pieces.back().position == token_) {
+      // One word for several characters, or for others that were waiting.
+      pieces.back().form = form = Form::fixed;
+    }
+    add(text, token_, form);
+  }
+
+  void paragraph_break(FormatId /*format*/, Alignment /*alignment*/) override {
+    add(u"\n", token_, Form::fixed);
+  }
+
+  void finish(Alignment /*alignment*/) override {}
+
+ private:
+  void add(std::u16string_view text, std::size_t position, Form form) {
+    visible_.text_.append(text);
+    visible_.pieces_.push_back({position, text.size(), form});
+  }
+
+  VisibleText& visible_;
+  std::size_t token_ = 0;
+};
+
+VisibleText::VisibleText(std::u16string_view rtf) : rtf_(rtf) { Collector(*this).read(); }
+
+/// The form of a `text` that is not there as it is: what is read while it waits for the rest of a
+/// character, or is put together from several, is no form of it.
+VisibleText::Form VisibleText::form_of(std::u16string_view token, std::u16string_view text) {
+  RtfScanner scanner(token);
+  if (text.size() != 1 || scanner.at_end() || scanner.next() != u'\\' || scanner.at_end()) {
+    return Form::fixed;
+  }
+  if (scanner.peek() == u'\'') {
+    scanner.skip(1);
+    const int byte = scanner.hex_byte();
+    const bool is_western =
+        byte >= 0 && decode_western(static_cast<std::uint8_t>(byte)) == text.front();
+    return is_western ? Form::byte : Form::fixed;
+  }
+  const ControlWord word = scanner.control_word();
+  const bool is_unicode = word.key == word_key("u") && word.parameter.given &&
+                          static_cast<char16_t>(word.parameter.value) == text.front();
+  return is_unicode ? Form::unicode : Form::fixed;
+}
+
+/// Appends the piece with the characters of `text` to `out`, and returns the position in the RTF up
+/// to which nothing more is to be written: that of the piece if it stays.
+std::size_t VisibleText::write(std::u16string& out, const Piece& piece,
+                               std::u16string_view text) const {
+  constexpr std::size_t prefix = 2;  // "\'" or "\u"
+  if (piece.form == Form::plain) {
+    out.append(text);
+    return piece.position + text.size();
+  }
+  if (piece.form == Form::byte) {
+    const auto byte = encode_western(text.front());
+    if (!byte) return piece.position;
+    append_hex_escape(out, *byte);
+    return piece.position + prefix + 2;
+  }
+  out.append(u"\\u").append(records::from_integer(static_cast<std::int16_t>(text.front())));
+  const std::size_t number = piece.position + prefix;
+  const std::size_t digits = rtf_[number] == u'-' ? number + 1 : number;
+  return std::min(rtf_.find_first_not_of(u"0123456789", digits), rtf_.size());
+}
+
+std::u16string VisibleText::with(std::u16string_view text) const {
+  std::u16string out;
+  out.reserve(rtf_.size());
+  std::size_t kept = 0;
+  std::size_t at = 0;
+  for (const Piece& piece : pieces_) {
+    const std::u16string_view wanted = text.substr(at, piece.length);
+    const bool stays = piece.form == Form::fixed || text_.compare(at, piece.length, wanted) == 0;
+    at += piece.length;
+    if (stays) continue;
+    out.append(rtf_, kept, piece.position - kept);
+    kept = write(out, piece, wanted);
+  }
+  out.append(rtf_, kept);
+  return out;
+}
+
+}  // namespace qel::richtext

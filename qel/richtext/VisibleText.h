@@ -1,0 +1,46 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace qel::richtext {
+
+/// The text that a reader of an RTF document, or of a part of one, sees, and a way to change its
+/// characters without touching anything else. Takes time and memory in proportion to the RTF.
+class VisibleText {
+ public:
+  /// `rtf` has to stay where it is for as long as this does.
+  explicit VisibleText(std::u16string_view rtf);
+
+  /// The characters in order; paragraphs and lines end with a line feed.
+  const std::u16string& text() const { return text_; }
+
+  /// The RTF with its visible characters replaced by those of `text`, which has the same length.
+  /// Each is written in the form of the one that it replaces: as it is, as "\uN", or as "\'hh"
+  /// where code page 1252 has it. The others stay, and so do characters in any further form, and
+  /// what follows "\uN" for readers without Unicode.
+  std::u16string with(std::u16string_view text) const;
+
+ private:
+  class Collector;
+
+  enum class Form : std::uint8_t { plain, byte, unicode, fixed };
+  /// Characters that stand in the RTF in one form.
+  struct Piece {
+    std::size_t position = 0;
+    std::size_t length = 0;  ///< of the text
+    Form form = Form::fixed;
+  };
+
+  static Form form_of(std::u16string_view token, std::u16string_view text);
+  std::size_t write(std::u16string& out, const Piece& piece, std::u16string_view text) const;
+
+  std::u16string_view rtf_;
+  std::u16string text_;
+  std::vector<Piece> pieces_;
+};
+
+}  // namespace qel::richtext

@@ -1,0 +1,82 @@
+#pragma once
+
+#include <algorithm>
+#include <cstddef>
+#include <vector>
+
+namespace qel {
+
+/// How many characters of a text go onto the next line: all of them if they fit; else as many whole
+/// words as fit, without the blank behind the last; else as many characters as fit. Always at least
+/// one, so that every line moves on.
+///
+/// The rule is to back off from the end of the text word by word. What counts is only that longer
+/// beginnings are at least as wide as shorter ones, so the place is searched for from the front,
+/// by widths of doubling beginnings and then by halving: a line costs what the line is long.
+///
+/// `Text` answers for the beginnings of the text:
+///   bool has(k)                whether there are at least `k` characters
+///   bool is_blank(k)           whether the k-th (one-based) is a blank
+///   bool may_end_after(k)      whether what follows the k-th is a character of its own
+///   bool fits(k), fits()       whether the first `k`, or all, fit onto the line
+///   size_t least()             how many characters the first that is one takes
+///   size_t fitting_below(k)    how many characters fit, given that `k` is the first of the counts
+///                              after which a line may end that does not
+template <class Text>
+class LineBreaker {
+ public:
+  /// `usual` is a guess at the result: what the line before took.
+  static std::size_t length_of_line(Text& text, std::size_t usual) {
+    std::size_t fitting = 0;
+    std::size_t bound = end_at_or_after(text, std::max<std::size_t>(usual + usual / 4, 16));
+    while (text.has(bound) && text.fits(bound)) {
+      fitting = bound;
+      bound = end_at_or_after(text, 2 * bound);
+    }
+    if (!text.has(bound)) {
+      if (text.fits()) return bound - 1;
+      --bound;
+    }
+    return shortened(text, fitting, bound);
+  }
+
+ private:
+  /// The first count from `count` on after which a line may end, or one more than there are.
+  static std::size_t end_at_or_after(Text& text, std::size_t count) {
+    while (text.has(count) && !text.may_end_after(count)) ++count;
+    while (count > 1 && !text.has(count) && !text.has(count - 1)) --count;
+    return count;
+  }
+
+  /// The first `fitting` fit, the first `bound` do not.
+  static std::size_t shortened(Text& text, std::size_t fitting, std::size_t bound) {
+    const std::vector<std::size_t> words = word_ends(text, bound);
+    const auto misfit = std::partition_point(words.begin(), words.end(), [&](std::size_t end) {
+      return end <= fitting || text.fits(end);
+    });
+    if (misfit != words.begin()) return *(misfit - 1);
+    return fitting_characters(text, fitting, words.empty() ? bound : words.front());
+  }
+
+  /// The counts before blanks, but for a blank at the very beginning.
+  static std::vector<std::size_t> word_ends(Text& text, std::size_t bound) {
+    std::vector<std::size_t> ends;
+    for (std::size_t k = 2; k <= bound; ++k) {
+      if (text.is_blank(k)) ends.push_back(k - 1);
+    }
+    return ends;
+  }
+
+  static std::size_t fitting_characters(Text& text, std::size_t fitting, std::size_t bound) {
+    std::vector<std::size_t> ends;
+    for (std::size_t k = fitting + 1; k <= bound; ++k) {
+      if (text.may_end_after(k)) ends.push_back(k);
+    }
+    const auto misfit = std::partition_point(ends.begin(), ends.end(),
+                                             [&](std::size_t end) { return text.fits(end); });
+    const std::size_t count = text.fitting_below(misfit == ends.end() ? bound + 1 : *misfit);
+    return count > 0 ? count : text.least();
+  }
+};
+
+}  // namespace qel

@@ -1,0 +1,142 @@
+#include "qel/text/Paragraph.h"
+
+#include <algorithm>
+#include <utility>
+
+#include "qel/base/Scan.h"
+#include "qel/base/Utf16.h"
+#include "qel/model/Parser.h"
+#include "qel/model/QELCode.h"
+#include "qel/model/ReservedColors.h"
+#include "qel/text/LineBreaker.h"
+
+namespace qel {
+
+using style_codes::CodeState;
+
+Paragraph::Paragraph(std::u16string_view markup, const ParagraphReading& reading) {
+  if (reading.reveal_codes) {
+    add(markup, {});
+    return;
+  }
+  const std::u16string text = protect_escaped_codes(std::u16string(markup));
+  MarkupScanner scanner(text);
+  const auto add_line_codes = [&] {
+    for (std::int32_t i = scanner.line_codes_before(); i > 0; --i) add_break();
+  };
+  while (scanner.next()) {
+    add_line_codes();
+    if (!reading.with_hidden && scanner.state().color == hidden_color) continue;
+    add(shown_text(scanner.run()), scanner.state());
+  }
+  add_line_codes();
+}
+
+void Paragraph::add(std::u16string_view text, const CodeState& state) {
+  for (std::size_t at = 0; at < text.size();) {
+    const std::size_t end = find_any<u'\r', u'\n'>(text, at);
+    if (end > at) runs_.push_back({text_.size(), state});
+    text_.append(text.substr(at, end - at));
+    if (end == text.size()) break;
+    add_break();
+    const bool is_crlf = text[end] == u'\r' && end + 1 < text.size() && text[end + 1] == u'\n';
+    at = end + (is_crlf ? 2 : 1);
+  }
+}
+
+void Paragraph::add_break() { breaks_.push_back(text_.size()); }
+
+template <class Visit>
+void Paragraph::for_each_piece(std::size_t begin, std::size_t end, Visit visit) const {
+  if (begin == end) return;
+  auto run = std::upper_bound(
+      runs_.begin(), runs_.end(), begin,
+      [](std::size_t position, const Run& candidate) { return position < candidate.begin; });
+  for (--run; begin < end; ++run) {
+    const auto next = run + 1;
+    const std::size_t piece_end = next == runs_.end() ? end : std::min(end, next->begin);
+    visit(std::u16string_view(text_).substr(begin, piece_end - begin), run->state);
+    begin = piece_end;
+  }
+}
+
+/// What is left of one paragraph within the text.
+class ParagraphRest {
+ public:
+  ParagraphRest(const Paragraph& paragraph, std::size_t begin, std::size_t end, float available,
+                Typesetter& typesetter)
+      : paragraph_(paragraph),
+        begin_(begin),
+        end_(end),
+        available_(available),
+        typesetter_(typesetter) {}
+
+  bool has(std::size_t count) const { return count <= end_ - begin_; }
+  bool is_blank(std::size_t k) const { return paragraph_.text_[begin_ + k - 1] == u' '; }
+  bool may_end_after(std::size_t k) const {
+    return k == end_ - begin_ || !is_pair_at(paragraph_.text_, begin_ + k - 1);
+  }
+  bool fits(std::size_t count) const {
+    float width = 0;
+    paragraph_.for_each_piece(begin_, begin_ + count,
+                              [&](std::u16string_view text, const CodeState& state) {
+                                width += typesetter_.text_width(text, state);
+                              });
+    return !(width > available_);
+  }
+  bool fits() const { return fits(end_ - begin_); }
+  std::size_t least() const { return may_end_after(1) ? 1 : 2; }
+  std::size_t fitting_below(std::size_t misfit) const {
+    const std::size_t count = misfit - 1;
+    return count > 0 && !may_end_after(count) ? count - 1 : count;
+  }
+
+ private:
+  const Paragraph& paragraph_;
+  std::size_t begin_;
+  std::size_t end_;
+  float available_;
+  Typesetter& typesetter_;
+};
+
+ParagraphLine Paragraph::line(std::size_t begin, std::size_t end, Typesetter& typesetter) const {
+  ParagraphLine line;
+  for_each_piece(begin, end, [&](std::u16string_view text, const CodeState& state) {
+    line.pieces.push_back({text, state, typesetter.text_width(text, state)});
+  });
+  bool is_end = true;
+  for (auto piece = line.pieces.rbegin(); piece != line.pieces.rend(); ++piece) {
+    if (!is_end) {
+      line.width += piece->width;
+      continue;
+    }
+    const std::size_t last = piece->text.find_last_not_of(u' ');
+    if (last == std::u16string_view::npos) continue;
+    is_end = false;
+    line.width += typesetter.text_width(piece->text.substr(0, last + 1), piece->state);
+  }
+  return line;
+}
+
+std::vector<ParagraphLine> Paragraph::lines(const ParagraphShape& shape,
+                                            Typesetter& typesetter) const {
+  std::vector<ParagraphLine> lines;
+  std::size_t begin = 0;
+  std::size_t usual = 0;
+  const auto add_lines = [&](std::size_t end) {
+    float indent = 0;
+    do {
+      ParagraphRest rest(*this, begin, end, shape.width - indent, typesetter);
+      usual = shape.wraps && begin < end ? LineBreaker<ParagraphRest>::length_of_line(rest, usual)
+                                         : end - begin;
+      lines.push_back(line(begin, begin + usual, typesetter));
+      lines.back().indent = std::exchange(indent, shape.indent);
+      begin = std::min(text_.find_first_not_of(u' ', begin + usual), end);
+    } while (begin < end);
+  };
+  for (const std::size_t end : breaks_) add_lines(end);
+  if (begin < text_.size()) add_lines(text_.size());
+  return lines;
+}
+
+}  // namespace qel

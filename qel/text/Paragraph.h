@@ -1,0 +1,72 @@
+#pragma once
+
+#include <cstddef>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "qel/model/StyleCodes.h"
+#include "qel/text/Typesetter.h"
+
+namespace qel {
+
+/// How a paragraph reads its markup.
+struct ParagraphReading {
+  bool reveal_codes = false;  ///< show the markup itself
+  bool with_hidden = true;    ///< show text in colour 2
+};
+
+/// Where the lines of a paragraph go, in canvas units. Lines after the first begin `indent` further
+/// to the right.
+struct ParagraphShape {
+  float width = 0;
+  float indent = 0;
+  bool wraps = true;
+};
+
+/// A part of a line in one style.
+struct ParagraphPiece {
+  std::u16string_view text;
+  style_codes::CodeState state;
+  float width = 0;
+};
+
+/// One line as it is drawn.
+struct ParagraphLine {
+  std::vector<ParagraphPiece> pieces;
+  float width = 0;   ///< without the blanks at the end
+  float indent = 0;  ///< how much further to the right it may begin
+};
+
+/// The text of a paragraph as a reader sees it, broken into lines. Unlike the lines of
+/// `MarkupLines` these keep the styles that began on a line before. Line codes and line breaks
+/// begin a new paragraph within the text.
+class Paragraph {
+ public:
+  Paragraph(std::u16string_view markup, const ParagraphReading& reading);
+
+  /// The lines, which refer to this object. A paragraph without text has none.
+  std::vector<ParagraphLine> lines(const ParagraphShape& shape, Typesetter& typesetter) const;
+
+ private:
+  friend class ParagraphRest;
+
+  struct Run {
+    std::size_t begin;  // in text_
+    style_codes::CodeState state;
+  };
+
+  /// Adds a text, broken at its line breaks.
+  void add(std::u16string_view text, const style_codes::CodeState& state);
+  void add_break();
+  ParagraphLine line(std::size_t begin, std::size_t end, Typesetter& typesetter) const;
+  /// Calls `visit(text, state)` with each part of the text between the positions.
+  template <class Visit>
+  void for_each_piece(std::size_t begin, std::size_t end, Visit visit) const;
+
+  std::u16string text_;
+  std::vector<Run> runs_;
+  std::vector<std::size_t> breaks_;  // positions in text_ at which a line has to begin
+};
+
+}  // namespace qel

@@ -1,0 +1,185 @@
+#include "qel/text/TextAndFormatting.h"
+
+#include <algorithm>
+#include <optional>
+#include <string>
+
+#include "qel/base/CaseMapping.h"
+#include "qel/base/Error.h"
+#include "qel/base/Records.h"
+#include "qel/text/MarkupLines.h"
+#include "qel/text/Paragraph.h"
+#include "qel/text/ParagraphWriter.h"
+#include "qel/text/Typesetter.h"
+#include "qel/text/VisibleCharacters.h"
+
+namespace qel {
+
+void TextAndFormatting::SetFontAndColors(const QELIndexFonts& Fonts, const QELIndexColors& Colors) {
+  SetFonts(Fonts);
+  SetColors(Colors);
+}
+
+platform::Canvas& TextAndFormatting::canvas(const char* member) const {
+  if (canvas_) return *canvas_;
+  throw Error(Error::object_not_set, "TextAndFormatting",
+              std::string(member) + ": there is no Canvas to measure on");
+}
+
+platform::Canvas& TextAndFormatting::canvas_in_default_font(const char* member) const {
+  platform::Canvas& canvas_to_use = canvas(member);
+  canvas_to_use.put_FontName(get_DefaultFont());
+  canvas_to_use.put_FontSize(get_DefaultFontSize());
+  return canvas_to_use;
+}
+
+namespace {
+
+/// Measures markup as the settings of the engine say.
+MarkupLines::Measure measure_with(Typesetter& typesetter, bool reveal_codes, bool with_hidden) {
+  return [&typesetter, reveal_codes, with_hidden](std::u16string_view markup) {
+    return reveal_codes ? typesetter.revealed_width(markup)
+                        : typesetter.markup_width(markup, with_hidden);
+  };
+}
+
+}  // namespace
+
+float TextAndFormatting::fmtTextWidth(std::u16string_view Text) const {
+  Typesetter typesetter(canvas("fmtTextWidth"), *fonts_);
+  return measure_with(typesetter, reveal_codes_, show_hidden_text_)(Text);
+}
+
+float TextAndFormatting::TextHeight(std::u16string_view Text) const {
+  Typesetter typesetter(canvas("TextHeight"), *fonts_);
+  const Paragraph paragraph(Text, {reveal_codes_, show_hidden_text_});
+  float height = line_height({}, typesetter);
+  for (const ParagraphLine& line : paragraph.lines({0, 0, false}, typesetter)) {
+    height = std::max(height, line_height(line, typesetter));
+  }
+  return height;
+}
+
+std::int16_t TextAndFormatting::LineCount(std::u16string_view Text, float Width,
+                                          float Indent) const {
+  Typesetter typesetter(canvas("LineCount"), *fonts_);
+  MarkupLines lines(Text, Width, Indent,
+                    measure_with(typesetter, reveal_codes_, show_hidden_text_));
+  std::int32_t count = 0;
+  while (lines.next()) ++count;
+  return static_cast<std::int16_t>(count);
+}
+
+std::u16string TextAndFormatting::GetLine(std::u16string_view Text, float Width, float Indent,
+                                          std::int16_t LineNumber) const {
+  Typesetter typesetter(canvas_in_default_font("GetLine"), *fonts_);
+  MarkupLines lines(Text, Width, Indent,
+                    measure_with(typesetter, reveal_codes_, show_hidden_text_));
+  std::int32_t number = 0;
+  while (const auto line = number < LineNumber ? lines.next() : std::nullopt) {
+    if (++number == LineNumber) return std::u16string(*line);
+  }
+  return {};
+}
+
+std::vector<std::u16string> TextAndFormatting::all_lines(std::u16string_view Text, float Width,
+                                                         float Indent) const {
+  Typesetter typesetter(canvas_in_default_font("all_lines"), *fonts_);
+  MarkupLines lines(Text, Width, Indent,
+                    measure_with(typesetter, reveal_codes_, show_hidden_text_));
+  std::vector<std::u16string> all;
+  while (const auto line = lines.next()) all.emplace_back(*line);
+  return all;
+}
+
+float TextAndFormatting::WriteParagraph(std::u16string_view Text, float X, float Y, float Width,
+                                        float Indent) {
+  platform::Canvas& to = canvas_in_default_font("WriteParagraph");
+  Typesetter typesetter(to, *fonts_);
+  const Paragraph paragraph(Text, {reveal_codes_, show_hidden_text_});
+  const auto lines = paragraph.lines({Width, Indent, word_wrap_}, typesetter);
+  lines_printed_ = static_cast<std::int16_t>(lines.size());
+  ParagraphWriter writer(to, typesetter, {X, Width, align_});
+  writer.set_colors(*colors_, ignore_colors_, label_id_);
+  for (const ParagraphLine& line : lines) Y = writer.write(line, Y);
+  return Y;
+}
+
+std::int16_t TextAndFormatting::fmtLen(std::u16string_view Text) {
+  return static_cast<std::int16_t>(visible::length(Text));
+}
+
+namespace {
+
+/// The visible position of a match at `position` in the markup.
+std::int16_t visible_position(std::u16string_view text, std::size_t position) {
+  if (text.empty() || position == std::u16string_view::npos) return 0;
+  return static_cast<std::int16_t>(visible::length(text.substr(0, position + 1)));
+}
+
+}  // namespace
+
+std::int16_t TextAndFormatting::fmtInStr(std::u16string_view Text, std::u16string_view SearchText) {
+  return visible_position(Text, Text.find(SearchText));
+}
+
+std::int16_t TextAndFormatting::fmtRevInStr(std::u16string_view Text,
+                                            std::u16string_view SearchText) {
+  return visible_position(Text, SearchText.empty() ? 0 : Text.rfind(SearchText));
+}
+
+std::u16string TextAndFormatting::fmtLeft(std::u16string_view Text, std::int16_t Count) {
+  return std::u16string(visible::left(Text, Count));
+}
+
+std::u16string TextAndFormatting::fmtRight(std::u16string_view Text, std::int16_t Count) {
+  return std::u16string(visible::right(Text, Count));
+}
+
+std::u16string TextAndFormatting::fmtMid(std::u16string_view Text, std::int16_t Start,
+                                         std::int16_t Length) {
+  return std::u16string(visible::mid(Text, Start, Length));
+}
+
+bool TextAndFormatting::IsSortCode(std::u16string_view Text) {
+  return Text == u"/y0" || Text == u"/y1" || Text == u"/y2";
+}
+
+bool TextAndFormatting::IsEscapeCode(std::u16string_view Text) {
+  if (Text.size() != 4 || !Text.starts_with(u"\\\\")) return false;
+  const auto is_one_of = [](char16_t character, std::u16string_view set) {
+    return set.find(character) != std::u16string_view::npos;
+  };
+  return (is_one_of(Text[2], u"biupsck") && is_one_of(Text[3], u"01")) ||
+         (is_one_of(Text[2], u"fy") && is_one_of(Text[3], u"0123456789"));
+}
+
+std::u16string TextAndFormatting::RomanToArabic(std::u16string_view Text) {
+  const std::u16string lower = to_lower(Text);
+  std::u16string_view rest = lower;
+  std::int32_t total = 0;
+  const auto take = [&](std::u16string_view digits, std::int32_t value) {
+    if (!rest.starts_with(digits)) return;
+    total += value;
+    rest.remove_prefix(digits.size());
+  };
+  std::int32_t value = 1000;
+  char16_t before = u' ';         // the letter of the value above
+  char16_t before_before = u' ';  // and of the one above that
+  bool next_is_half = true;
+  for (const char16_t letter : std::u16string_view(u"mdclxvi")) {
+    take(std::u16string(4, letter), 4 * value);
+    take(std::u16string(3, letter), 3 * value);
+    take(std::u16string(2, letter), 2 * value);
+    take(std::u16string{letter, before}, 4 * value);
+    take(std::u16string{letter, before_before}, 9 * value);
+    take(std::u16string(1, letter), value);
+    value /= next_is_half ? 2 : 5;
+    next_is_half = !next_is_half;
+    before_before = before;
+    before = letter;
+  }
+  return rest.empty() ? records::from_integer(total) : std::u16string();
+}
+
+}  // namespace qel

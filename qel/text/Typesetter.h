@@ -1,0 +1,76 @@
+#pragma once
+
+#include <array>
+#include <cstddef>
+#include <optional>
+#include <string>
+#include <string_view>
+
+#include "qel/base/CaseMapping.h"
+#include "qel/model/StyleCodes.h"
+#include "qel/platform/Canvas.h"
+#include "qel/tables/QELIndexFonts.h"
+
+namespace qel {
+
+/// The characters of a run as a reader sees them: an escaped code, in either of its forms, is the
+/// code itself.
+std::u16string shown_text(std::u16string_view run);
+
+/// Which font a run is set in and how wide that makes it. Text in font 0 has the font that stood on
+/// the canvas when this was made.
+class Typesetter {
+ public:
+  /// Both have to stay while this lives; the fonts must not change.
+  Typesetter(const platform::Canvas& canvas, const QELIndexFonts& fonts);
+
+  const platform::Canvas& canvas() const { return canvas_; }
+
+  /// Calls `visit(text, font)` with each part of `text` that is in one font: small capitals are
+  /// made of capitals of two sizes.
+  template <class Visit>
+  void for_each_part(std::u16string_view text, const style_codes::CodeState& state, Visit visit);
+
+  /// Width of a text as a reader sees it.
+  float text_width(std::u16string_view text, const style_codes::CodeState& state);
+  /// Width of markup with its codes applied; without those in colour 2 unless `with_hidden`.
+  float markup_width(std::u16string_view markup, bool with_hidden);
+  /// Width of the same text with the codes shown.
+  float revealed_width(std::u16string_view markup);
+
+  /// The extent of a font at its full size, whatever its state makes of it.
+  platform::FontExtent extent(const style_codes::CodeState& state);
+  /// How far the base line of a run lies above that of its line, in canvas units.
+  float rise(const style_codes::CodeState& state);
+
+ private:
+  enum Scale : std::size_t { full, script, small_capitals, small_capitals_in_script, scales };
+
+  const platform::TextFont& font(const style_codes::CodeState& state, bool is_small_capital);
+
+  const platform::Canvas& canvas_;
+  std::array<std::u16string, 10> names_;
+  // By font, weight, slant and scale.
+  std::array<std::optional<platform::TextFont>, 10 * 2 * 2 * scales> made_;
+};
+
+template <class Visit>
+void Typesetter::for_each_part(std::u16string_view text, const style_codes::CodeState& state,
+                               Visit visit) {
+  if ((state.attributes & style_codes::small_caps_bit) == 0) {
+    visit(text, font(state, false));
+    return;
+  }
+  const std::u16string capitals = to_upper(text);
+  const std::u16string_view shown = capitals;
+  std::size_t begin = 0;
+  for (std::size_t at = 1; at <= text.size(); ++at) {
+    const bool is_small = text[begin] != shown[begin];
+    const bool goes_on = at < text.size() && (text[at] != shown[at]) == is_small;
+    if (goes_on) continue;
+    visit(shown.substr(begin, at - begin), font(state, is_small));
+    begin = at;
+  }
+}
+
+}  // namespace qel

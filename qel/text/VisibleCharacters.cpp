@@ -1,0 +1,84 @@
+#include "qel/text/VisibleCharacters.h"
+
+#include "qel/base/CaseMapping.h"
+
+namespace qel::visible {
+namespace {
+
+constexpr std::size_t code_length = 3;
+
+bool is_one_of(char16_t character, std::u16string_view set) {
+  return set.find(character) != std::u16string_view::npos;
+}
+
+/// How far one goes from `at` to pass a code or a visible character.
+std::size_t step(std::u16string_view text, std::size_t at) {
+  return has_code_at(text, at) ? code_length : 1;
+}
+
+/// Where the `count`-th visible character at or after `at` ends; the end of the text when there are
+/// fewer. `count` is above 0.
+std::size_t end_of_character(std::u16string_view text, std::size_t at, std::ptrdiff_t count) {
+  while (at < text.size()) {
+    const std::size_t passed = step(text, at);
+    at += passed;
+    if (passed == 1 && --count == 0) break;
+  }
+  return at;
+}
+
+}  // namespace
+
+bool is_code(std::u16string_view characters) {
+  if (characters.size() != code_length || characters.front() != u'/') return false;
+  const char32_t letter = to_lower(char32_t{characters[1]});
+  const char16_t digit = characters[2];
+  if (letter > u'z') return false;
+  if (letter == u'f' || letter == u'y') return digit >= u'0' && digit <= u'9';
+  return (digit == u'0' || digit == u'1') && is_one_of(static_cast<char16_t>(letter), u"biupsct");
+}
+
+bool has_code_at(std::u16string_view text, std::size_t at) {
+  return at + code_length <= text.size() && text[at] == u'/' &&
+         is_code(text.substr(at, code_length));
+}
+
+std::size_t length(std::u16string_view text) {
+  std::size_t count = 0;
+  for (std::size_t at = 0; at < text.size();) {
+    const std::size_t passed = step(text, at);
+    if (passed == 1) ++count;
+    at += passed;
+  }
+  return count;
+}
+
+std::u16string_view left(std::u16string_view text, std::ptrdiff_t count) {
+  if (count > 0) return text.substr(0, end_of_character(text, 0, count));
+  const bool stops_at_code = count == 0 && has_code_at(text, 0);
+  return stops_at_code ? text.substr(0, code_length) : text;
+}
+
+std::u16string_view right(std::u16string_view text, std::ptrdiff_t count) {
+  if (count == 0) return {};
+  std::size_t at = text.size();
+  while (at > 0 && count != 0) {
+    if (at >= code_length && has_code_at(text, at - code_length)) {
+      at -= code_length;
+    } else {
+      --at;
+      --count;
+    }
+  }
+  return text.substr(at);
+}
+
+std::u16string_view mid(std::u16string_view text, std::ptrdiff_t start, std::ptrdiff_t length) {
+  if (start < 1 || length < 0) return {};
+  std::size_t at = start == 1 ? 0 : end_of_character(text, 0, start - 1);
+  while (has_code_at(text, at)) at += code_length;
+  text.remove_prefix(at);
+  return length == 0 ? text : text.substr(0, end_of_character(text, 0, length));
+}
+
+}  // namespace qel::visible

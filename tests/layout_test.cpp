@@ -1,0 +1,370 @@
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <limits>
+#include <string>
+#include <vector>
+
+#include "qel/base/Error.h"
+#include "qel/embedded/FixedCanvas.h"
+#include "qel/text/TextAndFormatting.h"
+#include "support/Random.h"
+#include "support/Text.h"
+
+namespace qel {
+namespace {
+
+using Layout = TextAndFormatting;
+
+/// An engine on a canvas on which a character is one unit wide, 1.2 when bold.
+struct OnFixedCanvas {
+  OnFixedCanvas() {
+    canvas->put_FontSize(2);
+    engine.put_DefaultFontSize(2);
+    engine.put_Canvas(canvas);
+  }
+  std::shared_ptr<embedded::FixedCanvas> canvas = std::make_shared<embedded::FixedCanvas>();
+  Layout engine;
+};
+
+TEST(LayoutStrings, CountOnlyTheirOwnCodes) {
+  struct Row {
+    std::u16string_view text;
+    std::int16_t length;
+  };
+  const Row rows[] = {{u"/B1ab", 2},     {u"/k1ab", 5},  {u"/nl", 3},  {u"~/b1", 1},
+                      {u"/f9/Y0/t1", 0}, {u"/b2", 3},    {u"/f", 2},   {u"//b1/", 2},
+                      {u"", 0},          {u"/z1/r1", 6}, {u"/C0x", 1}, {u"b1", 2},
+                      {u"/\u01301", 0}};  // its small letter is "i"
+  for (const Row& row : rows)
+    EXPECT_EQ(Layout::fmtLen(row.text), row.length) << test::shown(row.text);
+}
+
+TEST(LayoutStrings, SearchTheMarkupItself) {
+  struct Row {
+    std::u16string_view text, search;
+    std::int16_t first, last;
+  };
+  const Row rows[] = {{u"/b1abc/b0", u"c", 3, 3}, {u"/b1abc/b0", u"abcd", 0, 0},
+                      {u"a/b1b", u"ab", 0, 0},    {u"a/b1ba/b1b", u"a/b1", 1, 3},
+                      {u"xAx", u"X", 0, 0},       {u"x/b1x", u"x", 1, 2},
+                      {u"ab", u"", 1, 1},         {u"", u"", 0, 0},
+                      {u"/b1x", u"/b1", 1, 1},    {u"/b1x", u"1", 0, 0}};
+  for (const Row& row : rows) {
+    EXPECT_EQ(Layout::fmtInStr(row.text, row.search), row.first) << test::shown(row.search);
+    EXPECT_EQ(Layout::fmtRevInStr(row.text, row.search), row.last) << test::shown(row.search);
+  }
+}
+
+TEST(LayoutStrings, Cut) {
+  struct Row {
+    std::u16string_view text;
+    std::int16_t count;
+    std::u16string_view left, right;
+  };
+  const Row rows[] = {
+      {u"/b1abc/b0d/u1", 2, u"/b1ab", u"c/b0d/u1"},
+      {u"/b1abc/b0d/u1", 3, u"/b1abc", u"bc/b0d/u1"},
+      {u"/b1abc/b0d/u1", 4, u"/b1abc/b0d", u"abc/b0d/u1"},
+      {u"/b1abc/b0d/u1", 5, u"/b1abc/b0d/u1", u"/b1abc/b0d/u1"},
+      {u"/b1abc/b0d/u1", 0, u"/b1", u""},
+      {u"abc", 0, u"abc", u""},
+      {u"abc", -1, u"abc", u"abc"},
+      {u"/b1/i1a", 0, u"/b1", u""},
+      {u"", 0, u"", u""},
+      {u"a/k1b", 3, u"a/k", u"k1b"},
+  };
+  for (const Row& row : rows) {
+    EXPECT_EQ(Layout::fmtLeft(row.text, row.count), row.left) << row.count;
+    EXPECT_EQ(Layout::fmtRight(row.text, row.count), row.right) << row.count;
+  }
+  struct MidRow {
+    std::int16_t start, length;
+    std::u16string_view result;
+  };
+  const MidRow mids[] = {{1, 1, u"a"},     {1, 2, u"a/b1b"},    {2, 1, u"b"},
+                         {2, 2, u"b/b0c"}, {2, 0, u"b/b0c/i1"}, {2, 9, u"b/b0c/i1"},
+                         {4, 0, u""},      {4, 1, u""},         {0, 1, u""},
+                         {-1, 0, u""},     {1, -1, u""},        {1, 0, u"a/b1b/b0c/i1"}};
+  for (const MidRow& row : mids) {
+    EXPECT_EQ(Layout::fmtMid(u"/u1a/b1b/b0c/i1", row.start, row.length), row.result)
+        << row.start << " " << row.length;
+  }
+}
+
+TEST(LayoutStrings, TellCodes) {
+  for (const auto* const code : {u"/y0", u"/y1", u"/y2"}) EXPECT_TRUE(Layout::IsSortCode(code));
+  for (const auto* const code : {u"/y3", u"/Y1", u"/y1 ", u""})
+    EXPECT_FALSE(Layout::IsSortCode(code));
+  for (const auto* const code : {u"\\\\b1", u"\\\\c0", u"\\\\f9", u"\\\\y0"}) {
+    EXPECT_TRUE(Layout::IsEscapeCode(code)) << test::shown(code);
+  }
+  for (const auto* const code :
+       {u"\\\\b2", u"\\\\B1", u"\\b1", u"\\\\t1", u"\\\\f", u"\\\\f12", u"/b1", u""}) {
+    EXPECT_FALSE(Layout::IsEscapeCode(code)) << test::shown(code);
+  }
+}
+
+TEST(LayoutStrings, ReadRomanNumbers) {
+  struct Row {
+    std::u16string_view roman, arabic;
+  };
+  const Row rows[] = {
+      {u"MCMXCIV", u"1994"},  {u"", u"0"},    {u"abc", u""}, {u"xxxx", u"40"},    {u"xxxxx", u"50"},
+      {u"xxxxxx", u"60"},     {u"ic", u""},   {u"iv", u"4"}, {u"CDxlIX", u"449"}, {u"m ", u"4000"},
+      {u"mmmmmmmm", u"8000"}, {u"viv", u"9"}, {u"i1", u""}};
+  for (const Row& row : rows) {
+    EXPECT_EQ(Layout::RomanToArabic(row.roman), row.arabic) << test::shown(row.roman);
+  }
+}
+
+TEST(WordWrap, BreaksAtBlanks) {
+  using Lines = std::vector<std::u16string>;
+  struct Row {
+    std::u16string_view text;
+    float width, indent;
+    Lines lines;
+  };
+  const Row rows[] = {
+      {u"", 10, 0, {}},
+      {u"/b1/i0", 10, 0, {}},
+      {u"abc def", 7, 0, {u"abc def"}},
+      {u"abc def", 6, 0, {u"abc", u"def"}},
+      {u"ab cd ef", 5, 0, {u"ab cd", u"ef"}},
+      {u"ab cd ef", 5, 1, {u"ab cd", u"ef"}},
+      {u"ab cd ef", 5, 4, {u"ab cd", u"e", u"f"}},
+      {u"abcdefgh i", 3, 0, {u"abc", u"def", u"gh", u"i"}},
+      {u"ab   cd", 3, 0, {u"ab ", u"cd"}},  // the blanks that fit stay, the others go
+      {u"ab    ", 3, 0, {u"ab "}},
+      {u" abcdef", 3, 0, {u" ab", u"cde", u"f"}},  // a blank at the beginning is no break
+      {u" a", 0, 0, {u" ", u"a"}},
+      {u"/i1 abc/i0", 2, 0, {u"/i1 a", u"bc/i0"}},
+      {u"/i1ab/i0 /u1cd", 3, 0, {u"/i1ab", u"/u1cd"}},  // codes before the blank are in neither
+      {u"/b1abcde/b0f", 5, 0, {u"/b1abcd", u"e/b0f"}},  // only the first line is bold, and wider
+      {u"a\U0001F600\U0001F600b", 2, 0, {u"a\U0001F600", u"\U0001F600b"}},
+      {u"\U0001F600\U0001F600", 0.5F, 0, {u"\U0001F600", u"\U0001F600"}},
+      {u"abc", -5, 9, {u"a", u"b", u"c"}},
+      {u"ab cd", std::numeric_limits<float>::infinity(), 0, {u"ab cd"}},
+      {u"ab cd", std::nanf(""), 0, {u"ab cd"}},
+      {u"/y2hidden/y0 x", 2, 0, {u"/y2hi", u"dd", u"en", u"x"}},
+      {u"\\\\b1 a~/b1", 3, 0, {u"\\\\b1", u"a~"}},
+  };
+  for (const Row& row : rows) {
+    SCOPED_TRACE(test::shown(row.text));
+    OnFixedCanvas on;
+    EXPECT_EQ(on.engine.LineCount(row.text, row.width, row.indent),
+              static_cast<std::int16_t>(row.lines.size()));
+    std::int16_t number = 0;
+    for (const std::u16string& line : row.lines) {
+      EXPECT_EQ(on.engine.GetLine(row.text, row.width, row.indent, ++number), line);
+    }
+    EXPECT_EQ(on.engine.GetLine(row.text, row.width, row.indent, ++number), u"");
+    EXPECT_EQ(on.engine.GetLine(row.text, row.width, row.indent, 0), u"");
+  }
+}
+
+TEST(WordWrap, MeasuresWithTheFontsItIsGiven) {
+  OnFixedCanvas on;
+  on.engine.put_DefaultFontSize(4);
+  EXPECT_EQ(on.engine.LineCount(u"ab cd", 5, 0), 1) << "as the canvas stands";
+  EXPECT_EQ(on.engine.GetLine(u"ab cd", 5, 0, 2), u"cd") << "in the default size";
+  EXPECT_EQ(on.canvas->get_FontSize(), 4);
+  EXPECT_EQ(on.engine.LineCount(u"ab cd", 5, 0), 2) << "which stays";
+  on.engine.put_ShowHiddenText(false);
+  EXPECT_EQ(on.engine.fmtTextWidth(u"a/y2hidden/y0b"), 4);
+  on.engine.put_RevealCodes(true);
+  EXPECT_EQ(on.engine.fmtTextWidth(u"a/y2b"), 10);
+  Layout without_canvas;
+  EXPECT_THROW(without_canvas.LineCount(u"a", 1, 0), Error);
+  EXPECT_THROW(without_canvas.WriteParagraph(u"a", 0, 0, 1), Error);
+}
+
+/// The rule as it is stated: back off from the end word by word, then character by character; every
+/// line takes at least one character, and a blank at the beginning is no place to break at.
+std::vector<std::u16string> lines_step_by_step(const Layout& engine, std::u16string rest,
+                                               float available, float indent) {
+  std::vector<std::u16string> lines;
+  while (Layout::fmtLen(rest) > 0) {
+    std::u16string line = rest;
+    while (engine.fmtTextWidth(line) > available) {
+      const std::int16_t blank = Layout::fmtRevInStr(line, u" ");
+      if (blank > 1) {
+        line = Layout::fmtLeft(line, static_cast<std::int16_t>(blank - 1));
+        continue;
+      }
+      std::int16_t fitting = 0;
+      while (fitting < Layout::fmtLen(line) &&
+             engine.fmtTextWidth(Layout::fmtLeft(line, static_cast<std::int16_t>(fitting + 1))) <=
+                 available) {
+        ++fitting;
+      }
+      line = Layout::fmtLeft(line, std::max<std::int16_t>(fitting, 1));
+      break;
+    }
+    lines.push_back(line);
+    rest = Layout::fmtMid(rest, static_cast<std::int16_t>(Layout::fmtLen(line) + 1), 0);
+    rest.erase(0, rest.find_first_not_of(u' '));
+    if (lines.size() == 1) available -= indent;
+  }
+  return lines;
+}
+
+TEST(WordWrap, FollowsTheRuleStepByStep) {
+  OnFixedCanvas on;
+  test::Random random(test::base_seed());
+  std::vector<std::u16string_view> pieces = test::markup_vocabulary();
+  // A pair is never cut apart here, but step by step it is.
+  std::erase(pieces, u"\U0001F600");
+  pieces.insert(pieces.end(), {u" ", u"  ", u"abc ", u"de ", u"longword", u"/k1", u"/k0"});
+  for (int i = 0; i < 4000; ++i) {
+    const std::u16string text = random.text(pieces, random.below(30));
+    const auto width = static_cast<float>(random.below(16));
+    const auto indent = static_cast<float>(random.below(4));
+    SCOPED_TRACE(random.describe() + " " + test::shown(text) + " " + std::to_string(width) + " " +
+                 std::to_string(indent));
+    const auto lines = on.engine.all_lines(text, width, indent);
+    ASSERT_EQ(lines, lines_step_by_step(on.engine, text, width, indent));
+  }
+}
+
+TEST(Drawing, PutsStylesOntoTheCanvas) {
+  OnFixedCanvas on;
+  QELIndexColors colors;
+  colors.put_Color(4, 0x123456);
+  QELIndexFonts fonts;
+  fonts.put_FontSize(10);
+  on.engine.SetFontAndColors(fonts, colors);
+  const float below = on.engine.WriteParagraph(
+      u"a/b1b/i1c/b0/i0/u1d/k1e/u0/k0/p1f/p0/s1g/s0/f2/y4h/f0/y0/c1iJ/c0/y1k/f4l", 1, 2, 500);
+  EXPECT_FLOAT_EQ(below, 14);
+  using platform::TextFont;
+  const float up = 3;
+  const float down = 1.35F;
+  const embedded::DrawnText expected[] = {
+      {u"a", 1, 11, 5, TextFont{u"Arial", 10, false, false}, 0, false, false},
+      {u"b", 6, 11, 6, TextFont{u"Arial", 10, true, false}, 0, false, false},
+      {u"c", 12, 11, 6, TextFont{u"Arial", 10, true, true}, 0, false, false},
+      {u"d", 18, 11, 5, TextFont{u"Arial", 10, false, false}, 0, true, false},
+      {u"e", 23, 11, 5, TextFont{u"Arial", 10, false, false}, 0, true, true},
+      {u"f", 28, 11 - up, 10.F / 3, TextFont{u"Arial", 20.F / 3, false, false}, 0, false, false},
+      {u"g", 28 + 10.F / 3, 11 + down, 10.F / 3, TextFont{u"Arial", 20.F / 3, false, false}, 0,
+       false, false},
+      {u"h", 28 + 20.F / 3, 11, 5, TextFont{u"Courier New", 10, false, false}, 0x123456, false,
+       false},
+      {u"I", 33 + 20.F / 3, 11, 4, TextFont{u"Arial", 8, false, false}, 0, false, false},
+      {u"J", 37 + 20.F / 3, 11, 5, TextFont{u"Arial", 10, false, false}, 0, false, false},
+      {u"k", 42 + 20.F / 3, 11, 5, TextFont{u"Arial", 10, false, false}, 49152, false, false},
+      {u"l", 47 + 20.F / 3, 11, 5, TextFont{u"Arial", 10, false, false}, 49152, false, false},
+  };
+  ASSERT_EQ(on.canvas->texts().size(), std::size(expected));
+  for (std::size_t i = 0; i < std::size(expected); ++i) {
+    const embedded::DrawnText& drawn = on.canvas->texts()[i];
+    SCOPED_TRACE(test::shown(drawn.text));
+    EXPECT_EQ(drawn.text, expected[i].text);
+    EXPECT_NEAR(drawn.x, expected[i].x, 0.001);
+    EXPECT_NEAR(drawn.y, expected[i].y, 0.001);
+    EXPECT_NEAR(drawn.width, expected[i].width, 0.001);
+    EXPECT_EQ(drawn.font.name, expected[i].font.name) << "font 4 is unused: the default font";
+    EXPECT_NEAR(drawn.font.size, expected[i].font.size, 0.001);
+    EXPECT_EQ(drawn.font.bold, expected[i].font.bold);
+    EXPECT_EQ(drawn.font.italic, expected[i].font.italic);
+    EXPECT_EQ(drawn.color, expected[i].color);
+    EXPECT_EQ(drawn.underline, expected[i].underline);
+    EXPECT_EQ(drawn.strike_through, expected[i].strike_through);
+  }
+}
+
+/// What was drawn, a line each: "x,y text".
+std::vector<std::string> drawn(const embedded::FixedCanvas& canvas) {
+  std::vector<std::string> lines;
+  for (const embedded::DrawnText& text : canvas.texts()) {
+    lines.push_back(std::to_string(std::lround(text.x * 10)) + "," +
+                    std::to_string(std::lround(text.y * 10)) + " " + test::shown(text.text));
+  }
+  return lines;
+}
+
+TEST(Drawing, LaysLinesOut) {
+  struct Row {
+    std::u16string_view text;
+    std::int16_t align;
+    float indent;
+    std::int16_t printed;
+    std::vector<std::string> lines;
+  };
+  // Ten characters fit; a line is 2.4 high, its base line 1.8 below its top.
+  const Row rows[] = {
+      {u"one two three", alLeft, 2, 2, {"0,18 one two", "20,42 three"}},
+      {u"one two three", alRight, 2, 2, {"30,18 one two", "50,42 three"}},
+      {u"one two   three  ", alCenter, 0, 2, {"15,18 one two  ", "25,42 three  "}},
+      {u"/u1one two three", alLeft, 0, 2, {"0,18 one two", "0,42 three"}},
+      {u"a/nl/nl b/nl", alRight, 0, 3, {"90,18 a", "80,66  b"}},
+      {u"a\r\nb\nc", alLeft, 5, 3, {"0,18 a", "0,42 b", "0,66 c"}},
+      {u"/b1/b0", alLeft, 0, 0, {}},
+      {u"/nl", alLeft, 0, 1, {}},
+      {u"a~/b1\\\\i1<b1]", alLeft, 0, 1, {"0,18 a/b1/i1/b1"}},
+      {u"abcdefghijkl", alLeft, 3, 2, {"0,18 abcdefghij", "30,42 kl"}},
+  };
+  for (const Row& row : rows) {
+    SCOPED_TRACE(test::shown(row.text));
+    OnFixedCanvas on;
+    on.engine.put_Align(row.align);
+    const float below = on.engine.WriteParagraph(row.text, 0, 0, 10, row.indent);
+    EXPECT_EQ(drawn(*on.canvas), row.lines);
+    EXPECT_EQ(on.engine.get_LinesPrinted(), row.printed);
+    EXPECT_NEAR(below, 2.4F * row.printed, 0.001);
+  }
+}
+
+TEST(Drawing, FollowsItsSettings) {
+  OnFixedCanvas on;
+  on.engine.put_RevealCodes(true);
+  on.engine.WriteParagraph(u"a/b1b/nlc", 0, 0, 20);
+  on.engine.put_RevealCodes(false);
+  on.engine.put_WordWrap(false);
+  on.engine.put_ShowHiddenText(false);
+  on.engine.put_IgnoreColors(true);
+  on.engine.put_ForeColor(5);
+  on.engine.put_LabelID(2);
+  on.engine.WriteParagraph(u"/y2x/y0one two three/y3 four", 4, 10, 3);
+  EXPECT_EQ(drawn(*on.canvas),
+            (std::vector<std::string>{"0,18 a/b1b/nlc", "40,118 one two three", "170,118  four"}));
+  EXPECT_EQ(on.canvas->texts().back().color, 5);
+  ASSERT_EQ(on.canvas->rectangles().size(), 1U);
+  const embedded::DrawnRectangle& label = on.canvas->rectangles().front();
+  EXPECT_EQ(label.color, on.engine.get_Colors()->get_LabelColor(2));
+  EXPECT_EQ(label.left, 4);
+  EXPECT_EQ(label.top, 10);
+  EXPECT_EQ(label.width, 3);
+  EXPECT_NEAR(label.height, 2.4, 0.001);
+  EXPECT_NEAR(on.engine.TextHeight(u"a/nlb"), 2.4, 0.001);
+}
+
+TEST(Drawing, KeepsStylesAcrossLinesAndLosesNothing) {
+  OnFixedCanvas on;
+  on.engine.WriteParagraph(u"/b1one two", 0, 0, 5);
+  EXPECT_TRUE(on.canvas->texts().back().font.bold);
+  test::Random random(test::base_seed());
+  std::vector<std::u16string_view> pieces = test::markup_vocabulary();
+  std::erase(pieces, u"\t");  // wider than a line may be
+  for (int i = 0; i < 1000; ++i) {
+    const std::u16string text = random.text(pieces, random.below(40));
+    SCOPED_TRACE(random.describe() + " " + test::shown(text));
+    const auto all_of = [&](float width) {
+      on.canvas->clear();
+      on.engine.WriteParagraph(text, 0, 0, width);
+      std::u16string shown;
+      for (const embedded::DrawnText& piece : on.canvas->texts()) {
+        EXPECT_LE(piece.x + piece.width, std::max(width, 1.2F) + 0.001F);
+        shown.append(piece.text);
+      }
+      std::erase(shown, u' ');
+      return shown;
+    };
+    const std::u16string unwrapped = all_of(100000);
+    ASSERT_EQ(all_of(static_cast<float>(1 + random.below(12))), unwrapped);
+  }
+}
+
+}  // namespace
+}  // namespace qel

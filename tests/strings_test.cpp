@@ -1,0 +1,337 @@
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <optional>
+#include <vector>
+
+#include "qel/text/QELText.h"
+#include "support/Random.h"
+#include "support/Text.h"
+
+namespace qel {
+namespace {
+
+TEST(QELTextStrings, Find) {
+  struct Row {
+    std::u16string_view text, search;
+    std::int16_t first, last, ignoring_case;
+  };
+  const Row rows[] = {
+      {u"/b1abc/b0d", u"cd", 3, 3, 3},
+      {u"a/nlb a/b1b/b0", u"/i1ab", 1, 4, 1},
+      {u"", u"", 0, 0, 0},
+      {u"/b1/b0", u"x", 0, 0, 0},
+      {u"ab", u"", 1, 1, 1},
+      {u"ab", u"/b1", 1, 1, 1},
+      {u"aXx", u"x", 3, 3, 2},
+      {u"\u03A3\u03C3\u03C2", u"\u03C2", 3, 3, 1},  // three sigmas
+      {u"\u00E9\u00C9", u"\u00C9", 2, 2, 1},
+      {u"~/b1", u"b1", 3, 3, 3},
+      {u"ab", u"abc", 0, 0, 0},
+  };
+  QELText tools;
+  for (const Row& row : rows) {
+    EXPECT_EQ(tools.InString(row.text, row.search), row.first) << test::shown(row.text);
+    EXPECT_EQ(tools.InString(row.text, row.search, 2), row.first) << test::shown(row.text);
+    EXPECT_EQ(tools.InString(row.text, row.search, 1), row.ignoring_case) << test::shown(row.text);
+    EXPECT_EQ(tools.InStringRev(row.text, row.search), row.last) << test::shown(row.text);
+  }
+  const std::int16_t last_before[][2] = {{-1, 4}, {9, 4}, {5, 4}, {4, 1}, {2, 1}, {1, 0}, {0, 0}};
+  for (const auto& [start, position] : last_before) {
+    EXPECT_EQ(tools.InStringRev(u"ab/b1 ab", u"ab", start), position) << start;
+  }
+  const std::u16string long_text = test::repeated(u"x", 40000);
+  EXPECT_EQ(tools.InString(long_text + u"y", u"y"), static_cast<std::int16_t>(40001));
+  EXPECT_EQ(tools.LenStr(long_text), static_cast<std::int16_t>(40000));
+  EXPECT_EQ(tools.PlainText(u"/k1a/nl~/b1/b1b"), u"a~/b1b");
+}
+
+TEST(QELTextStrings, Cut) {
+  struct Row {
+    std::u16string_view text;
+    std::int16_t length;
+    std::u16string_view left, right;
+    std::int16_t used;
+  };
+  const Row rows[] = {
+      {u"/b1abc/b0def", 4, u"/b1abc/b0d", u"/b1c/b0def", 4},
+      {u"/b1abc/b0def", 3, u"/b1abc/b0", u"def", 3},
+      {u"/b1abc/b0def", 0, u"", u"", 0},
+      {u"/b1abc/b0def", -5, u"", u"", 0},
+      {u"/b1abc/b0def", 6, u"/b1abc/b0def", u"/b1abc/b0def", 6},
+      {u"/b1abc/b0def", 9, u"/b1abc/b0def", u"/b1abc/b0def", 9},
+      {u"/b1abc/b0def", 99, u"/b1abc/b0def", u"/b1abc/b0def", 12},
+      {u"x/nly/i1", 9, u"xy", u"xy", 8},
+      {u"", 3, u"", u"", 0},
+      {u"/b1/b0", 1, u"", u"", 1},
+      {u"/f2/y3abcd", 2, u"/y3/f2ab/f0/y0", u"/y3/f2cd/f0/y0", 2},
+      {u"a~/b1b", 3, u"a~/", u"b1b", 3},  // half of an escaped code is text
+  };
+  QELText tools;
+  for (const Row& row : rows) {
+    std::int16_t left_length = row.length;
+    std::int16_t right_length = row.length;
+    EXPECT_EQ(tools.LeftStr(row.text, left_length), row.left) << row.length;
+    EXPECT_EQ(tools.RightStr(row.text, right_length), row.right) << row.length;
+    EXPECT_EQ(left_length, row.used) << test::shown(row.text);
+    EXPECT_EQ(right_length, row.used) << test::shown(row.text);
+  }
+  struct MidRow {
+    std::int16_t start, length;
+    std::u16string_view result;
+  };
+  const MidRow mids[] = {{0, -1, u""},
+                         {-1, 2, u""},
+                         {2, 0, u""},
+                         {2, -2, u""},
+                         {1, -1, u"ab/b1cd/b0e"},
+                         {2, -1, u"b/b1cd/b0e"},
+                         {3, 1, u"/b1c/b0"},
+                         {3, 2, u"/b1cd/b0"},
+                         {4, 9, u"/b1d/b0e"},
+                         {6, 1, u""},
+                         {9, -1, u""}};
+  for (const MidRow& row : mids) {
+    EXPECT_EQ(tools.MidStr(u"ab/b1cd/b0e", row.start, row.length), row.result)
+        << row.start << " " << row.length;
+  }
+  const std::u16string long_text = test::repeated(u"x", 40000) + u"/b1end/b0";
+  std::int16_t three = 3;
+  EXPECT_EQ(tools.RightStr(long_text, three), u"/b1end/b0");
+  EXPECT_EQ(tools.Stuff(long_text, 1, 0, u"y", nullptr), u"y" + long_text) << "nothing gets lost";
+}
+
+TEST(QELTextStrings, Stuff) {
+  struct Row {
+    std::int16_t start, length;
+    std::u16string_view replacement, codes, result;
+  };
+  const std::u16string_view text = u"/b1abc/b0def";
+  const Row rows[] = {
+      {1, 0, u"X", u"", u"X/b1abc/b0def"},
+      {1, 0, u"X", u"b", u"/b1X/b1abc/b0def"},
+      {3, 2, u"-/i1-/i0", u"", u"/b1ab/b0-/i1-/i0ef"},
+      {3, 2, u"", u"y2", u"/b1ab/b0/y2ef"},
+      {7, 0, u"!", u"", u"/b1abc/b0def!"},
+      {99, 9, u"!", u"", u"/b1abc/b0def!"},
+      {4, 99, u"", u"", u"/b1abc/b0"},
+      {-1, 2, u"X", u"", u"X/b1abc/b0def"},
+      {2, -1, u"X", u"", u"/b1a/b0X/b1abc/b0def"},
+  };
+  QELText tools;
+  for (const Row& row : rows) {
+    iStyle style;
+    style.Bold = row.codes == u"b";
+    style.put_Hidden(row.codes == u"y2");
+    iStyle* const given = row.codes.empty() ? nullptr : &style;
+    EXPECT_EQ(tools.Stuff(text, row.start, row.length, row.replacement, given), row.result)
+        << row.start << " " << row.length;
+    EXPECT_EQ(style, iStyle()) << "the style comes back plain";
+  }
+}
+
+TEST(QELTextStrings, StuffWithStyleData) {
+  QELText tools;
+  iStyle all;
+  all.put_All(
+      u"Arial<Font:Rec>8<Font:Rec>1<Font:Rec>1<Font:Rec>1<Font:Rec>1<Font:Rec>1<Font:Rec>2"
+      u"<Font:Rec>4<Font:Rec>1<Font:Rec>1<Font:Rec>1");
+  EXPECT_EQ(tools.StuffWithStyleData(u"ab", 2, 0, u"X", all),
+            u"a/b1/i1/u1/k1/s1/p1/y4/f2X/f0/y0/p0/s0/k0/u0/i0/b0b")
+      << "small capitals are not written";
+  struct Row {
+    std::u16string_view record;
+    std::int16_t start, length;
+    std::u16string_view result;
+  };
+  // On "a", italic "bc" in font 5 and colour 4, "d".
+  const Row rows[] = {
+      {u"", 2, 1, u"a/i1/y4/f5X/f0c/f0/y0/i0d"},  // keeps everything
+      {u"", 3, 1, u"a/i1/y4/f5b/f0/y0/i0Xd"},     // the next segment is plain
+      {u"", 4, 1, u"a/i1/y4/f5bc/f0/y0/i0X"},
+      {u"", 2, 0, u"aX/i1/y4/f5bc/f0/y0/i0d"},  // nothing to keep
+      {u"False<Repl:Data>False<Repl:Data>False<Repl:Data>True", 2, 2, u"a/b1X/b0d"},
+      {u"False<Repl:Data>True<Repl:Data>False<Repl:Data>True", 2, 2, u"a/b1/f5X/f0/b0d"},
+      {u"False<Repl:Data>False<Repl:Data>True<Repl:Data>True", 2, 2, u"a/b1/y4X/y0/b0d"},
+  };
+  for (const Row& row : rows) {
+    cReplaceData data;
+    if (!row.record.empty()) data.put_All(row.record);
+    EXPECT_EQ(
+        tools.StuffWithStyleData(u"a/i1/f5/y4bc/f0/y0/i0d", row.start, row.length, u"X", data),
+        row.result)
+        << test::shown(row.record) << " " << row.start;
+  }
+  iStyle ignored;
+  ignored.Bold = true;
+  ignored.put_Ignored(true);
+  EXPECT_EQ(tools.StuffWithStyleData(u"/u1ab/u0", 1, 1, u"X", ignored), u"/u1Xb/u0");
+}
+
+/// The rule as it is stated, step by step.
+std::vector<std::u16string> split_step_by_step(QELText& tools, std::u16string text,
+                                               const std::u16string& delimiter) {
+  std::vector<std::u16string> parts;
+  while (!text.empty()) {
+    const std::u16string plain = tools.PlainText(text);
+    const std::size_t found = delimiter.empty() ? std::u16string::npos : plain.find(delimiter);
+    if (found == std::u16string::npos) {
+      parts.push_back(text);
+      break;
+    }
+    const auto position = static_cast<std::int16_t>(found + 1);
+    const auto behind = static_cast<std::int16_t>(plain.size() - found);
+    const auto taken = static_cast<std::int16_t>(found + delimiter.size());
+    parts.push_back(tools.Stuff(text, position, behind, u"", nullptr));
+    text = tools.Stuff(text, 1, taken, u"", nullptr);
+  }
+  return parts;
+}
+
+TEST(QELTextStrings, Split) {
+  using Parts = std::vector<std::u16string>;
+  QELText tools;
+  EXPECT_EQ(tools.Split(u"a,b", u","), (Parts{u"a", u"b"}));
+  EXPECT_EQ(tools.Split(u"a,b,", u","), (Parts{u"a", u"b"}));
+  EXPECT_EQ(tools.Split(u",,/b1a", u","), (Parts{u"", u"", u"/b1a/b0"}));
+  EXPECT_EQ(tools.Split(u"", u","), Parts{});
+  EXPECT_EQ(tools.Split(u"x/nl", u","), Parts{u"x/nl"}) << "what is not cut stays as it is";
+  EXPECT_EQ(tools.Split(u"a/b1, /b0b", u", "), (Parts{u"a", u"b"}));
+  EXPECT_EQ(tools.Split(u"ab", u""), Parts{u"ab"});
+  EXPECT_EQ(tools.Split(u"a~/b1b~/b1c", u"b1"), (Parts{u"a~/", u"b~/", u"c"}));
+  test::Random random(test::base_seed());
+  const std::vector<std::u16string_view> pieces = {u"/b1", u"/b0", u"/f3", u"/f0",  u"/y1",
+                                                   u"/y4", u"/y0", u"/nl", u"<b1]", u",",
+                                                   u"a",   u"bc ", u",,",  u"/k1"};
+  for (int i = 0; i < 2000; ++i) {
+    const std::u16string text = random.text(pieces, random.below(20));
+    const std::u16string delimiter = random.one_in(3) ? u"a," : u",";
+    SCOPED_TRACE(random.describe() + " " + test::shown(text));
+    QELText fresh;
+    const auto parts = fresh.Split(text, delimiter);
+    const std::u16string left_there = fresh.get_QELText();
+    QELText stepping;
+    ASSERT_EQ(parts, split_step_by_step(stepping, text, delimiter));
+    EXPECT_EQ(left_there, stepping.get_QELText()) << "the text that stays in the decoder";
+  }
+}
+
+TEST(QELTextStrings, Compare) {
+  struct Row {
+    std::u16string_view one, other;
+    bool equal;
+  };
+  const Row rows[] = {{u"/b1ab/b0", u"/b1a/b1b", true}, {u"ab", u"/b1ab/b0", false},
+                      {u"abc", u"abcdef", false},       {u"abcdef", u"abc", false},
+                      {u"", u"/b1/b0", true},           {u"", u"a", false},
+                      {u"a/nlb", u"ab", true},          {u"a/b1b", u"/i1a/i0b", false}};
+  QELText tools;
+  for (const Row& row : rows) {
+    EXPECT_EQ(tools.Compare(row.one, row.other), row.equal) << test::shown(row.other);
+  }
+  EXPECT_EQ(tools.get_QELText(), u"a/b1b/b0") << "the first text stays in the decoder";
+}
+
+TEST(QELTextStrings, KeepTheTextOnRandomMarkup) {
+  test::Random random(test::base_seed());
+  QELText tools;
+  StyleDecoder decoder;
+  for (int i = 0; i < 3000; ++i) {
+    std::u16string text = random.text(test::markup_vocabulary(), random.below(16));
+    SCOPED_TRACE(random.describe() + " " + test::shown(text));
+    const std::u16string plain = tools.PlainText(text);
+    std::size_t total = 0;
+    for (const auto& segment : *tools.get_Segments()) total += segment->text().size();
+    ASSERT_EQ(plain.size(), total) << "the plain text is as long as the segments";
+    // What is cut between these would read as a code, or no longer as one, when it is joined.
+    if (plain.find_first_of(u"~/") != std::u16string::npos) continue;
+    const auto length = static_cast<std::int16_t>(plain.size());
+    const auto at = static_cast<std::int16_t>(random.below(plain.size() + 1));
+    std::int16_t before = at;
+    std::int16_t behind = static_cast<std::int16_t>(length - at);
+    EXPECT_EQ(tools.PlainText(tools.LeftStr(text, before) + tools.RightStr(text, behind)), plain);
+    EXPECT_EQ(tools.PlainText(tools.MidStr(text, static_cast<std::int16_t>(at + 1), -1)),
+              plain.substr(static_cast<std::size_t>(at)));
+    const std::u16string stuffed =
+        tools.Stuff(text, static_cast<std::int16_t>(at + 1), 0, u"new", nullptr);
+    const std::u16string again =
+        tools.Stuff(stuffed, static_cast<std::int16_t>(at + 1), 3, u"", nullptr);
+    EXPECT_EQ(tools.PlainText(again), plain);
+    // A font in coloured text is lost where that text is cut.
+    decoder.put_QELText(text);
+    const bool is_cut_apart = text.find(u"/f") != std::u16string::npos;
+    EXPECT_TRUE(is_cut_apart || tools.Compare(again, text)) << test::shown(again);
+  }
+}
+
+TEST(QELTextToggle, IsDecidedByTheFirstSegment) {
+  struct Row {
+    std::u16string_view text;
+    std::int32_t attribute;
+    std::int16_t start, length;
+    std::u16string_view result;
+  };
+  const Row rows[] = {
+      {u"a/b1b", taBold, 0, 0, u"/b1ab/b0"},
+      {u"/b1a/b0b", taBold, 0, -1, u"ab"},
+      {u"/f2a/f0b", taFont3, 0, 0, u"/f3ab/f0"},
+      {u"/f3a/f0/f2b", taFont3, 0, 0, u"ab"},
+      {u"/y9a", taColor9, 0, 0, u"a"},
+      {u"/y9a", taColor8, 0, 0, u"/y8a/y0"},
+      {u"/b1/i1/f2a/b0b", taPlain, 0, 0, u"ab"},
+      {u"abc", taItalic, 1, 1, u"a/i1b/i0c"},
+      {u"ab/b1cd", taBold, 1, 2, u"a/b1bcd/b0"},
+      {u"abc", taUnderline, 2, 9, u"ab/u1c/u0"},
+      {u"abc", taUnderline, 3, 1, u"abc"},
+      {u"abc", taUnderline, -1, 2, u"abc"},
+      {u"abc", 32, 0, 0, u"abc"},
+      {u"abc", -1, 1, 1, u"abc"},
+      {u"", taBold, 0, 0, u""},
+      {u"a/u1b", taStrikeThru, 0, 0, u"/k1a/u1b/k0/u0"},
+      {u"a", taSuperscript, 0, 0, u"/p1a/p0"},
+      {u"a", taSubscript, 0, 0, u"/s1a/s0"},
+      {u"a", taSmallCaps, 0, 0, u"/c1a/c0"},
+      {u"the/b1 end of the day", taUpperCase, 0, 0, u"THE/b1 END OF THE DAY/b0"},
+      {u"the/b1 end of the day", taUpperCase, 4, 3, u"the/b1 END of the day/b0"},
+      {u"THE/b1 END", taLowerCase, 1, 4, u"The/b1 eND/b0"},
+      {u"aB/y2cD", taChangeCase, 0, 0, u"Ab/y2Cd/y0"},
+      {u"the/b1 end of the day", taTitleCase, 0, 0, u"The/b1 End of the Day/b0"},
+      {u"the/b1 end", taFirstToUpper, 0, 0, u"The/b1 end/b0"},
+      {u"the/b1 end", taFirstToUpper, 4, 3, u"the/b1 End/b0"},
+      {u"THE/b1 END", taFirstToLower, 0, 0, u"tHE/b1 END/b0"},
+  };
+  for (const Row& row : rows) {
+    QELText tools;
+    tools.put_QELText(row.text);
+    tools.ToggleTextAttribute(row.attribute, row.start, row.length);
+    EXPECT_EQ(tools.get_QELText(), row.result)
+        << test::shown(row.text) << " attribute " << row.attribute;
+  }
+}
+
+TEST(QELTextObjects, AreSharedOrNot) {
+  QELText tools;
+  tools.put_QELText(u"one /b1two/b0");
+  EXPECT_EQ(tools.get_WordCount(), 2);
+  EXPECT_EQ(tools.WordSegmentIndex(2, 1), 2);
+  tools.get_StyleDecoderObj()->put_QELText(u"/i1x");
+  EXPECT_EQ(tools.get_QELText(), u"/i1x/i0");
+  QELText::NewStyleDecoderObject()->put_QELText(u"y");
+  EXPECT_EQ(tools.SegmentText(1), u"x");
+  tools.TrimStr(u" new ");
+  EXPECT_EQ(tools.SegmentText(1), u" new ") << "every text that is worked on is loaded";
+  tools.put_FontName(u"Zed");
+  EXPECT_EQ(tools.get_DefaultFont() + tools.get_Fonts()->get_Font(0), u"ZedZed");
+  tools.put_FontSize(7.5F);
+  EXPECT_EQ(tools.get_DefaultFontSize(), 7.5F);
+  tools.put_IgnoredWordList(u"two");
+  EXPECT_EQ(tools.TitleCase(u"one two three", 0, -1, true), u"One two Three");
+  QELIndexColors colors;
+  colors.put_Color(0, 7);
+  tools.SetColors(colors);
+  colors.put_Color(0, 8);
+  EXPECT_EQ(tools.get_ForeColor(), 7) << "the tables are copies";
+}
+
+}  // namespace
+}  // namespace qel
