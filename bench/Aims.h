@@ -8,8 +8,8 @@
 
 namespace qel::bench {
 
-/// Prints what the console reporter prints, and at the end how the speeds on the largest document
-/// compare with those of the peers, as far as both were measured.
+/// Prints what the console reporter prints, and at the end how the speeds compare with those
+/// of the peers, as far as both were measured.
 class AimReporter : public benchmark::ConsoleReporter {
  public:
   void ReportRuns(const std::vector<Run>& runs) override;
@@ -17,6 +17,8 @@ class AimReporter : public benchmark::ConsoleReporter {
 
  private:
   double speed(const std::string& benchmark, int size) const;
+  /// Prints how the speeds relate, if both were measured.
+  void compare(const char* ours, const char* peer, int size, double at_least) const;
 
   std::map<std::string, double> speeds_;  // the best of each benchmark, in bytes a second
 };

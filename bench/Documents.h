@@ -19,6 +19,11 @@ struct Documents {
 constexpr int small_size = 100'000;
 constexpr int medium_size = 1'000'000;
 constexpr int large_size = 10'000'000;
+/// What the string functions are measured on: positions have 16 bits.
+constexpr int string_size = 32'000;
+/// About so many words.
+constexpr int ten_thousand_words = 70'000;
+constexpr int hundred_thousand_words = 700'000;
 
 /// Documents whose markup takes about `bytes` as a file; generated once and kept.
 const Documents& documents(std::size_t bytes);

@@ -6,9 +6,10 @@
 #include <thread>
 #include <utility>
 
-#include "Files.h"
 #include "HelpFormat.h"
-#include "TextInput.h"
+#include "RenderCommand.h"
+#include "TableOptions.h"
+#include "TextCommands.h"
 #include "UsageError.h"
 #include "qel/version.h"
 
@@ -82,56 +83,6 @@ class SwitchOptions {
   Switch tabs_to_space_;
   Switch recognize_crlf_;
   Switch recognize_tabs_;
-};
-
-class TableOptions {
- public:
-  explicit TableOptions(CLI::App& app) {
-    const auto add = [&app](const std::string& name, auto& value, const std::string& meaning,
-                            const char* type) {
-      return app.add_option(name, value, meaning)->type_name(type)->group("Fonts and colours");
-    };
-    add("--font", fonts_, "Font N (0 to 9); can be repeated", "N=NAME")->allow_extra_args(false);
-    add("--color", colors_,
-        "Colour N (0 to 9) as #RRGGBB or as a decimal number, red in its low byte; can be repeated",
-        "N=COLOR")
-        ->allow_extra_args(false);
-    size_ = add("--font-size", font_size_, "Default size (0 to 16383)", "POINTS");
-    size_->check(CLI::Range(0.0F, 16383.0F).description({}));
-    file_ = add("--tables", path_,
-                "File with records as 'qel tables' prints them; the options "
-                "above win over it",
-                "FILE");
-  }
-
-  Tables values() const {
-    Tables tables;
-    if (file_->count() > 0) read_file_into(tables);
-    try {
-      for (const std::string& font : fonts_) tables.set_font(font);
-      for (const std::string& color : colors_) tables.set_color(color);
-    } catch (const TableError& error) {
-      throw UsageError(error.what());
-    }
-    if (size_->count() > 0) tables.fonts.put_FontSize(font_size_);
-    return tables;
-  }
-
- private:
-  void read_file_into(Tables& tables) const {
-    try {
-      tables.read_records(decode_text(read_file(path_)));
-    } catch (const TableError& error) {
-      throw TableError("cannot read " + path_ + ": " + error.what());
-    }
-  }
-
-  std::vector<std::string> fonts_;
-  std::vector<std::string> colors_;
-  float font_size_ = 0;
-  std::string path_;
-  CLI::Option* size_ = nullptr;
-  CLI::Option* file_ = nullptr;
 };
 
 /// The form of that name; empty when none was given.
@@ -236,6 +187,8 @@ CommandLine parse_command_line(int argc, const char* const* argv) {
       app.add_subcommand("tables", "Print the tables of fonts and colours as records");
   const TableOptions tables(*tables_app);
   tables_app->footer(tables_examples);
+  const TextCommands text(*app.add_subcommand("text", "Work on markup by visible characters"));
+  const RenderCommand render(*app.add_subcommand("render", "Draw markup as a picture (SVG)"));
 
   CommandLine line;
   try {
@@ -250,6 +203,12 @@ CommandLine parse_command_line(int argc, const char* const* argv) {
     throw UsageError(on_one_line(error.what()));
   }
   if (convert.is_asked_for()) return convert.values();
+  const bool is_text = text.is_asked_for();
+  if (is_text || render.is_asked_for()) {
+    line.action = CommandLine::Action::text;
+    line.task = is_text ? text.values() : render.values();
+    return line;
+  }
   line.action = CommandLine::Action::tables;
   line.options.tables = tables.values();
   return line;

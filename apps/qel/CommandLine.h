@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "Conversion.h"
+#include "TextTask.h"
 
 namespace qel::command {
 
@@ -15,6 +16,7 @@ struct CommandLine {
     print,    ///< `text`: the help or the version
     convert,  ///< `files` as `options` say
     tables,   ///< print the records of the tables of `options`
+    text,     ///< `task`
   };
 
   Action action = Action::print;
@@ -24,6 +26,7 @@ struct CommandLine {
   std::optional<std::string> folder;
   std::size_t jobs = 1;
   ConversionOptions options;
+  TextTask task;
 };
 
 /// Raises a `UsageError` for arguments that do not fit, a `FileError` when the file of the tables

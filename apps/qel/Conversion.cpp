@@ -9,6 +9,7 @@
 #include "SegmentsJson.h"
 #include "TextInput.h"
 #include "qel/base/Scan.h"
+#include "qel/base/Utf16.h"
 #include "qel/base/Utf8.h"
 #include "qel/control/Common.h"
 #include "qel/embedded/RichEdit.h"
@@ -24,7 +25,7 @@ namespace {
 template <class Write>
 void in_parts(std::u16string_view text, Write write) {
   constexpr std::size_t part = std::size_t{1} << 15U;
-  const auto joins_next = [](char16_t unit) { return unit == u'\r' || (unit & 0xFC00U) == 0xD800; };
+  const auto joins_next = [](char16_t unit) { return unit == u'\r' || is_high_surrogate(unit); };
   while (!text.empty()) {
     std::size_t length = std::min(part, text.size());
     if (length < text.size() && joins_next(text[length - 1])) ++length;

@@ -4,6 +4,15 @@ _qel_convert_options='--help --from --to --output --directory --jobs --field
   --nl-to-space --no-nl-to-space --tabs-to-space --no-tabs-to-space
   --recognize-crlf --no-recognize-crlf --recognize-tabs --no-recognize-tabs
   --font --color --font-size --tables'
+_qel_text_options='--help --text --output --ignore-case --last --within --style
+  --style-from-text --start --length --ignored-words --width --indent --columns --lines
+  --font --color --font-size --tables'
+_qel_render_options='--help --output --width --margin --indent --align --label --transparent
+  --reveal-codes --hide-hidden --one-color --no-wrap --font --color --font-size --tables'
+_qel_verbs='len plain find left right mid stuff split case toggle compare wrap'
+_qel_letters='upper lower swap title first-upper first-lower'
+_qel_attributes="plain bold italic underline strike superscript subscript small-caps
+  $(echo font{1..9} color{1..9}) $_qel_letters"
 _qel_tables_options='--help --font --color --font-size --tables'
 
 _qel() {
@@ -15,14 +24,21 @@ _qel() {
       mapfile -t COMPREPLY < <(compgen -d -- "$word")
       return
       ;;
-    -j | --jobs | --font | --color | --font-size) return ;;
+    --align) choices='left right center' ;;
+    case) choices="$_qel_letters initial" ;;
+    toggle) choices=$_qel_attributes ;;
+    -t | --text | -j | --jobs | --font | --color | --font-size) return ;;
     *)
       if ((COMP_CWORD == 1)); then
-        choices='convert tables --help --version'
+        choices='convert tables text render --help --version'
+      elif [[ $COMP_CWORD == 2 && ${COMP_WORDS[1]} == text && $word != -* ]]; then
+        choices=$_qel_verbs
       elif [[ $word == -* ]]; then
         case ${COMP_WORDS[1]} in
           convert) choices=$_qel_convert_options ;;
           tables) choices=$_qel_tables_options ;;
+          text) choices=$_qel_text_options ;;
+          render) choices=$_qel_render_options ;;
         esac
       fi
       ;;

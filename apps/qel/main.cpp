@@ -55,6 +55,8 @@ int convert(const CommandLine& line) {
 
 int run(const CommandLine& line) {
   switch (line.action) {
+    case CommandLine::Action::text:
+      return run(line.task);
     case CommandLine::Action::print:
       print(line.text);
       return success;

@@ -5,35 +5,8 @@
 set -uo pipefail
 
 qel=$1
-here=$(cd "$(dirname "${BASH_SOURCE[0]}")" && pwd)
-work=$(mktemp -d)
-trap 'rm -rf "$work"' EXIT
-cd "$work" || exit
-failures=0
-
-fail() {
-  printf 'FAILED: %s\n' "$@"
-  failures=$((failures + 1))
-}
-
-# gives WHAT EXPECTED COMMAND...: the command's output, to the byte, and that it succeeds.
-gives() {
-  local what=$1 expected=$2
-  shift 2
-  "$@" >"$work/.out" 2>"$work/.err" || fail "$what: exit status $?, $(cat "$work/.err")"
-  printf '%s' "$expected" | cmp -s - "$work/.out" ||
-    fail "$what" "  expected: $expected" "  got:      $(cat -v "$work/.out")"
-}
-
-# breaks STATUS MESSAGE COMMAND...: the exit status, and one line on stderr that holds the message.
-breaks() {
-  local status=$1 message=$2 got=0
-  shift 2
-  "$@" >/dev/null 2>"$work/.err" || got=$?
-  [[ $got == "$status" ]] || fail "$*: exit status $got instead of $status"
-  [[ $(wc -l <"$work/.err") == 1 ]] || fail "$*: not one line on stderr: $(cat "$work/.err")"
-  grep -qF -- "$message" "$work/.err" || fail "$*: no '$message' in: $(cat "$work/.err")"
-}
+# shellcheck source=tests/cli/support.sh
+. "$(dirname "${BASH_SOURCE[0]}")/support.sh"
 
 # piped INPUT OPTION...: converts what printf makes of INPUT.
 piped() {
@@ -180,20 +153,6 @@ a.txt
 unfinished:' ]] || fail "SIGTERM left: $(ls -A stopped unfinished)"
 exec 9>&-
 
-echo "== options are described =="
-options=$("$qel" convert --help | grep -oE -- '--[a-z][a-z-]+' | sort -u)
-[[ $(wc -w <<<"$options") -ge 15 ]] || fail "too few options in the help: $options"
-sed 's/\\-/-/g' "$here/../../docs/qel.1" >manual
-for option in $options; do
-  # The manual writes "--to" as "Fl \-to".
-  grep -qE -- "Fl.* ${option#-}( |$)" manual ||
-    fail "$option is not in the manual"
-  grep -qE -- "(^|[ '])$option([ ']|$)" "$here/../../apps/qel/completion.bash" ||
-    fail "$option is not in the completion"
-done
-if command -v mandoc >/dev/null; then
-  mandoc -T lint -W warning "$here/../../docs/qel.1" || fail "the manual has faults"
-fi
 # shellcheck source=/dev/null
 . "$here/../../apps/qel/completion.bash"
 COMP_WORDS=(qel convert --to s) COMP_CWORD=3
@@ -202,5 +161,4 @@ _qel
 gives "version" "qel $(sed -n 's/.*VERSION \([0-9.]*\)$/\1/p' "$here/../../CMakeLists.txt" | tail -n 1)"$'\n' \
   "$qel" --version
 
-((failures == 0)) || echo "$failures failed"
-exit $((failures > 0))
+finish

@@ -1,0 +1,78 @@
+#include "RenderCommand.h"
+
+#include <memory>
+
+#include "qel/embedded/SvgCanvas.h"
+#include "qel/text/TextAndFormatting.h"
+
+namespace qel::command {
+namespace {
+
+constexpr const char* examples = R"(Examples:
+  qel render letter.qel -o letter.svg
+  qel render letter.qel --width 300 --indent 20 --align center -o letter.svg
+  qel render letter.qel --font 4=Georgia --color 4=#1E90FF --font-size 12 -o letter.svg)";
+
+}  // namespace
+
+RenderCommand::RenderCommand(CLI::App& app) : app_(app), tables_(app) {
+  const auto points = [&app](const std::string& name, float& value, const std::string& meaning) {
+    return app.add_option(name, value, meaning)
+        ->type_name("POINTS")
+        ->check(CLI::Range(0.0F, 100000.0F).description({}));
+  };
+  app.add_option("FILE", file_, "Markup to draw; standard input when none is named, or for '-'")
+      ->type_name("");
+  app.add_option("-o,--output", output_, "File to write, '-' for standard output")
+      ->required()
+      ->type_name("FILE");
+  points("-w,--width", picture_.width, "Width of the lines (450)");
+  points("--margin", picture_.margin, "Room around the text (10)");
+  points("--indent", picture_.indent, "How much further right all lines but the first begin");
+  app.add_option("--align", align_, "left, right or center")
+      ->type_name("SIDE")
+      ->check(CLI::IsMember({"left", "right", "center"}).description({}));
+  app.add_option("--label", picture_.label, "Label (1 to 9) whose colour lies behind the text")
+      ->type_name("N")
+      ->check(CLI::Range(1, 9).description({}));
+  app.add_flag("--transparent", picture_.transparent, "Without a white background");
+  app.add_flag("--reveal-codes", picture_.reveal_codes, "Draw the markup itself");
+  app.add_flag("--hide-hidden", picture_.hides_hidden, "Without text in colour 2");
+  app.add_flag("--one-color", picture_.one_color, "All text in colour 0");
+  app.add_flag("--no-wrap", no_wrap_, "Break lines only at line codes");
+  app.footer(examples);
+}
+
+TextTask RenderCommand::values() const {
+  Picture picture = picture_;
+  picture.wraps = !no_wrap_;
+  picture.align = align_ == "right" ? alRight : align_ == "center" ? alCenter : alLeft;
+  TextTask task;
+  task.files = {file_};
+  task.output = output_;
+  task.run = [picture, tables = std::make_shared<const Tables>(tables_.values())](
+                 const std::vector<std::u16string>& texts) {
+    return TaskResult{drawn(picture, *tables, texts[0]), 0};
+  };
+  return task;
+}
+
+std::string RenderCommand::drawn(const Picture& picture, const Tables& tables,
+                                 std::u16string_view markup) {
+  const auto canvas = std::make_shared<embedded::SvgCanvas>(
+      picture.width, picture.margin,
+      picture.transparent ? std::nullopt : std::optional(rgb(255, 255, 255)));
+  TextAndFormatting layout;
+  layout.put_Canvas(canvas);
+  layout.SetFontAndColors(tables.fonts, *tables.colors);
+  layout.put_Align(picture.align);
+  layout.put_LabelID(picture.label);
+  layout.put_RevealCodes(picture.reveal_codes);
+  layout.put_ShowHiddenText(!picture.hides_hidden);
+  layout.put_IgnoreColors(picture.one_color);
+  layout.put_WordWrap(picture.wraps);
+  layout.WriteParagraph(markup, 0, 0, picture.width, picture.indent);
+  return canvas->svg();
+}
+
+}  // namespace qel::command

@@ -1,0 +1,393 @@
+#include "TextCommands.h"
+
+#include <algorithm>
+#include <array>
+#include <cstddef>
+#include <optional>
+#include <string_view>
+
+#include "qel/base/Utf16.h"
+#include "qel/base/Utf8.h"
+#include "qel/embedded/SvgCanvas.h"
+#include "qel/richtext/CodePage.h"
+
+namespace qel::command {
+namespace {
+
+constexpr const char* examples = R"(Positions count visible characters, the first is 1.
+Examples:
+  qel text len -t '/b1bold/b0 text'
+  qel text left 4 letter.qel
+  qel text find --ignore-case needle letter.qel
+  qel text stuff 1 0 'Dear ' letter.qel --style b,f2
+  qel text toggle bold letter.qel --start 3 --length 5
+  qel text case title letter.qel -o letter.qel
+  qel text wrap --width 300 --indent 20 letter.qel)";
+
+using Texts = std::vector<std::u16string>;
+
+std::u16string decoded(const std::string& argument) {
+  return from_utf8(argument, richtext::decode_western);
+}
+
+TaskResult markup(std::u16string_view text) { return {to_utf8(text), 0}; }
+TaskResult number(std::int64_t value) { return {std::to_string(value) + "\n", 0}; }
+TaskResult lines(const Texts& texts) {
+  TaskResult result;
+  for (const std::u16string& text : texts) result.output.append(to_utf8(text)).append("\n");
+  return result;
+}
+
+struct Named {
+  std::string_view name;
+  std::int32_t value;
+};
+
+constexpr std::array<Named, 8> plain_toggles = {{{"plain", taPlain},
+                                                 {"bold", taBold},
+                                                 {"italic", taItalic},
+                                                 {"underline", taUnderline},
+                                                 {"strike", taStrikeThru},
+                                                 {"superscript", taSuperscript},
+                                                 {"subscript", taSubscript},
+                                                 {"small-caps", taSmallCaps}}};
+constexpr std::array<Named, 6> letter_toggles = {{{"upper", taUpperCase},
+                                                  {"lower", taLowerCase},
+                                                  {"swap", taChangeCase},
+                                                  {"title", taTitleCase},
+                                                  {"first-upper", taFirstToUpper},
+                                                  {"first-lower", taFirstToLower}}};
+
+template <std::size_t Size>
+std::optional<std::int32_t> value_of(const std::array<Named, Size>& names, std::string_view name) {
+  const auto found = std::find_if(names.begin(), names.end(),
+                                  [&](const Named& named) { return named.name == name; });
+  return found == names.end() ? std::nullopt : std::optional(found->value);
+}
+
+/// "font3" or "color3" after `word`, as an offset from the first.
+std::optional<std::int32_t> index_after(std::string_view name, std::string_view word) {
+  const bool fits = name.size() == word.size() + 1 && name.starts_with(word) &&
+                    name.back() >= '1' && name.back() <= '9';
+  return fits ? std::optional<std::int32_t>(name.back() - '1') : std::nullopt;
+}
+
+std::optional<std::int32_t> attribute_named(std::string_view name) {
+  if (const auto value = value_of(plain_toggles, name)) return value;
+  if (const auto value = value_of(letter_toggles, name)) return value;
+  if (const auto index = index_after(name, "font")) return taFont1 + *index;
+  if (const auto index = index_after(name, "color")) return taColor1 + *index;
+  return std::nullopt;
+}
+
+/// The attribute whose code has this letter, or letter and digit: "b", "f2".
+std::optional<std::int32_t> attribute_of_code(std::string_view code) {
+  constexpr std::string_view letters = "biukps";
+  constexpr std::array<std::int32_t, 6> attributes = {taBold,       taItalic,      taUnderline,
+                                                      taStrikeThru, taSuperscript, taSubscript};
+  if (const auto index = index_after(code, "f")) return taFont1 + *index;
+  if (const auto index = index_after(code, "y")) return taColor1 + *index;
+  const std::size_t letter = code.size() == 1 ? letters.find(code[0]) : std::string_view::npos;
+  return letter == std::string_view::npos ? std::nullopt : std::optional(attributes[letter]);
+}
+
+/// A style of a replacement by its codes: "b,i,f2,y3".
+std::optional<cReplaceData> style_named(std::string_view codes) {
+  iStyle style;
+  for (std::size_t begin = 0; begin <= codes.size();) {
+    const std::size_t end = std::min(codes.find(',', begin), codes.size());
+    const auto attribute = attribute_of_code(codes.substr(begin, end - begin));
+    if (!attribute) return std::nullopt;
+    set_attribute(style, *attribute, true);
+    begin = end + 1;
+  }
+  cReplaceData data;
+  data.DontChangeStyle = data.DontChangeFont = data.DontChangeColor = false;
+  data.Bold = style.Bold;
+  data.Italic = style.Italic;
+  data.Underline = style.Underline;
+  data.StrikeOut = style.StrikeThru;
+  data.Superscript = style.Superscript;
+  data.Subscript = style.Subscript;
+  data.FontID = style.FontID;
+  data.ColorID = style.ColorID;
+  return data;
+}
+
+using ChangeCase = std::u16string (*)(QELText& tools, std::u16string_view text, std::int16_t start,
+                                      std::int16_t length);
+
+ChangeCase case_named(std::string_view name) {
+  struct Row {
+    std::string_view name;
+    ChangeCase change;
+  };
+  static constexpr std::array<Row, 7> rows = {
+      {{"upper", [](auto& tools, auto text, auto start,
+                    auto length) { return tools.UpperCase(text, start, length); }},
+       {"lower", [](auto& tools, auto text, auto start,
+                    auto length) { return tools.LowerCase(text, start, length); }},
+       {"swap", [](auto& tools, auto text, auto start,
+                   auto length) { return tools.ChangeCase(text, start, length); }},
+       {"title", [](auto& tools, auto text, auto start,
+                    auto length) { return tools.TitleCase(text, start, length, true); }},
+       {"initial", [](auto& tools, auto text, auto start,
+                      auto length) { return tools.InitialCap(text, start, length); }},
+       {"first-upper",
+        [](auto& tools, auto text, auto start, auto length) {
+          return tools.FirstLetterToUppercase(text, start, length);
+        }},
+       {"first-lower", [](auto& tools, auto text, auto start, auto length) {
+          return tools.FirstLetterToLowercase(text, start, length);
+        }}}};
+  const auto found =
+      std::find_if(rows.begin(), rows.end(), [&](const Row& row) { return row.name == name; });
+  return found == rows.end() ? nullptr : found->change;
+}
+
+constexpr const char* case_names = "upper, lower, swap, title, initial, first-upper, first-lower";
+constexpr const char* attribute_names =
+    "plain, bold, italic, underline, strike, superscript, subscript, small-caps, font1 to font9, "
+    "color1 to color9, upper, lower, swap, title, first-upper, first-lower";
+constexpr const char* style_names = "b, i, u, k, p, s, f1 to f9, y1 to y9";
+
+/// Accepts the names that `find` knows.
+template <class Find>
+CLI::Validator known_to(Find find, const std::string& names) {
+  return CLI::Validator(
+      [find, names](const std::string& name) {
+        return find(name) ? std::string() : "'" + name + "' is none of " + names;
+      },
+      {});
+}
+
+/// Every character takes one column.
+class ColumnCanvas : public platform::Canvas {
+ public:
+  float text_width(std::u16string_view text, const platform::TextFont& /*font*/) const override {
+    const auto is_rest_of_pair = [](char16_t unit) { return is_low_surrogate(unit); };
+    return static_cast<float>(text.size()) -
+           static_cast<float>(std::count_if(text.begin(), text.end(), is_rest_of_pair));
+  }
+  platform::FontExtent font_extent(const platform::TextFont& /*font*/) const override {
+    return {1, 0, 0};
+  }
+  void draw_text(const platform::CanvasText& /*text*/) override {}
+  void fill_rectangle(const platform::CanvasRectangle& /*rectangle*/, Color /*color*/) override {}
+};
+
+}  // namespace
+
+TextCommands::TextCommands(CLI::App& app) : app_(app) {
+  app.require_subcommand(1);
+  app.footer(examples);
+  add_counting();
+  add_cutting();
+  add_joining();
+  add_styling();
+  add_wrapping();
+}
+
+CLI::App& TextCommands::add_verb(const std::string& name, const std::string& meaning, Run run) {
+  CLI::App* const verb = app_.add_subcommand(name, meaning);
+  verbs_.push_back({verb, run});
+  return *verb;
+}
+
+/// To be called last: the file is the last of the arguments.
+void TextCommands::read_text(CLI::App& verb) {
+  CLI::Option* const file =
+      verb.add_option("FILE", file_,
+                      "Markup to read; standard input when none is named, or for '-'")
+          ->type_name("");
+  verb.add_option("-t,--text", text_, "Markup in place of a file")
+      ->type_name("TEXT")
+      ->excludes(file);
+  verb.add_option("-o,--output", output_, "File to write instead of standard output")
+      ->type_name("FILE");
+}
+
+TextTask TextCommands::values() const {
+  const auto verb = std::find_if(verbs_.begin(), verbs_.end(),
+                                 [](const Verb& candidate) { return candidate.app->parsed(); });
+  TextTask task;
+  task.files = {file_};
+  if (!other_file_.empty()) task.files.push_back(other_file_);
+  if (verb->app->get_option("--text")->count() > 0) task.text = text_;
+  task.output = output_;
+  Arguments given = given_;
+  given.tables = std::make_shared<const Tables>(tables_->values());
+  task.run = [run = verb->run, given](const Texts& texts) {
+    QELText tools;
+    return run(given, tools, texts);
+  };
+  return task;
+}
+
+void TextCommands::add_counting() {
+  read_text(add_verb("len", "Count the visible characters",
+                     [](const Arguments&, QELText& tools, const Texts& texts) {
+                       return number(tools.LenStr(texts[0]));
+                     }));
+  read_text(add_verb("plain", "Print the text without codes",
+                     [](const Arguments&, QELText& tools, const Texts& texts) {
+                       return markup(tools.PlainText(texts[0]));
+                     }));
+  CLI::App& verb = add_verb("find", "Print where a text first occurs, 0 when it does not", find);
+  verb.add_option("SEARCH", given_.search, "What to look for")->required()->type_name("");
+  CLI::Option* const last = verb.add_flag("--last", given_.last, "The last occurrence");
+  verb.add_option("--within", given_.length, "With --last: only within the first N characters")
+      ->type_name("N")
+      ->needs(last);
+  verb.add_flag("--ignore-case", given_.ignore_case, "Letters match in any case")->excludes(last);
+  read_text(verb);
+}
+
+TaskResult TextCommands::find(const Arguments& given, QELText& tools, const Texts& texts) {
+  const std::u16string search = decoded(given.search);
+  if (given.last) return number(tools.InStringRev(texts[0], search, given.length));
+  return number(tools.InString(texts[0], search, given.ignore_case ? 1 : 0));
+}
+
+void TextCommands::add_cutting() {
+  const auto add_count = [this](CLI::App& verb) {
+    verb.add_option("COUNT", given_.count, "How many characters")->required()->type_name("");
+    read_text(verb);
+  };
+  add_count(add_verb("left", "Print the first characters",
+                     [](const Arguments& given, QELText& tools, const Texts& texts) {
+                       std::int16_t count = given.count;
+                       return markup(tools.LeftStr(texts[0], count));
+                     }));
+  add_count(add_verb("right", "Print the last characters",
+                     [](const Arguments& given, QELText& tools, const Texts& texts) {
+                       std::int16_t count = given.count;
+                       return markup(tools.RightStr(texts[0], count));
+                     }));
+  CLI::App& mid = add_verb("mid", "Print characters from the middle",
+                           [](const Arguments& given, QELText& tools, const Texts& texts) {
+                             return markup(tools.MidStr(texts[0], given.start, given.length));
+                           });
+  mid.add_option("START", given_.start, "The first of them")->required()->type_name("");
+  mid.add_option("LENGTH", given_.length, "How many; -1 for all the rest")
+      ->required()
+      ->type_name("");
+  read_text(mid);
+  CLI::App& split = add_verb("split", "Print the parts between delimiters, one on each line",
+                             [](const Arguments& given, QELText& tools, const Texts& texts) {
+                               return lines(tools.Split(texts[0], decoded(given.search)));
+                             });
+  split.add_option("DELIMITER", given_.search, "What stands between the parts")
+      ->required()
+      ->type_name("");
+  read_text(split);
+}
+
+void TextCommands::add_joining() {
+  CLI::App& verb = add_verb("stuff", "Replace characters", stuff);
+  verb.add_option("START", given_.start, "The first to replace")->required()->type_name("");
+  verb.add_option("LENGTH", given_.length, "How many; 0 only inserts")->required()->type_name("");
+  verb.add_option("REPLACEMENT", given_.replacement, "Markup to put there")
+      ->required()
+      ->type_name("");
+  CLI::Option* const style =
+      verb.add_option("--style", given_.style, "Style of the replacement, as in b,i,f2,y3")
+          ->type_name("CODES")
+          ->check(known_to(style_named, style_names));
+  verb.add_flag("--style-from-text", given_.style_from_text,
+                "Take the style of the first run that begins at START or behind it")
+      ->excludes(style);
+  read_text(verb);
+  CLI::App& comparing = add_verb(
+      "compare", "Tell whether two texts have the same characters in the same styles", compare);
+  comparing.add_option("OTHER", other_file_, "File to compare with")->required()->type_name("");
+  read_text(comparing);
+}
+
+TaskResult TextCommands::stuff(const Arguments& given, QELText& tools, const Texts& texts) {
+  const std::u16string replacement = decoded(given.replacement);
+  if (!given.style_from_text && given.style.empty()) {
+    return markup(tools.Stuff(texts[0], given.start, given.length, replacement));
+  }
+  const cReplaceData style = given.style_from_text ? cReplaceData() : *style_named(given.style);
+  return markup(tools.StuffWithStyleData(texts[0], given.start, given.length, replacement, style));
+}
+
+TaskResult TextCommands::compare(const Arguments& /*given*/, QELText& tools, const Texts& texts) {
+  const bool is_equal = tools.Compare(texts[0], texts[1]);
+  return {is_equal ? "equal\n" : "different\n", is_equal ? 0 : 1};
+}
+
+void TextCommands::add_span_options(CLI::App& verb) {
+  verb.add_option("--start", given_.start, "The first character")
+      ->type_name("N")
+      ->check(CLI::PositiveNumber.description({}));
+  verb.add_option("--length", given_.length, "How many; all the rest otherwise")
+      ->type_name("N")
+      ->check(CLI::PositiveNumber.description({}));
+}
+
+void TextCommands::add_styling() {
+  CLI::App& changing = add_verb("case", "Change the case of letters", change_case);
+  changing.add_option("KIND", given_.name, case_names)
+      ->required()
+      ->type_name("")
+      ->check(known_to(case_named, case_names));
+  changing
+      .add_option("--ignored-words", given_.ignored_words, "Words that title case leaves small")
+      ->type_name("A,B,...");
+  add_span_options(changing);
+  read_text(changing);
+  CLI::App& toggling = add_verb("toggle", "Switch an attribute on or off", toggle);
+  toggling.add_option("ATTRIBUTE", given_.name, attribute_names)
+      ->required()
+      ->type_name("")
+      ->check(known_to(attribute_named, attribute_names));
+  add_span_options(toggling);
+  read_text(toggling);
+}
+
+TaskResult TextCommands::change_case(const Arguments& given, QELText& tools, const Texts& texts) {
+  if (!given.ignored_words.empty()) tools.put_IgnoredWordList(decoded(given.ignored_words));
+  return markup(case_named(given.name)(tools, texts[0], static_cast<std::int16_t>(given.start - 1),
+                                       given.length));
+}
+
+TaskResult TextCommands::toggle(const Arguments& given, QELText& tools, const Texts& texts) {
+  const std::size_t before = static_cast<std::size_t>(given.start) - 1;
+  const std::size_t size = tools.PlainText(texts[0]).size();
+  std::size_t length = before > 0 && size > before ? size - before : 0;
+  if (given.length > 0) length = static_cast<std::size_t>(given.length);
+  if (before == 0 || length > 0) {
+    tools.ToggleTextAttribute(*attribute_named(given.name), static_cast<std::int16_t>(before),
+                              static_cast<std::int16_t>(length));
+  }
+  return markup(tools.get_QELText());
+}
+
+void TextCommands::add_wrapping() {
+  CLI::App& verb = add_verb("wrap", "Print the lines that fit a width, each on a line", wrap);
+  verb.add_option("-w,--width", given_.width, "Width of the lines, in points")
+      ->required()
+      ->type_name("N");
+  verb.add_option("--indent", given_.indent, "How much narrower all lines after the first are")
+      ->type_name("N");
+  verb.add_flag("--columns", given_.columns, "Widths count characters, all of them equally wide");
+  verb.add_flag("--lines", given_.count_only, "Print only how many lines there are");
+  tables_ = std::make_unique<TableOptions>(verb);
+  read_text(verb);
+}
+
+TaskResult TextCommands::wrap(const Arguments& given, QELText& /*tools*/, const Texts& texts) {
+  TextAndFormatting layout;
+  layout.SetFontAndColors(given.tables->fonts, *given.tables->colors);
+  if (given.columns) {
+    layout.put_Canvas(std::make_shared<ColumnCanvas>());
+  } else {
+    layout.put_Canvas(std::make_shared<embedded::SvgCanvas>(given.width));
+  }
+  const Texts all = layout.all_lines(texts[0], given.width, given.indent);
+  return given.count_only ? number(static_cast<std::int64_t>(all.size())) : lines(all);
+}
+
+}  // namespace qel::command

@@ -1,0 +1,119 @@
+#!/usr/bin/env bash
+# Drives the work on formatted text as a user does, and checks that all options are described.
+# Usage: text.sh QEL
+set -uo pipefail
+
+qel=$1
+# shellcheck source=tests/cli/support.sh
+. "$(dirname "${BASH_SOURCE[0]}")/support.sh"
+
+text() { "$qel" text "$@"; }
+# With a dot behind, which keeps line breaks at the end.
+dotted() { text "$@" && printf .; }
+
+echo "== verbs =="
+printf '/b1abc/b0def\r\n' >a.qel
+printf '/b1abc/b0de' >b.qel
+printf 'one two /y2three/y0' >c.qel
+# The expected output and the arguments, in which "_" stands for a blank.
+while IFS='|' read -r expected arguments; do
+  read -ra words <<<"$arguments"
+  gives "$arguments" "$(printf '%b.' "$expected")" dotted "${words[@]//_/ }"
+done <<'END'
+6\n|len a.qel
+6\n|len -t /k1abc
+abcdef|plain a.qel
+3\n|find cd a.qel
+0\n|find CD a.qel
+3\n|find CD --ignore-case a.qel
+4\n|find a --last -t abca
+1\n|find a --last --within 3 -t abca
+/b1abc/b0d|left 4 a.qel
+|left -1 a.qel
+/b1c/b0def|right 4 a.qel
+/b1bc/b0|mid 2 2 a.qel
+/b1c/b0def|mid 3 -1 a.qel
+|mid 0 2 a.qel
+/b1a/b0/i1/f2X/f0/i0/b1c/b0def|stuff 2 1 X a.qel --style i,f2
+/b1aXc/b0def|stuff 2 1 X -t /b1a/b0/b1b/f1/f0/b0/b1c/b0def --style-from-text
+/b1abc/b0défdef|stuff 4 0 déf a.qel
+/b1a/b0\n/b1c/b0def\n|split b a.qel
+/b1ABC/b0DEF|case upper a.qel
+/b1abC/b0Def|case swap a.qel --start 3 --length 2
+/b1abc/b0DEf|case upper --start 4 --length 2 a.qel
+The/i1 Lay of Way/i0|case title -t the/i1_lay_of_way
+the|case title --ignored-words the,of --start 5 -t the
+tHE|case first-lower -t THE
+One two|case initial -t one_TWO
+abcdef|toggle bold a.qel
+/b1a/b0bcdef|toggle bold a.qel --start 2
+a/f3b/f0c|toggle font3 -t abc --start 2 --length 1
+abc|toggle font3 -t abc --start 4
+abc|toggle plain -t /b1/y3abc
+ABC|toggle upper -t abc
+equal\n|compare a.qel -t /b1a/b0/b1bc/b0def
+one two\nthree\n|wrap -w 9 --columns -t one_two_three
+one two\nthr\nee\n|wrap -w 7 --indent 4 --columns -t one_two_three
+3\n|wrap -w 3 --columns --lines -t abcdefghi
+Hello\nHello\n|wrap -w 23 -t Hello_Hello
+Hello Hello\n|wrap -w 26 --font 0=Symbol --font-size 4 -t Hello_Hello
+END
+[[ $(text compare a.qel b.qel) == different ]] || fail "compare"
+text compare a.qel b.qel >/dev/null
+[[ $? == 1 ]] || fail "the exit status of different texts"
+gives "standard input" 6$'\n' bash -c "printf '/b1abc/b0def\n' | $qel text len"
+gives "a file" '' text left 2 a.qel -o left.qel
+[[ $(cat left.qel) == /b1ab/b0 ]] || fail "written: $(cat left.qel)"
+
+echo "== render =="
+gives "a picture" '' "$qel" render a.qel --width 200 -o a.svg
+grep -q 'font-weight="bold"[^>]*>abc<' a.svg || fail "no bold text in $(cat a.svg)"
+if command -v xmllint >/dev/null; then xmllint --noout a.svg || fail "not well-formed"; fi
+count_texts() { "$qel" render "$@" -o - | grep -o '<text' | wc -l | tr -d '\n'; }
+gives "wrapped" 3 count_texts --width 23 c.qel
+gives "not wrapped" 2 count_texts --width 23 --no-wrap c.qel
+gives "without hidden text" 1 count_texts --hide-hidden --no-wrap c.qel
+gives "one text with all codes" 1 count_texts --reveal-codes c.qel
+gives "options" 3$'\n' bash -c "$qel render a.qel -o - --width 300 --margin 7 --indent 3 --align right \
+  --label 1 --one-color --transparent --color 0=#010203 | grep -oE '#(010203|cbcfde)' | wc -l"
+
+echo "== usage =="
+breaks 2 'required' "$qel" text
+breaks 2 'COUNT' text left
+breaks 2 'COUNT' text left three a.qel
+breaks 2 'COUNT' text left 70000 a.qel
+breaks 2 '--start' text case upper a.qel --start 0
+breaks 2 "'loud' is none of upper" text case loud a.qel
+breaks 2 "'font0' is none of plain" text toggle font0 a.qel
+breaks 2 "'b,z' is none of b, i" text stuff 1 1 x a.qel --style b,z
+breaks 2 'excludes' text len a.qel -t x
+breaks 2 '--width' text wrap a.qel
+breaks 2 '--output' "$qel" render a.qel
+breaks 2 '--align' "$qel" render a.qel -o a.svg --align up
+breaks 1 'cannot read none.qel' text len none.qel
+breaks 1 'cannot write none/x.svg' "$qel" render a.qel -o none/x.svg
+
+echo "== options are described =="
+sed 's/\\-/-/g' "$here/../../docs/qel.1" >manual
+verbs=$(sed -n "s/^_qel_verbs='\(.*\)'/\1/p" "$here/../../apps/qel/completion.bash")
+[[ $(wc -w <<<"$verbs") == 12 ]] || fail "verbs of the completion: $verbs"
+{
+  "$qel" convert --help
+  "$qel" tables --help
+  "$qel" render --help
+  for verb in $verbs; do text "$verb" --help; done
+} | grep -oE -- '--[a-z][a-z-]+' | sort -u >options
+[[ $(wc -l <options) -ge 35 ]] || fail "too few options in the help: $(cat options)"
+while read -r option; do
+  # The manual writes "--to" as "Fl \-to".
+  grep -qE -- "Fl.* ${option#-}( |$)" manual || fail "$option is not in the manual"
+  grep -qE -- "(^|[ '])$option([ ']|$)" "$here/../../apps/qel/completion.bash" ||
+    fail "$option is not in the completion"
+done <options
+for verb in $verbs; do
+  grep -qE "^.It Cm $verb( |$)" manual || fail "text $verb is not in the manual"
+done
+if command -v mandoc >/dev/null; then
+  mandoc -T lint -W warning "$here/../../docs/qel.1" || fail "the manual has faults"
+fi
+finish
