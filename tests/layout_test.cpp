@@ -287,23 +287,22 @@ std::vector<std::string> drawn(const embedded::FixedCanvas& canvas) {
 TEST(Drawing, LaysLinesOut) {
   struct Row {
     std::u16string_view text;
-    std::int16_t align;
     float indent;
-    std::int16_t printed;
+    std::int16_t align, printed;
     std::vector<std::string> lines;
   };
   // Ten characters fit; a line is 2.4 high, its base line 1.8 below its top.
   const Row rows[] = {
-      {u"one two three", alLeft, 2, 2, {"0,18 one two", "20,42 three"}},
-      {u"one two three", alRight, 2, 2, {"30,18 one two", "50,42 three"}},
-      {u"one two   three  ", alCenter, 0, 2, {"15,18 one two  ", "25,42 three  "}},
-      {u"/u1one two three", alLeft, 0, 2, {"0,18 one two", "0,42 three"}},
-      {u"a/nl/nl b/nl", alRight, 0, 3, {"90,18 a", "80,66  b"}},
-      {u"a\r\nb\nc", alLeft, 5, 3, {"0,18 a", "0,42 b", "0,66 c"}},
-      {u"/b1/b0", alLeft, 0, 0, {}},
-      {u"/nl", alLeft, 0, 1, {}},
-      {u"a~/b1\\\\i1<b1]", alLeft, 0, 1, {"0,18 a/b1/i1/b1"}},
-      {u"abcdefghijkl", alLeft, 3, 2, {"0,18 abcdefghij", "30,42 kl"}},
+      {u"one two three", 2, alLeft, 2, {"0,18 one two", "20,42 three"}},
+      {u"one two three", 2, alRight, 2, {"30,18 one two", "50,42 three"}},
+      {u"one two   three  ", 0, alCenter, 2, {"15,18 one two  ", "25,42 three  "}},
+      {u"/u1one two three", 0, alLeft, 2, {"0,18 one two", "0,42 three"}},
+      {u"a/nl/nl b/nl", 0, alRight, 3, {"90,18 a", "80,66  b"}},
+      {u"a\r\nb\nc", 5, alLeft, 3, {"0,18 a", "0,42 b", "0,66 c"}},
+      {u"/b1/b0", 0, alLeft, 0, {}},
+      {u"/nl", 0, alLeft, 1, {}},
+      {u"a~/b1\\\\i1<b1]", 0, alLeft, 1, {"0,18 a/b1/i1/b1"}},
+      {u"abcdefghijkl", 3, alLeft, 2, {"0,18 abcdefghij", "30,42 kl"}},
   };
   for (const Row& row : rows) {
     SCOPED_TRACE(test::shown(row.text));

@@ -1,6 +1,7 @@
 #include "qel/base/CaseMapping.h"
 
 #include <algorithm>
+#include <bitset>
 #include <cstddef>
 #include <cstdint>
 #include <iterator>
@@ -70,6 +71,14 @@ bool equal_ignoring_case(std::u16string_view left, std::u16string_view right) {
 }
 
 bool is_punctuation(char32_t character) {
+  static const auto in_ascii = [] {
+    std::bitset<0x80> found;
+    for (char32_t c = 0; c < found.size(); ++c) {
+      found.set(c, find_range(punctuation_ranges, c) != nullptr);
+    }
+    return found;
+  }();
+  if (character < in_ascii.size()) return in_ascii.test(character);
   return find_range(punctuation_ranges, character) != nullptr;
 }
 

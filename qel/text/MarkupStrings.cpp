@@ -2,11 +2,13 @@
 
 #include <algorithm>
 #include <cstddef>
+#include <optional>
 #include <utility>
 
+#include "qel/base/Scan.h"
 #include "qel/model/Division.h"
-#include "qel/model/Encoder.h"
 #include "qel/model/QELCode.h"
+#include "qel/model/StyleCodes.h"
 
 namespace qel::markup {
 namespace {
@@ -69,55 +71,85 @@ Surroundings around(StyleDecoder& decoder, std::u16string_view text, std::int32_
 
 namespace {
 
-/// Writes the pieces of a decoded text, one after the other.
+/// Writes the markup of one piece of a text after the other.
 class PieceWriter {
  public:
-  /// Takes a part of the current piece over from `segment`.
-  void add(Segment& segment, std::u16string_view part) { piece_.append(segment.with_text(part)); }
+  void add(std::u16string_view text, const style_codes::CodeState& state) {
+    if (last_) {
+      style_codes::append_different_off(markup_, *last_, &state, style_codes::CodeSet::current);
+      style_codes::append_different_on(markup_, state, *last_, style_codes::CodeSet::current);
+    } else {
+      style_codes::append_on(markup_, state, style_codes::CodeSet::current);
+    }
+    markup_.append(text);
+    last_ = state;
+  }
 
   std::u16string take() {
-    std::u16string markup = encode(piece_, 0, {});
-    piece_.Clear();
-    return markup;
+    if (last_) style_codes::append_off(markup_, *last_, style_codes::CodeSet::current);
+    last_.reset();
+    return restore_escaped_codes(std::exchange(markup_, {}));
   }
 
  private:
-  SegmentCollection piece_;
+  std::u16string markup_;
+  std::optional<style_codes::CodeState> last_;
 };
 
-/// Appends the pieces of `markup` between the delimiters, all in one walk. The markup is what
-/// encoding gave, so that encoding a part of it changes no style.
-void append_pieces(StyleDecoder& decoder, const std::u16string& markup,
-                   std::u16string_view delimiter, std::vector<std::u16string>& pieces) {
-  decoder.put_QELText(markup);
-  const std::u16string plain = decoder.get_Text();
-  std::size_t begin = 0;
-  std::size_t end = plain.find(delimiter);
-  if (end == std::u16string::npos) {
-    pieces.push_back(markup);
-    return;
+/// Where a text is cut: at the first `most` delimiters.
+class Cuts {
+ public:
+  Cuts(std::u16string_view plain, std::u16string_view delimiter, std::size_t most)
+      : plain_(plain), delimiter_(delimiter), left_(most) {
+    find_end();
   }
+
+  std::size_t begin() const { return begin_; }  ///< of the current piece
+  std::size_t end() const { return end_; }      ///< `npos` where the rest is one piece
+  bool has_piece() const { return begin_ < plain_.size(); }
+
+  void next() {
+    begin_ = end_ + delimiter_.size();
+    --left_;
+    find_end();
+  }
+
+ private:
+  void find_end() {
+    end_ = left_ == 0 ? std::u16string_view::npos : find_text(plain_, delimiter_, begin_);
+  }
+
+  std::u16string_view plain_;
+  std::u16string_view delimiter_;
+  std::size_t left_;
+  std::size_t begin_ = 0;
+  std::size_t end_ = 0;
+};
+
+/// Appends the pieces of the decoder's text, all in one walk along its segments. Whether there is
+/// something left behind the last cut, which is the last piece then.
+bool append_pieces(StyleDecoder& decoder, Cuts cuts, std::vector<std::u16string>& pieces) {
   PieceWriter writer;
   std::size_t position = 0;
   for (const auto& segment : *decoder.get_Segments()) {
     // Escaped codes as they are in the plain text: a cut may go through the middle of one.
     const std::u16string text = restore_escaped_codes(segment->get_Text());
     const std::size_t segment_end = position + text.size();
-    while (begin < segment_end) {
-      const std::size_t from = std::max(begin, position);
-      const std::size_t to = std::min(std::max(end, from), segment_end);
-      const std::u16string_view part = std::u16string_view(text).substr(from - position, to - from);
-      if (!part.empty()) writer.add(*segment, part);
-      if (end > segment_end || end == std::u16string::npos) break;
+    while (cuts.begin() < segment_end) {
+      const std::size_t from = std::max(cuts.begin(), position);
+      const std::size_t to = std::min(std::max(cuts.end(), from), segment_end);
+      if (to > from) {
+        writer.add(std::u16string_view(text).substr(from - position, to - from),
+                   segment->code_state());
+      }
+      if (cuts.end() > segment_end) break;
       pieces.push_back(writer.take());
-      begin = end + delimiter.size();
-      end = plain.find(delimiter, begin);
+      cuts.next();
     }
     position = segment_end;
   }
-  const bool has_rest = begin < plain.size();
-  if (has_rest) pieces.push_back(writer.take());
-  decoder.put_QELText(has_rest ? std::u16string_view(pieces.back()) : std::u16string_view());
+  if (cuts.has_piece()) pieces.push_back(writer.take());
+  return cuts.has_piece();
 }
 
 }  // namespace
@@ -125,15 +157,23 @@ void append_pieces(StyleDecoder& decoder, const std::u16string& markup,
 std::vector<std::u16string> split(StyleDecoder& decoder, std::u16string_view text,
                                   std::u16string_view delimiter) {
   if (text.empty()) return {};
+  constexpr std::size_t all = std::u16string_view::npos;
+  const auto is_in = [&](const std::u16string& plain) {
+    return !delimiter.empty() && find_text(plain, delimiter) != all;
+  };
   decoder.put_QELText(text);
-  const std::size_t hit =
-      delimiter.empty() ? std::u16string::npos : decoder.get_Text().find(delimiter);
-  if (hit == std::u16string::npos) return {std::u16string(text)};
-  auto [first, rest] =
-      around(decoder, text, static_cast<std::int32_t>(hit) + 1, size_of(delimiter));
-  std::vector<std::u16string> pieces = {std::move(first)};
-  if (rest.empty()) return pieces;
-  append_pieces(decoder, rest, delimiter, pieces);
+  std::u16string plain = decoder.get_Text();
+  if (!is_in(plain)) return {std::u16string(text)};
+  std::vector<std::u16string> pieces;
+  const bool has_rest = append_pieces(decoder, Cuts(plain, delimiter, 1), pieces);
+  // What is left is decoded again, as it is for each piece: encoding may have cost it a font. Once
+  // is enough, for decoding and encoding what was encoded changes no style.
+  decoder.put_QELText(has_rest ? std::u16string_view(pieces.back()) : std::u16string_view());
+  plain = decoder.get_Text();
+  if (!is_in(plain)) return pieces;
+  pieces.pop_back();
+  const bool has_end = append_pieces(decoder, Cuts(plain, delimiter, all), pieces);
+  decoder.put_QELText(has_end ? std::u16string_view(pieces.back()) : std::u16string_view());
   return pieces;
 }
 

@@ -52,7 +52,7 @@ class Paragraph {
   friend class ParagraphRest;
 
   struct Run {
-    std::size_t begin;  // in text_
+    std::size_t begin = 0;  // in text_
     style_codes::CodeState state;
   };
 

@@ -7,6 +7,7 @@
 
 #include "qel/base/CaseMapping.h"
 #include "qel/base/Records.h"
+#include "qel/base/Scan.h"
 #include "qel/model/Division.h"
 #include "qel/text/MarkupStrings.h"
 
@@ -63,7 +64,8 @@ std::int16_t QELText::InString(std::u16string_view Text, std::u16string_view Sea
   const std::u16string text = PlainText(Text);
   const std::u16string wanted = PlainText(search);
   const bool ignores_case = Compare == 1;
-  return position_of(ignores_case ? folded(text).find(folded(wanted)) : text.find(wanted), text);
+  return position_of(
+      ignores_case ? find_text(folded(text), folded(wanted)) : find_text(text, wanted), text);
 }
 
 std::int16_t QELText::InStringRev(std::u16string_view Text, std::u16string_view SearchText,

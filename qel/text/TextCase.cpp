@@ -71,11 +71,14 @@ std::vector<Piece> pieces_of(const SegmentCollection& segments, std::int32_t sta
   return pieces;
 }
 
-/// Takes over into `text` what a rule changed of it.
-void take_changes(std::u16string& text, std::u16string_view before, std::u16string_view after) {
+/// `text` with what a rule changed of it.
+std::u16string with_changes(std::u16string_view text, std::u16string_view before,
+                            std::u16string_view after) {
+  std::u16string changed(text);
   for (std::size_t i = 0; i < text.size(); ++i) {
-    if (before[i] != after[i]) text[i] = after[i];
+    changed[i] = before[i] == after[i] ? changed[i] : after[i];
   }
+  return changed;
 }
 
 /// Applies a rule (see `title_rules`) to a span of markup.
@@ -96,10 +99,10 @@ std::u16string apply_rule(std::u16string_view markup, std::int32_t start, std::i
   std::u16string after = before;
   rule(after, Span{pieces.front().begin, pieces.back().begin + pieces.back().length()});
   for (const Piece& piece : pieces) {
-    std::u16string text = piece.segment->get_Text();
-    take_changes(text, std::u16string_view(before).substr(piece.begin, piece.length()),
-                 std::u16string_view(after).substr(piece.begin, piece.length()));
-    piece.segment->put_Text(text);
+    const auto part_before = std::u16string_view(before).substr(piece.begin, piece.length());
+    const auto part_after = std::u16string_view(after).substr(piece.begin, piece.length());
+    if (part_before == part_after) continue;
+    piece.segment->put_Text(with_changes(piece.segment->text(), part_before, part_after));
   }
   return decoder.get_QELText();
 }
@@ -130,13 +133,11 @@ std::u16string apply_rule_to_rtf(std::u16string_view rtf, Rule rule) {
   mask_codes(before);
   std::u16string after = before;
   rule(after, Span{0, after.size()});
-  std::u16string text = visible.text();
-  take_changes(text, before, after);
-  return visible.with(text);
+  return visible.with(with_changes(visible.text(), before, after));
 }
 
 /// Title case that spares the words of the list.
-auto title_case_rule(const title_rules::WordSet& ignored) {
+auto title_case_rule(const WordSet& ignored) {
   return
       [&ignored](std::u16string& text, Span span) { title_rules::title_case(text, span, ignored); };
 }
@@ -159,8 +160,8 @@ TextCase::TextCase() {
 
 void TextCase::put_IgnoredWordList(std::u16string_view Value) {
   ignored_word_list_ = Value;
-  const auto words = records::split(ignored_word_list_, u",");
-  ignored_words_ = title_rules::WordSet(words.begin(), words.end());
+  ignored_words_ = {};
+  for (const auto word : records::split(ignored_word_list_, u",")) ignored_words_.insert(word);
 }
 
 std::u16string TextCase::LowerCase(std::u16string_view Text, std::int16_t Start,
@@ -183,7 +184,7 @@ std::u16string TextCase::ChangeCase(std::u16string_view Text, std::int16_t Start
 
 std::u16string TextCase::TitleCase(std::u16string_view Text, std::int16_t Start,
                                    std::int16_t Length, bool NotIgnoredWords) const {
-  static const title_rules::WordSet none;
+  static const WordSet none;
   const std::int32_t start = Length == -1 && Start == 1 ? 0 : Start;
   return apply_rule(Text, start, Length, Hidden::stays,
                     title_case_rule(NotIgnoredWords ? ignored_words_ : none));

@@ -1,10 +1,10 @@
 #pragma once
 
 #include <cstdint>
-#include <functional>
-#include <set>
 #include <string>
 #include <string_view>
+
+#include "qel/text/WordSet.h"
 
 namespace qel {
 
@@ -100,7 +100,7 @@ class TextCase {
  private:
   TextCaseKind kind_ = tcNone;
   std::u16string ignored_word_list_;
-  std::set<std::u16string, std::less<>> ignored_words_;
+  WordSet ignored_words_;
 };
 
 }  // namespace qel

@@ -1,6 +1,6 @@
 #include "qel/text/TitleRules.h"
 
-#include <algorithm>
+#include <array>
 #include <vector>
 
 #include "qel/base/CaseMapping.h"
@@ -12,10 +12,23 @@ namespace {
 struct Word {
   std::size_t first_letter = 0;
   std::size_t end = 0;
+  bool has_gaps = false;  // there is something to look through
 };
 
 bool begins_word(char16_t character) {
-  return is_opening(character) || character == u'\t' || character == u'\r' || character == u'\n';
+  static constexpr auto in_ascii = [] {
+    std::array<bool, 0x80> begins = {};
+    for (char16_t c = 0; c < begins.size(); ++c) {
+      begins[c] = is_opening(c) || c == u'\t' || c == u'\r' || c == u'\n';
+    }
+    return begins;
+  }();
+  return character < in_ascii.size() ? in_ascii[character] : is_opening(character);
+}
+
+bool is_sign(char32_t character) {
+  const bool is_ascii_letter = (character | 0x20U) - U'a' < 26;
+  return !is_ascii_letter && is_punctuation(character);
 }
 
 /// Where the first character stands, from `at` on, that is neither looked through nor a quote.
@@ -27,7 +40,7 @@ std::size_t skip_quotes(std::u16string_view text, std::size_t at) {
 bool has_letters(std::u16string_view word) {
   for (std::size_t at = 0; at < word.size();) {
     const char32_t character = character_at(word, at);
-    if (character != looked_through && !is_punctuation(character)) return true;
+    if (character != looked_through && !is_sign(character)) return true;
     at += units_of(character);
   }
   return false;
@@ -36,41 +49,52 @@ bool has_letters(std::u16string_view word) {
 std::vector<Word> words_of(std::u16string_view text) {
   std::vector<Word> words;
   for (std::size_t at = 0; at < text.size(); ++at) {
-    const std::size_t first_letter = skip_quotes(text, at);
-    at = first_letter;
-    while (at < text.size() && !begins_word(text[at])) ++at;
-    if (has_letters(text.substr(first_letter, at - first_letter))) {
-      words.push_back({first_letter, at});
+    Word word;
+    word.first_letter = skip_quotes(text, at);
+    for (at = word.first_letter; at < text.size() && !begins_word(text[at]); ++at) {
+      word.has_gaps = word.has_gaps || text[at] == looked_through;
     }
+    word.end = at;
+    if (has_letters(text.substr(word.first_letter, at - word.first_letter))) words.push_back(word);
   }
   return words;
-}
-
-bool is_listed(std::u16string word, const WordSet& list) {
-  word.erase(std::remove(word.begin(), word.end(), looked_through), word.end());
-  if (list.contains(word)) return true;
-  while (!word.empty() && is_punctuation(word.back())) word.pop_back();
-  return list.contains(word);
 }
 
 void map_at(std::u16string& text, std::size_t at, Mapping mapping) {
   put_character(text, at, mapping(character_at(text, at)));
 }
 
+/// `word` is in lower case.
+bool is_listed(std::u16string_view word, const WordSet& list) {
+  if (list.contains(word)) return true;
+  const std::size_t size = word.size();
+  while (!word.empty() && is_sign(word.back())) word.remove_suffix(1);
+  return word.size() < size && list.contains(word);
+}
+
+/// The same for a word with letters of any case, parts of which may be looked through.
+bool is_listed_somehow(std::u16string_view word, const WordSet& list) {
+  std::u16string letters = to_lower(word);
+  std::erase(letters, looked_through);
+  return is_listed(letters, list);
+}
+
 }  // namespace
 
-bool is_opening(char16_t character) {
-  return std::u16string_view(u" \"\u201C({[").find(character) != std::u16string_view::npos;
-}
-
-bool is_left_quote(char16_t character) {
-  return std::u16string_view(u"\u201C\u2018'\"").find(character) != std::u16string_view::npos;
-}
-
 void map_all(std::u16string& text, Span span, Mapping mapping) {
-  const std::size_t count = span.end - span.begin;
-  text.replace(span.begin, count,
-               map_characters(std::u16string_view(text).substr(span.begin, count), mapping));
+  constexpr char16_t ascii = 0x80;
+  std::array<char16_t, ascii> mapped;
+  for (char16_t c = 0; c < ascii; ++c) mapped[c] = static_cast<char16_t>(mapping(c));
+  for (std::size_t at = span.begin; at < span.end;) {
+    if (text[at] < ascii) {
+      text[at] = mapped[text[at]];
+      ++at;
+    } else {
+      const char32_t character = character_at(text, at);
+      put_character(text, at, mapping(character));
+      at += units_of(character);
+    }
+  }
 }
 
 void map_first(std::u16string& text, Span span, Mapping mapping) {
@@ -89,8 +113,10 @@ void title_case(std::u16string& text, Span span, const WordSet& ignored) {
     const bool at_an_end = &word == &words.front() || &word == &words.back();
     const auto letters =
         std::u16string_view(text).substr(word.first_letter, word.end - word.first_letter);
-    if (!at_an_end && !ignored.empty() && is_listed(to_lower(letters), ignored)) continue;
-    map_at(text, word.first_letter, to_upper);
+    const bool is_lower = word.end <= span.end && !word.has_gaps;
+    const bool is_spared = !at_an_end && (is_lower ? is_listed(letters, ignored)
+                                                   : is_listed_somehow(letters, ignored));
+    if (!is_spared) map_at(text, word.first_letter, to_upper);
   }
 }
 

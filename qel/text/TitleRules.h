@@ -1,10 +1,10 @@
 #pragma once
 
 #include <cstddef>
-#include <functional>
-#include <set>
 #include <string>
 #include <string_view>
+
+#include "qel/text/WordSet.h"
 
 /// The rules of title case and of initial capitals, on a plain text. No rule changes its length.
 ///
@@ -18,17 +18,30 @@ namespace qel::title_rules {
 constexpr char16_t looked_through = 0xFFFF;
 
 /// Whether a word may begin after the character: blank, double quote, opening bracket.
-bool is_opening(char16_t character);
+constexpr bool is_opening(char16_t character) {
+  switch (character) {
+    case u' ':
+    case u'"':
+    case u'(':
+    case u'[':
+    case u'{':
+    case u'\u201C':
+      return true;
+    default:
+      return false;
+  }
+}
 /// Whether the first letter of a word may stand behind it: a quote that opens or is straight.
-bool is_left_quote(char16_t character);
+constexpr bool is_left_quote(char16_t character) {
+  return character == u'\u201C' || character == u'\u2018' || character == u'\'' ||
+         character == u'"';
+}
 
 /// The part of a text that a rule may change, in code units.
 struct Span {
   std::size_t begin = 0;
   std::size_t end = 0;
 };
-
-using WordSet = std::set<std::u16string, std::less<>>;
 
 using Mapping = char32_t (*)(char32_t character);
 

@@ -56,9 +56,8 @@ std::u16string shown_text(std::u16string_view run) {
 Typesetter::Typesetter(const platform::Canvas& canvas, const QELIndexFonts& fonts)
     : canvas_(canvas) {
   for (std::size_t i = 0; i < names_.size(); ++i) {
-    std::u16string name = fonts.get_Font(static_cast<std::int16_t>(i));
-    const bool is_used = i > 0 && !name.empty() && name != u"<none>";
-    names_[i] = is_used ? std::move(name) : canvas.get_FontName();
+    names_[i] = fonts.get_Font(static_cast<std::int16_t>(i));
+    if (i == 0 || names_[i].empty() || names_[i] == u"<none>") names_[i] = canvas.get_FontName();
   }
 }
 

@@ -51,7 +51,7 @@ class Typesetter {
   const platform::Canvas& canvas_;
   std::array<std::u16string, 10> names_;
   // By font, weight, slant and scale.
-  std::array<std::optional<platform::TextFont>, 10 * 2 * 2 * scales> made_;
+  std::array<std::optional<platform::TextFont>, std::size_t{10} * 2 * 2 * scales> made_;
 };
 
 template <class Visit>
