@@ -35,13 +35,9 @@ std::size_t binary_length(std::string_view bytes, std::size_t word) {
 }
 
 void append_plain(std::u16string& out, std::string_view bytes) {
-  std::array<char16_t, 64> widened{};
-  while (!bytes.empty()) {
-    const std::size_t count = std::min(bytes.size(), widened.size());
-    std::copy_n(bytes.begin(), count, widened.begin());
-    out.append(widened.data(), count);
-    bytes.remove_prefix(count);
-  }
+  const std::size_t kept = out.size();
+  out.resize(kept + bytes.size());
+  std::copy(bytes.begin(), bytes.end(), out.data() + kept);
 }
 
 void append_widened(std::u16string& out, std::string_view bytes) {
