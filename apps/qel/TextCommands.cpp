@@ -10,6 +10,8 @@
 #include "qel/base/Utf8.h"
 #include "qel/embedded/SvgCanvas.h"
 #include "qel/richtext/CodePage.h"
+#include "qel/text/MarkupStrings.h"
+#include "qel/text/VisibleCharacters.h"
 
 namespace qel::command {
 namespace {
@@ -165,9 +167,9 @@ CLI::Validator known_to(Find find, const std::string& names) {
 class ColumnCanvas : public platform::Canvas {
  public:
   float text_width(std::u16string_view text, const platform::TextFont& /*font*/) const override {
-    const auto is_rest_of_pair = [](char16_t unit) { return is_low_surrogate(unit); };
-    return static_cast<float>(text.size()) -
-           static_cast<float>(std::count_if(text.begin(), text.end(), is_rest_of_pair));
+    float width = 0;
+    for (std::size_t at = 0; at < text.size(); ++width) next_character(text, at);
+    return width;
   }
   platform::FontExtent font_extent(const platform::TextFont& /*font*/) const override {
     return {1, 0, 0};
@@ -226,8 +228,9 @@ TextTask TextCommands::values() const {
 
 void TextCommands::add_counting() {
   read_text(add_verb("len", "Count the visible characters",
-                     [](const Arguments&, QELText& tools, const Texts& texts) {
-                       return number(tools.LenStr(texts[0]));
+                     [](const Arguments&, QELText&, const Texts& texts) {
+                       // Also where the text object's count of 16 bits would not do.
+                       return number(static_cast<std::int64_t>(visible::length(texts[0])));
                      }));
   read_text(add_verb("plain", "Print the text without codes",
                      [](const Arguments&, QELText& tools, const Texts& texts) {
@@ -244,9 +247,12 @@ void TextCommands::add_counting() {
 }
 
 TaskResult TextCommands::find(const Arguments& given, QELText& tools, const Texts& texts) {
-  const std::u16string search = decoded(given.search);
-  if (given.last) return number(tools.InStringRev(texts[0], search, given.length));
-  return number(tools.InString(texts[0], search, given.ignore_case ? 1 : 0));
+  const std::u16string search = tools.PlainText(decoded(given.search));
+  const std::u16string plain = tools.PlainText(texts[0]);
+  const std::size_t seen = given.length < 0 ? plain.size() : static_cast<std::size_t>(given.length);
+  return number(static_cast<std::int64_t>(
+      given.last ? markup::find_last(std::u16string_view(plain).substr(0, seen), search)
+                 : markup::find(plain, search, given.ignore_case)));
 }
 
 void TextCommands::add_cutting() {
@@ -356,7 +362,8 @@ TaskResult TextCommands::change_case(const Arguments& given, QELText& tools, con
 TaskResult TextCommands::toggle(const Arguments& given, QELText& tools, const Texts& texts) {
   const std::size_t before = static_cast<std::size_t>(given.start) - 1;
   const std::size_t size = tools.PlainText(texts[0]).size();
-  std::size_t length = before > 0 && size > before ? size - before : 0;
+  constexpr std::size_t longest = 0x7FFF;
+  std::size_t length = before > 0 && size > before ? std::min(size - before, longest) : 0;
   if (given.length > 0) length = static_cast<std::size_t>(given.length);
   if (before == 0 || length > 0) {
     tools.ToggleTextAttribute(*attribute_named(given.name), static_cast<std::int16_t>(before),
@@ -367,11 +374,14 @@ TaskResult TextCommands::toggle(const Arguments& given, QELText& tools, const Te
 
 void TextCommands::add_wrapping() {
   CLI::App& verb = add_verb("wrap", "Print the lines that fit a width, each on a line", wrap);
+  const CLI::Range any_length(-1e9F, 1e9F);
   verb.add_option("-w,--width", given_.width, "Width of the lines, in points")
       ->required()
-      ->type_name("N");
+      ->type_name("N")
+      ->check(CLI::Range(any_length).description({}));
   verb.add_option("--indent", given_.indent, "How much narrower all lines after the first are")
-      ->type_name("N");
+      ->type_name("N")
+      ->check(CLI::Range(any_length).description({}));
   verb.add_flag("--columns", given_.columns, "Widths count characters, all of them equally wide");
   verb.add_flag("--lines", given_.count_only, "Print only how many lines there are");
   tables_ = std::make_unique<TableOptions>(verb);

@@ -56,19 +56,6 @@ std::size_t find_any(std::u16string_view text, std::size_t from) {
                     [](auto c) { return ((c == static_cast<std::uint16_t>(Wanted)) | ...); });
 }
 
-/// Position of the first occurrence of `search` at or after `from`, which is at most the length of
-/// the text; `npos` when there is none.
-inline std::size_t find_text(std::u16string_view text, std::u16string_view search,
-                             std::size_t from = 0) {
-  if (search.empty()) return from;
-  const std::uint16_t first = search.front();
-  for (std::size_t at = from;; ++at) {
-    at = find_first(text, at, [first](auto c) { return c == first; });
-    if (text.size() - at < search.size()) return std::u16string_view::npos;
-    if (text.compare(at, search.size(), search) == 0) return at;
-  }
-}
-
 /// Where the bytes below 0x80 that begin at `from` end. Looks at eight at a time.
 inline std::size_t end_of_ascii(std::string_view bytes, std::size_t from) {
   constexpr std::uint64_t high_bits = 0x8080808080808080U;

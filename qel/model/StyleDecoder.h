@@ -92,7 +92,8 @@ class StyleDecoder {
   // Spans. `SelStart` is the number of characters before the span.
 
   /// Cuts segments so that boundaries fall exactly at the edges of the span. An edge beyond the
-  /// text, or before it, cuts nothing.
+  /// text, or before it, cuts nothing. A placeholder that is cut becomes the four characters of the
+  /// escaped code.
   void DivideSegmentsGivenSelStartAndLength(std::int16_t SelStart, std::int16_t SelLength);
   /// Divides, then returns the one-based position of the span's first segment, 0 when no segment
   /// begins there, and sets `LastIndex` to that of its last. Without a segment that ends where the

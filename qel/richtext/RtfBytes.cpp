@@ -1,7 +1,6 @@
 #include "qel/richtext/RtfBytes.h"
 
 #include <algorithm>
-#include <array>
 #include <charconv>
 #include <cstddef>
 #include <cstdint>

@@ -10,9 +10,9 @@ namespace qel {
 /// words as fit, without the blank behind the last; else as many characters as fit. Always at least
 /// one, so that every line moves on.
 ///
-/// The rule is to back off from the end of the text word by word. What counts is only that longer
-/// beginnings are at least as wide as shorter ones, so the place is searched for from the front,
-/// by widths of doubling beginnings and then by halving: a line costs what the line is long.
+/// The rule is to back off from the end of the text word by word. Longer beginnings are at least as
+/// wide as shorter ones where a line may end, so the place is searched for from the front, by
+/// widths of doubling beginnings and then by halving: a line costs what the line is long.
 ///
 /// `Text` answers for the beginnings of the text:
 ///   bool has(k)                whether there are at least `k` characters

@@ -28,32 +28,35 @@ class Rest {
   }
   bool is_blank(std::size_t k) const { return text_[character(k).end - 1] == u' '; }
   bool may_end_after(std::size_t k) const {
-    return !character(k).is_half && character(k).code_left == 0;
+    return !character(k).is_half && character(k).token_left == 0;
   }
   bool fits(std::size_t count) const { return fits(beginning(count)); }
   bool fits() const { return fits(text_); }
 
   std::size_t least() const { return character(1).is_half ? 2 : 1; }
 
-  /// Three characters may be a code for whoever measures them, but none of ours: then a part of
-  /// them is wider than all three, and can be too wide by itself.
+  /// A part of what is shown as something else (a code that is none of ours, an escaped code) can
+  /// be wider than all of it, and too wide by itself.
   std::size_t fitting_below(std::size_t misfit) const {
-    std::vector<std::size_t> before_digits;
+    std::vector<std::size_t> parts;
     for (std::size_t k = 1; k < misfit; ++k) {
-      if (character(k).code_left == 1) before_digits.push_back(k);
+      if (character(k).token_left > 0) parts.push_back(k);
     }
-    const auto wide = std::partition_point(before_digits.begin(), before_digits.end(),
-                                           [&](std::size_t k) { return fits(k); });
-    if (wide != before_digits.end()) misfit = fits(*wide - 1) ? *wide : *wide - 1;
+    const auto fits_part = [this](std::size_t k) { return fits(k); };
+    auto wide = std::partition_point(parts.begin(), parts.end(), fits_part);
+    // Parts differ in width, so one shortly before may be too wide as well.
+    constexpr std::ptrdiff_t near = 64;
+    wide = std::find_if_not(wide - std::min(near, wide - parts.begin()), wide, fits_part);
+    if (wide != parts.end()) misfit = *wide;
     const std::size_t count = misfit - 1;
     return count > 0 && character(count).is_half ? count - 1 : count;
   }
 
  private:
   struct Character {
-    std::size_t end;        // in the text
-    bool is_half;           // the first of a pair
-    std::size_t code_left;  // how much follows of a code that is none of ours
+    std::size_t end;         // in the text
+    bool is_half;            // the first of a pair
+    std::size_t token_left;  // how much follows of what is shown as something else
   };
 
   const Character& character(std::size_t k) const { return characters_[k - 1]; }
@@ -62,23 +65,27 @@ class Rest {
   bool read_character() {
     while (visible::has_code_at(text_, at_)) at_ += 3;
     if (at_ >= text_.size()) return false;
-    code_left_ = code_left_ > 0 ? code_left_ - 1 : begins_foreign_code() ? 2 : 0;
-    characters_.push_back({at_ + 1, is_pair_at(text_, at_), code_left_});
+    token_left_ = token_left_ > 0 ? token_left_ - 1 : token_length() - 1;
+    characters_.push_back({at_ + 1, is_pair_at(text_, at_), token_left_});
     ++at_;
     return true;
   }
 
-  bool begins_foreign_code() const {
-    if (text_[at_] != u'/' || !IsQELCode(text_.substr(at_, 3))) return false;
-    const bool is_escaped = at_ > 0 && text_[at_ - 1] == u'~' && text_[at_ + 1] != u'n';
-    return !is_escaped;
+  /// Of the token that begins here; 1 for a character.
+  std::size_t token_length() const {
+    const std::u16string_view rest = text_.substr(at_);
+    if (rest.front() == u'/' && IsQELCode(rest.substr(0, 3))) return 3;
+    const bool is_escape = rest.front() == u'~' && rest.size() >= 4 &&
+                           !visible::is_code(rest.substr(1, 3)) && rest[2] != u'n' &&
+                           IsQELCode(rest.substr(1, 3));
+    return is_escape || begins_with_placeholder(rest) ? 4 : 1;
   }
 
   std::u16string_view text_;
   float available_;
   const MarkupLines::Measure& measure_;
   std::size_t at_ = 0;
-  std::size_t code_left_ = 0;
+  std::size_t token_left_ = 0;
   std::vector<Character> characters_;
 };
 

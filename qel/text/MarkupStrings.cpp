@@ -5,7 +5,8 @@
 #include <optional>
 #include <utility>
 
-#include "qel/base/Scan.h"
+#include "qel/base/CaseMapping.h"
+#include "qel/base/Search.h"
 #include "qel/model/Division.h"
 #include "qel/model/QELCode.h"
 #include "qel/model/StyleCodes.h"
@@ -36,7 +37,24 @@ std::u16string keep_last(StyleDecoder& decoder, std::int32_t length) {
   return decoder.get_QELText();
 }
 
+/// Equal for characters that differ in case alone, final forms of letters included.
+std::u16string folded(std::u16string_view text) { return to_lower(to_upper(text)); }
+
+/// One-based; 0 for none. Nothing is found in an empty text.
+std::size_t position_of(std::size_t found, std::u16string_view text) {
+  return found == std::u16string_view::npos || text.empty() ? 0 : found + 1;
+}
+
 }  // namespace
+
+std::size_t find(std::u16string_view plain, std::u16string_view search, bool ignores_case) {
+  return position_of(
+      ignores_case ? find_text(folded(plain), folded(search)) : find_text(plain, search), plain);
+}
+
+std::size_t find_last(std::u16string_view plain, std::u16string_view search) {
+  return position_of(search.empty() ? 0 : find_last_text(plain, search), plain);
+}
 
 std::int32_t plain_length(StyleDecoder& decoder) {
   std::int32_t length = 0;

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <string>
 #include <string_view>
@@ -10,6 +11,11 @@
 /// Cutting and joining markup by the characters of its plain text, in a decoder. Lengths and
 /// positions of any size, unlike those of the members that are built on these.
 namespace qel::markup {
+
+/// Where `search` first or last occurs in a plain text, one-based; 0 when it does not. Nothing
+/// occurs in an empty text; an empty `search` occurs at 1.
+std::size_t find(std::u16string_view plain, std::u16string_view search, bool ignores_case);
+std::size_t find_last(std::u16string_view plain, std::u16string_view search);
 
 /// Length of the plain text that the decoder holds.
 std::int32_t plain_length(StyleDecoder& decoder);

@@ -5,9 +5,7 @@
 #include <cstddef>
 #include <utility>
 
-#include "qel/base/CaseMapping.h"
 #include "qel/base/Records.h"
-#include "qel/base/Scan.h"
 #include "qel/model/Division.h"
 #include "qel/text/MarkupStrings.h"
 
@@ -40,19 +38,6 @@ TextCase& QELText::text_case() {
   return *text_case_;
 }
 
-namespace {
-
-/// One-based; 0 for none. Nothing is found in an empty text.
-std::int16_t position_of(std::size_t found, std::u16string_view text) {
-  const bool is_found = found != std::u16string_view::npos && !text.empty();
-  return is_found ? static_cast<std::int16_t>(found + 1) : std::int16_t{0};
-}
-
-/// Equal for characters that differ in case alone, final forms of letters included.
-std::u16string folded(std::u16string_view text) { return to_lower(to_upper(text)); }
-
-}  // namespace
-
 std::u16string QELText::PlainText(std::u16string_view Text) {
   put_QELText(Text);
   return decoder().get_Text();
@@ -63,9 +48,7 @@ std::int16_t QELText::InString(std::u16string_view Text, std::u16string_view Sea
   const std::u16string search(SearchText);
   const std::u16string text = PlainText(Text);
   const std::u16string wanted = PlainText(search);
-  const bool ignores_case = Compare == 1;
-  return position_of(
-      ignores_case ? find_text(folded(text), folded(wanted)) : find_text(text, wanted), text);
+  return static_cast<std::int16_t>(markup::find(text, wanted, Compare == 1));
 }
 
 std::int16_t QELText::InStringRev(std::u16string_view Text, std::u16string_view SearchText,
@@ -76,7 +59,7 @@ std::int16_t QELText::InStringRev(std::u16string_view Text, std::u16string_view 
   const auto seen = static_cast<std::size_t>(std::max<std::int16_t>(Start, 0));
   const std::u16string_view searched =
       Start == -1 ? std::u16string_view(text) : std::u16string_view(text).substr(0, seen);
-  return position_of(wanted.empty() ? 0 : searched.rfind(wanted), searched);
+  return static_cast<std::int16_t>(markup::find_last(searched, wanted));
 }
 
 namespace {
@@ -110,12 +93,13 @@ std::u16string QELText::MidStr(std::u16string_view Text, std::int16_t Start, std
 std::u16string QELText::Stuff(std::u16string_view Text, std::int16_t Start, std::int16_t Length,
                               std::u16string_view Replacement, iStyle* Style) {
   std::u16string replacement(Replacement);
-  const auto [before, behind] = markup::around(decoder(), std::u16string(Text), Start, Length);
   if (Style != nullptr) {
-    replacement.insert(0, decoder().OnCodes(*Style));
+    // Before a text is loaded: the style may be that of a segment that is about to go.
+    replacement.insert(0, iStyle::OnCodes(*Style));
     Style->Initialize();
-    replacement.append(decoder().OffCodes(*Style));
+    replacement.append(iStyle::OffCodes(*Style));
   }
+  const auto [before, behind] = markup::around(decoder(), std::u16string(Text), Start, Length);
   return before + replacement + behind;
 }
 
@@ -179,7 +163,7 @@ std::u16string wrapped(std::u16string_view text, const iStyle& style) {
 template <class Style>
 std::u16string stuff_with_style(StyleDecoder& decoder, const std::u16string& text,
                                 std::int32_t start, std::int32_t length,
-                                const std::u16string& replacement, const Style& given) {
+                                const std::u16string& replacement, const Style given) {
   const auto [before, behind] = markup::around(decoder, text, start, length);
   iStyle own;
   if (length > 0) {

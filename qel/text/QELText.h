@@ -40,7 +40,8 @@ class QELText {
   std::shared_ptr<StyleDecoder> get_StyleDecoderObj();
 
   // Strings. Each loads the text into the decoder. Escaped codes count as the four characters that
-  // plain text has for them.
+  // plain text has for them. A cut through one ("~/b1") parts these characters, and what begins
+  // with "/b1" then reads as a code.
 
   /// Position of the first match in the plain text; 0 when there is none, and always in an empty
   /// text. An empty search text is found at 1. `Compare` is 1 to ignore case; any other value, -1

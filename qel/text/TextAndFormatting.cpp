@@ -7,6 +7,7 @@
 #include "qel/base/CaseMapping.h"
 #include "qel/base/Error.h"
 #include "qel/base/Records.h"
+#include "qel/base/Search.h"
 #include "qel/text/MarkupLines.h"
 #include "qel/text/Paragraph.h"
 #include "qel/text/ParagraphWriter.h"
@@ -120,12 +121,12 @@ std::int16_t visible_position(std::u16string_view text, std::size_t position) {
 }  // namespace
 
 std::int16_t TextAndFormatting::fmtInStr(std::u16string_view Text, std::u16string_view SearchText) {
-  return visible_position(Text, Text.find(SearchText));
+  return visible_position(Text, find_text(Text, SearchText));
 }
 
 std::int16_t TextAndFormatting::fmtRevInStr(std::u16string_view Text,
                                             std::u16string_view SearchText) {
-  return visible_position(Text, SearchText.empty() ? 0 : Text.rfind(SearchText));
+  return visible_position(Text, SearchText.empty() ? 0 : find_last_text(Text, SearchText));
 }
 
 std::u16string TextAndFormatting::fmtLeft(std::u16string_view Text, std::int16_t Count) {

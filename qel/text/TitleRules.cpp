@@ -18,9 +18,7 @@ struct Word {
 bool begins_word(char16_t character) {
   static constexpr auto in_ascii = [] {
     std::array<bool, 0x80> begins = {};
-    for (char16_t c = 0; c < begins.size(); ++c) {
-      begins[c] = is_opening(c) || c == u'\t' || c == u'\r' || c == u'\n';
-    }
+    for (const char16_t c : std::u16string_view(u" \"([{\t\r\n")) begins[c] = true;
     return begins;
   }();
   return character < in_ascii.size() ? in_ascii[character] : is_opening(character);
@@ -83,7 +81,7 @@ bool is_listed_somehow(std::u16string_view word, const WordSet& list) {
 
 void map_all(std::u16string& text, Span span, Mapping mapping) {
   constexpr char16_t ascii = 0x80;
-  std::array<char16_t, ascii> mapped;
+  std::array<char16_t, ascii> mapped{};
   for (char16_t c = 0; c < ascii; ++c) mapped[c] = static_cast<char16_t>(mapping(c));
   for (std::size_t at = span.begin; at < span.end;) {
     if (text[at] < ascii) {
