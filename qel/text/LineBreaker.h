@@ -7,8 +7,8 @@
 namespace qel {
 
 /// How many characters of a text go onto the next line: all of them if they fit; else as many whole
-/// words as fit, without the blank behind the last; else as many characters as fit. Always at least
-/// one, so that every line moves on.
+/// words as fit, without the blank behind the last; else as many characters as fit, one at the
+/// least, so that every line moves on.
 ///
 /// The rule is to back off from the end of the text word by word. Longer beginnings are at least as
 /// wide as shorter ones where a line may end, so the place is searched for from the front, by
@@ -17,11 +17,8 @@ namespace qel {
 /// `Text` answers for the beginnings of the text:
 ///   bool has(k)                whether there are at least `k` characters
 ///   bool is_blank(k)           whether the k-th (one-based) is a blank
-///   bool may_end_after(k)      whether what follows the k-th is a character of its own
+///   bool may_end_after(k)      whether a line may be cut behind the k-th
 ///   bool fits(k), fits()       whether the first `k`, or all, fit onto the line
-///   size_t least()             how many characters the first that is one takes
-///   size_t fitting_below(k)    how many characters fit, given that `k` is the first of the counts
-///                              after which a line may end that does not
 template <class Text>
 class LineBreaker {
  public:
@@ -74,8 +71,8 @@ class LineBreaker {
     }
     const auto misfit = std::partition_point(ends.begin(), ends.end(),
                                              [&](std::size_t end) { return text.fits(end); });
-    const std::size_t count = text.fitting_below(misfit == ends.end() ? bound + 1 : *misfit);
-    return count > 0 ? count : text.least();
+    if (misfit != ends.begin()) return *(misfit - 1);
+    return fitting > 0 ? fitting : ends.front();
   }
 };
 

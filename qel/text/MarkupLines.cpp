@@ -11,6 +11,11 @@
 namespace qel {
 namespace {
 
+bool is_escaped_code(std::u16string_view text) {
+  return text.front() == u'~' &&
+         begins_with_placeholder(protect_escaped_codes(std::u16string(text.substr(0, 4))));
+}
+
 /// What is left of a paragraph, read only as far as its next line asks.
 class Rest {
  public:
@@ -27,36 +32,19 @@ class Rest {
     return characters_.size() >= count;
   }
   bool is_blank(std::size_t k) const { return text_[character(k).end - 1] == u' '; }
-  bool may_end_after(std::size_t k) const {
-    return !character(k).is_half && character(k).token_left == 0;
+  /// Not within what is shown as something else: a code that is none of ours, an escaped code. A
+  /// part of one could even be wider than all of it.
+  bool may_end_after(std::size_t k) {
+    return (!character(k).is_half && character(k).token_left == 0) || !has(k + 1);
   }
   bool fits(std::size_t count) const { return fits(beginning(count)); }
   bool fits() const { return fits(text_); }
-
-  std::size_t least() const { return character(1).is_half ? 2 : 1; }
-
-  /// A part of what is shown as something else (a code that is none of ours, an escaped code) can
-  /// be wider than all of it, and too wide by itself.
-  std::size_t fitting_below(std::size_t misfit) const {
-    std::vector<std::size_t> parts;
-    for (std::size_t k = 1; k < misfit; ++k) {
-      if (character(k).token_left > 0) parts.push_back(k);
-    }
-    const auto fits_part = [this](std::size_t k) { return fits(k); };
-    auto wide = std::partition_point(parts.begin(), parts.end(), fits_part);
-    // Parts differ in width, so one shortly before may be too wide as well.
-    constexpr std::ptrdiff_t near = 64;
-    wide = std::find_if_not(wide - std::min(near, wide - parts.begin()), wide, fits_part);
-    if (wide != parts.end()) misfit = *wide;
-    const std::size_t count = misfit - 1;
-    return count > 0 && character(count).is_half ? count - 1 : count;
-  }
 
  private:
   struct Character {
     std::size_t end;         // in the text
     bool is_half;            // the first of a pair
-    std::size_t token_left;  // how much follows of what is shown as something else
+    std::size_t token_left;  // how much follows of a code that is none of ours
   };
 
   const Character& character(std::size_t k) const { return characters_[k - 1]; }
@@ -65,7 +53,15 @@ class Rest {
   bool read_character() {
     while (visible::has_code_at(text_, at_)) at_ += 3;
     if (at_ >= text_.size()) return false;
-    token_left_ = token_left_ > 0 ? token_left_ - 1 : token_length() - 1;
+    if (token_left_ > 0) {
+      --token_left_;
+    } else if (is_escaped_code(text_.substr(at_)) && visible::has_code_at(text_, at_ + 1)) {
+      // All of the escaped code but "~" is a code of ours too, which is passed over.
+      characters_.push_back({++at_, false, 1});
+      return true;
+    } else {
+      token_left_ = token_length() - 1;
+    }
     characters_.push_back({at_ + 1, is_pair_at(text_, at_), token_left_});
     ++at_;
     return true;
@@ -75,10 +71,7 @@ class Rest {
   std::size_t token_length() const {
     const std::u16string_view rest = text_.substr(at_);
     if (rest.front() == u'/' && IsQELCode(rest.substr(0, 3))) return 3;
-    const bool is_escape = rest.front() == u'~' && rest.size() >= 4 &&
-                           !visible::is_code(rest.substr(1, 3)) && rest[2] != u'n' &&
-                           IsQELCode(rest.substr(1, 3));
-    return is_escape || begins_with_placeholder(rest) ? 4 : 1;
+    return begins_with_placeholder(rest) || is_escaped_code(rest) ? 4 : 1;
   }
 
   std::u16string_view text_;

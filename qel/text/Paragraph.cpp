@@ -85,11 +85,6 @@ class ParagraphRest {
     return !(width > available_);
   }
   bool fits() const { return fits(end_ - begin_); }
-  std::size_t least() const { return may_end_after(1) ? 1 : 2; }
-  std::size_t fitting_below(std::size_t misfit) const {
-    const std::size_t count = misfit - 1;
-    return count > 0 && !may_end_after(count) ? count - 1 : count;
-  }
 
  private:
   const Paragraph& paragraph_;

@@ -91,7 +91,7 @@ class TextAndFormatting {
   float TextHeight(std::u16string_view Text) const;
 
   // Word wrap. A line takes as many words as fit, or as many characters of a word that is too wide,
-  // one at the least. The first line may be `Width` wide, every later one `Width` less `Indent`. A
+  // one at the least; it never ends within a code or a surrogate pair. The first line may be `Width` wide, every later one `Width` less `Indent`. A
   // line is a part of the markup: one does not repeat the codes of the lines before it. Blanks at
   // a break are in neither line.
 
