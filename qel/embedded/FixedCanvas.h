@@ -16,8 +16,6 @@ struct DrawnText {
   float width = 0;
   platform::TextFont font;
   Color color = 0;
-  bool underline = false;
-  bool strike_through = false;
 
   friend bool operator==(const DrawnText&, const DrawnText&) = default;
 };

@@ -153,6 +153,14 @@ const LineMetrics& FontFace::lines() const {
   return lines[static_cast<std::size_t>(family_)];
 }
 
+bool FontFace::covers(char32_t character) const {
+  if (character <= U'~' || character == U'\uFFFD' || find_range(coverage, character) != nullptr) {
+    return true;
+  }
+  return find_range(zero_width_ranges, character) != nullptr ||
+         (family_ == FontFamily::symbol && symbol_advances[symbol_index(character)] != 0);
+}
+
 std::uint32_t FontFace::other_advance(char32_t character) const {
   if (character == U'\t') return 4U * advance(U' ');
   if (family_ == FontFamily::symbol) {

@@ -38,6 +38,8 @@ class FontFace {
   FontFamily family() const { return family_; }
   const LineMetrics& lines() const;
 
+  /// Whether the advance of the character is its own, not a guess.
+  bool covers(char32_t character) const;
   /// How far the character moves on, in units. Kerning is not applied, so a text is as wide as its
   /// characters together. Combining marks and formatting characters are 0 wide, a TAB is four
   /// blanks. What the face lacks is as wide as its average character, an East Asian wide character

@@ -133,17 +133,8 @@ std::string font_attributes(const platform::TextFont& font, FontFamily family) {
   return out;
 }
 
-std::string decoration_attribute(const platform::CanvasText& text) {
-  if (text.underline && text.strike_through) {
-    return attribute("text-decoration", "underline line-through");
-  }
-  if (text.underline) return attribute("text-decoration", "underline");
-  if (text.strike_through) return attribute("text-decoration", "line-through");
-  return {};
-}
-
-/// Glyphs are stretched too: gaps alone would not fit a single character, would cut an underline
-/// into pieces and would tear joined letters apart.
+/// Glyphs are stretched too: gaps alone would not fit a single character, and would tear joined
+/// letters apart.
 std::string length_attributes(float width) {
   const std::string length = number(width);
   if (!(width > 0) || length == "0") return {};
@@ -175,28 +166,57 @@ platform::FontExtent SvgCanvas::font_extent(const platform::TextFont& font) cons
 }
 
 void SvgCanvas::draw_text(const platform::CanvasText& text) {
-  const FontFamily family = family_named(text.font.name);
-  const std::string decoration = decoration_attribute(text);
   if (text.text.empty() || !(text.font.size > 0)) return;
   height_ = std::max(height_, text.y + font_extent(text.font).descent);
-  if (decoration.empty() && is_blank(text.text)) return;
+  const FontFace face(text.font);
+  const auto is_covered = [&](std::size_t at) {
+    return is_forbidden(text.text[at]) || face.covers(next_character(text.text, at));
+  };
+  platform::CanvasText part = text;
+  for (std::size_t begin = 0; begin < text.text.size();) {
+    std::size_t end = begin;
+    while (end < text.text.size() && is_covered(end) == is_covered(begin)) {
+      next_character(text.text, end);
+    }
+    part.text = text.text.substr(begin, end - begin);
+    const bool is_all = part.text.size() == text.text.size();
+    part.width = is_all ? text.width : text_width(part.text, text.font);
+    draw_part(part);
+    part.x += part.width;
+    begin = end;
+  }
+}
+
+/// In which either all widths are true or all are guesses: a viewer whose font is wider has to
+/// squeeze that part alone.
+void SvgCanvas::draw_part(const platform::CanvasText& text) {
+  if (is_blank(text.text)) return;
+  const std::size_t end = text.text.find_last_not_of(u' ') + 1;
+  const bool ends_in_blanks = end < text.text.size();
+  right_ = std::max(
+      right_,
+      text.x + (ends_in_blanks ? text_width(text.text.substr(0, end), text.font) : text.width));
+  const FontFamily family = family_named(text.font.name);
   // Browsers do not let a text inherit how it treats its blanks.
   elements_ += "<text" + attribute("x", number(text.x)) + attribute("y", number(text.y)) +
                length_attributes(text.width) + font_attributes(text.font, family) +
-               attribute("fill", hex(text.color)) + decoration +
-               attribute("xml:space", "preserve") + ">" + escaped(shown(text.text, family)) +
-               "</text>\n";
+               attribute("fill", hex(text.color)) + attribute("xml:space", "preserve") + ">" +
+               escaped(shown(text.text, family)) + "</text>\n";
 }
 
 void SvgCanvas::fill_rectangle(const platform::CanvasRectangle& rectangle, Color color) {
   if (!(rectangle.width > 0) || !(rectangle.height > 0)) return;
   height_ = std::max(height_, rectangle.top + rectangle.height);
+  right_ = std::max(right_, rectangle.left + rectangle.width);
   elements_ += rectangle_element(rectangle, color);
 }
 
 std::string SvgCanvas::svg() const {
-  const platform::CanvasRectangle page = {-margin_, -margin_, width_ + 2 * margin_,
-                                          height_ + 2 * margin_};
+  // A page without any extent is none to a viewer.
+  constexpr float least = 1;
+  const platform::CanvasRectangle page = {-margin_, -margin_,
+                                          std::max(std::max(width_, right_) + 2 * margin_, least),
+                                          std::max(height_ + 2 * margin_, least)};
   const std::string width = number(page.width);
   const std::string height = number(page.height);
   std::string out = "<svg" + attribute("xmlns", "http://www.w3.org/2000/svg") +

@@ -23,15 +23,17 @@ namespace qel::embedded {
 /// serifs. A TAB is a gap of four blanks. Characters that XML forbids are drawn as U+FFFD.
 class SvgCanvas : public platform::Canvas {
  public:
-  /// A page on which `width` points from the left, and as much height as is drawn on, lie within
-  /// margins of `margin` points. Without a background the page is transparent.
+  /// A page on which `width` points from the left, more if more is drawn on, and as much height as
+  /// is drawn on lie within margins of `margin` points. Without a background the page is
+  /// transparent.
   explicit SvgCanvas(float width, float margin = 0, std::optional<Color> background = {});
 
   /// Additive: the width of a text is the sum of those of its characters.
   float text_width(std::u16string_view text, const platform::TextFont& font) const override;
   platform::FontExtent font_extent(const platform::TextFont& font) const override;
 
-  /// Blanks are drawn only where they are decorated, text of no size not at all.
+  /// Blanks alone and text of no size are not drawn. Runs are drawn where they are put: a text in
+  /// which letters run from right to left is right within itself only.
   void draw_text(const platform::CanvasText& text) override;
   /// Rectangles without width or height are not drawn.
   void fill_rectangle(const platform::CanvasRectangle& rectangle, Color color) override;
@@ -44,10 +46,13 @@ class SvgCanvas : public platform::Canvas {
   std::string svg() const;
 
  private:
+  void draw_part(const platform::CanvasText& text);
+
   float width_;
   float margin_;
   std::optional<Color> background_;
   float height_ = 0;
+  float right_ = 0;
   std::string elements_;
 };
 

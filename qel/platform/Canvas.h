@@ -38,10 +38,8 @@ struct CanvasText {
   float x = 0;
   float y = 0;
   float width = 0;  ///< what `text_width` says of it
-  TextFont font;
+  TextFont font = {};
   Color color = 0;
-  bool underline = false;
-  bool strike_through = false;
 };
 
 /// What formatted text is measured and drawn on: a window, a printer, a file. Its unit of length is

@@ -66,9 +66,10 @@ class LineBreaker {
 
   static std::size_t fitting_characters(Text& text, std::size_t fitting, std::size_t bound) {
     std::vector<std::size_t> ends;
-    for (std::size_t k = fitting + 1; k <= bound; ++k) {
+    for (std::size_t k = fitting + 1; k < bound; ++k) {
       if (text.may_end_after(k)) ends.push_back(k);
     }
+    ends.push_back(bound);
     const auto misfit = std::partition_point(ends.begin(), ends.end(),
                                              [&](std::size_t end) { return text.fits(end); });
     if (misfit != ends.begin()) return *(misfit - 1);

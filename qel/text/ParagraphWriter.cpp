@@ -3,11 +3,16 @@
 #include <algorithm>
 #include <cstddef>
 
-#include "qel/model/StyleCodes.h"
 #include "qel/text/TextAndFormatting.h"
 
 namespace qel {
 namespace {
+
+// Of the ascent of the font that stands on the canvas; the height is that of the bar's top above
+// the base line.
+constexpr float underline_height = -0.1F;
+constexpr float strike_through_height = 0.32F;
+constexpr float bar_thickness = 0.08F;
 
 platform::FontExtent extent_of(const ParagraphLine& line, Typesetter& typesetter) {
   platform::FontExtent extent = typesetter.extent({});
@@ -39,25 +44,59 @@ void ParagraphWriter::set_colors(const QELIndexColors& colors, bool only_default
   if (label >= 1 && label <= 9) label_ = colors.get_LabelColor(label);
 }
 
-float ParagraphWriter::write(const ParagraphLine& line, float top) {
-  const platform::FontExtent extent = extent_of(line, typesetter_);
-  const float height = height_of(extent);
-  if (label_) canvas_.fill_rectangle({margins_.left, top, margins_.width, height}, *label_);
+float ParagraphWriter::write(const std::vector<ParagraphLine>& lines, float top) {
+  std::vector<float> tops = {top};
+  for (const ParagraphLine& line : lines)
+    tops.push_back(tops.back() + line_height(line, typesetter_));
+  if (label_) {
+    canvas_.fill_rectangle({margins_.left, top, margins_.width, tops.back() - top}, *label_);
+  }
+  for (std::size_t i = 0; i < lines.size(); ++i) write(lines[i], tops[i]);
+  return tops.back();
+}
+
+void ParagraphWriter::write(const ParagraphLine& line, float top) {
+  const float ascent = extent_of(line, typesetter_).ascent;
+  const float base_line = top + ascent;
+  const float letters = typesetter_.extent({}).ascent;
+  draw_bars(line, style_codes::underline_bit, base_line, underline_height * letters);
   float x = beginning_of(line);
-  for (const ParagraphPiece& piece : line.pieces) x = draw(piece, x, top + extent.ascent);
-  return top + height;
+  for (const ParagraphPiece& piece : line.pieces) x = draw(piece, x, base_line);
+  draw_bars(line, style_codes::strike_through_bit, base_line, strike_through_height * letters);
+}
+
+void ParagraphWriter::draw_bars(const ParagraphLine& line, style_codes::AttributeBit attribute,
+                                float base_line, float height) {
+  const float thickness = bar_thickness * typesetter_.extent({}).ascent;
+  platform::CanvasRectangle bar = {beginning_of(line), base_line - height, 0, thickness};
+  Color color = 0;
+  const auto finish = [&] {
+    if (bar.width > 0) canvas_.fill_rectangle(bar, color);
+    bar.left += bar.width;
+    bar.width = 0;
+  };
+  for (const ParagraphPiece& piece : line.pieces) {
+    const bool has_bar = (piece.state.attributes & attribute) != 0;
+    if (!has_bar || color_of(piece) != color) finish();
+    if (has_bar) {
+      color = color_of(piece);
+      bar.width += piece.width;
+    } else {
+      bar.left += piece.width;
+    }
+  }
+  finish();
 }
 
 float ParagraphWriter::beginning_of(const ParagraphLine& line) const {
-  const float room = std::max(0.0F, margins_.width - line.indent - line.width);
-  const float first = margins_.left + line.indent;
   switch (margins_.align) {
     case alRight:
-      return first + room;
+      return margins_.left + std::max(line.indent, margins_.width - line.width);
     case alCenter:
-      return first + room / 2;
+      // An indent on one side would give the text two axes.
+      return margins_.left + std::max(0.0F, margins_.width - line.width) / 2;
     default:
-      return first;
+      return margins_.left + line.indent;
   }
 }
 
@@ -65,8 +104,6 @@ float ParagraphWriter::draw(const ParagraphPiece& piece, float x, float base_lin
   platform::CanvasText drawn;
   drawn.y = base_line - typesetter_.rise(piece.state);
   drawn.color = color_of(piece);
-  drawn.underline = (piece.state.attributes & style_codes::underline_bit) != 0;
-  drawn.strike_through = (piece.state.attributes & style_codes::strike_through_bit) != 0;
   typesetter_.for_each_part(piece.text, piece.state,
                             [&](std::u16string_view text, const platform::TextFont& font) {
                               drawn.text = text;

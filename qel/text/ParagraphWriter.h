@@ -3,8 +3,10 @@
 #include <array>
 #include <cstdint>
 #include <optional>
+#include <vector>
 
 #include "qel/base/Color.h"
+#include "qel/model/StyleCodes.h"
 #include "qel/platform/Canvas.h"
 #include "qel/tables/QELIndexColors.h"
 #include "qel/text/Paragraph.h"
@@ -32,12 +34,17 @@ class ParagraphWriter {
   /// of this number.
   void set_colors(const QELIndexColors& colors, bool only_default, std::int16_t label);
 
-  /// Draws a line below `top` and returns where the next one goes.
-  float write(const ParagraphLine& line, float top);
+  /// Draws the lines one below the other and returns where the next one would go.
+  float write(const std::vector<ParagraphLine>& lines, float top);
 
  private:
+  void write(const ParagraphLine& line, float top);
   float beginning_of(const ParagraphLine& line) const;
   float draw(const ParagraphPiece& piece, float x, float base_line);
+  /// Draws a bar along the pieces of a line that have the attribute, at this height above the base
+  /// line. It goes through where the font or its size changes.
+  void draw_bars(const ParagraphLine& line, style_codes::AttributeBit attribute, float base_line,
+                 float height);
   Color color_of(const ParagraphPiece& piece) const;
 
   platform::Canvas& canvas_;

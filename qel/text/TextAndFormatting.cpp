@@ -102,8 +102,7 @@ float TextAndFormatting::WriteParagraph(std::u16string_view Text, float X, float
   lines_printed_ = static_cast<std::int16_t>(lines.size());
   ParagraphWriter writer(to, typesetter, {X, Width, align_});
   writer.set_colors(*colors_, ignore_colors_, label_id_);
-  for (const ParagraphLine& line : lines) Y = writer.write(line, Y);
-  return Y;
+  return writer.write(lines, Y);
 }
 
 std::int16_t TextAndFormatting::fmtLen(std::u16string_view Text) {
