@@ -4,6 +4,7 @@
 #include <optional>
 #include <vector>
 
+#include "qel/embedded/FixedCanvas.h"
 #include "qel/text/QELText.h"
 #include "support/Random.h"
 #include "support/Text.h"
@@ -95,6 +96,11 @@ TEST(QELTextStrings, Cut) {
         << row.start << " " << row.length;
   }
   const std::u16string long_text = test::repeated(u"x", 40000) + u"/b1end/b0";
+  const std::u16string nearly = test::repeated(u"a", 50000) + u"b";
+  EXPECT_EQ(tools.InString(test::repeated(u"a", 100000), nearly), 0) << "in linear time";
+  EXPECT_EQ(tools.InStringRev(test::repeated(u"a", 100000), u"b" + nearly.substr(0, 50000)), 0);
+  EXPECT_EQ(tools.InStringRev(u"x" + nearly + nearly + u"y", nearly),
+            static_cast<std::int16_t>(50003));
   std::int16_t three = 3;
   EXPECT_EQ(tools.RightStr(long_text, three), u"/b1end/b0");
   EXPECT_EQ(tools.Stuff(long_text, 1, 0, u"y", nullptr), u"y" + long_text) << "nothing gets lost";
@@ -165,6 +171,13 @@ TEST(QELTextStrings, StuffWithStyleData) {
   ignored.Bold = true;
   ignored.put_Ignored(true);
   EXPECT_EQ(tools.StuffWithStyleData(u"/u1ab/u0", 1, 1, u"X", ignored), u"/u1Xb/u0");
+  cReplaceData raised;
+  raised.DontChangeStyle = false;
+  raised.Superscript = true;
+  EXPECT_EQ(tools.StuffWithStyleData(u"ab", 1, 1, u"X", raised), u"/p1X/p0b");
+  tools.put_QELText(u"/b1a");
+  iStyle& own = tools.get_Segments()->Item(1)->get_Style();
+  EXPECT_EQ(tools.StuffWithStyleData(u"xy", 1, 1, u"X", own), u"/b1X/b0y") << "goes meanwhile";
 }
 
 /// The rule as it is stated, step by step.
@@ -306,6 +319,71 @@ TEST(QELTextToggle, IsDecidedByTheFirstSegment) {
     EXPECT_EQ(tools.get_QELText(), row.result)
         << test::shown(row.text) << " attribute " << row.attribute;
   }
+}
+
+TEST(QELTextObjects, HandOnToTheirOwners) {
+  QELText tools;
+  EXPECT_EQ(tools.get_Align(), alLeft);
+  EXPECT_EQ(tools.get_DefaultFont(), u"Arial");
+  EXPECT_EQ(tools.get_DefaultFontSize(), 10);
+  EXPECT_TRUE(tools.get_WordWrap() && tools.get_ShowHiddenText());
+  EXPECT_FALSE(tools.get_RevealCodes() || tools.get_IgnoreColors());
+  EXPECT_EQ(tools.get_ForeColor(), 0);
+  // Each flag alone: none is another under a wrong name.
+  struct Flag {
+    bool (QELText::*get)() const;
+    void (QELText::*put)(bool);
+  };
+  const Flag flags[] = {{&QELText::get_WordWrap, &QELText::put_WordWrap},
+                        {&QELText::get_RevealCodes, &QELText::put_RevealCodes},
+                        {&QELText::get_ShowHiddenText, &QELText::put_ShowHiddenText},
+                        {&QELText::get_IgnoreColors, &QELText::put_IgnoreColors}};
+  for (const Flag& set : flags) {
+    for (const Flag& flag : flags) (tools.*flag.put)(flag.put == set.put);
+    for (const Flag& flag : flags) EXPECT_EQ((tools.*flag.get)(), flag.put == set.put);
+  }
+  tools.put_ForeColor(10);
+  tools.put_IgnoredColor(11);
+  tools.put_HiddenColor(12);
+  tools.put_NoteColor(13);
+  for (std::int16_t i = 0; i < 4; ++i) EXPECT_EQ(tools.get_Colors()->get_Color(i), 10 + i);
+  EXPECT_EQ(tools.get_ForeColor() * 1000000 + tools.get_IgnoredColor() * 10000 +
+                tools.get_HiddenColor() * 100 + tools.get_NoteColor(),
+            10111213);
+  tools.put_Align(alCenter);
+  tools.put_Labeled(7);
+  EXPECT_EQ(tools.get_Align() * 10 + tools.get_Labeled(), 27);
+
+  const auto canvas = std::make_shared<embedded::FixedCanvas>();
+  tools.SetCanvas(canvas);
+  tools.put_RevealCodes(false);
+  tools.put_ShowHiddenText(false);
+  tools.put_WordWrap(true);
+  tools.WriteParagraph(u"one /y2hidden/y0two", 0, 0, 16);
+  EXPECT_EQ(tools.get_LinesPrinted(), 2);
+  EXPECT_EQ(tools.fmtTextWidth(u"a/y2b"), 5);
+  EXPECT_EQ(tools.LineCount(u"a/y2b/y0 c", 15, 0), 1) << "hidden text takes no room";
+  EXPECT_EQ(tools.GetLine(u"ab cd", 15, 0, 2), u"cd");
+  EXPECT_EQ(tools.TextHeight(u""), 12);
+  EXPECT_EQ(QELText::RomanToArabic(u"xiv"), u"14");
+
+  tools.put_QELText(u"/k1a  b/nl/y2c");
+  EXPECT_EQ(tools.get_QELTextv6(), u"a  b/z1c/z0");
+  EXPECT_EQ(tools.GetQELTextv6(ofWithoutHidden, false, true), u"a b");
+  EXPECT_EQ(tools.GetQELText(ofWithoutHidden, false, true), u"/k1a b/k0");
+  tools.SetCustomCodes(u"/nl=|");
+  EXPECT_EQ(tools.get_TextCustom(), u"a  b|c");
+  EXPECT_EQ(tools.LTrimStr(u" a ") + tools.RTrimStr(u" a ") + tools.TrimStr(u" a "), u"a  aa");
+  EXPECT_EQ(tools.RemoveLeadingPunctuation(u"(a)"), u"a)");
+  EXPECT_EQ(tools.RemoveTrailingPunctuation(u"(a)"), u"(a");
+  EXPECT_EQ(tools.FirstLetterToUppercase(u"ab", 0, -1), u"Ab");
+  EXPECT_EQ(tools.FirstLetterToLowercase(u"AB", 0, -1), u"aB");
+  EXPECT_EQ(tools.InitialCap(u"AB CD", 0, -1), u"Ab cd");
+  EXPECT_EQ(tools.AutoTitleCase(u"ab cd"), u"Ab Cd");
+  EXPECT_EQ(tools.AutoInitialCap(u"ab cd"), u"Ab cd");
+  EXPECT_EQ(tools.AutoTitleCaseRTF(u"{\\b ab cd}"), u"{\\b Ab Cd}");
+  EXPECT_EQ(tools.AutoInitialCapRTF(u"{\\b ab cd}"), u"{\\b Ab cd}");
+  EXPECT_EQ(tools.UpperCaseRTF(u"x") + tools.LowerCaseRTF(u"x"), u"{\\caps x\\capsoff}{\\caps x}");
 }
 
 TEST(QELTextObjects, AreSharedOrNot) {

@@ -7,6 +7,7 @@
 #include <utility>
 
 #include "HelpFormat.h"
+#include "Numbers.h"
 #include "RenderCommand.h"
 #include "TableOptions.h"
 #include "TextCommands.h"
@@ -24,7 +25,7 @@ constexpr const char* convert_examples = R"(Examples:
   qel convert note.qel --to rtf --font 0=Helvetica --color 4=#1E90FF --font-size 12
   qel convert form.rtf --to qel --field
 
-Exit status: 0, 1 when a conversion failed, 2 for arguments that do not fit.)";
+Exit status: 0, 1 when something failed, 2 for arguments that do not fit.)";
 
 constexpr const char* tables_examples = R"(Examples:
   qel tables > tables.txt
@@ -118,7 +119,7 @@ class ConvertCommand {
                    "How many files to convert at a time; as many as there are "
                    "processors otherwise")
         ->type_name("N")
-        ->check(CLI::Range(1, most_jobs).description({}));
+        ->transform(whole_number(1, most_jobs));
     app.footer(convert_examples);
   }
 
@@ -160,13 +161,52 @@ class ConvertCommand {
 
 /// The arguments in the order in which CLI11 takes them: the last one first.
 std::vector<std::string> reversed_arguments(int argc, const char* const* argv) {
+  const bool has_files = argc > 1 && std::string(argv[1]) == "convert";
   std::vector<std::string> arguments;
   for (int i = argc - 1; i > 0; --i) {
-    const std::string argument = argv[i];
-    // CLI11 would take "[a,b]" for a list; "./[a,b]" is the same file.
-    arguments.push_back(argument.starts_with('[') ? "./" + argument : argument);
+    std::string argument = argv[i];
+    if (argument.starts_with("--") && argument.ends_with('=')) {
+      // CLI11 would take the empty value for none.
+      arguments.emplace_back();
+      argument.pop_back();
+    }
+    // CLI11 would take "[a,b]" for a list of files; "./[a,b]" is the same file.
+    const bool is_list = has_files && argument.starts_with('[');
+    arguments.push_back(is_list ? "./" + argument : argument);
   }
   return arguments;
+}
+
+/// Nothing when there is none.
+const CLI::App* subcommand_named(const CLI::App& app, const std::string& name) {
+  const auto found =
+      app.get_subcommands([&name](const CLI::App* command) { return command->get_name() == name; });
+  return found.empty() ? nullptr : found.front();
+}
+
+/// What was given in place of a command, or of a verb of `text`; empty when that is in order.
+std::string unknown_command(const CLI::App& app, int argc, const char* const* argv) {
+  const CLI::App* within = &app;
+  for (int i = 1; i < argc && !within->get_subcommands(nullptr).empty(); ++i) {
+    const std::string name = argv[i];
+    if (name.starts_with('-')) return {};
+    const CLI::App* const found = subcommand_named(*within, name);
+    if (found == nullptr) return name;
+    within = found;
+  }
+  return {};
+}
+
+/// How to get help on what was called.
+std::string help_on(const CLI::App& app, int argc, const char* const* argv) {
+  std::string command = "qel ";
+  const CLI::App* within = &app;
+  for (int i = 1; i < argc; ++i) {
+    within = subcommand_named(*within, argv[i]);
+    if (within == nullptr) break;
+    command.append(argv[i]).append(" ");
+  }
+  return command + "--help";
 }
 
 std::string on_one_line(std::string text) {
@@ -177,11 +217,13 @@ std::string on_one_line(std::string text) {
 }  // namespace
 
 CommandLine parse_command_line(int argc, const char* const* argv) {
-  CLI::App app("Converts formatted text between slash-code markup, RTF and plain text.", "qel");
+  CLI::App app("Converts, edits and draws formatted text in slash-code markup, RTF and plain text.",
+               "qel");
   app.set_version_flag("--version", std::string("qel ") + version);
   app.require_subcommand(1);
   app.formatter(std::make_shared<HelpFormat>());
-  app.footer(convert_examples);
+  app.footer(
+      "Exit status: 0, 1 when something failed or texts differ, 2 for arguments that do not fit.");
   const ConvertCommand convert(*app.add_subcommand("convert", "Convert files"));
   CLI::App* const tables_app =
       app.add_subcommand("tables", "Print the tables of fonts and colours as records");
@@ -200,7 +242,10 @@ CommandLine parse_command_line(int argc, const char* const* argv) {
     line.text = std::string(call.what()) + "\n";
     return line;
   } catch (const CLI::ParseError& error) {
-    throw UsageError(on_one_line(error.what()));
+    const std::string unknown = unknown_command(app, argc, argv);
+    const std::string message =
+        unknown.empty() ? on_one_line(error.what()) : "'" + unknown + "' is no command";
+    throw UsageError(message + " (see '" + help_on(app, argc, argv) + "')");
   }
   if (convert.is_asked_for()) return convert.values();
   const bool is_text = text.is_asked_for();

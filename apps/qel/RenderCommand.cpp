@@ -2,6 +2,8 @@
 
 #include <memory>
 
+#include "Numbers.h"
+#include "UsageError.h"
 #include "qel/embedded/SvgCanvas.h"
 #include "qel/text/TextAndFormatting.h"
 
@@ -23,7 +25,8 @@ RenderCommand::RenderCommand(CLI::App& app) : app_(app), tables_(app) {
   };
   app.add_option("FILE", file_, "Markup to draw; standard input when none is named, or for '-'")
       ->type_name("");
-  app.add_option("-o,--output", output_, "File to write, '-' for standard output")
+  app.add_option("-t,--text", text_, "Markup in place of a file")->type_name("TEXT");
+  app.add_option("-o,--output", output_, "File to write, '-' for standard output (required)")
       ->required()
       ->type_name("FILE");
   points("-w,--width", picture_.width, "Width of the lines (450)");
@@ -34,7 +37,7 @@ RenderCommand::RenderCommand(CLI::App& app) : app_(app), tables_(app) {
       ->check(CLI::IsMember({"left", "right", "center"}).description({}));
   app.add_option("--label", picture_.label, "Label (1 to 9) whose colour lies behind the text")
       ->type_name("N")
-      ->check(CLI::Range(1, 9).description({}));
+      ->transform(whole_number(1, 9));
   app.add_flag("--transparent", picture_.transparent, "Without a white background");
   app.add_flag("--reveal-codes", picture_.reveal_codes, "Draw the markup itself");
   app.add_flag("--hide-hidden", picture_.hides_hidden, "Without text in colour 2");
@@ -47,8 +50,15 @@ TextTask RenderCommand::values() const {
   Picture picture = picture_;
   picture.wraps = !no_wrap_;
   picture.align = align_ == "right" ? alRight : align_ == "center" ? alCenter : alLeft;
+  if (picture.wraps && picture.indent > 0 && picture.indent >= picture.width) {
+    throw UsageError("--indent leaves no room: it has to be less than --width");
+  }
   TextTask task;
   task.files = {file_};
+  if (app_.get_option("--text")->count() > 0) task.text = text_;
+  if (task.text && app_.get_option("FILE")->count() > 0) {
+    throw UsageError("--text and a file exclude each other");
+  }
   task.output = output_;
   task.run = [picture, tables = std::make_shared<const Tables>(tables_.values())](
                  const std::vector<std::u16string>& texts) {

@@ -40,6 +40,7 @@ class RenderCommand {
 
   const CLI::App& app_;
   std::string file_ = "-";
+  std::string text_;
   std::string output_;
   std::string align_ = "left";
   bool no_wrap_ = false;

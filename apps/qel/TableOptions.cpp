@@ -1,6 +1,7 @@
 #include "TableOptions.h"
 
 #include "Files.h"
+#include "Numbers.h"
 #include "TextInput.h"
 #include "UsageError.h"
 
@@ -17,7 +18,7 @@ TableOptions::TableOptions(CLI::App& app) {
       "N=COLOR")
       ->allow_extra_args(false);
   size_ = add("--font-size", font_size_, "Default size (0 to 16383)", "POINTS");
-  size_->check(CLI::Range(0.0F, 16383.0F).description({}));
+  size_->check(decimal_number(0, 16383));
   file_ = add("--tables", path_,
               "File with records as 'qel tables' prints them; the options "
               "above win over it",

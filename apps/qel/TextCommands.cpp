@@ -3,9 +3,13 @@
 #include <algorithm>
 #include <array>
 #include <cstddef>
+#include <iterator>
 #include <optional>
 #include <string_view>
 
+#include "LineCodes.h"
+#include "Numbers.h"
+#include "UsageError.h"
 #include "qel/base/Utf16.h"
 #include "qel/base/Utf8.h"
 #include "qel/embedded/SvgCanvas.h"
@@ -32,8 +36,22 @@ std::u16string decoded(const std::string& argument) {
   return from_utf8(argument, richtext::decode_western);
 }
 
-TaskResult markup(std::u16string_view text) { return {to_utf8(text), 0}; }
-TaskResult number(std::int64_t value) { return {std::to_string(value) + "\n", 0}; }
+TaskResult markup(std::u16string_view text) { return {to_utf8(text), 0, true}; }
+TaskResult number(std::int64_t value) { return {std::to_string(value) + "\n"}; }
+
+/// Markup made of `text`, with the line codes of that text, which the library drops.
+TaskResult markup_of(std::u16string_view text, std::u16string_view made,
+                     const LineCodes::Move& move) {
+  return markup(LineCodes(text).put_into(made, move));
+}
+
+/// For changes that keep every character in its place.
+std::optional<std::size_t> stay(std::size_t characters) { return characters; }
+
+std::size_t as_size(std::int32_t count) { return static_cast<std::size_t>(std::max(count, 0)); }
+
+constexpr std::int64_t least_position = -0x8000;
+constexpr std::int64_t most_position = 0x7FFF;
 TaskResult lines(const Texts& texts) {
   TaskResult result;
   for (const std::u16string& text : texts) result.output.append(to_utf8(text)).append("\n");
@@ -116,6 +134,14 @@ std::optional<cReplaceData> style_named(std::string_view codes) {
   return data;
 }
 
+void add_position(CLI::App& verb, const std::string& name, std::int16_t& value,
+                  const std::string& meaning) {
+  verb.add_option(name, value, meaning)
+      ->required()
+      ->type_name("")
+      ->transform(whole_number(least_position, most_position));
+}
+
 using ChangeCase = std::u16string (*)(QELText& tools, std::u16string_view text, std::int16_t start,
                                       std::int16_t length);
 
@@ -163,6 +189,25 @@ CLI::Validator known_to(Find find, const std::string& names) {
       {});
 }
 
+/// What stands between line codes and line breaks; nothing at all of an empty text.
+std::vector<std::u16string_view> paragraphs_of(std::u16string_view text) {
+  std::vector<std::u16string_view> paragraphs;
+  while (!text.empty()) {
+    std::size_t end = 0;
+    std::size_t length = 0;
+    for (; end < text.size() && length == 0; ++end) {
+      const std::u16string_view rest = text.substr(end);
+      if (rest.starts_with(u"/nl")) length = 3;
+      if (rest.front() == u'\n' || rest.front() == u'\r')
+        length = rest.starts_with(u"\r\n") ? 2 : 1;
+    }
+    if (length > 0) --end;
+    paragraphs.push_back(text.substr(0, end));
+    text.remove_prefix(end + length);
+  }
+  return paragraphs;
+}
+
 /// Every character takes one column.
 class ColumnCanvas : public platform::Canvas {
  public:
@@ -182,12 +227,13 @@ class ColumnCanvas : public platform::Canvas {
 
 TextCommands::TextCommands(CLI::App& app) : app_(app) {
   app.require_subcommand(1);
-  app.footer(examples);
+  app.footer(std::string());
   add_counting();
   add_cutting();
   add_joining();
   add_styling();
   add_wrapping();
+  app.footer(examples);
 }
 
 CLI::App& TextCommands::add_verb(const std::string& name, const std::string& meaning, Run run) {
@@ -198,13 +244,9 @@ CLI::App& TextCommands::add_verb(const std::string& name, const std::string& mea
 
 /// To be called last: the file is the last of the arguments.
 void TextCommands::read_text(CLI::App& verb) {
-  CLI::Option* const file =
-      verb.add_option("FILE", file_,
-                      "Markup to read; standard input when none is named, or for '-'")
-          ->type_name("");
-  verb.add_option("-t,--text", text_, "Markup in place of a file")
-      ->type_name("TEXT")
-      ->excludes(file);
+  verb.add_option("FILE", file_, "Markup to read; standard input when none is named, or for '-'")
+      ->type_name("");
+  verb.add_option("-t,--text", text_, "Markup in place of a file")->type_name("TEXT");
   verb.add_option("-o,--output", output_, "File to write instead of standard output")
       ->type_name("FILE");
 }
@@ -216,6 +258,12 @@ TextTask TextCommands::values() const {
   task.files = {file_};
   if (!other_file_.empty()) task.files.push_back(other_file_);
   if (verb->app->get_option("--text")->count() > 0) task.text = text_;
+  if (task.text && verb->app->get_option("FILE")->count() > 0) {
+    throw UsageError("--text and a file exclude each other");
+  }
+  if (!task.text && task.files == std::vector<std::string>{"-", "-"}) {
+    throw UsageError("standard input can be only one of two texts");
+  }
   task.output = output_;
   Arguments given = given_;
   given.tables = std::make_shared<const Tables>(tables_->values());
@@ -241,8 +289,9 @@ void TextCommands::add_counting() {
   CLI::Option* const last = verb.add_flag("--last", given_.last, "The last occurrence");
   verb.add_option("--within", given_.length, "With --last: only within the first N characters")
       ->type_name("N")
-      ->needs(last);
-  verb.add_flag("--ignore-case", given_.ignore_case, "Letters match in any case")->excludes(last);
+      ->needs(last)
+      ->transform(whole_number(0, most_position));
+  verb.add_flag("--ignore-case", given_.ignore_case, "Letters match in any case");
   read_text(verb);
 }
 
@@ -251,33 +300,48 @@ TaskResult TextCommands::find(const Arguments& given, QELText& tools, const Text
   const std::u16string plain = tools.PlainText(texts[0]);
   const std::size_t seen = given.length < 0 ? plain.size() : static_cast<std::size_t>(given.length);
   return number(static_cast<std::int64_t>(
-      given.last ? markup::find_last(std::u16string_view(plain).substr(0, seen), search)
-                 : markup::find(plain, search, given.ignore_case)));
+      given.last
+          ? markup::find_last(std::u16string_view(plain).substr(0, seen), search, given.ignore_case)
+          : markup::find(plain, search, given.ignore_case)));
 }
 
 void TextCommands::add_cutting() {
   const auto add_count = [this](CLI::App& verb) {
-    verb.add_option("COUNT", given_.count, "How many characters")->required()->type_name("");
+    add_position(verb, "COUNT", given_.count, "How many characters");
     read_text(verb);
   };
   add_count(add_verb("left", "Print the first characters",
                      [](const Arguments& given, QELText& tools, const Texts& texts) {
                        std::int16_t count = given.count;
-                       return markup(tools.LeftStr(texts[0], count));
+                       const std::u16string left = tools.LeftStr(texts[0], count);
+                       return markup_of(texts[0], left, [&](std::size_t characters) {
+                         return characters < as_size(count) ? stay(characters) : std::nullopt;
+                       });
                      }));
   add_count(add_verb("right", "Print the last characters",
                      [](const Arguments& given, QELText& tools, const Texts& texts) {
                        std::int16_t count = given.count;
-                       return markup(tools.RightStr(texts[0], count));
+                       const std::u16string right = tools.RightStr(texts[0], count);
+                       const std::size_t size = tools.PlainText(texts[0]).size();
+                       const std::size_t cut = size - std::min(size, as_size(count));
+                       return markup_of(texts[0], right, [cut](std::size_t characters) {
+                         return characters > cut || cut == 0 ? stay(characters - cut)
+                                                             : std::nullopt;
+                       });
                      }));
   CLI::App& mid = add_verb("mid", "Print characters from the middle",
                            [](const Arguments& given, QELText& tools, const Texts& texts) {
-                             return markup(tools.MidStr(texts[0], given.start, given.length));
+                             const std::u16string middle =
+                                 tools.MidStr(texts[0], given.start, given.length);
+                             const std::size_t cut = as_size(given.start - 1);
+                             const std::size_t size = tools.PlainText(middle).size();
+                             return markup_of(texts[0], middle, [=](std::size_t characters) {
+                               const bool is_inside = characters > cut && characters < cut + size;
+                               return is_inside ? stay(characters - cut) : std::nullopt;
+                             });
                            });
-  mid.add_option("START", given_.start, "The first of them")->required()->type_name("");
-  mid.add_option("LENGTH", given_.length, "How many; -1 for all the rest")
-      ->required()
-      ->type_name("");
+  add_position(mid, "START", given_.start, "The first of them");
+  add_position(mid, "LENGTH", given_.length, "How many; -1 for all the rest");
   read_text(mid);
   CLI::App& split = add_verb("split", "Print the parts between delimiters, one on each line",
                              [](const Arguments& given, QELText& tools, const Texts& texts) {
@@ -291,8 +355,8 @@ void TextCommands::add_cutting() {
 
 void TextCommands::add_joining() {
   CLI::App& verb = add_verb("stuff", "Replace characters", stuff);
-  verb.add_option("START", given_.start, "The first to replace")->required()->type_name("");
-  verb.add_option("LENGTH", given_.length, "How many; 0 only inserts")->required()->type_name("");
+  add_position(verb, "START", given_.start, "The first to replace");
+  add_position(verb, "LENGTH", given_.length, "How many; 0 only inserts");
   verb.add_option("REPLACEMENT", given_.replacement, "Markup to put there")
       ->required()
       ->type_name("");
@@ -312,11 +376,20 @@ void TextCommands::add_joining() {
 
 TaskResult TextCommands::stuff(const Arguments& given, QELText& tools, const Texts& texts) {
   const std::u16string replacement = decoded(given.replacement);
-  if (!given.style_from_text && given.style.empty()) {
-    return markup(tools.Stuff(texts[0], given.start, given.length, replacement));
+  std::u16string made;
+  if (given.style_from_text || !given.style.empty()) {
+    const cReplaceData style = given.style_from_text ? cReplaceData() : *style_named(given.style);
+    made = tools.StuffWithStyleData(texts[0], given.start, given.length, replacement, style);
+  } else {
+    made = tools.Stuff(texts[0], given.start, given.length, replacement);
   }
-  const cReplaceData style = given.style_from_text ? cReplaceData() : *style_named(given.style);
-  return markup(tools.StuffWithStyleData(texts[0], given.start, given.length, replacement, style));
+  const std::size_t before = as_size(given.start - 1);
+  const std::size_t behind = as_size(given.start + given.length - 1);
+  const std::size_t put = tools.PlainText(replacement).size();
+  return markup_of(texts[0], made, [=](std::size_t characters) {
+    if (characters <= before) return stay(characters);
+    return characters >= behind ? stay(characters - behind + before + put) : std::nullopt;
+  });
 }
 
 TaskResult TextCommands::compare(const Arguments& /*given*/, QELText& tools, const Texts& texts) {
@@ -327,10 +400,10 @@ TaskResult TextCommands::compare(const Arguments& /*given*/, QELText& tools, con
 void TextCommands::add_span_options(CLI::App& verb) {
   verb.add_option("--start", given_.start, "The first character")
       ->type_name("N")
-      ->check(CLI::PositiveNumber.description({}));
+      ->transform(whole_number(1, most_position));
   verb.add_option("--length", given_.length, "How many; all the rest otherwise")
       ->type_name("N")
-      ->check(CLI::PositiveNumber.description({}));
+      ->transform(whole_number(1, most_position));
 }
 
 void TextCommands::add_styling() {
@@ -354,34 +427,40 @@ void TextCommands::add_styling() {
 }
 
 TaskResult TextCommands::change_case(const Arguments& given, QELText& tools, const Texts& texts) {
-  if (!given.ignored_words.empty()) tools.put_IgnoredWordList(decoded(given.ignored_words));
-  return markup(case_named(given.name)(tools, texts[0], static_cast<std::int16_t>(given.start - 1),
-                                       given.length));
+  if (!given.ignored_words.empty()) {
+    // The list itself keeps blanks, and so finds no word behind one.
+    std::u16string words = decoded(given.ignored_words);
+    std::erase(words, u' ');
+    tools.put_IgnoredWordList(words);
+  }
+  const auto start = static_cast<std::int16_t>(given.start - 1);
+  return markup_of(texts[0], case_named(given.name)(tools, texts[0], start, given.length), stay);
 }
 
 TaskResult TextCommands::toggle(const Arguments& given, QELText& tools, const Texts& texts) {
-  const std::size_t before = static_cast<std::size_t>(given.start) - 1;
+  const std::size_t before = as_size(given.start - 1);
   const std::size_t size = tools.PlainText(texts[0]).size();
-  constexpr std::size_t longest = 0x7FFF;
-  std::size_t length = before > 0 && size > before ? std::min(size - before, longest) : 0;
-  if (given.length > 0) length = static_cast<std::size_t>(given.length);
+  std::size_t length = before > 0 && size > before ? size - before : 0;
+  if (given.length > 0) length = as_size(given.length);
+  if (length > as_size(most_position)) {
+    throw TaskError("more than 32767 characters behind --start: give a --length");
+  }
   if (before == 0 || length > 0) {
     tools.ToggleTextAttribute(*attribute_named(given.name), static_cast<std::int16_t>(before),
                               static_cast<std::int16_t>(length));
   }
-  return markup(tools.get_QELText());
+  return markup_of(texts[0], tools.get_QELText(), stay);
 }
 
 void TextCommands::add_wrapping() {
   CLI::App& verb = add_verb("wrap", "Print the lines that fit a width, each on a line", wrap);
-  const CLI::Range any_length(-1e9F, 1e9F);
-  verb.add_option("-w,--width", given_.width, "Width of the lines, in points")
+  verb.add_option("-w,--width", given_.width, "Width of the lines, in points (required)")
       ->required()
       ->type_name("N")
-      ->check(CLI::Range(any_length).description({}));
+      ->check(decimal_number(0, 1e6));
   verb.add_option("--indent", given_.indent, "How much narrower all lines after the first are")
       ->type_name("N")
-      ->check(CLI::Range(any_length).description({}));
+      ->check(decimal_number(0, 1e6));
   verb.add_flag("--columns", given_.columns, "Widths count characters, all of them equally wide");
   verb.add_flag("--lines", given_.count_only, "Print only how many lines there are");
   tables_ = std::make_unique<TableOptions>(verb);
@@ -396,7 +475,12 @@ TaskResult TextCommands::wrap(const Arguments& given, QELText& /*tools*/, const 
   } else {
     layout.put_Canvas(std::make_shared<embedded::SvgCanvas>(given.width));
   }
-  const Texts all = layout.all_lines(texts[0], given.width, given.indent);
+  Texts all;
+  for (const std::u16string_view paragraph : paragraphs_of(texts[0])) {
+    Texts part = layout.all_lines(paragraph, given.width, given.indent);
+    if (part.empty()) part.emplace_back();
+    std::move(part.begin(), part.end(), std::back_inserter(all));
+  }
   return given.count_only ? number(static_cast<std::int64_t>(all.size())) : lines(all);
 }
 

@@ -1,31 +1,47 @@
 #include "TextTask.h"
 
-#include <string_view>
+#include <cstddef>
+#include <utility>
 
 #include "Files.h"
 #include "TextInput.h"
+#include "qel/base/Utf8.h"
 
 namespace qel::command {
 namespace {
 
-/// Files end in a line break that is no part of the markup.
-std::u16string without_last_break(std::u16string text) {
-  for (const char16_t unit : std::u16string_view(u"\n\r")) {
-    if (!text.empty() && text.back() == unit) text.pop_back();
+/// Takes the line break at the end off, which is no part of the markup of a file.
+std::u16string take_last_break(std::u16string& text) {
+  std::size_t kept = text.size();
+  if (kept > 0 && text[kept - 1] == u'\n') --kept;
+  if (kept > 0 && text[kept - 1] == u'\r') --kept;
+  std::u16string taken = text.substr(kept);
+  text.resize(kept);
+  return taken;
+}
+
+std::u16string read_text(const std::string& file) {
+  std::string bytes = read_file(file);
+  if (is_rtf(bytes)) {
+    throw TaskError((file == "-" ? "standard input" : file) +
+                    " is RTF: convert it first (qel convert --to qel)");
   }
-  return text;
+  return decode_text(std::move(bytes));
 }
 
 }  // namespace
 
 int run(const TextTask& task) {
   std::vector<std::u16string> texts;
+  std::u16string last_break;
   for (const std::string& file : task.files) {
     const bool is_given = task.text && texts.empty();
-    texts.push_back(
-        without_last_break(decode_text(is_given ? std::string(*task.text) : read_file(file))));
+    texts.push_back(is_given ? decode_text(std::string(*task.text)) : read_text(file));
+    std::u16string taken = take_last_break(texts.back());
+    if (texts.size() == 1) last_break = std::move(taken);
   }
-  const TaskResult result = task.run(texts);
+  TaskResult result = task.run(texts);
+  if (result.is_markup) result.output.append(to_utf8(last_break));
   OutputFile output(task.output);
   output.write(result.output);
   output.finish();

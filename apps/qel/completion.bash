@@ -7,7 +7,7 @@ _qel_convert_options='--help --from --to --output --directory --jobs --field
 _qel_text_options='--help --text --output --ignore-case --last --within --style
   --style-from-text --start --length --ignored-words --width --indent --columns --lines
   --font --color --font-size --tables'
-_qel_render_options='--help --output --width --margin --indent --align --label --transparent
+_qel_render_options='--help --text --output --width --margin --indent --align --label --transparent
   --reveal-codes --hide-hidden --one-color --no-wrap --font --color --font-size --tables'
 _qel_verbs='len plain find left right mid stuff split case toggle compare wrap'
 _qel_letters='upper lower swap title first-upper first-lower'

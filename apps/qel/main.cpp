@@ -76,12 +76,14 @@ int main(int argc, char** argv) {
   using namespace qel::command;
   // A reader that went away is a write that fails.
   std::signal(SIGPIPE, SIG_IGN);
+  // So is a file that reached its limit.
+  std::signal(SIGXFSZ, SIG_IGN);
   try {
     return_large_blocks();
     temporaries::remove_on_signals();
     return run(parse_command_line(argc, argv));
   } catch (const UsageError& error) {
-    complain(std::string(error.what()) + " (see 'qel --help')");
+    complain(error.what());
     return misused;
   } catch (const std::exception& error) {
     complain(error.what());

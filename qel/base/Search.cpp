@@ -1,8 +1,8 @@
 #include "qel/base/Search.h"
 
-#include <algorithm>
 #include <cstdint>
-#include <functional>
+#include <iterator>
+#include <vector>
 
 #include "qel/base/Scan.h"
 
@@ -14,15 +14,31 @@ constexpr std::size_t npos = std::u16string_view::npos;
 /// Up to this length trying every place costs at most so many times the text.
 constexpr std::size_t short_search = 32;
 
+/// Where in the text the first occurrence ends, by the method of Knuth, Morris and Pratt: no
+/// character of the text is looked at again. `Iterator` goes forwards or backwards.
+template <class Iterator>
+Iterator end_of_occurrence(Iterator text, Iterator text_end, Iterator search, std::size_t size) {
+  const auto at = [search](std::size_t i) { return search[static_cast<std::ptrdiff_t>(i)]; };
+  // For each beginning of `search` the length of the longest one that it ends with.
+  std::vector<std::size_t> borders(size + 1, 0);
+  const auto next_length = [&](std::size_t length, char16_t character) {
+    while (length > 0 && at(length) != character) length = borders[length];
+    return at(length) == character ? length + 1 : 0;
+  };
+  for (std::size_t i = 1; i < size; ++i) borders[i + 1] = next_length(borders[i], at(i));
+  std::size_t matched = 0;
+  while (text != text_end && matched < size) matched = next_length(matched, *text++);
+  return matched == size ? text : Iterator();
+}
+
 }  // namespace
 
 std::size_t find_text(std::u16string_view text, std::u16string_view search, std::size_t from) {
   if (search.empty()) return from;
   if (search.size() > short_search) {
-    const auto begin = text.begin() + static_cast<std::ptrdiff_t>(from);
-    const auto found =
-        std::search(begin, text.end(), std::boyer_moore_searcher(search.begin(), search.end()));
-    return found == text.end() ? npos : static_cast<std::size_t>(found - text.begin());
+    const auto end = end_of_occurrence(text.data() + from, text.data() + text.size(), search.data(),
+                                       search.size());
+    return end == nullptr ? npos : static_cast<std::size_t>(end - text.data()) - search.size();
   }
   const std::uint16_t first = search.front();
   for (std::size_t at = from;; ++at) {
@@ -34,10 +50,10 @@ std::size_t find_text(std::u16string_view text, std::u16string_view search, std:
 
 std::size_t find_last_text(std::u16string_view text, std::u16string_view search) {
   if (search.size() <= short_search) return text.rfind(search);
-  const auto found = std::search(text.rbegin(), text.rend(),
-                                 std::boyer_moore_searcher(search.rbegin(), search.rend()));
-  if (found == text.rend()) return npos;
-  return static_cast<std::size_t>(text.rend() - found) - search.size();
+  using Backwards = std::reverse_iterator<const char16_t*>;
+  const auto end = end_of_occurrence(Backwards(text.data() + text.size()), Backwards(text.data()),
+                                     Backwards(search.data() + search.size()), search.size());
+  return end == Backwards() ? npos : static_cast<std::size_t>(end.base() - text.data());
 }
 
 }  // namespace qel

@@ -52,8 +52,11 @@ std::size_t find(std::u16string_view plain, std::u16string_view search, bool ign
       ignores_case ? find_text(folded(plain), folded(search)) : find_text(plain, search), plain);
 }
 
-std::size_t find_last(std::u16string_view plain, std::u16string_view search) {
-  return position_of(search.empty() ? 0 : find_last_text(plain, search), plain);
+std::size_t find_last(std::u16string_view plain, std::u16string_view search, bool ignores_case) {
+  if (search.empty()) return position_of(0, plain);
+  return position_of(
+      ignores_case ? find_last_text(folded(plain), folded(search)) : find_last_text(plain, search),
+      plain);
 }
 
 std::int32_t plain_length(StyleDecoder& decoder) {

@@ -15,7 +15,7 @@ namespace qel::markup {
 /// Where `search` first or last occurs in a plain text, one-based; 0 when it does not. Nothing
 /// occurs in an empty text; an empty `search` occurs at 1.
 std::size_t find(std::u16string_view plain, std::u16string_view search, bool ignores_case);
-std::size_t find_last(std::u16string_view plain, std::u16string_view search);
+std::size_t find_last(std::u16string_view plain, std::u16string_view search, bool ignores_case);
 
 /// Length of the plain text that the decoder holds.
 std::int32_t plain_length(StyleDecoder& decoder);

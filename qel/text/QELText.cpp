@@ -59,7 +59,7 @@ std::int16_t QELText::InStringRev(std::u16string_view Text, std::u16string_view 
   const auto seen = static_cast<std::size_t>(std::max<std::int16_t>(Start, 0));
   const std::u16string_view searched =
       Start == -1 ? std::u16string_view(text) : std::u16string_view(text).substr(0, seen);
-  return static_cast<std::int16_t>(markup::find_last(searched, wanted));
+  return static_cast<std::int16_t>(markup::find_last(searched, wanted, false));
 }
 
 namespace {

@@ -78,7 +78,7 @@ echo "== usage =="
 printf 'a/b1b' >a.qel
 printf '{\\rtf1 r}' >R.RTF
 printf '/b1' >t.txt
-breaks 2 'required' "$qel"
+breaks 2 "required (see 'qel --help')" "$qel"
 breaks 2 '--to is required' "$qel" convert a.qel
 breaks 2 "'html' is none of qel, qelv6" "$qel" convert a.qel --to html
 breaks 2 '--nonsense' "$qel" convert a.qel --to qel --nonsense

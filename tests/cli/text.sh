@@ -1,6 +1,7 @@
 #!/usr/bin/env bash
 # Drives the work on formatted text as a user does, and checks that all options are described.
 # Usage: text.sh QEL
+# shellcheck disable=SC2317
 set -uo pipefail
 
 qel=$1
@@ -12,7 +13,7 @@ text() { "$qel" text "$@"; }
 dotted() { text "$@" && printf .; }
 
 echo "== verbs =="
-printf '/b1abc/b0def\r\n' >a.qel
+printf '/b1abc/b0def' >a.qel
 printf '/b1abc/b0de' >b.qel
 printf 'one two /y2three/y0' >c.qel
 # The expected output and the arguments, in which "_" stands for a blank.
@@ -51,6 +52,17 @@ a/f3b/f0c|toggle font3 -t abc --start 2 --length 1
 abc|toggle font3 -t abc --start 4
 abc|toggle plain -t /b1/y3abc
 ABC|toggle upper -t abc
+A/nlBcd Of/nl|case title -t a/nlbcd_of/nl
+a/b1/nlbc/b0|toggle bold --start 2 -t a/nlbc
+a/nlb|left 2 -t a/nlb/nlc
+b/nlc/nl|right 2 -t a/nlb/nlc/nl
+bc/nld|mid 2 3 -t a/nlbc/nlde/nlf
+a/nlXX/nlc|stuff 2 1 XX -t a/nlb/nlc
+5\n|len -t [abc]
+2\n|find [ -t a[b
+0\n|len --text=
+abcdefghij|left 010 -t abcdefghijk
+one\n\ntwo\nthree\n|wrap -w 99 -t one/nl/nltwo/nlthree
 equal\n|compare a.qel -t /b1a/b0/b1bc/b0def
 one two\nthree\n|wrap -w 9 --columns -t one_two_three
 one two\nthr\nee\n|wrap -w 7 --indent 4 --columns -t one_two_three
@@ -62,6 +74,10 @@ END
 text compare a.qel b.qel >/dev/null
 [[ $? == 1 ]] || fail "the exit status of different texts"
 gives "standard input" 6$'\n' bash -c "printf '/b1abc/b0def\n' | $qel text len"
+gives "the end of a line stays" $'AB\r\n' bash -c "printf 'ab\r\n' | $qel text case upper"
+head -c 40000 /dev/zero | tr '\0' x >long.qel
+gives "a long text" 40000$'\n' text len long.qel
+gives "far on in it" 40001$'\n' text find y -t "$(cat long.qel)y"
 gives "a file" '' text left 2 a.qel -o left.qel
 [[ $(cat left.qel) == /b1ab/b0 ]] || fail "written: $(cat left.qel)"
 
@@ -86,7 +102,18 @@ breaks 2 '--start' text case upper a.qel --start 0
 breaks 2 "'loud' is none of upper" text case loud a.qel
 breaks 2 "'font0' is none of plain" text toggle font0 a.qel
 breaks 2 "'b,z' is none of b, i" text stuff 1 1 x a.qel --style b,z
-breaks 2 'excludes' text len a.qel -t x
+breaks 2 'exclude' text len a.qel -t x
+breaks 2 "'loud' is no command" "$qel" loud
+breaks 2 "'loud' is no command (see 'qel text --help')" text loud
+breaks 2 "not expected: --start (see 'qel text len --help')" text len --start 3 -t x
+breaks 2 "'' is no whole number" text left '' a.qel
+breaks 2 "'0x2' is no whole number" text left 0x2 a.qel
+breaks 2 "'nan' is no number" text wrap -w nan a.qel
+breaks 2 'standard input can be only one' text compare -
+breaks 2 '--indent leaves no room' "$qel" render a.qel -o x.svg --width 30 --indent 30
+breaks 1 'give a --length' text toggle bold --start 2 long.qel
+printf '{\\rtf1 x}' >x.rtf
+breaks 1 'x.rtf is RTF' text plain x.rtf
 breaks 2 '--width' text wrap a.qel
 breaks 2 '--output' "$qel" render a.qel
 breaks 2 '--align' "$qel" render a.qel -o a.svg --align up

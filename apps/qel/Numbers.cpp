@@ -1,0 +1,42 @@
+#include "Numbers.h"
+
+#include <charconv>
+#include <sstream>
+#include <string>
+#include <system_error>
+
+namespace qel::command {
+namespace {
+
+template <class Number>
+CLI::Validator number_within(Number least, Number most, const std::string& kind) {
+  return CLI::Validator(
+      [least, most, kind](std::string& text) {
+        Number value = 0;
+        const char* const begin = text.data() + (text.starts_with('+') ? 1 : 0);
+        const char* const end = text.data() + text.size();
+        const auto [rest, error] = std::from_chars(begin, end, value);
+        // Limits also refuse what is no number: nothing lies within them then.
+        if (error == std::errc() && rest == end && value >= least && value <= most) {
+          // As it was read here: a leading zero would mean octal to others.
+          if (kind == "whole number") text = std::to_string(value);
+          return std::string();
+        }
+        std::ostringstream message;
+        message << "'" << text << "' is no " << kind << " from " << least << " to " << most;
+        return message.str();
+      },
+      {});
+}
+
+}  // namespace
+
+CLI::Validator whole_number(std::int64_t least, std::int64_t most) {
+  return number_within(least, most, "whole number");
+}
+
+CLI::Validator decimal_number(double least, double most) {
+  return number_within(least, most, "number");
+}
+
+}  // namespace qel::command
