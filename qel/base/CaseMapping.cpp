@@ -1,11 +1,10 @@
 #include "qel/base/CaseMapping.h"
 
-#include <algorithm>
 #include <bitset>
 #include <cstddef>
 #include <cstdint>
-#include <iterator>
 
+#include "qel/base/CodeRanges.h"
 #include "qel/base/Utf16.h"
 
 namespace qel {
@@ -19,20 +18,7 @@ struct CaseRange {
   std::int32_t delta;
 };
 
-struct CodeRange {
-  char32_t first;
-  char32_t last;
-};
-
 #include "qel/base/UnicodeTables.inc"
-
-template <class Range, std::size_t Size>
-const Range* find_range(const Range (&ranges)[Size], char32_t character) {
-  const auto found =
-      std::lower_bound(std::begin(ranges), std::end(ranges), character,
-                       [](const Range& range, char32_t wanted) { return range.last < wanted; });
-  return found != std::end(ranges) && found->first <= character ? found : nullptr;
-}
 
 template <std::size_t Size>
 char32_t map_case(const CaseRange (&ranges)[Size], char32_t character) {

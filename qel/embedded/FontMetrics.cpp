@@ -3,17 +3,12 @@
 #include <algorithm>
 #include <array>
 #include <cstddef>
-#include <iterator>
 
 #include "qel/base/CaseMapping.h"
+#include "qel/base/CodeRanges.h"
 
 namespace qel::embedded {
 namespace {
-
-struct CodeRange {
-  char32_t first;
-  char32_t last;
-};
 
 /// Characters whose advances begin at `index`.
 struct CoverageRange {
@@ -44,14 +39,6 @@ constexpr CodeRange zero_width_ranges[] = {
 constexpr CodeRange wide_ranges[] = {
     {0x1100, 0x115F}, {0x2600, 0x27BF}, {0x2E80, 0xA4CF}, {0xA960, 0xA97F},   {0xAC00, 0xD7A3},
     {0xF900, 0xFAFF}, {0xFE30, 0xFE6F}, {0xFF01, 0xFF60}, {0x1F000, 0x1FAFF}, {0x20000, 0x3FFFD}};
-
-template <class Range, std::size_t Size>
-const Range* find_range(const Range (&ranges)[Size], char32_t character) {
-  const auto found =
-      std::lower_bound(std::begin(ranges), std::end(ranges), character,
-                       [](const Range& range, char32_t wanted) { return range.last < wanted; });
-  return found != std::end(ranges) && found->first <= character ? found : nullptr;
-}
 
 /// Where the encoding of Symbol has the character, or a place that it leaves empty.
 std::size_t symbol_index(char32_t character) {
