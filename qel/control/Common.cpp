@@ -1,16 +1,40 @@
 #include "qel/control/Common.h"
 
 #include <utility>
+#include <vector>
 
 #include "qel/embedded/EmbeddedPlatform.h"
 
 namespace qel::Common {
 namespace {
 
+/// What was published for one purpose, as far as it lives; the last of it counts.
+template <class Published>
+class Slot {
+ public:
+  void publish(const std::shared_ptr<Published>& object) {
+    if (!object) published_.clear();
+    drop_dead();
+    if (object) published_.push_back(object);
+  }
+
+  std::shared_ptr<Published> last() {
+    drop_dead();
+    return published_.empty() ? nullptr : published_.back().lock();
+  }
+
+ private:
+  void drop_dead() {
+    std::erase_if(published_, [](const auto& object) { return object.expired(); });
+  }
+
+  std::vector<std::weak_ptr<Published>> published_;
+};
+
 struct Slots {
   std::shared_ptr<const platform::Platform> platform;
-  std::weak_ptr<platform::MeasuringSurface> surface;
-  std::weak_ptr<platform::RichEdit> converter;
+  Slot<platform::MeasuringSurface> surface;
+  Slot<platform::RichEdit> converter;
 };
 
 Slots& slots() {
@@ -32,25 +56,18 @@ void set_platform(std::shared_ptr<const platform::Platform> platform) {
 
 void publish(const std::shared_ptr<platform::MeasuringSurface>& surface,
              const std::shared_ptr<platform::RichEdit>& converter) {
-  slots().surface = surface;
-  slots().converter = converter;
+  slots().surface.publish(surface);
+  slots().converter.publish(converter);
 }
 
-std::shared_ptr<platform::MeasuringSurface> measuring_surface() { return slots().surface.lock(); }
+std::shared_ptr<platform::MeasuringSurface> measuring_surface() { return slots().surface.last(); }
 
-std::shared_ptr<platform::RichEdit> conversion_box() { return slots().converter.lock(); }
+std::shared_ptr<platform::RichEdit> conversion_box() { return slots().converter.last(); }
 
 ConversionSlots::ConversionSlots()
     : surface_(embedded::EmbeddedPlatform().create_measuring_surface()),
-      converter_(embedded::EmbeddedPlatform().create_rich_edit(0)),
-      previous_surface_(slots().surface),
-      previous_converter_(slots().converter) {
+      converter_(embedded::EmbeddedPlatform().create_rich_edit(0)) {
   publish(surface_, converter_);
-}
-
-ConversionSlots::~ConversionSlots() {
-  if (slots().surface.lock() == surface_) slots().surface = std::move(previous_surface_);
-  if (slots().converter.lock() == converter_) slots().converter = std::move(previous_converter_);
 }
 
 }  // namespace qel::Common

@@ -14,8 +14,8 @@ std::shared_ptr<const platform::Platform> current_platform();
 void set_platform(std::shared_ptr<const platform::Platform> platform);
 
 /// Publishes the surface on which `QELToRTF` measures fonts and the box that `RTFToQEL` and
-/// `SimpleRTF` load text into. The last publication of a thread wins. The slots do not own: one
-/// whose object has gone reads as empty.
+/// `SimpleRTF` load text into. The last publication of a thread whose object lives wins: the slots
+/// do not own. Publishing nothing empties a slot.
 void publish(const std::shared_ptr<platform::MeasuringSurface>& surface,
              const std::shared_ptr<platform::RichEdit>& converter);
 
@@ -24,20 +24,17 @@ std::shared_ptr<platform::MeasuringSurface> measuring_surface();
 std::shared_ptr<platform::RichEdit> conversion_box();
 
 /// Both slots filled with objects of the embedded platform for as long as this lives: what a
-/// program without any control needs in order to convert. Afterwards they hold again what they held
-/// before, unless something else was published meanwhile.
+/// program without any control needs in order to convert.
 class ConversionSlots {
  public:
   ConversionSlots();
   ConversionSlots(const ConversionSlots&) = delete;
   ConversionSlots& operator=(const ConversionSlots&) = delete;
-  ~ConversionSlots();
+  ~ConversionSlots() = default;
 
  private:
   std::shared_ptr<platform::MeasuringSurface> surface_;
   std::shared_ptr<platform::RichEdit> converter_;
-  std::weak_ptr<platform::MeasuringSurface> previous_surface_;
-  std::weak_ptr<platform::RichEdit> previous_converter_;
 };
 
 }  // namespace qel::Common

@@ -50,6 +50,11 @@ class ClassicColors : public platform::SystemColors {
   };
 };
 
+class NoStyles : public platform::VisualStyles {
+ public:
+  std::optional<std::u16string> color_scheme() const override { return {}; }
+};
+
 class SymbolFontsByName : public platform::MeasuringSurface {
  public:
   void put_TestFont(std::u16string_view name) override { test_font_ = to_lower(name); }
@@ -72,6 +77,11 @@ class SymbolFontsByName : public platform::MeasuringSurface {
 const platform::SystemColors& EmbeddedPlatform::system_colors() const {
   static const ClassicColors colors;
   return colors;
+}
+
+const platform::VisualStyles& EmbeddedPlatform::visual_styles() const {
+  static const NoStyles styles;
+  return styles;
 }
 
 std::shared_ptr<platform::RichEdit> EmbeddedPlatform::create_rich_edit(

@@ -2,6 +2,8 @@
 
 #include <cstdint>
 #include <memory>
+#include <optional>
+#include <string>
 
 #include "qel/base/Color.h"
 #include "qel/platform/MeasuringSurface.h"
@@ -18,6 +20,15 @@ class SystemColors {
   virtual Color color(std::int32_t index) const = 0;
 };
 
+/// The visual styles of the desktop.
+class VisualStyles {
+ public:
+  virtual ~VisualStyles() = default;
+  /// Name of the colour scheme in which controls are drawn ("NormalColor" and the like); nothing
+  /// while styles are switched off. Raises where the system knows no visual styles.
+  virtual std::optional<std::u16string> color_scheme() const = 0;
+};
+
 /// A window of the platform, as the platform itself knows it; 0 for none.
 using WindowHandle = std::uintptr_t;
 
@@ -26,6 +37,7 @@ class Platform {
  public:
   virtual ~Platform() = default;
   virtual const SystemColors& system_colors() const = 0;
+  virtual const VisualStyles& visual_styles() const = 0;
   /// A box that lies on the window `owner`, or on none (0), which nobody sees.
   virtual std::shared_ptr<RichEdit> create_rich_edit(WindowHandle owner) const = 0;
   virtual std::shared_ptr<MeasuringSurface> create_measuring_surface() const = 0;

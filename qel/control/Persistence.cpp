@@ -1,0 +1,137 @@
+// The persisted properties of the text box, in the order in which they are read.
+
+#include <optional>
+#include <type_traits>
+#include <utility>
+#include <variant>
+
+#include "qel/base/Records.h"
+#include "qel/base/Variant.h"
+#include "qel/control/QELTextbox.h"
+
+namespace qel {
+namespace {
+
+template <class Number>
+std::optional<Number> number_in(std::u16string_view text) {
+  if constexpr (std::is_same_v<Number, bool>) return records::to_boolean(text);
+  const auto number = records::to_number(text);
+  return number ? std::optional(static_cast<Number>(*number)) : std::nullopt;
+}
+
+/// The value as another type, as far as it can be one: a bag may keep everything as text.
+template <class Value>
+Value value_as(const Variant& variant, const Variant& preset) {
+  const auto convert = [](const auto& held) -> std::optional<Value> {
+    using Held = std::decay_t<decltype(held)>;
+    if constexpr (std::is_same_v<Held, Value>) {
+      return held;
+    } else if constexpr (std::is_same_v<Value, bool> && std::is_arithmetic_v<Held>) {
+      return held != 0;
+    } else if constexpr (std::is_arithmetic_v<Value> && std::is_arithmetic_v<Held>) {
+      return static_cast<Value>(held);
+    } else if constexpr (std::is_arithmetic_v<Value> && std::is_same_v<Held, std::u16string>) {
+      return number_in<Value>(held);
+    } else {
+      return {};
+    }
+  };
+  const std::optional<Value> value = std::visit(convert, variant);
+  return value ? *value : std::visit(convert, preset).value_or(Value());
+}
+
+}  // namespace
+
+struct QELTextbox::Persisted {
+  std::u16string_view name;
+  Variant preset;
+  Variant (*read)(const QELTextbox& control);
+  void (*apply)(QELTextbox& control, const Variant& value, const Variant& preset);
+};
+
+namespace {
+
+template <class Member>
+struct SetterOf;
+template <class Value>
+struct SetterOf<void (QELTextbox::*)(Value)> {
+  using type =
+      std::conditional_t<std::is_same_v<Value, std::u16string_view>, std::u16string, Value>;
+};
+
+}  // namespace
+
+const std::array<QELTextbox::Persisted, 31>& QELTextbox::persisted() {
+  // A row of the table: the values pass in the setter's type, and in the bag in the preset's.
+#define QEL_PERSISTED(Name, preset)                                                 \
+  Persisted {                                                                       \
+    u## #Name, Variant(preset),                                                     \
+        [](const QELTextbox& control) -> Variant {                                  \
+          return static_cast<std::decay_t<decltype(preset)>>(control.get_##Name()); \
+        },                                                                          \
+        [](QELTextbox& control, const Variant& value, const Variant& otherwise) {   \
+          using Value = SetterOf<decltype(&QELTextbox::put_##Name)>::type;          \
+          control.put_##Name(value_as<Value>(value, otherwise));                    \
+        }                                                                           \
+  }
+  static const std::array<Persisted, 31> rows = {
+      QEL_PERSISTED(ActOnColors, true),
+      QEL_PERSISTED(ActOnFonts, true),
+      QEL_PERSISTED(ActOnPlain, true),
+      QEL_PERSISTED(ActOnStyles, true),
+      QEL_PERSISTED(AllowEdits, true),
+      QEL_PERSISTED(BackColor, system_color(5)),
+      QEL_PERSISTED(BorderStyle, std::int32_t{1}),
+      QEL_PERSISTED(Enabled, true),
+      QEL_PERSISTED(FontName, std::u16string(u"Arial")),
+      QEL_PERSISTED(FontSize, std::int16_t{8}),
+      QEL_PERSISTED(ForeColor, system_color(8)),
+      QEL_PERSISTED(HideColor, Color{0x00FF0000}),
+      QEL_PERSISTED(IgnoreColor, Color{0x0000C000}),
+      QEL_PERSISTED(NoteColor, Color{0x0000C0C0}),
+      QEL_PERSISTED(Multiline, std::int16_t{0}),
+      QEL_PERSISTED(OLEDragMode, std::int32_t{0}),
+      QEL_PERSISTED(OLEDropMode, std::int32_t{1}),
+      QEL_PERSISTED(RecognizeCRLF, false),
+      QEL_PERSISTED(RecognizeTabs, false),
+      QEL_PERSISTED(ConvertNLToSpace, true),
+      QEL_PERSISTED(ConvertTabsToSpace, true),
+      QEL_PERSISTED(RevealCodes, false),
+      QEL_PERSISTED(ScrollBars, std::int32_t{0}),
+      QEL_PERSISTED(SelAlignment, std::int32_t{0}),
+      QEL_PERSISTED(Text, std::u16string()),
+      QEL_PERSISTED(TextQEL, std::u16string()),
+      QEL_PERSISTED(TabStop, true),
+      QEL_PERSISTED(XPTheme, std::int32_t{0}),
+      QEL_PERSISTED(ShowEditorOnShiftF2, false),
+      {u"SmartQuotes", Variant(false),
+       [](const QELTextbox& control) -> Variant { return control.smart_quotes_; },
+       [](QELTextbox& control, const Variant& value, const Variant& preset) {
+         control.smart_quotes_ = value_as<bool>(value, preset);
+       }},
+      QEL_PERSISTED(PasteTextOnly, false),
+  };
+#undef QEL_PERSISTED
+  return rows;
+}
+
+void QELTextbox::ReadProperties(const platform::PropertyBag& Bag) {
+  for (const Persisted& row : persisted()) {
+    row.apply(*this, Bag.read(row.name, row.preset), row.preset);
+  }
+  compute_border_color();
+}
+
+void QELTextbox::WriteProperties(platform::PropertyBag& Bag) const {
+  const auto write = [&](const Persisted& row) {
+    Bag.write(row.name, row.read(*this), row.preset);
+  };
+  // The last two change places.
+  const auto& rows = persisted();
+  const std::size_t last = rows.size() - 1;
+  for (std::size_t i = 0; i < last - 1; ++i) write(rows[i]);
+  write(rows[last]);
+  write(rows[last - 1]);
+}
+
+}  // namespace qel

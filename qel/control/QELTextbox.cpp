@@ -1,0 +1,304 @@
+#include "qel/control/QELTextbox.h"
+
+#include <algorithm>
+#include <utility>
+
+#include "qel/base/Error.h"
+#include "qel/embedded/EmbeddedPlatform.h"
+#include "qel/richtext/CodePage.h"
+
+namespace qel {
+
+using platform::BoxAppearance;
+
+QELTextbox::QELTextbox(platform::ControlSite& site,
+                       std::shared_ptr<const platform::Platform> platform)
+    : site_(site),
+      platform_(std::move(platform)),
+      surface_(platform_->create_measuring_surface()),
+      // The same everywhere, so that conversions are.
+      converter_(embedded::EmbeddedPlatform().create_rich_edit(0)) {
+  for (auto& box : boxes_) box = platform_->create_rich_edit(site_.window());
+  change_boxes([](BoxAppearance& box) { box = BoxAppearance(); });
+  BoxAppearance first = appearance();
+  first.multiline = false;
+  boxes_[single_line]->put_appearance(first);
+  show_active_box();
+  Resize();
+  Common::publish(surface_, converter_);
+}
+
+template <class Change>
+void QELTextbox::change_boxes(Change change) {
+  for (const auto& box : boxes_) {
+    BoxAppearance appearance = box->appearance();
+    change(appearance);
+    box->put_appearance(appearance);
+  }
+}
+
+void QELTextbox::show_active_box() {
+  for (std::size_t i = 0; i < boxes_.size(); ++i) {
+    BoxAppearance appearance = boxes_[i]->appearance();
+    appearance.visible = i == active_;
+    boxes_[i]->put_appearance(appearance);
+  }
+}
+
+void QELTextbox::InitProperties() {
+  act_on_styles_ = act_on_fonts_ = act_on_colors_ = act_on_plain_ = allow_edits_ = enabled_ = true;
+  reveal_codes_ = show_editor_ = paste_text_only_ = smart_quotes_ = false;
+  parser_ = RTFParser();
+  back_color_ = system_color(5);
+  fore_color_ = system_color(8);
+  border_style_ = 1;
+  theme_ = 0;
+  active_ = single_line;
+  change_boxes([](BoxAppearance& box) {
+    const bool multiline = box.multiline;
+    box = BoxAppearance();
+    box.multiline = multiline;
+  });
+  for (const auto& box : boxes_) {
+    box->select({0, 0});
+    box->put_SelText(u"");
+  }
+  show_active_box();
+  Resize();
+  compute_border_color();
+}
+
+void QELTextbox::put_Text(std::u16string_view Value) {
+  CurrentRichTextBox()->put_Text(Value);
+  site_.property_changed(u"Text");
+}
+
+std::u16string QELTextbox::get_TextQEL() const {
+  if (reveal_codes_) return get_Text();
+  return RTFToQEL(RTFParser::PreprocessRTF(CurrentRichTextBox()->get_TextRTF()));
+}
+
+void QELTextbox::put_TextQEL(std::u16string_view Value) {
+  if (reveal_codes_) {
+    CurrentRichTextBox()->put_Text(Value);
+  } else {
+    CurrentRichTextBox()->put_TextRTF(QELToRTF(Value));
+  }
+  site_.property_changed(u"TextQEL");
+}
+
+std::u16string QELTextbox::get_TextRTF() const {
+  if (!site_.is_run_time()) return {};
+  return parser_.SimpleRTF(CurrentRichTextBox()->get_TextRTF(), *fonts_, *colors_);
+}
+
+void QELTextbox::put_TextRTF(std::u16string_view Value) {
+  if (site_.is_run_time()) CurrentRichTextBox()->put_TextRTF(Value);
+}
+
+std::int32_t QELTextbox::get_SelAlignment() const {
+  return static_cast<std::int32_t>(
+      CurrentRichTextBox()->alignment().value_or(platform::Alignment::left));
+}
+
+void QELTextbox::put_SelAlignment(std::int32_t Value) {
+  const bool is_known = Value >= 0 && Value <= 2;
+  if (is_known) CurrentRichTextBox()->put_alignment(static_cast<platform::Alignment>(Value));
+  site_.property_changed(u"SelAlignment");
+}
+
+void QELTextbox::put_AllowEdits(bool Value) {
+  change_boxes([Value](BoxAppearance& box) { box.read_only = !Value; });
+  store(allow_edits_, Value, u"AllowEdits");
+}
+
+void QELTextbox::put_Enabled(bool Value) {
+  enabled_ = Value;
+  site_.put_enabled(Value);
+  change_boxes([Value](BoxAppearance& box) { box.enabled = Value; });
+  compute_border_color();
+  Refresh();
+  site_.property_changed(u"Enabled");
+}
+
+void QELTextbox::put_TabStop(bool Value) {
+  change_boxes([Value](BoxAppearance& box) { box.tab_stop = Value; });
+  site_.property_changed(u"TabStop");
+}
+
+void QELTextbox::put_Multiline(bool Value) {
+  active_ = Value ? multi_line : single_line;
+  show_active_box();
+  Refresh();
+  site_.property_changed(u"Multiline");
+}
+
+void QELTextbox::put_OLEDragMode(std::int32_t Value) {
+  change_boxes([Value](BoxAppearance& box) { box.drag_mode = Value; });
+  site_.property_changed(u"OLEDragMode");
+}
+
+void QELTextbox::put_OLEDropMode(std::int32_t Value) {
+  change_boxes([Value](BoxAppearance& box) { box.drop_mode = Value; });
+  site_.property_changed(u"OLEDropMode");
+}
+
+void QELTextbox::put_BackColor(Color Value) {
+  change_boxes([Value](BoxAppearance& box) { box.back_color = Value; });
+  store(back_color_, Value, u"BackColor");
+}
+
+void QELTextbox::put_BorderStyle(std::int32_t Value) {
+  border_style_ = Value;
+  Resize();
+  Refresh();
+  site_.property_changed(u"BorderStyle");
+}
+
+void QELTextbox::put_FontName(std::u16string_view Value) {
+  change_boxes([Value](BoxAppearance& box) { box.font_name = Value; });
+  site_.property_changed(u"FontName");
+}
+
+void QELTextbox::put_FontSize(float Value) {
+  constexpr float largest = 16383;  // what RTF can say
+  if (Value > 0 && Value <= largest) {
+    change_boxes([Value](BoxAppearance& box) { box.font_size = Value; });
+  }
+  site_.property_changed(u"FontSize");
+}
+
+void QELTextbox::put_ScrollBars(std::int32_t Value) {
+  change_boxes([Value](BoxAppearance& box) { box.scroll_bars = Value; });
+  site_.property_changed(u"ScrollBars");
+}
+
+void QELTextbox::put_XPTheme(std::int32_t Value) {
+  theme_ = Value;
+  Refresh();
+  site_.property_changed(u"XPTheme");
+}
+
+std::u16string QELTextbox::XPThemeColor() const {
+  try {
+    const auto scheme = platform_->visual_styles().color_scheme();
+    if (!scheme) return {};
+    if (*scheme == u"HomeStead") return u"Green";
+    if (*scheme == u"NormalColor") return u"Blue";
+    return *scheme == u"Metallic" ? u"Silver" : u"Unknown";
+  } catch (const std::exception&) {
+    return u"Blue";
+  }
+}
+
+void QELTextbox::compute_border_color() {
+  enum Scheme : std::int32_t { blue = 1, green = 2, silver = 3 };
+  std::int32_t scheme = theme_;
+  if (scheme == 0) {
+    const std::u16string color = XPThemeColor();
+    scheme = color == u"Green" ? green : color == u"Silver" ? silver : blue;
+  }
+  if (!enabled_) {
+    border_color_ = rgb(201, 199, 186);
+  } else if (scheme == green) {
+    border_color_ = rgb(144, 193, 84);
+  } else if (scheme == blue || scheme == silver) {
+    border_color_ = rgb(127, 157, 185);
+  }
+}
+
+namespace {
+
+/// An error of the colour table leaves the old colour, and is nobody's business.
+template <class Assign>
+void ignoring_errors(Assign assign) {
+  try {
+    assign();
+  } catch (const Error&) {
+    return;
+  }
+}
+
+}  // namespace
+
+void QELTextbox::put_IgnoreColor(Color Value) {
+  ignoring_errors([&] { colors_->put_IgnoredColor(Value); });
+  site_.property_changed(u"IgnoreColor");
+}
+
+void QELTextbox::put_HideColor(Color Value) {
+  ignoring_errors([&] { colors_->put_HiddenColor(Value); });
+  site_.property_changed(u"HideColor");
+}
+
+void QELTextbox::put_NoteColor(Color Value) {
+  ignoring_errors([&] { colors_->put_NoteColor(Value); });
+  site_.property_changed(u"NoteColor");
+}
+
+void QELTextbox::put_RecognizeCRLF(bool Value) {
+  parser_.put_RecognizeCRLF(Value);
+  site_.property_changed(u"RecognizeCRLF");
+}
+
+void QELTextbox::put_RecognizeTabs(bool Value) {
+  parser_.put_RecognizeTabs(Value);
+  site_.property_changed(u"RecognizeTabs");
+}
+
+void QELTextbox::put_ConvertNLToSpace(bool Value) {
+  parser_.put_ConvertNLToSpace(Value);
+  site_.property_changed(u"ConvertNLToSpace");
+}
+
+void QELTextbox::put_ConvertTabsToSpace(bool Value) {
+  parser_.put_ConvertTabsToSpace(Value);
+  site_.property_changed(u"ConvertTabsToSpace");
+}
+
+std::u16string QELTextbox::QELToRTF(std::u16string_view Text) const {
+  return parser_.QELToRTF(Text, *fonts_, *colors_);
+}
+
+std::u16string QELTextbox::QELToRTFWithoutTables(std::u16string_view Text) const {
+  return parser_.QELToRTFWithoutTables(Text);
+}
+
+std::u16string QELTextbox::RTFToQEL(std::u16string_view RTF) const {
+  std::u16string markup = parser_.RTFToQEL(RTF, *fonts_, *colors_);
+  constexpr std::size_t line_break = 2;  // CR LF
+  if (markup.ends_with(u'\n')) markup.resize(markup.size() - std::min(line_break, markup.size()));
+  return markup;
+}
+
+std::u16string QELTextbox::HexToChar(std::u16string_view Text) {
+  if (Text.empty()) return {};
+  const auto digit = [](char16_t character) {
+    const std::size_t value = std::u16string_view(u"0123456789abcdef")
+                                  .find(character >= u'A' && character <= u'F'
+                                            ? static_cast<char16_t>(character - u'A' + u'a')
+                                            : character);
+    return value == std::u16string_view::npos ? std::size_t{0} : value;
+  };
+  const std::size_t number = 16 * digit(Text.front()) + digit(Text.back());
+  if (number < u' ') return {};
+  return std::u16string(1, richtext::decode_western(static_cast<std::uint8_t>(number)));
+}
+
+void QELTextbox::Resize() {
+  const auto [width, height] = site_.extent();
+  const bool has_border = border_style_ != 0;
+  change_boxes([&](BoxAppearance& box) {
+    box.left = has_border ? 1 : 0;
+    box.top = has_border ? 2 : 0;
+    box.width = width - (has_border ? 2 : 1);
+    box.height = height - (has_border ? 4 : 1);
+  });
+}
+
+ControlFrame QELTextbox::frame() const {
+  const auto [width, height] = site_.extent();
+  return {width - 1, height - 1, border_style_ == 1 ? border_color_ : back_color_};
+}
+
+}  // namespace qel

@@ -1,0 +1,246 @@
+#pragma once
+
+#include <array>
+#include <cstdint>
+#include <memory>
+#include <string>
+#include <string_view>
+
+#include "qel/base/Color.h"
+#include "qel/control/Common.h"
+#include "qel/platform/ControlSite.h"
+#include "qel/platform/PropertyBag.h"
+#include "qel/rtf/RTFParser.h"
+#include "qel/tables/QELIndexColors.h"
+#include "qel/tables/QELIndexFonts.h"
+
+namespace qel {
+
+/// The line around a control: from the control's top left corner to (`right`, `bottom`), in its
+/// scale units, one unit wide.
+struct ControlFrame {
+  std::int32_t right = 0;
+  std::int32_t bottom = 0;
+  Color color = 0;  ///< may be a system colour
+
+  friend bool operator==(const ControlFrame&, const ControlFrame&) = default;
+};
+
+/// A text box for a host's form. It shows and edits rich text and keeps it in three forms at once:
+/// plain text, markup and RTF.
+///
+/// Two boxes lie on it, one for a single line and one for many; exactly one is visible, and all
+/// that reads or writes text or a selection acts on that one. Setters of persisted properties end
+/// with a notice to the site under the property's name.
+class QELTextbox {
+ public:
+  /// `site` has to outlive the control. Becomes the control with which the parsers of this thread
+  /// convert, until a later one is created or this one ends.
+  explicit QELTextbox(
+      platform::ControlSite& site,
+      std::shared_ptr<const platform::Platform> platform = Common::current_platform());
+  QELTextbox(const QELTextbox&) = delete;
+  QELTextbox& operator=(const QELTextbox&) = delete;
+
+  // Persistence.
+
+  /// For a control that is new on a form: the presets once more, and empty boxes.
+  void InitProperties();
+  /// Reads all properties in their order and applies them through their setters. A property that
+  /// cannot be read takes its preset. Markup comes after plain text and wins.
+  void ReadProperties(const platform::PropertyBag& Bag);
+  /// Writes all properties in their order; those that have their presets are not kept.
+  void WriteProperties(platform::PropertyBag& Bag) const;
+
+  // What is edited. All of these act on the visible box.
+
+  /// The plain text; breaks are CR LF.
+  std::u16string get_Text() const { return CurrentRichTextBox()->get_Text(); }
+  void put_Text(std::u16string_view Value);
+  /// The markup. With `RevealCodes` the box holds the markup itself, codes and all, as plain text.
+  std::u16string get_TextQEL() const;
+  void put_TextQEL(std::u16string_view Value);
+  /// The text in the control words that `RTFParser` writes. While the form is being designed it
+  /// reads empty and cannot be written. Not persisted.
+  std::u16string get_TextRTF() const;
+  void put_TextRTF(std::u16string_view Value);
+  /// Alignment of the selected paragraphs: 0 left, 1 right, 2 centre; 0 where they differ.
+  std::int32_t get_SelAlignment() const;
+  void put_SelAlignment(std::int32_t Value);
+  /// The box that holds the text.
+  const std::shared_ptr<platform::RichEdit>& CurrentRichTextBox() const { return boxes_[active_]; }
+  /// Puts a line break in place of the selection.
+  void InsertCRLF() { CurrentRichTextBox()->put_SelText(u"\r\n"); }
+
+  // Which shortcuts the boxes know.
+
+  bool get_ActOnStyles() const { return act_on_styles_; }
+  void put_ActOnStyles(bool Value) { store(act_on_styles_, Value, u"ActOnStyles"); }
+  bool get_ActOnFonts() const { return act_on_fonts_; }
+  void put_ActOnFonts(bool Value) { store(act_on_fonts_, Value, u"ActOnFonts"); }
+  bool get_ActOnColors() const { return act_on_colors_; }
+  void put_ActOnColors(bool Value) { store(act_on_colors_, Value, u"ActOnColors"); }
+  bool get_ActOnPlain() const { return act_on_plain_; }
+  void put_ActOnPlain(bool Value) { store(act_on_plain_, Value, u"ActOnPlain"); }
+  bool get_ShowEditorOnShiftF2() const { return show_editor_; }
+  void put_ShowEditorOnShiftF2(bool Value) { store(show_editor_, Value, u"ShowEditorOnShiftF2"); }
+  /// Whether pasting drops all formats.
+  bool get_PasteTextOnly() const { return paste_text_only_; }
+  void put_PasteTextOnly(bool Value) { store(paste_text_only_, Value, u"PasteTextOnly"); }
+
+  // What the user may do.
+
+  /// Whether the user may change the text; the host always may.
+  bool get_AllowEdits() const { return allow_edits_; }
+  void put_AllowEdits(bool Value);
+  bool get_Enabled() const { return enabled_; }
+  void put_Enabled(bool Value);
+  bool get_TabStop() const { return appearance().tab_stop; }
+  void put_TabStop(bool Value);
+  /// Whether the box for many lines is the visible one. Each box keeps its own text.
+  bool get_Multiline() const { return active_ == multi_line; }
+  void put_Multiline(bool Value);
+  /// 0 the host starts drags, 1 the boxes do.
+  std::int32_t get_OLEDragMode() const { return appearance().drag_mode; }
+  void put_OLEDragMode(std::int32_t Value);
+  /// 0 drops are refused, 1 the host handles them, 2 the boxes do.
+  std::int32_t get_OLEDropMode() const { return appearance().drop_mode; }
+  void put_OLEDropMode(std::int32_t Value);
+
+  // How it looks.
+
+  Color get_BackColor() const { return back_color_; }
+  void put_BackColor(Color Value);
+  /// The colour that plain text gets when other formats are taken off it.
+  Color get_ForeColor() const { return fore_color_; }
+  void put_ForeColor(Color Value) { store(fore_color_, Value, u"ForeColor"); }
+  /// 0 none, 1 a single line.
+  std::int32_t get_BorderStyle() const { return border_style_; }
+  void put_BorderStyle(std::int32_t Value);
+  std::u16string get_FontName() const { return appearance().font_name; }
+  void put_FontName(std::u16string_view Value);
+  float get_FontSize() const { return appearance().font_size; }
+  void put_FontSize(float Value);
+  /// 0 none, 1 horizontal, 2 vertical, 3 both.
+  std::int32_t get_ScrollBars() const { return appearance().scroll_bars; }
+  void put_ScrollBars(std::int32_t Value);
+  /// 0 as the desktop is (`XPThemeColor`), 1 blue, 2 green, 3 silver. The border takes its colour
+  /// when the control is enabled or disabled, or read from a bag.
+  std::int32_t get_XPTheme() const { return theme_; }
+  void put_XPTheme(std::int32_t Value);
+  /// "Blue", "Green", "Silver" or "Unknown"; empty while visual styles are off.
+  std::u16string XPThemeColor() const;
+
+  // Colours 1, 2 and 3 of the colour table. An error of the table is ignored, and the old colour
+  // stays.
+
+  Color get_IgnoreColor() const { return colors_->get_IgnoredColor(); }
+  void put_IgnoreColor(Color Value);
+  Color get_HideColor() const { return colors_->get_HiddenColor(); }
+  void put_HideColor(Color Value);
+  Color get_NoteColor() const { return colors_->get_NoteColor(); }
+  void put_NoteColor(Color Value);
+
+  // What conversions make of codes, breaks and tabs (see `RTFParser`).
+
+  /// Whether markup is shown and given back as it stands.
+  bool get_RevealCodes() const { return reveal_codes_; }
+  void put_RevealCodes(bool Value) { store(reveal_codes_, Value, u"RevealCodes"); }
+  bool get_RecognizeCRLF() const { return parser_.get_RecognizeCRLF(); }
+  void put_RecognizeCRLF(bool Value);
+  bool get_RecognizeTabs() const { return parser_.get_RecognizeTabs(); }
+  void put_RecognizeTabs(bool Value);
+  bool get_ConvertNLToSpace() const { return parser_.get_ConvertNLToSpace(); }
+  void put_ConvertNLToSpace(bool Value);
+  bool get_ConvertTabsToSpace() const { return parser_.get_ConvertTabsToSpace(); }
+  void put_ConvertTabsToSpace(bool Value);
+
+  // Conversions with the control's tables.
+
+  std::u16string QELToRTF(std::u16string_view Text) const;
+  std::u16string QELToRTFWithoutTables(std::u16string_view Text) const;
+  /// The markup of RTF, without a line break at its end.
+  std::u16string RTFToQEL(std::u16string_view RTF) const;
+
+  // Tables and lookups.
+
+  /// The control's tables, shared with the caller.
+  const std::shared_ptr<QELIndexFonts>& get_Fonts() const { return fonts_; }
+  const std::shared_ptr<QELIndexColors>& get_Colors() const { return colors_; }
+  std::u16string GetFontNameGivenFontIndex(std::int16_t Index) const {
+    return fonts_->get_Font(Index);
+  }
+  std::int16_t GetFontIndexGivenFontName(std::u16string_view Name) const {
+    return fonts_->FontIndexGivenFontName(Name);
+  }
+  Color GetColorGivenColorIndex(std::int16_t Index) const { return colors_->get_Color(Index); }
+  std::int16_t GetColorIndexGivenColor(Color Value) const {
+    return colors_->ColorIndexGivenColor(Value);
+  }
+  /// The current value of the system colour that `Value` names. The high bit is not looked at.
+  static Color ConvertSystemColor(Color Value) { return RTFParser::ConvertSystemColor(Value); }
+  /// The character of code page 1252 whose number the first and the last character of `Text` are in
+  /// hexadecimal; empty below 32. What is no digit counts as 0.
+  static std::u16string HexToChar(std::u16string_view Text);
+
+  // The control in its form.
+
+  std::int32_t get_Width() const { return site_.extent().width; }
+  std::int32_t get_Height() const { return site_.extent().height; }
+  std::uintptr_t get_hDC() const { return site_.device_context(); }
+  void SetFocus() { site_.focus(); }
+  void Size(std::int32_t Width, std::int32_t Height) { site_.put_extent({Width, Height}); }
+  void Refresh() { site_.invalidate(); }
+  /// To be called when the control's extent is another: lays the boxes out.
+  void Resize();
+  /// What to paint around the boxes: the border, or a line in the colour of the background.
+  ControlFrame frame() const;
+  Color border_color() const { return border_color_; }
+
+ private:
+  enum BoxIndex : std::size_t { single_line, multi_line };
+  struct Persisted;
+
+  /// The appearance of the first box: what both have in common.
+  platform::BoxAppearance appearance() const { return boxes_[single_line]->appearance(); }
+  template <class Change>
+  void change_boxes(Change change);
+  template <class Value>
+  void store(Value& member, const Value& value, std::u16string_view name) {
+    member = value;
+    site_.property_changed(name);
+  }
+  void show_active_box();
+  void compute_border_color();
+
+  static const std::array<Persisted, 31>& persisted();
+
+  platform::ControlSite& site_;
+  std::shared_ptr<const platform::Platform> platform_;
+  std::shared_ptr<platform::MeasuringSurface> surface_;
+  std::shared_ptr<platform::RichEdit> converter_;
+  std::array<std::shared_ptr<platform::RichEdit>, 2> boxes_;
+  BoxIndex active_ = single_line;
+
+  RTFParser parser_;
+  std::shared_ptr<QELIndexFonts> fonts_ = std::make_shared<QELIndexFonts>();
+  std::shared_ptr<QELIndexColors> colors_ = std::make_shared<QELIndexColors>();
+
+  Color back_color_ = system_color(5);
+  Color fore_color_ = system_color(8);
+  Color border_color_ = rgb(0, 0, 255);
+  std::int32_t border_style_ = 1;
+  std::int32_t theme_ = 0;
+  bool act_on_styles_ = true;
+  bool act_on_fonts_ = true;
+  bool act_on_colors_ = true;
+  bool act_on_plain_ = true;
+  bool allow_edits_ = true;
+  bool enabled_ = true;
+  bool reveal_codes_ = false;
+  bool show_editor_ = false;
+  bool paste_text_only_ = false;
+  bool smart_quotes_ = false;
+};
+
+}  // namespace qel

@@ -1,0 +1,282 @@
+#include <gtest/gtest.h>
+
+#include <map>
+#include <string>
+#include <vector>
+
+#include "qel/base/Error.h"
+#include "qel/control/QELTextbox.h"
+#include "qel/embedded/EmbeddedPlatform.h"
+#include "qel/embedded/PropertyBag.h"
+#include "support/Random.h"
+#include "support/Text.h"
+
+namespace qel {
+namespace {
+
+using embedded::PropertyBag;
+
+/// A form that remembers what its control told it.
+class Form : public platform::ControlSite {
+ public:
+  void property_changed(std::u16string_view name) override { changed.emplace_back(name); }
+  bool is_run_time() const override { return runs; }
+  platform::ControlExtent extent() const override { return size; }
+  void put_extent(platform::ControlExtent extent) override { size = extent; }
+  void put_enabled(bool value) override { enabled = value; }
+  void invalidate() override { ++paints; }
+  void focus() override { ++focuses; }
+  platform::WindowHandle window() const override { return 0; }
+  std::uintptr_t device_context() const override { return 17; }
+
+  std::vector<std::u16string> changed;
+  platform::ControlExtent size = {100, 40};
+  bool runs = true;
+  bool enabled = true;
+  int paints = 0;
+  int focuses = 0;
+};
+
+/// A platform on which styles are what a test says.
+class StyledPlatform : public embedded::EmbeddedPlatform, private platform::VisualStyles {
+ public:
+  const platform::VisualStyles& visual_styles() const override { return *this; }
+  std::optional<std::u16string> scheme;
+  bool fails = false;
+
+ private:
+  std::optional<std::u16string> color_scheme() const override {
+    if (fails) throw Error(5, "test", "no styles");
+    return scheme;
+  }
+};
+
+class ChangeCounter : public platform::BoxListener {
+ public:
+  void on_change() override { ++changes; }
+  int changes = 0;
+};
+
+TEST(Control, KeepsNothingOfItsPresets) {
+  Form form;
+  QELTextbox control(form);
+  PropertyBag bag;
+  control.WriteProperties(bag);
+  EXPECT_EQ(bag.get_All(), u"");
+  control.ReadProperties(bag);
+  control.WriteProperties(bag);
+  EXPECT_EQ(bag.get_All(), u"");
+  EXPECT_EQ(form.changed, (std::vector<std::u16string>{u"ActOnColors",
+                                                       u"ActOnFonts",
+                                                       u"ActOnPlain",
+                                                       u"ActOnStyles",
+                                                       u"AllowEdits",
+                                                       u"BackColor",
+                                                       u"BorderStyle",
+                                                       u"Enabled",
+                                                       u"FontName",
+                                                       u"FontSize",
+                                                       u"ForeColor",
+                                                       u"HideColor",
+                                                       u"IgnoreColor",
+                                                       u"NoteColor",
+                                                       u"Multiline",
+                                                       u"OLEDragMode",
+                                                       u"OLEDropMode",
+                                                       u"RecognizeCRLF",
+                                                       u"RecognizeTabs",
+                                                       u"ConvertNLToSpace",
+                                                       u"ConvertTabsToSpace",
+                                                       u"RevealCodes",
+                                                       u"ScrollBars",
+                                                       u"SelAlignment",
+                                                       u"Text",
+                                                       u"TextQEL",
+                                                       u"TabStop",
+                                                       u"XPTheme",
+                                                       u"ShowEditorOnShiftF2",
+                                                       u"PasteTextOnly"}))
+      << "the order of reading, each through its setter";
+}
+
+constexpr std::u16string_view all_properties =
+    u"ActOnColors=False\nActOnFonts=False\nActOnPlain=False\nActOnStyles=False\nAllowEdits=False\n"
+    u"BackColor=255\nBorderStyle=0\nConvertNLToSpace=False\nConvertTabsToSpace=False\n"
+    u"Enabled=False\nFontName=Zed\nFontSize=12\nForeColor=1\nHideColor=2\nIgnoreColor=3\n"
+    u"Multiline=1\nNoteColor=4\nOLEDragMode=1\nOLEDropMode=2\nPasteTextOnly=True\n"
+    u"RecognizeCRLF=True\nRecognizeTabs=True\nRevealCodes=True\nScrollBars=3\nSelAlignment=2\n"
+    u"ShowEditorOnShiftF2=True\nSmartQuotes=True\nTabStop=False\nText=a\\r\\n/b1b\n"
+    u"TextQEL=a\\r\\n/b1b\nXPTheme=2\n";
+
+TEST(Control, GivesBackWhatABagHolds) {
+  Form form;
+  QELTextbox control(form);
+  control.ReadProperties(PropertyBag(all_properties));
+  EXPECT_EQ(control.get_FontSize(), 12);
+  EXPECT_TRUE(control.get_Multiline());
+  EXPECT_FALSE(form.enabled);
+  EXPECT_TRUE(control.CurrentRichTextBox()->appearance().read_only);
+  EXPECT_EQ(control.GetColorGivenColorIndex(2), 2);
+  PropertyBag bag(u"Other=kept\n");
+  control.WriteProperties(bag);
+  EXPECT_TRUE(bag.holds(u"Other")) << "names that nobody asks for stay";
+  bag.write(u"Other", Variant(), Variant());
+  EXPECT_EQ(bag.get_All(), all_properties);
+}
+
+TEST(Control, TakesDamagedValuesOneByOne) {
+  Form form;
+  QELTextbox control(form);
+  control.ReadProperties(
+      PropertyBag(u"FontSize=huge\nBackColor=1e99\nBorderStyle= 0 \nno "
+                  u"line\n=\nAllowEdits=maybe\nMultiline=1\r\n"
+                  u"FontName=a=b\nXPTheme=2.0\nTextQEL=x\\"));
+  EXPECT_EQ(control.get_FontSize(), 8);
+  EXPECT_EQ(control.get_BackColor(), system_color(5));
+  EXPECT_EQ(control.get_BorderStyle(), 0);
+  EXPECT_TRUE(control.get_AllowEdits() && control.get_Multiline());
+  EXPECT_EQ(control.get_FontName(), u"a=b");
+  EXPECT_EQ(control.get_XPTheme(), 2);
+  EXPECT_EQ(control.get_TextQEL(), u"x\\");
+  PropertyBag bag;
+  bag.write(u"d", 0.1, 0.0);
+  bag.write(u"f", 2.5F, 0.0F);
+  bag.write(u"o", std::make_shared<std::shared_ptr<Object>::element_type>(), Variant());
+  EXPECT_EQ(std::get<double>(bag.read(u"d", 7.0)), 0.1);
+  EXPECT_EQ(bag.get_All(), u"d=0.1\nf=2.5\n") << "objects are not kept";
+}
+
+TEST(Control, HoldsTextInThreeForms) {
+  Form form;
+  QELTextbox control(form);
+  ChangeCounter counter;
+  control.CurrentRichTextBox()->listen(&counter);
+  control.put_TextQEL(u"/b1bold/b0 and /y2hidden/y0, /f2code/f0");
+  EXPECT_EQ(counter.changes, 1) << "assigning raises one change";
+  EXPECT_EQ(control.get_Text(), u"bold and hidden, code");
+  EXPECT_EQ(control.get_TextQEL(), u"/b1bold/b0 and /y2hidden/y0, /f2code/f0");
+  EXPECT_EQ(control.get_TextRTF().substr(0, 6), u"{\\rtf1");
+  form.runs = false;
+  control.put_TextRTF(u"{\\rtf1 other}");
+  EXPECT_EQ(control.get_TextRTF(), u"");
+  EXPECT_EQ(control.get_Text(), u"bold and hidden, code") << "a form that is being designed";
+  form.runs = true;
+  control.put_TextRTF(u"{\\rtf1 \\i other\\par}");
+  EXPECT_EQ(control.get_TextQEL(), u"/i1other/i0");
+  control.put_RevealCodes(true);
+  control.put_TextQEL(u"/b1x");
+  EXPECT_EQ(control.get_Text() + control.get_TextQEL(), u"/b1x/b1x");
+  control.put_RevealCodes(false);
+  control.put_Text(u"C:/b1");
+  const std::u16string typed = control.get_TextQEL();
+  control.put_TextQEL(typed);
+  EXPECT_EQ(control.get_Text(), u"C:/b1") << "a code that was typed stays text";
+  EXPECT_EQ(control.RTFToQEL(u"{\\rtf1 a\\par b\\par}"), u"a b");
+  control.put_Multiline(true);
+  EXPECT_EQ(control.get_Text(), u"") << "each box has a text of its own";
+  control.InsertCRLF();
+  EXPECT_EQ(control.get_Text(), u"\r\n");
+}
+
+TEST(Control, ReadsWhatWasAssigned) {
+  Form form;
+  QELTextbox control(form);
+  control.put_RecognizeCRLF(true);
+  control.put_ConvertNLToSpace(false);
+  test::Random random(test::base_seed());
+  // Raised text right behind lowered text reads "/p1" before "/s0", which lowers it to the line.
+  const std::vector<std::u16string_view> pieces = {
+      u"/b1", u"/b0", u"/i1", u"/i0", u"/u1", u"/u0", u"/k1",          u"/k0",
+      u"/f1", u"/f0", u"/f2", u"/y1", u"/y0", u"/y3", u"/p1",          u"/p0",
+      u"/nl", u"a",   u" b",  u"\\c", u"{",   u"}",   u"\u00E9\u4E2D", u"\u201C"};
+  for (int i = 0; i < 500; ++i) {
+    control.put_TextQEL(random.text(pieces, random.below(30)));
+    const std::u16string read = control.get_TextQEL();
+    SCOPED_TRACE(random.describe() + " " + test::shown(read));
+    control.put_TextQEL(read);
+    ASSERT_EQ(control.get_TextQEL(), read) << "a second pass changes nothing";
+  }
+}
+
+TEST(Control, LaysOutAndPaints) {
+  Form form;
+  QELTextbox control(form);
+  control.Size(200, 90);
+  control.Resize();
+  const auto rectangle = [&] {
+    const platform::BoxAppearance box = control.CurrentRichTextBox()->appearance();
+    return std::vector<std::int32_t>{box.left, box.top, box.width, box.height};
+  };
+  EXPECT_EQ(rectangle(), (std::vector<std::int32_t>{1, 2, 198, 86}));
+  EXPECT_EQ(control.frame(), (ControlFrame{199, 89, 0x00FF0000}));
+  control.put_BorderStyle(0);
+  EXPECT_EQ(rectangle(), (std::vector<std::int32_t>{0, 0, 199, 89}));
+  EXPECT_EQ(control.frame().color, system_color(5)) << "a line that nobody sees";
+  control.put_Multiline(true);
+  EXPECT_EQ(rectangle(), (std::vector<std::int32_t>{0, 0, 199, 89}));
+  EXPECT_EQ(form.paints, 2);
+  control.SetFocus();
+  EXPECT_EQ(form.focuses + static_cast<int>(control.get_hDC()), 18);
+}
+
+TEST(Control, TakesItsBorderFromTheDesktop) {
+  struct Row {
+    std::optional<std::u16string> scheme;
+    bool fails;
+    std::u16string_view name;
+    Color border;
+  };
+  const Row rows[] = {
+      {std::nullopt, false, u"", 0x00B99D7F},       {u"HomeStead", false, u"Green", 0x0054C190},
+      {u"NormalColor", false, u"Blue", 0x00B99D7F}, {u"Metallic", false, u"Silver", 0x00B99D7F},
+      {u"metallic", false, u"Unknown", 0x00B99D7F}, {u"HomeStead", true, u"Blue", 0x00B99D7F}};
+  Form form;
+  const auto platform = std::make_shared<StyledPlatform>();
+  QELTextbox control(form, platform);
+  for (const Row& row : rows) {
+    platform->scheme = row.scheme;
+    platform->fails = row.fails;
+    control.put_Enabled(true);
+    EXPECT_EQ(control.XPThemeColor(), row.name);
+    EXPECT_EQ(control.border_color(), row.border) << test::shown(row.name);
+  }
+  control.put_XPTheme(2);
+  EXPECT_EQ(control.border_color(), 0x00B99D7F) << "until the control is enabled anew";
+  control.put_Enabled(true);
+  EXPECT_EQ(control.border_color(), 0x0054C190);
+  control.put_XPTheme(9);
+  control.put_Enabled(true);
+  EXPECT_EQ(control.border_color(), 0x0054C190) << "an unknown scheme changes nothing";
+  control.put_Enabled(false);
+  EXPECT_EQ(control.border_color(), 0x00BAC7C9);
+}
+
+TEST(Control, LooksThingsUp) {
+  Form form;
+  QELTextbox control(form);
+  EXPECT_EQ(control.GetFontNameGivenFontIndex(2), u"Courier New");
+  EXPECT_EQ(control.GetFontIndexGivenFontName(u"SYMBOL"), 1);
+  EXPECT_EQ(control.GetColorIndexGivenColor(255), 5);
+  EXPECT_EQ(QELTextbox::ConvertSystemColor(5), 0x00FFFFFF);
+  const std::pair<std::u16string_view, std::u16string_view> rows[] = {
+      {u"41", u"A"}, {u"0A", u""}, {u"F", u"\u00FF"},  {u"8z0", u"\u20AC"},
+      {u"", u""},    {u"x9", u""}, {u"e9", u"\u00E9"}, {u"20", u" "}};
+  for (const auto& [hex, character] : rows) {
+    EXPECT_EQ(QELTextbox::HexToChar(hex), character) << test::shown(hex);
+  }
+}
+
+TEST(Control, LeavesNoDanglingSlot) {
+  Form form;
+  auto first = std::make_unique<QELTextbox>(form);
+  const auto surface = Common::measuring_surface();
+  auto second = std::make_unique<QELTextbox>(form);
+  EXPECT_NE(Common::measuring_surface(), surface) << "the last control wins";
+  second.reset();
+  EXPECT_EQ(Common::measuring_surface(), surface) << "and hands the slot back";
+  first->put_TextQEL(u"/b1x");
+  EXPECT_EQ(first->get_TextQEL(), u"/b1x/b0");
+}
+
+}  // namespace
+}  // namespace qel
