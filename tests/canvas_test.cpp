@@ -47,7 +47,7 @@ TEST(FixedCanvas, MeasuresAndRemembers) {
   text = u"over";
   canvas.fill_rectangle({1, 2, 3, 4}, 5);
   EXPECT_EQ(canvas.texts(),
-            (std::vector<DrawnText>{{u"gone", 1, 2, 20, {u"Arial", 10, true}, rgb(1, 2, 3)}}));
+            (std::vector<DrawnText>{{u"gone", 1, 2, 20, rgb(1, 2, 3), {u"Arial", 10, true}}}));
   EXPECT_EQ(canvas.rectangles(), (std::vector<DrawnRectangle>{{1, 2, 3, 4, 5}}));
   canvas.clear();
   EXPECT_TRUE(canvas.texts().empty() && canvas.rectangles().empty());

@@ -258,18 +258,18 @@ TEST(Drawing, PutsStylesOntoTheCanvas) {
   const float up = 3;
   const float down = 1.35F;
   const embedded::DrawnText expected[] = {
-      {u"a", 1, 11, 5, TextFont{u"Arial", 10}, 0},
-      {u"b", 6, 11, 6, TextFont{u"Arial", 10, true}, 0},
-      {u"c", 12, 11, 6, TextFont{u"Arial", 10, true, true}, 0},
-      {u"d", 18, 11, 5, TextFont{u"Arial", 10}, 0},
-      {u"e", 23, 11, 5, TextFont{u"Arial", 10}, 0},
-      {u"f", 28, 11 - up, 10.F / 3, TextFont{u"Arial", 20.F / 3}, 0},
-      {u"g", 28 + 10.F / 3, 11 + down, 10.F / 3, TextFont{u"Arial", 20.F / 3}, 0},
-      {u"h", 28 + 20.F / 3, 11, 5, TextFont{u"Courier New", 10}, 0x123456},
-      {u"I", 33 + 20.F / 3, 11, 4, TextFont{u"Arial", 8}, 0},
-      {u"J", 37 + 20.F / 3, 11, 5, TextFont{u"Arial", 10}, 0},
-      {u"k", 42 + 20.F / 3, 11, 5, TextFont{u"Arial", 10}, 49152},
-      {u"l", 47 + 20.F / 3, 11, 5, TextFont{u"Arial", 10}, 49152},
+      {u"a", 1, 11, 5, 0, TextFont{u"Arial", 10}},
+      {u"b", 6, 11, 6, 0, TextFont{u"Arial", 10, true}},
+      {u"c", 12, 11, 6, 0, TextFont{u"Arial", 10, true, true}},
+      {u"d", 18, 11, 5, 0, TextFont{u"Arial", 10}},
+      {u"e", 23, 11, 5, 0, TextFont{u"Arial", 10}},
+      {u"f", 28, 11 - up, 10.F / 3, 0, TextFont{u"Arial", 20.F / 3}},
+      {u"g", 28 + 10.F / 3, 11 + down, 10.F / 3, 0, TextFont{u"Arial", 20.F / 3}},
+      {u"h", 28 + 20.F / 3, 11, 5, 0x123456, TextFont{u"Courier New", 10}},
+      {u"I", 33 + 20.F / 3, 11, 4, 0, TextFont{u"Arial", 8}},
+      {u"J", 37 + 20.F / 3, 11, 5, 0, TextFont{u"Arial", 10}},
+      {u"k", 42 + 20.F / 3, 11, 5, 49152, TextFont{u"Arial", 10}},
+      {u"l", 47 + 20.F / 3, 11, 5, 49152, TextFont{u"Arial", 10}},
   };
   ASSERT_EQ(on.canvas->texts().size(), std::size(expected));
   for (std::size_t i = 0; i < std::size(expected); ++i) {

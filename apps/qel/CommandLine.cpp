@@ -188,7 +188,7 @@ const CLI::App* subcommand_named(const CLI::App& app, const std::string& name) {
 std::string unknown_command(const CLI::App& app, int argc, const char* const* argv) {
   const CLI::App* within = &app;
   for (int i = 1; i < argc && !within->get_subcommands(nullptr).empty(); ++i) {
-    const std::string name = argv[i];
+    std::string name = argv[i];
     if (name.starts_with('-')) return {};
     const CLI::App* const found = subcommand_named(*within, name);
     if (found == nullptr) return name;

@@ -8,14 +8,14 @@
 
 namespace qel::embedded {
 
-/// A text that was drawn: the fields of `platform::CanvasText` with the text itself.
+/// A text that was drawn: what `platform::CanvasText` said, with the text itself.
 struct DrawnText {
   std::u16string text;
   float x = 0;
   float y = 0;
   float width = 0;
-  platform::TextFont font;
   Color color = 0;
+  platform::TextFont font;
 
   friend bool operator==(const DrawnText&, const DrawnText&) = default;
 };
