@@ -8,6 +8,7 @@
 #include "qel/control/QELTextbox.h"
 #include "qel/embedded/EmbeddedPlatform.h"
 #include "qel/embedded/PropertyBag.h"
+#include "support/Form.h"
 #include "support/Random.h"
 #include "support/Text.h"
 
@@ -15,27 +16,6 @@ namespace qel {
 namespace {
 
 using embedded::PropertyBag;
-
-/// A form that remembers what its control told it.
-class Form : public platform::ControlSite {
- public:
-  void property_changed(std::u16string_view name) override { changed.emplace_back(name); }
-  bool is_run_time() const override { return runs; }
-  platform::ControlExtent extent() const override { return size; }
-  void put_extent(platform::ControlExtent extent) override { size = extent; }
-  void put_enabled(bool value) override { enabled = value; }
-  void invalidate() override { ++paints; }
-  void focus() override { ++focuses; }
-  platform::WindowHandle window() const override { return 0; }
-  std::uintptr_t device_context() const override { return 17; }
-
-  std::vector<std::u16string> changed;
-  platform::ControlExtent size = {100, 40};
-  bool runs = true;
-  bool enabled = true;
-  int paints = 0;
-  int focuses = 0;
-};
 
 /// A platform on which styles are what a test says.
 class StyledPlatform : public embedded::EmbeddedPlatform, private platform::VisualStyles {
@@ -58,7 +38,7 @@ class ChangeCounter : public platform::BoxListener {
 };
 
 TEST(Control, KeepsNothingOfItsPresets) {
-  Form form;
+  test::Form form;
   QELTextbox control(form);
   PropertyBag bag;
   control.WriteProperties(bag);
@@ -109,7 +89,7 @@ constexpr std::u16string_view all_properties =
     u"TextQEL=a\\r\\n/b1b\nXPTheme=2\n";
 
 TEST(Control, GivesBackWhatABagHolds) {
-  Form form;
+  test::Form form;
   QELTextbox control(form);
   control.ReadProperties(PropertyBag(all_properties));
   EXPECT_EQ(control.get_FontSize(), 12);
@@ -125,7 +105,7 @@ TEST(Control, GivesBackWhatABagHolds) {
 }
 
 TEST(Control, TakesDamagedValuesOneByOne) {
-  Form form;
+  test::Form form;
   QELTextbox control(form);
   control.ReadProperties(
       PropertyBag(u"FontSize=huge\nBackColor=1e99\nBorderStyle= 0 \nno "
@@ -147,7 +127,7 @@ TEST(Control, TakesDamagedValuesOneByOne) {
 }
 
 TEST(Control, HoldsTextInThreeForms) {
-  Form form;
+  test::Form form;
   QELTextbox control(form);
   ChangeCounter counter;
   control.CurrentRichTextBox()->listen(&counter);
@@ -179,7 +159,7 @@ TEST(Control, HoldsTextInThreeForms) {
 }
 
 TEST(Control, ReadsWhatWasAssigned) {
-  Form form;
+  test::Form form;
   QELTextbox control(form);
   control.put_RecognizeCRLF(true);
   control.put_ConvertNLToSpace(false);
@@ -199,7 +179,7 @@ TEST(Control, ReadsWhatWasAssigned) {
 }
 
 TEST(Control, LaysOutAndPaints) {
-  Form form;
+  test::Form form;
   QELTextbox control(form);
   control.Size(200, 90);
   control.Resize();
@@ -230,7 +210,7 @@ TEST(Control, TakesItsBorderFromTheDesktop) {
       {std::nullopt, false, u"", 0x00B99D7F},       {u"HomeStead", false, u"Green", 0x0054C190},
       {u"NormalColor", false, u"Blue", 0x00B99D7F}, {u"Metallic", false, u"Silver", 0x00B99D7F},
       {u"metallic", false, u"Unknown", 0x00B99D7F}, {u"HomeStead", true, u"Blue", 0x00B99D7F}};
-  Form form;
+  test::Form form;
   const auto platform = std::make_shared<StyledPlatform>();
   QELTextbox control(form, platform);
   for (const Row& row : rows) {
@@ -252,7 +232,7 @@ TEST(Control, TakesItsBorderFromTheDesktop) {
 }
 
 TEST(Control, LooksThingsUp) {
-  Form form;
+  test::Form form;
   QELTextbox control(form);
   EXPECT_EQ(control.GetFontNameGivenFontIndex(2), u"Courier New");
   EXPECT_EQ(control.GetFontIndexGivenFontName(u"SYMBOL"), 1);
@@ -267,7 +247,7 @@ TEST(Control, LooksThingsUp) {
 }
 
 TEST(Control, LeavesNoDanglingSlot) {
-  Form form;
+  test::Form form;
   auto first = std::make_unique<QELTextbox>(form);
   const auto surface = Common::measuring_surface();
   auto second = std::make_unique<QELTextbox>(form);

@@ -19,6 +19,7 @@ QELTextbox::QELTextbox(platform::ControlSite& site,
       // The same everywhere, so that conversions are.
       converter_(embedded::EmbeddedPlatform().create_rich_edit(0)) {
   for (auto& box : boxes_) box = platform_->create_rich_edit(site_.window());
+  listen_to_boxes();
   change_boxes([](BoxAppearance& box) { box = BoxAppearance(); });
   BoxAppearance first = appearance();
   first.multiline = false;
@@ -286,13 +287,13 @@ std::u16string QELTextbox::HexToChar(std::u16string_view Text) {
 }
 
 void QELTextbox::Resize() {
-  const auto [width, height] = site_.extent();
+  const platform::ControlExtent extent = site_.extent();
   const bool has_border = border_style_ != 0;
   change_boxes([&](BoxAppearance& box) {
     box.left = has_border ? 1 : 0;
     box.top = has_border ? 2 : 0;
-    box.width = width - (has_border ? 2 : 1);
-    box.height = height - (has_border ? 4 : 1);
+    box.width = extent.width - (has_border ? 2 : 1);
+    box.height = extent.height - (has_border ? 4 : 1);
   });
 }
 

@@ -3,12 +3,16 @@
 #include <array>
 #include <cstdint>
 #include <memory>
+#include <optional>
 #include <string>
 #include <string_view>
 
 #include "qel/base/Color.h"
 #include "qel/control/Common.h"
+#include "qel/control/ControlEvents.h"
+#include "qel/model/ReservedColors.h"
 #include "qel/platform/ControlSite.h"
+#include "qel/platform/Dispatch.h"
 #include "qel/platform/PropertyBag.h"
 #include "qel/rtf/RTFParser.h"
 #include "qel/tables/QELIndexColors.h"
@@ -41,6 +45,7 @@ class QELTextbox {
       std::shared_ptr<const platform::Platform> platform = Common::current_platform());
   QELTextbox(const QELTextbox&) = delete;
   QELTextbox& operator=(const QELTextbox&) = delete;
+  ~QELTextbox();
 
   // Persistence.
 
@@ -71,6 +76,79 @@ class QELTextbox {
   const std::shared_ptr<platform::RichEdit>& CurrentRichTextBox() const { return boxes_[active_]; }
   /// Puts a line break in place of the selection.
   void InsertCRLF() { CurrentRichTextBox()->put_SelText(u"\r\n"); }
+
+  // The selection. What differs within it reads as false, 0 or empty; a write raises `Change`.
+
+  std::int32_t get_SelStart() const { return CurrentRichTextBox()->get_SelStart(); }
+  void put_SelStart(std::int32_t Value) { CurrentRichTextBox()->put_SelStart(Value); }
+  std::int32_t get_SelLength() const { return CurrentRichTextBox()->get_SelLength(); }
+  void put_SelLength(std::int32_t Value) { CurrentRichTextBox()->put_SelLength(Value); }
+  std::u16string get_SelText() const { return CurrentRichTextBox()->get_SelText(); }
+  void put_SelText(std::u16string_view Value) { CurrentRichTextBox()->put_SelText(Value); }
+  /// In the control words that `RTFParser` writes.
+  std::u16string get_SelRTF() const;
+  void put_SelRTF(std::u16string_view Value) { CurrentRichTextBox()->put_SelRTF(Value); }
+
+  bool get_SelBold() const { return selected(&platform::MixedFormat::bold, true); }
+  void put_SelBold(bool Value) { change(&platform::FormatChange::bold, Value); }
+  bool get_SelItalic() const { return selected(&platform::MixedFormat::italic, true); }
+  void put_SelItalic(bool Value) { change(&platform::FormatChange::italic, Value); }
+  bool get_SelUnderline() const { return selected(&platform::MixedFormat::underline, true); }
+  void put_SelUnderline(bool Value) { change(&platform::FormatChange::underline, Value); }
+  bool get_SelStrikeOut() const { return selected(&platform::MixedFormat::strike_through, true); }
+  void put_SelStrikeOut(bool Value) { change(&platform::FormatChange::strike_through, Value); }
+  /// Raised or lowered by exactly 45 twips.
+  bool get_SelSuperscript() const { return selected(&platform::MixedFormat::offset, raised); }
+  void put_SelSuperscript(bool Value) { put_SelCharOffset(Value ? raised : std::int16_t{0}); }
+  bool get_SelSubscript() const { return selected(&platform::MixedFormat::offset, lowered); }
+  void put_SelSubscript(bool Value) { put_SelCharOffset(Value ? lowered : std::int16_t{0}); }
+  /// In twips, positive raises.
+  std::int16_t get_SelCharOffset() const;
+  void put_SelCharOffset(std::int16_t Value) { change(&platform::FormatChange::offset, Value); }
+  /// Colours 1, 2 and 3 of the colour table; false gives the text `ForeColor`.
+  bool get_SelIgnore() const { return has_color(ignored_color); }
+  void put_SelIgnore(bool Value) { mark(ignored_color, Value); }
+  bool get_SelHide() const { return has_color(hidden_color); }
+  void put_SelHide(bool Value) { mark(hidden_color, Value); }
+  bool get_SelNote() const { return has_color(note_color); }
+  void put_SelNote(bool Value) { mark(note_color, Value); }
+  Color get_SelColor() const;
+  /// `ForeColor` or one of colours 1 to 9; any other colour changes nothing and raises nothing.
+  void put_SelColor(Color Value);
+  std::u16string get_SelFontName() const;
+  /// One of fonts 0 to 9, whatever its case; any other name leaves the font.
+  void put_SelFontName(std::u16string_view Value);
+  /// Takes bold, italic, underline, strike-through and offset off, and gives the selection
+  /// `ForeColor` and `FontName`.
+  void SelPlain();
+
+  /// The selection in the markup of `TextQEL`, from 0. A code before the first selected character
+  /// is not selected, one between the first and the last is.
+  std::int32_t get_SelStartQEL() const { return selection_in(get_TextQEL()).start; }
+  std::int32_t get_SelLengthQEL() const { return selection_in(get_TextQEL()).length; }
+  std::u16string get_SelTextQEL() const;
+
+  /// Puts what is on the clipboard in place of the selection: its RTF as far as markup can say it,
+  /// or its text. Line breaks and tabs become blanks either way. An error leaves the text as it
+  /// was.
+  void PasteClipboardContents();
+
+  // Events.
+
+  /// Who is told of the control's events; null for nobody. It must outlive the control or be taken
+  /// away before it goes.
+  void listen(ControlEvents* events) { events_ = events; }
+  /// For a larger editor that edits in the control's place: these raise `Change`, `KeyDown`,
+  /// `KeyUp` and `KeyPress`; the last one also makes typed quotes typographic where that is wanted.
+  /// A quote comes as its code in code page 1252.
+  void TE_Change() { raise_change(); }
+  void TE_KeyDown(std::int16_t& KeyCode, std::int16_t& Shift);
+  void TE_KeyPress(std::int16_t& KeyAscii);
+  void TE_KeyUp(std::int16_t& KeyCode, std::int16_t& Shift);
+  /// Shortcuts for any object with the properties "SelBold" and so on. Enter and each key that is
+  /// handled are swallowed: `KeyCode` becomes 0.
+  static void RichEditKeyDown(platform::Dispatch& Target, std::int16_t& KeyCode,
+                              std::int16_t Shift);
 
   // Which shortcuts the boxes know.
 
@@ -213,6 +291,30 @@ class QELTextbox {
   void show_active_box();
   void compute_border_color();
 
+  static constexpr std::int16_t raised = 45;
+  static constexpr std::int16_t lowered = -45;
+
+  /// Whether all of the selection has this value.
+  template <class Value>
+  bool selected(std::optional<Value> platform::FormatFields::*field, Value value) const;
+  template <class Value>
+  void change(std::optional<Value> platform::FormatFields::*field, Value value);
+  void change(const platform::FormatChange& change);
+  bool has_color(std::int16_t index) const;
+  void mark(std::int16_t color, bool on);
+  Color plain_color() const;
+  platform::Range selection_in(std::u16string_view markup) const;
+
+  void raise_change();
+  void handle_key(std::int16_t& key_code, std::int16_t shift);
+  bool act_on_style(std::int16_t key_code, std::int16_t shift);
+  bool act_on_index(std::int16_t key_code, std::int16_t shift);
+  void paste_rtf(std::u16string_view rtf);
+  void paste_text(std::u16string text);
+
+  class BoxEvents;
+  void listen_to_boxes();
+
   static const std::array<Persisted, 31>& persisted();
 
   platform::ControlSite& site_;
@@ -221,6 +323,9 @@ class QELTextbox {
   std::shared_ptr<platform::RichEdit> converter_;
   std::array<std::shared_ptr<platform::RichEdit>, 2> boxes_;
   BoxIndex active_ = single_line;
+  std::shared_ptr<BoxEvents> box_events_;
+  ControlEvents* events_ = nullptr;
+  int changes_held_ = 0;  // how many changes in progress will be told as one
 
   RTFParser parser_;
   std::shared_ptr<QELIndexFonts> fonts_ = std::make_shared<QELIndexFonts>();

@@ -1,0 +1,28 @@
+#pragma once
+
+#include <cstdint>
+
+namespace qel {
+
+/// The host's side of a control's events. Each is raised when the visible box raises the event of
+/// the same name, before the control's own handling. What is passed by reference may be changed: a
+/// key code or character set to 0 is not handled any more. The mask `Shift` is 1 Shift, 2 Ctrl and
+/// 4 Alt; `Button` is 1 left, 2 right and 4 middle; positions are in the box's scale units.
+class ControlEvents {
+ public:
+  virtual ~ControlEvents() = default;
+
+  virtual void Change() {}
+  virtual void Click() {}
+  virtual void DblClick() {}
+  virtual void KeyDown(std::int16_t& /*KeyCode*/, std::int16_t& /*Shift*/) {}
+  virtual void KeyPress(std::int16_t& /*KeyAscii*/) {}
+  virtual void KeyUp(std::int16_t& /*KeyCode*/, std::int16_t& /*Shift*/) {}
+  virtual void MouseDown(std::int16_t /*Button*/, std::int16_t /*Shift*/, float /*X*/,
+                         float /*Y*/) {}
+  virtual void MouseMove(std::int16_t /*Button*/, std::int16_t /*Shift*/, float /*X*/,
+                         float /*Y*/) {}
+  virtual void MouseUp(std::int16_t /*Button*/, std::int16_t /*Shift*/, float /*X*/, float /*Y*/) {}
+};
+
+}  // namespace qel

@@ -1,0 +1,345 @@
+// The text box while it is edited: the selection, keys, typed quotes, the clipboard, events.
+
+#include <algorithm>
+#include <array>
+#include <cstddef>
+#include <string_view>
+#include <utility>
+
+#include "qel/base/CaseMapping.h"
+#include "qel/base/Scan.h"
+#include "qel/control/QELTextbox.h"
+#include "qel/model/StyleDecoder.h"
+#include "qel/richtext/CodePage.h"
+
+namespace qel {
+
+using platform::FormatChange;
+using platform::MixedFormat;
+
+namespace {
+
+enum Modifiers : std::int16_t { no_modifier = 0, shift_key = 1, ctrl_key = 2, alt_key = 4 };
+
+constexpr std::int16_t enter_key = 13;
+constexpr std::int16_t first_function_key = 112;
+constexpr std::int16_t function_key(int number) {
+  return static_cast<std::int16_t>(first_function_key + number - 1);
+}
+constexpr std::int16_t letter_key(char letter) { return static_cast<std::int16_t>(letter); }
+
+}  // namespace
+
+/// What a box tells, as events of the control.
+class QELTextbox::BoxEvents : public platform::BoxListener {
+ public:
+  explicit BoxEvents(QELTextbox& control) : control_(control) {}
+
+  void on_change() override {
+    if (control_.changes_held_ == 0) control_.raise_change();
+  }
+  void on_click() override { tell(&ControlEvents::Click); }
+  void on_double_click() override { tell(&ControlEvents::DblClick); }
+  void on_key_down(std::int16_t& key_code, std::int16_t& shift) override {
+    control_.TE_KeyDown(key_code, shift);
+    control_.handle_key(key_code, shift);
+  }
+  void on_key_press(std::int16_t& character) override {
+    const std::int16_t typed = character;
+    control_.TE_KeyPress(character);
+    // The box takes characters, not codes of the code page.
+    const bool is_quote = character != typed && character >= 0x91 && character <= 0x94;
+    if (is_quote) {
+      character =
+          static_cast<std::int16_t>(richtext::decode_western(static_cast<std::uint8_t>(character)));
+    }
+  }
+  void on_key_up(std::int16_t& key_code, std::int16_t& shift) override {
+    control_.TE_KeyUp(key_code, shift);
+  }
+  void on_mouse_down(std::int16_t button, std::int16_t shift, float x, float y) override {
+    tell(&ControlEvents::MouseDown, button, shift, x, y);
+  }
+  void on_mouse_move(std::int16_t button, std::int16_t shift, float x, float y) override {
+    tell(&ControlEvents::MouseMove, button, shift, x, y);
+  }
+  void on_mouse_up(std::int16_t button, std::int16_t shift, float x, float y) override {
+    tell(&ControlEvents::MouseUp, button, shift, x, y);
+  }
+
+ private:
+  template <class... Arguments>
+  void tell(void (ControlEvents::*event)(Arguments...), Arguments... arguments) {
+    if (control_.events_ != nullptr) (control_.events_->*event)(arguments...);
+  }
+
+  QELTextbox& control_;
+};
+
+void QELTextbox::listen_to_boxes() {
+  box_events_ = std::make_shared<BoxEvents>(*this);
+  for (const auto& box : boxes_) box->listen(box_events_.get());
+}
+
+QELTextbox::~QELTextbox() {
+  for (const auto& box : boxes_) box->listen(nullptr);
+}
+
+void QELTextbox::raise_change() {
+  if (events_ != nullptr) events_->Change();
+}
+
+// The selection.
+
+template <class Value>
+bool QELTextbox::selected(std::optional<Value> platform::FormatFields::*field, Value value) const {
+  return CurrentRichTextBox()->format().*field == value;
+}
+template bool QELTextbox::selected(std::optional<bool> platform::FormatFields::*, bool) const;
+template bool QELTextbox::selected(std::optional<std::int16_t> platform::FormatFields::*,
+                                   std::int16_t) const;
+
+void QELTextbox::change(const FormatChange& change) {
+  // The box tells of a change only where there is text; the control always does.
+  ++changes_held_;
+  CurrentRichTextBox()->change_format(change);
+  --changes_held_;
+  raise_change();
+}
+
+template <class Value>
+void QELTextbox::change(std::optional<Value> platform::FormatFields::*field, Value value) {
+  FormatChange new_format;
+  new_format.*field = std::move(value);
+  change(new_format);
+}
+template void QELTextbox::change(std::optional<bool> platform::FormatFields::*, bool);
+template void QELTextbox::change(std::optional<std::int16_t> platform::FormatFields::*,
+                                 std::int16_t);
+
+std::u16string QELTextbox::get_SelRTF() const {
+  return parser_.SimpleRTF(CurrentRichTextBox()->get_SelRTF(), *fonts_, *colors_);
+}
+
+std::int16_t QELTextbox::get_SelCharOffset() const {
+  return CurrentRichTextBox()->get_SelCharOffset().value_or(0);
+}
+
+Color QELTextbox::plain_color() const {
+  return is_system_color(fore_color_) ? ConvertSystemColor(fore_color_) : fore_color_;
+}
+
+bool QELTextbox::has_color(std::int16_t index) const {
+  return selected(&MixedFormat::color, colors_->get_Color(index));
+}
+
+void QELTextbox::mark(std::int16_t color, bool on) {
+  change(&FormatChange::color, on ? colors_->get_Color(color) : plain_color());
+}
+
+Color QELTextbox::get_SelColor() const { return CurrentRichTextBox()->get_SelColor().value_or(0); }
+
+void QELTextbox::put_SelColor(Color Value) {
+  bool is_known = Value == plain_color();
+  for (std::int16_t i = 1; i <= 9 && !is_known; ++i) is_known = Value == colors_->get_Color(i);
+  if (is_known) change(&FormatChange::color, Value);
+}
+
+std::u16string QELTextbox::get_SelFontName() const {
+  return CurrentRichTextBox()->get_SelFontName().value_or(u"");
+}
+
+void QELTextbox::put_SelFontName(std::u16string_view Value) {
+  FormatChange new_format;
+  for (std::int16_t i = 0; i <= 9 && !new_format.font_name; ++i) {
+    const std::u16string name = fonts_->get_Font(i);
+    if (equal_ignoring_case(name, Value)) new_format.font_name = name;
+  }
+  change(new_format);
+}
+
+void QELTextbox::SelPlain() {
+  FormatChange plain;
+  plain.bold = plain.italic = plain.underline = plain.strike_through = false;
+  plain.offset = std::int16_t{0};
+  plain.color = plain_color();
+  plain.font_name = get_FontName();
+  change(plain);
+}
+
+platform::Range QELTextbox::selection_in(std::u16string_view markup) const {
+  const platform::Range selection = CurrentRichTextBox()->selection();
+  std::size_t at = 0;
+  const auto pass_codes = [&] {
+    while (RTFParser::IsQELCode(markup.substr(std::min(at, markup.size()), 3))) at += 3;
+  };
+  const auto pass_characters = [&](std::int32_t count) {
+    for (; count > 0 && at < markup.size(); --count) {
+      pass_codes();
+      at = std::min(at + 1, markup.size());
+    }
+  };
+  pass_characters(selection.start);
+  if (selection.length > 0) pass_codes();
+  const std::size_t start = std::min(at, markup.size());
+  pass_characters(selection.length);
+  return {static_cast<std::int32_t>(start), static_cast<std::int32_t>(at - start)};
+}
+
+std::u16string QELTextbox::get_SelTextQEL() const {
+  const std::u16string markup = get_TextQEL();
+  const platform::Range range = selection_in(markup);
+  return markup.substr(static_cast<std::size_t>(range.start),
+                       static_cast<std::size_t>(range.length));
+}
+
+// Keys.
+
+void QELTextbox::TE_KeyDown(std::int16_t& KeyCode, std::int16_t& Shift) {
+  if (events_ != nullptr) events_->KeyDown(KeyCode, Shift);
+}
+
+void QELTextbox::TE_KeyUp(std::int16_t& KeyCode, std::int16_t& Shift) {
+  if (events_ != nullptr) events_->KeyUp(KeyCode, Shift);
+}
+
+void QELTextbox::handle_key(std::int16_t& key_code, std::int16_t shift) {
+  const bool is_paste = shift == ctrl_key && key_code == letter_key('V');
+  if (is_paste && allow_edits_) PasteClipboardContents();
+  if (is_paste || act_on_style(key_code, shift) || act_on_index(key_code, shift)) key_code = 0;
+}
+
+namespace {
+
+/// A shortcut that negates a member.
+struct Toggle {
+  std::int16_t key_code;
+  std::int16_t shift;
+  bool (QELTextbox::*get)() const;
+  void (QELTextbox::*put)(bool);
+};
+
+constexpr std::int16_t ctrl_shift = ctrl_key | shift_key;
+
+constexpr std::array style_toggles = {
+    Toggle{letter_key('B'), ctrl_key, &QELTextbox::get_SelBold, &QELTextbox::put_SelBold},
+    Toggle{letter_key('I'), ctrl_key, &QELTextbox::get_SelItalic, &QELTextbox::put_SelItalic},
+    Toggle{letter_key('U'), ctrl_key, &QELTextbox::get_SelUnderline, &QELTextbox::put_SelUnderline},
+    Toggle{letter_key('B'), ctrl_shift, &QELTextbox::get_SelSubscript,
+           &QELTextbox::put_SelSubscript},
+    Toggle{letter_key('K'), ctrl_shift, &QELTextbox::get_SelStrikeOut,
+           &QELTextbox::put_SelStrikeOut},
+    Toggle{letter_key('P'), ctrl_shift, &QELTextbox::get_SelSuperscript,
+           &QELTextbox::put_SelSuperscript}};
+
+}  // namespace
+
+/// Whether the key is a style's; one that may not edit does nothing then.
+bool QELTextbox::act_on_style(std::int16_t key_code, std::int16_t shift) {
+  if (!act_on_styles_) return false;
+  const auto toggle = std::find_if(
+      style_toggles.begin(), style_toggles.end(),
+      [&](const Toggle& row) { return row.key_code == key_code && row.shift == shift; });
+  if (toggle == style_toggles.end()) return false;
+  if (allow_edits_) (this->*toggle->put)(!(this->*toggle->get)());
+  return true;
+}
+
+/// The same for the keys of fonts, colours and plain text.
+bool QELTextbox::act_on_index(std::int16_t key_code, std::int16_t shift) {
+  const auto number = static_cast<std::int16_t>(key_code - first_function_key + 1);
+  const bool is_index = number >= 1 && number <= 9;
+  if (act_on_fonts_ && shift == alt_key && is_index) {
+    if (allow_edits_) put_SelFontName(GetFontNameGivenFontIndex(number));
+    return true;
+  }
+  if (act_on_colors_ && shift == ctrl_key && is_index) {
+    if (allow_edits_) put_SelColor(GetColorGivenColorIndex(number));
+    return true;
+  }
+  if (act_on_plain_ && shift == alt_key && key_code == function_key(10)) {
+    if (allow_edits_) SelPlain();
+    return true;
+  }
+  return false;
+}
+
+void QELTextbox::TE_KeyPress(std::int16_t& KeyAscii) {
+  if (events_ != nullptr) events_->KeyPress(KeyAscii);
+  if (!smart_quotes_ || (KeyAscii != u'"' && KeyAscii != u'\'')) return;
+  constexpr std::u16string_view before_closing =
+      u"abcdefghijklmnopqrstuvwxyzABCDEFGHIJKLMNOPQRSTUVWXYZ0123456789~!@#$%^&*()-_=+{}[]\\|:;?/"
+      u"<>,.";
+  const std::u16string text = get_Text();
+  const auto caret = static_cast<std::size_t>(get_SelStart());
+  const bool closes = caret > 0 && caret <= text.size() &&
+                      before_closing.find(text[caret - 1]) != std::u16string_view::npos;
+  const std::int16_t opening = KeyAscii == u'"' ? std::int16_t{147} : std::int16_t{145};
+  KeyAscii = static_cast<std::int16_t>(opening + (closes ? 1 : 0));
+}
+
+void QELTextbox::RichEditKeyDown(platform::Dispatch& Target, std::int16_t& KeyCode,
+                                 std::int16_t Shift) {
+  const auto toggle = [&](std::u16string_view name) {
+    const Variant value = Target.get(name);
+    const bool* const is_on = std::get_if<bool>(&value);
+    Target.put(name, is_on == nullptr || !*is_on);
+  };
+  struct Row {
+    std::int16_t key_code;
+    std::int16_t shift;
+    std::u16string_view name;
+  };
+  // Bold brings italic with it.
+  static constexpr std::array rows = {Row{letter_key('B'), ctrl_key, u"SelBold"},
+                                      Row{letter_key('B'), ctrl_key, u"SelItalic"},
+                                      Row{letter_key('K'), ctrl_key, u"SelIgnore"},
+                                      Row{letter_key('T'), ctrl_key, u"SelHide"},
+                                      Row{letter_key('U'), ctrl_key, u"SelUnderline"},
+                                      Row{function_key(1), alt_key, u"SelAltFont1"},
+                                      Row{function_key(2), alt_key, u"SelAltFont2"}};
+  bool is_handled = KeyCode == enter_key;
+  for (const Row& row : rows) {
+    if (row.key_code != KeyCode || row.shift != Shift) continue;
+    toggle(row.name);
+    is_handled = true;
+  }
+  if (KeyCode == function_key(3) && Shift == alt_key) {
+    Target.call(u"SelPlain");
+    is_handled = true;
+  }
+  if (is_handled) KeyCode = 0;
+}
+
+// The clipboard.
+
+void QELTextbox::PasteClipboardContents() {
+  const platform::Clipboard& clipboard = platform_->clipboard();
+  const auto rtf = paste_text_only_ ? std::nullopt : clipboard.rtf();
+  if (rtf) {
+    if (!rtf->empty()) paste_rtf(*rtf);
+  } else {
+    paste_text(clipboard.text().value_or(u""));
+  }
+}
+
+void QELTextbox::paste_rtf(std::u16string_view rtf) {
+  const bool recognizes_crlf = parser_.get_RecognizeCRLF();
+  const bool nl_to_space = parser_.get_ConvertNLToSpace();
+  parser_.put_RecognizeCRLF(false);
+  parser_.put_ConvertNLToSpace(true);
+  // Only what is pasted goes through markup: the text around it would lose what markup cannot say.
+  const std::u16string pasted = QELToRTF(RTFToQEL(rtf));
+  CurrentRichTextBox()->put_SelRTF(pasted);
+  parser_.put_RecognizeCRLF(recognizes_crlf);
+  parser_.put_ConvertNLToSpace(nl_to_space);
+}
+
+void QELTextbox::paste_text(std::u16string text) {
+  for (const std::u16string_view blank : {u"\r\n", u"\r", u"\n", u"\t", u"  "}) {
+    text = replace_all(std::move(text), blank, u" ");
+  }
+  CurrentRichTextBox()->put_SelText(text);
+}
+
+}  // namespace qel

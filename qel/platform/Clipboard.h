@@ -1,0 +1,24 @@
+#pragma once
+
+#include <optional>
+#include <string>
+#include <string_view>
+
+namespace qel::platform {
+
+/// The system's clipboard, as far as text goes.
+class Clipboard {
+ public:
+  Clipboard() = default;
+  Clipboard(const Clipboard&) = delete;
+  Clipboard& operator=(const Clipboard&) = delete;
+  virtual ~Clipboard() = default;
+
+  /// What is on it in that form; nothing when it holds none.
+  virtual std::optional<std::u16string> rtf() const = 0;
+  virtual std::optional<std::u16string> text() const = 0;
+  /// Clears it and puts the same content there in both forms.
+  virtual void put(std::u16string_view text, std::u16string_view rtf) = 0;
+};
+
+}  // namespace qel::platform
