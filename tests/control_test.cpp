@@ -201,15 +201,15 @@ TEST(Control, LaysOutAndPaints) {
 
 TEST(Control, TakesItsBorderFromTheDesktop) {
   struct Row {
-    std::optional<std::u16string> scheme;
-    bool fails;
     std::u16string_view name;
+    std::optional<std::u16string> scheme;
     Color border;
+    bool fails;
   };
   const Row rows[] = {
-      {std::nullopt, false, u"", 0x00B99D7F},       {u"HomeStead", false, u"Green", 0x0054C190},
-      {u"NormalColor", false, u"Blue", 0x00B99D7F}, {u"Metallic", false, u"Silver", 0x00B99D7F},
-      {u"metallic", false, u"Unknown", 0x00B99D7F}, {u"HomeStead", true, u"Blue", 0x00B99D7F}};
+      {u"", std::nullopt, 0x00B99D7F, false},       {u"Green", u"HomeStead", 0x0054C190, false},
+      {u"Blue", u"NormalColor", 0x00B99D7F, false}, {u"Silver", u"Metallic", 0x00B99D7F, false},
+      {u"Unknown", u"metallic", 0x00B99D7F, false}, {u"Blue", u"HomeStead", 0x00B99D7F, true}};
   test::Form form;
   const auto platform = std::make_shared<StyledPlatform>();
   QELTextbox control(form, platform);
