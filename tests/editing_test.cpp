@@ -7,34 +7,13 @@
 
 #include "qel/base/Error.h"
 #include "qel/control/QELTextbox.h"
-#include "qel/embedded/EmbeddedPlatform.h"
 #include "qel/embedded/PropertyBag.h"
-#include "qel/embedded/RichEdit.h"
 #include "support/Form.h"
+#include "support/Keyed.h"
 #include "support/Text.h"
 
 namespace qel {
 namespace {
-
-/// A box that a test can press keys in.
-class KeyedBox : public embedded::RichEdit {
- public:
-  void listen(platform::BoxListener* listener) override {
-    listener_ = listener;
-    RichEdit::listen(listener);
-  }
-  platform::BoxListener* listener() const { return listener_; }
-
- private:
-  platform::BoxListener* listener_ = nullptr;
-};
-
-class KeyedPlatform : public embedded::EmbeddedPlatform {
- public:
-  std::shared_ptr<platform::RichEdit> create_rich_edit(platform::WindowHandle) const override {
-    return std::make_shared<KeyedBox>();
-  }
-};
 
 /// Writes down what the host is told, and may swallow a key.
 class Host : public ControlEvents {
@@ -60,23 +39,18 @@ class Editing : public testing::Test {
  protected:
   Editing() { control.listen(&host); }
 
-  platform::BoxListener& box() const {
-    return *static_cast<KeyedBox&>(*control.CurrentRichTextBox()).listener();
+  test::KeyedBox& keyed_box() const {
+    return static_cast<test::KeyedBox&>(*control.CurrentRichTextBox());
   }
-  /// Presses a key; returns what is left of its code.
-  int press(int key, int shift) {
-    auto code = static_cast<std::int16_t>(key);
-    auto mask = static_cast<std::int16_t>(shift);
-    box().on_key_down(code, mask);
-    return code;
-  }
+  platform::BoxListener& box() const { return keyed_box().listener(); }
+  int press(int key, int shift) { return keyed_box().press(key, shift); }
   void select(std::int32_t start, std::int32_t length) {
     control.put_SelStart(start);
     control.put_SelLength(length);
   }
 
   test::Form form;
-  std::shared_ptr<KeyedPlatform> platform = std::make_shared<KeyedPlatform>();
+  std::shared_ptr<test::KeyedPlatform> platform = std::make_shared<test::KeyedPlatform>();
   QELTextbox control{form, platform};
   Host host;
 };

@@ -8,27 +8,17 @@
 
 #include "qel/base/CaseMapping.h"
 #include "qel/base/Scan.h"
+#include "qel/control/Keys.h"
 #include "qel/control/QELTextbox.h"
+#include "qel/control/frmTextEditor.h"
 #include "qel/model/StyleDecoder.h"
-#include "qel/richtext/CodePage.h"
 
 namespace qel {
 
 using platform::FormatChange;
 using platform::MixedFormat;
 
-namespace {
-
-enum Modifiers : std::int16_t { no_modifier = 0, shift_key = 1, ctrl_key = 2, alt_key = 4 };
-
-constexpr std::int16_t enter_key = 13;
-constexpr std::int16_t first_function_key = 112;
-constexpr std::int16_t function_key(int number) {
-  return static_cast<std::int16_t>(first_function_key + number - 1);
-}
-constexpr std::int16_t letter_key(char letter) { return static_cast<std::int16_t>(letter); }
-
-}  // namespace
+using namespace keys;
 
 /// What a box tells, as events of the control.
 class QELTextbox::BoxEvents : public platform::BoxListener {
@@ -47,12 +37,7 @@ class QELTextbox::BoxEvents : public platform::BoxListener {
   void on_key_press(std::int16_t& character) override {
     const std::int16_t typed = character;
     control_.TE_KeyPress(character);
-    // The box takes characters, not codes of the code page.
-    const bool is_quote = character != typed && character >= 0x91 && character <= 0x94;
-    if (is_quote) {
-      character =
-          static_cast<std::int16_t>(richtext::decode_western(static_cast<std::uint8_t>(character)));
-    }
+    character = character_of(character, typed);
   }
   void on_key_up(std::int16_t& key_code, std::int16_t& shift) override {
     control_.TE_KeyUp(key_code, shift);
@@ -205,8 +190,11 @@ void QELTextbox::TE_KeyUp(std::int16_t& KeyCode, std::int16_t& Shift) {
 
 void QELTextbox::handle_key(std::int16_t& key_code, std::int16_t shift) {
   const bool is_paste = shift == ctrl_key && key_code == letter_key('V');
+  const bool opens_editor = show_editor_ && shift == shift_key && key_code == function_key(2);
   if (is_paste && allow_edits_) PasteClipboardContents();
-  if (is_paste || act_on_style(key_code, shift) || act_on_index(key_code, shift)) key_code = 0;
+  if (opens_editor) InvokeLargeEditor();
+  if (is_paste || opens_editor || act_on_style(key_code, shift) || act_on_index(key_code, shift))
+    key_code = 0;
 }
 
 namespace {
@@ -218,8 +206,6 @@ struct Toggle {
   bool (QELTextbox::*get)() const;
   void (QELTextbox::*put)(bool);
 };
-
-constexpr std::int16_t ctrl_shift = ctrl_key | shift_key;
 
 constexpr std::array style_toggles = {
     Toggle{letter_key('B'), ctrl_key, &QELTextbox::get_SelBold, &QELTextbox::put_SelBold},
@@ -309,6 +295,45 @@ void QELTextbox::RichEditKeyDown(platform::Dispatch& Target, std::int16_t& KeyCo
     is_handled = true;
   }
   if (is_handled) KeyCode = 0;
+}
+
+void QELTextbox::InvokeLargeEditor() {
+  if (editor_box_) return;
+  frmTextEditor form(
+      *platform_,
+      {[this] {
+         // A change that the control makes itself it tells of itself.
+         if (changes_held_ == 0) TE_Change();
+       },
+       [this](std::int16_t& key_code, std::int16_t& shift) { TE_KeyDown(key_code, shift); },
+       [this](std::int16_t& character) { TE_KeyPress(character); },
+       [this](std::int16_t& key_code, std::int16_t& shift) { TE_KeyUp(key_code, shift); }});
+  EditedText edited;
+  for (std::int16_t i = 0; i < 10; ++i) {
+    edited.fonts[static_cast<std::size_t>(i)] = GetFontNameGivenFontIndex(i);
+    edited.colors[static_cast<std::size_t>(i)] = GetColorGivenColorIndex(i);
+  }
+  edited.rtf = CurrentRichTextBox()->get_TextRTF();
+  edited.selection = CurrentRichTextBox()->selection();
+  form.SetRTFParser(parser_);
+  const platform::BoxAppearance here = CurrentRichTextBox()->appearance();
+  platform::BoxAppearance there = form.RichTextBoxObj()->appearance();
+  there.font_name = here.font_name;
+  there.font_size = here.font_size;
+  there.back_color = here.back_color;
+  there.read_only = here.read_only;
+  form.RichTextBoxObj()->put_appearance(there);
+  form.SetText(std::move(edited));
+  editor_box_ = form.RichTextBoxObj();
+  try {
+    form.Show();
+  } catch (...) {
+    editor_box_.reset();
+    throw;
+  }
+  editor_box_.reset();
+  CurrentRichTextBox()->put_TextRTF(RTFParser::PreprocessRTF(form.GetText()));
+  put_SelStart(static_cast<std::int32_t>(get_Text().size()));
 }
 
 // The clipboard.

@@ -72,8 +72,14 @@ class QELTextbox {
   /// Alignment of the selected paragraphs: 0 left, 1 right, 2 centre; 0 where they differ.
   std::int32_t get_SelAlignment() const;
   void put_SelAlignment(std::int32_t Value);
-  /// The box that holds the text.
-  const std::shared_ptr<platform::RichEdit>& CurrentRichTextBox() const { return boxes_[active_]; }
+  /// The box that holds the text: that of the large editor while it is open.
+  const std::shared_ptr<platform::RichEdit>& CurrentRichTextBox() const {
+    return editor_box_ ? editor_box_ : boxes_[active_];
+  }
+  /// Opens the large editor on the text and returns when the user has closed it. While it is open,
+  /// all that acts on the visible box acts on the editor's. Nothing happens when it is open
+  /// already.
+  void InvokeLargeEditor();
   /// Puts a line break in place of the selection.
   void InsertCRLF() { CurrentRichTextBox()->put_SelText(u"\r\n"); }
 
@@ -160,6 +166,7 @@ class QELTextbox {
   void put_ActOnColors(bool Value) { store(act_on_colors_, Value, u"ActOnColors"); }
   bool get_ActOnPlain() const { return act_on_plain_; }
   void put_ActOnPlain(bool Value) { store(act_on_plain_, Value, u"ActOnPlain"); }
+  /// Whether Shift+F2 opens the large editor.
   bool get_ShowEditorOnShiftF2() const { return show_editor_; }
   void put_ShowEditorOnShiftF2(bool Value) { store(show_editor_, Value, u"ShowEditorOnShiftF2"); }
   /// Whether pasting drops all formats.
@@ -324,6 +331,7 @@ class QELTextbox {
   std::array<std::shared_ptr<platform::RichEdit>, 2> boxes_;
   BoxIndex active_ = single_line;
   std::shared_ptr<BoxEvents> box_events_;
+  std::shared_ptr<platform::RichEdit> editor_box_;  // while the large editor is open
   ControlEvents* events_ = nullptr;
   int changes_held_ = 0;  // how many changes in progress will be told as one
 

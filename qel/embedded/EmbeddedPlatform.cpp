@@ -105,6 +105,11 @@ std::shared_ptr<platform::RichEdit> EmbeddedPlatform::create_rich_edit(
   return std::make_shared<RichEdit>();
 }
 
+std::unique_ptr<platform::EditorWindow> EmbeddedPlatform::create_editor_window(
+    const platform::EditorDescription& description) const {
+  return std::make_unique<EditorWindow>(description, user_, create_rich_edit(0));
+}
+
 std::shared_ptr<platform::MeasuringSurface> EmbeddedPlatform::create_measuring_surface() const {
   return std::make_shared<SymbolFontsByName>();
 }

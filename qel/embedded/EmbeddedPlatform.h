@@ -1,7 +1,9 @@
 #pragma once
 
 #include <memory>
+#include <utility>
 
+#include "qel/embedded/EditorWindow.h"
 #include "qel/platform/Platform.h"
 
 namespace qel::embedded {
@@ -17,10 +19,18 @@ class EmbeddedPlatform : public platform::Platform {
   const platform::VisualStyles& visual_styles() const override;
   /// This platform's own, which no other program sees.
   platform::Clipboard& clipboard() const override { return *clipboard_; }
+  /// 1024 by 768 pixels of 15 twips.
+  platform::Screen screen() const override { return {1024, 768, 15, 15}; }
   std::shared_ptr<platform::RichEdit> create_rich_edit(platform::WindowHandle owner) const override;
   std::shared_ptr<platform::MeasuringSurface> create_measuring_surface() const override;
+  std::unique_ptr<platform::EditorWindow> create_editor_window(
+      const platform::EditorDescription& description) const override;
+
+  /// Who acts in the editor windows that are shown from now on.
+  void put_user(EditorWindow::User user) { user_ = std::move(user); }
 
  private:
+  EditorWindow::User user_;
   std::unique_ptr<platform::Clipboard> clipboard_;
 };
 

@@ -7,6 +7,7 @@
 
 #include "qel/base/Color.h"
 #include "qel/platform/Clipboard.h"
+#include "qel/platform/EditorWindow.h"
 #include "qel/platform/MeasuringSurface.h"
 #include "qel/platform/RichEdit.h"
 
@@ -40,9 +41,12 @@ class Platform {
   virtual const SystemColors& system_colors() const = 0;
   virtual const VisualStyles& visual_styles() const = 0;
   virtual Clipboard& clipboard() const = 0;
+  virtual Screen screen() const = 0;
   /// A box that lies on the window `owner`, or on none (0), which nobody sees.
   virtual std::shared_ptr<RichEdit> create_rich_edit(WindowHandle owner) const = 0;
   virtual std::shared_ptr<MeasuringSurface> create_measuring_surface() const = 0;
+  virtual std::unique_ptr<EditorWindow> create_editor_window(
+      const EditorDescription& description) const = 0;
 };
 
 }  // namespace qel::platform

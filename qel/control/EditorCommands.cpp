@@ -1,0 +1,231 @@
+#include "qel/control/EditorCommands.h"
+
+#include <algorithm>
+#include <cstddef>
+#include <cstdint>
+#include <string>
+#include <utility>
+
+#include "qel/tables/QELIndexColors.h"
+#include "qel/tables/QELIndexFonts.h"
+#include "qel/text/TextCase.h"
+
+namespace qel::editor_commands {
+namespace {
+
+using platform::FormatChange;
+using platform::Range;
+
+void toggle(platform::RichEdit& box, std::optional<bool> platform::FormatFields::*field) {
+  FormatChange change;
+  change.*field = !(box.format().*field).value_or(false);
+  box.change_format(change);
+}
+
+/// Raises, or lowers for a negative `offset`; what is raised or lowered that way goes back.
+void shift(platform::RichEdit& box, std::int16_t offset) {
+  const std::int16_t now = box.get_SelCharOffset().value_or(0);
+  const bool is_shifted = offset > 0 ? now > 0 : now < 0;
+  box.put_SelCharOffset(is_shifted ? std::int16_t{0} : offset);
+}
+
+void make_plain(const Target& target) {
+  FormatChange plain;
+  plain.bold = plain.italic = plain.underline = plain.strike_through = false;
+  plain.offset = std::int16_t{0};
+  plain.color = target.edited.colors[0];
+  plain.font_name = target.edited.fonts[0];
+  target.box.change_format(plain);
+}
+
+void delete_selection(const Target& target) {
+  // The key is the command's, so without a selection it is the next character that goes.
+  if (target.box.get_SelLength() == 0) {
+    const std::u16string text = target.box.get_Text();
+    const auto caret = static_cast<std::size_t>(target.box.get_SelStart());
+    const bool is_break = text.compare(caret, 2, u"\r\n") == 0;
+    target.box.put_SelLength(is_break ? 2 : 1);
+  }
+  if (target.box.get_SelLength() > 0) target.box.put_SelText(u"");
+}
+
+void copy(const Target& target) {
+  if (target.box.get_SelLength() == 0) return;
+  target.clipboard.put(target.box.get_SelText(), target.box.get_SelRTF());
+}
+
+void cut(const Target& target) {
+  if (target.box.get_SelLength() == 0) return;
+  copy(target);
+  delete_selection(target);
+}
+
+void paste(const Target& target) {
+  if (const auto rtf = target.clipboard.rtf()) {
+    target.box.put_SelRTF(*rtf);
+  } else if (const auto text = target.clipboard.text()) {
+    target.box.put_SelText(*text);
+  }
+}
+
+// Case.
+
+using Change = std::u16string (*)(const std::u16string& markup);
+
+/// Goes by way of markup, a line at a time: markup that was worked on has no line breaks.
+class CaseChange {
+ public:
+  explicit CaseChange(const Target& target) : target_(target) {
+    for (std::int16_t i = 0; i < 10; ++i) {
+      fonts_.put_Font(i, target.edited.fonts[static_cast<std::size_t>(i)]);
+      colors_.put_Color(i, target.edited.colors[static_cast<std::size_t>(i)]);
+    }
+  }
+
+  void apply(Change change, bool first_line_only) {
+    const Range selection = target_.box.selection();
+    const std::u16string text = target_.box.get_Text();
+    const auto end = static_cast<std::size_t>(selection.start + selection.length);
+    for (auto at = static_cast<std::size_t>(selection.start); at < end;) {
+      const std::size_t line_end = std::min(text.find(u"\r\n", at), end);
+      const bool has_text = line_end > at;
+      if (has_text) change_line(at, line_end, change);
+      if (has_text && first_line_only) break;
+      at = line_end + 2;
+    }
+    target_.box.select(selection);
+  }
+
+ private:
+  void change_line(std::size_t begin, std::size_t end, Change change) {
+    target_.box.select({static_cast<std::int32_t>(begin), static_cast<std::int32_t>(end - begin)});
+    const std::u16string rtf = RTFParser::PreprocessRTF(target_.box.get_SelRTF());
+    const std::u16string markup = change(target_.parser->RTFToQEL(rtf, fonts_, colors_));
+    target_.box.put_SelRTF(target_.parser->QELToRTF(markup, fonts_, colors_));
+  }
+
+  const Target& target_;
+  QELIndexFonts fonts_;
+  QELIndexColors colors_;
+};
+
+/// The parser's switches while a selection is converted: tabs stay.
+class KeepingTabs {
+ public:
+  explicit KeepingTabs(RTFParser& parser)
+      : parser_(parser), recognizes_tabs_(parser.get_RecognizeTabs()) {
+    parser_.put_RecognizeTabs(true);
+  }
+  KeepingTabs(const KeepingTabs&) = delete;
+  KeepingTabs& operator=(const KeepingTabs&) = delete;
+  ~KeepingTabs() { parser_.put_RecognizeTabs(recognizes_tabs_); }
+
+ private:
+  RTFParser& parser_;
+  bool recognizes_tabs_;
+};
+
+void change_case(const Target& target, Change change, bool first_line_only = false) {
+  if (target.parser == nullptr) return;
+  const KeepingTabs keeping(*target.parser);
+  CaseChange(target).apply(change, first_line_only);
+}
+
+struct Command {
+  std::u16string_view name;
+  void (*run)(const Target& target);
+};
+
+constexpr Command commands[] = {
+    {u"mnuCut", cut},
+    {u"mnuCopy", copy},
+    {u"mnuPaste", paste},
+    {u"mnuDelete", delete_selection},
+    {u"mnuBold", [](const Target& t) { toggle(t.box, &FormatChange::bold); }},
+    {u"mnuItalic", [](const Target& t) { toggle(t.box, &FormatChange::italic); }},
+    {u"mnuUnderline", [](const Target& t) { toggle(t.box, &FormatChange::underline); }},
+    {u"mnuStrikeOut", [](const Target& t) { toggle(t.box, &FormatChange::strike_through); }},
+    {u"mnuSuperscript", [](const Target& t) { shift(t.box, t.script_offset); }},
+    {u"mnuSubscript",
+     [](const Target& t) { shift(t.box, static_cast<std::int16_t>(-t.script_offset)); }},
+    {u"mnuAltFont1", [](const Target& t) { t.box.put_SelFontName(t.edited.fonts[1]); }},
+    {u"mnuAltFont2", [](const Target& t) { t.box.put_SelFontName(t.edited.fonts[2]); }},
+    {u"mnuPlain", make_plain},
+    {u"mnuIgnoreText", [](const Target& t) { t.box.put_SelColor(t.edited.colors[1]); }},
+    {u"mnuHideText", [](const Target& t) { t.box.put_SelColor(t.edited.colors[2]); }},
+    {u"mnuNoteText", [](const Target& t) { t.box.put_SelColor(t.edited.colors[3]); }},
+    {u"mnuLowercase",
+     [](const Target& t) {
+       change_case(t, [](const std::u16string& m) { return TextCase::LowerCase(m, 0, -1); });
+     }},
+    {u"mnuUppercase",
+     [](const Target& t) {
+       change_case(t, [](const std::u16string& m) { return TextCase::UpperCase(m, 0, -1); });
+     }},
+    {u"mnuChangeCase",
+     [](const Target& t) {
+       change_case(t, [](const std::u16string& m) { return TextCase::ChangeCase(m, 0, -1); });
+     }},
+    {u"mnuTitleCase",
+     [](const Target& t) {
+       change_case(t, [](const std::u16string& m) { return TextCase().TitleCase(m, 0, -1, true); });
+     }},
+    {u"mnuFirstToLower",
+     [](const Target& t) {
+       change_case(
+           t, [](const std::u16string& m) { return TextCase::FirstToLower(m, 0, -1); }, true);
+     }},
+    {u"mnuFirstToUpper",
+     [](const Target& t) {
+       change_case(
+           t, [](const std::u16string& m) { return TextCase::FirstToUpper(m, 0, -1); }, true);
+     }},
+};
+
+}  // namespace
+
+bool run(std::u16string_view name, const Target& target) {
+  for (const Command& command : commands) {
+    if (command.name != name) continue;
+    command.run(target);
+    return true;
+  }
+  return false;
+}
+
+platform::EditorDescription description() {
+  const platform::MenuItem separator = {};
+  return {u"Text Editor",
+          u"OK",
+          u"Cancel",
+          {{u"&Edit",
+            {{u"mnuUndo", u"Undo"},
+             {u"mnuCut", u"C&ut"},
+             {u"mnuCopy", u"&Copy"},
+             {u"mnuPaste", u"&Paste"},
+             {u"mnuDelete", u"&Delete"}}},
+           {u"Fo&rmat",
+            {{u"mnuBold", u"&Bold"},
+             {u"mnuItalic", u"&Italic"},
+             {u"mnuUnderline", u"&Underline"},
+             {u"mnuStrikeOut", u"Stri&keout\tCtrl+Shift+K"},
+             {u"mnuSubscript", u"S&ubscript\tCtrl+Shift+B"},
+             {u"mnuSuperscript", u"&Superscript\tCtrl+Shift+P"},
+             separator,
+             {u"mnuAltFont1", u"Alt Font &1\tAlt+F1"},
+             {u"mnuAltFont2", u"Alt Font &2\tAlt+F2"},
+             {u"mnuPlain", u"&Plain\tAlt+F10"},
+             separator,
+             {u"mnuIgnoreText", u"Ignore Text"},
+             {u"mnuHideText", u"Hide Text"},
+             {u"mnuNoteText", u"&Note Text\tCtrl+Shift+O"},
+             separator,
+             {u"mnuLowercase", u"Lowercase"},
+             {u"mnuUppercase", u"Uppercase"},
+             {u"mnuChangeCase", u"Cha&nge case\tCtrl+Shift+H"},
+             {u"mnuTitleCase", u"&Title case\tCtrl+Shift+T"},
+             {u"mnuFirstToLower", u"First letter to lowercase"},
+             {u"mnuFirstToUpper", u"First letter to Uppercase"}}}}};
+}
+
+}  // namespace qel::editor_commands

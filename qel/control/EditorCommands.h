@@ -1,0 +1,26 @@
+#pragma once
+
+#include <string_view>
+
+#include "qel/control/frmTextEditor.h"
+#include "qel/platform/Clipboard.h"
+
+/// The commands of the large editor's menus, on the selection of a box.
+namespace qel::editor_commands {
+
+/// What the commands work with.
+struct Target {
+  platform::RichEdit& box;
+  platform::Clipboard& clipboard;
+  RTFParser* parser;  ///< for changes of case; null for none
+  const EditedText& edited;
+  std::int16_t script_offset;  ///< of superscript, in twips
+};
+
+/// Runs a command but "mnuUndo"; whether there is one of that name.
+bool run(std::u16string_view name, const Target& target);
+
+/// The menus with their captions and shortcuts.
+platform::EditorDescription description();
+
+}  // namespace qel::editor_commands

@@ -1,0 +1,138 @@
+#include "qel/control/frmTextEditor.h"
+
+#include <algorithm>
+#include <utility>
+
+#include "qel/control/EditorCommands.h"
+#include "qel/control/Keys.h"
+
+namespace qel {
+
+using namespace keys;
+
+class frmTextEditor::BoxEvents : public platform::BoxListener {
+ public:
+  explicit BoxEvents(frmTextEditor& form) : form_(form) {}
+
+  void on_change() override {
+    if (form_.events_.Change) form_.events_.Change();
+  }
+  void on_key_down(std::int16_t& key_code, std::int16_t& shift) override {
+    if (form_.events_.KeyDown) form_.events_.KeyDown(key_code, shift);
+    form_.handle_key(key_code, shift);
+  }
+  void on_key_press(std::int16_t& character) override {
+    const std::int16_t typed = character;
+    if (form_.events_.KeyPress) form_.events_.KeyPress(character);
+    character = character_of(character, typed);
+  }
+  void on_key_up(std::int16_t& key_code, std::int16_t& shift) override {
+    if (form_.events_.KeyUp) form_.events_.KeyUp(key_code, shift);
+  }
+
+ private:
+  frmTextEditor& form_;
+};
+
+frmTextEditor::frmTextEditor(const platform::Platform& platform, Events events)
+    : platform_(platform),
+      events_(std::move(events)),
+      window_(platform.create_editor_window(editor_commands::description())),
+      box_(window_->box()),
+      box_events_(std::make_unique<BoxEvents>(*this)) {
+  const platform::Screen screen = platform.screen();
+  window_->put_extent(screen.width / 2 * screen.twips_per_pixel_x,
+                      screen.height / 2 * screen.twips_per_pixel_y);
+}
+
+frmTextEditor::~frmTextEditor() { box_->listen(nullptr); }
+
+void frmTextEditor::SetText(EditedText Text) {
+  // Nothing has been edited yet: nobody is told.
+  box_->listen(nullptr);
+  edited_ = std::move(Text);
+  box().put_TextRTF(edited_.rtf);
+  box().select(edited_.selection);
+  box_->listen(box_events_.get());
+}
+
+void frmTextEditor::Show() { window_->show_modal(*this); }
+
+void frmTextEditor::restore() { box().put_TextRTF(edited_.rtf); }
+
+void frmTextEditor::cmdCancel() {
+  restore();
+  window_->close();
+}
+
+void frmTextEditor::run(std::u16string_view command) {
+  if (box().appearance().read_only && command != u"mnuCopy") return;
+  if (command == u"mnuUndo") {
+    restore();
+    return;
+  }
+  constexpr std::int32_t raised_pixels = 3;
+  const auto offset =
+      static_cast<std::int16_t>(raised_pixels * platform_.screen().twips_per_pixel_y);
+  editor_commands::run(command, {box(), platform_.clipboard(), parser_, edited_, offset});
+}
+
+void frmTextEditor::on_activate() {
+  if (!std::exchange(was_activated_, true)) window_->focus_box();
+}
+
+void frmTextEditor::on_resize(std::int32_t width, std::int32_t height) {
+  constexpr std::int32_t margin_pixels = 8;
+  constexpr std::int32_t button_width_pixels = 88;
+  constexpr std::int32_t button_height_pixels = 26;
+  const platform::Screen screen = platform_.screen();
+  const std::int32_t margin_x = margin_pixels * screen.twips_per_pixel_x;
+  const std::int32_t margin_y = margin_pixels * screen.twips_per_pixel_y;
+  const std::int32_t button_width = button_width_pixels * screen.twips_per_pixel_x;
+  const std::int32_t button_height = button_height_pixels * screen.twips_per_pixel_y;
+  const std::int32_t buttons_top = std::max(height - margin_y - button_height, margin_y);
+  const std::int32_t cancel_left = std::max(width - margin_x - button_width, margin_x);
+  const std::int32_t ok_left = std::max(cancel_left - margin_x - button_width, margin_x);
+  window_->lay_out({margin_x, margin_y, std::max(width - 2 * margin_x, 0),
+                    std::max(buttons_top - 2 * margin_y, 0)},
+                   {ok_left, buttons_top, button_width, button_height},
+                   {cancel_left, buttons_top, button_width, button_height});
+}
+
+void frmTextEditor::handle_key(std::int16_t& key_code, std::int16_t shift) {
+  struct Row {
+    std::int16_t key_code;
+    std::int16_t shift;
+    std::u16string_view command;
+  };
+  static constexpr Row rows[] = {{delete_key, no_modifier, u"mnuDelete"},
+                                 {letter_key('V'), ctrl_key, u"mnuPaste"},
+                                 {letter_key('X'), ctrl_key, u"mnuCut"},
+                                 {letter_key('C'), ctrl_key, u"mnuCopy"},
+                                 {function_key(1), alt_key, u"mnuAltFont1"},
+                                 {function_key(2), alt_key, u"mnuAltFont2"},
+                                 {function_key(10), alt_key, u"mnuPlain"},
+                                 {letter_key('B'), ctrl_shift, u"mnuSubscript"},
+                                 {letter_key('P'), ctrl_shift, u"mnuSuperscript"},
+                                 {letter_key('K'), ctrl_shift, u"mnuStrikeOut"},
+                                 {letter_key('H'), ctrl_shift, u"mnuChangeCase"},
+                                 {letter_key('T'), ctrl_shift, u"mnuTitleCase"},
+                                 {letter_key('O'), ctrl_shift, u"mnuNoteText"}};
+  const auto row = std::find_if(std::begin(rows), std::end(rows), [&](const Row& candidate) {
+    return candidate.key_code == key_code && candidate.shift == shift;
+  });
+  const bool is_quote =
+      shift == ctrl_key && (key_code == grave_accent_key || key_code == apostrophe_key);
+  if (key_code == enter_key) {
+    cmdOK();
+  } else if (is_quote) {
+    insert(key_code == grave_accent_key ? u"\u201C" : u"\u201D");
+  } else if (row != std::end(rows)) {
+    run(row->command);
+  } else {
+    return;
+  }
+  key_code = 0;
+}
+
+}  // namespace qel

@@ -1,0 +1,84 @@
+#pragma once
+
+#include <array>
+#include <cstdint>
+#include <functional>
+#include <memory>
+#include <string>
+#include <string_view>
+
+#include "qel/base/Color.h"
+#include "qel/platform/EditorWindow.h"
+#include "qel/platform/Platform.h"
+#include "qel/rtf/RTFParser.h"
+
+namespace qel {
+
+/// What a text editor is opened on.
+struct EditedText {
+  std::u16string rtf;
+  platform::Range selection;
+  std::array<std::u16string, 10> fonts;
+  std::array<Color, 10> colors = {};
+};
+
+/// A window in which the text of a control is edited at a larger size, with menus. It raises events
+/// to the control and decides all that happens; the window itself is the platform's.
+class frmTextEditor : private platform::EditorListener {
+ public:
+  /// Who is told of the box's events: before the form's own handling, arguments by reference.
+  struct Events {
+    std::function<void()> Change;
+    std::function<void(std::int16_t& KeyCode, std::int16_t& Shift)> KeyDown;
+    std::function<void(std::int16_t& KeyAscii)> KeyPress;
+    std::function<void(std::int16_t& KeyCode, std::int16_t& Shift)> KeyUp;
+  };
+
+  /// `platform` has to outlive the form.
+  frmTextEditor(const platform::Platform& platform, Events events);
+  frmTextEditor(const frmTextEditor&) = delete;
+  frmTextEditor& operator=(const frmTextEditor&) = delete;
+  ~frmTextEditor() override;
+
+  std::shared_ptr<platform::RichEdit> RichTextBoxObj() const { return window_->box(); }
+  /// The parser for the form's own conversions, which has to outlive it.
+  void SetRTFParser(RTFParser& Parser) { parser_ = &Parser; }
+  /// Loads the text, which Cancel, Undo and the frame put back.
+  void SetText(EditedText Text);
+  /// The text as RTF.
+  std::u16string GetText() const { return window_->box()->get_TextRTF(); }
+  /// Shows the window until the user closes it. Nothing is lost by another way of closing than
+  /// `cmdOK`: the text is what it was.
+  void Show();
+
+  void cmdOK() { window_->close(); }
+  void cmdCancel();
+  /// Runs the command of that name; any other name does nothing. All act on the selection.
+  void run(std::u16string_view command);
+
+ private:
+  class BoxEvents;
+
+  void on_activate() override;
+  void on_resize(std::int32_t width, std::int32_t height) override;
+  void on_ok() override { cmdOK(); }
+  void on_cancel() override { cmdCancel(); }
+  void on_close() override { restore(); }
+  void on_command(std::u16string_view name) override { run(name); }
+
+  void handle_key(std::int16_t& key_code, std::int16_t shift);
+  void insert(std::u16string_view text) { box().put_SelText(text); }
+  platform::RichEdit& box() const { return *box_; }
+  void restore();
+
+  const platform::Platform& platform_;
+  Events events_;
+  std::unique_ptr<platform::EditorWindow> window_;
+  std::shared_ptr<platform::RichEdit> box_;
+  std::unique_ptr<BoxEvents> box_events_;
+  RTFParser* parser_ = nullptr;
+  EditedText edited_;
+  bool was_activated_ = false;
+};
+
+}  // namespace qel

@@ -1,0 +1,84 @@
+#pragma once
+
+#include <cstdint>
+#include <memory>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "qel/platform/RichEdit.h"
+
+namespace qel::platform {
+
+/// An entry of a menu. One without a name is a separator.
+struct MenuItem {
+  std::u16string_view name;  ///< by which it is told of, and which a test can look for
+  std::u16string caption;    ///< "&" before the letter that chooses it; a shortcut after a TAB
+};
+
+struct Menu {
+  std::u16string caption;
+  std::vector<MenuItem> items;
+};
+
+/// What an editor window looks like. Its first button is the default one.
+struct EditorDescription {
+  std::u16string caption;
+  std::u16string ok_caption;
+  std::u16string cancel_caption;
+  std::vector<Menu> menus;
+};
+
+/// In twips, from the inner top left corner of the window.
+struct EditorRectangle {
+  std::int32_t left = 0;
+  std::int32_t top = 0;
+  std::int32_t width = 0;
+  std::int32_t height = 0;
+
+  friend bool operator==(const EditorRectangle&, const EditorRectangle&) = default;
+};
+
+/// Whoever decides what happens in an editor window.
+class EditorListener {
+ public:
+  virtual ~EditorListener() = default;
+  /// The window comes to the front.
+  virtual void on_activate() = 0;
+  /// The inner extent is another, in twips.
+  virtual void on_resize(std::int32_t width, std::int32_t height) = 0;
+  virtual void on_ok() = 0;
+  virtual void on_cancel() = 0;
+  /// The user closes the window by its frame; it is closed afterwards.
+  virtual void on_close() = 0;
+  /// The menu item of that name was chosen.
+  virtual void on_command(std::u16string_view name) = 0;
+};
+
+/// The window of a larger editor: a box, two buttons and menus. It decides nothing by itself.
+class EditorWindow {
+ public:
+  EditorWindow() = default;
+  EditorWindow(const EditorWindow&) = delete;
+  EditorWindow& operator=(const EditorWindow&) = delete;
+  virtual ~EditorWindow() = default;
+
+  virtual std::shared_ptr<RichEdit> box() const = 0;
+  virtual void put_extent(std::int32_t width, std::int32_t height) = 0;
+  virtual void lay_out(const EditorRectangle& box, const EditorRectangle& ok,
+                       const EditorRectangle& cancel) = 0;
+  virtual void focus_box() = 0;
+  /// Shows the window and returns when it is closed.
+  virtual void show_modal(EditorListener& listener) = 0;
+  virtual void close() = 0;
+};
+
+/// The extent of the screen in pixels, and how large those are.
+struct Screen {
+  std::int32_t width = 0;
+  std::int32_t height = 0;
+  std::int32_t twips_per_pixel_x = 15;
+  std::int32_t twips_per_pixel_y = 15;
+};
+
+}  // namespace qel::platform

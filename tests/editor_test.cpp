@@ -1,0 +1,207 @@
+#include <gtest/gtest.h>
+
+#include <functional>
+#include <memory>
+#include <string>
+
+#include "qel/control/QELTextbox.h"
+#include "qel/embedded/PropertyBag.h"
+#include "support/Form.h"
+#include "support/Keyed.h"
+#include "support/Text.h"
+
+namespace qel {
+namespace {
+
+using embedded::EditorWindow;
+
+class Host : public ControlEvents {
+ public:
+  void Change() override { ++changes; }
+  void KeyDown(std::int16_t& KeyCode, std::int16_t&) override { last_key = KeyCode; }
+
+  int changes = 0;
+  std::int16_t last_key = 0;
+};
+
+class LargeEditor : public testing::Test {
+ protected:
+  LargeEditor() { control.listen(&host); }
+
+  /// Opens the editor on the markup with that selection, lets the user act, and returns the markup
+  /// that the control has then.
+  std::u16string edit(std::u16string_view markup, platform::Range selection,
+                      const EditorWindow::User& user) {
+    control.put_TextQEL(markup);
+    control.CurrentRichTextBox()->select(selection);
+    platform->put_user(user);
+    control.InvokeLargeEditor();
+    return control.get_TextQEL();
+  }
+
+  static test::KeyedBox& keys(const EditorWindow& window) {
+    return static_cast<test::KeyedBox&>(*window.box());
+  }
+
+  test::Form form;
+  std::shared_ptr<test::KeyedPlatform> platform = std::make_shared<test::KeyedPlatform>();
+  QELTextbox control{form, platform};
+  Host host;
+};
+
+TEST_F(LargeEditor, KeepsEditsOnlyWhenAccepted) {
+  const auto type = [](EditorWindow& window) {
+    window.box()->put_SelText(u"new");
+    EXPECT_EQ(window.box()->get_SelStart(), 4);
+  };
+  const std::u16string_view text = u"a/b1bc/b0";
+  const auto ending = [&](const std::function<void(EditorWindow&)>& end) {
+    return edit(text, {1, 1}, [&](EditorWindow& window) {
+      EXPECT_EQ(window.box()->selection(), (platform::Range{1, 1}));
+      type(window);
+      end(window);
+    });
+  };
+  EXPECT_EQ(ending([](EditorWindow& w) { w.press_ok(); }), u"a/b1newc/b0");
+  EXPECT_EQ(ending([](EditorWindow& w) { EXPECT_EQ(keys(w).press(13, 0), 0); }), u"a/b1newc/b0");
+  EXPECT_EQ(ending([](EditorWindow& w) { w.press_cancel(); }), text);
+  EXPECT_EQ(ending([](EditorWindow& w) { w.close_by_frame(); }), text);
+  EXPECT_EQ(ending([](EditorWindow&) {}), text) << "nobody closed it";
+  EXPECT_EQ(ending([](EditorWindow& w) {
+              w.choose(u"mnuUndo");
+              EXPECT_TRUE(w.is_open());
+              w.press_ok();
+            }),
+            text);
+  EXPECT_EQ(control.get_SelStart(), 3) << "the caret is at the end";
+}
+
+TEST_F(LargeEditor, StandsForTheControlWhileItIsOpen) {
+  edit(u"abc", {0, 3}, [&](EditorWindow& window) {
+    EXPECT_TRUE(window.box_has_focus());
+    EXPECT_EQ(control.CurrentRichTextBox(), window.box());
+    host.changes = 0;
+    control.put_SelBold(true);
+    EXPECT_EQ(control.get_TextQEL(), u"/b1abc/b0");
+    window.choose(u"mnuItalic");
+    EXPECT_EQ(host.changes, 2) << "the host is told";
+    keys(window).press('Q', 0);
+    EXPECT_EQ(host.last_key, 'Q');
+    control.InvokeLargeEditor();
+    EXPECT_TRUE(window.is_open()) << "there is only one";
+    window.press_ok();
+  });
+  EXPECT_EQ(control.get_TextQEL(), u"/b1/i1abc/b0/i0");
+  control.put_ShowEditorOnShiftF2(false);
+  EXPECT_EQ(static_cast<test::KeyedBox&>(*control.CurrentRichTextBox()).press(113, 1), 113);
+  control.put_ShowEditorOnShiftF2(true);
+  platform->put_user([](EditorWindow& window) {
+    window.box()->put_SelText(u"d");
+    window.press_ok();
+  });
+  EXPECT_EQ(static_cast<test::KeyedBox&>(*control.CurrentRichTextBox()).press(113, 1), 0);
+  EXPECT_EQ(control.get_TextQEL(), u"/b1/i1abcd/b0/i0");
+}
+
+TEST_F(LargeEditor, RunsItsCommands) {
+  struct Row {
+    std::u16string_view command;
+    int key, shift;
+    std::u16string_view text, result;
+  };
+  // On all of the text; commands have a name, a key, or both.
+  const Row rows[] = {
+      {u"mnuBold", 0, 0, u"a/b1b", u"/b1ab/b0"},
+      {u"mnuItalic", 0, 0, u"/i1ab", u"ab"},
+      {u"mnuUnderline", 0, 0, u"ab", u"/u1ab/u0"},
+      {u"mnuStrikeOut", 'K', 3, u"ab", u"/k1ab/k0"},
+      {u"mnuSuperscript", 'P', 3, u"ab", u"/p1ab/p0"},
+      {u"mnuSuperscript", 'P', 3, u"/p1ab", u"ab"},
+      {u"mnuSubscript", 'B', 3, u"/p1ab", u"/s1ab/s0"},
+      {u"mnuAltFont1", 112, 4, u"ab", u"/f1ab/f0"},
+      {u"mnuAltFont2", 113, 4, u"ab", u"/f2ab/f0"},
+      {u"mnuPlain", 121, 4, u"/b1/i1/u1/k1/p1/f2/y1ab", u"ab"},
+      {u"mnuIgnoreText", 0, 0, u"ab", u"/y1ab/y0"},
+      {u"mnuHideText", 0, 0, u"ab", u"/y2ab/y0"},
+      {u"mnuNoteText", 'O', 3, u"ab", u"/y3ab/y0"},
+      {u"mnuLowercase", 0, 0, u"A/b1B", u"a/b1b/b0"},
+      {u"mnuUppercase", 0, 0, u"a/b1b/nlc", u"A/b1B/nlC/b0"},
+      {u"mnuChangeCase", 'H', 3, u"aB", u"Ab"},
+      {u"mnuTitleCase", 'T', 3, u"the/b1 end of it", u"The/b1 End of It/b0"},
+      {u"mnuFirstToLower", 0, 0, u"AB/nlAB", u"aB/nlAB"},
+      {u"mnuFirstToUpper", 0, 0, u"ab/nlab", u"Ab/nlab"},
+      {u"mnuDelete", 46, 0, u"ab", u""},
+      {u"mnuCut", 'X', 2, u"ab", u""},
+      {u"mnuCopy", 'C', 2, u"/b1ab", u"/b1ab/b0"},
+      {u"mnuNothing", 'Q', 0, u"ab", u"ab"},
+      {u"", 192, 2, u"ab", u"\u201C"},
+      {u"", 222, 2, u"ab", u"\u201D"},
+  };
+  control.put_Multiline(true);
+  control.put_RecognizeCRLF(true);
+  control.put_ConvertNLToSpace(false);
+  for (const Row& row : rows) {
+    SCOPED_TRACE(test::shown(row.command) + " " + std::to_string(row.key));
+    if (!row.command.empty()) {
+      EXPECT_EQ(edit(row.text, {0, 99},
+                     [&](EditorWindow& window) {
+                       window.choose(row.command);
+                       window.press_ok();
+                     }),
+                row.result);
+    }
+    if (row.key != 0) {
+      EXPECT_EQ(edit(row.text, {0, 99},
+                     [&](EditorWindow& window) {
+                       const bool is_handled = row.command != u"mnuNothing";
+                       EXPECT_EQ(keys(window).press(row.key, row.shift), is_handled ? 0 : row.key);
+                       window.press_ok();
+                     }),
+                row.result);
+    }
+  }
+  EXPECT_EQ(edit(u"xy", {1, 0},
+                 [&](EditorWindow& window) {
+                   window.choose(u"mnuPaste");
+                   window.choose(u"mnuDelete");
+                   window.choose(u"mnuDelete");
+                   window.press_ok();
+                 }),
+            u"x/b1ab/b0")
+      << "what was copied, and the character behind the caret";
+  control.put_AllowEdits(false);
+  EXPECT_EQ(edit(u"ab", {0, 2},
+                 [](EditorWindow& window) {
+                   window.choose(u"mnuBold");
+                   window.press_ok();
+                 }),
+            u"ab");
+}
+
+TEST_F(LargeEditor, HasItsMenusAndFitsItsWindow) {
+  edit(u"", {}, [](EditorWindow& window) {
+    const platform::EditorDescription& description = window.description();
+    EXPECT_EQ(description.caption, u"Text Editor");
+    EXPECT_EQ(description.cancel_caption, u"Cancel");
+    ASSERT_EQ(description.menus.size(), 2U);
+    EXPECT_EQ(description.menus[0].caption + description.menus[1].caption, u"&EditFo&rmat");
+    EXPECT_EQ(description.menus[0].items.size(), 5U);
+    ASSERT_EQ(description.menus[1].items.size(), 21U);
+    EXPECT_TRUE(description.menus[1].items[6].name.empty()) << "a separator";
+    EXPECT_EQ(description.menus[1].items[18].caption, u"&Title case\tCtrl+Shift+T");
+    window.put_extent(6000, 3000);
+    const platform::EditorRectangle& box = window.box_rectangle();
+    const platform::EditorRectangle& ok = window.ok_rectangle();
+    const platform::EditorRectangle& cancel = window.cancel_rectangle();
+    EXPECT_EQ(box.left + box.width, 6000 - box.left);
+    EXPECT_LT(box.top + box.height, ok.top);
+    EXPECT_EQ(ok.top, cancel.top);
+    EXPECT_LT(ok.left + ok.width, cancel.left);
+    EXPECT_LT(cancel.top + cancel.height, 3000);
+    window.put_extent(10, 10);
+    EXPECT_GE(window.box_rectangle().height, 0);
+  });
+}
+
+}  // namespace
+}  // namespace qel
