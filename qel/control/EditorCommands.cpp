@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cstddef>
 #include <cstdint>
+#include <iterator>
 #include <string>
 #include <utility>
 
@@ -85,7 +86,8 @@ class CaseChange {
   void apply(Change change, bool first_line_only) {
     const Range selection = target_.box.selection();
     const std::u16string text = target_.box.get_Text();
-    const auto end = static_cast<std::size_t>(selection.start + selection.length);
+    const auto end =
+        static_cast<std::size_t>(selection.start) + static_cast<std::size_t>(selection.length);
     for (auto at = static_cast<std::size_t>(selection.start); at < end;) {
       const std::size_t line_end = std::min(text.find(u"\r\n", at), end);
       const bool has_text = line_end > at;
@@ -185,12 +187,11 @@ constexpr Command commands[] = {
 }  // namespace
 
 bool run(std::u16string_view name, const Target& target) {
-  for (const Command& command : commands) {
-    if (command.name != name) continue;
-    command.run(target);
-    return true;
-  }
-  return false;
+  const auto command = std::find_if(std::begin(commands), std::end(commands),
+                                    [name](const Command& row) { return row.name == name; });
+  if (command == std::end(commands)) return false;
+  command->run(target);
+  return true;
 }
 
 platform::EditorDescription description() {
