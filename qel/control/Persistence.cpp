@@ -1,5 +1,6 @@
 // The persisted properties of the text box, in the order in which they are read.
 
+#include <limits>
 #include <optional>
 #include <type_traits>
 #include <utility>
@@ -12,11 +13,20 @@
 namespace qel {
 namespace {
 
+/// Empty for a number that the type does not have.
+template <class Number>
+std::optional<Number> converted(double number) {
+  using Limits = std::numeric_limits<Number>;
+  const bool fits = number >= static_cast<double>(Limits::lowest()) &&
+                    number <= static_cast<double>(Limits::max());
+  return fits ? std::optional(static_cast<Number>(number)) : std::nullopt;
+}
+
 template <class Number>
 std::optional<Number> number_in(std::u16string_view text) {
   if constexpr (std::is_same_v<Number, bool>) return records::to_boolean(text);
   const auto number = records::to_number(text);
-  return number ? std::optional(static_cast<Number>(*number)) : std::nullopt;
+  return number ? converted<Number>(*number) : std::nullopt;
 }
 
 /// The value as another type, as far as it can be one: a bag may keep everything as text.
@@ -29,7 +39,7 @@ Value value_as(const Variant& variant, const Variant& preset) {
     } else if constexpr (std::is_same_v<Value, bool> && std::is_arithmetic_v<Held>) {
       return held != 0;
     } else if constexpr (std::is_arithmetic_v<Value> && std::is_arithmetic_v<Held>) {
-      return static_cast<Value>(held);
+      return converted<Value>(static_cast<double>(held));
     } else if constexpr (std::is_arithmetic_v<Value> && std::is_same_v<Held, std::u16string>) {
       return number_in<Value>(held);
     } else {
