@@ -8,12 +8,14 @@ namespace qel::command {
 LineCodes::LineCodes(std::u16string_view markup) {
   const std::u16string text = protect_escaped_codes(std::u16string(markup));
   MarkupScanner scanner(text);
+  std::size_t characters = 0;
   const auto add = [&] {
-    if (scanner.line_codes_before() > 0) codes_.push_back({size_, scanner.line_codes_before()});
+    if (scanner.line_codes_before() > 0)
+      codes_.push_back({characters, scanner.line_codes_before()});
   };
   while (scanner.next()) {
     add();
-    size_ += scanner.run().size();
+    characters += scanner.run().size();
   }
   add();
 }

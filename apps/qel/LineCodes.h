@@ -15,9 +15,6 @@ class LineCodes {
  public:
   explicit LineCodes(std::u16string_view markup);
 
-  /// Length of the plain text.
-  std::size_t size() const { return size_; }
-
   /// Where a line code goes that stood behind so many characters; nothing for nowhere. Codes do not
   /// overtake each other.
   using Move = std::function<std::optional<std::size_t>(std::size_t characters)>;
@@ -32,7 +29,6 @@ class LineCodes {
   };
 
   std::vector<Codes> codes_;
-  std::size_t size_ = 0;
 };
 
 }  // namespace qel::command

@@ -4,25 +4,27 @@
 #include <sstream>
 #include <string>
 #include <system_error>
+#include <type_traits>
 
 namespace qel::command {
 namespace {
 
 template <class Number>
-CLI::Validator number_within(Number least, Number most, const std::string& kind) {
+CLI::Validator number_within(Number least, Number most) {
   return CLI::Validator(
-      [least, most, kind](std::string& text) {
+      [least, most](std::string& text) {
         Number value = 0;
         const char* const begin = text.data() + (text.starts_with('+') ? 1 : 0);
         const char* const end = text.data() + text.size();
         const auto [rest, error] = std::from_chars(begin, end, value);
-        // Limits also refuse what is no number: nothing lies within them then.
+        // The limits refuse "nan" too, which is within none.
         if (error == std::errc() && rest == end && value >= least && value <= most) {
           // As it was read here: a leading zero would mean octal to others.
-          if (kind == "whole number") text = std::to_string(value);
+          if constexpr (std::is_integral_v<Number>) text = std::to_string(value);
           return std::string();
         }
         std::ostringstream message;
+        const char* const kind = std::is_integral_v<Number> ? "whole number" : "number";
         message << "'" << text << "' is no " << kind << " from " << least << " to " << most;
         return message.str();
       },
@@ -32,11 +34,9 @@ CLI::Validator number_within(Number least, Number most, const std::string& kind)
 }  // namespace
 
 CLI::Validator whole_number(std::int64_t least, std::int64_t most) {
-  return number_within(least, most, "whole number");
+  return number_within(least, most);
 }
 
-CLI::Validator decimal_number(double least, double most) {
-  return number_within(least, most, "number");
-}
+CLI::Validator decimal_number(double least, double most) { return number_within(least, most); }
 
 }  // namespace qel::command

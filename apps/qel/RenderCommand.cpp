@@ -19,13 +19,9 @@ constexpr const char* examples = R"(Examples:
 
 RenderCommand::RenderCommand(CLI::App& app) : app_(app), tables_(app) {
   const auto points = [&app](const std::string& name, float& value, const std::string& meaning) {
-    return app.add_option(name, value, meaning)
-        ->type_name("POINTS")
-        ->check(CLI::Range(0.0F, 100000.0F).description({}));
+    app.add_option(name, value, meaning)->type_name("POINTS")->check(decimal_number(0, 1e5));
   };
-  app.add_option("FILE", file_, "Markup to draw; standard input when none is named, or for '-'")
-      ->type_name("");
-  app.add_option("-t,--text", text_, "Markup in place of a file")->type_name("TEXT");
+  source_.add_to(app);
   app.add_option("-o,--output", output_, "File to write, '-' for standard output (required)")
       ->required()
       ->type_name("FILE");
@@ -54,11 +50,7 @@ TextTask RenderCommand::values() const {
     throw UsageError("--indent leaves no room: it has to be less than --width");
   }
   TextTask task;
-  task.files = {file_};
-  if (app_.get_option("--text")->count() > 0) task.text = text_;
-  if (task.text && app_.get_option("FILE")->count() > 0) {
-    throw UsageError("--text and a file exclude each other");
-  }
+  source_.fill(task, app_);
   task.output = output_;
   task.run = [picture, tables = std::make_shared<const Tables>(tables_.values())](
                  const std::vector<std::u16string>& texts) {

@@ -5,6 +5,7 @@
 #include <string>
 
 #include "TableOptions.h"
+#include "TextSource.h"
 #include "TextTask.h"
 
 namespace qel::command {
@@ -39,8 +40,7 @@ class RenderCommand {
                            std::u16string_view markup);
 
   const CLI::App& app_;
-  std::string file_ = "-";
-  std::string text_;
+  TextSource source_;
   std::string output_;
   std::string align_ = "left";
   bool no_wrap_ = false;

@@ -52,6 +52,7 @@ std::size_t as_size(std::int32_t count) { return static_cast<std::size_t>(std::m
 
 constexpr std::int64_t least_position = -0x8000;
 constexpr std::int64_t most_position = 0x7FFF;
+
 TaskResult lines(const Texts& texts) {
   TaskResult result;
   for (const std::u16string& text : texts) result.output.append(to_utf8(text)).append("\n");
@@ -63,27 +64,20 @@ struct Named {
   std::int32_t value;
 };
 
-constexpr std::array<Named, 8> plain_toggles = {{{"plain", taPlain},
-                                                 {"bold", taBold},
-                                                 {"italic", taItalic},
-                                                 {"underline", taUnderline},
-                                                 {"strike", taStrikeThru},
-                                                 {"superscript", taSuperscript},
-                                                 {"subscript", taSubscript},
-                                                 {"small-caps", taSmallCaps}}};
-constexpr std::array<Named, 6> letter_toggles = {{{"upper", taUpperCase},
-                                                  {"lower", taLowerCase},
-                                                  {"swap", taChangeCase},
-                                                  {"title", taTitleCase},
-                                                  {"first-upper", taFirstToUpper},
-                                                  {"first-lower", taFirstToLower}}};
-
-template <std::size_t Size>
-std::optional<std::int32_t> value_of(const std::array<Named, Size>& names, std::string_view name) {
-  const auto found = std::find_if(names.begin(), names.end(),
-                                  [&](const Named& named) { return named.name == name; });
-  return found == names.end() ? std::nullopt : std::optional(found->value);
-}
+constexpr std::array attributes_by_name = {Named{"plain", taPlain},
+                                           Named{"bold", taBold},
+                                           Named{"italic", taItalic},
+                                           Named{"underline", taUnderline},
+                                           Named{"strike", taStrikeThru},
+                                           Named{"superscript", taSuperscript},
+                                           Named{"subscript", taSubscript},
+                                           Named{"small-caps", taSmallCaps},
+                                           Named{"upper", taUpperCase},
+                                           Named{"lower", taLowerCase},
+                                           Named{"swap", taChangeCase},
+                                           Named{"title", taTitleCase},
+                                           Named{"first-upper", taFirstToUpper},
+                                           Named{"first-lower", taFirstToLower}};
 
 /// "font3" or "color3" after `word`, as an offset from the first.
 std::optional<std::int32_t> index_after(std::string_view name, std::string_view word) {
@@ -93,11 +87,11 @@ std::optional<std::int32_t> index_after(std::string_view name, std::string_view 
 }
 
 std::optional<std::int32_t> attribute_named(std::string_view name) {
-  if (const auto value = value_of(plain_toggles, name)) return value;
-  if (const auto value = value_of(letter_toggles, name)) return value;
   if (const auto index = index_after(name, "font")) return taFont1 + *index;
   if (const auto index = index_after(name, "color")) return taColor1 + *index;
-  return std::nullopt;
+  const auto found = std::find_if(attributes_by_name.begin(), attributes_by_name.end(),
+                                  [&](const Named& named) { return named.name == name; });
+  return found == attributes_by_name.end() ? std::nullopt : std::optional(found->value);
 }
 
 /// The attribute whose code has this letter, or letter and digit: "b", "f2".
@@ -244,9 +238,7 @@ CLI::App& TextCommands::add_verb(const std::string& name, const std::string& mea
 
 /// To be called last: the file is the last of the arguments.
 void TextCommands::read_text(CLI::App& verb) {
-  verb.add_option("FILE", file_, "Markup to read; standard input when none is named, or for '-'")
-      ->type_name("");
-  verb.add_option("-t,--text", text_, "Markup in place of a file")->type_name("TEXT");
+  source_.add_to(verb);
   verb.add_option("-o,--output", output_, "File to write instead of standard output")
       ->type_name("FILE");
 }
@@ -255,12 +247,8 @@ TextTask TextCommands::values() const {
   const auto verb = std::find_if(verbs_.begin(), verbs_.end(),
                                  [](const Verb& candidate) { return candidate.app->parsed(); });
   TextTask task;
-  task.files = {file_};
+  source_.fill(task, *verb->app);
   if (!other_file_.empty()) task.files.push_back(other_file_);
-  if (verb->app->get_option("--text")->count() > 0) task.text = text_;
-  if (task.text && verb->app->get_option("FILE")->count() > 0) {
-    throw UsageError("--text and a file exclude each other");
-  }
   if (!task.text && task.files == std::vector<std::string>{"-", "-"}) {
     throw UsageError("standard input can be only one of two texts");
   }

@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "TableOptions.h"
+#include "TextSource.h"
 #include "TextTask.h"
 #include "qel/text/QELText.h"
 
@@ -75,9 +76,8 @@ class TextCommands {
   std::list<Verb> verbs_;
   std::unique_ptr<TableOptions> tables_;
 
-  std::string file_ = "-";
+  TextSource source_;
   std::string other_file_;
-  std::string text_;
   std::string output_ = "-";
   Arguments given_;
 };

@@ -67,15 +67,26 @@ std::optional<float> to_single(std::u16string_view text) {
   return static_cast<float>(*value);
 }
 
-std::optional<std::int16_t> to_integer16(std::u16string_view text) {
+namespace {
+
+template <class Integer>
+std::optional<Integer> to_integer(std::u16string_view text) {
   const auto value = to_number(text);
   if (!value) return {};
   const double rounded = std::nearbyint(*value);
-  if (rounded < std::numeric_limits<std::int16_t>::min() ||
-      rounded > std::numeric_limits<std::int16_t>::max()) {
-    return {};
-  }
-  return static_cast<std::int16_t>(rounded);
+  using Limits = std::numeric_limits<Integer>;
+  if (rounded < Limits::min() || rounded > Limits::max()) return {};
+  return static_cast<Integer>(rounded);
+}
+
+}  // namespace
+
+std::optional<std::int16_t> to_integer16(std::u16string_view text) {
+  return to_integer<std::int16_t>(text);
+}
+
+std::optional<std::int32_t> to_integer32(std::u16string_view text) {
+  return to_integer<std::int32_t>(text);
 }
 
 std::optional<bool> to_boolean(std::u16string_view text) {

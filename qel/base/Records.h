@@ -24,6 +24,8 @@ std::optional<double> to_number(std::u16string_view text);
 std::optional<float> to_single(std::u16string_view text);
 /// A decimal number, rounded half to even, within -32768 to 32767.
 std::optional<std::int16_t> to_integer16(std::u16string_view text);
+/// The same within 32 bits.
+std::optional<std::int32_t> to_integer32(std::u16string_view text);
 /// "True" or "False" in any case, or a number (0 is false).
 std::optional<bool> to_boolean(std::u16string_view text);
 

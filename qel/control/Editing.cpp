@@ -11,12 +11,10 @@
 #include "qel/control/Keys.h"
 #include "qel/control/QELTextbox.h"
 #include "qel/control/frmTextEditor.h"
-#include "qel/model/StyleDecoder.h"
 
 namespace qel {
 
 using platform::FormatChange;
-using platform::MixedFormat;
 
 using namespace keys;
 
@@ -76,32 +74,6 @@ void QELTextbox::raise_change() {
 
 // The selection.
 
-template <class Value>
-bool QELTextbox::selected(std::optional<Value> platform::FormatFields::*field, Value value) const {
-  return CurrentRichTextBox()->format().*field == value;
-}
-template bool QELTextbox::selected(std::optional<bool> platform::FormatFields::*, bool) const;
-template bool QELTextbox::selected(std::optional<std::int16_t> platform::FormatFields::*,
-                                   std::int16_t) const;
-
-void QELTextbox::change(const FormatChange& change) {
-  // The box tells of a change only where there is text; the control always does.
-  ++changes_held_;
-  CurrentRichTextBox()->change_format(change);
-  --changes_held_;
-  raise_change();
-}
-
-template <class Value>
-void QELTextbox::change(std::optional<Value> platform::FormatFields::*field, Value value) {
-  FormatChange new_format;
-  new_format.*field = std::move(value);
-  change(new_format);
-}
-template void QELTextbox::change(std::optional<bool> platform::FormatFields::*, bool);
-template void QELTextbox::change(std::optional<std::int16_t> platform::FormatFields::*,
-                                 std::int16_t);
-
 std::u16string QELTextbox::get_SelRTF() const {
   return parser_.SimpleRTF(CurrentRichTextBox()->get_SelRTF(), *fonts_, *colors_);
 }
@@ -115,11 +87,11 @@ Color QELTextbox::plain_color() const {
 }
 
 bool QELTextbox::has_color(std::int16_t index) const {
-  return selected(&MixedFormat::color, colors_->get_Color(index));
+  return CurrentRichTextBox()->get_SelColor() == colors_->get_Color(index);
 }
 
 void QELTextbox::mark(std::int16_t color, bool on) {
-  change(&FormatChange::color, on ? colors_->get_Color(color) : plain_color());
+  change(&platform::RichEdit::put_SelColor, on ? colors_->get_Color(color) : plain_color());
 }
 
 Color QELTextbox::get_SelColor() const { return CurrentRichTextBox()->get_SelColor().value_or(0); }
@@ -127,7 +99,7 @@ Color QELTextbox::get_SelColor() const { return CurrentRichTextBox()->get_SelCol
 void QELTextbox::put_SelColor(Color Value) {
   bool is_known = Value == plain_color();
   for (std::int16_t i = 1; i <= 9 && !is_known; ++i) is_known = Value == colors_->get_Color(i);
-  if (is_known) change(&FormatChange::color, Value);
+  if (is_known) change(&platform::RichEdit::put_SelColor, Value);
 }
 
 std::u16string QELTextbox::get_SelFontName() const {
@@ -140,7 +112,7 @@ void QELTextbox::put_SelFontName(std::u16string_view Value) {
     const std::u16string name = fonts_->get_Font(i);
     if (equal_ignoring_case(name, Value)) new_format.font_name = name;
   }
-  change(new_format);
+  change(&platform::RichEdit::change_format, new_format);
 }
 
 void QELTextbox::SelPlain() {
@@ -149,7 +121,7 @@ void QELTextbox::SelPlain() {
   plain.offset = std::int16_t{0};
   plain.color = plain_color();
   plain.font_name = get_FontName();
-  change(plain);
+  change(&platform::RichEdit::change_format, plain);
 }
 
 platform::Range QELTextbox::selection_in(std::u16string_view markup) const {
@@ -193,8 +165,9 @@ void QELTextbox::handle_key(std::int16_t& key_code, std::int16_t shift) {
   const bool opens_editor = show_editor_ && shift == shift_key && key_code == function_key(2);
   if (is_paste && allow_edits_) PasteClipboardContents();
   if (opens_editor) InvokeLargeEditor();
-  if (is_paste || opens_editor || act_on_style(key_code, shift) || act_on_index(key_code, shift))
+  if (is_paste || opens_editor || act_on_style(key_code, shift) || act_on_index(key_code, shift)) {
     key_code = 0;
+  }
 }
 
 namespace {

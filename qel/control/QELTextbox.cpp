@@ -38,6 +38,28 @@ void QELTextbox::change_boxes(Change change) {
   }
 }
 
+template <class Value>
+void QELTextbox::put_in_boxes(Value BoxAppearance::*field, const Value& value,
+                              std::u16string_view name) {
+  change_boxes([&](BoxAppearance& box) { box.*field = value; });
+  site_.property_changed(name);
+}
+
+void QELTextbox::put_in_parser(void (RTFParser::*put)(bool), bool value, std::u16string_view name) {
+  (parser_.*put)(value);
+  site_.property_changed(name);
+}
+
+void QELTextbox::put_in_colors(void (QELIndexColors::*put)(Color), Color value,
+                               std::u16string_view name) {
+  try {
+    (*colors_.*put)(value);
+  } catch (const Error&) {
+    // The table keeps its old colour; the host has nothing to do about it.
+  }
+  site_.property_changed(name);
+}
+
 void QELTextbox::show_active_box() {
   for (std::size_t i = 0; i < boxes_.size(); ++i) {
     BoxAppearance appearance = boxes_[i]->appearance();
@@ -123,8 +145,7 @@ void QELTextbox::put_Enabled(bool Value) {
 }
 
 void QELTextbox::put_TabStop(bool Value) {
-  change_boxes([Value](BoxAppearance& box) { box.tab_stop = Value; });
-  site_.property_changed(u"TabStop");
+  put_in_boxes(&BoxAppearance::tab_stop, Value, u"TabStop");
 }
 
 void QELTextbox::put_Multiline(bool Value) {
@@ -135,13 +156,11 @@ void QELTextbox::put_Multiline(bool Value) {
 }
 
 void QELTextbox::put_OLEDragMode(std::int32_t Value) {
-  change_boxes([Value](BoxAppearance& box) { box.drag_mode = Value; });
-  site_.property_changed(u"OLEDragMode");
+  put_in_boxes(&BoxAppearance::drag_mode, Value, u"OLEDragMode");
 }
 
 void QELTextbox::put_OLEDropMode(std::int32_t Value) {
-  change_boxes([Value](BoxAppearance& box) { box.drop_mode = Value; });
-  site_.property_changed(u"OLEDropMode");
+  put_in_boxes(&BoxAppearance::drop_mode, Value, u"OLEDropMode");
 }
 
 void QELTextbox::put_BackColor(Color Value) {
@@ -157,8 +176,7 @@ void QELTextbox::put_BorderStyle(std::int32_t Value) {
 }
 
 void QELTextbox::put_FontName(std::u16string_view Value) {
-  change_boxes([Value](BoxAppearance& box) { box.font_name = Value; });
-  site_.property_changed(u"FontName");
+  put_in_boxes(&BoxAppearance::font_name, std::u16string(Value), u"FontName");
 }
 
 void QELTextbox::put_FontSize(float Value) {
@@ -170,8 +188,7 @@ void QELTextbox::put_FontSize(float Value) {
 }
 
 void QELTextbox::put_ScrollBars(std::int32_t Value) {
-  change_boxes([Value](BoxAppearance& box) { box.scroll_bars = Value; });
-  site_.property_changed(u"ScrollBars");
+  put_in_boxes(&BoxAppearance::scroll_bars, Value, u"ScrollBars");
 }
 
 void QELTextbox::put_XPTheme(std::int32_t Value) {
@@ -208,53 +225,32 @@ void QELTextbox::compute_border_color() {
   }
 }
 
-namespace {
-
-/// An error of the colour table leaves the old colour, and is nobody's business.
-template <class Assign>
-void ignoring_errors(Assign assign) {
-  try {
-    assign();
-  } catch (const Error&) {
-    return;
-  }
-}
-
-}  // namespace
-
 void QELTextbox::put_IgnoreColor(Color Value) {
-  ignoring_errors([&] { colors_->put_IgnoredColor(Value); });
-  site_.property_changed(u"IgnoreColor");
+  put_in_colors(&QELIndexColors::put_IgnoredColor, Value, u"IgnoreColor");
 }
 
 void QELTextbox::put_HideColor(Color Value) {
-  ignoring_errors([&] { colors_->put_HiddenColor(Value); });
-  site_.property_changed(u"HideColor");
+  put_in_colors(&QELIndexColors::put_HiddenColor, Value, u"HideColor");
 }
 
 void QELTextbox::put_NoteColor(Color Value) {
-  ignoring_errors([&] { colors_->put_NoteColor(Value); });
-  site_.property_changed(u"NoteColor");
+  put_in_colors(&QELIndexColors::put_NoteColor, Value, u"NoteColor");
 }
 
 void QELTextbox::put_RecognizeCRLF(bool Value) {
-  parser_.put_RecognizeCRLF(Value);
-  site_.property_changed(u"RecognizeCRLF");
+  put_in_parser(&RTFParser::put_RecognizeCRLF, Value, u"RecognizeCRLF");
 }
 
 void QELTextbox::put_RecognizeTabs(bool Value) {
-  parser_.put_RecognizeTabs(Value);
-  site_.property_changed(u"RecognizeTabs");
+  put_in_parser(&RTFParser::put_RecognizeTabs, Value, u"RecognizeTabs");
 }
 
 void QELTextbox::put_ConvertNLToSpace(bool Value) {
-  parser_.put_ConvertNLToSpace(Value);
-  site_.property_changed(u"ConvertNLToSpace");
+  put_in_parser(&RTFParser::put_ConvertNLToSpace, Value, u"ConvertNLToSpace");
 }
 
 void QELTextbox::put_ConvertTabsToSpace(bool Value) {
-  parser_.put_ConvertTabsToSpace(Value);
-  site_.property_changed(u"ConvertTabsToSpace");
+  put_in_parser(&RTFParser::put_ConvertTabsToSpace, Value, u"ConvertTabsToSpace");
 }
 
 std::u16string QELTextbox::QELToRTF(std::u16string_view Text) const {

@@ -95,22 +95,24 @@ class QELTextbox {
   std::u16string get_SelRTF() const;
   void put_SelRTF(std::u16string_view Value) { CurrentRichTextBox()->put_SelRTF(Value); }
 
-  bool get_SelBold() const { return selected(&platform::MixedFormat::bold, true); }
-  void put_SelBold(bool Value) { change(&platform::FormatChange::bold, Value); }
-  bool get_SelItalic() const { return selected(&platform::MixedFormat::italic, true); }
-  void put_SelItalic(bool Value) { change(&platform::FormatChange::italic, Value); }
-  bool get_SelUnderline() const { return selected(&platform::MixedFormat::underline, true); }
-  void put_SelUnderline(bool Value) { change(&platform::FormatChange::underline, Value); }
-  bool get_SelStrikeOut() const { return selected(&platform::MixedFormat::strike_through, true); }
-  void put_SelStrikeOut(bool Value) { change(&platform::FormatChange::strike_through, Value); }
+  bool get_SelBold() const { return CurrentRichTextBox()->get_SelBold() == true; }
+  void put_SelBold(bool Value) { change(&platform::RichEdit::put_SelBold, Value); }
+  bool get_SelItalic() const { return CurrentRichTextBox()->get_SelItalic() == true; }
+  void put_SelItalic(bool Value) { change(&platform::RichEdit::put_SelItalic, Value); }
+  bool get_SelUnderline() const { return CurrentRichTextBox()->get_SelUnderline() == true; }
+  void put_SelUnderline(bool Value) { change(&platform::RichEdit::put_SelUnderline, Value); }
+  bool get_SelStrikeOut() const { return CurrentRichTextBox()->get_SelStrikeThru() == true; }
+  void put_SelStrikeOut(bool Value) { change(&platform::RichEdit::put_SelStrikeThru, Value); }
   /// Raised or lowered by exactly 45 twips.
-  bool get_SelSuperscript() const { return selected(&platform::MixedFormat::offset, raised); }
+  bool get_SelSuperscript() const { return CurrentRichTextBox()->get_SelCharOffset() == raised; }
   void put_SelSuperscript(bool Value) { put_SelCharOffset(Value ? raised : std::int16_t{0}); }
-  bool get_SelSubscript() const { return selected(&platform::MixedFormat::offset, lowered); }
+  bool get_SelSubscript() const { return CurrentRichTextBox()->get_SelCharOffset() == lowered; }
   void put_SelSubscript(bool Value) { put_SelCharOffset(Value ? lowered : std::int16_t{0}); }
   /// In twips, positive raises.
   std::int16_t get_SelCharOffset() const;
-  void put_SelCharOffset(std::int16_t Value) { change(&platform::FormatChange::offset, Value); }
+  void put_SelCharOffset(std::int16_t Value) {
+    change(&platform::RichEdit::put_SelCharOffset, Value);
+  }
   /// Colours 1, 2 and 3 of the colour table; false gives the text `ForeColor`.
   bool get_SelIgnore() const { return has_color(ignored_color); }
   void put_SelIgnore(bool Value) { mark(ignored_color, Value); }
@@ -290,6 +292,12 @@ class QELTextbox {
   platform::BoxAppearance appearance() const { return boxes_[single_line]->appearance(); }
   template <class Change>
   void change_boxes(Change change);
+  /// Each hands a value on to where it is kept, and notifies the site.
+  template <class Value>
+  void put_in_boxes(Value platform::BoxAppearance::*field, const Value& value,
+                    std::u16string_view name);
+  void put_in_parser(void (RTFParser::*put)(bool), bool value, std::u16string_view name);
+  void put_in_colors(void (QELIndexColors::*put)(Color), Color value, std::u16string_view name);
   template <class Value>
   void store(Value& member, const Value& value, std::u16string_view name) {
     member = value;
@@ -301,12 +309,20 @@ class QELTextbox {
   static constexpr std::int16_t raised = 45;
   static constexpr std::int16_t lowered = -45;
 
-  /// Whether all of the selection has this value.
-  template <class Value>
-  bool selected(std::optional<Value> platform::FormatFields::*field, Value value) const;
-  template <class Value>
-  void change(std::optional<Value> platform::FormatFields::*field, Value value);
-  void change(const platform::FormatChange& change);
+  /// Calls a member that changes the selection's format, and raises `Change` once. The box tells of
+  /// a change only where there is text; the control always does.
+  template <class Put, class Value>
+  void change(Put put, const Value& value) {
+    ++changes_held_;
+    try {
+      (CurrentRichTextBox().get()->*put)(value);
+    } catch (...) {
+      --changes_held_;
+      throw;
+    }
+    --changes_held_;
+    raise_change();
+  }
   bool has_color(std::int16_t index) const;
   void mark(std::int16_t color, bool on);
   Color plain_color() const;

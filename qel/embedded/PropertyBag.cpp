@@ -2,10 +2,8 @@
 
 #include <array>
 #include <charconv>
-#include <cmath>
 #include <cstddef>
 #include <cstdint>
-#include <limits>
 #include <optional>
 #include <type_traits>
 
@@ -62,18 +60,11 @@ std::optional<std::u16string> text_of(const Variant& value) {
       value);
 }
 
-std::optional<std::int32_t> to_integer32(std::u16string_view text) {
-  const auto number = records::to_number(text);
-  using Limits = std::numeric_limits<std::int32_t>;
-  const bool fits = number && *number >= Limits::min() && *number <= Limits::max();
-  return fits ? std::optional(static_cast<std::int32_t>(std::nearbyint(*number))) : std::nullopt;
-}
-
 template <class Held>
 std::optional<Held> value_in(std::u16string_view text) {
   if constexpr (std::is_same_v<Held, bool>) return records::to_boolean(text);
   if constexpr (std::is_same_v<Held, std::int16_t>) return records::to_integer16(text);
-  if constexpr (std::is_same_v<Held, std::int32_t>) return to_integer32(text);
+  if constexpr (std::is_same_v<Held, std::int32_t>) return records::to_integer32(text);
   if constexpr (std::is_same_v<Held, float>) return records::to_single(text);
   if constexpr (std::is_same_v<Held, double>) return records::to_number(text);
   if constexpr (std::is_same_v<Held, std::u16string>) return unescaped(text);

@@ -24,8 +24,6 @@ class Typesetter {
   /// Both have to stay while this lives; the fonts must not change.
   Typesetter(const platform::Canvas& canvas, const QELIndexFonts& fonts);
 
-  const platform::Canvas& canvas() const { return canvas_; }
-
   /// Calls `visit(text, font)` with each part of `text` that is in one font: small capitals are
   /// made of capitals of two sizes.
   template <class Visit>

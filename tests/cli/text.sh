@@ -109,6 +109,7 @@ breaks 2 "not expected: --start (see 'qel text len --help')" text len --start 3 
 breaks 2 "'' is no whole number" text left '' a.qel
 breaks 2 "'0x2' is no whole number" text left 0x2 a.qel
 breaks 2 "'nan' is no number" text wrap -w nan a.qel
+breaks 2 "'nan' is no number" "$qel" render a.qel -o x.svg --width nan
 breaks 2 'standard input can be only one' text compare -
 breaks 2 '--indent leaves no room' "$qel" render a.qel -o x.svg --width 30 --indent 30
 breaks 1 'give a --length' text toggle bold --start 2 long.qel
