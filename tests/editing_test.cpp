@@ -7,9 +7,10 @@
 
 #include "qel/base/Error.h"
 #include "qel/control/QELTextbox.h"
+#include "qel/embedded/BoxUser.h"
+#include "qel/embedded/EmbeddedPlatform.h"
 #include "qel/embedded/PropertyBag.h"
 #include "support/Form.h"
-#include "support/Keyed.h"
 #include "support/Text.h"
 
 namespace qel {
@@ -39,18 +40,22 @@ class Editing : public testing::Test {
  protected:
   Editing() { control.listen(&host); }
 
-  test::KeyedBox& keyed_box() const {
-    return static_cast<test::KeyedBox&>(*control.CurrentRichTextBox());
+  embedded::RichEdit& memory_box() const {
+    return static_cast<embedded::RichEdit&>(*control.CurrentRichTextBox());
   }
-  platform::BoxListener& box() const { return keyed_box().listener(); }
-  int press(int key, int shift) { return keyed_box().press(key, shift); }
+  platform::BoxListener& box() const { return memory_box().listener(); }
+  int press(int key, int shift) {
+    return embedded::BoxUser(memory_box())
+        .press(static_cast<std::int16_t>(key), static_cast<std::int16_t>(shift));
+  }
   void select(std::int32_t start, std::int32_t length) {
     control.put_SelStart(start);
     control.put_SelLength(length);
   }
 
   test::Form form;
-  std::shared_ptr<test::KeyedPlatform> platform = std::make_shared<test::KeyedPlatform>();
+  std::shared_ptr<embedded::EmbeddedPlatform> platform =
+      std::make_shared<embedded::EmbeddedPlatform>();
   QELTextbox control{form, platform};
   Host host;
 };

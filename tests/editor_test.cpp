@@ -5,9 +5,10 @@
 #include <string>
 
 #include "qel/control/QELTextbox.h"
+#include "qel/embedded/BoxUser.h"
+#include "qel/embedded/EmbeddedPlatform.h"
 #include "qel/embedded/PropertyBag.h"
 #include "support/Form.h"
-#include "support/Keyed.h"
 #include "support/Text.h"
 
 namespace qel {
@@ -39,12 +40,14 @@ class LargeEditor : public testing::Test {
     return control.get_TextQEL();
   }
 
-  static test::KeyedBox& keys(const EditorWindow& window) {
-    return static_cast<test::KeyedBox&>(*window.box());
+  static int press(const std::shared_ptr<platform::RichEdit>& box, int key, int shift) {
+    return embedded::BoxUser(static_cast<embedded::RichEdit&>(*box))
+        .press(static_cast<std::int16_t>(key), static_cast<std::int16_t>(shift));
   }
 
   test::Form form;
-  std::shared_ptr<test::KeyedPlatform> platform = std::make_shared<test::KeyedPlatform>();
+  std::shared_ptr<embedded::EmbeddedPlatform> platform =
+      std::make_shared<embedded::EmbeddedPlatform>();
   QELTextbox control{form, platform};
   Host host;
 };
@@ -63,7 +66,7 @@ TEST_F(LargeEditor, KeepsEditsOnlyWhenAccepted) {
     });
   };
   EXPECT_EQ(ending([](EditorWindow& w) { w.press_ok(); }), u"a/b1newc/b0");
-  EXPECT_EQ(ending([](EditorWindow& w) { EXPECT_EQ(keys(w).press(13, 0), 0); }), u"a/b1newc/b0");
+  EXPECT_EQ(ending([](EditorWindow& w) { EXPECT_EQ(press(w.box(), 13, 0), 0); }), u"a/b1newc/b0");
   EXPECT_EQ(ending([](EditorWindow& w) { w.press_cancel(); }), text);
   EXPECT_EQ(ending([](EditorWindow& w) { w.close_by_frame(); }), text);
   EXPECT_EQ(ending([](EditorWindow&) {}), text) << "nobody closed it";
@@ -85,7 +88,7 @@ TEST_F(LargeEditor, StandsForTheControlWhileItIsOpen) {
     EXPECT_EQ(control.get_TextQEL(), u"/b1abc/b0");
     window.choose(u"mnuItalic");
     EXPECT_EQ(host.changes, 2) << "the host is told";
-    keys(window).press('Q', 0);
+    press(window.box(), 'Q', 0);
     EXPECT_EQ(host.last_key, 'Q');
     control.InvokeLargeEditor();
     EXPECT_TRUE(window.is_open()) << "there is only one";
@@ -93,13 +96,13 @@ TEST_F(LargeEditor, StandsForTheControlWhileItIsOpen) {
   });
   EXPECT_EQ(control.get_TextQEL(), u"/b1/i1abc/b0/i0");
   control.put_ShowEditorOnShiftF2(false);
-  EXPECT_EQ(static_cast<test::KeyedBox&>(*control.CurrentRichTextBox()).press(113, 1), 113);
+  EXPECT_EQ(press(control.CurrentRichTextBox(), 113, 1), 113);
   control.put_ShowEditorOnShiftF2(true);
   platform->put_user([](EditorWindow& window) {
     window.box()->put_SelText(u"d");
     window.press_ok();
   });
-  EXPECT_EQ(static_cast<test::KeyedBox&>(*control.CurrentRichTextBox()).press(113, 1), 0);
+  EXPECT_EQ(press(control.CurrentRichTextBox(), 113, 1), 0);
   EXPECT_EQ(control.get_TextQEL(), u"/b1/i1abcd/b0/i0");
 }
 
@@ -154,7 +157,7 @@ TEST_F(LargeEditor, RunsItsCommands) {
       EXPECT_EQ(edit(row.text, {0, 99},
                      [&](EditorWindow& window) {
                        const bool is_handled = row.command != u"mnuNothing";
-                       EXPECT_EQ(keys(window).press(row.key, row.shift), is_handled ? 0 : row.key);
+                       EXPECT_EQ(press(window.box(), row.key, row.shift), is_handled ? 0 : row.key);
                        window.press_ok();
                      }),
                 row.result);

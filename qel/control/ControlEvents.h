@@ -2,6 +2,8 @@
 
 #include <cstdint>
 
+#include "qel/platform/DragData.h"
+
 namespace qel {
 
 /// The host's side of a control's events. Each is raised when the visible box raises the event of
@@ -23,6 +25,19 @@ class ControlEvents {
   virtual void MouseMove(std::int16_t /*Button*/, std::int16_t /*Shift*/, float /*X*/,
                          float /*Y*/) {}
   virtual void MouseUp(std::int16_t /*Button*/, std::int16_t /*Shift*/, float /*X*/, float /*Y*/) {}
+
+  // Drag and drop, as `platform::BoxListener` says.
+
+  virtual void OLEStartDrag(platform::DragData& /*Data*/, std::int32_t& /*AllowedEffects*/) {}
+  virtual void OLESetData(platform::DragData& /*Data*/, std::int16_t /*DataFormat*/) {}
+  virtual void OLEGiveFeedback(std::int32_t& /*Effect*/, bool& /*DefaultCursors*/) {}
+  virtual void OLEDragOver(platform::DragData& /*Data*/, std::int32_t& /*Effect*/,
+                           std::int16_t /*Button*/, std::int16_t /*Shift*/, float /*X*/,
+                           float /*Y*/, std::int16_t /*State*/) {}
+  virtual void OLEDragDrop(platform::DragData& /*Data*/, std::int32_t& /*Effect*/,
+                           std::int16_t /*Button*/, std::int16_t /*Shift*/, float /*X*/,
+                           float /*Y*/) {}
+  virtual void OLECompleteDrag(std::int32_t& /*Effect*/) {}
 };
 
 }  // namespace qel

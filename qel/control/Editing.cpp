@@ -8,9 +8,10 @@
 
 #include "qel/base/CaseMapping.h"
 #include "qel/base/Scan.h"
-#include "qel/control/Keys.h"
 #include "qel/control/QELTextbox.h"
+#include "qel/control/QuoteCodes.h"
 #include "qel/control/frmTextEditor.h"
+#include "qel/platform/Keys.h"
 
 namespace qel {
 
@@ -49,10 +50,30 @@ class QELTextbox::BoxEvents : public platform::BoxListener {
   void on_mouse_up(std::int16_t button, std::int16_t shift, float x, float y) override {
     tell(&ControlEvents::MouseUp, button, shift, x, y);
   }
+  void on_start_drag(platform::DragData& data, std::int32_t& allowed_effects) override {
+    tell(&ControlEvents::OLEStartDrag, data, allowed_effects);
+  }
+  void on_set_data(platform::DragData& data, std::int16_t format) override {
+    tell(&ControlEvents::OLESetData, data, format);
+  }
+  void on_give_feedback(std::int32_t& effect, bool& default_cursors) override {
+    tell(&ControlEvents::OLEGiveFeedback, effect, default_cursors);
+  }
+  void on_drag_over(platform::DragData& data, std::int32_t& effect, std::int16_t button,
+                    std::int16_t shift, float x, float y, std::int16_t state) override {
+    tell(&ControlEvents::OLEDragOver, data, effect, button, shift, x, y, state);
+  }
+  void on_drag_drop(platform::DragData& data, std::int32_t& effect, std::int16_t button,
+                    std::int16_t shift, float x, float y) override {
+    tell(&ControlEvents::OLEDragDrop, data, effect, button, shift, x, y);
+  }
+  void on_complete_drag(std::int32_t& effect) override {
+    tell(&ControlEvents::OLECompleteDrag, effect);
+  }
 
  private:
-  template <class... Arguments>
-  void tell(void (ControlEvents::*event)(Arguments...), Arguments... arguments) {
+  template <class... Parameters, class... Arguments>
+  void tell(void (ControlEvents::*event)(Parameters...), Arguments&... arguments) {
     if (control_.events_ != nullptr) (control_.events_->*event)(arguments...);
   }
 
@@ -229,10 +250,15 @@ void QELTextbox::TE_KeyPress(std::int16_t& KeyAscii) {
   constexpr std::u16string_view before_closing =
       u"abcdefghijklmnopqrstuvwxyzABCDEFGHIJKLMNOPQRSTUVWXYZ0123456789~!@#$%^&*()-_=+{}[]\\|:;?/"
       u"<>,.";
-  const std::u16string text = get_Text();
-  const auto caret = static_cast<std::size_t>(get_SelStart());
-  const bool closes = caret > 0 && caret <= text.size() &&
-                      before_closing.find(text[caret - 1]) != std::u16string_view::npos;
+  bool closes = false;
+  if (const std::int32_t before = get_SelStart() - 1; before >= 0) {
+    // A copy of the whole text for one character would be felt while typing.
+    CurrentRichTextBox()->visit_runs(before, [&](const platform::FormatRun& run) {
+      const char16_t character = run.text[static_cast<std::size_t>(before - run.start)];
+      closes = before_closing.find(character) != std::u16string_view::npos;
+      return false;
+    });
+  }
   const std::int16_t opening = KeyAscii == u'"' ? std::int16_t{147} : std::int16_t{145};
   KeyAscii = static_cast<std::int16_t>(opening + (closes ? 1 : 0));
 }

@@ -278,6 +278,8 @@ class QELTextbox {
   void SetFocus() { site_.focus(); }
   void Size(std::int32_t Width, std::int32_t Height) { site_.put_extent({Width, Height}); }
   void Refresh() { site_.invalidate(); }
+  /// Begins to drag the selection of the visible box; returns when it was dropped.
+  void OLEDrag() { boxes_[active_]->start_drag(); }
   /// To be called when the control's extent is another: lays the boxes out.
   void Resize();
   /// What to paint around the boxes: the border, or a line in the colour of the background.

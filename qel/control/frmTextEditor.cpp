@@ -4,7 +4,8 @@
 #include <utility>
 
 #include "qel/control/EditorCommands.h"
-#include "qel/control/Keys.h"
+#include "qel/control/QuoteCodes.h"
+#include "qel/platform/Keys.h"
 
 namespace qel {
 

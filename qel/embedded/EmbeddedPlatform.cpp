@@ -50,20 +50,6 @@ class ClassicColors : public platform::SystemColors {
   };
 };
 
-class OwnClipboard : public platform::Clipboard {
- public:
-  std::optional<std::u16string> rtf() const override { return rtf_; }
-  std::optional<std::u16string> text() const override { return text_; }
-  void put(std::u16string_view text, std::u16string_view rtf) override {
-    text_ = text;
-    rtf_ = rtf;
-  }
-
- private:
-  std::optional<std::u16string> rtf_;
-  std::optional<std::u16string> text_;
-};
-
 class NoStyles : public platform::VisualStyles {
  public:
   std::optional<std::u16string> color_scheme() const override { return {}; }
@@ -88,8 +74,6 @@ class SymbolFontsByName : public platform::MeasuringSurface {
 
 }  // namespace
 
-EmbeddedPlatform::EmbeddedPlatform() : clipboard_(std::make_unique<OwnClipboard>()) {}
-
 const platform::SystemColors& EmbeddedPlatform::system_colors() const {
   static const ClassicColors colors;
   return colors;
@@ -102,7 +86,7 @@ const platform::VisualStyles& EmbeddedPlatform::visual_styles() const {
 
 std::shared_ptr<platform::RichEdit> EmbeddedPlatform::create_rich_edit(
     platform::WindowHandle /*owner*/) const {
-  return std::make_shared<RichEdit>();
+  return std::make_shared<RichEdit>(desktop_);
 }
 
 std::unique_ptr<platform::EditorWindow> EmbeddedPlatform::create_editor_window(

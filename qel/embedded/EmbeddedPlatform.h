@@ -1,8 +1,10 @@
 #pragma once
 
+#include <functional>
 #include <memory>
 #include <utility>
 
+#include "qel/embedded/Desktop.h"
 #include "qel/embedded/EditorWindow.h"
 #include "qel/platform/Platform.h"
 
@@ -13,12 +15,10 @@ namespace qel::embedded {
 /// common symbol fonts by name, and the classic system colours. Visual styles are switched off.
 class EmbeddedPlatform : public platform::Platform {
  public:
-  EmbeddedPlatform();
-
   const platform::SystemColors& system_colors() const override;
   const platform::VisualStyles& visual_styles() const override;
   /// This platform's own, which no other program sees.
-  platform::Clipboard& clipboard() const override { return *clipboard_; }
+  OwnClipboard& clipboard() const override { return desktop_->clipboard; }
   /// 1024 by 768 pixels of 15 twips.
   platform::Screen screen() const override { return {1024, 768, 15, 15}; }
   std::shared_ptr<platform::RichEdit> create_rich_edit(platform::WindowHandle owner) const override;
@@ -28,10 +28,12 @@ class EmbeddedPlatform : public platform::Platform {
 
   /// Who acts in the editor windows that are shown from now on.
   void put_user(EditorWindow::User user) { user_ = std::move(user); }
+  /// Who drags what is dragged from the platform's boxes.
+  void put_dragger(std::function<void(Drag&)> dragger) { desktop_->dragger = std::move(dragger); }
 
  private:
   EditorWindow::User user_;
-  std::unique_ptr<platform::Clipboard> clipboard_;
+  std::shared_ptr<Desktop> desktop_ = std::make_shared<Desktop>();
 };
 
 }  // namespace qel::embedded

@@ -4,6 +4,8 @@
 #include <cstddef>
 #include <utility>
 
+#include "qel/base/Scan.h"
+#include "qel/embedded/Drag.h"
 #include "qel/richtext/DocumentReader.h"
 #include "qel/richtext/RtfWriter.h"
 
@@ -17,16 +19,33 @@ using platform::Scope;
 using richtext::Document;
 using richtext::Extent;
 
+namespace {
+
+Document in_one_line(const Document& document) {
+  Document line;
+  for (std::size_t i = 0; i < document.runs().run_count(); ++i) {
+    const richtext::RunList::Run run = document.runs().run(i);
+    const std::u16string text = document.text().substr(run.start, run.end - run.start);
+    line.append(replace_all(text, u"\r\n", u" "), line.intern(document.format(run.value)));
+  }
+  return line;
+}
+
+}  // namespace
+
 std::u16string RichEdit::text(Scope scope) const {
   const Extent extent = extent_of(scope);
   return document_.text().substr(extent.start, extent.length());
 }
 
 void RichEdit::put_text(Scope scope, std::u16string_view text) {
-  const Extent extent = extent_of(scope);
+  replace(scope, plain_content(extent_of(scope), text));
+}
+
+Document RichEdit::plain_content(Extent extent, std::u16string_view text) const {
   Document content = richtext::plain_document(text, format_for(extent));
   content.align({0, content.size()}, document_.alignment_at(extent.start));
-  replace(scope, std::move(content));
+  return content;
 }
 
 std::u16string RichEdit::rtf(Scope scope) const {
@@ -50,8 +69,10 @@ void RichEdit::select(platform::Range range) {
                             static_cast<std::size_t>(start + length)};
   // A caret that stays keeps the format that was chosen for what is typed next.
   const bool stays = selection.start == selection_.start && selection.end == selection_.end;
+  if (stays) return;
   selection_ = selection;
-  if (!stays && document_.size() > 0) typing_ = format_at(selected());
+  history_.end_step();
+  if (document_.size() > 0) typing_ = format_at(selected());
 }
 
 MixedFormat RichEdit::format() const {
@@ -68,8 +89,10 @@ MixedFormat RichEdit::format() const {
 
 void RichEdit::change_format(const FormatChange& change) {
   change.apply_to(typing_);
+  history_.end_step();
   const Extent extent = selected();
   if (extent.length() == 0) return;
+  history_.record(document_, extent, extent.length(), selection_, selection_, Kind::other);
   document_.change_format(extent, change);
   tell_change();
 }
@@ -82,7 +105,10 @@ std::optional<Alignment> RichEdit::alignment() const {
 }
 
 void RichEdit::put_alignment(Alignment alignment) {
-  document_.align(selected_paragraphs(), alignment);
+  const Extent extent = selected_paragraphs();
+  history_.record(document_, document_.paragraphs(extent), document_.paragraphs(extent).length(),
+                  selection_, selection_, Kind::other);
+  document_.align(extent, alignment);
   tell_change();
 }
 
@@ -104,6 +130,8 @@ void RichEdit::put_appearance(const platform::BoxAppearance& appearance) {
   if (appearance.font_name != appearance_.font_name) change.font_name = appearance.font_name;
   if (appearance.font_size != appearance_.font_size) change.size = appearance.font_size;
   appearance_ = appearance;
+  if (!change.font_name && !change.size) return;
+  history_.clear();
   change.apply_to(typing_);
   document_.change_format({0, document_.size()}, change);
 }
@@ -131,22 +159,142 @@ const CharFormat& RichEdit::format_for(Extent extent) const {
 }
 
 void RichEdit::replace(Scope scope, Document content) {
-  const Extent extent = extent_of(scope);
+  if (scope == Scope::selection) {
+    replace_part(selected(), std::move(content), Kind::other);
+    return;
+  }
+  const CharFormat before = format_for(extent_of(scope));
+  document_ = std::move(content);
+  selection_ = {0, 0};
+  history_.clear();
+  typing_ = document_.size() == 0 ? before : format_at(selection_);
+  tell_change();
+}
+
+void RichEdit::replace_part(Extent extent, Document content, Kind kind) {
   const CharFormat before = format_for(extent);
   const std::size_t inserted = content.size();
-  if (scope == Scope::document) {
-    document_ = std::move(content);
-    selection_ = {0, 0};
-  } else {
-    document_.replace(extent, std::move(content));
-    selection_ = {extent.start + inserted, extent.start + inserted};
-  }
+  const Extent after = {extent.start + inserted, extent.start + inserted};
+  history_.record(document_, extent, inserted, selection_, after, kind);
+  document_.replace(extent, std::move(content));
+  selection_ = after;
   typing_ = inserted == 0 || document_.size() == 0 ? before : format_at(selection_);
   tell_change();
 }
 
-void RichEdit::tell_change() {
-  if (listener_ != nullptr) listener_->on_change();
+// What a user does.
+
+void RichEdit::type(char16_t character) {
+  const Extent extent = selected();
+  replace_part(extent, plain_content(extent, {&character, 1}), Kind::typing);
+  if (character == u'\r') history_.end_step();
+}
+
+void RichEdit::erase(platform::Range range, Kind kind) {
+  const auto start = static_cast<std::size_t>(range.start);
+  const Extent extent =
+      document_.without_cut_breaks({start, start + static_cast<std::size_t>(range.length)});
+  if (extent.length() != 0) replace_part(extent, Document(), kind);
+}
+
+bool RichEdit::take_step(std::optional<Extent> (UndoHistory::*step)(Document&)) {
+  const std::optional<Extent> selection = (history_.*step)(document_);
+  if (!selection) return false;
+  selection_ = *selection;
+  if (document_.size() > 0) typing_ = format_at(selected());
+  tell_change();
+  return true;
+}
+
+bool RichEdit::undo() { return take_step(&UndoHistory::undo); }
+
+bool RichEdit::redo() { return take_step(&UndoHistory::redo); }
+
+bool RichEdit::insert(const std::optional<std::u16string>& rtf,
+                      const std::optional<std::u16string>& text) {
+  if (!rtf && !text) return false;
+  const Extent extent = selected();
+  Document content =
+      rtf ? richtext::read_document(*rtf, format_for(extent)) : plain_content(extent, *text);
+  if (!appearance_.multiline) content = in_one_line(content);
+  replace_part(extent, std::move(content), Kind::other);
+  return true;
+}
+
+std::int32_t RichEdit::position_at(float x, float y) const {
+  const std::u16string& text = document_.text();
+  std::size_t start = 0;
+  for (float line = 1; line <= y / line_height; ++line) {
+    const std::size_t line_feed = text.find(u'\n', start);
+    if (line_feed == std::u16string::npos) break;
+    start = line_feed + 1;
+  }
+  const std::size_t length = std::min(text.find(u'\r', start), text.size()) - start;
+  const float column = std::clamp(x / character_width + 0.5F, 0.0F, static_cast<float>(length));
+  return static_cast<std::int32_t>(start + static_cast<std::size_t>(column));
+}
+
+// Drag and drop.
+
+void RichEdit::start_drag() {
+  platform::DragData data;
+  const Extent dragged = selected();
+  const std::u16string text = this->text(Scope::selection);
+  if (!text.empty()) {
+    data.put(platform::text_format, text);
+    data.put(platform::rtf_format, rtf(Scope::selection));
+  }
+  data.put_supply([this](platform::DragData& promised, std::int16_t format) {
+    listener_->on_set_data(promised, format);
+  });
+  std::int32_t effects =
+      platform::copy_drop | (appearance_.read_only ? platform::no_drop : platform::move_drop);
+  listener_->on_start_drag(data, effects);
+  const bool has_data = data.has(platform::text_format) || data.has(platform::rtf_format);
+  if (effects == platform::no_drop || !has_data) return;
+  Drag drag(*this, data, effects);
+  if (desktop_->dragger) desktop_->dragger(drag);
+  drag.leave();
+  // What was moved within the box, or changed meanwhile, is not taken out.
+  constexpr std::int32_t box_drags = 1;
+  const bool moves = drag.effect() == platform::move_drop && !drag.stays_in_source() &&
+                     appearance_.drag_mode == box_drags;
+  if (moves && document_.size() >= dragged.end &&
+      document_.text().compare(dragged.start, dragged.length(), text) == 0) {
+    replace_part(dragged, Document(), Kind::other);
+  }
+  std::int32_t effect = drag.effect();
+  listener_->on_complete_drag(effect);
+}
+
+bool RichEdit::take_drop(platform::DragData& data, std::int32_t position, const RichEdit& source,
+                         std::int32_t effect) {
+  if (&source == this && effect == platform::move_drop) {
+    move_selection(static_cast<std::size_t>(position));
+    return true;
+  }
+  const auto rtf = data.get(platform::rtf_format);
+  const auto text = rtf ? std::nullopt : data.get(platform::text_format);
+  select({position, 0});
+  if (!insert(rtf, text)) return false;
+  select({position, selection().start - position});
+  return true;
+}
+
+/// One change, so that it is undone as one.
+void RichEdit::move_selection(std::size_t to) {
+  const Extent moved = selected();
+  to = document_.without_cut_breaks({to, to}).start;
+  if (to >= moved.start && to <= moved.end) return;
+  const bool ahead = to > moved.start;
+  const Extent passed = ahead ? Extent{moved.end, to} : Extent{to, moved.start};
+  Document content = document_.part(moved);
+  const std::size_t where = ahead ? 0 : content.size();
+  content.replace({where, where}, document_.part(passed));
+  const std::size_t start = ahead ? passed.end - moved.length() : to;
+  replace_part({std::min(moved.start, to), std::max(moved.end, to)}, std::move(content),
+               Kind::other);
+  select({static_cast<std::int32_t>(start), static_cast<std::int32_t>(moved.length())});
 }
 
 }  // namespace qel::embedded

@@ -2,6 +2,8 @@
 
 #include <cstdint>
 
+#include "qel/platform/DragData.h"
+
 namespace qel::platform {
 
 /// Whoever is told of a box's events. The arguments are the window system's: key codes, a mask of 1
@@ -24,6 +26,25 @@ class BoxListener {
                              float /*y*/) {}
   virtual void on_mouse_up(std::int16_t /*button*/, std::int16_t /*shift*/, float /*x*/,
                            float /*y*/) {}
+
+  // Drag and drop. Effects are a mask of `DropEffect`, states are `DragState`s. The data belongs to
+  // the source and holds during the call.
+
+  /// A drag from the box begins with the selection as its data; no allowed effect calls it off.
+  virtual void on_start_drag(DragData& /*data*/, std::int32_t& /*allowed_effects*/) {}
+  /// A target wants what the data only promises in that form.
+  virtual void on_set_data(DragData& /*data*/, std::int16_t /*format*/) {}
+  /// The target would have that effect; with `default_cursors` false the pointer stays as it is.
+  virtual void on_give_feedback(std::int32_t& /*effect*/, bool& /*default_cursors*/) {}
+  /// Data is over the box. What is left in `effect` is what a drop there would do.
+  virtual void on_drag_over(DragData& /*data*/, std::int32_t& /*effect*/, std::int16_t /*button*/,
+                            std::int16_t /*shift*/, float /*x*/, float /*y*/,
+                            std::int16_t /*state*/) {}
+  /// Data is dropped on the box. What is left in `effect` is what has become of it.
+  virtual void on_drag_drop(DragData& /*data*/, std::int32_t& /*effect*/, std::int16_t /*button*/,
+                            std::int16_t /*shift*/, float /*x*/, float /*y*/) {}
+  /// A drag from the box is over.
+  virtual void on_complete_drag(std::int32_t& /*effect*/) {}
 };
 
 }  // namespace qel::platform

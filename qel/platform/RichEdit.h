@@ -80,6 +80,10 @@ class RichEdit {
   virtual BoxAppearance appearance() const = 0;
   virtual void put_appearance(const BoxAppearance& appearance) = 0;
 
+  /// Begins to drag the selection, and returns when it was dropped or the user gave up. Nothing
+  /// happens where the listener allows no effect.
+  virtual void start_drag() = 0;
+
   /// Who is told of the box's events; null for nobody. The listener must outlive the box or be
   /// taken away before it goes.
   virtual void listen(BoxListener* listener) = 0;

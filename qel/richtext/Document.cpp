@@ -95,6 +95,17 @@ void Document::replace(Extent extent, Document content) {
   }
 }
 
+void Document::restore(Extent extent, Document part) {
+  const Alignment first = part.alignment_at(0);
+  const Alignment last = part.alignment_at(part.size());
+  const std::size_t end = extent.start + part.size();
+  replace(extent, std::move(part));
+  // Looking for the ends of a paragraph costs more than what is typed.
+  if (alignments_.run_count() == 1 && alignment_at(0) == first && first == last) return;
+  align({extent.start, extent.start}, first);
+  align({end, end}, last);
+}
+
 void Document::change_format(Extent extent, const FormatChange& change) {
   runs_.transform(extent.start, extent.end, [&](FormatPool::Id id) {
     CharFormat format = pool_[id];
@@ -104,8 +115,7 @@ void Document::change_format(Extent extent, const FormatChange& change) {
 }
 
 void Document::align(Extent extent, Alignment alignment) {
-  const std::size_t first = paragraph_start(extent.start);
-  const std::size_t last = paragraph_end(extent.end);
+  const auto [first, last] = paragraphs(extent);
   alignments_.transform(first, last + 1, [&](auto) { return to_value(alignment); });
 }
 

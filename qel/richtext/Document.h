@@ -85,8 +85,15 @@ class Document {
   /// its last part is, one that is cut in two keeps its alignment in both, and alignments of whole
   /// paragraphs of the content come along.
   void replace(Extent extent, Document content);
+  /// The inverse of `replace`: puts a `part` back, with the alignments that its first and its last
+  /// paragraph had.
+  void restore(Extent extent, Document part);
   void change_format(Extent extent, const FormatChange& change);
-  /// Aligns the paragraphs that the extent touches.
+  /// The paragraphs that the extent touches.
+  Extent paragraphs(Extent extent) const {
+    return {paragraph_start(extent.start), paragraph_end(extent.end)};
+  }
+  /// Aligns them.
   void align(Extent extent, Alignment alignment);
 
   /// The part as a document of its own.

@@ -1,0 +1,65 @@
+#include "qel/embedded/Drag.h"
+
+#include "qel/embedded/RichEdit.h"
+
+namespace qel::embedded {
+
+using namespace platform;
+
+namespace {
+
+constexpr std::int16_t left_button = 1;
+constexpr std::int16_t ctrl = 2;
+constexpr std::int32_t box_drops = 2;
+
+}  // namespace
+
+std::int32_t Drag::suggested_effect() const {
+  const BoxAppearance appearance = target_->appearance();
+  const bool takes =
+      appearance.drop_mode == box_drops && appearance.enabled && !appearance.read_only;
+  if (!takes || (!data_.has(text_format) && !data_.has(rtf_format))) return no_drop;
+  const bool copies = (shift_ & ctrl) != 0 || (allowed_ & move_drop) == 0;
+  return allowed_ & (copies ? copy_drop : move_drop);
+}
+
+void Drag::tell_target(DragState state) {
+  effect_ = suggested_effect();
+  target_->listener().on_drag_over(data_, effect_, left_button, shift_, x_, y_, state);
+  effect_ &= allowed_;
+}
+
+void Drag::over(RichEdit& target, float x, float y, std::int16_t shift) {
+  if (target_ != nullptr && target_ != &target) leave();
+  const bool enters = target_ == nullptr;
+  const BoxAppearance appearance = target.appearance();
+  if (appearance.drop_mode == 0 || !appearance.enabled) return;
+  target_ = &target;
+  x_ = x;
+  y_ = y;
+  shift_ = shift;
+  tell_target(enters ? drag_enters : drag_moves);
+  bool default_cursors = true;
+  source_.listener().on_give_feedback(effect_, default_cursors);
+}
+
+void Drag::leave() {
+  if (target_ == nullptr) return;
+  tell_target(drag_leaves);
+  target_ = nullptr;
+  effect_ = no_drop;
+}
+
+void Drag::drop() {
+  if (target_ == nullptr) return;
+  target_->listener().on_drag_drop(data_, effect_, left_button, shift_, x_, y_);
+  effect_ &= allowed_;
+  const bool by_box = target_->appearance().drop_mode == box_drops && effect_ != no_drop;
+  stays_in_source_ = by_box && target_ == &source_;
+  if (by_box && !target_->take_drop(data_, target_->position_at(x_, y_), source_, effect_)) {
+    effect_ = no_drop;
+  }
+  target_ = nullptr;
+}
+
+}  // namespace qel::embedded

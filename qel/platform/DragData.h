@@ -1,0 +1,44 @@
+#pragma once
+
+#include <cstdint>
+#include <functional>
+#include <map>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <utility>
+
+namespace qel::platform {
+
+/// What becomes of dragged data; a mask where several are allowed.
+enum DropEffect : std::int32_t { no_drop = 0, copy_drop = 1, move_drop = 2 };
+
+/// Whether the pointer with the data comes onto a box, leaves it or moves over it.
+enum DragState : std::int16_t { drag_enters = 0, drag_leaves = 1, drag_moves = 2 };
+
+/// The window system's numbers of the forms that data can have.
+enum DataFormat : std::int16_t { text_format = 1, rtf_format = -16639 };
+
+/// What is dragged from one place to another, in one or several forms.
+class DragData {
+ public:
+  /// Fills in what was promised; it may leave it out.
+  using Supply = std::function<void(DragData& data, std::int16_t format)>;
+
+  /// Whether the data has that form, or it was promised.
+  bool has(std::int16_t format) const { return forms_.count(format) != 0; }
+  /// The data in that form; nothing when it does not have it. What was promised is asked for first.
+  std::optional<std::u16string> get(std::int16_t format);
+  void put(std::int16_t format, std::u16string_view value) { forms_[format] = value; }
+  /// Says that the data has that form, without the data: who wants it has it supplied.
+  void promise(std::int16_t format) { forms_[format] = std::nullopt; }
+  void clear() { forms_.clear(); }
+  /// Who supplies what was promised; the source sets it.
+  void put_supply(Supply supply) { supply_ = std::move(supply); }
+
+ private:
+  std::map<std::int16_t, std::optional<std::u16string>> forms_;
+  Supply supply_;
+};
+
+}  // namespace qel::platform
