@@ -12,6 +12,9 @@ namespace qel::test {
 /// A form that remembers what its control told it.
 class Form : public platform::ControlSite {
  public:
+  /// `window` is where boxes lie; 0 for none.
+  explicit Form(platform::WindowHandle window = 0) : window_(window) {}
+
   void property_changed(std::u16string_view name) override { changed.emplace_back(name); }
   bool is_run_time() const override { return runs; }
   platform::ControlExtent extent() const override { return size; }
@@ -19,7 +22,7 @@ class Form : public platform::ControlSite {
   void put_enabled(bool value) override { enabled = value; }
   void invalidate() override { ++paints; }
   void focus() override { ++focuses; }
-  platform::WindowHandle window() const override { return 0; }
+  platform::WindowHandle window() const override { return window_; }
   std::uintptr_t device_context() const override { return 17; }
 
   std::vector<std::u16string> changed;
@@ -28,6 +31,9 @@ class Form : public platform::ControlSite {
   bool enabled = true;
   int paints = 0;
   int focuses = 0;
+
+ private:
+  platform::WindowHandle window_;
 };
 
 }  // namespace qel::test
