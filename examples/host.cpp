@@ -1,0 +1,47 @@
+// A host of the text box without any window: restores a control from what was saved, types into
+// it, opens the large editor, and prints what is to be saved.
+
+#include <iostream>
+
+#include "qel/base/Utf8.h"
+#include "qel/embedded/BoxUser.h"
+#include "qel/embedded/PropertyBag.h"
+#include "qel/platform/Keys.h"
+#include "qel/qel.h"
+
+/// The form on which the control lies; a real one would look into most of these.
+class Form : public qel::platform::ControlSite {
+  void property_changed(std::u16string_view /*name*/) override {}
+  bool is_run_time() const override { return true; }
+  qel::platform::ControlExtent extent() const override { return {200, 24}; }
+  void put_extent(qel::platform::ControlExtent /*extent*/) override {}
+  void put_enabled(bool /*enabled*/) override {}
+  void invalidate() override {}
+  void focus() override {}
+  qel::platform::WindowHandle window() const override { return 0; }
+  std::uintptr_t device_context() const override { return 0; }
+};
+
+int main() {
+  Form form;
+  const auto platform = std::make_shared<qel::embedded::EmbeddedPlatform>();
+  qel::QELTextbox control(form, platform);
+  qel::embedded::PropertyBag bag(u"ShowEditorOnShiftF2=True\nTextQEL=Dear /b1Ann/b0");
+  control.ReadProperties(bag);
+
+  const auto user_at = [&] {  // who sits at the box that has the text just now
+    return qel::embedded::BoxUser(
+        static_cast<qel::embedded::RichEdit&>(*control.CurrentRichTextBox()));
+  };
+  platform->put_user([&](qel::embedded::EditorWindow& /*window*/) {
+    user_at().press(qel::keys::end_key);
+    user_at().type(u" and Bob");
+    user_at().press(qel::keys::enter_key);  // accepts
+  });
+  user_at().press(qel::keys::end_key);
+  user_at().type(u"a");
+  user_at().press(qel::keys::function_key(2), qel::keys::shift_key);
+
+  control.WriteProperties(bag);
+  std::cout << qel::to_utf8(bag.get_All());
+}
