@@ -5,6 +5,7 @@
 
 #include "qel/base/Utf8.h"
 #include "qel/embedded/BoxUser.h"
+#include "qel/embedded/EmbeddedPlatform.h"
 #include "qel/embedded/PropertyBag.h"
 #include "qel/platform/Keys.h"
 #include "qel/qel.h"

@@ -1,6 +1,7 @@
 // The platform in memory, as a stage.
 
 #include <algorithm>
+#include <map>
 #include <utility>
 
 #include "conformance/Stage.h"
@@ -65,9 +66,7 @@ class EmbeddedStage : public Stage {
  private:
   /// The same hands as long as they stay at a box: they know which end of a selection moves.
   BoxUser& user_of(platform::RichEdit& box) {
-    if (box_ != &box) user_ = std::make_unique<BoxUser>(static_cast<RichEdit&>(box));
-    box_ = &box;
-    return *user_;
+    return users_.try_emplace(&box, static_cast<RichEdit&>(box)).first->second;
   }
   static std::pair<float, float> point_of(const platform::RichEdit& box, std::int32_t position) {
     const std::u16string before = box.get_Text().substr(0, static_cast<std::size_t>(position));
@@ -80,8 +79,7 @@ class EmbeddedStage : public Stage {
 
   std::shared_ptr<embedded::EmbeddedPlatform> platform_ =
       std::make_shared<embedded::EmbeddedPlatform>();
-  platform::RichEdit* box_ = nullptr;
-  std::unique_ptr<BoxUser> user_;
+  std::map<platform::RichEdit*, BoxUser> users_;
 };
 
 }  // namespace
