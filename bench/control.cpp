@@ -4,9 +4,9 @@
 
 #include "Speed.h"
 #include "qel/embedded/BoxUser.h"
+#include "qel/embedded/ControlSite.h"
 #include "qel/embedded/EmbeddedPlatform.h"
 #include "qel/embedded/PropertyBag.h"
-#include "qel/platform/ControlSite.h"
 #include "qel/platform/Keys.h"
 #include "qel/qel.h"
 
@@ -15,19 +15,6 @@ namespace {
 
 using benchmark::DoNotOptimize;
 using benchmark::State;
-
-/// A form that does nothing with what it is told.
-class Form : public platform::ControlSite {
-  void property_changed(std::u16string_view /*name*/) override {}
-  bool is_run_time() const override { return true; }
-  platform::ControlExtent extent() const override { return {400, 300}; }
-  void put_extent(platform::ControlExtent /*extent*/) override {}
-  void put_enabled(bool /*enabled*/) override {}
-  void invalidate() override {}
-  void focus() override {}
-  platform::WindowHandle window() const override { return 0; }
-  std::uintptr_t device_context() const override { return 0; }
-};
 
 /// A control for many lines that holds the text, and a user at it.
 struct Desk {
@@ -38,7 +25,7 @@ struct Desk {
     return control;
   }
 
-  Form form;
+  embedded::ControlSite form;
   std::shared_ptr<embedded::EmbeddedPlatform> platform =
       std::make_shared<embedded::EmbeddedPlatform>();
   QELTextbox control{form, platform};

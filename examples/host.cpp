@@ -5,26 +5,14 @@
 
 #include "qel/base/Utf8.h"
 #include "qel/embedded/BoxUser.h"
+#include "qel/embedded/ControlSite.h"
 #include "qel/embedded/EmbeddedPlatform.h"
 #include "qel/embedded/PropertyBag.h"
 #include "qel/platform/Keys.h"
 #include "qel/qel.h"
 
-/// The form on which the control lies; a real one would look into most of these.
-class Form : public qel::platform::ControlSite {
-  void property_changed(std::u16string_view /*name*/) override {}
-  bool is_run_time() const override { return true; }
-  qel::platform::ControlExtent extent() const override { return {200, 24}; }
-  void put_extent(qel::platform::ControlExtent /*extent*/) override {}
-  void put_enabled(bool /*enabled*/) override {}
-  void invalidate() override {}
-  void focus() override {}
-  qel::platform::WindowHandle window() const override { return 0; }
-  std::uintptr_t device_context() const override { return 0; }
-};
-
 int main() {
-  Form form;
+  qel::embedded::ControlSite form;  // one of a real form looks into some of its members
   const auto platform = std::make_shared<qel::embedded::EmbeddedPlatform>();
   qel::QELTextbox control(form, platform);
   qel::embedded::PropertyBag bag(u"ShowEditorOnShiftF2=True\nTextQEL=Dear /b1Ann/b0");

@@ -10,6 +10,7 @@
 #include "Input.h"
 #include "qel/control/QELTextbox.h"
 #include "qel/embedded/BoxUser.h"
+#include "qel/embedded/ControlSite.h"
 #include "qel/embedded/EmbeddedPlatform.h"
 #include "qel/embedded/PropertyBag.h"
 #include "qel/platform/Keys.h"
@@ -21,18 +22,6 @@ using qel::embedded::BoxUser;
 using qel::embedded::RichEdit;
 using qel::fuzz::Input;
 using qel::fuzz::require;
-
-class Form : public qel::platform::ControlSite {
-  void property_changed(std::u16string_view /*name*/) override {}
-  bool is_run_time() const override { return true; }
-  qel::platform::ControlExtent extent() const override { return {100, 40}; }
-  void put_extent(qel::platform::ControlExtent /*extent*/) override {}
-  void put_enabled(bool /*enabled*/) override {}
-  void invalidate() override {}
-  void focus() override {}
-  qel::platform::WindowHandle window() const override { return 0; }
-  std::uintptr_t device_context() const override { return 0; }
-};
 
 struct Chord {
   std::int16_t key_code;
@@ -113,7 +102,7 @@ void edit(qel::QELTextbox& control, BoxUser& user, std::string_view bytes) {
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
   constexpr std::size_t enough = 400;
   const Input input(data, std::min(size, enough));
-  Form form;
+  qel::embedded::ControlSite form;
   const auto platform = std::make_shared<qel::embedded::EmbeddedPlatform>();
   qel::QELTextbox control(form, platform);
   control.ReadProperties(qel::embedded::PropertyBag(
