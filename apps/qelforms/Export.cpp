@@ -32,12 +32,11 @@ std::u16string document_of(std::span<const Record> records) {
 std::string exported(std::span<const Record> records, ExportForm form,
                      const command::Tables& tables) {
   const std::u16string document = document_of(records);
+  if (form == ExportForm::qel) return to_utf8(document);
   if (form == ExportForm::svg) return command::drawn(command::Picture(), tables, document);
   command::ConversionOptions options;
   options.from = command::InputForm::qel;
-  options.to = form == ExportForm::rtf    ? command::ResultForm::rtf
-               : form == ExportForm::text ? command::ResultForm::text
-                                          : command::ResultForm::qel;
+  options.to = form == ExportForm::rtf ? command::ResultForm::rtf : command::ResultForm::text;
   options.tables = tables;
   return command::convert(to_utf8(document), options);
 }
