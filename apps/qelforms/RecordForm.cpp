@@ -85,7 +85,7 @@ void RecordForm::save_record(Record record) {
 }
 
 bool RecordForm::keep_draft() {
-  if (!has_unkept_work_) return false;
+  if (!has_unkept_work_ || !is_changed()) return false;
   Draft draft;
   draft.id = draft_id_;
   draft.record_id = record_.id;

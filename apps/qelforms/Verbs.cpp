@@ -199,6 +199,7 @@ class Verbs {
 
   void write(const RecordStore& store, const std::vector<std::int64_t>& ids) const {
     std::vector<Record> records;
+    records.reserve(ids.size());
     for (const std::int64_t id : ids) records.push_back(store.load(id));
     const std::string document = exported(records, form_named(form_), load_tables(store));
     command::OutputFile output(output_);
