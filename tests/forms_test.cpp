@@ -409,20 +409,28 @@ struct Acknowledged {
   }
 }
 
-/// Lets a process save for a while and kills it; returns the last that it has acknowledged.
-Acknowledged kill_after(std::chrono::microseconds delay, const std::string& path) {
+/// Lets a process save until it has acknowledged something that often, and for about as long as one
+/// step takes; kills it and returns the last that it has acknowledged.
+Acknowledged kill_after(std::size_t steps, test::Random& random, const std::string& path) {
   std::array<int, 2> ends = {};
   if (pipe(ends.data()) != 0) std::abort();
+  const auto begin = std::chrono::steady_clock::now();
   const pid_t child = fork();
   if (child == 0) save_until_killed(path, ends[1]);
   close(ends[1]);
-  std::this_thread::sleep_for(delay);
+  Acknowledged last;
+  const auto read_next = [&] { return read(ends[0], &last, sizeof last) == sizeof last; };
+  for (std::size_t step = 0; step < steps; ++step) EXPECT_TRUE(read_next());
+  const std::chrono::microseconds longest =
+      5ms + std::chrono::duration_cast<std::chrono::microseconds>(std::chrono::steady_clock::now() -
+                                                                  begin);
+  const auto most = static_cast<std::size_t>(longest.count()) / (steps + 1);
+  std::this_thread::sleep_for(std::chrono::microseconds(random.below(most)));
   kill(child, SIGKILL);
   int status = 0;
   waitpid(child, &status, 0);
   EXPECT_TRUE(WIFSIGNALED(status) && WTERMSIG(status) == SIGKILL) << "it ended by itself";
-  Acknowledged last;
-  while (read(ends[0], &last, sizeof last) == sizeof last) {
+  while (read_next()) {
   }
   close(ends[0]);
   return last;
@@ -433,9 +441,8 @@ TEST_F(Forms, AKilledProcessLosesNothingThatItHadSaved) {
   SCOPED_TRACE(random.describe());
   Acknowledged last;
   int interrupted = 0;
-  for (int round = 0; round < 30; ++round) {
-    const std::chrono::microseconds delay(random.below(round < 5 ? 6000 : 60000));
-    const Acknowledged done = kill_after(delay, path());
+  for (int round = 0; round < 25; ++round) {
+    const Acknowledged done = kill_after(random.below(4), random, path());
     if (done.generation != 0) last.generation = done.generation;
     if (done.drafts != 0) last.drafts = done.drafts;
     std::error_code none;
@@ -446,7 +453,8 @@ TEST_F(Forms, AKilledProcessLosesNothingThatItHadSaved) {
     std::int64_t generation = 0;
     for (const Heading& heading : store.list()) {
       const Record record = store.load(heading.id);
-      EXPECT_EQ(record.body, test::repeated(record.title + u" ", 20000)) << "half old, half new";
+      EXPECT_TRUE(record.body == test::repeated(record.title + u" ", 20000))
+          << "half old, half new";
       EXPECT_TRUE(generation == 0 || generation == record.revision) << "saved one by one";
       generation = record.revision;
       EXPECT_EQ(record.title, records::from_integer(generation));
@@ -454,7 +462,7 @@ TEST_F(Forms, AKilledProcessLosesNothingThatItHadSaved) {
     EXPECT_GE(generation, last.generation) << "a save is lost";
     EXPECT_LE(generation, last.generation + 1);
     for (const Draft& draft : store.drafts()) {
-      EXPECT_EQ(draft.body, test::repeated(draft.title + u" ", 20000));
+      EXPECT_TRUE(draft.body == test::repeated(draft.title + u" ", 20000));
       EXPECT_GE(records::to_integer32(draft.title).value_or(0), last.drafts) << "a draft is lost";
     }
     EXPECT_TRUE(last.drafts == 0 || store.drafts().size() == 1);
