@@ -4,27 +4,10 @@
 #include <memory>
 
 #include "RecordForm.h"
+#include "qel/embedded/ControlSite.h"
 #include "qel/embedded/EmbeddedPlatform.h"
-#include "qel/platform/ControlSite.h"
 
 namespace qel::forms {
-
-/// A place for a control in a form that nobody sees.
-class HeadlessSite : public platform::ControlSite {
- public:
-  void property_changed(std::u16string_view /*name*/) override {}
-  bool is_run_time() const override { return true; }
-  platform::ControlExtent extent() const override { return extent_; }
-  void put_extent(platform::ControlExtent extent) override { extent_ = extent; }
-  void put_enabled(bool /*enabled*/) override {}
-  void invalidate() override {}
-  void focus() override {}
-  platform::WindowHandle window() const override { return 0; }
-  std::uintptr_t device_context() const override { return 0; }
-
- private:
-  platform::ControlExtent extent_;
-};
 
 /// A record form without any window, with controls of its own.
 class HeadlessForm {
@@ -38,8 +21,8 @@ class HeadlessForm {
 
  private:
   std::shared_ptr<const platform::Platform> platform_;
-  HeadlessSite title_site_;
-  HeadlessSite body_site_;
+  embedded::ControlSite title_site_;
+  embedded::ControlSite body_site_;
   QELTextbox title_;
   QELTextbox body_;
   RecordForm form_;

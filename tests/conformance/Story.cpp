@@ -102,6 +102,9 @@ std::string name_of(std::int16_t character) {
   return to_utf8(std::u16string(1, static_cast<char16_t>(character)));
 }
 
+/// Whether it is Shift, Ctrl or Alt alone, which only a real keyboard presses.
+bool is_modifier(std::int16_t key_code) { return key_code >= 16 && key_code <= 18; }
+
 /// The host: it writes down what it is told, and may change keys.
 class Host : public ControlEvents {
  public:
@@ -109,7 +112,7 @@ class Host : public ControlEvents {
   void Click() override { log("Click"); }
   void DblClick() override { log("DblClick"); }
   void KeyDown(std::int16_t& KeyCode, std::int16_t& Shift) override {
-    log("Down:" + name_of(KeyCode, Shift));
+    if (!is_modifier(KeyCode)) log("Down:" + name_of(KeyCode, Shift));
     if (KeyCode == swallowed_key) KeyCode = 0;
   }
   void KeyPress(std::int16_t& KeyAscii) override {
@@ -117,7 +120,7 @@ class Host : public ControlEvents {
     if (KeyAscii == turned_from) KeyAscii = turned_to;
   }
   void KeyUp(std::int16_t& KeyCode, std::int16_t& Shift) override {
-    log("Up:" + name_of(KeyCode, Shift));
+    if (!is_modifier(KeyCode)) log("Up:" + name_of(KeyCode, Shift));
   }
   void MouseDown(std::int16_t Button, std::int16_t, float, float) override {
     log("MouseDown:" + std::to_string(Button));
