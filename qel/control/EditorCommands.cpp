@@ -7,6 +7,7 @@
 #include <string>
 #include <utility>
 
+#include "qel/base/CaseMapping.h"
 #include "qel/tables/QELIndexColors.h"
 #include "qel/tables/QELIndexFonts.h"
 #include "qel/text/TextCase.h"
@@ -28,6 +29,11 @@ void shift(platform::RichEdit& box, std::int16_t offset) {
   const std::int16_t now = box.get_SelCharOffset().value_or(0);
   const bool is_shifted = offset > 0 ? now > 0 : now < 0;
   box.put_SelCharOffset(is_shifted ? std::int16_t{0} : offset);
+}
+
+bool has_font(const Target& target, std::size_t index) {
+  const auto name = target.box.get_SelFontName();
+  return name && equal_ignoring_case(*name, target.edited.fonts[index]);
 }
 
 void make_plain(const Target& target) {
@@ -69,6 +75,19 @@ void paste(const Target& target) {
   }
 }
 
+/// The tables that conversions of the edited text work with.
+struct Tables {
+  explicit Tables(const EditedText& edited) {
+    for (std::int16_t i = 0; i < 10; ++i) {
+      fonts.put_Font(i, edited.fonts[static_cast<std::size_t>(i)]);
+      colors.put_Color(i, edited.colors[static_cast<std::size_t>(i)]);
+    }
+  }
+
+  QELIndexFonts fonts;
+  QELIndexColors colors;
+};
+
 // Case.
 
 using Change = std::u16string (*)(const std::u16string& markup);
@@ -76,12 +95,7 @@ using Change = std::u16string (*)(const std::u16string& markup);
 /// Goes by way of markup, a line at a time: markup that was worked on has no line breaks.
 class CaseChange {
  public:
-  explicit CaseChange(const Target& target) : target_(target) {
-    for (std::int16_t i = 0; i < 10; ++i) {
-      fonts_.put_Font(i, target.edited.fonts[static_cast<std::size_t>(i)]);
-      colors_.put_Color(i, target.edited.colors[static_cast<std::size_t>(i)]);
-    }
-  }
+  explicit CaseChange(const Target& target) : target_(target), tables_(target.edited) {}
 
   void apply(Change change, bool first_line_only) {
     const Range selection = target_.box.selection();
@@ -102,13 +116,13 @@ class CaseChange {
   void change_line(std::size_t begin, std::size_t end, Change change) {
     target_.box.select({static_cast<std::int32_t>(begin), static_cast<std::int32_t>(end - begin)});
     const std::u16string rtf = RTFParser::PreprocessRTF(target_.box.get_SelRTF());
-    const std::u16string markup = change(target_.parser->RTFToQEL(rtf, fonts_, colors_));
-    target_.box.put_SelRTF(target_.parser->QELToRTF(markup, fonts_, colors_));
+    const std::u16string markup =
+        change(target_.parser->RTFToQEL(rtf, tables_.fonts, tables_.colors));
+    target_.box.put_SelRTF(target_.parser->QELToRTF(markup, tables_.fonts, tables_.colors));
   }
 
   const Target& target_;
-  QELIndexFonts fonts_;
-  QELIndexColors colors_;
+  Tables tables_;
 };
 
 /// The parser's switches while a selection is converted: tabs stay.
@@ -184,7 +198,45 @@ constexpr Command commands[] = {
      }},
 };
 
+/// What the check marks of the commands say.
+struct Check {
+  std::u16string_view name;
+  bool (*is_on)(const Target& target);
+};
+
+constexpr Check checks[] = {
+    {u"mnuBold", [](const Target& t) { return t.box.get_SelBold() == true; }},
+    {u"mnuItalic", [](const Target& t) { return t.box.get_SelItalic() == true; }},
+    {u"mnuUnderline", [](const Target& t) { return t.box.get_SelUnderline() == true; }},
+    {u"mnuStrikeOut", [](const Target& t) { return t.box.get_SelStrikeThru() == true; }},
+    {u"mnuSuperscript", [](const Target& t) { return t.box.get_SelCharOffset() > 0; }},
+    {u"mnuSubscript", [](const Target& t) { return t.box.get_SelCharOffset().value_or(0) < 0; }},
+    {u"mnuAltFont1", [](const Target& t) { return has_font(t, 1); }},
+    {u"mnuAltFont2", [](const Target& t) { return has_font(t, 2); }},
+    {u"mnuIgnoreText", [](const Target& t) { return t.box.get_SelColor() == t.edited.colors[1]; }},
+    {u"mnuHideText", [](const Target& t) { return t.box.get_SelColor() == t.edited.colors[2]; }},
+    {u"mnuNoteText", [](const Target& t) { return t.box.get_SelColor() == t.edited.colors[3]; }},
+};
+
+const Check* find_check(std::u16string_view name) {
+  const auto check = std::find_if(std::begin(checks), std::end(checks),
+                                  [name](const Check& row) { return row.name == name; });
+  return check == std::end(checks) ? nullptr : check;
+}
+
 }  // namespace
+
+bool is_checked(std::u16string_view name, const Target& target) {
+  const Check* const check = find_check(name);
+  return check != nullptr && check->is_on(target);
+}
+
+std::u16string markup(const Target& target) {
+  if (target.parser == nullptr) return {};
+  const Tables tables(target.edited);
+  const std::u16string rtf = RTFParser::PreprocessRTF(target.box.get_TextRTF());
+  return target.parser->RTFToQEL(rtf, tables.fonts, tables.colors);
+}
 
 bool run(std::u16string_view name, const Target& target) {
   const auto command = std::find_if(std::begin(commands), std::end(commands),
@@ -196,37 +248,43 @@ bool run(std::u16string_view name, const Target& target) {
 
 platform::EditorDescription description() {
   const platform::MenuItem separator = {};
-  return {u"Text Editor",
-          u"OK",
-          u"Cancel",
-          {{u"&Edit",
-            {{u"mnuUndo", u"Undo"},
-             {u"mnuCut", u"C&ut"},
-             {u"mnuCopy", u"&Copy"},
-             {u"mnuPaste", u"&Paste"},
-             {u"mnuDelete", u"&Delete"}}},
-           {u"Fo&rmat",
-            {{u"mnuBold", u"&Bold"},
-             {u"mnuItalic", u"&Italic"},
-             {u"mnuUnderline", u"&Underline"},
-             {u"mnuStrikeOut", u"Stri&keout\tCtrl+Shift+K"},
-             {u"mnuSubscript", u"S&ubscript\tCtrl+Shift+B"},
-             {u"mnuSuperscript", u"&Superscript\tCtrl+Shift+P"},
-             separator,
-             {u"mnuAltFont1", u"Alt Font &1\tAlt+F1"},
-             {u"mnuAltFont2", u"Alt Font &2\tAlt+F2"},
-             {u"mnuPlain", u"&Plain\tAlt+F10"},
-             separator,
-             {u"mnuIgnoreText", u"Ignore Text"},
-             {u"mnuHideText", u"Hide Text"},
-             {u"mnuNoteText", u"&Note Text\tCtrl+Shift+O"},
-             separator,
-             {u"mnuLowercase", u"Lowercase"},
-             {u"mnuUppercase", u"Uppercase"},
-             {u"mnuChangeCase", u"Cha&nge case\tCtrl+Shift+H"},
-             {u"mnuTitleCase", u"&Title case\tCtrl+Shift+T"},
-             {u"mnuFirstToLower", u"First letter to lowercase"},
-             {u"mnuFirstToUpper", u"First letter to Uppercase"}}}}};
+  platform::EditorDescription description = {
+      u"Text Editor",
+      u"OK",
+      u"Cancel",
+      {{u"&Edit",
+        {{u"mnuUndo", u"Undo"},
+         {u"mnuCut", u"C&ut"},
+         {u"mnuCopy", u"&Copy"},
+         {u"mnuPaste", u"&Paste"},
+         {u"mnuDelete", u"&Delete"}}},
+       {u"Fo&rmat",
+        {{u"mnuBold", u"&Bold"},
+         {u"mnuItalic", u"&Italic"},
+         {u"mnuUnderline", u"&Underline"},
+         {u"mnuStrikeOut", u"Stri&keout\tCtrl+Shift+K"},
+         {u"mnuSubscript", u"S&ubscript\tCtrl+Shift+B"},
+         {u"mnuSuperscript", u"&Superscript\tCtrl+Shift+P"},
+         separator,
+         {u"mnuAltFont1", u"Alt Font &1\tAlt+F1"},
+         {u"mnuAltFont2", u"Alt Font &2\tAlt+F2"},
+         {u"mnuPlain", u"&Plain\tAlt+F10"},
+         separator,
+         {u"mnuIgnoreText", u"Ignore Text"},
+         {u"mnuHideText", u"Hide Text"},
+         {u"mnuNoteText", u"&Note Text\tCtrl+Shift+O"},
+         separator,
+         {u"mnuLowercase", u"Lowercase"},
+         {u"mnuUppercase", u"Uppercase"},
+         {u"mnuChangeCase", u"Cha&nge case\tCtrl+Shift+H"},
+         {u"mnuTitleCase", u"&Title case\tCtrl+Shift+T"},
+         {u"mnuFirstToLower", u"First letter to lowercase"},
+         {u"mnuFirstToUpper", u"First letter to Uppercase"}}}},
+      u"Markup"};
+  for (platform::Menu& menu : description.menus) {
+    for (platform::MenuItem& item : menu.items) item.has_check = find_check(item.name) != nullptr;
+  }
+  return description;
 }
 
 }  // namespace qel::editor_commands

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <string>
 #include <string_view>
 
 #include "qel/control/frmTextEditor.h"
@@ -19,6 +20,12 @@ struct Target {
 
 /// Runs a command but "mnuUndo"; whether there is one of that name.
 bool run(std::u16string_view name, const Target& target);
+
+/// Whether the selection has the format that the command gives.
+bool is_checked(std::u16string_view name, const Target& target);
+
+/// The text as markup; empty without a parser.
+std::u16string markup(const Target& target);
 
 /// The menus with their captions and shortcuts.
 platform::EditorDescription description();

@@ -174,6 +174,9 @@ class QELTextbox {
   /// Whether pasting drops all formats.
   bool get_PasteTextOnly() const { return paste_text_only_; }
   void put_PasteTextOnly(bool Value) { store(paste_text_only_, Value, u"PasteTextOnly"); }
+  /// Whether typed quotes become typographic ones.
+  bool get_SmartQuotes() const { return smart_quotes_; }
+  void put_SmartQuotes(bool Value) { store(smart_quotes_, Value, u"SmartQuotes"); }
 
   // What the user may do.
 

@@ -72,11 +72,21 @@ void frmTextEditor::run(std::u16string_view command) {
     restore();
     return;
   }
+  editor_commands::run(command, target());
+}
+
+editor_commands::Target frmTextEditor::target() const {
   constexpr std::int32_t raised_pixels = 3;
   const auto offset =
       static_cast<std::int16_t>(raised_pixels * platform_.screen().twips_per_pixel_y);
-  editor_commands::run(command, {box(), platform_.clipboard(), parser_, edited_, offset});
+  return {box(), platform_.clipboard(), parser_, edited_, offset};
 }
+
+bool frmTextEditor::is_checked(std::u16string_view command) const {
+  return editor_commands::is_checked(command, target());
+}
+
+std::u16string frmTextEditor::pane_text() const { return editor_commands::markup(target()); }
 
 void frmTextEditor::on_activate() {
   if (!std::exchange(was_activated_, true)) window_->focus_box();

@@ -14,6 +14,10 @@
 
 namespace qel {
 
+namespace editor_commands {
+struct Target;
+}
+
 /// What a text editor is opened on.
 struct EditedText {
   std::u16string rtf;
@@ -55,6 +59,10 @@ class frmTextEditor : private platform::EditorListener {
   void cmdCancel();
   /// Runs the command of that name; any other name does nothing. All act on the selection.
   void run(std::u16string_view command);
+  /// Whether the command's format is that of the selection.
+  bool is_checked(std::u16string_view command) const override;
+  /// The text as markup.
+  std::u16string pane_text() const override;
 
  private:
   class BoxEvents;
@@ -66,6 +74,7 @@ class frmTextEditor : private platform::EditorListener {
   void on_close() override { restore(); }
   void on_command(std::u16string_view name) override { run(name); }
 
+  editor_commands::Target target() const;
   void handle_key(std::int16_t& key_code, std::int16_t shift);
   void insert(std::u16string_view text) { box().put_SelText(text); }
   platform::RichEdit& box() const { return *box_; }

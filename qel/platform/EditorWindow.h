@@ -14,6 +14,7 @@ namespace qel::platform {
 struct MenuItem {
   std::u16string_view name;  ///< by which it is told of, and which a test can look for
   std::u16string caption;    ///< "&" before the letter that chooses it; a shortcut after a TAB
+  bool has_check = false;    ///< shows whether it is on (`EditorListener::is_checked`)
 };
 
 struct Menu {
@@ -27,6 +28,8 @@ struct EditorDescription {
   std::u16string ok_caption;
   std::u16string cancel_caption;
   std::vector<Menu> menus;
+  /// Of a pane that a window may offer, in which `EditorListener::pane_text` is shown as it stands.
+  std::u16string pane_caption;
 };
 
 /// In twips, from the inner top left corner of the window.
@@ -53,6 +56,10 @@ class EditorListener {
   virtual void on_close() = 0;
   /// The menu item of that name was chosen.
   virtual void on_command(std::u16string_view name) = 0;
+  /// Whether that menu item is on for what is selected.
+  virtual bool is_checked(std::u16string_view /*name*/) const { return false; }
+  /// What the pane shows of the text as it is now.
+  virtual std::u16string pane_text() const { return {}; }
 };
 
 /// The window of a larger editor: a box, two buttons and menus. It decides nothing by itself.

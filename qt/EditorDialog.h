@@ -1,0 +1,63 @@
+#pragma once
+
+#include <QDialog>
+#include <QTimer>
+#include <memory>
+#include <vector>
+
+#include "qel/platform/EditorWindow.h"
+
+class QPlainTextEdit;
+class QPushButton;
+class QToolButton;
+
+namespace qel::qt {
+
+class RichEdit;
+
+/// The window of the large editor: menus, the form with the box and two buttons that its listener
+/// lays out, and a pane below that can be unfolded.
+class EditorDialog : public QDialog {
+  Q_OBJECT
+
+ public:
+  EditorDialog(const platform::EditorDescription& description, QWidget* parent);
+  ~EditorDialog() override;
+
+  const std::shared_ptr<RichEdit>& box() const { return box_; }
+  /// Who decides what happens; null for nobody.
+  void listen(platform::EditorListener* listener) { listener_ = listener; }
+
+  // In pixels.
+
+  void resize_form(QSize size);
+  void lay_out(const QRect& box, const QRect& ok, const QRect& cancel);
+
+  /// Tells the listener how large the form is.
+  void tell_size();
+
+  void reject() override;
+  bool eventFilter(QObject* watched, QEvent* event) override;
+
+ protected:
+  bool event(QEvent* event) override;
+  void closeEvent(QCloseEvent* event) override;
+
+ private:
+  void add_menus(const std::vector<platform::Menu>& menus);
+  void add_pane(const QString& caption);
+  void show_checks();
+  void show_pane_text();
+
+  platform::EditorListener* listener_ = nullptr;
+  QWidget* form_;
+  std::shared_ptr<RichEdit> box_;
+  QPushButton* ok_;
+  QPushButton* cancel_;
+  QToolButton* fold_ = nullptr;
+  QPlainTextEdit* pane_ = nullptr;
+  QTimer pane_delay_;
+  std::vector<std::pair<QAction*, std::u16string>> checks_;
+};
+
+}  // namespace qel::qt

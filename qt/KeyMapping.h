@@ -1,0 +1,30 @@
+#pragma once
+
+#include <QKeyEvent>
+#include <cstdint>
+
+#include "qel/platform/Keys.h"
+
+/// Keys and buttons as the window system of `platform/Keys.h` numbers them.
+namespace qel::qt {
+
+/// A key with the modifiers that are held.
+struct Stroke {
+  std::int16_t key_code = 0;  ///< 0 for a key that has no number
+  std::int16_t shift = 0;
+};
+
+Stroke stroke_of(const QKeyEvent& event);
+/// The key that Qt knows by another name; 0 for none.
+int qt_key_of(std::int16_t key_code);
+
+std::int16_t shift_mask(Qt::KeyboardModifiers modifiers);
+Qt::KeyboardModifiers modifiers_of(std::int16_t shift);
+std::int16_t button_mask(Qt::MouseButtons buttons);
+
+/// The characters that a key types; empty for keys that do something else.
+QString typed_text(const QKeyEvent& event);
+/// The control character of a key that types none: 8 for Backspace, 1 for Ctrl+A; 0 for no such.
+std::int16_t control_character(Stroke stroke);
+
+}  // namespace qel::qt

@@ -1,0 +1,204 @@
+#include "qt/TextBox.h"
+
+#include <QFontMetrics>
+#include <QMenu>
+#include <QPainter>
+#include <QResizeEvent>
+#include <QStyle>
+
+#include "qt/BoxView.h"
+#include "qt/FormatMapping.h"
+#include "qt/QtPlatform.h"
+#include "qt/Text.h"
+#include "qt/TextBoxAccessible.h"
+#include "qt/TextBoxMenu.h"
+
+namespace qel::qt {
+
+class TextBox::Site : public platform::ControlSite {
+ public:
+  explicit Site(TextBox& widget) : widget_(widget) {}
+
+  void property_changed(std::u16string_view name) override { widget_.note_property(to_qt(name)); }
+  bool is_run_time() const override { return widget_.is_run_time(); }
+  platform::ControlExtent extent() const override { return {widget_.width(), widget_.height()}; }
+  void put_extent(platform::ControlExtent extent) override {
+    widget_.resize(extent.width, extent.height);
+  }
+  void put_enabled(bool enabled) override { widget_.setEnabled(enabled); }
+  void invalidate() override { widget_.update(); }
+  void focus() override { widget_.setFocus(); }
+  platform::WindowHandle window() const override {
+    return reinterpret_cast<platform::WindowHandle>(static_cast<QWidget*>(&widget_));
+  }
+  std::uintptr_t device_context() const override { return 0; }
+
+ private:
+  TextBox& widget_;
+};
+
+class TextBox::Events : public ControlEvents {
+ public:
+  explicit Events(TextBox& widget) : widget_(widget) {}
+
+  void Change() override {
+    emit widget_.Change();
+    emit widget_.TextQELChanged();
+  }
+  void Click() override { emit widget_.Click(); }
+  void DblClick() override { emit widget_.DblClick(); }
+  void KeyDown(std::int16_t& KeyCode, std::int16_t& Shift) override {
+    emit widget_.KeyDown(&KeyCode, &Shift);
+  }
+  void KeyPress(std::int16_t& KeyAscii) override { emit widget_.KeyPress(&KeyAscii); }
+  void KeyUp(std::int16_t& KeyCode, std::int16_t& Shift) override {
+    emit widget_.KeyUp(&KeyCode, &Shift);
+  }
+  void MouseDown(std::int16_t Button, std::int16_t Shift, float X, float Y) override {
+    emit widget_.MouseDown(Button, Shift, X, Y);
+  }
+  void MouseMove(std::int16_t Button, std::int16_t Shift, float X, float Y) override {
+    emit widget_.MouseMove(Button, Shift, X, Y);
+  }
+  void MouseUp(std::int16_t Button, std::int16_t Shift, float X, float Y) override {
+    emit widget_.MouseUp(Button, Shift, X, Y);
+  }
+  void OLEStartDrag(platform::DragData& Data, std::int32_t& AllowedEffects) override {
+    emit widget_.OLEStartDrag(&Data, &AllowedEffects);
+  }
+  void OLESetData(platform::DragData& Data, std::int16_t DataFormat) override {
+    emit widget_.OLESetData(&Data, DataFormat);
+  }
+  void OLEGiveFeedback(std::int32_t& Effect, bool& DefaultCursors) override {
+    emit widget_.OLEGiveFeedback(&Effect, &DefaultCursors);
+  }
+  void OLEDragOver(platform::DragData& Data, std::int32_t& Effect, std::int16_t Button,
+                   std::int16_t Shift, float X, float Y, std::int16_t State) override {
+    emit widget_.OLEDragOver(&Data, &Effect, Button, Shift, X, Y, State);
+  }
+  void OLEDragDrop(platform::DragData& Data, std::int32_t& Effect, std::int16_t Button,
+                   std::int16_t Shift, float X, float Y) override {
+    emit widget_.OLEDragDrop(&Data, &Effect, Button, Shift, X, Y);
+  }
+  void OLECompleteDrag(std::int32_t& Effect) override { emit widget_.OLECompleteDrag(&Effect); }
+
+ private:
+  TextBox& widget_;
+};
+
+namespace {
+
+QColor shown_color(Color color) {
+  return to_qt(is_system_color(color) ? QtPlatform::system_color_value(system_color_index(color))
+                                      : color);
+}
+
+}  // namespace
+
+TextBox::TextBox(QWidget* parent)
+    : QWidget(parent),
+      site_(std::make_unique<Site>(*this)),
+      events_(std::make_unique<Events>(*this)) {
+  accessible::install();
+  setFocusPolicy(Qt::StrongFocus);
+  control_ = std::make_unique<QELTextbox>(*site_, QtPlatform::use());
+  control_->InitProperties();
+  control_->listen(events_.get());
+  for (BoxView* box : findChildren<BoxView*>()) {
+    box->setContextMenuPolicy(Qt::CustomContextMenu);
+    connect(box, &QWidget::customContextMenuRequested, this, &TextBox::show_menu);
+  }
+  note_property(QStringLiteral("Multiline"));
+}
+
+TextBox::~TextBox() {
+  control_.reset();
+  // A box that somebody else still holds is not ours to delete.
+  for (BoxView* box : findChildren<BoxView*>()) box->setParent(nullptr);
+}
+
+BoxView* TextBox::view() const {
+  const auto boxes = findChildren<BoxView*>();
+  const auto shown =
+      std::find_if(boxes.begin(), boxes.end(), [](const BoxView* box) { return !box->isHidden(); });
+  return shown == boxes.end() ? nullptr : *shown;
+}
+
+void TextBox::note_property(const QString& name) {
+  if (name == QLatin1String("Multiline")) {
+    setFocusProxy(view());
+    setSizePolicy(QSizePolicy::Expanding,
+                  get_Multiline() ? QSizePolicy::Expanding : QSizePolicy::Fixed);
+  }
+  updateGeometry();
+  update();
+  emit PropertyChanged(name);
+}
+
+void TextBox::show_menu(const QPoint& point) {
+  BoxView* const box = view();
+  if (box == nullptr) return;
+  QMenu menu(this);
+  fill_menu(menu, *control_, *box);
+  menu.exec(box->viewport()->mapToGlobal(point));
+}
+
+// Texts and sizes.
+
+QString TextBox::get_Text() const { return to_qt(control_->get_Text()); }
+void TextBox::put_Text(const QString& Value) { control_->put_Text(view_of(Value)); }
+QString TextBox::get_TextQEL() const { return to_qt(control_->get_TextQEL()); }
+void TextBox::put_TextQEL(const QString& Value) { control_->put_TextQEL(view_of(Value)); }
+QString TextBox::get_FontName() const { return to_qt(control_->get_FontName()); }
+void TextBox::put_FontName(const QString& Value) { control_->put_FontName(view_of(Value)); }
+
+QString TextBox::get_PlaceholderText() const {
+  const BoxView* const box = view();
+  return box == nullptr ? QString() : box->placeholderText();
+}
+
+void TextBox::put_PlaceholderText(const QString& Value) {
+  for (BoxView* box : findChildren<BoxView*>()) box->setPlaceholderText(Value);
+}
+
+QSize TextBox::sizeHint() const {
+  QFont font(get_FontName());
+  font.setPointSizeF(get_FontSize());
+  const QFontMetrics metrics(font);
+  constexpr int columns = 24;
+  constexpr int rows = 6;
+  constexpr int around = 8;  // border and margins
+  const int lines = get_Multiline() ? rows : 1;
+  return {columns * metrics.averageCharWidth() + around, lines * metrics.lineSpacing() + around};
+}
+
+QSize TextBox::minimumSizeHint() const {
+  const QSize hint = sizeHint();
+  constexpr int share = 4;
+  return {hint.width() / share, get_Multiline() ? hint.height() / 2 : hint.height()};
+}
+
+// The window.
+
+void TextBox::paintEvent(QPaintEvent* /*event*/) {
+  const ControlFrame frame = control_->frame();
+  QPainter painter(this);
+  painter.setPen(shown_color(frame.color));
+  painter.setBrush(shown_color(control_->get_BackColor()));
+  painter.drawRect(0, 0, frame.right, frame.bottom);
+}
+
+void TextBox::resizeEvent(QResizeEvent* event) {
+  QWidget::resizeEvent(event);
+  control_->Resize();
+}
+
+void TextBox::changeEvent(QEvent* event) {
+  QWidget::changeEvent(event);
+  if (event->type() != QEvent::EnabledChange) return;
+  // What a parent forbids is no property of the control.
+  const bool enabled = !testAttribute(Qt::WA_ForceDisabled);
+  if (control_ && control_->get_Enabled() != enabled) control_->put_Enabled(enabled);
+}
+
+}  // namespace qel::qt

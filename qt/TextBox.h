@@ -1,0 +1,192 @@
+#pragma once
+
+#include <QString>
+#include <QWidget>
+#include <cstdint>
+#include <memory>
+
+#include "qel/control/QELTextbox.h"
+
+namespace qel::qt {
+
+class BoxView;
+
+/// The text box control as a widget. Its persisted properties are properties of the widget under
+/// their names, in the values that the control takes: colours are 0x00BBGGRR, or name a system
+/// colour when negative. The events of the control are its signals. Everything else, such as the
+/// selection, is a member of `control()`.
+///
+/// The widget brings what a desktop expects: Tab leaves it, the focus goes to its visible box, a
+/// menu offers the clipboard and the formats, its size hints follow font and `Multiline`, its
+/// colours follow the palette. The first one makes Qt the platform of its thread.
+class TextBox : public QWidget {
+  Q_OBJECT
+  Q_PROPERTY(bool ActOnColors READ get_ActOnColors WRITE put_ActOnColors)
+  Q_PROPERTY(bool ActOnFonts READ get_ActOnFonts WRITE put_ActOnFonts)
+  Q_PROPERTY(bool ActOnPlain READ get_ActOnPlain WRITE put_ActOnPlain)
+  Q_PROPERTY(bool ActOnStyles READ get_ActOnStyles WRITE put_ActOnStyles)
+  Q_PROPERTY(bool AllowEdits READ get_AllowEdits WRITE put_AllowEdits)
+  Q_PROPERTY(int BackColor READ get_BackColor WRITE put_BackColor)
+  Q_PROPERTY(int BorderStyle READ get_BorderStyle WRITE put_BorderStyle)
+  Q_PROPERTY(bool Enabled READ get_Enabled WRITE put_Enabled)
+  Q_PROPERTY(QString FontName READ get_FontName WRITE put_FontName)
+  Q_PROPERTY(double FontSize READ get_FontSize WRITE put_FontSize)
+  Q_PROPERTY(int ForeColor READ get_ForeColor WRITE put_ForeColor)
+  Q_PROPERTY(int HideColor READ get_HideColor WRITE put_HideColor)
+  Q_PROPERTY(int IgnoreColor READ get_IgnoreColor WRITE put_IgnoreColor)
+  Q_PROPERTY(int NoteColor READ get_NoteColor WRITE put_NoteColor)
+  Q_PROPERTY(bool Multiline READ get_Multiline WRITE put_Multiline)
+  Q_PROPERTY(int OLEDragMode READ get_OLEDragMode WRITE put_OLEDragMode)
+  Q_PROPERTY(int OLEDropMode READ get_OLEDropMode WRITE put_OLEDropMode)
+  Q_PROPERTY(bool RecognizeCRLF READ get_RecognizeCRLF WRITE put_RecognizeCRLF)
+  Q_PROPERTY(bool RecognizeTabs READ get_RecognizeTabs WRITE put_RecognizeTabs)
+  Q_PROPERTY(bool ConvertNLToSpace READ get_ConvertNLToSpace WRITE put_ConvertNLToSpace)
+  Q_PROPERTY(bool ConvertTabsToSpace READ get_ConvertTabsToSpace WRITE put_ConvertTabsToSpace)
+  Q_PROPERTY(bool RevealCodes READ get_RevealCodes WRITE put_RevealCodes)
+  Q_PROPERTY(int ScrollBars READ get_ScrollBars WRITE put_ScrollBars)
+  Q_PROPERTY(int SelAlignment READ get_SelAlignment WRITE put_SelAlignment)
+  Q_PROPERTY(QString Text READ get_Text WRITE put_Text)
+  Q_PROPERTY(QString TextQEL READ get_TextQEL WRITE put_TextQEL NOTIFY TextQELChanged USER true)
+  Q_PROPERTY(bool TabStop READ get_TabStop WRITE put_TabStop)
+  Q_PROPERTY(int XPTheme READ get_XPTheme WRITE put_XPTheme)
+  Q_PROPERTY(bool ShowEditorOnShiftF2 READ get_ShowEditorOnShiftF2 WRITE put_ShowEditorOnShiftF2)
+  Q_PROPERTY(bool SmartQuotes READ get_SmartQuotes WRITE put_SmartQuotes)
+  Q_PROPERTY(bool PasteTextOnly READ get_PasteTextOnly WRITE put_PasteTextOnly)
+  /// Shown in grey while there is no text. Not persisted.
+  Q_PROPERTY(QString PlaceholderText READ get_PlaceholderText WRITE put_PlaceholderText)
+
+ public:
+  explicit TextBox(QWidget* parent = nullptr);
+  ~TextBox() override;
+
+  /// The control, which lives as long as the widget. Who listens to it in place of the widget
+  /// takes the signals away.
+  QELTextbox& control() { return *control_; }
+  const QELTextbox& control() const { return *control_; }
+
+  /// Whether the form runs, as it does at first; false while it is being designed.
+  bool is_run_time() const { return is_run_time_; }
+  void put_RunTime(bool Value) { is_run_time_ = Value; }
+
+  bool get_ActOnColors() const { return control_->get_ActOnColors(); }
+  void put_ActOnColors(bool Value) { control_->put_ActOnColors(Value); }
+  bool get_ActOnFonts() const { return control_->get_ActOnFonts(); }
+  void put_ActOnFonts(bool Value) { control_->put_ActOnFonts(Value); }
+  bool get_ActOnPlain() const { return control_->get_ActOnPlain(); }
+  void put_ActOnPlain(bool Value) { control_->put_ActOnPlain(Value); }
+  bool get_ActOnStyles() const { return control_->get_ActOnStyles(); }
+  void put_ActOnStyles(bool Value) { control_->put_ActOnStyles(Value); }
+  bool get_AllowEdits() const { return control_->get_AllowEdits(); }
+  void put_AllowEdits(bool Value) { control_->put_AllowEdits(Value); }
+  int get_BackColor() const { return control_->get_BackColor(); }
+  void put_BackColor(int Value) { control_->put_BackColor(Value); }
+  int get_BorderStyle() const { return control_->get_BorderStyle(); }
+  void put_BorderStyle(int Value) { control_->put_BorderStyle(Value); }
+  bool get_Enabled() const { return control_->get_Enabled(); }
+  void put_Enabled(bool Value) { control_->put_Enabled(Value); }
+  QString get_FontName() const;
+  void put_FontName(const QString& Value);
+  double get_FontSize() const { return static_cast<double>(control_->get_FontSize()); }
+  void put_FontSize(double Value) { control_->put_FontSize(static_cast<float>(Value)); }
+  int get_ForeColor() const { return control_->get_ForeColor(); }
+  void put_ForeColor(int Value) { control_->put_ForeColor(Value); }
+  int get_HideColor() const { return control_->get_HideColor(); }
+  void put_HideColor(int Value) { control_->put_HideColor(Value); }
+  int get_IgnoreColor() const { return control_->get_IgnoreColor(); }
+  void put_IgnoreColor(int Value) { control_->put_IgnoreColor(Value); }
+  int get_NoteColor() const { return control_->get_NoteColor(); }
+  void put_NoteColor(int Value) { control_->put_NoteColor(Value); }
+  bool get_Multiline() const { return control_->get_Multiline(); }
+  void put_Multiline(bool Value) { control_->put_Multiline(Value); }
+  int get_OLEDragMode() const { return control_->get_OLEDragMode(); }
+  void put_OLEDragMode(int Value) { control_->put_OLEDragMode(Value); }
+  int get_OLEDropMode() const { return control_->get_OLEDropMode(); }
+  void put_OLEDropMode(int Value) { control_->put_OLEDropMode(Value); }
+  bool get_RecognizeCRLF() const { return control_->get_RecognizeCRLF(); }
+  void put_RecognizeCRLF(bool Value) { control_->put_RecognizeCRLF(Value); }
+  bool get_RecognizeTabs() const { return control_->get_RecognizeTabs(); }
+  void put_RecognizeTabs(bool Value) { control_->put_RecognizeTabs(Value); }
+  bool get_ConvertNLToSpace() const { return control_->get_ConvertNLToSpace(); }
+  void put_ConvertNLToSpace(bool Value) { control_->put_ConvertNLToSpace(Value); }
+  bool get_ConvertTabsToSpace() const { return control_->get_ConvertTabsToSpace(); }
+  void put_ConvertTabsToSpace(bool Value) { control_->put_ConvertTabsToSpace(Value); }
+  bool get_RevealCodes() const { return control_->get_RevealCodes(); }
+  void put_RevealCodes(bool Value) { control_->put_RevealCodes(Value); }
+  int get_ScrollBars() const { return control_->get_ScrollBars(); }
+  void put_ScrollBars(int Value) { control_->put_ScrollBars(Value); }
+  int get_SelAlignment() const { return control_->get_SelAlignment(); }
+  void put_SelAlignment(int Value) { control_->put_SelAlignment(Value); }
+  QString get_Text() const;
+  void put_Text(const QString& Value);
+  QString get_TextQEL() const;
+  void put_TextQEL(const QString& Value);
+  bool get_TabStop() const { return control_->get_TabStop(); }
+  void put_TabStop(bool Value) { control_->put_TabStop(Value); }
+  int get_XPTheme() const { return control_->get_XPTheme(); }
+  void put_XPTheme(int Value) { control_->put_XPTheme(Value); }
+  bool get_ShowEditorOnShiftF2() const { return control_->get_ShowEditorOnShiftF2(); }
+  void put_ShowEditorOnShiftF2(bool Value) { control_->put_ShowEditorOnShiftF2(Value); }
+  bool get_SmartQuotes() const { return control_->get_SmartQuotes(); }
+  void put_SmartQuotes(bool Value) { control_->put_SmartQuotes(Value); }
+  bool get_PasteTextOnly() const { return control_->get_PasteTextOnly(); }
+  void put_PasteTextOnly(bool Value) { control_->put_PasteTextOnly(Value); }
+  QString get_PlaceholderText() const;
+  void put_PlaceholderText(const QString& Value);
+
+  QSize sizeHint() const override;
+  QSize minimumSizeHint() const override;
+
+ public slots:
+  void InvokeLargeEditor() { control_->InvokeLargeEditor(); }
+  void PasteClipboardContents() { control_->PasteClipboardContents(); }
+  /// Gives all that is selected the format of plain text.
+  void SelPlain() { control_->SelPlain(); }
+
+ signals:
+  // The control's events; what a pointer leads to may be changed during the call, so only slots
+  // that are called at once can use it. A key code or character set to 0 goes no further.
+
+  void Change();
+  void Click();
+  void DblClick();
+  void KeyDown(std::int16_t* KeyCode, std::int16_t* Shift);
+  void KeyPress(std::int16_t* KeyAscii);
+  void KeyUp(std::int16_t* KeyCode, std::int16_t* Shift);
+  void MouseDown(std::int16_t Button, std::int16_t Shift, float X, float Y);
+  void MouseMove(std::int16_t Button, std::int16_t Shift, float X, float Y);
+  void MouseUp(std::int16_t Button, std::int16_t Shift, float X, float Y);
+  void OLEStartDrag(qel::platform::DragData* Data, std::int32_t* AllowedEffects);
+  void OLESetData(qel::platform::DragData* Data, std::int16_t DataFormat);
+  void OLEGiveFeedback(std::int32_t* Effect, bool* DefaultCursors);
+  void OLEDragOver(qel::platform::DragData* Data, std::int32_t* Effect, std::int16_t Button,
+                   std::int16_t Shift, float X, float Y, std::int16_t State);
+  void OLEDragDrop(qel::platform::DragData* Data, std::int32_t* Effect, std::int16_t Button,
+                   std::int16_t Shift, float X, float Y);
+  void OLECompleteDrag(std::int32_t* Effect);
+
+  /// The text or its formats are others.
+  void TextQELChanged();
+  /// A persisted property was set.
+  void PropertyChanged(const QString& Name);
+
+ protected:
+  void paintEvent(QPaintEvent* event) override;
+  void resizeEvent(QResizeEvent* event) override;
+  void changeEvent(QEvent* event) override;
+
+ private:
+  class Site;
+  class Events;
+
+  /// The box that is shown.
+  BoxView* view() const;
+  void note_property(const QString& name);
+  void show_menu(const QPoint& point);
+
+  std::unique_ptr<Site> site_;
+  std::unique_ptr<Events> events_;
+  std::unique_ptr<QELTextbox> control_;
+  bool is_run_time_ = true;
+};
+
+}  // namespace qel::qt
