@@ -51,6 +51,16 @@ class ChangeCounter : public platform::BoxListener {
   int changes = 0;
 };
 
+class NamesInOrder : public platform::PropertyBag {
+ public:
+  Variant read(std::u16string_view, const Variant& preset) const override { return preset; }
+  void write(std::u16string_view name, const Variant&, const Variant&) override {
+    written.emplace_back(name);
+  }
+
+  std::vector<std::u16string> written;
+};
+
 TEST(Control, KeepsNothingOfItsPresets) {
   test::Form form;
   QELTextbox control(form);
@@ -91,6 +101,10 @@ TEST(Control, KeepsNothingOfItsPresets) {
                                                        u"ShowEditorOnShiftF2",
                                                        u"PasteTextOnly"}))
       << "the order of reading, each through its setter";
+  NamesInOrder names;
+  control.WriteProperties(names);
+  form.changed.emplace_back(u"SmartQuotes");
+  EXPECT_EQ(names.written, form.changed) << "the last two change places";
 }
 
 constexpr std::u16string_view all_properties =
@@ -198,6 +212,31 @@ TEST(Control, ReadsWhatWasAssigned) {
   }
 }
 
+TEST(Control, KeepsBlanksAndAlignment) {
+  test::Form form;
+  QELTextbox control(form);
+  control.put_Multiline(true);
+  for (const std::u16string_view text : {u"name: ", u" ", u"a  ", u"/p1x /p0"}) {
+    control.put_TextQEL(text);
+    EXPECT_EQ(control.get_TextQEL(), text) << test::shown(text);
+  }
+  test::Random random(test::base_seed());
+  for (int i = 0; i < 300; ++i) {
+    control.put_Text(random.text({u"a", u" ", u"\n", u"\t", u"\\", u"/b1", u"\u2019"}, 8));
+    const std::u16string read = control.get_TextQEL();
+    control.put_TextQEL(read);
+    ASSERT_EQ(control.get_TextQEL(), read) << random.describe() << test::shown(read);
+  }
+  control.ReadProperties(embedded::PropertyBag(u"SelAlignment=2\nTextQEL=a/b1b/b0"));
+  EXPECT_EQ(control.get_SelAlignment(), 2);
+  embedded::PropertyBag bag;
+  control.WriteProperties(bag);
+  EXPECT_NE(bag.get_All().find(u"SelAlignment=2"), std::u16string::npos);
+  control.InitProperties();
+  EXPECT_EQ(control.get_Text(), u"");
+  EXPECT_EQ(control.get_SelAlignment(), 0);
+}
+
 TEST(Control, LaysOutAndPaints) {
   test::Form form;
   QELTextbox control(form);
@@ -212,9 +251,17 @@ TEST(Control, LaysOutAndPaints) {
   control.put_BorderStyle(0);
   EXPECT_EQ(rectangle(), (std::vector<std::int32_t>{0, 0, 199, 89}));
   EXPECT_EQ(control.frame().color, system_color(5)) << "a line that nobody sees";
+  const auto single = control.CurrentRichTextBox();
+  EXPECT_TRUE(single->appearance().visible);
   control.put_Multiline(true);
   EXPECT_EQ(rectangle(), (std::vector<std::int32_t>{0, 0, 199, 89}));
+  EXPECT_TRUE(control.CurrentRichTextBox()->appearance().visible);
+  EXPECT_FALSE(single->appearance().visible);
   EXPECT_EQ(form.paints, 2);
+  control.put_XPTheme(1);
+  control.put_Enabled(false);
+  EXPECT_EQ(form.paints, 4);
+  EXPECT_FALSE(form.enabled || single->appearance().enabled);
   control.SetFocus();
   EXPECT_EQ(form.focuses + static_cast<int>(control.get_hDC()), 18);
 }
@@ -258,6 +305,8 @@ TEST(Control, LooksThingsUp) {
   EXPECT_EQ(control.GetFontIndexGivenFontName(u"SYMBOL"), 1);
   EXPECT_EQ(control.GetColorIndexGivenColor(255), 5);
   EXPECT_EQ(QELTextbox::ConvertSystemColor(5), 0x00FFFFFF);
+  EXPECT_TRUE(QELTextbox::IsQELCode(u"/nl"));
+  EXPECT_FALSE(QELTextbox::IsQELCode(u"/b1", sfOffCode));
   const std::pair<std::u16string_view, std::u16string_view> rows[] = {
       {u"41", u"A"}, {u"0A", u""}, {u"F", u"\u00FF"},  {u"8z0", u"\u20AC"},
       {u"", u""},    {u"x9", u""}, {u"e9", u"\u00E9"}, {u"20", u" "}};

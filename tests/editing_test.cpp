@@ -27,6 +27,10 @@ class Host : public ControlEvents {
   void KeyPress(std::int16_t& KeyAscii) override {
     log += "press" + std::to_string(KeyAscii) + " ";
   }
+  void DblClick() override { log += "dblclick "; }
+  void MouseMove(std::int16_t Button, std::int16_t, float X, float Y) override {
+    log += "move" + std::to_string(Button) + "@" + std::to_string(static_cast<int>(X + Y)) + " ";
+  }
   void MouseUp(std::int16_t Button, std::int16_t, float X, float Y) override {
     log += "up" + std::to_string(Button) + "@" + std::to_string(static_cast<int>(X + Y)) + " ";
   }
@@ -98,6 +102,39 @@ TEST_F(Editing, SelectionMembersKeepTheirRules) {
   control.put_SelText(u"d");
   EXPECT_EQ(control.get_Text(), u"abcd");
   EXPECT_EQ(control.get_SelRTF().substr(0, 6), u"{\\rtf1");
+}
+
+TEST_F(Editing, PlainTextIsTheHosts) {
+  control.put_FontName(u"Verdana");
+  control.put_ForeColor(0x123456);
+  control.put_TextQEL(u"abc");
+  select(0, 3);
+  const auto looks = [&](std::u16string_view font, Color color) {
+    return control.get_SelFontName() == font && control.get_SelColor() == color;
+  };
+  control.SelPlain();
+  EXPECT_TRUE(looks(u"Verdana", 0x123456));
+  for (const auto put :
+       {&QELTextbox::put_SelBold, &QELTextbox::put_SelItalic, &QELTextbox::put_SelUnderline,
+        &QELTextbox::put_SelStrikeOut, &QELTextbox::put_SelSuperscript, &QELTextbox::put_SelHide}) {
+    (control.*put)(true);
+  }
+  control.put_SelFontName(control.GetFontNameGivenFontIndex(3));
+  EXPECT_EQ(control.get_TextQEL(), u"/b1/i1/u1/k1/p1/f3/y2abc/b0/i0/u0/k0/p0/y0/f0");
+  control.SelPlain();
+  EXPECT_TRUE(looks(u"Verdana", 0x123456));
+  EXPECT_FALSE(control.get_SelBold() || control.get_SelItalic() || control.get_SelUnderline() ||
+               control.get_SelStrikeOut() || control.get_SelSuperscript());
+  control.put_SelNote(true);
+  control.put_SelNote(false);
+  EXPECT_TRUE(looks(u"Verdana", 0x123456)) << "as in plain text";
+  control.get_Colors()->put_Color(9, 0x90909);
+  control.get_Fonts()->put_Font(9, u"Nine");
+  press(f1 + 8, 2);
+  press(f1 + 8, 4);
+  EXPECT_TRUE(looks(u"Nine", 0x90909));
+  press(f1 + 7, 4);
+  EXPECT_TRUE(looks(u"Nine", 0x90909)) << "an entry that is not in use";
 }
 
 TEST_F(Editing, SelectionIsFoundInTheMarkup) {
@@ -188,11 +225,14 @@ TEST_F(Editing, TellsTheHostOnce) {
   control.put_Text(u"x");
   EXPECT_EQ(host.log, "change ");
   box().on_click();
+  box().on_double_click();
+  box().on_mouse_move(1, 0, 1, 1);
   box().on_mouse_up(1, 0, 2, 3);
-  EXPECT_EQ(host.log, "change click up1@5 ");
+  EXPECT_EQ(host.log, "change click dblclick move1@2 up1@5 ");
+  host.log.clear();
   control.TE_Change();
   control.InsertCRLF();
-  EXPECT_EQ(host.log, "change click up1@5 change change ");
+  EXPECT_EQ(host.log, "change change ");
 }
 
 class NamedMembers : public platform::Dispatch {

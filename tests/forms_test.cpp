@@ -311,7 +311,7 @@ TEST_F(Forms, KeepsUnsavedWorkUntilItIsSavedOrGivenUp) {
   const std::vector<Row> rows = {{Draft::Basis::current, u"my one", u"much/nl1", 1},
                                  {Draft::Basis::outdated, u"my two", u"much/nl2", 2},
                                  {Draft::Basis::removed, u"my three", u"much/nl3", 4},
-                                 {Draft::Basis::current, u"my", u"much/nl", 5}};
+                                 {Draft::Basis::current, u"my ", u"much/nl", 5}};
   HeadlessForm host(store);
   const std::vector<Draft> drafts = store.drafts();
   ASSERT_EQ(drafts.size(), rows.size());

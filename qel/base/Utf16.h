@@ -34,6 +34,17 @@ constexpr bool is_pair_at(std::u16string_view text, std::size_t at) {
   return units_of(character_at(text, at)) == 2;
 }
 
+/// The position behind what begins at `at`, and the one before what ends there, as a caret steps:
+/// CR LF and both halves of a character are one step. Neither leaves the text.
+constexpr std::size_t step_after(std::u16string_view text, std::size_t at) {
+  if (at >= text.size()) return text.size();
+  return at + (text.substr(at, 2) == u"\r\n" || is_pair_at(text, at) ? 2 : 1);
+}
+constexpr std::size_t step_before(std::u16string_view text, std::size_t at) {
+  if (at < 2) return 0;
+  return at - (text.substr(at - 2, 2) == u"\r\n" || is_pair_at(text, at - 2) ? 2 : 1);
+}
+
 /// Writes the character over one that takes as many code units.
 inline void put_character(std::u16string& text, std::size_t at, char32_t character) {
   if (units_of(character) == 1) {

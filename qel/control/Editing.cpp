@@ -4,10 +4,13 @@
 #include <array>
 #include <cstddef>
 #include <string_view>
+#include <type_traits>
 #include <utility>
+#include <variant>
 
 #include "qel/base/CaseMapping.h"
 #include "qel/base/Scan.h"
+#include "qel/control/BoxMarkup.h"
 #include "qel/control/QELTextbox.h"
 #include "qel/control/QuoteCodes.h"
 #include "qel/control/frmTextEditor.h"
@@ -22,10 +25,10 @@ using namespace keys;
 /// What a box tells, as events of the control.
 class QELTextbox::BoxEvents : public platform::BoxListener {
  public:
-  explicit BoxEvents(QELTextbox& control) : control_(control) {}
+  BoxEvents(QELTextbox& control, std::size_t index) : control_(control), index_(index) {}
 
   void on_change() override {
-    if (control_.changes_held_ == 0) control_.raise_change();
+    if (index_ == control_.active_ && !control_.changes_held_) control_.raise_change();
   }
   void on_click() override { tell(&ControlEvents::Click); }
   void on_double_click() override { tell(&ControlEvents::DblClick); }
@@ -78,11 +81,14 @@ class QELTextbox::BoxEvents : public platform::BoxListener {
   }
 
   QELTextbox& control_;
+  std::size_t index_;
 };
 
 void QELTextbox::listen_to_boxes() {
-  box_events_ = std::make_shared<BoxEvents>(*this);
-  for (const auto& box : boxes_) box->listen(box_events_.get());
+  for (std::size_t i = 0; i < boxes_.size(); ++i) {
+    box_events_.push_back(std::make_shared<BoxEvents>(*this, i));
+    boxes_[i]->listen(box_events_.back().get());
+  }
 }
 
 QELTextbox::~QELTextbox() {
@@ -108,7 +114,7 @@ Color QELTextbox::plain_color() const {
 }
 
 bool QELTextbox::has_color(std::int16_t index) const {
-  return CurrentRichTextBox()->get_SelColor() == colors_->get_Color(index);
+  return is(&platform::RichEdit::get_SelColor, colors_->get_Color(index));
 }
 
 void QELTextbox::mark(std::int16_t color, bool on) {
@@ -131,7 +137,9 @@ void QELTextbox::put_SelFontName(std::u16string_view Value) {
   FormatChange new_format;
   for (std::int16_t i = 0; i <= 9 && !new_format.font_name; ++i) {
     const std::u16string name = fonts_->get_Font(i);
-    if (equal_ignoring_case(name, Value)) new_format.font_name = name;
+    if (name != QELIndexFonts::unused && equal_ignoring_case(name, Value)) {
+      new_format.font_name = name;
+    }
   }
   change(&platform::RichEdit::change_format, new_format);
 }
@@ -263,12 +271,23 @@ void QELTextbox::TE_KeyPress(std::int16_t& KeyAscii) {
   KeyAscii = static_cast<std::int16_t>(opening + (closes ? 1 : 0));
 }
 
+namespace {
+
+/// Hosts also keep truth as a number.
+bool is_true(const Variant& value) {
+  const auto holds = [](const auto& held) {
+    if constexpr (std::is_arithmetic_v<std::decay_t<decltype(held)>>) return held != 0;
+    return false;
+  };
+  return std::visit(holds, value);
+}
+
+}  // namespace
+
 void QELTextbox::RichEditKeyDown(platform::Dispatch& Target, std::int16_t& KeyCode,
                                  std::int16_t Shift) {
   const auto toggle = [&](std::u16string_view name) {
-    const Variant value = Target.get(name);
-    const bool* const is_on = std::get_if<bool>(&value);
-    Target.put(name, is_on == nullptr || !*is_on);
+    Target.put(name, !is_true(Target.get(name)));
   };
   struct Row {
     std::int16_t key_code;
@@ -302,7 +321,7 @@ void QELTextbox::InvokeLargeEditor() {
       *platform_,
       {[this] {
          // A change that the control makes itself it tells of itself.
-         if (changes_held_ == 0) TE_Change();
+         if (!changes_held_) TE_Change();
        },
        [this](std::int16_t& key_code, std::int16_t& shift) { TE_KeyDown(key_code, shift); },
        [this](std::int16_t& character) { TE_KeyPress(character); },
@@ -320,18 +339,16 @@ void QELTextbox::InvokeLargeEditor() {
   there.font_name = here.font_name;
   there.font_size = here.font_size;
   there.back_color = here.back_color;
-  there.read_only = here.read_only;
+  there.read_only = here.read_only || !here.enabled;
   form.RichTextBoxObj()->put_appearance(there);
-  form.SetText(std::move(edited));
-  editor_box_ = form.RichTextBoxObj();
-  try {
+  form.SetText(edited);
+  {
+    const Scoped editing(editor_box_, form.RichTextBoxObj());
     form.Show();
-  } catch (...) {
-    editor_box_.reset();
-    throw;
   }
-  editor_box_.reset();
-  CurrentRichTextBox()->put_TextRTF(RTFParser::PreprocessRTF(form.GetText()));
+  // RTF cannot say every offset: what was not edited is not touched.
+  const std::u16string text = form.GetText();
+  if (text != edited.rtf) CurrentRichTextBox()->put_TextRTF(RTFParser::PreprocessRTF(text));
   put_SelStart(static_cast<std::int32_t>(get_Text().size()));
 }
 
@@ -342,8 +359,8 @@ void QELTextbox::PasteClipboardContents() {
   const auto rtf = paste_text_only_ ? std::nullopt : clipboard.rtf();
   if (rtf) {
     if (!rtf->empty()) paste_rtf(*rtf);
-  } else {
-    paste_text(clipboard.text().value_or(u""));
+  } else if (const auto text = clipboard.text()) {
+    paste_text(*text);
   }
 }
 
@@ -353,10 +370,12 @@ void QELTextbox::paste_rtf(std::u16string_view rtf) {
   parser_.put_RecognizeCRLF(false);
   parser_.put_ConvertNLToSpace(true);
   // Only what is pasted goes through markup: the text around it would lose what markup cannot say.
-  const std::u16string pasted = QELToRTF(RTFToQEL(rtf));
-  CurrentRichTextBox()->put_SelRTF(pasted);
+  const std::u16string pasted =
+      QELToRTF(RTFToQEL(with_closing_paragraph(std::u16string(rtf), parser_)));
+  // Before the host is told of the change: it may read the text then.
   parser_.put_RecognizeCRLF(recognizes_crlf);
   parser_.put_ConvertNLToSpace(nl_to_space);
+  CurrentRichTextBox()->put_SelRTF(pasted);
 }
 
 void QELTextbox::paste_text(std::u16string text) {

@@ -8,15 +8,19 @@
 #include <utility>
 
 #include "qel/base/CaseMapping.h"
+#include "qel/base/Utf16.h"
+#include "qel/control/BoxMarkup.h"
+#include "qel/model/ReservedColors.h"
+#include "qel/richtext/DocumentReader.h"
+#include "qel/richtext/RtfWriter.h"
 #include "qel/tables/QELIndexColors.h"
 #include "qel/tables/QELIndexFonts.h"
-#include "qel/text/TextCase.h"
+#include "qel/text/DocumentCase.h"
 
 namespace qel::editor_commands {
 namespace {
 
 using platform::FormatChange;
-using platform::Range;
 
 void toggle(platform::RichEdit& box, std::optional<bool> platform::FormatFields::*field) {
   FormatChange change;
@@ -48,10 +52,9 @@ void make_plain(const Target& target) {
 void delete_selection(const Target& target) {
   // The key is the command's, so without a selection it is the next character that goes.
   if (target.box.get_SelLength() == 0) {
-    const std::u16string text = target.box.get_Text();
     const auto caret = static_cast<std::size_t>(target.box.get_SelStart());
-    const bool is_break = text.compare(caret, 2, u"\r\n") == 0;
-    target.box.put_SelLength(is_break ? 2 : 1);
+    const std::size_t next = step_after(target.box.get_Text(), caret);
+    target.box.put_SelLength(static_cast<std::int32_t>(next - caret));
   }
   if (target.box.get_SelLength() > 0) target.box.put_SelText(u"");
 }
@@ -68,83 +71,24 @@ void cut(const Target& target) {
 }
 
 void paste(const Target& target) {
-  if (const auto rtf = target.clipboard.rtf()) {
+  if (const auto rtf = target.clipboard.rtf(); rtf && !rtf->empty()) {
     target.box.put_SelRTF(*rtf);
   } else if (const auto text = target.clipboard.text()) {
     target.box.put_SelText(*text);
   }
 }
 
-/// The tables that conversions of the edited text work with.
-struct Tables {
-  explicit Tables(const EditedText& edited) {
-    for (std::int16_t i = 0; i < 10; ++i) {
-      fonts.put_Font(i, edited.fonts[static_cast<std::size_t>(i)]);
-      colors.put_Color(i, edited.colors[static_cast<std::size_t>(i)]);
-    }
-  }
-
-  QELIndexFonts fonts;
-  QELIndexColors colors;
-};
-
-// Case.
-
-using Change = std::u16string (*)(const std::u16string& markup);
-
-/// Goes by way of markup, a line at a time: markup that was worked on has no line breaks.
-class CaseChange {
- public:
-  explicit CaseChange(const Target& target) : target_(target), tables_(target.edited) {}
-
-  void apply(Change change, bool first_line_only) {
-    const Range selection = target_.box.selection();
-    const std::u16string text = target_.box.get_Text();
-    const auto end =
-        static_cast<std::size_t>(selection.start) + static_cast<std::size_t>(selection.length);
-    for (auto at = static_cast<std::size_t>(selection.start); at < end;) {
-      const std::size_t line_end = std::min(text.find(u"\r\n", at), end);
-      const bool has_text = line_end > at;
-      if (has_text) change_line(at, line_end, change);
-      if (has_text && first_line_only) break;
-      at = line_end + 2;
-    }
-    target_.box.select(selection);
-  }
-
- private:
-  void change_line(std::size_t begin, std::size_t end, Change change) {
-    target_.box.select({static_cast<std::int32_t>(begin), static_cast<std::int32_t>(end - begin)});
-    const std::u16string rtf = RTFParser::PreprocessRTF(target_.box.get_SelRTF());
-    const std::u16string markup =
-        change(target_.parser->RTFToQEL(rtf, tables_.fonts, tables_.colors));
-    target_.box.put_SelRTF(target_.parser->QELToRTF(markup, tables_.fonts, tables_.colors));
-  }
-
-  const Target& target_;
-  Tables tables_;
-};
-
-/// The parser's switches while a selection is converted: tabs stay.
-class KeepingTabs {
- public:
-  explicit KeepingTabs(RTFParser& parser)
-      : parser_(parser), recognizes_tabs_(parser.get_RecognizeTabs()) {
-    parser_.put_RecognizeTabs(true);
-  }
-  KeepingTabs(const KeepingTabs&) = delete;
-  KeepingTabs& operator=(const KeepingTabs&) = delete;
-  ~KeepingTabs() { parser_.put_RecognizeTabs(recognizes_tabs_); }
-
- private:
-  RTFParser& parser_;
-  bool recognizes_tabs_;
-};
-
-void change_case(const Target& target, Change change, bool first_line_only = false) {
-  if (target.parser == nullptr) return;
-  const KeepingTabs keeping(*target.parser);
-  CaseChange(target).apply(change, first_line_only);
+/// As one change of the box, with all formats kept.
+void change_letters(const Target& target, CaseChange change) {
+  if (target.box.get_SelLength() == 0) return;
+  richtext::Document document =
+      richtext::read_document(target.box.get_SelRTF(), platform::CharFormat());
+  change_case(document, change, target.edited.colors[hidden_color]);
+  const std::u16string rtf =
+      richtext::write_rtf(document, {0, document.size()}, platform::CharFormat());
+  target.box.put_SelRTF(rtf);
+  const auto length = static_cast<std::int32_t>(document.size());
+  target.box.select({target.box.get_SelStart() - length, length});
 }
 
 struct Command {
@@ -170,32 +114,12 @@ constexpr Command commands[] = {
     {u"mnuIgnoreText", [](const Target& t) { t.box.put_SelColor(t.edited.colors[1]); }},
     {u"mnuHideText", [](const Target& t) { t.box.put_SelColor(t.edited.colors[2]); }},
     {u"mnuNoteText", [](const Target& t) { t.box.put_SelColor(t.edited.colors[3]); }},
-    {u"mnuLowercase",
-     [](const Target& t) {
-       change_case(t, [](const std::u16string& m) { return TextCase::LowerCase(m, 0, -1); });
-     }},
-    {u"mnuUppercase",
-     [](const Target& t) {
-       change_case(t, [](const std::u16string& m) { return TextCase::UpperCase(m, 0, -1); });
-     }},
-    {u"mnuChangeCase",
-     [](const Target& t) {
-       change_case(t, [](const std::u16string& m) { return TextCase::ChangeCase(m, 0, -1); });
-     }},
-    {u"mnuTitleCase",
-     [](const Target& t) {
-       change_case(t, [](const std::u16string& m) { return TextCase().TitleCase(m, 0, -1, true); });
-     }},
-    {u"mnuFirstToLower",
-     [](const Target& t) {
-       change_case(
-           t, [](const std::u16string& m) { return TextCase::FirstToLower(m, 0, -1); }, true);
-     }},
-    {u"mnuFirstToUpper",
-     [](const Target& t) {
-       change_case(
-           t, [](const std::u16string& m) { return TextCase::FirstToUpper(m, 0, -1); }, true);
-     }},
+    {u"mnuLowercase", [](const Target& t) { change_letters(t, CaseChange::lower); }},
+    {u"mnuUppercase", [](const Target& t) { change_letters(t, CaseChange::upper); }},
+    {u"mnuChangeCase", [](const Target& t) { change_letters(t, CaseChange::swap); }},
+    {u"mnuTitleCase", [](const Target& t) { change_letters(t, CaseChange::title); }},
+    {u"mnuFirstToLower", [](const Target& t) { change_letters(t, CaseChange::first_to_lower); }},
+    {u"mnuFirstToUpper", [](const Target& t) { change_letters(t, CaseChange::first_to_upper); }},
 };
 
 /// What the check marks of the commands say.
@@ -233,9 +157,13 @@ bool is_checked(std::u16string_view name, const Target& target) {
 
 std::u16string markup(const Target& target) {
   if (target.parser == nullptr) return {};
-  const Tables tables(target.edited);
-  const std::u16string rtf = RTFParser::PreprocessRTF(target.box.get_TextRTF());
-  return target.parser->RTFToQEL(rtf, tables.fonts, tables.colors);
+  QELIndexFonts fonts;
+  QELIndexColors colors;
+  for (std::int16_t i = 0; i < 10; ++i) {
+    fonts.put_Font(i, target.edited.fonts[static_cast<std::size_t>(i)]);
+    colors.put_Color(i, target.edited.colors[static_cast<std::size_t>(i)]);
+  }
+  return target.parser->RTFToQEL(rtf_for_markup(target.box, *target.parser), fonts, colors);
 }
 
 bool run(std::u16string_view name, const Target& target) {

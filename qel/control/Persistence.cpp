@@ -1,5 +1,7 @@
 // The persisted properties of the text box, in the order in which they are read.
 
+#include <cmath>
+#include <exception>
 #include <limits>
 #include <optional>
 #include <type_traits>
@@ -13,10 +15,11 @@
 namespace qel {
 namespace {
 
-/// Empty for a number that the type does not have.
+/// Integers are rounded, half to even; empty for a number that the type does not have.
 template <class Number>
 std::optional<Number> converted(double number) {
   using Limits = std::numeric_limits<Number>;
+  if constexpr (std::is_integral_v<Number>) number = std::nearbyint(number);
   const bool fits = number >= static_cast<double>(Limits::lowest()) &&
                     number <= static_cast<double>(Limits::max());
   return fits ? std::optional(static_cast<Number>(number)) : std::nullopt;
@@ -61,6 +64,16 @@ struct QELTextbox::Persisted {
 
 namespace {
 
+/// A property's value in the type in which a bag keeps it.
+template <class Preset, class Value>
+Preset in_type_of(const Preset& preset, const Value& value) {
+  if constexpr (std::is_floating_point_v<Value> && std::is_integral_v<Preset>) {
+    return converted<Preset>(static_cast<double>(value)).value_or(preset);
+  } else {
+    return static_cast<Preset>(value);
+  }
+}
+
 template <class Member>
 struct SetterOf;
 template <class Value>
@@ -73,16 +86,16 @@ struct SetterOf<void (QELTextbox::*)(Value)> {
 
 const std::array<QELTextbox::Persisted, 31>& QELTextbox::persisted() {
   // A row of the table: the values pass in the setter's type, and in the bag in the preset's.
-#define QEL_PERSISTED(Name, preset)                                                 \
-  Persisted {                                                                       \
-    u## #Name, Variant(preset),                                                     \
-        [](const QELTextbox& control) -> Variant {                                  \
-          return static_cast<std::decay_t<decltype(preset)>>(control.get_##Name()); \
-        },                                                                          \
-        [](QELTextbox& control, const Variant& value, const Variant& otherwise) {   \
-          using Value = SetterOf<decltype(&QELTextbox::put_##Name)>::type;          \
-          control.put_##Name(value_as<Value>(value, otherwise));                    \
-        }                                                                           \
+#define QEL_PERSISTED(Name, preset)                                               \
+  Persisted {                                                                     \
+    u## #Name, Variant(preset),                                                   \
+        [](const QELTextbox& control) -> Variant {                                \
+          return in_type_of(preset, control.get_##Name());                        \
+        },                                                                        \
+        [](QELTextbox& control, const Variant& value, const Variant& otherwise) { \
+          using Value = SetterOf<decltype(&QELTextbox::put_##Name)>::type;        \
+          control.put_##Name(value_as<Value>(value, otherwise));                  \
+        }                                                                         \
   }
   static const std::array<Persisted, 31> rows = {
       QEL_PERSISTED(ActOnColors, true),
@@ -126,9 +139,14 @@ const std::array<QELTextbox::Persisted, 31>& QELTextbox::persisted() {
 }
 
 void QELTextbox::ReadProperties(const platform::PropertyBag& Bag) {
-  for (const Persisted& row : persisted()) {
-    row.apply(*this, Bag.read(row.name, row.preset), row.preset);
-  }
+  const auto value_in_bag = [&](const Persisted& row) {
+    try {
+      return Bag.read(row.name, row.preset);
+    } catch (const std::exception&) {
+      return row.preset;
+    }
+  };
+  for (const Persisted& row : persisted()) row.apply(*this, value_in_bag(row), row.preset);
   compute_border_color();
 }
 

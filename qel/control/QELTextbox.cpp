@@ -1,9 +1,12 @@
 #include "qel/control/QELTextbox.h"
 
 #include <algorithm>
+#include <limits>
 #include <utility>
 
 #include "qel/base/Error.h"
+#include "qel/base/Hex.h"
+#include "qel/control/BoxMarkup.h"
 #include "qel/embedded/EmbeddedPlatform.h"
 #include "qel/richtext/CodePage.h"
 
@@ -29,13 +32,20 @@ QELTextbox::QELTextbox(platform::ControlSite& site,
   Common::publish(surface_, converter_);
 }
 
+namespace {
+
+template <class Change>
+void change_box(platform::RichEdit& box, Change change) {
+  BoxAppearance appearance = box.appearance();
+  change(appearance);
+  box.put_appearance(appearance);
+}
+
+}  // namespace
+
 template <class Change>
 void QELTextbox::change_boxes(Change change) {
-  for (const auto& box : boxes_) {
-    BoxAppearance appearance = box->appearance();
-    change(appearance);
-    box->put_appearance(appearance);
-  }
+  for (const auto& box : boxes_) change_box(*box, change);
 }
 
 template <class Value>
@@ -82,9 +92,10 @@ void QELTextbox::InitProperties() {
     box = BoxAppearance();
     box.multiline = multiline;
   });
+  const Scoped holding(changes_held_, true);
   for (const auto& box : boxes_) {
-    box->select({0, 0});
-    box->put_SelText(u"");
+    box->put_Text(u"");
+    box->put_alignment(platform::Alignment::left);
   }
   show_active_box();
   Resize();
@@ -98,16 +109,35 @@ void QELTextbox::put_Text(std::u16string_view Value) {
 
 std::u16string QELTextbox::get_TextQEL() const {
   if (reveal_codes_) return get_Text();
-  return RTFToQEL(RTFParser::PreprocessRTF(CurrentRichTextBox()->get_TextRTF()));
+  return RTFToQEL(rtf_for_markup(*CurrentRichTextBox(), parser_));
 }
 
 void QELTextbox::put_TextQEL(std::u16string_view Value) {
   if (reveal_codes_) {
     CurrentRichTextBox()->put_Text(Value);
   } else {
-    CurrentRichTextBox()->put_TextRTF(QELToRTF(Value));
+    put_aligned(QELToRTF(Value));
   }
   site_.property_changed(u"TextQEL");
+}
+
+/// Replaces the text and keeps the alignment at its beginning, which markup does not know.
+void QELTextbox::put_aligned(std::u16string_view rtf) {
+  platform::RichEdit& box = *CurrentRichTextBox();
+  box.select({0, 0});
+  const auto alignment = box.alignment().value_or(platform::Alignment::left);
+  if (alignment == platform::Alignment::left) {
+    box.put_TextRTF(rtf);
+    return;
+  }
+  {
+    const Scoped holding(changes_held_, true);
+    box.put_TextRTF(rtf);
+    box.select({0, std::numeric_limits<std::int32_t>::max()});
+    box.put_alignment(alignment);
+    box.select({0, 0});
+  }
+  raise_change();
 }
 
 std::u16string QELTextbox::get_TextRTF() const {
@@ -131,7 +161,9 @@ void QELTextbox::put_SelAlignment(std::int32_t Value) {
 }
 
 void QELTextbox::put_AllowEdits(bool Value) {
-  change_boxes([Value](BoxAppearance& box) { box.read_only = !Value; });
+  const auto put = [Value](BoxAppearance& box) { box.read_only = !Value; };
+  change_boxes(put);
+  if (editor_box_) change_box(*editor_box_, put);
   store(allow_edits_, Value, u"AllowEdits");
 }
 
@@ -270,14 +302,8 @@ std::u16string QELTextbox::RTFToQEL(std::u16string_view RTF) const {
 
 std::u16string QELTextbox::HexToChar(std::u16string_view Text) {
   if (Text.empty()) return {};
-  const auto digit = [](char16_t character) {
-    const std::size_t value = std::u16string_view(u"0123456789abcdef")
-                                  .find(character >= u'A' && character <= u'F'
-                                            ? static_cast<char16_t>(character - u'A' + u'a')
-                                            : character);
-    return value == std::u16string_view::npos ? std::size_t{0} : value;
-  };
-  const std::size_t number = 16 * digit(Text.front()) + digit(Text.back());
+  const int number =
+      16 * std::max(hex_value(Text.front()), 0) + std::max(hex_value(Text.back()), 0);
   if (number < u' ') return {};
   return std::u16string(1, richtext::decode_western(static_cast<std::uint8_t>(number)));
 }

@@ -2,14 +2,18 @@
 
 #include <array>
 #include <cstdint>
+#include <exception>
 #include <memory>
 #include <optional>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "qel/base/Color.h"
+#include "qel/base/Scoped.h"
 #include "qel/control/Common.h"
 #include "qel/control/ControlEvents.h"
+#include "qel/model/QELCode.h"
 #include "qel/model/ReservedColors.h"
 #include "qel/platform/ControlSite.h"
 #include "qel/platform/Dispatch.h"
@@ -83,7 +87,8 @@ class QELTextbox {
   /// Puts a line break in place of the selection.
   void InsertCRLF() { CurrentRichTextBox()->put_SelText(u"\r\n"); }
 
-  // The selection. What differs within it reads as false, 0 or empty; a write raises `Change`.
+  // The selection. What differs within it reads as false, 0 or empty, and so does a Boolean that
+  // the box cannot tell; a write of text or a format raises `Change`.
 
   std::int32_t get_SelStart() const { return CurrentRichTextBox()->get_SelStart(); }
   void put_SelStart(std::int32_t Value) { CurrentRichTextBox()->put_SelStart(Value); }
@@ -95,18 +100,18 @@ class QELTextbox {
   std::u16string get_SelRTF() const;
   void put_SelRTF(std::u16string_view Value) { CurrentRichTextBox()->put_SelRTF(Value); }
 
-  bool get_SelBold() const { return CurrentRichTextBox()->get_SelBold() == true; }
+  bool get_SelBold() const { return is(&platform::RichEdit::get_SelBold, true); }
   void put_SelBold(bool Value) { change(&platform::RichEdit::put_SelBold, Value); }
-  bool get_SelItalic() const { return CurrentRichTextBox()->get_SelItalic() == true; }
+  bool get_SelItalic() const { return is(&platform::RichEdit::get_SelItalic, true); }
   void put_SelItalic(bool Value) { change(&platform::RichEdit::put_SelItalic, Value); }
-  bool get_SelUnderline() const { return CurrentRichTextBox()->get_SelUnderline() == true; }
+  bool get_SelUnderline() const { return is(&platform::RichEdit::get_SelUnderline, true); }
   void put_SelUnderline(bool Value) { change(&platform::RichEdit::put_SelUnderline, Value); }
-  bool get_SelStrikeOut() const { return CurrentRichTextBox()->get_SelStrikeThru() == true; }
+  bool get_SelStrikeOut() const { return is(&platform::RichEdit::get_SelStrikeThru, true); }
   void put_SelStrikeOut(bool Value) { change(&platform::RichEdit::put_SelStrikeThru, Value); }
   /// Raised or lowered by exactly 45 twips.
-  bool get_SelSuperscript() const { return CurrentRichTextBox()->get_SelCharOffset() == raised; }
+  bool get_SelSuperscript() const { return is(&platform::RichEdit::get_SelCharOffset, raised); }
   void put_SelSuperscript(bool Value) { put_SelCharOffset(Value ? raised : std::int16_t{0}); }
-  bool get_SelSubscript() const { return CurrentRichTextBox()->get_SelCharOffset() == lowered; }
+  bool get_SelSubscript() const { return is(&platform::RichEdit::get_SelCharOffset, lowered); }
   void put_SelSubscript(bool Value) { put_SelCharOffset(Value ? lowered : std::int16_t{0}); }
   /// In twips, positive raises.
   std::int16_t get_SelCharOffset() const;
@@ -124,14 +129,15 @@ class QELTextbox {
   /// `ForeColor` or one of colours 1 to 9; any other colour changes nothing and raises nothing.
   void put_SelColor(Color Value);
   std::u16string get_SelFontName() const;
-  /// One of fonts 0 to 9, whatever its case; any other name leaves the font.
+  /// One of fonts 0 to 9 that are in use, whatever its case; any other name leaves the font.
   void put_SelFontName(std::u16string_view Value);
   /// Takes bold, italic, underline, strike-through and offset off, and gives the selection
   /// `ForeColor` and `FontName`.
   void SelPlain();
 
   /// The selection in the markup of `TextQEL`, from 0. A code before the first selected character
-  /// is not selected, one between the first and the last is.
+  /// is not selected, one between the first and the last is. Every character that is not part of a
+  /// code counts as one of the box: a line break, two of the box, is a code or one blank.
   std::int32_t get_SelStartQEL() const { return selection_in(get_TextQEL()).start; }
   std::int32_t get_SelLengthQEL() const { return selection_in(get_TextQEL()).length; }
   std::u16string get_SelTextQEL() const;
@@ -269,6 +275,10 @@ class QELTextbox {
   }
   /// The current value of the system colour that `Value` names. The high bit is not looked at.
   static Color ConvertSystemColor(Color Value) { return RTFParser::ConvertSystemColor(Value); }
+  /// Whether the text is a code of the kind that `Flags` asks for (see `QELCodeFlags`).
+  static bool IsQELCode(std::u16string_view Text, std::int32_t Flags = sfAll) {
+    return qel::IsQELCode(Text, Flags);
+  }
   /// The character of code page 1252 whose number the first and the last character of `Text` are in
   /// hexadecimal; empty below 32. What is no digit counts as 0.
   static std::u16string HexToChar(std::u16string_view Text);
@@ -308,6 +318,7 @@ class QELTextbox {
     member = value;
     site_.property_changed(name);
   }
+  void put_aligned(std::u16string_view rtf);
   void show_active_box();
   void compute_border_color();
 
@@ -318,15 +329,20 @@ class QELTextbox {
   /// a change only where there is text; the control always does.
   template <class Put, class Value>
   void change(Put put, const Value& value) {
-    ++changes_held_;
-    try {
+    {
+      const Scoped holding(changes_held_, true);
       (CurrentRichTextBox().get()->*put)(value);
-    } catch (...) {
-      --changes_held_;
-      throw;
     }
-    --changes_held_;
     raise_change();
+  }
+  /// Whether the box gives that value for all that is selected.
+  template <class Value>
+  bool is(std::optional<Value> (platform::RichEdit::*get)() const, Value value) const {
+    try {
+      return (CurrentRichTextBox().get()->*get)() == value;
+    } catch (const std::exception&) {
+      return false;
+    }
   }
   bool has_color(std::int16_t index) const;
   void mark(std::int16_t color, bool on);
@@ -351,10 +367,10 @@ class QELTextbox {
   std::shared_ptr<platform::RichEdit> converter_;
   std::array<std::shared_ptr<platform::RichEdit>, 2> boxes_;
   BoxIndex active_ = single_line;
-  std::shared_ptr<BoxEvents> box_events_;
-  std::shared_ptr<platform::RichEdit> editor_box_;  // while the large editor is open
+  std::vector<std::shared_ptr<BoxEvents>> box_events_;  // of each box
+  std::shared_ptr<platform::RichEdit> editor_box_;      // while the large editor is open
   ControlEvents* events_ = nullptr;
-  int changes_held_ = 0;  // how many changes in progress will be told as one
+  bool changes_held_ = false;  // the changes in progress will be told as one
 
   RTFParser parser_;
   std::shared_ptr<QELIndexFonts> fonts_ = std::make_shared<QELIndexFonts>();

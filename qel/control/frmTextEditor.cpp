@@ -137,7 +137,9 @@ void frmTextEditor::handle_key(std::int16_t& key_code, std::int16_t shift) {
   if (key_code == enter_key) {
     cmdOK();
   } else if (is_quote) {
-    insert(key_code == grave_accent_key ? u"\u201C" : u"\u201D");
+    if (!box().appearance().read_only) {
+      box().put_SelText(key_code == grave_accent_key ? u"\u201C" : u"\u201D");
+    }
   } else if (row != std::end(rows)) {
     run(row->command);
   } else {

@@ -76,7 +76,6 @@ class frmTextEditor : private platform::EditorListener {
 
   editor_commands::Target target() const;
   void handle_key(std::int16_t& key_code, std::int16_t shift);
-  void insert(std::u16string_view text) { box().put_SelText(text); }
   platform::RichEdit& box() const { return *box_; }
   void restore();
 

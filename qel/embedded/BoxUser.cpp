@@ -22,16 +22,6 @@ bool is_blank(char16_t character) { return character == u' ' || character == u'\
 
 bool is_break(Text text, std::size_t at) { return text.substr(at, 2) == u"\r\n"; }
 
-std::size_t after(Text text, std::size_t at) {
-  if (at >= text.size()) return text.size();
-  return at + (is_break(text, at) || is_pair_at(text, at) ? 2 : 1);
-}
-
-std::size_t before(Text text, std::size_t at) {
-  if (at < 2) return 0;
-  return at - (is_break(text, at - 2) || is_pair_at(text, at - 2) ? 2 : 1);
-}
-
 std::size_t line_start(Text text, std::size_t at) {
   const std::size_t line_feed = at == 0 ? Text::npos : text.rfind(u'\n', at - 1);
   return line_feed == Text::npos ? 0 : line_feed + 1;
@@ -149,14 +139,14 @@ bool BoxUser::move(std::int16_t key_code, bool ctrl, bool selects) {
       if (leaves_selection) {
         put_caret(std::min(here, anchor()), false);
       } else {
-        put_caret(ctrl ? word_before(text, here) : before(text, here), selects);
+        put_caret(ctrl ? word_before(text, here) : step_before(text, here), selects);
       }
       return true;
     case right_key:
       if (leaves_selection) {
         put_caret(std::max(here, anchor()), false);
       } else {
-        put_caret(ctrl ? word_after(text, here) : after(text, here), selects);
+        put_caret(ctrl ? word_after(text, here) : step_after(text, here), selects);
       }
       return true;
     case home_key:
@@ -227,7 +217,7 @@ void BoxUser::act_on_key(std::int16_t key_code, std::int16_t shift) {
   if (row != rows.end()) {
     if (!row->changes || may_edit()) (this->*row->act)();
   } else if (key_code == delete_key && may_edit()) {
-    erase(ctrl ? word_after(box_.text(), caret()) : after(box_.text(), caret()),
+    erase(ctrl ? word_after(box_.text(), caret()) : step_after(box_.text(), caret()),
           Kind::erasing_ahead);
   }
 }
@@ -244,7 +234,7 @@ void BoxUser::press_character(std::int16_t key_code, std::int16_t shift) {
     box_.type(static_cast<char16_t>(character));
   } else if (key_code == backspace_key) {
     const bool by_word = (shift & ctrl_key) != 0;
-    erase(by_word ? word_before(box_.text(), caret()) : before(box_.text(), caret()),
+    erase(by_word ? word_before(box_.text(), caret()) : step_before(box_.text(), caret()),
           Kind::erasing_back);
   } else if (multiline && (key_code == enter_key || key_code == tab_key)) {
     box_.type(static_cast<char16_t>(own));

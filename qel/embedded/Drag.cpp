@@ -14,19 +14,28 @@ constexpr std::int32_t box_drops = 2;
 
 }  // namespace
 
-std::int32_t Drag::suggested_effect() const {
+/// Whether the target puts in by itself what is dropped on it.
+bool Drag::box_takes() const {
   const BoxAppearance appearance = target_->appearance();
-  const bool takes =
-      appearance.drop_mode == box_drops && appearance.enabled && !appearance.read_only;
-  if (!takes || (!data_.has(text_format) && !data_.has(rtf_format))) return no_drop;
+  return appearance.drop_mode == box_drops && appearance.enabled && !appearance.read_only;
+}
+
+/// What a listener has left as the effect: one of those allowed.
+void Drag::accept(std::int32_t effect) {
+  effect_ = effect & allowed_;
+  if (effect_ == (copy_drop | move_drop)) effect_ = copy_drop;
+}
+
+std::int32_t Drag::suggested_effect() const {
+  if (!box_takes() || (!data_.has(text_format) && !data_.has(rtf_format))) return no_drop;
   const bool copies = (shift_ & ctrl) != 0 || (allowed_ & move_drop) == 0;
   return allowed_ & (copies ? copy_drop : move_drop);
 }
 
 void Drag::tell_target(DragState state) {
-  effect_ = suggested_effect();
-  target_->listener().on_drag_over(data_, effect_, left_button, shift_, x_, y_, state);
-  effect_ &= allowed_;
+  std::int32_t effect = suggested_effect();
+  target_->listener().on_drag_over(data_, effect, left_button, shift_, x_, y_, state);
+  accept(effect);
 }
 
 void Drag::over(RichEdit& target, float x, float y, std::int16_t shift) {
@@ -52,9 +61,11 @@ void Drag::leave() {
 
 void Drag::drop() {
   if (target_ == nullptr) return;
-  target_->listener().on_drag_drop(data_, effect_, left_button, shift_, x_, y_);
-  effect_ &= allowed_;
-  const bool by_box = target_->appearance().drop_mode == box_drops && effect_ != no_drop;
+  const bool takes = box_takes();
+  std::int32_t effect = effect_;
+  target_->listener().on_drag_drop(data_, effect, left_button, shift_, x_, y_);
+  accept(effect);
+  const bool by_box = takes && effect_ != no_drop;
   stays_in_source_ = by_box && target_ == &source_;
   if (by_box && !target_->take_drop(data_, target_->position_at(x_, y_), source_, effect_)) {
     effect_ = no_drop;

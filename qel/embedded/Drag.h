@@ -22,14 +22,15 @@ class Drag {
   /// Drops where the pointer is.
   void drop();
 
-  platform::DragData& data() const { return data_; }
   /// What a drop would do, and after a drop what it has done.
   std::int32_t effect() const { return effect_; }
   /// Whether the source itself has put the data where it was dropped.
   bool stays_in_source() const { return stays_in_source_; }
 
  private:
+  bool box_takes() const;
   std::int32_t suggested_effect() const;
+  void accept(std::int32_t effect);
   void tell_target(platform::DragState state);
 
   RichEdit& source_;

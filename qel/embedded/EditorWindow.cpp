@@ -33,6 +33,7 @@ void EditorWindow::show_modal(platform::EditorListener& listener) {
 }
 
 void EditorWindow::close_by_frame() {
+  if (!is_open_) return;
   listener_->on_close();
   is_open_ = false;
 }

@@ -26,7 +26,7 @@ class EditorWindow : public platform::EditorWindow {
   void show_modal(platform::EditorListener& listener) override;
   void close() override { is_open_ = false; }
 
-  // For the user.
+  // For the user. Nothing of it does anything unless the window is open.
 
   const platform::EditorDescription& description() const { return description_; }
   bool is_open() const { return is_open_; }
@@ -35,9 +35,15 @@ class EditorWindow : public platform::EditorWindow {
   const platform::EditorRectangle& ok_rectangle() const { return rectangles_[1]; }
   const platform::EditorRectangle& cancel_rectangle() const { return rectangles_[2]; }
   /// Chooses the menu item of that name.
-  void choose(std::u16string_view name) { listener_->on_command(name); }
-  void press_ok() { listener_->on_ok(); }
-  void press_cancel() { listener_->on_cancel(); }
+  void choose(std::u16string_view name) {
+    if (is_open_) listener_->on_command(name);
+  }
+  void press_ok() {
+    if (is_open_) listener_->on_ok();
+  }
+  void press_cancel() {
+    if (is_open_) listener_->on_cancel();
+  }
   void close_by_frame();
 
  private:

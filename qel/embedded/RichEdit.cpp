@@ -5,6 +5,8 @@
 #include <utility>
 
 #include "qel/base/Scan.h"
+#include "qel/base/Scoped.h"
+#include "qel/base/Utf16.h"
 #include "qel/embedded/Drag.h"
 #include "qel/richtext/DocumentReader.h"
 #include "qel/richtext/RtfWriter.h"
@@ -91,7 +93,7 @@ void RichEdit::change_format(const FormatChange& change) {
   change.apply_to(typing_);
   history_.end_step();
   const Extent extent = selected();
-  if (extent.length() == 0) return;
+  if (extent.length() == 0 || document_.has_format(extent, change)) return;
   history_.record(document_, extent, extent.length(), selection_, selection_, Kind::other);
   document_.change_format(extent, change);
   tell_change();
@@ -105,6 +107,7 @@ std::optional<Alignment> RichEdit::alignment() const {
 }
 
 void RichEdit::put_alignment(Alignment alignment) {
+  if (this->alignment() == alignment) return;
   const Extent extent = selected_paragraphs();
   history_.record(document_, document_.paragraphs(extent), document_.paragraphs(extent).length(),
                   selection_, selection_, Kind::other);
@@ -172,8 +175,9 @@ void RichEdit::replace(Scope scope, Document content) {
 }
 
 void RichEdit::replace_part(Extent extent, Document content, Kind kind) {
-  const CharFormat before = format_for(extent);
   const std::size_t inserted = content.size();
+  if (extent.length() == 0 && inserted == 0) return;
+  const CharFormat before = format_for(extent);
   const Extent after = {extent.start + inserted, extent.start + inserted};
   history_.record(document_, extent, inserted, selection_, after, kind);
   document_.replace(extent, std::move(content));
@@ -212,10 +216,11 @@ bool RichEdit::redo() { return take_step(&UndoHistory::redo); }
 
 bool RichEdit::insert(const std::optional<std::u16string>& rtf,
                       const std::optional<std::u16string>& text) {
-  if (!rtf && !text) return false;
+  const bool has_rtf = rtf && !rtf->empty();
+  if (!has_rtf && !text) return false;
   const Extent extent = selected();
   Document content =
-      rtf ? richtext::read_document(*rtf, format_for(extent)) : plain_content(extent, *text);
+      has_rtf ? richtext::read_document(*rtf, format_for(extent)) : plain_content(extent, *text);
   if (!appearance_.multiline) content = in_one_line(content);
   replace_part(extent, std::move(content), Kind::other);
   return true;
@@ -233,14 +238,16 @@ std::int32_t RichEdit::position_at(float x, float y) const {
   }
   const std::size_t length = std::min(text.find(u'\r', start), text.size()) - start;
   const float column = std::clamp(x / character_width + 0.5F, 0.0F, static_cast<float>(length));
-  return static_cast<std::int32_t>(start + static_cast<std::size_t>(column));
+  const std::size_t at = start + static_cast<std::size_t>(column);
+  const bool is_inside_pair = at > start && at < text.size() && is_pair_at(text, at - 1);
+  return static_cast<std::int32_t>(is_inside_pair ? at - 1 : at);
 }
 
 // Drag and drop.
 
 void RichEdit::start_drag() {
   platform::DragData data;
-  const Extent dragged = selected();
+  const Scoped dragging(dragged_, std::optional<Dragged>({selected(), revision_}));
   const std::u16string text = this->text(Scope::selection);
   if (!text.empty()) {
     data.put(platform::text_format, text);
@@ -261,9 +268,8 @@ void RichEdit::start_drag() {
   constexpr std::int32_t box_drags = 1;
   const bool moves = drag.effect() == platform::move_drop && !drag.stays_in_source() &&
                      appearance_.drag_mode == box_drags;
-  if (moves && document_.size() >= dragged.end &&
-      document_.text().compare(dragged.start, dragged.length(), text) == 0) {
-    replace_part(dragged, Document(), Kind::other);
+  if (moves && dragged_->revision == revision_) {
+    replace_part(dragged_->extent, Document(), Kind::other);
   }
   std::int32_t effect = drag.effect();
   listener_->on_complete_drag(effect);
@@ -272,8 +278,7 @@ void RichEdit::start_drag() {
 bool RichEdit::take_drop(platform::DragData& data, std::int32_t position, const RichEdit& source,
                          std::int32_t effect) {
   if (&source == this && effect == platform::move_drop) {
-    move_selection(static_cast<std::size_t>(position));
-    return true;
+    return move_dragged(static_cast<std::size_t>(position));
   }
   const auto rtf = data.get(platform::rtf_format);
   const auto text = rtf ? std::nullopt : data.get(platform::text_format);
@@ -283,11 +288,12 @@ bool RichEdit::take_drop(platform::DragData& data, std::int32_t position, const 
   return true;
 }
 
-/// One change, so that it is undone as one.
-void RichEdit::move_selection(std::size_t to) {
-  const Extent moved = selected();
+/// One change, so that it is undone as one. Nothing moves when the text was changed meanwhile.
+bool RichEdit::move_dragged(std::size_t to) {
+  if (!dragged_ || dragged_->revision != revision_) return false;
+  const Extent moved = dragged_->extent;
   to = document_.without_cut_breaks({to, to}).start;
-  if (to >= moved.start && to <= moved.end) return;
+  if (to >= moved.start && to <= moved.end) return true;
   const bool ahead = to > moved.start;
   const Extent passed = ahead ? Extent{moved.end, to} : Extent{to, moved.start};
   Document content = document_.part(moved);
@@ -297,6 +303,7 @@ void RichEdit::move_selection(std::size_t to) {
   replace_part({std::min(moved.start, to), std::max(moved.end, to)}, std::move(content),
                Kind::other);
   select({static_cast<std::int32_t>(start), static_cast<std::int32_t>(moved.length())});
+  return true;
 }
 
 }  // namespace qel::embedded

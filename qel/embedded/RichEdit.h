@@ -79,6 +79,12 @@ class RichEdit : public platform::RichEdit {
  private:
   using Kind = UndoHistory::Kind;
 
+  /// What is being dragged from here, and the revision that it belongs to.
+  struct Dragged {
+    richtext::Extent extent;
+    std::uint64_t revision = 0;
+  };
+
   richtext::Extent extent_of(platform::Scope scope) const;
   /// The selection widened to whole breaks.
   richtext::Extent selected() const { return document_.without_cut_breaks(selection_); }
@@ -91,9 +97,12 @@ class RichEdit : public platform::RichEdit {
   richtext::Document plain_content(richtext::Extent extent, std::u16string_view text) const;
   void replace(platform::Scope scope, richtext::Document content);
   void replace_part(richtext::Extent extent, richtext::Document content, Kind kind);
-  void move_selection(std::size_t to);
+  bool move_dragged(std::size_t to);
   bool take_step(std::optional<richtext::Extent> (UndoHistory::*step)(richtext::Document&));
-  void tell_change() { listener_->on_change(); }
+  void tell_change() {
+    ++revision_;
+    listener_->on_change();
+  }
 
   std::shared_ptr<Desktop> desktop_;
   richtext::Document document_;
@@ -101,6 +110,8 @@ class RichEdit : public platform::RichEdit {
   richtext::Extent selection_;
   platform::CharFormat typing_;  // format of the next character typed at the caret
   platform::BoxAppearance appearance_;
+  std::uint64_t revision_ = 0;  // counts changes
+  std::optional<Dragged> dragged_;
   platform::BoxListener nobody_;
   platform::BoxListener* listener_ = &nobody_;
 };

@@ -24,8 +24,6 @@ class UndoHistory {
   void end_step() { is_open_ = false; }
   void clear();
 
-  bool can_undo() const { return !done_.empty(); }
-  bool can_redo() const { return !undone_.empty(); }
   /// Each takes one step in the document and returns the selection to be set; nothing where there
   /// is no such step.
   std::optional<richtext::Extent> undo(richtext::Document& document);

@@ -6,6 +6,7 @@
 #include <string>
 #include <string_view>
 #include <unordered_map>
+#include <utility>
 #include <vector>
 
 #include "qel/platform/CharFormat.h"
@@ -88,7 +89,11 @@ class Document {
   /// The inverse of `replace`: puts a `part` back, with the alignments that its first and its last
   /// paragraph had.
   void restore(Extent extent, Document part);
+  /// Replaces all characters by as many others; breaks are where they were.
+  void put_characters(std::u16string text) { text_ = std::move(text); }
   void change_format(Extent extent, const FormatChange& change);
+  /// Whether the change would leave all formats of the extent as they are.
+  bool has_format(Extent extent, const FormatChange& change) const;
   /// The paragraphs that the extent touches.
   Extent paragraphs(Extent extent) const {
     return {paragraph_start(extent.start), paragraph_end(extent.end)};

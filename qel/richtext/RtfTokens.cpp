@@ -2,6 +2,7 @@
 
 #include <limits>
 
+#include "qel/base/Hex.h"
 #include "qel/base/Scan.h"
 
 namespace qel::richtext {
@@ -9,13 +10,6 @@ namespace {
 
 bool is_letter(char16_t c) { return (c >= u'a' && c <= u'z') || (c >= u'A' && c <= u'Z'); }
 bool is_digit(char16_t c) { return c >= u'0' && c <= u'9'; }
-
-int hex_value(char16_t c) {
-  if (is_digit(c)) return c - u'0';
-  if (c >= u'a' && c <= u'f') return c - u'a' + 10;
-  if (c >= u'A' && c <= u'F') return c - u'A' + 10;
-  return -1;
-}
 
 }  // namespace
 

@@ -11,7 +11,6 @@ namespace qel {
 namespace {
 
 constexpr std::u16string_view separator = u"<Fonts:Rec>";
-constexpr std::u16string_view unused = u"<none>";
 
 }  // namespace
 

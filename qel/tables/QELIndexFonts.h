@@ -10,9 +10,12 @@
 namespace qel {
 
 /// The numbered table of the ten font names that "/f0" to "/f9" refer to, and the default size.
-/// Index 0 is the default font; the name "<none>" marks an unused entry.
+/// Index 0 is the default font.
 class QELIndexFonts {
  public:
+  /// The name of an unused entry.
+  static constexpr std::u16string_view unused = u"<none>";
+
   /// The lowest of 1 to 9 with this name, whatever its case; 0 when font 0 has it; -1 when none
   /// has.
   std::int16_t FontIndexGivenFontName(std::u16string_view Name) const;

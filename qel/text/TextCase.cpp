@@ -10,11 +10,15 @@
 #include "qel/model/Division.h"
 #include "qel/model/StyleDecoder.h"
 #include "qel/richtext/VisibleText.h"
+#include "qel/text/CaseRules.h"
 #include "qel/text/TitleRules.h"
 
 namespace qel {
 namespace {
 
+using case_rules::mask_codes;
+using case_rules::swap_case;
+using case_rules::with_changes;
 using title_rules::looked_through;
 using title_rules::Mapping;
 using title_rules::Span;
@@ -71,16 +75,6 @@ std::vector<Piece> pieces_of(const SegmentCollection& segments, std::int32_t sta
   return pieces;
 }
 
-/// `text` with what a rule changed of it.
-std::u16string with_changes(std::u16string_view text, std::u16string_view before,
-                            std::u16string_view after) {
-  std::u16string changed(text);
-  for (std::size_t i = 0; i < text.size(); ++i) {
-    changed[i] = before[i] == after[i] ? changed[i] : after[i];
-  }
-  return changed;
-}
-
 /// Applies a rule (see `title_rules`) to a span of markup.
 template <class Rule>
 std::u16string apply_rule(std::u16string_view markup, std::int32_t start, std::int32_t length,
@@ -105,24 +99,6 @@ std::u16string apply_rule(std::u16string_view markup, std::int32_t start, std::i
     piece.segment->put_Text(with_changes(piece.segment->text(), part_before, part_after));
   }
   return decoder.get_QELText();
-}
-
-char32_t swap_case(char32_t character) {
-  const char32_t lower = to_lower(character);
-  if (lower == character) return to_upper(character);
-  return to_upper(character) == character ? lower : character;
-}
-
-/// Makes slash codes something to look through, and the line code a line break.
-void mask_codes(std::u16string& text) {
-  constexpr std::size_t length = 3;
-  for (std::size_t at = text.find(u'/'); at < text.size(); at = text.find(u'/', at + 1)) {
-    const std::u16string_view code = std::u16string_view(text).substr(at, length);
-    if (!IsQELCode(code)) continue;
-    const bool breaks = code == u"/nl";
-    text.replace(at, length, length, looked_through);
-    if (breaks) text[at] = u'\n';
-  }
 }
 
 /// Applies a rule to the visible text of RTF.

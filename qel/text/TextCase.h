@@ -68,6 +68,9 @@ class TextCase {
   static std::u16string FirstToUpper(std::u16string_view Text, std::int16_t Start,
                                      std::int16_t Length);
 
+  /// The words of the list.
+  const WordSet& ignored_words() const { return ignored_words_; }
+
   /// Title case of the whole text, but for the words of the list.
   std::u16string AutoTitleCase(std::u16string_view Text) const;
   static std::u16string AutoInitialCap(std::u16string_view Text);

@@ -174,9 +174,12 @@ TEST_F(Box, TellsOfEachChangeOnce) {
   box.select({0, 2});
   box.put_SelText(u"x");
   box.select({0, 1});
-  box.put_SelBold(true);
+  box.put_SelBold(false);
   box.put_alignment(Alignment::right);
   EXPECT_EQ(listener.changes, 5) << "moving the selection is no change";
+  box.put_SelBold(false);
+  box.put_alignment(Alignment::right);
+  EXPECT_EQ(listener.changes, 5) << "what stands there already is none either";
   box.select({1, 0});
   box.put_SelBold(false);
   EXPECT_EQ(listener.changes, 5) << "nor is the format of text to come";

@@ -1,0 +1,37 @@
+#include "qel/text/CaseRules.h"
+
+#include <cstddef>
+
+#include "qel/base/CaseMapping.h"
+#include "qel/model/QELCode.h"
+#include "qel/text/TitleRules.h"
+
+namespace qel::case_rules {
+
+char32_t swap_case(char32_t character) {
+  const char32_t lower = to_lower(character);
+  if (lower == character) return to_upper(character);
+  return to_upper(character) == character ? lower : character;
+}
+
+void mask_codes(std::u16string& text) {
+  constexpr std::size_t length = 3;
+  for (std::size_t at = text.find(u'/'); at < text.size(); at = text.find(u'/', at + 1)) {
+    const std::u16string_view code = std::u16string_view(text).substr(at, length);
+    if (!IsQELCode(code)) continue;
+    const bool breaks = code == u"/nl";
+    text.replace(at, length, length, title_rules::looked_through);
+    if (breaks) text[at] = u'\n';
+  }
+}
+
+std::u16string with_changes(std::u16string_view text, std::u16string_view before,
+                            std::u16string_view after) {
+  std::u16string changed(text);
+  for (std::size_t i = 0; i < text.size(); ++i) {
+    changed[i] = before[i] == after[i] ? changed[i] : after[i];
+  }
+  return changed;
+}
+
+}  // namespace qel::case_rules
