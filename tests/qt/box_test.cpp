@@ -1,8 +1,14 @@
+// The box in a window against the box in memory, which is the reference for what a box does.
+
 #include <gtest/gtest.h>
 
+#include <array>
 #include <limits>
+#include <string>
 
+#include "qel/embedded/RichEdit.h"
 #include "qt/RichEdit.h"
+#include "support/Random.h"
 #include "support/Text.h"
 
 namespace qel::qt {
@@ -17,157 +23,132 @@ class CountingListener : public platform::BoxListener {
   int changes = 0;
 };
 
-TEST(Box, CountsBreaksAsTwoPositions) {
-  RichEdit box(nullptr);
-  box.put_Text(u"a\nb\r\nc\rd");
-  EXPECT_EQ(box.get_Text(), u"a\r\nb\r\nc\r\nd");
-  box.select({2, 3});  // from within one break to within the next
-  EXPECT_EQ(box.get_SelText(), u"\r\nb\r\n") << "a break is not cut";
-  box.put_SelText(u"-");
-  EXPECT_EQ(box.get_Text(), u"a-c\r\nd");
-  EXPECT_EQ(box.selection(), (platform::Range{2, 0}));
-  box.select({4, 0});
-  box.put_SelText(u"x");
-  EXPECT_EQ(box.get_Text(), u"a-cx\r\nd") << "a caret within a break is before it";
-  box.select({-5, 99});
-  EXPECT_EQ(box.selection(), (platform::Range{0, 7}));
-  box.select({100, -1});
-  EXPECT_EQ(box.selection(), (platform::Range{7, 0}));
-}
-
-TEST(Box, ReportsMixedFormatsAsEmpty) {
-  RichEdit box(nullptr);
-  box.put_Text(u"abcd");
-  box.select({1, 2});
-  box.put_SelBold(true);
-  box.put_SelFontName(u"Symbol");
-  box.put_SelCharOffset(-45);
-  EXPECT_EQ(box.get_SelBold(), true);
-  box.select({0, 2});
-  EXPECT_EQ(box.get_SelBold(), std::nullopt);
-  EXPECT_EQ(box.get_SelFontName(), std::nullopt);
-  EXPECT_EQ(box.get_SelCharOffset(), std::nullopt);
-  EXPECT_EQ(box.get_SelItalic(), false);
-  EXPECT_EQ(box.get_SelColor(), 0);
-  box.put_SelItalic(true);
-  box.select({1, 2});
-  EXPECT_EQ(box.get_SelItalic(), std::nullopt);
-  EXPECT_EQ(box.get_SelBold(), true) << "other attributes are left alone";
-  box.select({2, 0});
-  EXPECT_EQ(box.get_SelBold(), true) << "typed text takes the format before the caret";
-  box.select({4, 0});
-  EXPECT_EQ(box.get_SelBold(), false);
-  box.select({2, 0});
-  EXPECT_EQ(box.get_SelBold(), true);
-  box.put_SelBold(false);
-  box.select({2, 0});
-  EXPECT_EQ(box.get_SelBold(), false) << "a caret that stays keeps what was chosen";
-  box.put_SelText(u"x");
-  box.select({0, 5});
-  std::u16string bold;
-  box.visit_runs(0, [&](const platform::FormatRun& run) {
-    bold.append(run.text).append(run.format.bold ? u"+" : u"-");
+std::u16string runs_from(const platform::RichEdit& box, std::int32_t from) {
+  std::u16string runs;
+  box.visit_runs(from, [&](const platform::FormatRun& run) {
+    runs.append(1, static_cast<char16_t>(u'0' + run.start)).append(u"<").append(run.text);
+    runs.append(u">").append(run.format.font_name).append(run.format.bold ? u"+" : u"-");
+    runs.append(1, static_cast<char16_t>(u'A' + run.format.offset % 26));
     return true;
   });
-  EXPECT_EQ(bold, u"a-b+x-c+d-");
-  std::int32_t visited = 0;
-  box.visit_runs(2, [&](const platform::FormatRun& run) {
-    visited = run.start;
-    return false;
-  });
-  EXPECT_EQ(visited, 2);
+  return runs;
 }
 
-TEST(Box, TakesRTFForTheDocumentAndTheSelection) {
-  RichEdit box(nullptr);
-  platform::BoxAppearance appearance = box.appearance();
-  appearance.font_name = u"Verdana";
-  box.put_appearance(appearance);
-  box.put_SelColor(99);
-  box.put_TextRTF(u"{\\rtf1 one\\par two}");
-  EXPECT_EQ(box.get_Text(), u"one\r\ntwo");
-  box.select({0, 8});
-  EXPECT_EQ(box.get_SelFontName(), u"Verdana");
-  EXPECT_EQ(box.get_SelColor(), 99);
-  box.select({1, 5});
-  box.put_SelRTF(u"{\\rtf1\\b X}");
-  EXPECT_EQ(box.get_Text(), u"oXwo");
-  box.select({1, 2});
-  EXPECT_EQ(box.get_SelRTF(),
-            u"{\\rtf1\\ansi\\ansicpg1252\\deff0{\\fonttbl{\\f0 Verdana;}}{\\colortbl ;\\red99"
-            u"\\green0\\blue0;}\\b\\cf1 X\\b0 w}");
-  box.put_SelRTF(u"not RTF");
-  EXPECT_EQ(box.get_Text(), u"onot RTFo");
-  const std::u16string rtf = box.get_TextRTF();
-  box.put_TextRTF(rtf);
-  EXPECT_EQ(box.get_TextRTF(), rtf);
-  appearance.font_name = u"Symbol";
-  box.put_appearance(appearance);
-  box.select({0, 9});
-  EXPECT_EQ(box.get_SelFontName(), u"Symbol") << "all text changes its font with the box";
+std::string shown(const platform::FormatFields& format) {
+  const auto flag = [](const std::optional<bool>& value) {
+    return value ? (*value ? "1" : "0") : "?";
+  };
+  return std::string(flag(format.bold)) + flag(format.italic) + flag(format.underline) +
+         flag(format.strike_through) + " offset " + std::to_string(format.offset.value_or(-1)) +
+         " color " + std::to_string(format.color.value_or(-1)) + " size " +
+         std::to_string(format.size.value_or(-1)) + " " +
+         test::shown(format.font_name.value_or(u"?"));
 }
 
-TEST(Box, FormatsWholeBreaks) {
-  RichEdit box(nullptr);
-  box.put_Text(u"a\nb");
-  box.select({0, 2});
-  box.put_SelBold(true);
-  EXPECT_TRUE(box.get_SelBold());
-  RichEdit again(nullptr);
-  again.put_TextRTF(box.get_TextRTF());
-  EXPECT_EQ(again.get_TextRTF(), box.get_TextRTF());
-  box.select({2, 1});
-  EXPECT_EQ(box.get_SelBold(), true);
-  for (const float size : {std::numeric_limits<float>::quiet_NaN(), -1.0F, 0.0F, 1e9F}) {
-    box.put_SelFontSize(size);
+/// Two boxes to which the same is done.
+class BothBoxes {
+ public:
+  BothBoxes() {
+    reference.listen(&reference_listener);
+    box.listen(&listener);
   }
-  EXPECT_EQ(box.get_SelFontSize(), 8) << "no size at all";
-}
 
-TEST(Box, AlignsParagraphs) {
-  RichEdit box(nullptr);
-  box.put_alignment(Alignment::center);
-  box.put_Text(u"x\ny");
-  EXPECT_EQ(box.alignment(), Alignment::center) << "new text keeps the alignment";
-  box.put_alignment(Alignment::left);
-  box.put_Text(u"one\ntwo\nthree");
-  box.select({5, 4});
-  box.put_alignment(Alignment::center);
-  EXPECT_EQ(box.alignment(), Alignment::center);
-  box.select({0, 20});
-  EXPECT_EQ(box.alignment(), std::nullopt);
-  box.select({0, 5});
-  EXPECT_EQ(box.alignment(), Alignment::left)
-      << "a selected break belongs to the paragraph it ends";
-  box.select({1, 0});
-  box.put_alignment(Alignment::right);
-  EXPECT_NE(box.get_TextRTF().find(u"\\pard\\qr"), std::u16string::npos);
-  RichEdit other(nullptr);
-  other.put_TextRTF(box.get_TextRTF());
-  other.select({1, 0});
-  EXPECT_EQ(other.alignment(), Alignment::right);
-  other.select({6, 0});
-  EXPECT_EQ(other.alignment(), Alignment::center);
-}
+  template <class Action>
+  void act(Action action) {
+    action(static_cast<platform::RichEdit&>(reference));
+    action(static_cast<platform::RichEdit&>(box));
+  }
 
-TEST(Box, TellsOfEachChangeOnce) {
-  RichEdit box(nullptr);
+  void compare(std::int32_t position) const {
+    EXPECT_EQ(test::shown(box.get_Text()), test::shown(reference.get_Text()));
+    EXPECT_EQ(test::shown(box.get_SelText()), test::shown(reference.get_SelText()));
+    EXPECT_EQ(test::shown(box.get_TextRTF()), test::shown(reference.get_TextRTF()));
+    EXPECT_EQ(test::shown(box.get_SelRTF()), test::shown(reference.get_SelRTF()));
+    EXPECT_EQ(shown(box.format()), shown(reference.format()));
+    EXPECT_EQ(box.get_SelLength(), static_cast<std::int32_t>(box.get_SelText().size()));
+    EXPECT_EQ(box.alignment(), reference.alignment());
+    EXPECT_EQ(test::shown(runs_from(box, position)), test::shown(runs_from(reference, position)));
+    EXPECT_EQ(listener.changes, reference_listener.changes);
+  }
+
+  CountingListener reference_listener;
   CountingListener listener;
-  box.listen(&listener);
-  box.put_Text(u"abc");
-  box.put_TextRTF(u"{\\rtf1\\b ab\\b0 c}");
-  box.select({0, 2});
-  box.put_SelText(u"x");
-  box.select({0, 1});
-  box.put_SelBold(true);
-  box.put_alignment(Alignment::right);
-  EXPECT_EQ(listener.changes, 5) << "moving the selection is no change";
-  box.select({1, 0});
-  box.put_SelBold(false);
-  EXPECT_EQ(listener.changes, 5) << "nor is the format of text to come";
-  box.listen(nullptr);
-  box.put_Text(u"");
-  EXPECT_EQ(listener.changes, 5);
+  embedded::RichEdit reference;
+  RichEdit box{nullptr};
+};
+
+/// A step that anybody who holds a box could take.
+void act_at_random(BothBoxes& boxes, test::Random& random) {
+  static const std::array<std::u16string, 8> texts = {
+      u"",          u"word",           u"two\r\nlines", u"\n",
+      u"a\rb\n\nc", u" \u00A0\u2028x", u"\t\U0001F600", u"\u05E9\u05DC"};
+  static const std::array<std::u16string, 6> documents = {
+      u"{\\rtf1 plain}",
+      u"{\\rtf1\\qc one\\par\\pard\\qr two\\par\\pard three}",
+      u"{\\rtf1{\\fonttbl{\\f0 Verdana;}{\\f1 Symbol;}}{\\colortbl;\\red1\\green2\\blue3;}"
+      u"\\f1\\b\\cf1 x\\up4 y\\dn9 z\\par\\par}",
+      u"{\\rtf1\\fs30\\i\\ul\\strike big\\par}",
+      u"{\\rtf1}",
+      u"not RTF"};
+  const auto any = [&](const auto& items) { return items[random.below(items.size())]; };
+  const auto number = [&](int below) {
+    return static_cast<std::int32_t>(random.below(static_cast<std::size_t>(below))) - 2;
+  };
+  const Scope scope = random.below(4) == 0 ? Scope::document : Scope::selection;
+  switch (random.below(7)) {
+    case 0: {
+      const std::u16string text = any(texts);
+      boxes.act([&](platform::RichEdit& box) { box.put_text(scope, text); });
+      break;
+    }
+    case 1: {
+      const std::u16string rtf = any(documents);
+      boxes.act([&](platform::RichEdit& box) { box.put_rtf(scope, rtf); });
+      break;
+    }
+    case 2:
+    case 3: {
+      const platform::Range range = {number(24), number(12)};
+      boxes.act([&](platform::RichEdit& box) { box.select(range); });
+      break;
+    }
+    case 4: {
+      platform::FormatChange change;
+      if (random.below(2) == 0) change.bold = random.below(2) == 0;
+      if (random.below(3) == 0) change.underline = random.below(2) == 0;
+      if (random.below(3) == 0) change.offset = static_cast<std::int16_t>(45 * number(5));
+      if (random.below(3) == 0) change.color = number(4) * 0x1234 + 0x3000;
+      if (random.below(3) == 0) change.font_name = random.below(2) == 0 ? u"Verdana" : u"Nowhere";
+      if (random.below(3) == 0) change.size = static_cast<float>(number(20));
+      boxes.act([&](platform::RichEdit& box) { box.change_format(change); });
+      break;
+    }
+    case 5: {
+      const auto alignment = static_cast<Alignment>(random.below(3));
+      boxes.act([&](platform::RichEdit& box) { box.put_alignment(alignment); });
+      break;
+    }
+    default: {
+      platform::BoxAppearance appearance = boxes.box.appearance();
+      appearance.font_name = random.below(2) == 0 ? u"Arial" : u"Courier";
+      appearance.multiline = random.below(2) == 0;
+      appearance.read_only = random.below(2) == 0;
+      boxes.act([&](platform::RichEdit& box) { box.put_appearance(appearance); });
+    }
+  }
+}
+
+TEST(QtBox, DoesWhatTheBoxInMemoryDoes) {
+  for (std::uint32_t round = 0; round < 400 && !testing::Test::HasFailure(); ++round) {
+    test::Random random(test::base_seed() + round);
+    SCOPED_TRACE(random.describe());
+    BothBoxes boxes;
+    for (int step = 0; step < 12 && !testing::Test::HasFailure(); ++step) {
+      SCOPED_TRACE(step);
+      act_at_random(boxes, random);
+      boxes.compare(static_cast<std::int32_t>(random.below(12)));
+    }
+  }
 }
 
 }  // namespace
