@@ -8,14 +8,13 @@
 #include <QPlainTextEdit>
 #include <QPushButton>
 #include <QTest>
-#include <QTimer>
 #include <QToolButton>
 #include <functional>
 
 #include "qt/BoxView.h"
 #include "qt/EditorDialog.h"
-#include "qt/RichEdit.h"
 #include "qt/Printing.h"
+#include "qt/RichEdit.h"
 #include "qt/TextBox.h"
 
 namespace qel::qt {
@@ -27,14 +26,15 @@ class QtEditor : public testing::Test {
   QString edit(const char* markup, const std::function<void(EditorDialog&)>& user) {
     box.put_TextQEL(QLatin1String(markup));
     bool has_acted = false;
-    QTimer::singleShot(0, &box, [&] {
+    const auto act = [&] {
       auto* const dialog = qobject_cast<EditorDialog*>(QApplication::activeModalWidget());
       ASSERT_NE(dialog, nullptr);
       QTest::qWait(1);
       user(*dialog);
       has_acted = true;
       if (dialog->isVisible()) dialog->close();
-    });
+    };
+    QMetaObject::invokeMethod(&box, act, Qt::QueuedConnection);
     box.InvokeLargeEditor();
     EXPECT_TRUE(has_acted);
     return box.get_TextQEL();

@@ -7,7 +7,6 @@
 #include <QDropEvent>
 #include <QMimeData>
 #include <QTest>
-#include <QTimer>
 #include <memory>
 
 #include "qel/platform/Keys.h"
@@ -25,7 +24,7 @@ using namespace platform;
 const QString rtf_name = QStringLiteral("text/rtf");
 
 TEST(QtClipboard, HasTextAndRTFUnderTheirNames) {
-  Clipboard& clipboard = const_cast<const QtPlatform&>(*QtPlatform::shared()).clipboard();
+  Clipboard& clipboard = QtPlatform::shared()->clipboard();
   clipboard.put(u"a\r\n\u20AC\u4E2D", u"{\\rtf1 a\\par \u20AC\u4E2D}");
   const QMimeData& there = *QApplication::clipboard()->mimeData();
   EXPECT_EQ(there.text(), QStringLiteral("a\n\u20AC\u4E2D"));
@@ -120,7 +119,7 @@ class QtDrag : public testing::Test {
     window.show();
     QApplication::setActiveWindow(&window);
   }
-  ~QtDrag() override { box.listen(nullptr); }
+  void TearDown() override { box.listen(nullptr); }
 
   void put_drop_mode(std::int32_t mode) {
     BoxAppearance appearance = box.appearance();

@@ -13,16 +13,15 @@
 #include <QSignalSpy>
 #include <QTemporaryDir>
 #include <QTest>
-#include <QTimer>
 #include <QVBoxLayout>
 #include <array>
 
 #include "qel/embedded/PropertyBag.h"
 #include "qel/platform/Keys.h"
 #include "qt/BoxView.h"
+#include "qt/Printing.h"
 #include "qt/PropertyBags.h"
 #include "qt/QtPlatform.h"
-#include "qt/Printing.h"
 #include "qt/TextBox.h"
 
 namespace qel::qt {
@@ -176,7 +175,7 @@ TEST_F(Widget, HandsKeysToWhoeverListens) {
     const bool is_modifier = code >= 16 && code <= 18;
     if (!is_modifier) told.push_back({what, code, shift});
   };
-  QObject::connect(&box, &TextBox::KeyDown, [&](std::int16_t* code, std::int16_t* shift) {
+  QObject::connect(&box, &TextBox::KeyDown, [&](std::int16_t* code, const std::int16_t* shift) {
     note(0, *code, *shift);
     if (*code == 'Q') *code = 0;
     if (*code == keys::page_up_key) *code = keys::home_key;
@@ -186,7 +185,7 @@ TEST_F(Widget, HandsKeysToWhoeverListens) {
     if (*character == 'z') *character = 'Z';
     if (*character == 'n') *character = 0;
   });
-  QObject::connect(&box, &TextBox::KeyUp, [&](std::int16_t* code, std::int16_t* shift) {
+  QObject::connect(&box, &TextBox::KeyUp, [&](const std::int16_t* code, const std::int16_t* shift) {
     note(2, *code, *shift);
   });
   struct Row {
@@ -296,7 +295,7 @@ TEST_F(Widget, TellsOfTheMouse) {
 TEST_F(Widget, OffersFormatsInItsMenu) {
   box.put_TextQEL(QStringLiteral("/b1ab/b0c"));
   select(0, 2);
-  QTimer::singleShot(0, [] {
+  const auto user = [] {
     auto* const menu = qobject_cast<QMenu*>(QApplication::activePopupWidget());
     ASSERT_NE(menu, nullptr);
     const auto item = [&](const char* text) {
@@ -311,7 +310,8 @@ TEST_F(Widget, OffersFormatsInItsMenu) {
     item("&Italic")->trigger();
     item("&Bold")->trigger();
     menu->close();
-  });
+  };
+  QMetaObject::invokeMethod(&box, user, Qt::QueuedConnection);
   QContextMenuEvent by_key(QContextMenuEvent::Keyboard, QPoint(5, 5), QPoint(5, 5));
   QApplication::sendEvent(&view(), &by_key);
   EXPECT_EQ(box.get_TextQEL(), QStringLiteral("/i1ab/i0c"));
