@@ -207,6 +207,30 @@ TEST_F(QtDrag, BeginsOnlyWhereItMay) {
   EXPECT_EQ(listener.told, "start start");
 }
 
+TEST_F(QtDrag, MovesWithinTheTextAsOneChange) {
+  box.put_TextRTF(u"{\\rtf1\\qc a{\\b b}\\par\\pard c d}");
+  listener.changes = 0;
+  struct Row {
+    Range moved;
+    int to;  // in the document, where a break is one position
+    std::u16string_view text;
+  };
+  for (const Row& row : {Row{{1, 1}, 6, u"a\r\nc db"}, Row{{4, 2}, 0, u"c ab\r\nd"},
+                         Row{{1, 4}, 2, u"ab\r\nc d"}, Row{{0, 2}, 2, u"ab\r\nc d"}}) {
+    const std::u16string before = box.get_TextRTF();
+    box.select(row.moved);
+    const std::u16string moved = box.get_SelRTF();
+    box.view().move_selection(row.to);
+    EXPECT_EQ(test::shown(box.get_Text()), test::shown(row.text));
+    EXPECT_EQ(test::shown(box.get_SelRTF()), test::shown(moved));
+    const bool stays = box.get_TextRTF() == before;
+    EXPECT_EQ(listener.changes, stays ? 0 : 1);
+    if (!stays) box.view().undo();
+    EXPECT_EQ(test::shown(box.get_TextRTF()), test::shown(before));
+    listener.changes = 0;
+  }
+}
+
 TEST_F(QtDrag, SuppliesWhatWasPromised) {
   const DragMimeData data;
   data.dragged().promise(text_format);
