@@ -22,6 +22,9 @@ constexpr std::array aims = {
     Aim{"decode", "md4c_parse", large_size, 1},
     Aim{"rtf_file_to_markup", "unrtf_to_text", large_size, 20},
     Aim{"rtf_file_to_markup", "md4c_parse", large_size, 0.5},
+    // The control takes at most half as long again as the conversions that it is made of.
+    Aim{"assign_text", "markup_to_box", small_size, 1 / 1.5},
+    Aim{"read_text", "box_to_markup", small_size, 1 / 1.5},
 };
 
 /// Each takes at most five times as long as decoding and encoding the text.
@@ -60,6 +63,16 @@ constexpr std::array growths = {
     Growth{"box_to_rtf", medium_size, 11},           Growth{"word_wrap", ten_thousand_words, 10},
 };
 
+/// What a user waits for.
+struct Limit {
+  const char* name;
+  double at_most_us;
+};
+
+constexpr std::array limits = {Limit{"key_in_the_middle", 50}, Limit{"key_at_the_end", 50},
+                               Limit{"typographic_quote", 50}, Limit{"key_erases", 50},
+                               Limit{"shortcut", 50},          Limit{"paste", 20'000}};
+
 const char* met(bool is_met) { return is_met ? "met" : "MISSED"; }
 
 }  // namespace
@@ -67,6 +80,12 @@ const char* met(bool is_met) { return is_met ? "met" : "MISSED"; }
 void AimReporter::ReportRuns(const std::vector<Run>& runs) {
   ConsoleReporter::ReportRuns(runs);
   for (const Run& run : runs) {
+    if (run.run_type == Run::RT_Iteration) {
+      constexpr double us_in_second = 1e6;
+      times_[run.run_name.function_name] = run.GetAdjustedRealTime() /
+                                           benchmark::GetTimeUnitMultiplier(run.time_unit) *
+                                           us_in_second;
+    }
     const auto counter = run.counters.find("bytes_per_second");
     const bool is_speed = run.run_type == Run::RT_Iteration || run.aggregate_name == "median";
     if (!is_speed || counter == run.counters.end()) continue;
@@ -94,6 +113,13 @@ void AimReporter::Finalize() {
   for (const Aim& aim : aims) compare(aim.ours, aim.peer, aim.size, aim.at_least);
   for (const char* const name : string_functions) {
     compare(name, "decode_and_encode", string_size, string_function_at_least);
+  }
+  std::printf("Time for one action\n");
+  for (const Limit& limit : limits) {
+    const auto time = times_.find(limit.name);
+    if (time == times_.end()) continue;
+    std::printf("  %-22s %8.1f us                aim: at most %g, %s\n", limit.name, time->second,
+                limit.at_most_us, met(time->second <= limit.at_most_us));
   }
   std::printf("Time for ten times the input\n");
   for (const Growth& growth : growths) {

@@ -20,6 +20,7 @@ class AimReporter : public benchmark::ConsoleReporter {
   /// Prints how the speeds relate, if both were measured.
   void compare(const char* ours, const char* peer, int size, double at_least) const;
 
+  std::map<std::string, double> times_;   // of the last run of each benchmark, in microseconds
   std::map<std::string, double> speeds_;  // the best of each benchmark, in bytes a second
 };
 

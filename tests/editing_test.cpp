@@ -23,7 +23,6 @@ class Host : public ControlEvents {
   void Click() override { log += "click "; }
   void KeyDown(std::int16_t& KeyCode, std::int16_t& Shift) override {
     log += "down" + std::to_string(KeyCode) + "/" + std::to_string(Shift) + " ";
-    if (KeyCode == swallowed) KeyCode = 0;
   }
   void KeyPress(std::int16_t& KeyAscii) override {
     log += "press" + std::to_string(KeyAscii) + " ";
@@ -33,7 +32,6 @@ class Host : public ControlEvents {
   }
 
   std::string log;
-  std::int16_t swallowed = -1;
 };
 
 class Editing : public testing::Test {
@@ -61,59 +59,6 @@ class Editing : public testing::Test {
 };
 
 constexpr int f1 = 112;
-
-TEST_F(Editing, ShortcutsChangeTheSelection) {
-  struct Row {
-    int key, shift;
-    std::u16string_view result;
-  };
-  const Row rows[] = {{'B', 2, u"a/b1b/b0c"},   {'I', 2, u"a/i1b/i0c"},    {'U', 2, u"a/u1b/u0c"},
-                      {'B', 3, u"a/s1b/s0c"},   {'K', 3, u"a/k1b/k0c"},    {'P', 3, u"a/p1b/p0c"},
-                      {f1, 4, u"a/f1b/f0c"},    {f1 + 2, 4, u"a/f3b/f0c"}, {f1, 2, u"a/y1b/y0c"},
-                      {f1 + 2, 2, u"a/y3b/y0c"}};
-  for (const Row& row : rows) {
-    SCOPED_TRACE(test::shown(row.result));
-    control.put_TextQEL(u"abc");
-    select(1, 1);
-    host.log.clear();
-    EXPECT_EQ(press(row.key, row.shift), 0) << "the key is swallowed";
-    EXPECT_EQ(host.log,
-              "down" + std::to_string(row.key) + "/" + std::to_string(row.shift) + " change ");
-    EXPECT_EQ(control.get_TextQEL(), row.result);
-    press(row.key, row.shift);
-    const bool is_toggle = row.key < f1;
-    EXPECT_EQ(control.get_TextQEL(), is_toggle ? u"abc" : row.result);
-    press(f1 + 9, 4);
-    EXPECT_EQ(control.get_TextQEL(), u"abc") << "plain";
-  }
-  control.put_TextQEL(u"a/b1b");
-  select(0, 2);
-  EXPECT_FALSE(control.get_SelBold());
-  press('B', 2);
-  EXPECT_EQ(control.get_TextQEL(), u"/b1ab/b0") << "what is mixed becomes bold";
-}
-
-TEST_F(Editing, ShortcutsCanBeSwitchedOff) {
-  control.put_TextQEL(u"abc");
-  select(0, 3);
-  control.put_ActOnStyles(false);
-  control.put_ActOnFonts(false);
-  control.put_ActOnColors(false);
-  control.put_ActOnPlain(false);
-  EXPECT_EQ(press('B', 2), 'B') << "reaches the box";
-  EXPECT_EQ(press(f1, 4) + press(f1, 2) + press(f1 + 9, 4), 3 * f1 + 9);
-  control.put_ActOnStyles(true);
-  host.swallowed = 'B';
-  press('B', 2);
-  EXPECT_EQ(control.get_TextQEL(), u"abc") << "the host can cancel";
-  host.swallowed = -1;
-  control.put_AllowEdits(false);
-  EXPECT_EQ(press('B', 2), 0);
-  EXPECT_EQ(control.get_TextQEL(), u"abc") << "the user may not";
-  control.put_SelBold(true);
-  EXPECT_EQ(control.get_TextQEL(), u"/b1abc/b0") << "the host may";
-  EXPECT_EQ(press('B', 6) + press('Q', 2), 'B' + 'Q');
-}
 
 TEST_F(Editing, SelectionMembersKeepTheirRules) {
   control.put_TextQEL(u"abc");

@@ -1,6 +1,5 @@
 #include <gtest/gtest.h>
 
-#include <functional>
 #include <memory>
 #include <string>
 
@@ -51,33 +50,6 @@ class LargeEditor : public testing::Test {
   QELTextbox control{form, platform};
   Host host;
 };
-
-TEST_F(LargeEditor, KeepsEditsOnlyWhenAccepted) {
-  const auto type = [](EditorWindow& window) {
-    window.box()->put_SelText(u"new");
-    EXPECT_EQ(window.box()->get_SelStart(), 4);
-  };
-  const std::u16string_view text = u"a/b1bc/b0";
-  const auto ending = [&](const std::function<void(EditorWindow&)>& end) {
-    return edit(text, {1, 1}, [&](EditorWindow& window) {
-      EXPECT_EQ(window.box()->selection(), (platform::Range{1, 1}));
-      type(window);
-      end(window);
-    });
-  };
-  EXPECT_EQ(ending([](EditorWindow& w) { w.press_ok(); }), u"a/b1newc/b0");
-  EXPECT_EQ(ending([](EditorWindow& w) { EXPECT_EQ(press(w.box(), 13, 0), 0); }), u"a/b1newc/b0");
-  EXPECT_EQ(ending([](EditorWindow& w) { w.press_cancel(); }), text);
-  EXPECT_EQ(ending([](EditorWindow& w) { w.close_by_frame(); }), text);
-  EXPECT_EQ(ending([](EditorWindow&) {}), text) << "nobody closed it";
-  EXPECT_EQ(ending([](EditorWindow& w) {
-              w.choose(u"mnuUndo");
-              EXPECT_TRUE(w.is_open());
-              w.press_ok();
-            }),
-            text);
-  EXPECT_EQ(control.get_SelStart(), 3) << "the caret is at the end";
-}
 
 TEST_F(LargeEditor, StandsForTheControlWhileItIsOpen) {
   edit(u"abc", {0, 3}, [&](EditorWindow& window) {

@@ -1,9 +1,9 @@
 #pragma once
 
 #include <CLI/CLI.hpp>
-#include <cstdint>
 #include <string>
 
+#include "Picture.h"
 #include "TableOptions.h"
 #include "TextSource.h"
 #include "TextTask.h"
@@ -23,22 +23,6 @@ class RenderCommand {
   TextTask values() const;
 
  private:
-  struct Picture {
-    float width = 450;
-    float margin = 10;
-    float indent = 0;
-    std::int16_t align = 0;
-    std::int16_t label = 0;
-    bool transparent = false;
-    bool reveal_codes = false;
-    bool hides_hidden = false;
-    bool one_color = false;
-    bool wraps = true;
-  };
-
-  static std::string drawn(const Picture& picture, const Tables& tables,
-                           std::u16string_view markup);
-
   const CLI::App& app_;
   TextSource source_;
   std::string output_;

@@ -2,32 +2,18 @@
 #include <malloc.h>
 #endif
 
-#include <csignal>
-#include <exception>
 #include <filesystem>
-#include <iostream>
 #include <string>
 #include <system_error>
 
 #include "Batch.h"
 #include "CommandLine.h"
 #include "Files.h"
-#include "Temporaries.h"
-#include "UsageError.h"
+#include "Program.h"
 #include "qel/base/Utf8.h"
 
 namespace qel::command {
 namespace {
-
-enum ExitStatus : int { success = 0, failed = 1, misused = 2 };
-
-void complain(const std::string& message) { std::cerr << "qel: " + message + "\n"; }
-
-void print(std::string_view text) {
-  OutputFile output("-");
-  output.write(text);
-  output.finish();
-}
 
 void create_folder(const std::string& folder) {
   std::error_code error;
@@ -74,19 +60,8 @@ int run(const CommandLine& line) {
 
 int main(int argc, char** argv) {
   using namespace qel::command;
-  // A reader that went away is a write that fails.
-  std::signal(SIGPIPE, SIG_IGN);
-  // So is a file that reached its limit.
-  std::signal(SIGXFSZ, SIG_IGN);
-  try {
+  return run_program("qel", [&] {
     return_large_blocks();
-    temporaries::remove_on_signals();
     return run(parse_command_line(argc, argv));
-  } catch (const UsageError& error) {
-    complain(error.what());
-    return misused;
-  } catch (const std::exception& error) {
-    complain(error.what());
-    return failed;
-  }
+  });
 }

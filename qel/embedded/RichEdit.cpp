@@ -224,7 +224,9 @@ bool RichEdit::insert(const std::optional<std::u16string>& rtf,
 std::int32_t RichEdit::position_at(float x, float y) const {
   const std::u16string& text = document_.text();
   std::size_t start = 0;
-  for (float line = 1; line <= y / line_height; ++line) {
+  const float last_line = static_cast<float>(text.size());
+  const auto line = static_cast<std::size_t>(std::clamp(y / line_height, 0.0F, last_line));
+  for (std::size_t i = 0; i < line; ++i) {
     const std::size_t line_feed = text.find(u'\n', start);
     if (line_feed == std::u16string::npos) break;
     start = line_feed + 1;

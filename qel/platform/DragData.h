@@ -26,7 +26,7 @@ class DragData {
   using Supply = std::function<void(DragData& data, std::int16_t format)>;
 
   /// Whether the data has that form, or it was promised.
-  bool has(std::int16_t format) const { return forms_.count(format) != 0; }
+  bool has(std::int16_t format) const { return forms_.contains(format); }
   /// The data in that form; nothing when it does not have it. What was promised is asked for first.
   std::optional<std::u16string> get(std::int16_t format);
   void put(std::int16_t format, std::u16string_view value) { forms_[format] = value; }

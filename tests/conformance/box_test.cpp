@@ -1,15 +1,30 @@
 #include <gtest/gtest.h>
 
 #include <limits>
+#include <memory>
+#include <vector>
 
-#include "qel/embedded/RichEdit.h"
+#include "conformance/Stage.h"
 #include "support/Text.h"
 
-namespace qel::embedded {
+namespace qel::conformance {
 namespace {
 
 using platform::Alignment;
+using platform::RichEdit;
 using platform::Scope;
+
+class Box : public testing::Test {
+ protected:
+  RichEdit& new_box() {
+    boxes_.push_back(stage_->platform()->create_rich_edit(stage_->window()));
+    return *boxes_.back();
+  }
+
+ private:
+  std::unique_ptr<Stage> stage_ = make_stage();
+  std::vector<std::shared_ptr<RichEdit>> boxes_;
+};
 
 class CountingListener : public platform::BoxListener {
  public:
@@ -17,8 +32,8 @@ class CountingListener : public platform::BoxListener {
   int changes = 0;
 };
 
-TEST(Box, CountsBreaksAsTwoPositions) {
-  RichEdit box;
+TEST_F(Box, CountsBreaksAsTwoPositions) {
+  RichEdit& box = new_box();
   box.put_Text(u"a\nb\r\nc\rd");
   EXPECT_EQ(box.get_Text(), u"a\r\nb\r\nc\r\nd");
   box.select({2, 3});  // from within one break to within the next
@@ -35,8 +50,8 @@ TEST(Box, CountsBreaksAsTwoPositions) {
   EXPECT_EQ(box.selection(), (platform::Range{7, 0}));
 }
 
-TEST(Box, ReportsMixedFormatsAsEmpty) {
-  RichEdit box;
+TEST_F(Box, ReportsMixedFormatsAsEmpty) {
+  RichEdit& box = new_box();
   box.put_Text(u"abcd");
   box.select({1, 2});
   box.put_SelBold(true);
@@ -78,8 +93,8 @@ TEST(Box, ReportsMixedFormatsAsEmpty) {
   EXPECT_EQ(visited, 2);
 }
 
-TEST(Box, TakesRTFForTheDocumentAndTheSelection) {
-  RichEdit box;
+TEST_F(Box, TakesRTFForTheDocumentAndTheSelection) {
+  RichEdit& box = new_box();
   platform::BoxAppearance appearance = box.appearance();
   appearance.font_name = u"Verdana";
   box.put_appearance(appearance);
@@ -107,13 +122,13 @@ TEST(Box, TakesRTFForTheDocumentAndTheSelection) {
   EXPECT_EQ(box.get_SelFontName(), u"Symbol") << "all text changes its font with the box";
 }
 
-TEST(Box, FormatsWholeBreaks) {
-  RichEdit box;
+TEST_F(Box, FormatsWholeBreaks) {
+  RichEdit& box = new_box();
   box.put_Text(u"a\nb");
   box.select({0, 2});
   box.put_SelBold(true);
   EXPECT_TRUE(box.get_SelBold());
-  RichEdit again;
+  RichEdit& again = new_box();
   again.put_TextRTF(box.get_TextRTF());
   EXPECT_EQ(again.get_TextRTF(), box.get_TextRTF());
   box.select({2, 1});
@@ -124,8 +139,8 @@ TEST(Box, FormatsWholeBreaks) {
   EXPECT_EQ(box.get_SelFontSize(), 8) << "no size at all";
 }
 
-TEST(Box, AlignsParagraphs) {
-  RichEdit box;
+TEST_F(Box, AlignsParagraphs) {
+  RichEdit& box = new_box();
   box.put_alignment(Alignment::center);
   box.put_Text(u"x\ny");
   EXPECT_EQ(box.alignment(), Alignment::center) << "new text keeps the alignment";
@@ -142,7 +157,7 @@ TEST(Box, AlignsParagraphs) {
   box.select({1, 0});
   box.put_alignment(Alignment::right);
   EXPECT_NE(box.get_TextRTF().find(u"\\pard\\qr"), std::u16string::npos);
-  RichEdit other;
+  RichEdit& other = new_box();
   other.put_TextRTF(box.get_TextRTF());
   other.select({1, 0});
   EXPECT_EQ(other.alignment(), Alignment::right);
@@ -150,8 +165,8 @@ TEST(Box, AlignsParagraphs) {
   EXPECT_EQ(other.alignment(), Alignment::center);
 }
 
-TEST(Box, TellsOfEachChangeOnce) {
-  RichEdit box;
+TEST_F(Box, TellsOfEachChangeOnce) {
+  RichEdit& box = new_box();
   CountingListener listener;
   box.listen(&listener);
   box.put_Text(u"abc");
@@ -171,4 +186,4 @@ TEST(Box, TellsOfEachChangeOnce) {
 }
 
 }  // namespace
-}  // namespace qel::embedded
+}  // namespace qel::conformance

@@ -1,0 +1,40 @@
+#include "Program.h"
+
+#include <csignal>
+#include <exception>
+#include <iostream>
+
+#include "Files.h"
+#include "Temporaries.h"
+#include "UsageError.h"
+
+namespace qel::command {
+
+void complain(const std::string& program, const std::string& message) {
+  std::cerr << program + ": " + message + "\n";
+}
+
+void print(std::string_view text) {
+  OutputFile output("-");
+  output.write(text);
+  output.finish();
+}
+
+int run_program(const std::string& program, const std::function<int()>& work) {
+  // A reader that went away is a write that fails.
+  std::signal(SIGPIPE, SIG_IGN);
+  // So is a file that reached its limit.
+  std::signal(SIGXFSZ, SIG_IGN);
+  try {
+    temporaries::remove_on_signals();
+    return work();
+  } catch (const UsageError& error) {
+    complain(program, error.what());
+    return misused;
+  } catch (const std::exception& error) {
+    complain(program, error.what());
+    return failed;
+  }
+}
+
+}  // namespace qel::command

@@ -1,0 +1,111 @@
+#pragma once
+
+#include <chrono>
+#include <cstdint>
+#include <memory>
+#include <string>
+#include <string_view>
+
+#include "qel/base/Error.h"
+
+struct sqlite3;
+struct sqlite3_stmt;
+
+namespace qel::forms {
+
+/// Numbers of the errors that a database raises; their descriptions name the file and the cause.
+enum StoreError : std::uint32_t {
+  store_failed = Error::component_base + 0x3001,
+  not_a_database,     ///< another file, a damaged one, or a database of another program
+  newer_version,      ///< written by a later version of this program
+  locked,             ///< another program is writing to it
+  write_protected,    ///< it can be read only
+  disk_full,          ///< nothing of what was to be written was kept
+  no_such_record,     ///< no record has that number
+  changed_elsewhere,  ///< somebody else saved the record since it was loaded
+};
+
+/// A connection to an SQLite database in a file. What a transaction has written is on the disk when
+/// it is committed, and a process that ends before leaves nothing of it.
+class Database {
+ public:
+  /// `patience` is how long to wait for other programs that write.
+  Database(std::string path, bool creates, std::chrono::milliseconds patience);
+
+  const std::string& path() const { return path_; }
+  bool is_read_only() const;
+  /// Runs statements that return nothing; `verb` is what an error says could not be done.
+  void execute(const std::string& statements, const char* verb = "write");
+  /// How many rows the last statement has changed.
+  std::int64_t changed_rows() const;
+  std::int64_t last_inserted() const;
+
+  [[noreturn]] void fail(StoreError number, const std::string& verb,
+                         const std::string& cause) const;
+  /// Raises the error that the last call has left.
+  [[noreturn]] void fail_after(const std::string& verb) const;
+
+ private:
+  friend class Statement;
+  friend class Transaction;
+  struct Closer {
+    void operator()(sqlite3* connection) const;
+  };
+
+  std::string path_;
+  std::unique_ptr<sqlite3, Closer> connection_;
+};
+
+/// One statement with its values, which stand for the question marks in their order.
+class Statement {
+ public:
+  template <class... Values>
+  Statement(const Database& database, std::string_view sql, const Values&... values)
+      : Statement(database, sql, nullptr) {
+    (bind(values), ...);
+  }
+
+  /// Goes on to the next row; false when there is none.
+  bool step();
+  /// Runs a statement that returns no rows.
+  void run() {
+    while (step()) {
+    }
+  }
+
+  /// A column of the row, from 0.
+  std::int64_t integer(int column) const;
+  std::u16string text(int column) const;
+
+ private:
+  Statement(const Database& database, std::string_view sql, std::nullptr_t);
+  void bind(std::int64_t value);
+  void bind(const std::u16string& value);
+  void check(int result) const;
+
+  struct Finalizer {
+    void operator()(sqlite3_stmt* statement) const;
+  };
+
+  const Database& database_;
+  std::unique_ptr<sqlite3_stmt, Finalizer> statement_;
+  int bound_ = 0;
+};
+
+/// A transaction: all that is written while it lives is kept together when it is committed, and
+/// none of it otherwise. One within another belongs to the outer one.
+class Transaction {
+ public:
+  explicit Transaction(Database& database);
+  Transaction(const Transaction&) = delete;
+  Transaction& operator=(const Transaction&) = delete;
+  ~Transaction();
+
+  void commit();
+
+ private:
+  Database& database_;
+  bool is_open_;
+};
+
+}  // namespace qel::forms

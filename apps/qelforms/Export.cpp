@@ -1,0 +1,44 @@
+#include "Export.h"
+
+#include "Conversion.h"
+#include "Markup.h"
+#include "Picture.h"
+#include "qel/base/Utf8.h"
+
+namespace qel::forms {
+namespace {
+
+constexpr std::u16string_view line_code = u"/nl";
+
+void append_line(std::u16string& document, const std::u16string& markup) {
+  if (markup.empty()) return;
+  const std::u16string line = with_line_codes(markup);
+  // Behind the line code no character of the text can make text of the codes that close.
+  document.append(line).append(line_code).append(codes_to_close(line));
+}
+
+}  // namespace
+
+std::u16string document_of(std::span<const Record> records) {
+  std::u16string document;
+  for (const Record& record : records) {
+    if (!document.empty()) document.append(line_code);
+    append_line(document, record.title);
+    append_line(document, record.body);
+  }
+  return document;
+}
+
+std::string exported(std::span<const Record> records, ExportForm form,
+                     const command::Tables& tables) {
+  const std::u16string document = document_of(records);
+  if (form == ExportForm::qel) return to_utf8(document);
+  if (form == ExportForm::svg) return command::drawn(command::Picture(), tables, document);
+  command::ConversionOptions options;
+  options.from = command::InputForm::qel;
+  options.to = form == ExportForm::rtf ? command::ResultForm::rtf : command::ResultForm::text;
+  options.tables = tables;
+  return command::convert(to_utf8(document), options);
+}
+
+}  // namespace qel::forms

@@ -1,0 +1,31 @@
+#pragma once
+
+#include <functional>
+#include <memory>
+
+#include "RecordForm.h"
+#include "qel/embedded/ControlSite.h"
+#include "qel/embedded/EmbeddedPlatform.h"
+
+namespace qel::forms {
+
+/// A record form without any window, with controls of its own.
+class HeadlessForm {
+ public:
+  explicit HeadlessForm(
+      RecordStore& store, std::function<void()> on_change = [] {});
+
+  RecordForm& form() { return form_; }
+  QELTextbox& title_control() { return title_; }
+  QELTextbox& body_control() { return body_; }
+
+ private:
+  std::shared_ptr<const platform::Platform> platform_;
+  embedded::ControlSite title_site_;
+  embedded::ControlSite body_site_;
+  QELTextbox title_;
+  QELTextbox body_;
+  RecordForm form_;
+};
+
+}  // namespace qel::forms

@@ -1,0 +1,36 @@
+// A host of the text box without any window: restores a control from what was saved, types into
+// it, opens the large editor, and prints what is to be saved.
+
+#include <iostream>
+
+#include "qel/base/Utf8.h"
+#include "qel/embedded/BoxUser.h"
+#include "qel/embedded/ControlSite.h"
+#include "qel/embedded/EmbeddedPlatform.h"
+#include "qel/embedded/PropertyBag.h"
+#include "qel/platform/Keys.h"
+#include "qel/qel.h"
+
+int main() {
+  qel::embedded::ControlSite form;  // one of a real form looks into some of its members
+  const auto platform = std::make_shared<qel::embedded::EmbeddedPlatform>();
+  qel::QELTextbox control(form, platform);
+  qel::embedded::PropertyBag bag(u"ShowEditorOnShiftF2=True\nTextQEL=Dear /b1Ann/b0");
+  control.ReadProperties(bag);
+
+  const auto user_at = [&] {  // who sits at the box that has the text just now
+    return qel::embedded::BoxUser(
+        static_cast<qel::embedded::RichEdit&>(*control.CurrentRichTextBox()));
+  };
+  platform->put_user([&](qel::embedded::EditorWindow& /*window*/) {
+    user_at().press(qel::keys::end_key);
+    user_at().type(u" and Bob");
+    user_at().press(qel::keys::enter_key);  // accepts
+  });
+  user_at().press(qel::keys::end_key);
+  user_at().type(u"a");
+  user_at().press(qel::keys::function_key(2), qel::keys::shift_key);
+
+  control.WriteProperties(bag);
+  std::cout << qel::to_utf8(bag.get_All());
+}

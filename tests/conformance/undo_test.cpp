@@ -1,0 +1,168 @@
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "conformance/Stage.h"
+#include "qel/platform/Keys.h"
+#include "support/Random.h"
+#include "support/Text.h"
+
+namespace qel::conformance {
+namespace {
+
+using platform::Range;
+using platform::RichEdit;
+
+/// A box as simple as can be: characters with two attributes. A break is one entry.
+class Model {
+ public:
+  struct Character {
+    std::u16string text;
+    bool bold = false;
+    Color color = 0;
+  };
+
+  explicit Model(std::u16string_view text) { characters_ = plain(text, {}); }
+
+  void append_bold(std::u16string_view text) {
+    for (const Character& c : plain(text, {{}, true})) characters_.push_back(c);
+  }
+
+  /// The entries that a selection in the box takes in.
+  std::pair<std::size_t, std::size_t> entries(Range range) const {
+    const auto start = static_cast<std::size_t>(range.start);
+    const std::size_t end = start + static_cast<std::size_t>(range.length);
+    std::size_t first = 0;
+    std::size_t position = 0;
+    while (first < characters_.size() && position + characters_[first].text.size() <= start) {
+      position += characters_[first++].text.size();
+    }
+    std::size_t last = first;
+    while (range.length != 0 && last < characters_.size() && position < end) {
+      position += characters_[last++].text.size();
+    }
+    return {first, last};
+  }
+
+  void put(Range range, std::u16string_view text) {
+    const auto [first, last] = entries(range);
+    if (!characters_.empty()) {
+      format_ = characters_[first != last ? first : std::max<std::size_t>(first, 1) - 1];
+    }
+    std::vector<Character> added = plain(text, format_);
+    const auto begin = characters_.begin();
+    const auto at = characters_.erase(begin + static_cast<std::ptrdiff_t>(first),
+                                      begin + static_cast<std::ptrdiff_t>(last));
+    characters_.insert(at, added.begin(), added.end());
+  }
+
+  template <class Change>
+  void format(Range range, Change change) {
+    const auto [first, last] = entries(range);
+    for (std::size_t i = first; i < last; ++i) change(characters_[i]);
+  }
+
+  std::string shown() const {
+    std::string shown;
+    for (const Character& c : characters_) shown += describe(c.text, c.bold, c.color);
+    return shown;
+  }
+
+  static std::string shown(const RichEdit& box) {
+    std::string shown;
+    box.visit_runs(0, [&](const platform::FormatRun& run) {
+      for (std::size_t at = 0; at < run.text.size(); ++at) {
+        const std::size_t length = run.text.substr(at, 2) == u"\r\n" ? 2 : 1;
+        shown += describe(run.text.substr(at, length), run.format.bold, run.format.color);
+        at += length - 1;
+      }
+      return true;
+    });
+    return shown;
+  }
+
+ private:
+  static std::vector<Character> plain(std::u16string_view text, const Character& format) {
+    std::vector<Character> characters;
+    for (const char16_t c : text) {
+      characters.push_back(
+          {c == u'\n' ? u"\r\n" : std::u16string(1, c), format.bold, format.color});
+    }
+    return characters;
+  }
+  static std::string describe(std::u16string_view text, bool bold, Color color) {
+    return test::shown(text) + (bold ? "+" : "") + (color != 0 ? "c" : "") + " ";
+  }
+
+  std::vector<Character> characters_;
+  Character format_;  // what was typed or erased last: an empty text keeps it
+};
+
+/// One edit of the box and of the model.
+void edit(RichEdit& box, Model& model, Stage& stage, test::Random& random) {
+  const auto size = static_cast<std::size_t>(box.get_Text().size());
+  const auto start = static_cast<std::int32_t>(random.below(size + 1));
+  const auto length = static_cast<std::int32_t>(random.below(6));
+  // A caret that comes from elsewhere takes the format before it.
+  box.select({start == 0 ? static_cast<std::int32_t>(size) : 0, 0});
+  box.select({start, length});
+  const Range range = box.selection();
+  const std::size_t kind = random.below(5);
+  // Formats of text to come are not the model's.
+  if (range.length == 0 && kind < 2) return;
+  switch (kind) {
+    case 0:
+      box.put_SelBold(random.one_in(2));
+      model.format(range, [bold = box.get_SelBold() == true](auto& c) { c.bold = bold; });
+      break;
+    case 1:
+      box.put_SelColor(255);
+      model.format(range, [](auto& c) { c.color = 255; });
+      break;
+    case 2: {
+      const std::u16string text = random.text({u"a", u"\n", u"bc"}, random.below(4));
+      box.put_SelText(text);
+      model.put(range, text);
+      break;
+    }
+    case 3:
+      stage.type(box, u"xy");
+      model.put(range, u"xy");
+      break;
+    default:
+      if (range.length == 0) return;
+      stage.press(box, keys::delete_key, keys::no_modifier);
+      model.put(range, u"");
+  }
+  if (random.one_in(5)) box.put_alignment(platform::Alignment::right);
+}
+
+TEST(Undo, TakesBackAllThatWasEdited) {
+  for (std::uint32_t i = 0; i < 60; ++i) {
+    test::Random random(test::base_seed() + i);
+    SCOPED_TRACE(random.describe());
+    const std::unique_ptr<Stage> stage = make_stage();
+    const std::shared_ptr<RichEdit> box = stage->platform()->create_rich_edit(stage->window());
+    box->put_TextRTF(u"{\\rtf1 one\\par\\pard\\qc two\\par\\pard\\b three}");
+    const std::u16string original = box->get_TextRTF();
+    Model model(u"one\ntwo\n");
+    model.append_bold(u"three");
+    constexpr int edits = 30;
+    for (int n = 0; n < edits; ++n) {
+      edit(*box, model, *stage, random);
+      ASSERT_EQ(Model::shown(*box), model.shown()) << "edit " << n;
+    }
+    const std::u16string edited = box->get_TextRTF();
+    // An edit and its alignment are two steps.
+    for (int n = 0; n < 2 * edits; ++n) stage->press(*box, 'Z', keys::ctrl_key);
+    EXPECT_EQ(box->get_TextRTF(), original);
+    for (int n = 0; n < 2 * edits; ++n) stage->press(*box, 'Y', keys::ctrl_key);
+    EXPECT_EQ(box->get_TextRTF(), edited);
+  }
+}
+
+}  // namespace
+}  // namespace qel::conformance

@@ -1,0 +1,476 @@
+#include <gtest/gtest.h>
+#include <sys/stat.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <array>
+#include <chrono>
+#include <csignal>
+#include <cstdint>
+#include <cstdlib>
+#include <filesystem>
+#include <fstream>
+#include <functional>
+#include <optional>
+#include <string>
+#include <thread>
+#include <utility>
+#include <vector>
+
+#include "Export.h"
+#include "FormTables.h"
+#include "HeadlessForm.h"
+#include "RecordStore.h"
+#include "qel/base/Records.h"
+#include "qel/base/Utf8.h"
+#include "qel/embedded/BoxUser.h"
+#include "support/Random.h"
+#include "support/Text.h"
+
+namespace qel::forms {
+namespace {
+
+namespace fs = std::filesystem;
+using namespace std::chrono_literals;
+using test::shown;
+
+class Forms : public testing::Test {
+ public:
+  Forms() {
+    std::string name = (fs::temp_directory_path() / "qelforms-XXXXXX").string();
+    folder_ = mkdtemp(name.data());
+  }
+  ~Forms() override { fs::remove_all(folder_); }
+
+  std::string path(const std::string& name = "records.db") const { return folder_ / name; }
+  RecordStore open(const RecordStore::Options& options = {true, 50ms, 0}) const {
+    return RecordStore(path(), options);
+  }
+
+ private:
+  fs::path folder_;
+};
+
+Record record_of(std::u16string title, std::u16string body) {
+  Record record;
+  record.title = std::move(title);
+  record.body = std::move(body);
+  return record;
+}
+
+std::vector<std::int64_t> ids_of(const std::vector<Heading>& headings) {
+  std::vector<std::int64_t> ids;
+  ids.reserve(headings.size());
+  for (const Heading& heading : headings) ids.push_back(heading.id);
+  return ids;
+}
+
+/// The error that the work raises; number 0 when it raises none.
+Error error_of(const std::function<void()>& work) {
+  try {
+    work();
+  } catch (const Error& error) {
+    return error;
+  }
+  return {0, "", "no error"};
+}
+
+TEST_F(Forms, FindsVisibleTextAsItIsWritten) {
+  RecordStore store = open();
+  std::vector<Record> records = {record_of(u"/b1Gr/b0een", u"first/nlsecond /y2hidden/y0"),
+                                 record_of(u"100% 'É_t\u00E9'", u"~/b1 \U00010400\u4E2D"),
+                                 record_of(u"", u"")};
+  store.save(records);
+  using Ids = std::vector<std::int64_t>;
+  struct Row {
+    std::u16string_view wanted;
+    Ids found;
+  };
+  const std::vector<Row> rows = {{u"GREEN", {1}},
+                                 {u"first second", {1}},
+                                 {u"hidden", {1}},
+                                 {u"b0", {}},
+                                 {u"%", {2}},
+                                 {u"g%n", {}},
+                                 {u"_", {2}},
+                                 {u"'é_TÉ'", {2}},
+                                 {u"\U00010428\u4E2D", {2}},
+                                 {u"/b1", {2}},
+                                 {u"x", {}},
+                                 {u"", {1, 2, 3}}};
+  for (const auto& [wanted, found] : rows) {
+    EXPECT_EQ(ids_of(store.find(wanted)), found) << shown(wanted);
+  }
+  EXPECT_EQ(store.list()[0].title, u"Green");
+  records[0].title = u"blue";
+  store.save(records[0]);
+  EXPECT_EQ(ids_of(open().find(u"green")), Ids{}) << "the text that is searched follows";
+  EXPECT_EQ(open().load(1).body, u"first/nlsecond /y2hidden/y0");
+}
+
+TEST_F(Forms, SavesTogetherOrNotAtAll) {
+  RecordStore store = open();
+  std::vector<Record> records = {record_of(u"a", u""), record_of(u"b", u"")};
+  store.save(records);
+  std::vector<Record> stale = records;
+  stale[0].title = u"a2";
+  store.save(records[1]);
+  stale.push_back(record_of(u"new", u""));
+  EXPECT_EQ(error_of([&] { store.save(stale); }).number(), changed_elsewhere);
+  EXPECT_EQ(stale[2].id, 0) << "what was not saved has no number";
+  EXPECT_EQ(store.load(1).title, u"a");
+  EXPECT_EQ(store.list().size(), 2U);
+  EXPECT_EQ(error_of([&] {
+              store.remove(std::array<std::int64_t, 2>{1, 9});
+            }).number(),
+            no_such_record);
+  EXPECT_EQ(store.list().size(), 2U);
+  store.remove(std::array<std::int64_t, 1>{2});
+  EXPECT_EQ(error_of([&] { store.save(records[1]); }).number(), no_such_record);
+  Record later = record_of(u"c", u"");
+  store.save(later);
+  EXPECT_EQ(later.id, 3) << "numbers are not used twice";
+}
+
+/// For a while the process may not write to what it owns.
+class WithoutRights {
+ public:
+  WithoutRights() {
+    constexpr uid_t nobody = 65534;
+    if (geteuid() == 0) given_up_ = seteuid(nobody) == 0;
+  }
+  WithoutRights(const WithoutRights&) = delete;
+  WithoutRights& operator=(const WithoutRights&) = delete;
+  ~WithoutRights() {
+    if (given_up_ && seteuid(0) != 0) std::abort();
+  }
+
+ private:
+  bool given_up_ = false;
+};
+
+TEST_F(Forms, SaysWhatIsWrongAndKeepsWhatIsThere) {
+  constexpr RecordStore::Options existing = {false, 50ms, 0};
+  const auto save_much = [](RecordStore& store) {
+    Record record = store.load(1);
+    record.body = test::repeated(u"much ", 100000);
+    store.save(record);
+  };
+  const auto alter = [this](const std::string& statements) {
+    Database(path(), true, 0ms).execute(statements);
+  };
+  std::optional<Database> other;
+  struct Row {
+    const char* what;
+    std::function<void()> prepare;
+    std::function<void()> work;
+    StoreError number;
+    const char* cause;
+    bool opens_later = false;
+  };
+  const std::vector<Row> rows = {
+      {"missing", [&] { fs::remove(path()); }, [&] { open(existing); }, store_failed,
+       "No such file"},
+      {"empty", [&] { fs::resize_file(path(), 0); }, [&] { open(existing); }, not_a_database,
+       "no database of records"},
+      {"text", [&] { std::ofstream(path()) << "text"; }, [&] { open(); }, not_a_database,
+       "not a database"},
+      {"foreign", [&] { alter("PRAGMA application_id = 7"); }, [&] { open(); }, not_a_database,
+       "no database of records"},
+      {"newer", [&] { alter("PRAGMA user_version = 99"); }, [&] { open(); }, newer_version, "99"},
+      {"locked", [&] { other.emplace(path(), false, 0ms).execute("BEGIN IMMEDIATE"); },
+       [&] {
+         RecordStore store = open();
+         save_much(store);
+       },
+       locked, "another program", true},
+      {"full", [] {},
+       [&] {
+         RecordStore store = open({false, 50ms, 20});
+         save_much(store);
+       },
+       disk_full, "disk is full", true},
+      {"protected",
+       [&] {
+         fs::permissions(fs::path(path()).parent_path(), fs::perms(0755));
+         fs::permissions(path(), fs::perms(0444));
+       },
+       [&] {
+         const WithoutRights rights;
+         RecordStore store = open();
+         EXPECT_TRUE(store.is_read_only());
+         save_much(store);
+       },
+       write_protected, "protected", true},
+  };
+  for (const Row& row : rows) {
+    SCOPED_TRACE(row.what);
+    fs::remove(path());
+    Record first = record_of(u"first", u"body");
+    open().save(first);
+    row.prepare();
+    const Error error = error_of(row.work);
+    EXPECT_EQ(error.number(), row.number) << error.what();
+    EXPECT_NE(error.description().find(row.cause), std::string::npos) << error.what();
+    EXPECT_NE(error.description().find(path()), std::string::npos) << error.what();
+    other.reset();
+    if (!row.opens_later) continue;
+    open(existing).check();
+    EXPECT_EQ(open(existing).load(1).body, u"body");
+  }
+}
+
+TEST_F(Forms, KeepsFontsAndColoursOfAnyValue) {
+  command::Tables tables;
+  tables.fonts.put_Font(4, u"Zed");
+  tables.fonts.put_FontSize(11.5F);
+  for (std::int16_t i = 0; i < 10; ++i) tables.colors->put_Color(i, rgb(255, 10 * i, 200));
+  const Color label1 = tables.colors->get_LabelColor(1);
+  const Color label2 = tables.colors->get_LabelColor(2);
+  tables.colors->put_LabelColor(1, 1234567);
+  tables.colors->put_LabelColor(2, label1);
+  tables.colors->put_LabelColor(1, label2);
+  tables.colors->put_LabelName(3, u"Three");
+  tables.colors->put_ActiveLabelIndex(5);
+  RecordStore store = open();
+  save_tables(store, tables);
+  const command::Tables loaded = load_tables(open());
+  EXPECT_EQ(loaded.fonts.get_All(), tables.fonts.get_All());
+  EXPECT_EQ(loaded.colors->get_ColorTable(), tables.colors->get_ColorTable());
+  EXPECT_EQ(loaded.colors->get_All(), tables.colors->get_All());
+  HeadlessForm host(store);
+  EXPECT_EQ(host.body_control().GetColorGivenColorIndex(9), rgb(255, 90, 200));
+  EXPECT_EQ(host.title_control().GetFontNameGivenFontIndex(4), u"Zed");
+}
+
+/// The hands of the user in a control of the form.
+embedded::BoxUser user_of(const QELTextbox& control) {
+  return embedded::BoxUser(dynamic_cast<embedded::RichEdit&>(*control.CurrentRichTextBox()));
+}
+
+constexpr std::u16string_view rich_body = u"a /c1small/c0 /f9font/f0/nl/b1b";
+
+TEST_F(Forms, SavesWhatTheUserChangedAndNothingElse) {
+  RecordStore store = open();
+  Record record = record_of(u"title", std::u16string(rich_body));
+  store.save(record);
+  int changes = 0;
+  HeadlessForm host(store, [&] { ++changes; });
+  RecordForm& form = host.form();
+  form.load(1);
+  EXPECT_FALSE(form.is_changed());
+  user_of(host.title_control()).type(u"My ");
+  EXPECT_TRUE(form.is_changed());
+  EXPECT_EQ(changes, 3);
+  form.save();
+  EXPECT_FALSE(form.is_changed());
+  EXPECT_EQ(store.load(1).title, u"My title");
+  EXPECT_EQ(store.load(1).body, rich_body) << "a text that nobody touched stays, letter for letter";
+  form.save();
+  EXPECT_EQ(store.load(1).revision, 2) << "nothing was left to save";
+  user_of(host.body_control()).type(u"x\n");
+  form.revert();
+  EXPECT_EQ(form.body(), rich_body);
+  form.put_title(u"mine");
+  Record theirs = store.load(1);
+  store.save(theirs);
+  EXPECT_EQ(error_of([&] { form.save(); }).number(), changed_elsewhere);
+  EXPECT_EQ(form.title(), u"mine");
+  form.save_as_new();
+  EXPECT_EQ(store.load(2).title, u"mine");
+  form.new_record();
+  user_of(host.body_control()).type(u"x\ny");
+  form.save();
+  EXPECT_EQ(store.load(3).body, u"x/nly");
+}
+
+TEST_F(Forms, KeepsUnsavedWorkUntilItIsSavedOrGivenUp) {
+  RecordStore store = open();
+  std::vector<Record> records = {record_of(u"one", u"1"), record_of(u"two", u"2"),
+                                 record_of(u"three", u"3")};
+  store.save(records);
+  for (const std::int64_t id : {1, 2, 3, 0}) {
+    // The form goes without a word, as in a crash.
+    HeadlessForm host(store);
+    if (id != 0) host.form().load(id);
+    EXPECT_FALSE(host.form().keep_draft());
+    user_of(host.title_control()).type(u"my ");
+    EXPECT_TRUE(host.form().keep_draft());
+    user_of(host.body_control()).type(u"much\n");
+    EXPECT_TRUE(host.form().keep_draft());
+    EXPECT_FALSE(host.form().keep_draft());
+  }
+  store.save(records[1]);
+  Database(path(), false, 0ms).execute("DELETE FROM records WHERE id = 3");
+  struct Row {
+    Draft::Basis basis;
+    std::u16string_view title;
+    std::u16string_view body;
+    std::int64_t id;
+  };
+  const std::vector<Row> rows = {{Draft::Basis::current, u"my one", u"much/nl1", 1},
+                                 {Draft::Basis::outdated, u"my two", u"much/nl2", 2},
+                                 {Draft::Basis::removed, u"my three", u"much/nl3", 4},
+                                 {Draft::Basis::current, u"my", u"much/nl", 5}};
+  HeadlessForm host(store);
+  const std::vector<Draft> drafts = store.drafts();
+  ASSERT_EQ(drafts.size(), rows.size());
+  for (std::size_t i = 0; i < rows.size(); ++i) {
+    SCOPED_TRACE(i);
+    EXPECT_EQ(drafts[i].basis, rows[i].basis);
+    host.form().recover(drafts[i]);
+    EXPECT_TRUE(host.form().is_changed());
+    EXPECT_EQ(store.drafts().size(), rows.size() - i) << "a draft stays until its work is saved";
+    host.form().save();
+    EXPECT_EQ(host.form().record().id, rows[i].id);
+    EXPECT_EQ(store.load(rows[i].id).title, rows[i].title);
+    EXPECT_EQ(store.load(rows[i].id).body, rows[i].body);
+  }
+  EXPECT_TRUE(store.drafts().empty());
+  user_of(host.body_control()).type(u"x");
+  host.form().keep_draft();
+  host.form().revert();
+  EXPECT_TRUE(store.drafts().empty());
+}
+
+TEST_F(Forms, TextsSurviveTheSwitchOfCodes) {
+  RecordStore store = open();
+  HeadlessForm host(store);
+  RecordForm& form = host.form();
+  for (std::uint32_t seed = test::base_seed(); seed < test::base_seed() + 200; ++seed) {
+    test::Random random(seed);
+    SCOPED_TRACE(random.describe());
+    const std::u16string markup = random.text(test::markup_vocabulary(), 30);
+    form.put_body(markup);
+    form.put_RevealCodes(true);
+    ASSERT_EQ(host.body_control().get_Text(), markup);
+    form.put_RevealCodes(false);
+    ASSERT_EQ(shown(form.body()), shown(markup));
+  }
+  form.put_title(u"");
+  form.put_body(u"/b1b/b0");
+  form.put_RevealCodes(true);
+  user_of(host.body_control()).type(u"/i1a\n/i0");
+  user_of(host.title_control()).type(u"/u1t");
+  EXPECT_EQ(form.body(), u"/i1a/nl/i0/b1b/b0") << "a break that is typed counts";
+  form.put_RevealCodes(false);
+  EXPECT_EQ(host.body_control().get_Text(), u"a\r\nb");
+  user_of(host.body_control()).type(u"c");
+  user_of(host.title_control()).press(35);
+  user_of(host.title_control()).type(u"c");
+  EXPECT_EQ(form.body(), u"/i1ca/nl/b1/i0b/b0");
+  EXPECT_EQ(form.title(), u"/u1tc/u0");
+}
+
+TEST_F(Forms, ExportsRecordsThatKeepTheirFormatsToThemselves) {
+  const std::vector<Record> records = {record_of(u"/b1T/y1it", u"one\ntwo"),
+                                       record_of(u"", u"/i1x~"), record_of(u"Last", u"")};
+  const command::Tables tables;
+  EXPECT_EQ(exported(records, ExportForm::text, tables), "Tit\none\ntwo\n\nx~\n\nLast\n");
+  EXPECT_EQ(exported(records, ExportForm::qel, tables),
+            "/b1T/y1it/nl/y0/b0one/nltwo/nl/nl/i1x~/nl/i0/nlLast/nl");
+  EXPECT_NE(exported(records, ExportForm::rtf, tables).find("\\cf0 \\b0 one\\par two"),
+            std::string::npos)
+      << exported(records, ExportForm::rtf, tables);
+  const std::string svg = exported(records, ExportForm::svg, tables);
+  EXPECT_TRUE(svg.starts_with("<svg") && svg.find(">Last<") != std::string::npos) << svg;
+}
+
+/// What a saving process has done so far.
+struct Acknowledged {
+  std::int64_t generation = 0;
+  std::int64_t drafts = 0;
+};
+
+/// Saves generation after generation and says so, until it is killed.
+[[noreturn]] void save_until_killed(const std::string& path, int acknowledgements) {
+  RecordStore store(path, {true, 5000ms, 0});
+  std::vector<Record> records(2);
+  for (std::size_t i = 0; i < store.list().size(); ++i) {
+    records[i] = store.load(static_cast<std::int64_t>(i) + 1);
+  }
+  Acknowledged done;
+  Draft draft;
+  for (const Draft& kept : store.drafts()) draft = kept;
+  while (true) {
+    done.generation = records[0].revision + 1;
+    const std::u16string name = records::from_integer(done.generation);
+    for (Record& record : records) {
+      record.title = name;
+      record.body = test::repeated(name + u" ", 20000);
+    }
+    store.save(records);
+    if (write(acknowledgements, &done, sizeof done) < 0) std::abort();
+    draft.title = name;
+    draft.body = records[0].body;
+    store.keep_draft(draft);
+    done.drafts = done.generation;
+    if (write(acknowledgements, &done, sizeof done) < 0) std::abort();
+  }
+}
+
+/// Lets a process save until it has acknowledged something that often, and for about as long as one
+/// step takes; kills it and returns the last that it has acknowledged.
+Acknowledged kill_after(std::size_t steps, test::Random& random, const std::string& path) {
+  std::array<int, 2> ends = {};
+  if (pipe(ends.data()) != 0) std::abort();
+  const auto begin = std::chrono::steady_clock::now();
+  const pid_t child = fork();
+  if (child == 0) save_until_killed(path, ends[1]);
+  close(ends[1]);
+  Acknowledged last;
+  const auto read_next = [&] { return read(ends[0], &last, sizeof last) == sizeof last; };
+  for (std::size_t step = 0; step < steps; ++step) EXPECT_TRUE(read_next());
+  const std::chrono::microseconds longest =
+      5ms + std::chrono::duration_cast<std::chrono::microseconds>(std::chrono::steady_clock::now() -
+                                                                  begin);
+  const auto most = static_cast<std::size_t>(longest.count()) / (steps + 1);
+  std::this_thread::sleep_for(std::chrono::microseconds(random.below(most)));
+  kill(child, SIGKILL);
+  int status = 0;
+  waitpid(child, &status, 0);
+  EXPECT_TRUE(WIFSIGNALED(status) && WTERMSIG(status) == SIGKILL) << "it ended by itself";
+  while (read_next()) {
+  }
+  close(ends[0]);
+  return last;
+}
+
+TEST_F(Forms, AKilledProcessLosesNothingThatItHadSaved) {
+  test::Random random(test::base_seed());
+  SCOPED_TRACE(random.describe());
+  Acknowledged last;
+  int interrupted = 0;
+  for (int round = 0; round < 25; ++round) {
+    const Acknowledged done = kill_after(random.below(4), random, path());
+    if (done.generation != 0) last.generation = done.generation;
+    if (done.drafts != 0) last.drafts = done.drafts;
+    std::error_code none;
+    if (fs::file_size(path() + "-journal", none) > 0 && !none) ++interrupted;
+
+    const RecordStore store = open();
+    store.check();
+    std::int64_t generation = 0;
+    for (const Heading& heading : store.list()) {
+      const Record record = store.load(heading.id);
+      EXPECT_TRUE(record.body == test::repeated(record.title + u" ", 20000))
+          << "half old, half new";
+      EXPECT_TRUE(generation == 0 || generation == record.revision) << "saved one by one";
+      generation = record.revision;
+      EXPECT_EQ(record.title, records::from_integer(generation));
+    }
+    EXPECT_GE(generation, last.generation) << "a save is lost";
+    EXPECT_LE(generation, last.generation + 1);
+    for (const Draft& draft : store.drafts()) {
+      EXPECT_TRUE(draft.body == test::repeated(draft.title + u" ", 20000));
+      EXPECT_GE(records::to_integer32(draft.title).value_or(0), last.drafts) << "a draft is lost";
+    }
+    EXPECT_TRUE(last.drafts == 0 || store.drafts().size() == 1);
+    last.generation = generation;
+  }
+  EXPECT_GT(last.drafts, 0) << "no save got through";
+  EXPECT_GT(interrupted, 0) << "no save was interrupted";
+}
+
+}  // namespace
+}  // namespace qel::forms

@@ -1,0 +1,143 @@
+// The desktop platform, as a stage.
+
+#include <QApplication>
+#include <QClipboard>
+#include <QDialog>
+#include <QMenu>
+#include <QMenuBar>
+#include <QPushButton>
+#include <QTest>
+#include <QTimer>
+#include <QWidget>
+#include <map>
+#include <utility>
+
+#include "conformance/Stage.h"
+#include "qel/platform/Keys.h"
+#include "qt/KeyMapping.h"
+#include "qt/MimeData.h"
+#include "qt/QtPlatform.h"
+#include "qt/RichEdit.h"
+#include "qt/Text.h"
+
+namespace qel::conformance {
+namespace {
+
+using qt::BoxView;
+
+class Hand : public EditorHand {
+ public:
+  explicit Hand(QDialog& dialog) : dialog_(dialog) {}
+
+  void choose(std::u16string_view name) override {
+    for (QAction* const action : dialog_.findChildren<QAction*>()) {
+      if (action->objectName() == qt::to_qt(name)) action->trigger();
+    }
+  }
+  void press_ok() override { press(true); }
+  void press_cancel() override { press(false); }
+  void close_by_frame() override { dialog_.close(); }
+  bool is_open() const override { return dialog_.isVisible(); }
+
+ private:
+  void press(bool is_default) {
+    for (QPushButton* const button : dialog_.findChildren<QPushButton*>()) {
+      if (button->isDefault() == is_default) button->click();
+    }
+  }
+
+  QDialog& dialog_;
+};
+
+class QtStage : public Stage {
+ public:
+  QtStage() {
+    window_.resize(400, 300);
+    window_.show();
+  }
+
+  std::shared_ptr<const platform::Platform> platform() const override {
+    return qt::QtPlatform::shared();
+  }
+  platform::WindowHandle window() override {
+    return reinterpret_cast<platform::WindowHandle>(&window_);
+  }
+
+  void press(platform::RichEdit& box, std::int16_t key_code, std::int16_t shift) override {
+    const int key = qt::qt_key_of(key_code);
+    QTest::keyClick(&view_of(box), key != 0 ? Qt::Key(key) : Qt::Key(key_code),
+                    qt::modifiers_of(shift));
+  }
+  void type(platform::RichEdit& box, std::u16string_view text) override {
+    for (const char16_t c : text) {
+      if (c == u'\n') {
+        press(box, keys::enter_key, keys::no_modifier);
+      } else {
+        const bool is_capital = c >= u'A' && c <= u'Z';
+        const int key = c < 0x80 ? QChar(c).toUpper().unicode() : 0;
+        QTest::sendKeyEvent(QTest::Click, &view_of(box), Qt::Key(key), QString(QChar(c)),
+                            is_capital ? Qt::ShiftModifier : Qt::NoModifier);
+      }
+    }
+  }
+  void click(platform::RichEdit& box, std::int32_t position, std::int16_t shift) override {
+    QTest::mouseClick(view_of(box).viewport(), Qt::LeftButton, qt::modifiers_of(shift),
+                      point_of(box, position));
+  }
+  void double_click(platform::RichEdit& box, std::int32_t position) override {
+    const QPoint point = point_of(box, position) + QPoint(1, 0);
+    QTest::mouseClick(view_of(box).viewport(), Qt::LeftButton, {}, point);
+    QTest::mouseDClick(view_of(box).viewport(), Qt::LeftButton, {}, point);
+  }
+  void sweep(platform::RichEdit& box, std::int32_t from, std::int32_t to) override {
+    QWidget* const port = view_of(box).viewport();
+    QTest::mousePress(port, Qt::LeftButton, {}, point_of(box, from));
+    QTest::mouseMove(port, point_of(box, to));
+    QTest::mouseRelease(port, Qt::LeftButton, {}, point_of(box, to));
+  }
+
+  void copy_text(std::u16string_view text) override {
+    QApplication::clipboard()->setText(qt::to_qt(text));
+  }
+  void copy_rtf(std::u16string_view text, std::u16string_view rtf) override {
+    platform()->clipboard().put(text, rtf);
+  }
+
+  void at_editor(std::function<void(EditorHand&)> user) override {
+    QTimer::singleShot(0, &window_, [this, user = std::move(user)] { act(user, 50); });
+  }
+
+ private:
+  /// The editor may not be open yet.
+  void act(const std::function<void(EditorHand&)>& user, int tries) {
+    auto* const dialog = qobject_cast<QDialog*>(QApplication::activeModalWidget());
+    if (dialog == nullptr) {
+      if (tries > 0) QTimer::singleShot(1, &window_, [=, this] { act(user, tries - 1); });
+      return;
+    }
+    Hand hand(*dialog);
+    user(hand);
+    if (hand.is_open()) hand.close_by_frame();
+  }
+
+  BoxView& view_of(platform::RichEdit& box) {
+    BoxView& view = static_cast<qt::RichEdit&>(box).view();
+    view.setFocus();
+    return view;
+  }
+  static QPoint point_of(platform::RichEdit& box, std::int32_t position) {
+    BoxView& view = static_cast<qt::RichEdit&>(box).view();
+    QTextCursor cursor(view.document());
+    cursor.setPosition(
+        qt::document_position(*view.document(), position, qt::InBreak::before));
+    return view.cursorRect(cursor).center();
+  }
+
+  QWidget window_;
+};
+
+}  // namespace
+
+std::unique_ptr<Stage> make_stage() { return std::make_unique<QtStage>(); }
+
+}  // namespace qel::conformance
