@@ -76,7 +76,7 @@ QVariant DragMimeData::retrieveData(const QString& name, QMetaType /*type*/) con
 void BoxDrag::start() {
   const Span dragged = view_.selected();
   auto mime_data = std::make_unique<DragMimeData>();
-  DragData& data = mime_data->data();
+  DragData& data = mime_data->dragged();
   const richtext::Document content = read(*view_.document(), dragged);
   if (!dragged.is_empty()) {
     data.put(text_format, content.text());

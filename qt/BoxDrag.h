@@ -18,7 +18,7 @@ class DragMimeData : public QMimeData {
   Q_OBJECT
 
  public:
-  platform::DragData& data() const { return data_; }
+  platform::DragData& dragged() const { return data_; }
   bool hasFormat(const QString& name) const override;
   QStringList formats() const override;
 
@@ -51,7 +51,7 @@ class BoxDrag {
   void tell_target(QDropEvent& event, platform::DragState state);
   std::int32_t suggested_effect(const QDropEvent& event);
   void look_at(const QMimeData& data);
-  platform::DragData& data() { return own_ ? own_->data() : foreign_; }
+  platform::DragData& data() { return own_ ? own_->dragged() : foreign_; }
   bool insert_at(int position, std::int32_t effect);
   void take_out(Span dragged, std::u16string_view text);
 

@@ -121,7 +121,29 @@ void BoxView::type(const QString& text) {
   setTextCursor(cursor);
 }
 
+/// What is typed next takes the format of what was erased.
 void BoxView::act_on_key(QKeyEvent* event, Stroke stroke) {
+  const std::optional<Span> erased = erased_by(stroke);
+  const QTextCharFormat format = erased ? format_for(*erased) : QTextCharFormat();
+  const int before = document()->characterCount();
+  press_key(event, stroke);
+  if (erased && document()->characterCount() < before) setCurrentCharFormat(format);
+}
+
+/// What begins where the key would erase.
+std::optional<Span> BoxView::erased_by(Stroke stroke) const {
+  const bool cuts = stroke.key_code == letter_key('X') && stroke.shift == ctrl_key;
+  const bool erases_back = stroke.key_code == backspace_key && (stroke.shift & alt_key) == 0;
+  const bool erases = cuts || erases_back || stroke.key_code == delete_key;
+  const Span span = selected();
+  if (!erases || isReadOnly()) return {};
+  if (!span.is_empty()) return span;
+  if (erases_back && span.start > 0) return Span{span.start - 1, span.start};
+  const bool erases_ahead = !erases_back && span.start < whole(*document()).end;
+  return erases_ahead ? std::optional(Span{span.start, span.start + 1}) : std::nullopt;
+}
+
+void BoxView::press_key(QKeyEvent* event, Stroke stroke) {
   const bool is_done = run_command(stroke);
   const std::int16_t own = control_character(stroke);
   std::int16_t character = own;
@@ -132,6 +154,9 @@ void BoxView::act_on_key(QKeyEvent* event, Stroke stroke) {
     if (character != 0) type(QChar(static_cast<char16_t>(character)));
   } else if (is_done) {
     return;
+  } else if (!breaks && (stroke.shift & alt_key) != 0 && !event->text().isEmpty()) {
+    // Qt would type it; it may be a menu's.
+    event->ignore();
   } else if (!breaks) {
     QTextEdit::keyPressEvent(event);
   } else if (appearance_.multiline && !isReadOnly()) {

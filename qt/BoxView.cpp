@@ -1,7 +1,9 @@
 #include "qt/BoxView.h"
 
+#include <QFont>
 #include <QMimeData>
 #include <QPalette>
+#include <QTextBlock>
 #include <QTextDocument>
 
 #include "qel/base/Scan.h"
@@ -84,6 +86,9 @@ void BoxView::put_appearance(const BoxAppearance& appearance) {
   if (appearance.font_name != before.font_name) font.font_name = appearance.font_name;
   if (appearance.font_size != before.font_size) font.size = appearance.font_size;
   if (!font.font_name && !font.size) return;
+  QFont own(to_qt(appearance.font_name));
+  if (appearance.font_size > 0) own.setPointSizeF(static_cast<double>(appearance.font_size));
+  setFont(own);
   change(Telling::never, [&] {
     const QTextCharFormat format = to_qt(font, window_text());
     QTextCharFormat typing = typing_format();
@@ -141,11 +146,15 @@ void BoxView::select(Span span) {
 }
 
 /// Typed text takes the format of what is before it; Qt would take a paragraph's first character.
+/// The format of a break is that which the paragraph behind it begins with.
 void BoxView::follow_caret() {
   const QTextCursor cursor = textCursor();
-  const bool is_after_break =
-      !cursor.hasSelection() && cursor.position() > 0 && cursor.atBlockStart();
-  if (is_after_break) setCurrentCharFormat(cursor.blockCharFormat());
+  if (cursor.hasSelection() || !cursor.atBlockStart()) return;
+  if (cursor.position() > 0) {
+    setCurrentCharFormat(cursor.blockCharFormat());
+  } else if (cursor.atBlockEnd() && cursor.block().next().isValid()) {
+    setCurrentCharFormat(cursor.block().next().charFormat());
+  }
 }
 
 QTextCharFormat BoxView::format_for(Span span) const {
@@ -170,6 +179,8 @@ void BoxView::load(const Document& content) {
                                                     : format_for(all);
   change(Telling::once, [&] {
     document()->setUndoRedoEnabled(false);
+    // Laid out as a new text, only what is seen is laid out at once.
+    document()->setLayoutEnabled(false);
     document()->clear();
     QTextCursor cursor(document());
     cursor.beginEditBlock();
@@ -181,10 +192,12 @@ void BoxView::load(const Document& content) {
     cursor.setBlockCharFormat(full);
     qt::insert(cursor, content, window_text());
     cursor.endEditBlock();
-    document()->setUndoRedoEnabled(true);
+    // The caret went along to the end; on its way back later all of it would be laid out.
     cursor.setPosition(0);
     if (content.size() == 0) cursor.setCharFormat(full);
     setTextCursor(cursor);
+    document()->setLayoutEnabled(true);
+    document()->setUndoRedoEnabled(true);
   });
 }
 
@@ -207,8 +220,10 @@ void BoxView::replace(Span span, const Document& content) {
     cursor.endEditBlock();
     end_undo_step();
     cursor.setPosition(cursor.position());
-    if (content.size() == 0) cursor.setCharFormat(before);
     setTextCursor(cursor);
+    // Qt tells nothing of a caret that has moved with the text.
+    follow_caret();
+    if (content.size() == 0) setCurrentCharFormat(before);
   });
 }
 

@@ -99,6 +99,8 @@ class BoxView : public QTextEdit {
   bool leave_by_tab(QKeyEvent& event);
   void type_key(QKeyEvent* event, const QString& text);
   void act_on_key(QKeyEvent* event, Stroke stroke);
+  void press_key(QKeyEvent* event, Stroke stroke);
+  std::optional<Span> erased_by(Stroke stroke) const;
   bool run_command(Stroke stroke);
   std::optional<QString> told_text(const QString& text);
   void type(const QString& text);

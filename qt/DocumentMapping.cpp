@@ -35,7 +35,7 @@ QString storable_text(std::u16string_view text) {
   return stored;
 }
 
-void align(QTextDocument& document, int start, int end, QTextBlockFormat format) {
+void align(QTextDocument& document, int start, int end, const QTextBlockFormat& format) {
   QTextCursor cursor(&document);
   cursor.setPosition(start);
   cursor.setPosition(end, QTextCursor::KeepAnchor);
@@ -150,10 +150,11 @@ int run_start(const QTextDocument& document, int position, FormatReader& formats
                      pieces.push_back(piece);
                      return true;
                    });
-    for (auto piece = pieces.rbegin(); piece != pieces.rend(); ++piece) {
-      if (!format) format = formats[piece->format];
-      if (formats[piece->format] != *format) return start;
-      start = piece->span.start;
+    std::reverse(pieces.begin(), pieces.end());
+    for (const Piece& piece : pieces) {
+      if (!format) format = formats[piece.format];
+      if (formats[piece.format] != *format) return start;
+      start = piece.span.start;
     }
   }
   return start;

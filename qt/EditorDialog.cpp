@@ -95,8 +95,13 @@ void EditorDialog::add_pane(const QString& caption) {
   constexpr int lines = 5;
   pane_->setFixedHeight(lines * pane_->fontMetrics().lineSpacing() + 2 * pane_->frameWidth());
   pane_->hide();
-  layout()->addWidget(fold_);
-  layout()->addWidget(pane_);
+  auto* below = new QVBoxLayout;
+  constexpr int margin = 8;
+  below->setContentsMargins(margin, 0, margin, margin);
+  below->setSpacing(2);
+  below->addWidget(fold_);
+  below->addWidget(pane_);
+  static_cast<QVBoxLayout*>(layout())->addLayout(below);
 
   connect(fold_, &QToolButton::toggled, this, [this](bool is_open) {
     fold_->setArrowType(is_open ? Qt::DownArrow : Qt::RightArrow);

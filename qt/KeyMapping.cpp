@@ -95,6 +95,13 @@ std::int16_t find(const KeyRow (&rows)[Size], int qt_key) {
   return row == std::end(rows) ? std::int16_t{0} : row->key_code;
 }
 
+template <std::size_t Size>
+int find_qt_key(const KeyRow (&rows)[Size], std::int16_t key_code) {
+  const auto row = std::find_if(std::begin(rows), std::end(rows),
+                                [key_code](const KeyRow& r) { return r.key_code == key_code; });
+  return row == std::end(rows) ? 0 : row->qt_key;
+}
+
 std::int16_t key_code_of(const QKeyEvent& event) {
   const int key = event.key();
   const bool is_digit = key >= Qt::Key_0 && key <= Qt::Key_9;
@@ -130,14 +137,13 @@ Stroke stroke_of(const QKeyEvent& event) {
 }
 
 int qt_key_of(std::int16_t key_code) {
-  const auto has_code = [key_code](const KeyRow& row) { return row.key_code == key_code; };
-  const auto row = std::find_if(std::begin(named_keys), std::end(named_keys), has_code);
-  if (row != std::end(named_keys)) return row->qt_key;
+  const bool is_own = (key_code >= 'A' && key_code <= 'Z') || (key_code >= '0' && key_code <= '9');
+  if (is_own) return key_code;
   if (key_code >= first_function_key && key_code < function_key(25)) {
     return Qt::Key_F1 + key_code - first_function_key;
   }
-  const bool is_own = (key_code >= 'A' && key_code <= 'Z') || (key_code >= '0' && key_code <= '9');
-  return is_own ? key_code : 0;
+  const int named = find_qt_key(named_keys, key_code);
+  return named != 0 ? named : find_qt_key(sign_keys, key_code);
 }
 
 std::int16_t shift_mask(Qt::KeyboardModifiers modifiers) {
@@ -162,9 +168,13 @@ std::int16_t button_mask(Qt::MouseButtons buttons) {
 
 QString typed_text(const QKeyEvent& event) {
   const std::int16_t mask = shift_mask(event.modifiers()) & (ctrl_key | alt_key);
-  // Both together are the key that types a third character.
-  const bool may_type = mask == 0 || mask == (ctrl_key | alt_key);
   const QString text = event.text();
+  // Both together may be the key that types a third character; a letter of its own is no such.
+  const int key = event.key();
+  const bool is_letter =
+      key >= Qt::Key_A && key <= Qt::Key_Z && text.compare(QChar(key), Qt::CaseInsensitive) == 0;
+  const bool is_third = mask == (ctrl_key | alt_key) && !is_letter;
+  const bool may_type = mask == 0 || is_third;
   const bool is_text = std::all_of(text.begin(), text.end(), is_typed);
   return may_type && is_text ? text : QString();
 }

@@ -21,7 +21,7 @@ namespace qel::qt {
 namespace {
 
 struct PaletteColor {
-  QPalette::ColorRole role;
+  QPalette::ColorRole role = QPalette::NoRole;
   QPalette::ColorGroup group = QPalette::Active;
 };
 
@@ -139,6 +139,7 @@ platform::Screen QtPlatform::screen() const {
 
 std::shared_ptr<platform::RichEdit> QtPlatform::create_rich_edit(
     platform::WindowHandle owner) const {
+  // NOLINTNEXTLINE(performance-no-int-to-ptr): a handle is an address.
   return std::make_shared<RichEdit>(reinterpret_cast<QWidget*>(owner));
 }
 

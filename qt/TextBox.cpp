@@ -152,6 +152,12 @@ void TextBox::put_TextQEL(const QString& Value) { control_->put_TextQEL(view_of(
 QString TextBox::get_FontName() const { return to_qt(control_->get_FontName()); }
 void TextBox::put_FontName(const QString& Value) { control_->put_FontName(view_of(Value)); }
 
+void TextBox::put_Multiline(bool Value) {
+  const bool has_focus = focusProxy() != nullptr && focusProxy()->hasFocus();
+  control_->put_Multiline(Value);
+  if (has_focus) setFocus();
+}
+
 QString TextBox::get_PlaceholderText() const {
   const BoxView* const box = view();
   return box == nullptr ? QString() : box->placeholderText();
@@ -184,7 +190,8 @@ void TextBox::paintEvent(QPaintEvent* /*event*/) {
   const ControlFrame frame = control_->frame();
   QPainter painter(this);
   painter.setPen(shown_color(frame.color));
-  painter.setBrush(shown_color(control_->get_BackColor()));
+  const BoxView* const box = view();
+  painter.setBrush(box == nullptr ? palette().base() : box->palette().base());
   painter.drawRect(0, 0, frame.right, frame.bottom);
 }
 

@@ -97,7 +97,7 @@ class TextBox : public QWidget {
   int get_NoteColor() const { return control_->get_NoteColor(); }
   void put_NoteColor(int Value) { control_->put_NoteColor(Value); }
   bool get_Multiline() const { return control_->get_Multiline(); }
-  void put_Multiline(bool Value) { control_->put_Multiline(Value); }
+  void put_Multiline(bool Value);
   int get_OLEDragMode() const { return control_->get_OLEDragMode(); }
   void put_OLEDragMode(int Value) { control_->put_OLEDragMode(Value); }
   int get_OLEDropMode() const { return control_->get_OLEDropMode(); }

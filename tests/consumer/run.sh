@@ -25,6 +25,9 @@ mv "$work/installed" "$work/prefix"
 echo "== find_package =="
 build_consumer find_package -DCMAKE_PREFIX_PATH="$work/prefix" -DCMAKE_BUILD_TYPE=Debug
 "$work/find_package/consumer"
+if [[ -x $work/find_package/widget ]]; then
+  (cd "$work" && QT_QPA_PLATFORM=offscreen "$work/find_package/widget")
+fi
 
 echo "== pkg-config =="
 pc=$(find "$work/prefix" -name qel.pc)

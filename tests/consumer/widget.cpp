@@ -1,0 +1,16 @@
+#include <QApplication>
+#include <QSettings>
+
+#include "qt/PropertyBags.h"
+#include "qt/QtPlatform.h"
+#include "qt/TextBox.h"
+
+int main(int argc, char** argv) {
+  const QApplication application(argc, argv);
+  qel::qt::TextBox box;
+  box.setProperty("TextQEL", "plain and /b1bold/b0");
+  QSettings settings("consumer.ini", QSettings::IniFormat);
+  qel::qt::SettingsBag bag(settings);
+  box.control().WriteProperties(bag);
+  return box.get_Text() == "plain and bold" ? 0 : 1;
+}

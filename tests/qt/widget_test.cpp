@@ -1,0 +1,381 @@
+// The text box as a widget: its properties and signals, keys, mouse, menu, palette, assistance.
+
+#include <gtest/gtest.h>
+
+#include <QAccessible>
+#include <QAction>
+#include <QApplication>
+#include <QInputMethodEvent>
+#include <QLineEdit>
+#include <QMenu>
+#include <QMetaProperty>
+#include <QSettings>
+#include <QSignalSpy>
+#include <QTemporaryDir>
+#include <QTest>
+#include <QVBoxLayout>
+#include <array>
+
+#include "qel/embedded/PropertyBag.h"
+#include "qel/platform/Keys.h"
+#include "qt/BoxView.h"
+#include "qt/Printing.h"
+#include "qt/PropertyBags.h"
+#include "qt/QtPlatform.h"
+#include "qt/TextBox.h"
+
+namespace qel::qt {
+namespace {
+
+class Widget : public testing::Test {
+ protected:
+  Widget() {
+    auto* layout = new QVBoxLayout(&form);
+    layout->addWidget(&before);
+    layout->addWidget(&box);
+    layout->addWidget(&behind);
+    form.resize(300, 200);
+    form.show();
+    form.activateWindow();
+    QApplication::setActiveWindow(&form);
+    box.setFocus();
+  }
+
+  BoxView& view() { return *static_cast<BoxView*>(box.focusProxy()); }
+  void press(Qt::Key key, Qt::KeyboardModifiers modifiers = Qt::NoModifier) {
+    QTest::keyClick(&view(), key, modifiers);
+  }
+  void type(const char* text) { QTest::keyClicks(&view(), QLatin1String(text)); }
+  void select(int start, int length) {
+    box.control().CurrentRichTextBox()->select({start, length});
+  }
+
+  QWidget form;
+  QLineEdit before;
+  TextBox box;
+  QLineEdit behind;
+};
+
+TEST_F(Widget, HasEachPersistedPropertyOnce) {
+  /// A bag that gives what it was asked for.
+  class Names : public platform::PropertyBag {
+   public:
+    Variant read(std::u16string_view name, const Variant& preset) const override {
+      names.push_back(QString::fromUtf16(name.data(), static_cast<qsizetype>(name.size())));
+      return preset;
+    }
+    void write(std::u16string_view, const Variant&, const Variant&) override {}
+    mutable QStringList names;
+  };
+  const Names bag;
+  box.control().ReadProperties(bag);
+  ASSERT_EQ(bag.names.size(), 31);
+  const QMetaObject& meta = *box.metaObject();
+  for (const QString& name : bag.names) {
+    const int index = meta.indexOfProperty(name.toLatin1());
+    ASSERT_GE(index, 0) << qPrintable(name);
+    const QMetaProperty property = meta.property(index);
+    EXPECT_EQ(property.isUser(), name == QLatin1String("TextQEL"));
+    const QVariant value = property.read(&box);
+    QVariant other = value.typeId() == QMetaType::Bool      ? QVariant(!value.toBool())
+                     : value.typeId() == QMetaType::QString ? QVariant(QStringLiteral("Verdana"))
+                                                            : QVariant(2);
+    QSignalSpy changed(&box, &TextBox::PropertyChanged);
+    EXPECT_TRUE(property.write(&box, other)) << qPrintable(name);
+    EXPECT_EQ(property.read(&box),
+              other.metaType().id() == QMetaType::Int && property.typeId() == QMetaType::Double
+                  ? QVariant(2.0)
+                  : other)
+        << qPrintable(name);
+    EXPECT_EQ(changed.value(0).value(0).toString(), name);
+    property.write(&box, value);
+  }
+  EXPECT_EQ(qstrcmp(meta.userProperty().notifySignal().name(), "TextQELChanged"), 0);
+}
+
+TEST_F(Widget, KeepsItsPropertiesInSettingsAndDynamicProperties) {
+  box.put_TextQEL(QStringLiteral("a/b1b/b0 \u00E9\U0001F600"));
+  box.put_BackColor(0x123456);
+  box.put_FontSize(12);
+  box.put_OLEDropMode(2);
+  box.put_SmartQuotes(true);
+  const QTemporaryDir folder;
+  const QString file = folder.filePath(QStringLiteral("form.ini"));
+  QObject object;
+  {
+    QSettings settings(file, QSettings::IniFormat);
+    SettingsBag bag(settings);
+    box.control().WriteProperties(bag);
+    EXPECT_EQ(settings.allKeys().size(), 6) << "presets are not kept";
+    DynamicPropertyBag dynamic(object);
+    box.control().WriteProperties(dynamic);
+    EXPECT_EQ(object.dynamicPropertyNames().size(), 6);
+  }
+  const auto expect_same = [&](const TextBox& other) {
+    EXPECT_EQ(other.get_TextQEL(), box.get_TextQEL());
+    EXPECT_EQ(other.get_BackColor(), 0x123456);
+    EXPECT_EQ(other.get_FontSize(), 12);
+    EXPECT_EQ(other.get_OLEDropMode(), 2);
+    EXPECT_TRUE(other.get_SmartQuotes());
+    EXPECT_TRUE(other.get_AllowEdits());
+  };
+  QSettings settings(file, QSettings::IniFormat);
+  TextBox from_settings;
+  from_settings.control().ReadProperties(SettingsBag(settings));
+  expect_same(from_settings);
+  TextBox from_object;
+  from_object.control().ReadProperties(DynamicPropertyBag(object));
+  expect_same(from_object);
+  box.put_FontSize(8);
+  SettingsBag bag(settings);
+  box.control().WriteProperties(bag);
+  EXPECT_FALSE(settings.contains(QStringLiteral("FontSize"))) << "what was kept is forgotten";
+  object.setProperty("BackColor", QColor(1, 2, 3));
+  from_object.control().ReadProperties(DynamicPropertyBag(object));
+  EXPECT_EQ(from_object.get_BackColor(), 0x030201);
+}
+
+TEST_F(Widget, TellsOfEachChangeOnce) {
+  QSignalSpy changes(&box, &TextBox::Change);
+  QSignalSpy notices(&box, &TextBox::TextQELChanged);
+  int expected = 0;
+  const auto expect_one_more = [&](const char* what) {
+    EXPECT_EQ(changes.size(), ++expected) << what;
+    EXPECT_EQ(notices.size(), expected) << what;
+  };
+  box.put_TextQEL(QStringLiteral("one /b1two/b0"));
+  expect_one_more("markup");
+  type("x");
+  expect_one_more("a key");
+  press(Qt::Key_Backspace);
+  expect_one_more("a key that erases");
+  press(Qt::Key_Right);
+  press(Qt::Key_A, Qt::ControlModifier);
+  EXPECT_EQ(changes.size(), expected) << "the selection is no change";
+  type("y");
+  expect_one_more("a key over a selection");
+  press(Qt::Key_Z, Qt::ControlModifier);
+  expect_one_more("undo");
+  EXPECT_EQ(box.get_TextQEL(), QStringLiteral("one /b1two/b0"));
+  press(Qt::Key_Y, Qt::ControlModifier);
+  expect_one_more("redo");
+  QInputMethodEvent composing(QStringLiteral("k"), {});
+  QApplication::sendEvent(&view(), &composing);
+  EXPECT_EQ(changes.size(), expected) << "what is composed is no text yet";
+  QInputMethodEvent committing;
+  committing.setCommitString(QStringLiteral("\u304B"));
+  QApplication::sendEvent(&view(), &committing);
+  expect_one_more("input method");
+  EXPECT_EQ(box.get_Text(), QStringLiteral("y\u304B"));
+}
+
+TEST_F(Widget, HandsKeysToWhoeverListens) {
+  std::vector<std::array<int, 3>> told;  // 0 down, 1 press, 2 up; code; mask
+  const auto note = [&](int what, std::int16_t code, std::int16_t shift) {
+    const bool is_modifier = code >= 16 && code <= 18;
+    if (!is_modifier) told.push_back({what, code, shift});
+  };
+  QObject::connect(&box, &TextBox::KeyDown, [&](std::int16_t* code, const std::int16_t* shift) {
+    note(0, *code, *shift);
+    if (*code == 'Q') *code = 0;
+    if (*code == keys::page_up_key) *code = keys::home_key;
+  });
+  QObject::connect(&box, &TextBox::KeyPress, [&](std::int16_t* character) {
+    note(1, *character, 0);
+    if (*character == 'z') *character = 'Z';
+    if (*character == 'n') *character = 0;
+  });
+  QObject::connect(&box, &TextBox::KeyUp, [&](const std::int16_t* code, const std::int16_t* shift) {
+    note(2, *code, *shift);
+  });
+  struct Row {
+    Qt::Key key;
+    Qt::KeyboardModifiers modifiers;
+    std::vector<std::array<int, 3>> told;
+  };
+  const Row rows[] = {
+      {Qt::Key_A, Qt::NoModifier, {{0, 'A', 0}, {1, 'a', 0}, {2, 'A', 0}}},
+      {Qt::Key_B, Qt::ControlModifier, {{0, 'B', 2}, {2, 'B', 2}}},
+      {Qt::Key_A, Qt::ControlModifier, {{0, 'A', 2}, {1, 1, 0}, {2, 'A', 2}}},
+      {Qt::Key_Backspace, Qt::NoModifier, {{0, 8, 0}, {1, 8, 0}, {2, 8, 0}}},
+      {Qt::Key_Return, Qt::NoModifier, {{0, 13, 0}, {1, 13, 0}, {2, 13, 0}}},
+      {Qt::Key_F9, Qt::ShiftModifier, {{0, 120, 1}, {2, 120, 1}}},
+      {Qt::Key_Left, Qt::ShiftModifier | Qt::AltModifier, {{0, 37, 5}, {2, 37, 5}}},
+      {Qt::Key_QuoteLeft, Qt::ControlModifier, {{0, 192, 2}, {2, 192, 2}}},
+      {Qt::Key_Delete, Qt::NoModifier, {{0, 46, 0}, {2, 46, 0}}},
+  };
+  for (const Row& row : rows) {
+    told.clear();
+    press(row.key, row.modifiers);
+    EXPECT_EQ(told, row.told) << row.key;
+  }
+  box.put_Text({});
+  type("qaznb");
+  EXPECT_EQ(box.get_Text(), QStringLiteral("aZb"));
+  press(Qt::Key_PageUp);
+  EXPECT_EQ(box.control().get_SelStart(), 0) << "one key in place of another";
+}
+
+TEST_F(Widget, ActsOnTheControlsKeys) {
+  QAction thief(&form);
+  thief.setShortcut(QKeySequence(Qt::CTRL | Qt::Key_B));
+  form.addAction(&thief);
+  QSignalSpy stolen(&thief, &QAction::triggered);
+  box.put_SmartQuotes(true);
+  press(Qt::Key_B, Qt::ControlModifier);
+  type("\"a\" ");
+  press(Qt::Key_B, Qt::ControlModifier);
+  press(Qt::Key_P, Qt::ControlModifier | Qt::ShiftModifier);
+  type("2");
+  EXPECT_EQ(stolen.size(), 0);
+  EXPECT_EQ(box.get_TextQEL(), QStringLiteral("/b1\u201Ca\u201D /b0/p12/p0"));
+  box.put_AllowEdits(false);
+  type("no");
+  press(Qt::Key_Backspace);
+  press(Qt::Key_V, Qt::ControlModifier);
+  EXPECT_EQ(box.get_Text(), QStringLiteral("\u201Ca\u201D 2"));
+  press(Qt::Key_Home, Qt::ControlModifier);
+  press(Qt::Key_Right, Qt::ShiftModifier);
+  EXPECT_EQ(box.control().get_SelLength(), 1) << "a text to be read has a caret";
+}
+
+TEST_F(Widget, BreaksLinesOnlyWhereThereAreMany) {
+  type("a");
+  press(Qt::Key_Return);
+  press(Qt::Key_Tab, Qt::ControlModifier);
+  EXPECT_EQ(box.get_Text(), QStringLiteral("a"));
+  EXPECT_EQ(view().lineWrapMode(), QTextEdit::NoWrap);
+  const int one_line = box.sizeHint().height();
+  box.put_Multiline(true);
+  EXPECT_TRUE(view().hasFocus());
+  EXPECT_GT(box.sizeHint().height(), 2 * one_line);
+  EXPECT_TRUE(view().isVisible());
+  type("a");
+  press(Qt::Key_Return, Qt::ShiftModifier);
+  press(Qt::Key_Tab, Qt::ControlModifier);
+  EXPECT_EQ(box.get_Text(), QStringLiteral("a\r\n\t"));
+  EXPECT_EQ(box.control().get_SelStart(), 4);
+  press(Qt::Key_Tab);
+  EXPECT_TRUE(behind.hasFocus());
+  box.setFocus();
+  press(Qt::Key_Backtab, Qt::ShiftModifier);
+  EXPECT_TRUE(before.hasFocus());
+}
+
+TEST_F(Widget, TellsOfTheMouse) {
+  box.put_Text(QStringLiteral("word another"));
+  QStringList told;
+  const auto note = [&told](const char* what) {
+    return [&told, what](std::int16_t button, std::int16_t shift, float, float) {
+      told.append(QStringLiteral("%1 %2 %3").arg(QLatin1String(what)).arg(button).arg(shift));
+    };
+  };
+  QObject::connect(&box, &TextBox::MouseDown, note("down"));
+  QObject::connect(&box, &TextBox::MouseUp, note("up"));
+  QObject::connect(&box, &TextBox::Click, [&] { told.append(QStringLiteral("click")); });
+  QObject::connect(&box, &TextBox::DblClick, [&] { told.append(QStringLiteral("double")); });
+  const QPoint in_word(8, 8);
+  QTest::mouseClick(view().viewport(), Qt::LeftButton, Qt::ShiftModifier, in_word);
+  EXPECT_EQ(told.join(u','), QStringLiteral("down 1 1,up 1 1,click"));
+  told.clear();
+  select(0, 4);
+  QTest::mouseClick(view().viewport(), Qt::LeftButton, Qt::NoModifier, in_word);
+  EXPECT_EQ(box.control().get_SelLength(), 0) << "a click on the selection drops it";
+  QTest::mouseDClick(view().viewport(), Qt::LeftButton, Qt::NoModifier, in_word);
+  QTest::mouseRelease(view().viewport(), Qt::LeftButton, Qt::NoModifier, in_word);
+  EXPECT_EQ(told.join(u','), QStringLiteral("down 1 0,up 1 0,click,double,up 1 0"));
+  EXPECT_EQ(box.control().get_SelText(), u"word");
+  float x = 0;
+  QObject::connect(&box, &TextBox::MouseMove,
+                   [&](std::int16_t, std::int16_t, float to_x, float) { x = to_x; });
+  QTest::mouseMove(view().viewport(), QPoint(23, 5));
+  EXPECT_EQ(x, 23);
+}
+
+TEST_F(Widget, OffersFormatsInItsMenu) {
+  box.put_TextQEL(QStringLiteral("/b1ab/b0c"));
+  select(0, 2);
+  const auto user = [] {
+    auto* const menu = qobject_cast<QMenu*>(QApplication::activePopupWidget());
+    ASSERT_NE(menu, nullptr);
+    const auto item = [&](const char* text) {
+      for (QAction* action : menu->actions()) {
+        if (action->text().startsWith(QLatin1String(text))) return action;
+      }
+      return static_cast<QAction*>(nullptr);
+    };
+    EXPECT_TRUE(item("&Bold")->isChecked());
+    EXPECT_FALSE(item("&Italic")->isChecked());
+    EXPECT_TRUE(item("Cu&t")->isEnabled());
+    item("&Italic")->trigger();
+    item("&Bold")->trigger();
+    menu->close();
+  };
+  QMetaObject::invokeMethod(&box, user, Qt::QueuedConnection);
+  QContextMenuEvent by_key(QContextMenuEvent::Keyboard, QPoint(5, 5), QPoint(5, 5));
+  QApplication::sendEvent(&view(), &by_key);
+  EXPECT_EQ(box.get_TextQEL(), QStringLiteral("/i1ab/i0c"));
+}
+
+TEST_F(Widget, FollowsThePaletteAndItsState) {
+  const auto color_at = [&](int x, int y) { return box.grab().toImage().pixelColor(x, y); };
+  box.put_Text(QStringLiteral("text"));
+  EXPECT_EQ(color_at(0, 0), QColor(127, 157, 185)) << "the border";
+  const QPalette before_dark = QApplication::palette();
+  QPalette dark(QColor(40, 40, 40));
+  dark.setColor(QPalette::Base, QColor(20, 21, 22));
+  dark.setColor(QPalette::Text, QColor(240, 241, 242));
+  QApplication::setPalette(dark);
+  QApplication::processEvents();
+  EXPECT_EQ(QtPlatform().system_colors().color(5), rgb(20, 21, 22));
+  EXPECT_EQ(color_at(box.width() - 8, box.height() - 4), QColor(20, 21, 22));
+  select(0, 4);
+  EXPECT_EQ(box.control().get_SelColor(), 0);
+  box.control().SelPlain();
+  EXPECT_EQ(box.get_TextQEL(), QStringLiteral("text")) << "no colour of a theme gets into the text";
+  box.put_BackColor(0x00C0FFFF);
+  EXPECT_EQ(color_at(box.width() - 8, box.height() - 4), QColor(255, 255, 192));
+  EXPECT_EQ(view().palette().color(QPalette::Text), QColor(Qt::black));
+  QApplication::setPalette(before_dark);
+  QApplication::processEvents();
+  box.put_BackColor(system_color(5));
+  EXPECT_EQ(color_at(box.width() - 8, box.height() - 4), QColor(Qt::white));
+  box.setEnabled(false);
+  EXPECT_FALSE(box.get_Enabled());
+  EXPECT_EQ(color_at(0, 0), QColor(201, 199, 186));
+  form.setEnabled(false);
+  form.setEnabled(true);
+  box.put_Enabled(true);
+  EXPECT_TRUE(view().isEnabled());
+}
+
+TEST_F(Widget, IsReadAloud) {
+  box.put_Text(QStringLiteral("some text"));
+  select(5, 4);
+  for (QWidget* const widget : {static_cast<QWidget*>(&box), box.focusProxy()}) {
+    QAccessibleInterface* const seen = QAccessible::queryAccessibleInterface(widget);
+    ASSERT_NE(seen, nullptr);
+    EXPECT_EQ(seen->role(), QAccessible::EditableText);
+    QAccessibleTextInterface* const text = seen->textInterface();
+    ASSERT_NE(text, nullptr);
+    EXPECT_EQ(text->text(0, text->characterCount()), QStringLiteral("some text"));
+    int start = 0;
+    int end = 0;
+    text->selection(0, &start, &end);
+    EXPECT_EQ(start, 5);
+    EXPECT_EQ(end, 9);
+    EXPECT_NE(seen->editableTextInterface(), nullptr);
+  }
+}
+
+TEST_F(Widget, OutlivesWhatItsSlotsDo) {
+  auto* const other = new TextBox;
+  const auto kept = other->control().CurrentRichTextBox();
+  QObject::connect(other, &TextBox::KeyDown, [&] { other->control().put_Text(u"from the slot"); });
+  QTest::keyClick(other->focusProxy(), Qt::Key_X);
+  delete other;
+  EXPECT_EQ(kept->get_Text(), u"xfrom the slot");
+}
+
+}  // namespace
+}  // namespace qel::qt
