@@ -1,5 +1,7 @@
 // The desktop platform, as a stage.
 
+#include "conformance/Stage.h"
+
 #include <QApplication>
 #include <QClipboard>
 #include <QDialog>
@@ -12,7 +14,6 @@
 #include <map>
 #include <utility>
 
-#include "conformance/Stage.h"
 #include "qel/platform/Keys.h"
 #include "qt/KeyMapping.h"
 #include "qt/MimeData.h"
@@ -128,8 +129,7 @@ class QtStage : public Stage {
   static QPoint point_of(platform::RichEdit& box, std::int32_t position) {
     BoxView& view = static_cast<qt::RichEdit&>(box).view();
     QTextCursor cursor(view.document());
-    cursor.setPosition(
-        qt::document_position(*view.document(), position, qt::InBreak::before));
+    cursor.setPosition(qt::document_position(*view.document(), position, qt::InBreak::before));
     return view.cursorRect(cursor).center();
   }
 
