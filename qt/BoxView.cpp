@@ -189,6 +189,7 @@ void BoxView::load(const Document& content) {
 }
 
 void BoxView::replace(Span span, const Document& content) {
+  if (span.is_empty() && content.size() == 0) return;
   const QTextCharFormat before = format_for(span);
   change(Telling::once, [&] {
     end_undo_step();

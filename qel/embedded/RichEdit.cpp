@@ -75,10 +75,11 @@ MixedFormat RichEdit::format() const {
 }
 
 void RichEdit::change_format(const FormatChange& change) {
+  const bool is_new = !change.is_in(format());
   change.apply_to(typing_);
   history_.end_step();
   const Extent extent = selected();
-  if (extent.length() == 0 || document_.has_format(extent, change)) return;
+  if (extent.length() == 0 || !is_new) return;
   history_.record(document_, extent, extent.length(), selection_, selection_, Kind::other);
   document_.change_format(extent, change);
   tell_change();
