@@ -22,7 +22,7 @@ const QString letter = QStringLiteral(
     u"Dear /b1Anna/b0,/nl/nlthe tea from /i1Darjeeling/i0 came in today: 2 kg at "
     u"/b1\u20AC 48/b0, all of it /u1first flush/u0. /k1The box/k0 The tin is /y5not/y0 to be "
     u"opened before the tasting on the 12/p1th/p0, when we also try H/s12/s0O from three "
-    u"springs./nl/nl/f2order 4711/f0 /y2(our number)/y0");
+    u"springs./nl/nl/f2order 4711/f0 /y1(our number)/y0");
 
 QPalette dark_palette() {
   QPalette palette(QColor(53, 53, 53));
@@ -50,7 +50,7 @@ class Form : public QWidget {
     text_.put_Multiline(true);
     text_.put_ScrollBars(2);
     text_.put_TextQEL(letter);
-    text_.control().put_SelStart(6);
+    text_.control().put_SelStart(5);
     text_.control().put_SelLength(4);
     resize(440, 270);
   }

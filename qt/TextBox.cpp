@@ -252,11 +252,13 @@ void TextBox::paintEvent(QPaintEvent* /*event*/) {
   was_painted_ = true;
   if (is_run_time_) markup_.reset();
   const ControlFrame frame = control_->frame();
-  QPainter painter(this);
-  painter.setPen(shown_color(frame.color));
   const BoxView* const box = view();
-  painter.setBrush(box == nullptr ? palette().base() : box->palette().base());
-  painter.drawRect(0, 0, frame.right, frame.bottom);
+  // A pen would lie between the pixels of a finer screen.
+  const QRect outside(0, 0, frame.right + 1, frame.bottom + 1);
+  QPainter painter(this);
+  painter.fillRect(outside, shown_color(frame.color));
+  painter.fillRect(outside.adjusted(1, 1, -1, -1),
+                   box == nullptr ? palette().base() : box->palette().base());
 }
 
 void TextBox::resizeEvent(QResizeEvent* event) {
