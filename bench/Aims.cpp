@@ -25,6 +25,10 @@ constexpr std::array aims = {
     // The control takes at most half as long again as the conversions that it is made of.
     Aim{"assign_text", "markup_to_box", small_size, 1 / 1.5},
     Aim{"read_text", "box_to_markup", small_size, 1 / 1.5},
+    // The widget beside Qt alone.
+    Aim{"assign_to_widget", "insert_by_qt", medium_size, 1 / 1.3},
+    Aim{"read_from_widget", "insert_by_qt", medium_size, 1},
+    Aim{"key_in_widget", "key_in_text_edit", small_size, 1 / 1.2},
 };
 
 /// Each takes at most five times as long as decoding and encoding the text.
@@ -103,7 +107,7 @@ double AimReporter::speed(const std::string& benchmark, int size) const {
 void AimReporter::compare(const char* ours, const char* peer, int size, double at_least) const {
   const double ratio = speed(ours, size) / speed(peer, size);
   if (std::isnan(ratio)) return;
-  std::printf("  %-22s %6.2f times %-18s aim: at least %g, %s\n", ours, ratio, peer, at_least,
+  std::printf("  %-22s %6.2f times %-18s aim: at least %.3g, %s\n", ours, ratio, peer, at_least,
               met(ratio >= at_least));
 }
 

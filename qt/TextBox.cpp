@@ -6,6 +6,7 @@
 #include <QResizeEvent>
 #include <QStyle>
 
+#include "qel/base/Scoped.h"
 #include "qt/BoxView.h"
 #include "qt/FormatMapping.h"
 #include "qt/QtPlatform.h"
@@ -42,6 +43,7 @@ class TextBox::Events : public ControlEvents {
   explicit Events(TextBox& widget) : widget_(widget) {}
 
   void Change() override {
+    widget_.note_change();
     emit widget_.Change();
     emit widget_.TextQELChanged();
   }
@@ -145,16 +147,76 @@ void TextBox::show_menu(const QPoint& point) {
 
 // Texts and sizes.
 
+/// What is done to the text otherwise is kept as it is.
+void TextBox::note_change() {
+  if (!keeps_text_) markup_.reset();
+}
+
+template <class Put>
+void TextBox::put_and_keep_text(Put put) {
+  const Scoped keeping(keeps_text_, true);
+  put();
+  if (markup_) control_->put_TextQEL(view_of(*markup_));
+}
+
 QString TextBox::get_Text() const { return to_qt(control_->get_Text()); }
-void TextBox::put_Text(const QString& Value) { control_->put_Text(view_of(Value)); }
+
+void TextBox::put_Text(const QString& Value) {
+  // A form's file may hold the same text once without its formats; XML has breaks of its own.
+  const auto lines = [](QString text) {
+    return text.replace(QLatin1String("\r\n"), QLatin1String("\n"));
+  };
+  if (markup_ && lines(Value) == lines(get_Text())) {
+    put_and_keep_text([&] { control_->put_Text(view_of(Value)); });
+  } else {
+    control_->put_Text(view_of(Value));
+  }
+}
+
 QString TextBox::get_TextQEL() const { return to_qt(control_->get_TextQEL()); }
-void TextBox::put_TextQEL(const QString& Value) { control_->put_TextQEL(view_of(Value)); }
+
+void TextBox::put_TextQEL(const QString& Value) {
+  control_->put_TextQEL(view_of(Value));
+  if (is_in_the_making()) markup_ = Value;
+}
+
 QString TextBox::get_FontName() const { return to_qt(control_->get_FontName()); }
-void TextBox::put_FontName(const QString& Value) { control_->put_FontName(view_of(Value)); }
+
+void TextBox::put_FontName(const QString& Value) {
+  put_and_keep_text([&] { control_->put_FontName(view_of(Value)); });
+}
+
+void TextBox::put_FontSize(double Value) {
+  put_and_keep_text([&] { control_->put_FontSize(static_cast<float>(Value)); });
+}
+
+void TextBox::put_HideColor(int Value) {
+  put_and_keep_text([&] { control_->put_HideColor(Value); });
+}
+
+void TextBox::put_IgnoreColor(int Value) {
+  put_and_keep_text([&] { control_->put_IgnoreColor(Value); });
+}
+
+void TextBox::put_NoteColor(int Value) {
+  put_and_keep_text([&] { control_->put_NoteColor(Value); });
+}
+
+void TextBox::put_SelAlignment(int Value) {
+  put_and_keep_text([&] { control_->put_SelAlignment(Value); });
+}
+
+void TextBox::put_RevealCodes(bool Value) {
+  put_and_keep_text([&] { control_->put_RevealCodes(Value); });
+}
 
 void TextBox::put_Multiline(bool Value) {
   const bool has_focus = focusProxy() != nullptr && focusProxy()->hasFocus();
-  control_->put_Multiline(Value);
+  put_and_keep_text([&] {
+    const std::int32_t alignment = control_->get_SelAlignment();
+    control_->put_Multiline(Value);
+    if (is_in_the_making()) control_->put_SelAlignment(alignment);
+  });
   if (has_focus) setFocus();
 }
 
@@ -187,12 +249,16 @@ QSize TextBox::minimumSizeHint() const {
 // The window.
 
 void TextBox::paintEvent(QPaintEvent* /*event*/) {
+  was_painted_ = true;
+  if (is_run_time_) markup_.reset();
   const ControlFrame frame = control_->frame();
-  QPainter painter(this);
-  painter.setPen(shown_color(frame.color));
   const BoxView* const box = view();
-  painter.setBrush(box == nullptr ? palette().base() : box->palette().base());
-  painter.drawRect(0, 0, frame.right, frame.bottom);
+  // A pen would lie between the pixels of a finer screen.
+  const QRect outside(0, 0, frame.right + 1, frame.bottom + 1);
+  QPainter painter(this);
+  painter.fillRect(outside, shown_color(frame.color));
+  painter.fillRect(outside.adjusted(1, 1, -1, -1),
+                   box == nullptr ? palette().base() : box->palette().base());
 }
 
 void TextBox::resizeEvent(QResizeEvent* event) {

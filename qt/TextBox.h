@@ -4,6 +4,7 @@
 #include <QWidget>
 #include <cstdint>
 #include <memory>
+#include <optional>
 
 #include "qel/control/QELTextbox.h"
 
@@ -19,6 +20,9 @@ class BoxView;
 /// The widget brings what a desktop expects: Tab leaves it, the focus goes to its visible box, a
 /// menu offers the clipboard and the formats, its size hints follow font and `Multiline`, its
 /// colours follow the palette. The first one makes Qt the platform of its thread.
+///
+/// Until it is first painted, and while it is being designed, markup that was put in comes through
+/// changes of the font, the colours and `Multiline`: a form may set its properties in any order.
 class TextBox : public QWidget {
   Q_OBJECT
   Q_PROPERTY(bool ActOnColors READ get_ActOnColors WRITE put_ActOnColors)
@@ -87,15 +91,15 @@ class TextBox : public QWidget {
   QString get_FontName() const;
   void put_FontName(const QString& Value);
   double get_FontSize() const { return static_cast<double>(control_->get_FontSize()); }
-  void put_FontSize(double Value) { control_->put_FontSize(static_cast<float>(Value)); }
+  void put_FontSize(double Value);
   int get_ForeColor() const { return control_->get_ForeColor(); }
   void put_ForeColor(int Value) { control_->put_ForeColor(Value); }
   int get_HideColor() const { return control_->get_HideColor(); }
-  void put_HideColor(int Value) { control_->put_HideColor(Value); }
+  void put_HideColor(int Value);
   int get_IgnoreColor() const { return control_->get_IgnoreColor(); }
-  void put_IgnoreColor(int Value) { control_->put_IgnoreColor(Value); }
+  void put_IgnoreColor(int Value);
   int get_NoteColor() const { return control_->get_NoteColor(); }
-  void put_NoteColor(int Value) { control_->put_NoteColor(Value); }
+  void put_NoteColor(int Value);
   bool get_Multiline() const { return control_->get_Multiline(); }
   void put_Multiline(bool Value);
   int get_OLEDragMode() const { return control_->get_OLEDragMode(); }
@@ -111,11 +115,11 @@ class TextBox : public QWidget {
   bool get_ConvertTabsToSpace() const { return control_->get_ConvertTabsToSpace(); }
   void put_ConvertTabsToSpace(bool Value) { control_->put_ConvertTabsToSpace(Value); }
   bool get_RevealCodes() const { return control_->get_RevealCodes(); }
-  void put_RevealCodes(bool Value) { control_->put_RevealCodes(Value); }
+  void put_RevealCodes(bool Value);
   int get_ScrollBars() const { return control_->get_ScrollBars(); }
   void put_ScrollBars(int Value) { control_->put_ScrollBars(Value); }
   int get_SelAlignment() const { return control_->get_SelAlignment(); }
-  void put_SelAlignment(int Value) { control_->put_SelAlignment(Value); }
+  void put_SelAlignment(int Value);
   QString get_Text() const;
   void put_Text(const QString& Value);
   QString get_TextQEL() const;
@@ -182,10 +186,17 @@ class TextBox : public QWidget {
   BoxView* view() const;
   void note_property(const QString& name);
   void show_menu(const QPoint& point);
+  bool is_in_the_making() const { return !was_painted_ || !is_run_time_; }
+  template <class Put>
+  void put_and_keep_text(Put put);
+  void note_change();
 
   std::unique_ptr<Site> site_;
   std::unique_ptr<Events> events_;
   std::unique_ptr<QELTextbox> control_;
+  std::optional<QString> markup_;  // what a form in the making has put in
+  bool keeps_text_ = false;
+  bool was_painted_ = false;
   bool is_run_time_ = true;
 };
 
