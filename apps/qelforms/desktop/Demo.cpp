@@ -51,15 +51,15 @@ class Keyboard {
 void add_samples(RecordStore& store) {
   if (!store.list().empty()) return;
   std::array<Record, 3> records = {
+      record_of(u"Area of a circle", u"A = /f1p/f0r/p12/p0"),
+      record_of(u"Green /i1tea/i0",
+                u"Warm the pot. /i1Steep/i0 for /b1two minutes/b0 at 80 °C./nl/y3A second pot "
+                u"takes one minute more./y0"),
       record_of(u"Welcome to /b1QEL/b0",
                 u"Text with /b1bold/b0, /i1italic/i0 and /u1underlined/u0 words, x/p12/p0 and "
                 u"H/s12/s0O, in /f3another font/f0 or /y5another colour/y0./nl/nlSelect words and "
                 u"press Ctrl+B, Ctrl+I or Ctrl+U. F9 shows the codes behind the text, Shift+F2 "
-                u"opens the large editor."),
-      record_of(u"Green /i1tea/i0",
-                u"Warm the pot. /i1Steep/i0 for /b1two minutes/b0 at 80 °C./nl/y3A second pot "
-                u"takes one minute more./y0"),
-      record_of(u"Area of a circle", u"A = /f1p/f0r/p12/p0")};
+                u"opens the large editor.")};
   store.save(records);
 }
 

@@ -36,6 +36,17 @@ void MainWindow::add_actions() {
     }
   }
   addToolBar(bar);
+  // Each letter is in the format that it stands for.
+  for (const Format& format : formats_) {
+    QFont font = bar->font();
+    font.setBold(format.get == &QELTextbox::get_SelBold);
+    font.setItalic(format.get == &QELTextbox::get_SelItalic);
+    font.setUnderline(format.get == &QELTextbox::get_SelUnderline);
+    QWidget* const button = bar->widgetForAction(format.action);
+    button->setFont(font);
+    button->setMinimumWidth(button->sizeHint().height());
+    button->setAccessibleName(format.action->toolTip());
+  }
 }
 
 void MainWindow::add_record_actions() {
@@ -96,9 +107,10 @@ void MainWindow::add_format(QMenu& menu, const char* name, const QString& text, 
     show_formats();
   });
   format.action->setCheckable(true);
-  QString tip = text;
-  format.action->setToolTip(tip.remove(QChar(u'&')).replace(QChar(u'\t'), QStringLiteral(" (")) +
-                            QChar(u')'));
+  QString caption = text;
+  caption.remove(QChar(u'&'));
+  format.action->setIconText(caption.left(1));
+  format.action->setToolTip(caption.replace(QChar(u'\t'), QStringLiteral(" (")) + QChar(u')'));
   formats_.push_back(format);
 }
 

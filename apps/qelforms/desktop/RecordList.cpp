@@ -19,11 +19,12 @@ std::int64_t id_of(const QTreeWidgetItem& item) {
   return item.data(title_column, Qt::UserRole).toLongLong();
 }
 
-QTreeWidgetItem* item_of(const Heading& heading) {
+QTreeWidgetItem* item_of(const Heading& heading, int height) {
   auto* const item = new QTreeWidgetItem;
   const QString title = qt::to_qt(heading.title).simplified();
   item->setText(title_column, title.isEmpty() ? RecordList::tr("(no title)") : title);
   item->setToolTip(title_column, title);
+  item->setSizeHint(title_column, QSize(0, height));
   item->setData(title_column, Qt::UserRole, qlonglong{heading.id});
   const QDateTime changed = QDateTime::fromMSecsSinceEpoch(heading.changed);
   const QLocale locale;
@@ -54,7 +55,9 @@ void RecordList::show_headings(std::vector<Heading> headings) {
     return a.changed != b.changed ? a.changed > b.changed : a.id > b.id;
   });
   QList<QTreeWidgetItem*> items;
-  for (const Heading& heading : headings) items.append(item_of(heading));
+  constexpr int padding = 8;
+  const int height = fontMetrics().height() + padding;
+  for (const Heading& heading : headings) items.append(item_of(heading, height));
   clear();
   addTopLevelItems(items);
   for (QTreeWidgetItem* const item : items) {
