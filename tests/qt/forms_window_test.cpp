@@ -6,6 +6,7 @@
 #include <QApplication>
 #include <QComboBox>
 #include <QDialogButtonBox>
+#include <QDoubleSpinBox>
 #include <QFile>
 #include <QImage>
 #include <QLabel>
@@ -16,6 +17,7 @@
 #include <QStatusBar>
 #include <QTemporaryDir>
 #include <QTest>
+#include <QTextEdit>
 #include <QTimer>
 #include <array>
 #include <deque>
@@ -167,6 +169,7 @@ TEST_F(FormsWindow, SavesWhatIsTypedAndFindsIt) {
   for (const auto& [wanted, found] : searches) {
     search(QLatin1String(wanted));
     EXPECT_EQ(titles(), found) << wanted;
+    EXPECT_EQ(list().selected().size(), *wanted == '\0') << "the shown record is marked";
   }
 }
 
@@ -257,6 +260,20 @@ TEST_F(FormsWindow, RevealsCodes) {
   EXPECT_EQ(to_qt(store->load(list().first()).body), QStringLiteral("/i1a /b1b/b0"));
 }
 
+TEST_F(FormsWindow, TakesTextsFromTheLargeEditor) {
+  window->title_box().setFocus();
+  ++awaited;
+  at_dialog<QDialog>([](QDialog& editor) {
+    QTest::keyClicks(editor.findChild<QTextEdit*>(), QStringLiteral("Tea"));
+    for (QPushButton* const button : editor.findChildren<QPushButton*>()) {
+      if (button->isDefault()) button->click();
+    }
+  });
+  choose("editor");
+  EXPECT_EQ(to_qt(window->form().title()), QStringLiteral("Tea"));
+  EXPECT_EQ(state(), QStringLiteral("Unsaved changes"));
+}
+
 TEST_F(FormsWindow, DeletesWhatIsSelectedWhenToldSo) {
   for (const char16_t* title : {u"1", u"2", u"3"}) add(title, u"");
   click(0);
@@ -308,6 +325,7 @@ TEST_F(FormsWindow, PutsFontsAndColorsIntoTheForm) {
     fonts[0]->setEditText(QString());
     fonts[4]->setEditText(QStringLiteral("Courier New"));
     fonts[2]->setEditText(QStringLiteral(" "));
+    dialog.findChild<QDoubleSpinBox*>()->setValue(14);
     dialog.findChild<QDialogButtonBox*>()->button(QDialogButtonBox::Ok)->click();
   });
   choose("tables");
@@ -315,6 +333,10 @@ TEST_F(FormsWindow, PutsFontsAndColorsIntoTheForm) {
   EXPECT_EQ(to_qt(tables.fonts.get_Font(0)), QStringLiteral("Arial")) << "there is always one";
   EXPECT_EQ(to_qt(tables.fonts.get_Font(2)), QStringLiteral("<none>"));
   EXPECT_EQ(state(), QStringLiteral("Saved"));
+  EXPECT_EQ(window->body_box().get_FontSize(), 14);
+  EXPECT_EQ(window->body_box().findChild<QTextEdit*>()->textCursor().charFormat().fontPointSize(),
+            14)
+      << "the text has that size";
   QELTextbox& control = window->body_box().control();
   control.put_SelStart(4);
   control.put_SelLength(1);
@@ -389,7 +411,6 @@ TEST(PainterCanvas, MeasuresAndDrawsInPointsOnAnyDevice) {
     QPainter painter(&image);
     qt::PainterCanvas canvas(painter);
     platform::CanvasText text;
-    text.text = u"\u2588\u2588";  // full blocks: what they cover is known
     text.text = u"MMM";
     text.font.size = 24;
     text.x = 36;

@@ -90,7 +90,7 @@ void MainWindow::begin(bool recovers) {
     if (!drafts.empty()) recover(drafts.back());
     if (drafts.size() > 1) {
       tell(statusBar()->currentMessage() +
-           tr(" There is more: Record, Recover Unsaved Work.").prepend(QChar(u' ')).trimmed());
+           tr(" There is more: choose Record, Recover Unsaved Work."));
     }
   });
   body_->setFocus();
@@ -162,6 +162,7 @@ void MainWindow::list_records() {
   attempt([this] {
     const QString wanted = search_->text();
     list_->show_headings(wanted.isEmpty() ? store_.list() : store_.find(qt::view_of(wanted)));
+    if (list_->selected().empty()) list_->select(form_->record().id);
   });
 }
 
