@@ -58,10 +58,10 @@ verb edit 2 --body-file big.qel
 gives "a big text" 3000011 bash -c "'$forms' show 2 -d notes.db | wc -c | tr -d '\n'"
 
 if "$forms" --help | grep -qe --demo; then
-  env -u DISPLAY -u WAYLAND_DISPLAY "$forms" --demo picture.png notes.db 2>demo.log ||
+  env -u DISPLAY -u WAYLAND_DISPLAY "$forms" --demo picture.png demo.db 2>demo.log ||
     fail "the demo ended with $?: $(<demo.log)"
   gives "a picture of the demo" PNG bash -c 'head -c 4 picture.png | tail -c 3'
-  gives "what the demo has typed" $'3\tShopping\n' verb find 'green tea'
+  gives "what the demo has typed" $'4\tShopping\n' "$forms" find 'ripe) and' -d demo.db
 fi
 
 finish
