@@ -105,7 +105,9 @@ class Verbs {
 
   /// Adds the arguments of the window, which no verb is given for.
   void add_window() {
-    app_.add_option("FILE", window_.database, "File that holds the records of the window")
+    app_.add_option("FILE", window_.database,
+                    "Opens a window on this file of records; on the user's own\n"
+                    "where no file and no command is given")
         ->type_name("");
     app_.add_option("-d,--database", window_.database, "The same")->type_name("FILE");
     app_.add_option("--demo", window_.demo_picture,
