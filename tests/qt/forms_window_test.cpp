@@ -20,9 +20,9 @@
 #include <QTextEdit>
 #include <QTimer>
 #include <array>
-#include <deque>
 #include <functional>
 #include <memory>
+#include <utility>
 
 #include "Demo.h"
 #include "FormTables.h"
@@ -47,7 +47,15 @@ Record record_of(std::u16string title, std::u16string body) {
 
 class FormsWindow : public testing::Test {
  protected:
-  FormsWindow() { open(); }
+  FormsWindow() {
+    hand.callOnTimeout([this] {
+      auto* const dialog = dynamic_cast<QDialog*>(QApplication::activeModalWidget());
+      if (dialog == nullptr) return;
+      hand.stop();
+      std::exchange(awaiting, {})(*dialog);
+    });
+    open();
+  }
 
   void open(bool recovers = true) {
     window.reset();
@@ -94,30 +102,22 @@ class FormsWindow : public testing::Test {
   /// Comes back when nobody waits for a dialog any more.
   void settle() {
     QApplication::processEvents();
-    for (int i = 0; i < 1000 && awaited > 0; ++i) QTest::qWait(1);
-    EXPECT_EQ(awaited, 0) << "a dialog was not opened";
+    for (int i = 0; i < 1000 && awaiting; ++i) QTest::qWait(1);
+    EXPECT_FALSE(awaiting) << "a dialog was not opened";
   }
   void click(int row, Qt::KeyboardModifiers modifiers = {}) {
     const QRect place = list().visualItemRect(list().topLevelItem(row));
     QTest::mouseClick(list().viewport(), Qt::LeftButton, modifiers, place.center());
     settle();
   }
-  /// Answers the next dialog, when it is there.
-  template <class Dialog>
-  void at_dialog(std::function<void(Dialog&)> user, int tries = 1000) {
-    QTimer::singleShot(1, &hand, [this, user = std::move(user), tries] {
-      auto* const dialog = dynamic_cast<Dialog*>(QApplication::activeModalWidget());
-      if (dialog != nullptr) {
-        --awaited;
-        user(*dialog);
-      } else if (tries > 0) {
-        at_dialog(user, tries - 1);
-      }
-    });
+  /// Lets the user act in the next dialog, when it is there.
+  void at_dialog(std::function<void(QDialog&)> user) {
+    awaiting = std::move(user);
+    hand.start(1);
   }
   void answer(QMessageBox::StandardButton button) {
-    ++awaited;
-    at_dialog<QMessageBox>([button](QMessageBox& box) { box.button(button)->click(); });
+    at_dialog(
+        [button](QDialog& dialog) { dynamic_cast<QMessageBox&>(dialog).button(button)->click(); });
   }
 
   // What the user sees.
@@ -135,8 +135,8 @@ class FormsWindow : public testing::Test {
   QTemporaryDir folder;
   std::unique_ptr<RecordStore> store;
   std::unique_ptr<MainWindow> window;
-  int awaited = 0;
-  QObject hand;
+  std::function<void(QDialog&)> awaiting;
+  QTimer hand;
 };
 
 TEST_F(FormsWindow, SavesWhatIsTypedAndFindsIt) {
@@ -262,8 +262,7 @@ TEST_F(FormsWindow, RevealsCodes) {
 
 TEST_F(FormsWindow, TakesTextsFromTheLargeEditor) {
   window->title_box().setFocus();
-  ++awaited;
-  at_dialog<QDialog>([](QDialog& editor) {
+  at_dialog([](QDialog& editor) {
     QTest::keyClicks(editor.findChild<QTextEdit*>(), QStringLiteral("Tea"));
     for (QPushButton* const button : editor.findChildren<QPushButton*>()) {
       if (button->isDefault()) button->click();
@@ -318,8 +317,7 @@ TEST_F(FormsWindow, ExportsTheSelectedRecords) {
 TEST_F(FormsWindow, PutsFontsAndColorsIntoTheForm) {
   add(u"T", u"/y5red/y0 /f4x/f0");
   click(0);
-  ++awaited;
-  at_dialog<QDialog>([](QDialog& dialog) {
+  at_dialog([](QDialog& dialog) {
     const auto fonts = dialog.findChildren<QComboBox*>();
     ASSERT_EQ(fonts.size(), 10);
     fonts[0]->setEditText(QString());
@@ -345,9 +343,12 @@ TEST_F(FormsWindow, PutsFontsAndColorsIntoTheForm) {
 
 TEST_F(FormsWindow, PlaysItsDemo) {
   add_samples(*store);
-  search(QString());
+  EXPECT_EQ(store->list().size(), 3);
+  add(u"/b1Bold/b0", u"/i1italic/i0");
+  click(0);  // its formats are not those of the new record
   play(*window, path("picture.png"));
   EXPECT_EQ(QImage(path("picture.png")).size(), window->size() * window->devicePixelRatio());
+  EXPECT_EQ(to_qt(store->load(list().first()).title), QStringLiteral("Shopping"));
   EXPECT_EQ(to_qt(store->load(list().first()).body),
             QStringLiteral("Buy /b1green tea/b0, lemons (/i1ripe/i0) and a /u1new pot/u0."));
 }
