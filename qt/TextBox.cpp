@@ -105,7 +105,7 @@ TextBox::TextBox(QWidget* parent)
   setFocusPolicy(Qt::StrongFocus);
   control_ = std::make_unique<QELTextbox>(*site_, QtPlatform::use());
   control_->InitProperties();
-  control_->listen(events_.get());
+  take_events();
   for (BoxView* box : findChildren<BoxView*>()) {
     box->setContextMenuPolicy(Qt::CustomContextMenu);
     connect(box, &QWidget::customContextMenuRequested, this, &TextBox::show_menu);
@@ -118,6 +118,8 @@ TextBox::~TextBox() {
   // A box that somebody else still holds is not ours to delete.
   for (BoxView* box : findChildren<BoxView*>()) box->setParent(nullptr);
 }
+
+void TextBox::take_events() { control_->listen(events_.get()); }
 
 BoxView* TextBox::view() const {
   const auto boxes = findChildren<BoxView*>();

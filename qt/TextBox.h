@@ -67,6 +67,8 @@ class TextBox : public QWidget {
   /// takes the signals away.
   QELTextbox& control() { return *control_; }
   const QELTextbox& control() const { return *control_; }
+  /// Gives the signals back that somebody who listened to the control has taken away.
+  void take_events();
 
   /// Whether the form runs, as it does at first; false while it is being designed.
   bool is_run_time() const { return is_run_time_; }

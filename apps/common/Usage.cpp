@@ -15,6 +15,8 @@ const CLI::App* subcommand_named(const CLI::App& app, const std::string& name) {
 
 /// What was given in place of a command, or of a verb of `text`; empty when that is in order.
 std::string unknown_command(const CLI::App& app, int argc, const char* const* argv) {
+  const auto is_positional = [](const CLI::Option* option) { return option->get_positional(); };
+  if (!app.get_options(is_positional).empty()) return {};
   const CLI::App* within = &app;
   for (int i = 1; i < argc && !within->get_subcommands(nullptr).empty(); ++i) {
     std::string name = argv[i];

@@ -2,6 +2,7 @@
 
 #include <CLI/CLI.hpp>
 #include <cstdint>
+#include <filesystem>
 #include <functional>
 #include <memory>
 #include <optional>
@@ -30,6 +31,7 @@ namespace {
 using command::UsageError;
 
 constexpr const char* examples = R"(Examples:
+  qelforms notes.db
   qelforms add --database notes.db --title '/b1Tea/b0' --body-file tea.qel
   qelforms edit 1 --database notes.db --title 'Green tea'
   qelforms find tea --database notes.db
@@ -101,7 +103,23 @@ class Verbs {
     add_ids(remove, "Numbers of records")->required();
   }
 
-  int run() const {
+  /// Adds the arguments of the window, which no verb is given for.
+  void add_window() {
+    app_.add_option("FILE", window_.database,
+                    "Opens a window on this file of records; on the user's own\n"
+                    "where no file and no command is given")
+        ->type_name("");
+    app_.add_option("-d,--database", window_.database, "The same")->type_name("FILE");
+    app_.add_option("--demo", window_.demo_picture,
+                    "Type a record in the window without a user, and write a picture of it")
+        ->type_name("PICTURE");
+  }
+
+  int run(const WindowOpener& open_window) const {
+    if (app_.get_subcommands().empty()) {
+      refuse_misspelt_verb(window_.database);
+      return open_window(window_);
+    }
     for (const auto& [verb, work] : verbs_) {
       if (verb->parsed()) work();
     }
@@ -109,6 +127,13 @@ class Verbs {
   }
 
  private:
+  /// A bare word that is no file yet is more likely meant as a verb than as the name of a new one.
+  static void refuse_misspelt_verb(const std::string& word) {
+    if (word.empty() || word.find_first_of("./") != std::string::npos) return;
+    if (std::filesystem::exists(word)) return;
+    throw UsageError("'" + word + "' is no command (see 'qelforms --help')");
+  }
+
   CLI::App& add(const std::string& name, const std::string& meaning, std::function<void()> work) {
     CLI::App& verb = *app_.add_subcommand(name, meaning);
     verb.add_option("-d,--database", database_, "File that holds the records (required)")
@@ -208,6 +233,7 @@ class Verbs {
   }
 
   CLI::App& app_;
+  WindowRequest window_;
   std::vector<std::pair<CLI::App*, std::function<void()>>> verbs_;
   std::string database_;
   std::vector<std::int64_t> ids_;
@@ -218,13 +244,14 @@ class Verbs {
 
 }  // namespace
 
-int run_verb(int argc, const char* const* argv) {
+int run_verb(int argc, const char* const* argv, const WindowOpener& open_window) {
   CLI::App app("Keeps records with formatted titles and bodies in a database.", "qelforms");
   app.formatter(std::make_shared<command::HelpFormat>());
   app.set_version_flag("--version", std::string("qelforms ") + version);
-  app.require_subcommand(1);
+  app.require_subcommand(open_window ? 0 : 1, 1);
   app.footer(examples);
-  const Verbs verbs(app);
+  Verbs verbs(app);
+  if (open_window) verbs.add_window();
   try {
     app.parse(argc, argv);
   } catch (const CLI::CallForHelp&) {
@@ -237,7 +264,7 @@ int run_verb(int argc, const char* const* argv) {
     throw command::usage_error(app, argc, argv, error);
   }
   try {
-    return verbs.run();
+    return verbs.run(open_window);
   } catch (const Error& error) {
     throw std::runtime_error(error.description());
   }

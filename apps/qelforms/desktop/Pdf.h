@@ -1,0 +1,14 @@
+#pragma once
+
+#include <span>
+#include <string>
+
+#include "RecordStore.h"
+#include "Tables.h"
+
+namespace qel::forms {
+
+/// The records as a PDF document of A4 pages, as `exported` gives them in the other forms.
+std::string pdf_of(std::span<const Record> records, const command::Tables& tables);
+
+}  // namespace qel::forms

@@ -1,0 +1,34 @@
+#pragma once
+
+#include <QFont>
+#include <string_view>
+
+#include "qel/platform/Canvas.h"
+
+class QPainter;
+
+namespace qel::qt {
+
+/// Draws with a painter: on a widget, an image, a printer or a page of a PDF file. Its unit is the
+/// point, whatever the device has; a transformation of the painter applies to all that is drawn.
+///
+/// Fonts are those of the system, or what it has in their place. Text in font Symbol is drawn with
+/// the characters that it means. A TAB is a gap of four blanks. Kerning and ligatures are neither
+/// measured nor drawn, except in scripts whose letters join.
+class PainterCanvas : public platform::Canvas {
+ public:
+  /// The painter has to be active, and to outlive the canvas.
+  explicit PainterCanvas(QPainter& painter);
+
+  float text_width(std::u16string_view text, const platform::TextFont& font) const override;
+  platform::FontExtent font_extent(const platform::TextFont& font) const override;
+  void draw_text(const platform::CanvasText& text) override;
+  void fill_rectangle(const platform::CanvasRectangle& rectangle, Color color) override;
+
+ private:
+  QPainter& painter_;
+  double across_;  // units of the painter in a point
+  double down_;
+};
+
+}  // namespace qel::qt

@@ -1,0 +1,444 @@
+// The window of the records, worked with keys and dialogs as a user does.
+
+#include <gtest/gtest.h>
+
+#include <QAction>
+#include <QApplication>
+#include <QComboBox>
+#include <QDialogButtonBox>
+#include <QDoubleSpinBox>
+#include <QFile>
+#include <QImage>
+#include <QLabel>
+#include <QLineEdit>
+#include <QMessageBox>
+#include <QPainter>
+#include <QPushButton>
+#include <QStatusBar>
+#include <QTemporaryDir>
+#include <QTest>
+#include <QTextEdit>
+#include <QTimer>
+#include <array>
+#include <functional>
+#include <memory>
+#include <utility>
+
+#include "Demo.h"
+#include "FormTables.h"
+#include "MainWindow.h"
+#include "Pages.h"
+#include "Pdf.h"
+#include "RecordList.h"
+#include "qt/PainterCanvas.h"
+#include "qt/Text.h"
+
+namespace qel::forms {
+namespace {
+
+using qt::to_qt;
+
+Record record_of(std::u16string title, std::u16string body) {
+  Record record;
+  record.title = std::move(title);
+  record.body = std::move(body);
+  return record;
+}
+
+class FormsWindow : public testing::Test {
+ protected:
+  FormsWindow() {
+    hand.callOnTimeout([this] {
+      auto* const dialog = dynamic_cast<QDialog*>(QApplication::activeModalWidget());
+      if (dialog == nullptr) return;
+      hand.stop();
+      std::exchange(awaiting, {})(*dialog);
+    });
+    open();
+  }
+
+  void open(bool recovers = true) {
+    window.reset();
+    store.reset();
+    RecordStore::Options options;
+    options.creates = true;
+    store = std::make_unique<RecordStore>(path("records.db").toStdString(), options);
+    window = std::make_unique<MainWindow>(*store);
+    window->show();
+    QApplication::setActiveWindow(window.get());
+    window->begin(recovers);
+  }
+
+  QString path(const char* name) const { return folder.filePath(QLatin1String(name)); }
+
+  std::int64_t add(std::u16string title, std::u16string body) {
+    Record record = record_of(std::move(title), std::move(body));
+    store->save(record);
+    search(QString());
+    return record.id;
+  }
+
+  // What the user does.
+
+  static void type(qt::TextBox& box, const char* text) {
+    box.setFocus();
+    QTest::keyClicks(box.focusProxy(), QLatin1String(text));
+  }
+  static void press(qt::TextBox& box, Qt::Key key, Qt::KeyboardModifiers modifiers) {
+    box.setFocus();
+    QTest::keyClick(box.focusProxy(), key, modifiers);
+  }
+  QAction& action(const char* name) { return *window->findChild<QAction*>(QLatin1String(name)); }
+  void choose(const char* name) {
+    action(name).trigger();
+    settle();
+  }
+  void search(const QString& text) {
+    auto& field = *window->findChild<QLineEdit*>();
+    field.setText(QStringLiteral("\n"));
+    field.setText(text);
+  }
+  RecordList& list() { return *static_cast<RecordList*>(window->findChild<QTreeWidget*>()); }
+  /// Comes back when nobody waits for a dialog any more.
+  void settle() {
+    QApplication::processEvents();
+    for (int i = 0; i < 1000 && awaiting; ++i) QTest::qWait(1);
+    EXPECT_FALSE(awaiting) << "a dialog was not opened";
+  }
+  void click(int row, Qt::KeyboardModifiers modifiers = {}) {
+    const QRect place = list().visualItemRect(list().topLevelItem(row));
+    QTest::mouseClick(list().viewport(), Qt::LeftButton, modifiers, place.center());
+    settle();
+  }
+  /// Lets the user act in the next dialog, when it is there.
+  void at_dialog(std::function<void(QDialog&)> user) {
+    awaiting = std::move(user);
+    hand.start(1);
+  }
+  void answer(QMessageBox::StandardButton button) {
+    at_dialog(
+        [button](QDialog& dialog) { dynamic_cast<QMessageBox&>(dialog).button(button)->click(); });
+  }
+
+  // What the user sees.
+
+  QStringList titles() {
+    QStringList shown;
+    for (int i = 0; i < list().topLevelItemCount(); ++i) {
+      shown.append(list().topLevelItem(i)->text(0));
+    }
+    return shown;
+  }
+  QString state() { return window->statusBar()->findChild<QLabel*>()->text(); }
+  QString body() { return window->body_box().get_Text(); }
+
+  QTemporaryDir folder;
+  std::unique_ptr<RecordStore> store;
+  std::unique_ptr<MainWindow> window;
+  std::function<void(QDialog&)> awaiting;
+  QTimer hand;
+};
+
+TEST_F(FormsWindow, SavesWhatIsTypedAndFindsIt) {
+  EXPECT_EQ(state(), QStringLiteral("New record"));
+  type(window->title_box(), "Tea");
+  EXPECT_EQ(state(), QStringLiteral("Unsaved changes"));
+  type(window->body_box(), "for ");
+  press(window->body_box(), Qt::Key_B, Qt::ControlModifier);
+  EXPECT_TRUE(action("bold").isChecked());
+  type(window->body_box(), "two");
+  choose("bold");
+  EXPECT_FALSE(action("bold").isChecked());
+  choose("italic");
+  type(window->body_box(), "!");
+  QTest::keyClick(window.get(), Qt::Key_S, Qt::ControlModifier);
+  EXPECT_EQ(state(), QStringLiteral("Saved"));
+  EXPECT_FALSE(window->isWindowModified());
+  const Record saved = store->load(list().first());
+  EXPECT_EQ(to_qt(saved.title), QStringLiteral("Tea"));
+  EXPECT_EQ(to_qt(saved.body), QStringLiteral("for /b1two/b0/i1!/i0"));
+
+  choose("new");
+  type(window->title_box(), "Coffee");
+  choose("save");
+  EXPECT_EQ(titles(), (QStringList{QStringLiteral("Coffee"), QStringLiteral("Tea")}));
+  const std::array<std::pair<const char*, QStringList>, 3> searches = {
+      {{"TWO!", {QStringLiteral("Tea")}},
+       {"b1", {}},
+       {"", {QStringLiteral("Coffee"), QStringLiteral("Tea")}}}};
+  for (const auto& [wanted, found] : searches) {
+    search(QLatin1String(wanted));
+    EXPECT_EQ(titles(), found) << wanted;
+    EXPECT_EQ(list().selected().size(), *wanted == '\0') << "the shown record is marked";
+  }
+}
+
+TEST_F(FormsWindow, LeavesNoUnsavedWorkBehindUnasked) {
+  add(u"one", u"first");
+  add(u"two", u"second");
+  click(1);
+  EXPECT_EQ(body(), QStringLiteral("first"));
+  type(window->body_box(), "x");
+  answer(QMessageBox::Cancel);
+  click(0);
+  EXPECT_EQ(body(), QStringLiteral("xfirst"));
+  EXPECT_EQ(list().currentItem()->text(0), QStringLiteral("one")) << "the list goes back";
+  answer(QMessageBox::Cancel);
+  EXPECT_FALSE(window->close());
+  answer(QMessageBox::Save);
+  click(0);
+  EXPECT_EQ(body(), QStringLiteral("second"));
+  EXPECT_EQ(to_qt(store->load(1).body), QStringLiteral("xfirst"));
+
+  type(window->body_box(), "y");
+  answer(QMessageBox::Discard);
+  choose("revert");
+  EXPECT_EQ(body(), QStringLiteral("second"));
+  type(window->body_box(), "z");
+  answer(QMessageBox::Discard);
+  EXPECT_TRUE(window->close());
+  EXPECT_TRUE(store->drafts().empty()) << "what was given up does not come back";
+  EXPECT_EQ(to_qt(store->load(2).body), QStringLiteral("second"));
+}
+
+TEST_F(FormsWindow, KeepsUnsavedWorkOverACrash) {
+  const std::int64_t id = add(u"Tea", u"hot");
+  click(0);
+  type(window->body_box(), "very ");
+  QTest::qWait(1500);
+  open();  // nothing was closed
+  EXPECT_EQ(body(), QStringLiteral("very hot"));
+  EXPECT_EQ(state(), QStringLiteral("Unsaved changes"));
+  EXPECT_TRUE(window->statusBar()->currentMessage().startsWith(QLatin1String("Unsaved work of")));
+  EXPECT_EQ(list().selected(), std::vector<std::int64_t>{id});
+
+  Record other = store->load(id);
+  other.body = u"cold";
+  store->save(other);
+  answer(QMessageBox::Ignore);
+  open();
+  EXPECT_EQ(body(), QStringLiteral("cold"));
+  answer(QMessageBox::Open);
+  choose("recover");
+  EXPECT_EQ(body(), QStringLiteral("very hot"));
+  choose("save");
+  EXPECT_EQ(to_qt(store->load(id).body), QStringLiteral("very hot"));
+  choose("recover");
+  EXPECT_EQ(window->statusBar()->currentMessage(),
+            QStringLiteral("There is no other unsaved work."));
+}
+
+TEST_F(FormsWindow, SavesAsANewRecordWhatAnotherProgramChanged) {
+  const std::int64_t id = add(u"Tea", u"hot");
+  click(0);
+  type(window->body_box(), "not ");
+  Record other = store->load(id);
+  other.body = u"cold";
+  store->save(other);
+  answer(QMessageBox::Cancel);
+  choose("save");
+  EXPECT_EQ(state(), QStringLiteral("Unsaved changes"));
+  answer(QMessageBox::Save);
+  choose("save");
+  EXPECT_EQ(state(), QStringLiteral("Saved"));
+  EXPECT_EQ(to_qt(store->load(id).body), QStringLiteral("cold"));
+  EXPECT_EQ(to_qt(store->load(list().first()).body), QStringLiteral("not hot"));
+}
+
+TEST_F(FormsWindow, RevealsCodes) {
+  add(u"T", u"a /b1b/b0");
+  click(0);
+  choose("reveal");
+  EXPECT_EQ(body(), QStringLiteral("a /b1b/b0"));
+  EXPECT_FALSE(action("bold").isEnabled());
+  EXPECT_EQ(state(), QStringLiteral("Saved")) << "nothing was changed";
+  type(window->body_box(), "/i1");
+  choose("reveal");
+  EXPECT_EQ(body(), QStringLiteral("a b"));
+  EXPECT_TRUE(action("bold").isEnabled());
+  choose("save");
+  EXPECT_EQ(to_qt(store->load(list().first()).body), QStringLiteral("/i1a /b1b/b0"));
+}
+
+TEST_F(FormsWindow, TakesTextsFromTheLargeEditor) {
+  window->title_box().setFocus();
+  at_dialog([](QDialog& editor) {
+    QTest::keyClicks(editor.findChild<QTextEdit*>(), QStringLiteral("Tea"));
+    for (QPushButton* const button : editor.findChildren<QPushButton*>()) {
+      if (button->isDefault()) button->click();
+    }
+  });
+  choose("editor");
+  EXPECT_EQ(to_qt(window->form().title()), QStringLiteral("Tea"));
+  EXPECT_EQ(state(), QStringLiteral("Unsaved changes"));
+}
+
+TEST_F(FormsWindow, DeletesWhatIsSelectedWhenToldSo) {
+  for (const char16_t* title : {u"1", u"2", u"3"}) add(title, u"");
+  click(0);
+  click(1, Qt::ControlModifier);
+  answer(QMessageBox::Cancel);
+  choose("delete");
+  EXPECT_EQ(titles().size(), 3);
+  answer(QMessageBox::Yes);
+  QApplication::setActiveWindow(window.get());  // without a screen no dialog gives that back
+  list().setFocus();
+  QTest::keyClick(&list(), Qt::Key_Delete);
+  settle();
+  EXPECT_EQ(titles(), QStringList{QStringLiteral("1")});
+  EXPECT_EQ(to_qt(window->form().title()), QStringLiteral("1")) << "the next one is shown";
+}
+
+TEST_F(FormsWindow, ExportsTheSelectedRecords) {
+  add(u"One", u"/b1bold/b0 <text>");
+  add(u"Two", u"second");
+  add(u"Three", u"");
+  click(1);
+  click(2, Qt::ControlModifier);
+  const std::array<std::pair<const char*, const char*>, 5> forms = {
+      {{"all.rtf", "{\\b1 bold}|\\b"},
+       {"all.txt", "Two\nsecond\n\nOne\nbold <text>\n"},
+       {"all.svg", "&lt;text&gt;"},
+       {"all.pdf", "%PDF-1."},
+       {"all.qel", "Two/nlsecond/nl/nlOne/nl/b1bold/b0 <text>/nl"}}};
+  for (const auto& [name, part] : forms) {
+    ASSERT_TRUE(window->export_to(path(name))) << name;
+    QFile file(path(name));
+    ASSERT_TRUE(file.open(QIODevice::ReadOnly));
+    const QByteArray bytes = file.readAll();
+    const QList<QByteArray> alternatives = QByteArray(part).split('|');
+    EXPECT_TRUE(bytes.contains(alternatives.last())) << name << ": " << bytes.left(200).data();
+    EXPECT_FALSE(bytes.contains("Three")) << name;
+  }
+  answer(QMessageBox::Ok);
+  EXPECT_FALSE(window->export_to(path("none/all.pdf")));
+}
+
+TEST_F(FormsWindow, PutsFontsAndColorsIntoTheForm) {
+  add(u"T", u"/y5red/y0 /f4x/f0");
+  click(0);
+  at_dialog([](QDialog& dialog) {
+    const auto fonts = dialog.findChildren<QComboBox*>();
+    ASSERT_EQ(fonts.size(), 10);
+    fonts[0]->setEditText(QString());
+    fonts[4]->setEditText(QStringLiteral("Courier New"));
+    fonts[2]->setEditText(QStringLiteral(" "));
+    dialog.findChild<QDoubleSpinBox*>()->setValue(14);
+    dialog.findChild<QDialogButtonBox*>()->button(QDialogButtonBox::Ok)->click();
+  });
+  choose("tables");
+  const command::Tables tables = load_tables(*store);
+  EXPECT_EQ(to_qt(tables.fonts.get_Font(0)), QStringLiteral("Arial")) << "there is always one";
+  EXPECT_EQ(to_qt(tables.fonts.get_Font(2)), QStringLiteral("<none>"));
+  EXPECT_EQ(state(), QStringLiteral("Saved"));
+  EXPECT_EQ(window->body_box().get_FontSize(), 14);
+  EXPECT_EQ(window->body_box().findChild<QTextEdit*>()->textCursor().charFormat().fontPointSize(),
+            14)
+      << "the text has that size";
+  QELTextbox& control = window->body_box().control();
+  control.put_SelStart(4);
+  control.put_SelLength(1);
+  EXPECT_EQ(to_qt(control.get_SelFontName()), QStringLiteral("Courier New"));
+}
+
+TEST_F(FormsWindow, PlaysItsDemo) {
+  add_samples(*store);
+  EXPECT_EQ(store->list().size(), 3);
+  add(u"/b1Bold/b0", u"/i1italic/i0");
+  click(0);  // its formats are not those of the new record
+  play(*window, path("picture.png"));
+  EXPECT_EQ(QImage(path("picture.png")).size(), window->size() * window->devicePixelRatio());
+  EXPECT_EQ(to_qt(store->load(list().first()).title), QStringLiteral("Shopping"));
+  EXPECT_EQ(to_qt(store->load(list().first()).body),
+            QStringLiteral("Buy /b1green tea/b0, lemons (/i1ripe/i0) and a /u1new pot/u0."));
+}
+
+/// Notes what is drawn.
+class Notes : public platform::Canvas {
+ public:
+  float text_width(std::u16string_view text, const platform::TextFont&) const override {
+    return static_cast<float>(text.size());
+  }
+  platform::FontExtent font_extent(const platform::TextFont& font) const override {
+    return {font.size, 2, 0};
+  }
+  void draw_text(const platform::CanvasText& text) override {
+    drawn += to_qt(text.text) + QString::number(static_cast<double>(text.y)) + QChar(u' ');
+  }
+  void fill_rectangle(const platform::CanvasRectangle& rectangle, Color) override {
+    drawn += QStringLiteral("-%1 ").arg(static_cast<double>(rectangle.top));
+  }
+  QString drawn;
+};
+
+TEST(FormsPages, TurnBetweenLines) {
+  Notes notes;
+  Pages pages(notes, 25, [&notes] { notes.drawn += QStringLiteral("| "); });
+  const auto draw = [&pages](std::u16string_view text, float y, float size) {
+    platform::CanvasText drawn;
+    drawn.text = text;
+    drawn.y = y;
+    drawn.font.size = size;
+    pages.draw_text(drawn);
+  };
+  draw(u"a", 10, 10);
+  draw(u"b", 22, 10);
+  pages.fill_rectangle({0, 35, 5, 1}, 0);  // under the third line, told of before it
+  draw(u"c", 34, 10);
+  draw(u"d", 30, 6);  // raised
+  draw(u"e", 134, 100);
+  pages.finish();
+  EXPECT_EQ(notes.drawn, QStringLiteral("a10 b22 | -11 c10 d6 | e100 "));
+}
+
+TEST(FormsPages, MakeADocumentOfManyPages) {
+  std::u16string lines;
+  for (int i = 0; i < 200; ++i) lines += u"line /u1under/u0/nl";
+  const Record record = record_of(u"T", lines);
+  const QByteArray pdf = QByteArray::fromStdString(pdf_of({&record, 1}, command::Tables()));
+  const int pages = static_cast<int>(pdf.count("/Type /Page\n"));
+  EXPECT_GE(pages, 3);
+  EXPECT_LE(pages, 5);
+}
+
+TEST(PainterCanvas, MeasuresAndDrawsInPointsOnAnyDevice) {
+  for (const int dots : {72, 300}) {
+    SCOPED_TRACE(dots);
+    constexpr double inch = 0.0254;
+    QImage image(dots * 2, dots, QImage::Format_RGB32);
+    image.setDotsPerMeterX(static_cast<int>(dots / inch));
+    image.setDotsPerMeterY(static_cast<int>(dots / inch));
+    image.fill(Qt::white);
+    QPainter painter(&image);
+    qt::PainterCanvas canvas(painter);
+    platform::CanvasText text;
+    text.text = u"MMM";
+    text.font.size = 24;
+    text.x = 36;
+    text.y = 36;
+    text.color = rgb(255, 0, 0);
+    const float width = canvas.text_width(text.text, text.font);
+    EXPECT_NEAR(width, 3 * 24 * 0.833, 4);
+    EXPECT_NEAR(canvas.text_width(u"AVAV", text.font), 2 * canvas.text_width(u"AV", text.font), 1);
+    EXPECT_EQ(canvas.text_width(u"\t", text.font), canvas.text_width(u"    ", text.font));
+    EXPECT_NEAR(canvas.font_extent(text.font).ascent, 22, 3);
+    canvas.draw_text(text);
+    canvas.fill_rectangle({0, 60, 10, 5}, rgb(0, 0, 255));
+    painter.end();
+    QRect inked;
+    for (int y = 0; y < image.height() * 50 / 72; ++y) {
+      for (int x = 0; x < image.width(); ++x) {
+        if (image.pixelColor(x, y).green() < 128) inked |= QRect(x, y, 1, 1);
+      }
+    }
+    const double unit = dots / 72.0;
+    EXPECT_NEAR(inked.left() / unit, 36, 4);
+    EXPECT_NEAR(inked.right() / unit, 36 + static_cast<double>(width), 4);
+    EXPECT_NEAR(inked.bottom() / unit, 36, 3);
+    EXPECT_EQ(image.pixelColor(static_cast<int>(5 * unit), static_cast<int>(62 * unit)),
+              QColor(0, 0, 255));
+  }
+}
+
+}  // namespace
+}  // namespace qel::forms
