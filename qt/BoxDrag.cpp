@@ -74,11 +74,12 @@ QVariant DragMimeData::retrieveData(const QString& name, QMetaType /*type*/) con
 // The box as the source.
 
 void BoxDrag::start() {
-  const Span dragged = view_.selected();
+  dragged_ = view_.selected();
   auto mime_data = std::make_unique<DragMimeData>();
   DragData& data = mime_data->dragged();
-  const richtext::Document content = read(*view_.document(), dragged);
-  if (!dragged.is_empty()) {
+  const richtext::Document content = read(*view_.document(), dragged_);
+  dragged_text_ = content.text();
+  if (!dragged_.is_empty()) {
     data.put(text_format, content.text());
     data.put(rtf_format, richtext::write_rtf(content, {0, content.size()}, CharFormat()));
   }
@@ -103,15 +104,14 @@ void BoxDrag::start() {
   drags_ = false;
   std::int32_t effect = effects_of(action);
   const bool moves = effect == move_drop && view_.appearance().drag_mode == box_drags;
-  if (moves && !stays_here_) take_out(dragged, content.text());
+  if (moves && !stays_here_ && is_still_there()) view_.replace(dragged_, {});
   view_.listener().on_complete_drag(effect);
 }
 
-/// What was changed meanwhile stays.
-void BoxDrag::take_out(Span dragged, std::u16string_view text) {
-  const bool is_there =
-      dragged.end <= whole(*view_.document()).end && text_in(*view_.document(), dragged) == text;
-  if (is_there) view_.replace(dragged, {});
+/// What was changed meanwhile is not taken out.
+bool BoxDrag::is_still_there() const {
+  const QTextDocument& document = *view_.document();
+  return dragged_.end <= whole(document).end && text_in(document, dragged_) == dragged_text_;
 }
 
 // The box as the target.
@@ -129,9 +129,13 @@ void BoxDrag::look_at(const QMimeData& data) {
   });
 }
 
+/// Whether the box itself puts in what is dropped on it.
+bool BoxDrag::takes() const {
+  return view_.appearance().drop_mode == box_acts && !view_.isReadOnly();
+}
+
 std::int32_t BoxDrag::suggested_effect(const QDropEvent& event) {
-  const bool takes = view_.appearance().drop_mode == box_acts && !view_.isReadOnly();
-  if (!takes || (!data().has(text_format) && !data().has(rtf_format))) return no_drop;
+  if (!takes() || (!data().has(text_format) && !data().has(rtf_format))) return no_drop;
   const std::int32_t allowed = effects_of(event.possibleActions());
   const bool copies = event.modifiers().testFlag(Qt::ControlModifier) || (allowed & move_drop) == 0;
   return allowed & (copies ? copy_drop : move_drop);
@@ -165,19 +169,18 @@ void BoxDrag::leave() {
   effect_ = no_drop;
 }
 
-bool BoxDrag::would_insert() const {
-  return effect_ != no_drop && view_.appearance().drop_mode == box_acts;
-}
+bool BoxDrag::would_insert() const { return effect_ != no_drop && takes(); }
 
 void BoxDrag::drop(QDropEvent& event) {
   look_at(*event.mimeData());
   const QPointF at = event.position();
   std::int32_t effect = effect_;
+  const bool by_box = takes();
   view_.listener().on_drag_drop(data(), effect, button_mask(event.buttons()),
                                 shift_mask(event.modifiers()), static_cast<float>(at.x()),
                                 static_cast<float>(at.y()));
   effect_ = effect & effects_of(event.possibleActions());
-  if (would_insert()) {
+  if (by_box && effect_ != no_drop) {
     const int position = view_.cursorForPosition(at.toPoint()).position();
     stays_here_ = insert_at(position, effect_);
     if (!stays_here_) effect_ = no_drop;
@@ -191,6 +194,8 @@ void BoxDrag::drop(QDropEvent& event) {
 /// Whether there was text in what was dropped. It is selected afterwards.
 bool BoxDrag::insert_at(int position, std::int32_t effect) {
   if (drags_ && effect == move_drop) {
+    if (!is_still_there()) return false;
+    view_.select(dragged_);
     view_.move_selection(position);
     return true;
   }

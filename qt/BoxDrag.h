@@ -53,10 +53,13 @@ class BoxDrag {
   void look_at(const QMimeData& data);
   platform::DragData& data() { return own_ ? own_->dragged() : foreign_; }
   bool insert_at(int position, std::int32_t effect);
-  void take_out(Span dragged, std::u16string_view text);
+  bool takes() const;
+  bool is_still_there() const;
 
   BoxView& view_;
-  bool drags_ = false;                // this box is the source of what is dragged
+  bool drags_ = false;                // this box is the source of what is dragged:
+  Span dragged_;                      // this part,
+  std::u16string dragged_text_;       // with that text
   bool stays_here_ = false;           // and has put it into its own text
   QPointer<const DragMimeData> own_;  // what is over the box comes from one of ours,
   platform::DragData foreign_;        // or from elsewhere

@@ -148,22 +148,26 @@ void BoxView::press_key(QKeyEvent* event, Stroke stroke) {
   const std::int16_t own = control_character(stroke);
   std::int16_t character = own;
   if (own != 0) listener_->on_key_press(character);
-  const bool breaks = own == enter_key || own == tab_key;
   event->accept();
   if (character != own) {
     if (character != 0) type(QChar(static_cast<char16_t>(character)));
-  } else if (is_done) {
-    return;
-  } else if (!breaks && (stroke.shift & alt_key) != 0 && !event->text().isEmpty()) {
-    // Qt would type it; it may be a menu's.
+  } else if (!is_done) {
+    press_own(event, stroke, own);
+  }
+}
+
+/// The key's own work; `character` is the control character that it stands for, or 0.
+void BoxView::press_own(QKeyEvent* event, Stroke stroke, std::int16_t character) {
+  const bool breaks = character == enter_key || character == tab_key;
+  // Qt would type what comes with Alt, which may be a menu's.
+  const bool is_menus = (stroke.shift & alt_key) != 0 && !event->text().isEmpty();
+  if (breaks && appearance_.multiline && !isReadOnly()) {
+    type(character == enter_key ? QStringLiteral("\n") : QStringLiteral("\t"));
+  } else if (breaks || is_menus) {
+    // A dialog's default button may want Enter.
     event->ignore();
-  } else if (!breaks) {
-    QTextEdit::keyPressEvent(event);
-  } else if (appearance_.multiline && !isReadOnly()) {
-    type(own == enter_key ? QStringLiteral("\n") : QStringLiteral("\t"));
   } else {
-    // A dialog's default button may want it.
-    event->ignore();
+    QTextEdit::keyPressEvent(event);
   }
 }
 

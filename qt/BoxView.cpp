@@ -6,7 +6,6 @@
 #include <QTextBlock>
 #include <QTextDocument>
 
-#include "qel/base/Scan.h"
 #include "qel/richtext/DocumentReader.h"
 #include "qel/richtext/RtfWriter.h"
 #include "qt/BoxDrag.h"
@@ -19,26 +18,14 @@
 namespace qel::qt {
 
 using platform::BoxAppearance;
-using platform::CharFormat;
 using platform::FormatChange;
 using richtext::Document;
-using richtext::RunList;
 
 namespace {
 
 constexpr std::int32_t window_background = 5;
 
 Color window_text() { return QtPlatform::system_color_value(QtPlatform::window_text); }
-
-Document in_one_line(const Document& document) {
-  Document line;
-  for (std::size_t i = 0; i < document.runs().run_count(); ++i) {
-    const RunList::Run run = document.runs().run(i);
-    const std::u16string text = document.text().substr(run.start, run.end - run.start);
-    line.append(replace_all(text, u"\r\n", u" "), line.intern(document.format(run.value)));
-  }
-  return line;
-}
 
 Qt::ScrollBarPolicy policy(bool shown) {
   return shown ? Qt::ScrollBarAsNeeded : Qt::ScrollBarAlwaysOff;
@@ -202,6 +189,7 @@ void BoxView::load(const Document& content) {
 }
 
 void BoxView::replace(Span span, const Document& content) {
+  if (span.is_empty() && content.size() == 0) return;
   const QTextCharFormat before = format_for(span);
   change(Telling::once, [&] {
     end_undo_step();
@@ -229,13 +217,11 @@ void BoxView::replace(Span span, const Document& content) {
 
 bool BoxView::insert(const std::optional<std::u16string>& rtf,
                      const std::optional<std::u16string>& text) {
-  if (!rtf && !text) return false;
   const Span span = selected();
-  const CharFormat base = from_qt(format_for(span));
-  Document content =
-      rtf ? richtext::read_document(*rtf, base) : richtext::plain_document(*text, base);
-  if (!appearance_.multiline) content = in_one_line(content);
-  replace(span, content);
+  const auto content =
+      richtext::read_transfer(rtf, text, from_qt(format_for(span)), !appearance_.multiline);
+  if (!content) return false;
+  replace(span, *content);
   return true;
 }
 
@@ -270,7 +256,7 @@ void BoxView::note_change() {
 
 QMimeData* BoxView::createMimeDataFromSelection() const {
   const Document content = read(*document(), selected());
-  const CharFormat base = from_qt(typing_format());
+  const platform::CharFormat base = from_qt(typing_format());
   return mime::create(content.text(), richtext::write_rtf(content, {0, content.size()}, base))
       .release();
 }

@@ -100,6 +100,7 @@ class BoxView : public QTextEdit {
   void type_key(QKeyEvent* event, const QString& text);
   void act_on_key(QKeyEvent* event, Stroke stroke);
   void press_key(QKeyEvent* event, Stroke stroke);
+  void press_own(QKeyEvent* event, Stroke stroke, std::int16_t character);
   std::optional<Span> erased_by(Stroke stroke) const;
   bool run_command(Stroke stroke);
   std::optional<QString> told_text(const QString& text);

@@ -90,6 +90,7 @@ void RichEdit::change_format(const FormatChange& change) {
     view_->mergeCurrentCharFormat(format);
     return;
   }
+  if (change.is_in(this->format())) return;
   view_->change(BoxView::Telling::once, [&] {
     view_->end_undo_step();
     view_->textCursor().mergeCharFormat(format);
@@ -111,6 +112,7 @@ std::optional<Alignment> RichEdit::alignment() const {
 }
 
 void RichEdit::put_alignment(Alignment alignment) {
+  if (this->alignment() == alignment) return;
   const Span span = view_->selected();
   view_->change(BoxView::Telling::once, [&] {
     QTextBlockFormat format;

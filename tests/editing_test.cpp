@@ -19,7 +19,10 @@ namespace {
 /// Writes down what the host is told, and may swallow a key.
 class Host : public ControlEvents {
  public:
-  void Change() override { log += "change "; }
+  void Change() override {
+    log += "change ";
+    if (control != nullptr) text_when_told = control->get_TextQEL();
+  }
   void Click() override { log += "click "; }
   void KeyDown(std::int16_t& KeyCode, std::int16_t& Shift) override {
     log += "down" + std::to_string(KeyCode) + "/" + std::to_string(Shift) + " ";
@@ -35,12 +38,17 @@ class Host : public ControlEvents {
     log += "up" + std::to_string(Button) + "@" + std::to_string(static_cast<int>(X + Y)) + " ";
   }
 
+  const QELTextbox* control = nullptr;
+  std::u16string text_when_told;
   std::string log;
 };
 
 class Editing : public testing::Test {
  protected:
-  Editing() { control.listen(&host); }
+  Editing() {
+    host.control = &control;
+    control.listen(&host);
+  }
 
   embedded::RichEdit& memory_box() const {
     return static_cast<embedded::RichEdit&>(*control.CurrentRichTextBox());
@@ -163,59 +171,35 @@ TEST_F(Editing, SelectionIsFoundInTheMarkup) {
   EXPECT_EQ(control.get_SelStartQEL(), 0);
 }
 
-TEST_F(Editing, QuotesBecomeTypographic) {
-  const auto typed = [&](std::u16string_view text, char16_t character) {
-    control.put_Text(text);
-    control.put_SelStart(static_cast<std::int32_t>(text.size()));
-    auto code = static_cast<std::int16_t>(character);
-    box().on_key_press(code);
-    return static_cast<char16_t>(code);
+TEST_F(Editing, QuotesOfAnEditorAreCodes) {
+  control.ReadProperties(embedded::PropertyBag(u"SmartQuotes=True\nTextQEL=9"));
+  const auto told = [&](char16_t typed, std::int32_t caret) {
+    control.put_SelStart(caret);
+    auto code = static_cast<std::int16_t>(typed);
+    control.TE_KeyPress(code);
+    return code;
   };
-  EXPECT_EQ(typed(u"a", u'"'), u'"') << "only where it is wanted";
-  control.ReadProperties(embedded::PropertyBag(u"SmartQuotes=True"));
-  EXPECT_EQ(typed(u"", u'"'), u'\u201C');
-  EXPECT_EQ(typed(u"a", u'"'), u'\u201D');
-  EXPECT_EQ(typed(u"(", u'"'), u'\u201D') << "brackets close too";
-  EXPECT_EQ(typed(u"a ", u'"'), u'\u201C');
-  EXPECT_EQ(typed(u"\u00E9", u'\''), u'\u2018');
-  EXPECT_EQ(typed(u"9", u'\''), u'\u2019');
-  EXPECT_EQ(typed(u"9", u'x'), u'x');
-  std::int16_t ansi = u'"';
-  control.TE_KeyPress(ansi);
-  EXPECT_EQ(ansi, 148) << "from outside, in the code page";
+  EXPECT_EQ(told(u'"', 0), 147) << "in the code page";
+  EXPECT_EQ(told(u'"', 1), 148);
+  EXPECT_EQ(told(u'\'', 0), 145);
+  EXPECT_EQ(told(u'\'', 1), 146);
+  EXPECT_EQ(told(u'x', 1), u'x');
   EXPECT_NE(host.log.find("press34 "), std::string::npos) << "the host sees what was typed";
 }
 
-TEST_F(Editing, PastesWhatMarkupCanSay) {
+TEST_F(Editing, PastingLeavesTheSwitchesAndTheLines) {
   platform::Clipboard& clipboard = platform->clipboard();
-  control.put_TextQEL(u"a/b1bc/b0d");
-  const auto paste = [&](std::int32_t start, std::int32_t length) {
-    select(start, length);
-    host.log.clear();
-    control.PasteClipboardContents();
-    return control.get_TextQEL();
-  };
-  EXPECT_EQ(paste(0, 0), u"a/b1bc/b0d") << "an empty clipboard";
-  clipboard.put(u"plain", u"{\\rtf1 \\i x\\par y\\tab z\\par}");
-  EXPECT_EQ(paste(2, 1), u"a/b1b/b0/i1x y z/i0d");
-  EXPECT_EQ(control.get_SelStart(), 7) << "behind what was pasted";
-  EXPECT_EQ(host.log, "change ");
-  EXPECT_FALSE(control.get_RecognizeCRLF());
-  control.put_PasteTextOnly(true);
-  clipboard.put(u"1\r\n2\r3\n4\t5   6", u"{\\rtf1 no}");
-  EXPECT_EQ(paste(0, 1), u"1 2 3 4 5  6/b1b/b0/i1x y z/i0d");
-  control.put_PasteTextOnly(false);
-  clipboard.put(u"text", u"");
-  EXPECT_EQ(paste(0, 1), u"1 2 3 4 5  6/b1b/b0/i1x y z/i0d") << "empty RTF";
-  clipboard.put(u"t", u"{\\rtf1 r}");
-  EXPECT_EQ(press('V', 2), 0);
-  EXPECT_EQ(control.get_Text().substr(0, 1), u"r") << "by its key";
   control.put_Multiline(true);
   control.put_RecognizeCRLF(true);
   control.put_ConvertNLToSpace(false);
   control.put_TextQEL(u"one/nltwo");
-  EXPECT_EQ(paste(3, 0), u"oner/nltwo") << "the text around keeps its lines";
+  clipboard.put(u"t", u"{\\rtf1 r\\par}");
+  select(3, 0);
+  control.PasteClipboardContents();
+  EXPECT_EQ(control.get_TextQEL(), u"oner/nltwo") << "the text around keeps its lines";
   EXPECT_TRUE(control.get_RecognizeCRLF());
+  EXPECT_FALSE(control.get_ConvertNLToSpace());
+  EXPECT_EQ(host.text_when_told, u"oner/nltwo") << "a host can read the text when it is told";
   Common::publish(nullptr, nullptr);
   EXPECT_THROW(control.PasteClipboardContents(), Error);
   EXPECT_EQ(control.get_Text(), u"oner\r\ntwo") << "an error leaves the text as it was";

@@ -4,7 +4,6 @@
 #include <cstddef>
 #include <utility>
 
-#include "qel/base/Scan.h"
 #include "qel/base/Scoped.h"
 #include "qel/base/Utf16.h"
 #include "qel/embedded/Drag.h"
@@ -20,20 +19,6 @@ using platform::MixedFormat;
 using platform::Scope;
 using richtext::Document;
 using richtext::Extent;
-
-namespace {
-
-Document in_one_line(const Document& document) {
-  Document line;
-  for (std::size_t i = 0; i < document.runs().run_count(); ++i) {
-    const richtext::RunList::Run run = document.runs().run(i);
-    const std::u16string text = document.text().substr(run.start, run.end - run.start);
-    line.append(replace_all(text, u"\r\n", u" "), line.intern(document.format(run.value)));
-  }
-  return line;
-}
-
-}  // namespace
 
 std::u16string RichEdit::text(Scope scope) const {
   const Extent extent = extent_of(scope);
@@ -90,10 +75,11 @@ MixedFormat RichEdit::format() const {
 }
 
 void RichEdit::change_format(const FormatChange& change) {
+  const bool is_new = !change.is_in(format());
   change.apply_to(typing_);
   history_.end_step();
   const Extent extent = selected();
-  if (extent.length() == 0 || document_.has_format(extent, change)) return;
+  if (extent.length() == 0 || !is_new) return;
   history_.record(document_, extent, extent.length(), selection_, selection_, Kind::other);
   document_.change_format(extent, change);
   tell_change();
@@ -216,13 +202,12 @@ bool RichEdit::redo() { return take_step(&UndoHistory::redo); }
 
 bool RichEdit::insert(const std::optional<std::u16string>& rtf,
                       const std::optional<std::u16string>& text) {
-  const bool has_rtf = rtf && !rtf->empty();
-  if (!has_rtf && !text) return false;
   const Extent extent = selected();
-  Document content =
-      has_rtf ? richtext::read_document(*rtf, format_for(extent)) : plain_content(extent, *text);
-  if (!appearance_.multiline) content = in_one_line(content);
-  replace_part(extent, std::move(content), Kind::other);
+  auto content = richtext::read_transfer(rtf, text, format_for(extent), !appearance_.multiline);
+  if (!content) return false;
+  if (!rtf || rtf->empty())
+    content->align({0, content->size()}, document_.alignment_at(extent.start));
+  replace_part(extent, *std::move(content), Kind::other);
   return true;
 }
 

@@ -46,4 +46,12 @@ void FormatChange::apply_to(CharFormat& format) const {
   if (!is_size) format.size = size_before;
 }
 
+bool FormatChange::is_in(const MixedFormat& format) const {
+  bool is_in = true;
+  for_each_field(*this, format, [&](const auto& change, const auto& value) {
+    if (change && value != *change) is_in = false;
+  });
+  return is_in;
+}
+
 }  // namespace qel::platform

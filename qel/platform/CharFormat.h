@@ -49,6 +49,8 @@ struct MixedFormat : FormatFields {
 struct FormatChange : FormatFields {
   /// A size that is not above 0 and at most 16383 changes nothing.
   void apply_to(CharFormat& format) const;
+  /// Whether all of a selection with that format has the values already.
+  bool is_in(const MixedFormat& format) const;
 };
 
 }  // namespace qel::platform

@@ -114,17 +114,6 @@ void Document::change_format(Extent extent, const FormatChange& change) {
   });
 }
 
-bool Document::has_format(Extent extent, const FormatChange& change) const {
-  for (std::size_t at = extent.start; at < extent.end;) {
-    const RunList::Run run = runs_.run(runs_.find(at));
-    CharFormat changed = format(run.value);
-    change.apply_to(changed);
-    if (changed != format(run.value)) return false;
-    at = run.end;
-  }
-  return true;
-}
-
 void Document::align(Extent extent, Alignment alignment) {
   const auto [first, last] = paragraphs(extent);
   alignments_.transform(first, last + 1, [&](auto) { return to_value(alignment); });

@@ -92,8 +92,6 @@ class Document {
   /// Replaces all characters by as many others; breaks are where they were.
   void put_characters(std::u16string text) { text_ = std::move(text); }
   void change_format(Extent extent, const FormatChange& change);
-  /// Whether the change would leave all formats of the extent as they are.
-  bool has_format(Extent extent, const FormatChange& change) const;
   /// The paragraphs that the extent touches.
   Extent paragraphs(Extent extent) const {
     return {paragraph_start(extent.start), paragraph_end(extent.end)};

@@ -1,7 +1,9 @@
 #include "qel/richtext/DocumentReader.h"
 
 #include <cstddef>
+#include <utility>
 
+#include "qel/base/Scan.h"
 #include "qel/richtext/RtfReader.h"
 
 namespace qel::richtext {
@@ -23,6 +25,16 @@ class DocumentSink : public RtfSink {
   Document& document_;
 };
 
+Document without_breaks(const Document& document) {
+  Document line;
+  for (std::size_t i = 0; i < document.runs().run_count(); ++i) {
+    const RunList::Run run = document.runs().run(i);
+    const std::u16string text = document.text().substr(run.start, run.end - run.start);
+    line.append(replace_all(text, u"\r\n", u" "), line.intern(document.format(run.value)));
+  }
+  return line;
+}
+
 }  // namespace
 
 bool is_rtf(std::u16string_view text) {
@@ -39,6 +51,15 @@ Document read_document(std::u16string_view text, const CharFormat& base) {
   read_rtf(text, base, sink);
   document.release_unused();
   return document;
+}
+
+std::optional<Document> read_transfer(const std::optional<std::u16string>& rtf,
+                                      const std::optional<std::u16string>& text,
+                                      const CharFormat& base, bool in_one_line) {
+  const bool has_rtf = rtf && !rtf->empty();
+  if (!has_rtf && !text) return {};
+  Document document = has_rtf ? read_document(*rtf, base) : plain_document(*text, base);
+  return in_one_line ? without_breaks(document) : std::move(document);
 }
 
 }  // namespace qel::richtext

@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
 # Works the text boxes of a program on a screen of its own, with keys and mouse: shortcuts, a drag
-# from box to box, the large editor.
+# from box to box, the large editor, the clipboard of other programs.
 # Usage: desktop.sh PROGRAM
 set -euo pipefail
 
@@ -58,3 +58,23 @@ xdotool key Return
 sleep 0.3
 xdotool type '.'
 expect "upper: text  two! more."
+
+# own FORM: another program puts its input on the clipboard in that form.
+own() {
+  xclip -selection clipboard -t "$1" >/dev/null 2>&1
+}
+printf '%s' '{\rtf1 {\b foreign} rtf}' | own text/rtf
+xdotool key ctrl+v
+expect "upper: text  two! more./b1foreign/b0 rtf"
+printf '%s' '{\rtf1 \i application}' | own application/rtf
+xdotool key ctrl+v
+expect "upper: text  two! more./b1foreign/b0 rtf/i1application/i0"
+printf 'one\nline' | own UTF8_STRING
+xdotool key ctrl+a ctrl+v
+expect "upper: text one line"
+xdotool key ctrl+a ctrl+b ctrl+c
+sleep 0.3
+[[ $(xclip -selection clipboard -o) == "one line" ]]
+for form in text/rtf application/rtf; do
+  xclip -selection clipboard -o -t "$form" | grep -qF '\b'
+done
