@@ -79,8 +79,12 @@ void insert(QTextCursor& cursor, const Document& content, Color window_text) {
     const RunList::Run run = runs.run(i);
     if (run.value >= formats.size()) formats.resize(run.value + 1);
     auto& format = formats[run.value];
-    if (!format) format = to_qt(content.format(run.value), window_text);
+    const bool is_new = !format;
+    if (is_new) format = to_qt(content.format(run.value), window_text);
     cursor.insertText(storable_text(text.substr(run.start, run.end - run.start)), *format);
+    // The document looks each format up; its own copy it knows without comparing every property.
+    const QTextCharFormat known = is_new ? cursor.charFormat() : QTextCharFormat();
+    if (is_new && known == *format) format = known;
   }
   const RunList& alignments = content.alignments();
   const bool is_aligned = alignments.run_count() == 1 && content.alignment_at(0) == here;
