@@ -24,8 +24,21 @@ using richtext::Document;
 namespace {
 
 constexpr std::int32_t window_background = 5;
+constexpr auto wrap_at_words = QTextOption::WrapAtWordBoundaryOrAnywhere;
 
 Color window_text() { return QtPlatform::system_color_value(QtPlatform::window_text); }
+
+/// Whether a word is so long that Qt, which looks for its end at every line, would be slow.
+bool has_endless_word(std::u16string_view text) {
+  constexpr std::size_t endless = 2000;
+  std::size_t begin = 0;
+  while (text.size() - begin > endless) {
+    const std::size_t blank = text.substr(begin, endless).find_last_of(u" \t\r\n");
+    if (blank == std::u16string_view::npos) return true;
+    begin += blank + 1;
+  }
+  return false;
+}
 
 Qt::ScrollBarPolicy policy(bool shown) {
   return shown ? Qt::ScrollBarAsNeeded : Qt::ScrollBarAlwaysOff;
@@ -37,7 +50,7 @@ BoxView::BoxView(QWidget* parent) : QTextEdit(parent), drag_(std::make_unique<Bo
   setFrameStyle(QFrame::NoFrame);
   setTabChangesFocus(true);
   setAcceptRichText(true);
-  setWordWrapMode(QTextOption::WrapAtWordBoundaryOrAnywhere);
+  setWordWrapMode(wrap_at_words);
   viewport()->setMouseTracking(true);
   document()->setDocumentMargin(2);
   connect(document(), &QTextDocument::contentsChange, this, [this] { has_changed_ = true; });
@@ -166,6 +179,7 @@ void BoxView::load(const Document& content) {
                                                     : format_for(all);
   change(Telling::once, [&] {
     document()->setUndoRedoEnabled(false);
+    setWordWrapMode(has_endless_word(content.text()) ? QTextOption::WrapAnywhere : wrap_at_words);
     // Laid out as a new text, only what is seen is laid out at once.
     document()->setLayoutEnabled(false);
     document()->clear();
@@ -190,6 +204,7 @@ void BoxView::load(const Document& content) {
 
 void BoxView::replace(Span span, const Document& content) {
   if (span.is_empty() && content.size() == 0) return;
+  if (has_endless_word(content.text())) setWordWrapMode(QTextOption::WrapAnywhere);
   const QTextCharFormat before = format_for(span);
   change(Telling::once, [&] {
     end_undo_step();

@@ -255,6 +255,10 @@ TEST_F(Widget, BreaksLinesOnlyWhereThereAreMany) {
   press(Qt::Key_Tab, Qt::ControlModifier);
   EXPECT_EQ(box.get_Text(), QStringLiteral("a\r\n\t"));
   EXPECT_EQ(box.control().get_SelStart(), 4);
+  box.put_Text(QString(100'000, u'x'));
+  EXPECT_EQ(view().wordWrapMode(), QTextOption::WrapAnywhere) << "Qt is slow with endless words";
+  box.put_Text(QStringLiteral("word ").repeated(20'000));
+  EXPECT_EQ(view().wordWrapMode(), QTextOption::WrapAtWordBoundaryOrAnywhere);
   press(Qt::Key_Tab);
   EXPECT_TRUE(behind.hasFocus());
   box.setFocus();
