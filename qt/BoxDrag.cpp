@@ -100,7 +100,9 @@ void BoxDrag::start() {
   QObject::connect(drag, &QDrag::actionChanged, &view_, tell_effect);
   drags_ = true;
   stays_here_ = false;
+  const QPointer<BoxView> view = &view_;
   const Qt::DropAction action = drag->exec(actions_of(effects), action_of(effects));
+  if (!view) return;
   drags_ = false;
   std::int32_t effect = effects_of(action);
   const bool moves = effect == move_drop && view_.appearance().drag_mode == box_drags;

@@ -201,11 +201,22 @@ void BoxView::inputMethodEvent(QInputMethodEvent* event) {
   const Busy busy(*this);
   const bool composes = event->commitString().isEmpty() && event->replacementLength() == 0;
   if (composes) {
+    // Qt would take the selection out in silence.
+    const bool begins = !event->preeditString().isEmpty() && textCursor().hasSelection();
+    if (begins && !isReadOnly()) replace(selected(), {});
     // Text that is still being composed is no part of the document.
     change(Telling::never, [&] { QTextEdit::inputMethodEvent(event); });
     return;
   }
-  const QString left = told_text(event->commitString()).value_or(QString());
+  QString left = told_text(event->commitString()).value_or(QString());
+  if (isReadOnly()) left.clear();
+  if (!appearance_.multiline) left.replace(QLatin1Char('\n'), QLatin1Char(' '));
+  if (event->replacementLength() == 0 && textCursor().hasSelection()) {
+    // In the format of what it replaces, as a key is.
+    if (!left.isEmpty()) type(left);
+    event->accept();
+    return;
+  }
   event->setCommitString(left, event->replacementStart(), event->replacementLength());
   QTextEdit::inputMethodEvent(event);
 }

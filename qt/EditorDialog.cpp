@@ -106,7 +106,7 @@ void EditorDialog::add_pane(const QString& caption) {
   connect(fold_, &QToolButton::toggled, this, [this](bool is_open) {
     fold_->setArrowType(is_open ? Qt::DownArrow : Qt::RightArrow);
     pane_->setVisible(is_open);
-    resize(width(), height() + (is_open ? pane_->height() : -pane_->height()));
+    if (!isMaximized()) resize(width(), height() + (is_open ? pane_->height() : -pane_->height()));
     show_pane_text();
   });
   // A conversion of all of the text for each key would be felt while typing.
@@ -114,7 +114,9 @@ void EditorDialog::add_pane(const QString& caption) {
   pane_delay_.setSingleShot(true);
   pane_delay_.setInterval(150ms);
   connect(&pane_delay_, &QTimer::timeout, this, &EditorDialog::show_pane_text);
-  connect(&box_->view(), &QTextEdit::textChanged, &pane_delay_, qOverload<>(&QTimer::start));
+  connect(&box_->view(), &QTextEdit::textChanged, this, [this] {
+    if (!pane_delay_.isActive()) pane_delay_.start();
+  });
 }
 
 void EditorDialog::show_pane_text() {

@@ -106,7 +106,7 @@ TextBox::TextBox(QWidget* parent)
   control_ = std::make_unique<QELTextbox>(*site_, QtPlatform::use());
   control_->InitProperties();
   take_events();
-  for (BoxView* box : findChildren<BoxView*>()) {
+  for (BoxView* box : findChildren<BoxView*>(QString(), Qt::FindDirectChildrenOnly)) {
     box->setContextMenuPolicy(Qt::CustomContextMenu);
     connect(box, &QWidget::customContextMenuRequested, this, &TextBox::show_menu);
   }
@@ -116,13 +116,14 @@ TextBox::TextBox(QWidget* parent)
 TextBox::~TextBox() {
   control_.reset();
   // A box that somebody else still holds is not ours to delete.
-  for (BoxView* box : findChildren<BoxView*>()) box->setParent(nullptr);
+  for (BoxView* box : findChildren<BoxView*>(QString(), Qt::FindDirectChildrenOnly))
+    box->setParent(nullptr);
 }
 
 void TextBox::take_events() { control_->listen(events_.get()); }
 
 BoxView* TextBox::view() const {
-  const auto boxes = findChildren<BoxView*>();
+  const auto boxes = findChildren<BoxView*>(QString(), Qt::FindDirectChildrenOnly);
   const auto shown =
       std::find_if(boxes.begin(), boxes.end(), [](const BoxView* box) { return !box->isHidden(); });
   return shown == boxes.end() ? nullptr : *shown;
@@ -142,9 +143,10 @@ void TextBox::note_property(const QString& name) {
 void TextBox::show_menu(const QPoint& point) {
   BoxView* const box = view();
   if (box == nullptr) return;
-  QMenu menu(this);
-  fill_menu(menu, *control_, *box);
-  menu.exec(box->viewport()->mapToGlobal(point));
+  auto* menu = new QMenu(this);
+  menu->setAttribute(Qt::WA_DeleteOnClose);
+  fill_menu(*menu, *control_, *box);
+  menu->popup(box->viewport()->mapToGlobal(point));
 }
 
 // Texts and sizes.
@@ -228,7 +230,8 @@ QString TextBox::get_PlaceholderText() const {
 }
 
 void TextBox::put_PlaceholderText(const QString& Value) {
-  for (BoxView* box : findChildren<BoxView*>()) box->setPlaceholderText(Value);
+  for (BoxView* box : findChildren<BoxView*>(QString(), Qt::FindDirectChildrenOnly))
+    box->setPlaceholderText(Value);
 }
 
 QSize TextBox::sizeHint() const {

@@ -150,7 +150,8 @@ class TextBox : public QWidget {
 
  signals:
   // The control's events; what a pointer leads to may be changed during the call, so only slots
-  // that are called at once can use it. A key code or character set to 0 goes no further.
+  // that are called at once can use it. A key code or character set to 0 goes no further. A slot
+  // that wants the widget to go uses `deleteLater`.
 
   void Change();
   void Click();

@@ -97,6 +97,17 @@ TEST_F(LargeEditor, EndsWithTheUsersError) {
   EXPECT_EQ(control.get_SelCharOffset(), 30) << "to the twip, although RTF cannot say it";
 }
 
+TEST_F(LargeEditor, LetsTheControlEndMeanwhile) {
+  auto other = std::make_unique<QELTextbox>(form, platform);
+  platform->put_user([&](EditorWindow& window) {
+    other.reset();
+    window.box()->put_SelText(u"x");
+    window.press_ok();
+  });
+  other->InvokeLargeEditor();
+  EXPECT_EQ(other, nullptr);
+}
+
 TEST_F(LargeEditor, RunsItsCommands) {
   struct Row {
     std::u16string_view command;

@@ -24,6 +24,7 @@
 #include "qel/base/Records.h"
 #include "qel/base/Utf8.h"
 #include "qel/embedded/BoxUser.h"
+#include "qel/platform/Keys.h"
 #include "support/Random.h"
 #include "support/Text.h"
 
@@ -220,6 +221,11 @@ TEST_F(Forms, SaysWhatIsWrongAndKeepsWhatIsThere) {
   }
 }
 
+/// The hands of the user in a control of the form.
+embedded::BoxUser user_of(const QELTextbox& control) {
+  return embedded::BoxUser(dynamic_cast<embedded::RichEdit&>(*control.CurrentRichTextBox()));
+}
+
 TEST_F(Forms, KeepsFontsAndColoursOfAnyValue) {
   command::Tables tables;
   tables.fonts.put_Font(4, u"Zed");
@@ -241,11 +247,12 @@ TEST_F(Forms, KeepsFontsAndColoursOfAnyValue) {
   HeadlessForm host(store);
   EXPECT_EQ(host.body_control().GetColorGivenColorIndex(9), rgb(255, 90, 200));
   EXPECT_EQ(host.title_control().GetFontNameGivenFontIndex(4), u"Zed");
-}
-
-/// The hands of the user in a control of the form.
-embedded::BoxUser user_of(const QELTextbox& control) {
-  return embedded::BoxUser(dynamic_cast<embedded::RichEdit&>(*control.CurrentRichTextBox()));
+  host.form().put_title(u"plain /f3third");
+  user_of(host.title_control()).press(keys::end_key);
+  user_of(host.title_control()).type(u"!");
+  tables.fonts.put_Font(0, u"Verdana");
+  host.form().put_tables(tables);
+  EXPECT_EQ(host.form().title(), u"plain /f3third!/f0") << "another default font";
 }
 
 constexpr std::u16string_view rich_body = u"a /c1small/c0 /f9font/f0/nl/b1b";

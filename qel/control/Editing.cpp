@@ -92,6 +92,7 @@ void QELTextbox::listen_to_boxes() {
 }
 
 QELTextbox::~QELTextbox() {
+  if (editor_box_) editor_box_->listen(nullptr);
   for (const auto& box : boxes_) box->listen(nullptr);
 }
 
@@ -317,8 +318,11 @@ void QELTextbox::RichEditKeyDown(platform::Dispatch& Target, std::int16_t& KeyCo
 
 void QELTextbox::InvokeLargeEditor() {
   if (editor_box_) return;
+  // The host may end the control while the user edits.
+  const std::weak_ptr<const bool> alive = alive_;
+  const std::shared_ptr<const platform::Platform> platform = platform_;
   frmTextEditor form(
-      *platform_,
+      *platform,
       {[this] {
          // A change that the control makes itself it tells of itself.
          if (!changes_held_) TE_Change();
@@ -342,10 +346,15 @@ void QELTextbox::InvokeLargeEditor() {
   there.read_only = here.read_only || !here.enabled;
   form.RichTextBoxObj()->put_appearance(there);
   form.SetText(edited);
-  {
-    const Scoped editing(editor_box_, form.RichTextBoxObj());
+  editor_box_ = form.RichTextBoxObj();
+  try {
     form.Show();
+  } catch (...) {
+    if (!alive.expired()) editor_box_.reset();
+    throw;
   }
+  if (alive.expired()) return;
+  editor_box_.reset();
   // RTF cannot say every offset: what was not edited is not touched.
   const std::u16string text = form.GetText();
   if (text != edited.rtf) CurrentRichTextBox()->put_TextRTF(RTFParser::PreprocessRTF(text));

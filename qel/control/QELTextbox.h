@@ -82,7 +82,7 @@ class QELTextbox {
   }
   /// Opens the large editor on the text and returns when the user has closed it. While it is open,
   /// all that acts on the visible box acts on the editor's. Nothing happens when it is open
-  /// already.
+  /// already. The control may end meanwhile.
   void InvokeLargeEditor();
   /// Puts a line break in place of the selection.
   void InsertCRLF() { CurrentRichTextBox()->put_SelText(u"\r\n"); }
@@ -370,6 +370,7 @@ class QELTextbox {
   std::vector<std::shared_ptr<BoxEvents>> box_events_;  // of each box
   std::shared_ptr<platform::RichEdit> editor_box_;      // while the large editor is open
   ControlEvents* events_ = nullptr;
+  std::shared_ptr<const bool> alive_ = std::make_shared<const bool>(true);
   bool changes_held_ = false;  // the changes in progress will be told as one
 
   RTFParser parser_;

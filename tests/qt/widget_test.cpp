@@ -167,6 +167,21 @@ TEST_F(Widget, TellsOfEachChangeOnce) {
   QApplication::sendEvent(&view(), &committing);
   expect_one_more("input method");
   EXPECT_EQ(box.get_Text(), QStringLiteral("y\u304B"));
+  box.put_TextQEL(QStringLiteral("a/b1b/b0"));
+  expect_one_more("markup");
+  select(1, 1);
+  QApplication::sendEvent(&view(), &composing);
+  expect_one_more("composing over a selection");
+  QInputMethodEvent given_up;
+  QApplication::sendEvent(&view(), &given_up);
+  EXPECT_EQ(box.get_Text(), QStringLiteral("a")) << "and the host knows";
+  box.put_TextQEL(QStringLiteral("a/b1b/b0"));
+  select(1, 1);
+  QInputMethodEvent accented;
+  accented.setCommitString(QStringLiteral("\u00E9"));
+  QApplication::sendEvent(&view(), &accented);
+  EXPECT_EQ(box.get_TextQEL(), QStringLiteral("a/b1\u00E9/b0"))
+      << "in the format of what it replaces";
 }
 
 TEST_F(Widget, HandsKeysToWhoeverListens) {
@@ -318,6 +333,7 @@ TEST_F(Widget, OffersFormatsInItsMenu) {
   QMetaObject::invokeMethod(&box, user, Qt::QueuedConnection);
   QContextMenuEvent by_key(QContextMenuEvent::Keyboard, QPoint(5, 5), QPoint(5, 5));
   QApplication::sendEvent(&view(), &by_key);
+  QApplication::processEvents();
   EXPECT_EQ(box.get_TextQEL(), QStringLiteral("/i1ab/i0c"));
 }
 

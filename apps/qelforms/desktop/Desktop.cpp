@@ -17,11 +17,12 @@ namespace {
 void require_display(bool is_demo) {
 #ifdef Q_OS_LINUX
   const auto has = [](const char* name) { return !qEnvironmentVariableIsEmpty(name); };
-  if (has("DISPLAY") || has("WAYLAND_DISPLAY") || has("QT_QPA_PLATFORM")) return;
-  if (!is_demo) {
+  if (has("QT_QPA_PLATFORM")) return;
+  if (is_demo) {
+    qputenv("QT_QPA_PLATFORM", "offscreen");
+  } else if (!has("DISPLAY") && !has("WAYLAND_DISPLAY")) {
     throw std::runtime_error("there is no display; see 'qelforms --help' for what works without");
   }
-  qputenv("QT_QPA_PLATFORM", "offscreen");
 #else
   static_cast<void>(is_demo);
 #endif

@@ -24,12 +24,14 @@
 #include "Pdf.h"
 #include "RecordList.h"
 #include "TablesDialog.h"
+#include "qel/base/Scoped.h"
 #include "qt/Text.h"
 
 namespace qel::forms {
 namespace {
 
 constexpr auto draft_delay = std::chrono::milliseconds(1000);
+constexpr auto draft_retry = std::chrono::seconds(30);
 
 std::string document_in(const QString& suffix, std::span<const Record> records,
                         const command::Tables& tables) {
@@ -63,7 +65,6 @@ MainWindow::MainWindow(RecordStore& store)
   setCentralWidget(splitter);
   statusBar()->addPermanentWidget(state_);
   draft_timer_.setSingleShot(true);
-  draft_timer_.setInterval(draft_delay);
   draft_timer_.callOnTimeout(this, [this] { keep_draft(); });
 
   form_ = std::make_unique<RecordForm>(store_, title_->control(), body_->control(),
@@ -85,7 +86,8 @@ MainWindow::~MainWindow() = default;
 
 void MainWindow::begin(bool recovers) {
   attempt([&] {
-    const std::vector<Draft> drafts = recovers ? store_.drafts() : std::vector<Draft>();
+    const bool may_recover = recovers && !store_.is_read_only();
+    const std::vector<Draft> drafts = may_recover ? store_.drafts() : std::vector<Draft>();
     if (list_->first() != 0) show_record(list_->first());
     if (!drafts.empty()) recover(drafts.back());
     if (drafts.size() > 1) {
@@ -187,14 +189,7 @@ void MainWindow::show_formats() {
 
 void MainWindow::tell(const QString& message) { statusBar()->showMessage(message); }
 
-void MainWindow::apply_tables() {
-  const command::Tables tables = load_tables(store_);
-  for (qt::TextBox* const box : {title_, body_}) {
-    box->control().put_FontName(tables.fonts.get_DefaultFont());
-    box->control().put_FontSize(tables.fonts.get_FontSize());
-  }
-  form_->put_tables(tables);
-}
+void MainWindow::apply_tables() { form_->put_tables(load_tables(store_)); }
 
 qt::TextBox& MainWindow::edited_box() const {
   return title_->isAncestorOf(focusWidget()) ? *title_ : *body_;
@@ -203,7 +198,7 @@ qt::TextBox& MainWindow::edited_box() const {
 // What the user asks for.
 
 void MainWindow::note_change() {
-  if (!draft_timer_.isActive()) draft_timer_.start();
+  if (!draft_timer_.isActive()) draft_timer_.start(draft_delay);
   statusBar()->clearMessage();
   show_state();
 }
@@ -213,8 +208,9 @@ void MainWindow::keep_draft() {
   try {
     form_->keep_draft();
   } catch (const std::exception& error) {
-    // No reason to interrupt the user: the next change tries again.
+    // No reason to interrupt the user: it is tried again.
     tell(tr("Unsaved changes are not kept: %1").arg(QString::fromUtf8(error.what())));
+    draft_timer_.start(draft_retry);
   }
 }
 
@@ -234,6 +230,9 @@ void MainWindow::show_record(std::int64_t id) {
 }
 
 void MainWindow::follow_selection() {
+  // Keys that come while the user is asked ask nothing more.
+  if (is_following_) return;
+  const Scoped following(is_following_, true);
   const std::vector<std::int64_t> selected = list_->selected();
   if (selected.size() != 1 || selected.front() == form_->record().id) return;
   if (!settle() || !attempt([&] { show_record(selected.front()); })) {

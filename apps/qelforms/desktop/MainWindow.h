@@ -83,6 +83,7 @@ class MainWindow : public QMainWindow {
   void new_record();
   void show_record(std::int64_t id);
   void follow_selection();
+  bool is_following_ = false;
   bool save();
   bool save_as_new();
   void revert();
