@@ -13,7 +13,7 @@ namespace qel::editor_commands {
 struct Target {
   platform::RichEdit& box;
   platform::Clipboard& clipboard;
-  RTFParser* parser;  ///< for changes of case; null for none
+  RTFParser* parser;  ///< for the markup; null for none
   const EditedText& edited;
   std::int16_t script_offset;  ///< of superscript, in twips
 };
