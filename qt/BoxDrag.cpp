@@ -88,7 +88,7 @@ void BoxDrag::start() {
   });
   std::int32_t effects = copy_drop | (view_.isReadOnly() ? no_drop : move_drop);
   view_.listener().on_start_drag(data, effects);
-  if (effects == no_drop || (!data.has(text_format) && !data.has(rtf_format))) return;
+  if (effects == no_drop || !data.is_text()) return;
 
   auto* drag = new QDrag(&view_);  // deletes itself and the data
   drag->setMimeData(mime_data.release());
@@ -137,10 +137,9 @@ bool BoxDrag::takes() const {
 }
 
 std::int32_t BoxDrag::suggested_effect(const QDropEvent& event) {
-  if (!takes() || (!data().has(text_format) && !data().has(rtf_format))) return no_drop;
-  const std::int32_t allowed = effects_of(event.possibleActions());
-  const bool copies = event.modifiers().testFlag(Qt::ControlModifier) || (allowed & move_drop) == 0;
-  return allowed & (copies ? copy_drop : move_drop);
+  if (!takes() || !data().is_text()) return no_drop;
+  return usual_drop(effects_of(event.possibleActions()),
+                    event.modifiers().testFlag(Qt::ControlModifier));
 }
 
 void BoxDrag::tell_target(QDropEvent& event, DragState state) {

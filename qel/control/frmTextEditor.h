@@ -44,13 +44,13 @@ class frmTextEditor : private platform::EditorListener {
   frmTextEditor& operator=(const frmTextEditor&) = delete;
   ~frmTextEditor() override;
 
-  std::shared_ptr<platform::RichEdit> RichTextBoxObj() const { return window_->box(); }
+  const std::shared_ptr<platform::RichEdit>& RichTextBoxObj() const { return box_; }
   /// The parser for the form's own conversions, which has to outlive it.
   void SetRTFParser(RTFParser& Parser) { parser_ = &Parser; }
   /// Loads the text, which Cancel, Undo and the frame put back.
   void SetText(EditedText Text);
   /// The text as RTF.
-  std::u16string GetText() const { return window_->box()->get_TextRTF(); }
+  std::u16string GetText() const { return box_->get_TextRTF(); }
   /// Shows the window until the user closes it. Nothing is lost by another way of closing than
   /// `cmdOK`: the text is what it was.
   void Show();

@@ -1,6 +1,7 @@
 #include "qel/embedded/Drag.h"
 
 #include "qel/embedded/RichEdit.h"
+#include "qel/platform/Keys.h"
 
 namespace qel::embedded {
 
@@ -9,7 +10,6 @@ using namespace platform;
 namespace {
 
 constexpr std::int16_t left_button = 1;
-constexpr std::int16_t ctrl = 2;
 constexpr std::int32_t box_drops = 2;
 
 }  // namespace
@@ -27,9 +27,8 @@ void Drag::accept(std::int32_t effect) {
 }
 
 std::int32_t Drag::suggested_effect() const {
-  if (!box_takes() || (!data_.has(text_format) && !data_.has(rtf_format))) return no_drop;
-  const bool copies = (shift_ & ctrl) != 0 || (allowed_ & move_drop) == 0;
-  return allowed_ & (copies ? copy_drop : move_drop);
+  return box_takes() && data_.is_text() ? usual_drop(allowed_, (shift_ & keys::ctrl_key) != 0)
+                                        : no_drop;
 }
 
 void Drag::tell_target(DragState state) {

@@ -244,8 +244,7 @@ void RichEdit::start_drag() {
   std::int32_t effects =
       platform::copy_drop | (appearance_.read_only ? platform::no_drop : platform::move_drop);
   listener_->on_start_drag(data, effects);
-  const bool has_data = data.has(platform::text_format) || data.has(platform::rtf_format);
-  if (effects == platform::no_drop || !has_data) return;
+  if (effects == platform::no_drop || !data.is_text()) return;
   Drag drag(*this, data, effects);
   if (desktop_->dragger) desktop_->dragger(drag);
   drag.leave();

@@ -13,6 +13,13 @@ namespace qel::platform {
 /// What becomes of dragged data; a mask where several are allowed.
 enum DropEffect : std::int32_t { no_drop = 0, copy_drop = 1, move_drop = 2 };
 
+/// What a drop of text does unless somebody says otherwise: it moves where that is allowed and no
+/// copy is wanted, and else copies as far as it may.
+constexpr std::int32_t usual_drop(std::int32_t allowed_effects, bool wants_copy) {
+  const bool copies = wants_copy || (allowed_effects & move_drop) == 0;
+  return allowed_effects & (copies ? copy_drop : move_drop);
+}
+
 /// Whether the pointer with the data comes onto a box, leaves it or moves over it.
 enum DragState : std::int16_t { drag_enters = 0, drag_leaves = 1, drag_moves = 2 };
 
@@ -27,6 +34,8 @@ class DragData {
 
   /// Whether the data has that form, or it was promised.
   bool has(std::int16_t format) const { return forms_.contains(format); }
+  /// Whether it is something that a box can hold.
+  bool is_text() const { return has(text_format) || has(rtf_format); }
   /// The data in that form; nothing when it does not have it. What was promised is asked for first.
   std::optional<std::u16string> get(std::int16_t format);
   void put(std::int16_t format, std::u16string_view value) { forms_[format] = value; }

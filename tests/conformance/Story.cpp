@@ -149,15 +149,7 @@ class Player {
     control_.Resize();
   }
 
-  void play() {
-    for (const Story::Line& line : story_.lines) {
-      try {
-        perform(line);
-      } catch (const std::exception& error) {
-        fail(line, error.what());
-      }
-    }
-  }
+  void play() { perform(story_.lines); }
 
  private:
   struct Command {
@@ -180,6 +172,25 @@ class Player {
 
   platform::RichEdit& box() const { return *control_.CurrentRichTextBox(); }
 
+  /// The row of a table; a name that it does not have is a fault of the story.
+  template <class Rows>
+  static const auto& row_named(const Rows& rows, Word name) {
+    const auto row = std::find_if(rows.begin(), rows.end(),
+                                  [name](const auto& candidate) { return candidate.name == name; });
+    if (row == rows.end()) throw std::invalid_argument("nothing is called " + to_utf8(name));
+    return *row;
+  }
+
+  void perform(const std::vector<Story::Line>& lines) {
+    for (const Story::Line& line : lines) {
+      try {
+        perform(line);
+      } catch (const std::exception& error) {
+        fail(line, error.what());
+      }
+    }
+  }
+
   void perform(const Story::Line& line) {
     Word rest = line.text;
     const Word name = take_word(rest);
@@ -199,10 +210,7 @@ class Player {
         Command{u"swallow", &Player::swallow},     Command{u"turn", &Player::turn},
         Command{u"choose", &Player::choose},       Command{u"ok", &Player::press_ok},
         Command{u"cancel", &Player::press_cancel}, Command{u"close", &Player::close}};
-    const auto command = std::find_if(commands.begin(), commands.end(),
-                                      [&](const Command& row) { return row.name == name; });
-    if (command == commands.end()) return fail(line, "no such command");
-    (this->*command->run)(rest);
+    (this->*row_named(commands, name).run)(rest);
   }
 
   void expect(const Story::Line& line, Word rest) {
@@ -214,11 +222,7 @@ class Player {
                                                 Expectation{u"clipboard", &Player::clipboard},
                                                 Expectation{u"editor", &Player::editor}};
     const Word name = take_word(rest);
-    const auto row =
-        std::find_if(expectations.begin(), expectations.end(),
-                     [&](const Expectation& expectation) { return expectation.name == name; });
-    if (row == expectations.end()) return fail(line, "nothing of that name can be expected");
-    const std::u16string found = (this->*row->read)();
+    const std::u16string found = (this->*row_named(expectations, name).read)();
     if (found != unescaped(rest)) fail(line, "it is " + to_utf8(found));
   }
 
@@ -252,10 +256,7 @@ class Player {
         Switch{u"SelBold", &QELTextbox::put_SelBold},
         Switch{u"SelHide", &QELTextbox::put_SelHide}};
     const Word name = take_word(arguments);
-    const auto row = std::find_if(switches.begin(), switches.end(),
-                                  [&](const Switch& candidate) { return candidate.name == name; });
-    if (row == switches.end()) throw std::invalid_argument("no such switch");
-    (control_.*row->put)(arguments == u"True");
+    (control_.*row_named(switches, name).put)(arguments == u"True");
   }
   void put_qel(Word arguments) { control_.put_TextQEL(unescaped(arguments)); }
   void put_text(Word arguments) { control_.put_Text(unescaped(arguments)); }
@@ -305,14 +306,7 @@ class Player {
 
   void edit(EditorHand& hand) {
     hand_ = &hand;
-    const auto lines = std::exchange(editor_lines_, {});
-    for (const Story::Line& line : lines) {
-      try {
-        perform(line);
-      } catch (const std::exception& error) {
-        fail(line, error.what());
-      }
-    }
+    perform(std::exchange(editor_lines_, {}));
     hand_ = nullptr;
   }
   EditorHand& hand() const {

@@ -83,7 +83,6 @@ class MainWindow : public QMainWindow {
   void new_record();
   void show_record(std::int64_t id);
   void follow_selection();
-  bool is_following_ = false;
   bool save();
   bool save_as_new();
   void revert();
@@ -113,6 +112,7 @@ class MainWindow : public QMainWindow {
   std::vector<Format> formats_;
   QTimer draft_timer_;
   std::unique_ptr<RecordForm> form_;
+  bool is_following_ = false;  // the selection, while the user may be asked
 };
 
 }  // namespace qel::forms
