@@ -12,7 +12,8 @@ class Stories : public testing::TestWithParam<const char*> {};
 
 TEST_P(Stories, Hold) {
   const std::filesystem::path folder = std::filesystem::path(QEL_TEST_DIR) / "stories";
-  const std::vector<Story> stories = read_stories((folder / GetParam()).replace_extension("md"));
+  const std::vector<Story> stories =
+      read_stories((folder / GetParam()).replace_extension("md").string());
   ASSERT_FALSE(stories.empty());
   for (const Story& story : stories) {
     ASSERT_FALSE(story.lines.empty()) << story.title;
