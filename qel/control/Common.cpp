@@ -65,7 +65,7 @@ std::shared_ptr<platform::MeasuringSurface> measuring_surface() { return slots()
 std::shared_ptr<platform::RichEdit> conversion_box() { return slots().converter.last(); }
 
 ConversionSlots::ConversionSlots()
-    : surface_(embedded::EmbeddedPlatform().create_measuring_surface()),
+    : surface_(current_platform()->create_measuring_surface()),
       converter_(embedded::EmbeddedPlatform().create_rich_edit(0)) {
   publish(surface_, converter_);
 }

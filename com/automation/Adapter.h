@@ -1,0 +1,99 @@
+#pragma once
+
+#include <functional>
+#include <memory>
+#include <type_traits>
+#include <unordered_map>
+#include <utility>
+
+#include "com/automation/Arguments.h"
+#include "com/automation/Automation.h"
+
+namespace qel::com {
+
+/// An object of the component that does what one of the library does. A derived class has one line
+/// for each member of its interface.
+template <class Class, class Interface, class... More>
+class Members : public Automation<Interface, More...> {
+ protected:
+  Members() : Automation<Interface, More...>(Described<Class>::id()) {}
+
+  virtual Class& object() const = 0;
+
+  /// Calls a member of the library's object, or a function, with what the arguments stand for.
+  template <class Member, class... Arguments>
+  HRESULT call(Member member, Arguments... arguments) const {
+    return this->guard([&] { invoke(member, arguments...); });
+  }
+  /// The same; the host gets what it returns.
+  template <class Result, class Member, class... Arguments>
+  HRESULT answer(Result* result, Member member, Arguments... arguments) const {
+    if (result == nullptr) return E_POINTER;
+    return this->guard([&] { put_result(result, invoke(member, arguments...)); });
+  }
+  template <class Field, class Owner, class Argument>
+  HRESULT set(Field Owner::*field, Argument argument) const {
+    return this->guard([&] { object().*field = given(argument); });
+  }
+
+ private:
+  template <class Member, class... Arguments>
+  decltype(auto) invoke(Member member, Arguments... arguments) const {
+    if constexpr (std::is_member_pointer_v<Member>) {
+      return std::invoke(member, object(), given(arguments)...);
+    } else {
+      return std::invoke(member, given(arguments)...);
+    }
+  }
+};
+
+/// The objects that stand for those of the library on this thread. The same one of the library is
+/// the same one to the host as long as the host holds it.
+template <class Class>
+class Known {
+ public:
+  using Interface = typename Described<Class>::Interface;
+
+  static Interface* find(const Class* object) {
+    const auto place = map().find(object);
+    return place == map().end() ? nullptr : place->second;
+  }
+  static void add(const Class* object, Interface* adapter) { map()[object] = adapter; }
+  static void remove(const Class* object) { map().erase(object); }
+
+ private:
+  static std::unordered_map<const Class*, Interface*>& map() {
+    thread_local std::unordered_map<const Class*, Interface*> known;
+    return known;
+  }
+};
+
+/// What stands for an object of the library, and shares in it.
+template <class Class, class Interface>
+class Adapter : public Members<Class, Interface, OwnObject<Class>> {
+ public:
+  explicit Adapter(std::shared_ptr<Class> object) : object_(std::move(object)) {
+    Known<Class>::add(object_.get(), this);
+  }
+
+  std::shared_ptr<Class> behind() const override { return object_; }
+
+ protected:
+  ~Adapter() override { Known<Class>::remove(object_.get()); }
+
+  Class& object() const override { return *object_; }
+
+ private:
+  std::shared_ptr<Class> object_;
+};
+
+template <class Class>
+typename Described<Class>::Interface* adapter_of(std::shared_ptr<Class> object) {
+  using Interface = typename Described<Class>::Interface;
+  if (!object) return nullptr;
+  Interface* const known = Known<Class>::find(object.get());
+  if (known != nullptr) return Pointer<Interface>(known).detach();
+  return new typename Described<Class>::Adapter(std::move(object));
+}
+
+}  // namespace qel::com

@@ -1,0 +1,148 @@
+#pragma once
+
+#include <concepts>
+#include <cstdint>
+#include <memory>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "com/automation/Classes.h"
+#include "com/automation/Errors.h"
+#include "com/automation/Pointer.h"
+#include "com/automation/Values.h"
+#include "qel/base/Error.h"
+
+/// What the arguments of a member stand for in the library, and what its results are to the host.
+namespace qel::com {
+
+/// How an object is asked for the one of the library that it stands for. The number is made anew
+/// by each module that is loaded: objects of another build answer to another one.
+template <class Class>
+class OwnObject : public IUnknown {
+ public:
+  static const IID& id() {
+    static const IID own_id = [] {
+      IID made = {};
+      CoCreateGuid(&made);
+      return made;
+    }();
+    return own_id;
+  }
+  virtual std::shared_ptr<Class> behind() const = 0;
+};
+
+/// The library's object that an object from the host stands for; null for nothing. Raises for an
+/// object of another class.
+template <class Class>
+std::shared_ptr<Class> own_object(IUnknown* object) {
+  if (object == nullptr) return nullptr;
+  OwnObject<Class>* own = nullptr;
+  if (FAILED(object->QueryInterface(OwnObject<Class>::id(), reinterpret_cast<void**>(&own)))) {
+    throw Error(errors::type_mismatch, "QEL", "the object is of another class");
+  }
+  return Pointer<OwnObject<Class>>::adopted(own)->behind();
+}
+
+/// Whether an object from the host stands for one of that class.
+template <class Class>
+bool stands_for(IUnknown* object) {
+  void* own = nullptr;
+  if (object == nullptr || FAILED(object->QueryInterface(OwnObject<Class>::id(), &own)))
+    return false;
+  static_cast<OwnObject<Class>*>(own)->Release();
+  return true;
+}
+
+/// An object argument: what takes a reference needs one, what takes a pointer may have none.
+template <class Class>
+class Given {
+ public:
+  explicit Given(IUnknown* object) : object_(own_object<Class>(object)) {}
+
+  operator Class&() const {  // NOLINT(google-explicit-constructor)
+    if (!object_) throw Error(Error::object_not_set, "QEL", "an object is needed, not nothing");
+    return *object_;
+  }
+  operator Class*() const { return object_.get(); }  // NOLINT(google-explicit-constructor)
+  operator const std::shared_ptr<Class>&() const {   // NOLINT(google-explicit-constructor)
+    return object_;
+  }
+
+ private:
+  std::shared_ptr<Class> object_;
+};
+
+/// A 16-bit argument by reference, which scripts pass as a variable of any type: it is read as a
+/// number and holds one afterwards.
+class ByReference {
+ public:
+  explicit ByReference(VARIANT* variable);
+  ByReference(const ByReference&) = delete;
+  ByReference& operator=(const ByReference&) = delete;
+  ~ByReference();
+
+  operator std::int16_t&() { return number_; }  // NOLINT(google-explicit-constructor)
+
+ private:
+  VARIANT* variable_;
+  std::int16_t number_;
+};
+
+inline std::u16string_view given(BSTR text) { return text_of(text); }
+inline ByReference given(VARIANT* variable) { return ByReference(variable); }
+inline Variant given(const VARIANT& value) { return kept(value); }
+template <OwnInterface Interface>
+Given<typename Described<Interface>::Class> given(Interface* object) {
+  return Given<typename Described<Interface>::Class>(object);
+}
+template <class Number>
+requires std::is_arithmetic_v<Number> || std::is_enum_v<Number> Number given(Number number) {
+  return number;
+}
+
+/// What stands for the object towards the host, with a reference for the caller; null for nothing.
+template <class Class>
+typename Described<Class>::Interface* adapter_of(std::shared_ptr<Class> object);
+
+/// Whether an optional argument was left out.
+inline bool is_missing(const VARIANT& value) {
+  return value.vt == VT_ERROR && value.scode == DISP_E_PARAMNOTFOUND;
+}
+
+inline void put_result(BSTR* result, std::u16string_view text) { *result = new_bstr(text); }
+inline void put_result(VARIANT_BOOL* result, std::same_as<bool> auto value) {
+  *result = value ? VARIANT_TRUE : VARIANT_FALSE;
+}
+inline void put_result(SHORT* result, std::same_as<std::int16_t> auto value) { *result = value; }
+inline void put_result(LONG* result, std::int32_t value) { *result = value; }
+inline void put_result(OLE_COLOR* result, std::int32_t value) {
+  *result = static_cast<OLE_COLOR>(value);
+}
+template <class Enumeration, class Value>
+requires std::is_enum_v<Enumeration> && std::is_enum_v<Value>
+void put_result(Enumeration* result, Value value) { *result = static_cast<Enumeration>(value); }
+inline void put_result(FLOAT* result, float value) { *result = value; }
+inline void put_result(VARIANT* result, const Variant& value) {
+  *result = value_of(value).detach();
+}
+inline void put_result(VARIANT* result, const std::vector<std::u16string>& values) {
+  *result = Value::of(values).detach();
+}
+/// Null where there is no single value.
+template <class Held>
+void put_result(VARIANT* result, const std::optional<Held>& value) {
+  if (value) {
+    *result = Value::of(*value).detach();
+  } else {
+    result->vt = VT_NULL;
+  }
+}
+template <class Interface, class Class>
+void put_result(Interface** result, std::shared_ptr<Class> object) {
+  *result = nullptr;
+  *result = adapter_of(std::move(object));
+}
+
+}  // namespace qel::com

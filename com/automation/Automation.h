@@ -1,0 +1,125 @@
+#pragma once
+
+#include <ocidl.h>
+#include <olectl.h>
+#include <windows.h>
+
+#include <atomic>
+#include <utility>
+
+#include "com/automation/Errors.h"
+#include "com/automation/TypeLibrary.h"
+#include "com/server/Module.h"
+
+namespace qel::com {
+
+/// The number of an interface. Private ones say theirs by a function.
+template <class Interface>
+const IID& interface_id() {
+  if constexpr (requires { Interface::id(); }) {
+    return Interface::id();
+  } else {
+    return __uuidof(Interface);
+  }
+}
+
+/// What every object of the component is: counted, called by name through the type library, known
+/// by its class, and with errors that say more than a number. `Interface` is its dual interface,
+/// `More` are further ones.
+template <class Interface, class... More>
+class Automation : public Interface,
+                   public ISupportErrorInfo,
+                   public IProvideClassInfo2,
+                   public More... {
+ public:
+  explicit Automation(const CLSID& class_id) : class_id_(class_id) {}
+  Automation(const Automation&) = delete;
+  Automation& operator=(const Automation&) = delete;
+
+  // IUnknown
+  STDMETHODIMP QueryInterface(REFIID id, void** result) override {
+    if (result == nullptr) return E_POINTER;
+    *result = find(id);
+    if (*result == nullptr) return E_NOINTERFACE;
+    AddRef();
+    return S_OK;
+  }
+  STDMETHODIMP_(ULONG) AddRef() override { return ++references_; }
+  STDMETHODIMP_(ULONG) Release() override {
+    const ULONG left = --references_;
+    if (left == 0) delete this;
+    return left;
+  }
+
+  // IDispatch
+  STDMETHODIMP GetTypeInfoCount(UINT* count) override {
+    if (count == nullptr) return E_POINTER;
+    *count = 1;
+    return S_OK;
+  }
+  STDMETHODIMP GetTypeInfo(UINT index, LCID /*locale*/, ITypeInfo** info) override {
+    if (info == nullptr) return E_POINTER;
+    *info = nullptr;
+    return index == 0 ? type_info(__uuidof(Interface), info) : DISP_E_BADINDEX;
+  }
+  STDMETHODIMP GetIDsOfNames(REFIID /*reserved*/, LPOLESTR* names, UINT count, LCID /*locale*/,
+                             DISPID* ids) override {
+    return ids_of_names(__uuidof(Interface), names, count, ids);
+  }
+  STDMETHODIMP Invoke(DISPID member, REFIID /*reserved*/, LCID /*locale*/, WORD kind,
+                      DISPPARAMS* arguments, VARIANT* result, EXCEPINFO* exception,
+                      UINT* wrong_argument) override {
+    return invoke(__uuidof(Interface), static_cast<Interface*>(this),
+                  {member, kind, arguments, result, exception, wrong_argument});
+  }
+
+  // ISupportErrorInfo
+  STDMETHODIMP InterfaceSupportsErrorInfo(REFIID id) override {
+    return id == __uuidof(Interface) ? S_OK : S_FALSE;
+  }
+
+  // IProvideClassInfo2
+  STDMETHODIMP GetClassInfo(ITypeInfo** info) override { return type_info(class_id_, info); }
+  STDMETHODIMP GetGUID(DWORD kind, GUID* id) override {
+    if (id == nullptr) return E_POINTER;
+    if (kind != GUIDKIND_DEFAULT_SOURCE_DISP_IID) return E_INVALIDARG;
+    *id = source_id();
+    return *id == GUID_NULL ? E_NOTIMPL : S_OK;
+  }
+
+ protected:
+  virtual ~Automation() = default;
+
+  /// Interfaces beyond those of the bases.
+  virtual void* extra_interface(const IID& /*id*/) { return nullptr; }
+  /// The interface that the object raises its events by.
+  virtual const IID& source_id() const { return GUID_NULL; }
+
+  IUnknown* identity() { return static_cast<Interface*>(this); }
+
+  /// Runs what stands behind a member.
+  template <class Action>
+  HRESULT guard(Action&& action) const noexcept {
+    return guarded(__uuidof(Interface), std::forward<Action>(action));
+  }
+
+ private:
+  void* find(const IID& id) {
+    if (id == IID_IUnknown || id == IID_IDispatch || id == __uuidof(Interface)) {
+      return static_cast<Interface*>(this);
+    }
+    if (id == IID_ISupportErrorInfo) return static_cast<ISupportErrorInfo*>(this);
+    if (id == IID_IProvideClassInfo || id == IID_IProvideClassInfo2) {
+      return static_cast<IProvideClassInfo2*>(this);
+    }
+    void* found = nullptr;
+    ((id == interface_id<More>() ? (found = static_cast<More*>(this)) : nullptr), ...);
+    return found != nullptr ? found : extra_interface(id);
+  }
+
+  const ModuleUse module_use_;
+  std::atomic<ULONG> references_ = 1;
+  const CLSID& class_id_;
+};
+
+}  // namespace qel::com

@@ -1,0 +1,81 @@
+#pragma once
+
+#include <ole2.h>
+#include <windows.h>
+
+#include <atomic>
+#include <memory>
+
+#include "com/automation/Arguments.h"
+#include "com/server/Module.h"
+
+namespace qel::com {
+
+/// Walks a collection from its first item to its last, for a "For Each" of scripts.
+template <class Collection>
+class Enumerator final : public IEnumVARIANT {
+ public:
+  Enumerator(std::shared_ptr<Collection> collection, std::int32_t next)
+      : collection_(std::move(collection)), next_(next) {}
+
+  STDMETHODIMP QueryInterface(REFIID id, void** result) override {
+    if (result == nullptr) return E_POINTER;
+    const bool is_known = id == IID_IUnknown || id == IID_IEnumVARIANT;
+    *result = is_known ? this : nullptr;
+    if (!is_known) return E_NOINTERFACE;
+    AddRef();
+    return S_OK;
+  }
+  STDMETHODIMP_(ULONG) AddRef() override { return ++references_; }
+  STDMETHODIMP_(ULONG) Release() override {
+    const ULONG left = --references_;
+    if (left == 0) delete this;
+    return left;
+  }
+
+  STDMETHODIMP Next(ULONG count, VARIANT* items, ULONG* fetched) override {
+    if (items == nullptr || (count != 1 && fetched == nullptr)) return E_POINTER;
+    ULONG done = 0;
+    const HRESULT result = guarded(IID_IEnumVARIANT, [&] {
+      for (; done < count && next_ <= collection_->Count(); ++done) {
+        const auto item = Pointer<IDispatch>::adopted(adapter_of(collection_->Item(next_)));
+        items[done] = Value::of(item.get()).detach();
+        ++next_;
+      }
+    });
+    if (fetched != nullptr) *fetched = done;
+    if (FAILED(result)) return result;
+    return done == count ? S_OK : S_FALSE;
+  }
+  STDMETHODIMP Skip(ULONG count) override {
+    const auto left = static_cast<ULONG>(std::max(collection_->Count() - next_ + 1, 0));
+    next_ += static_cast<std::int32_t>(std::min(count, left));
+    return count <= left ? S_OK : S_FALSE;
+  }
+  STDMETHODIMP Reset() override {
+    next_ = 1;
+    return S_OK;
+  }
+  STDMETHODIMP Clone(IEnumVARIANT** copy) override {
+    if (copy == nullptr) return E_POINTER;
+    *copy = nullptr;
+    return guarded(IID_IEnumVARIANT, [&] { *copy = new Enumerator(collection_, next_); });
+  }
+
+ private:
+  ~Enumerator() = default;
+
+  const ModuleUse module_use_;
+  std::atomic<ULONG> references_ = 1;
+  std::shared_ptr<Collection> collection_;
+  std::int32_t next_;  // from 1
+};
+
+template <class Collection>
+HRESULT new_enumerator(IUnknown** result, std::shared_ptr<Collection> collection) {
+  if (result == nullptr) return E_POINTER;
+  return guarded(IID_IEnumVARIANT,
+                 [&] { *result = new Enumerator<Collection>(std::move(collection), 1); });
+}
+
+}  // namespace qel::com

@@ -1,0 +1,30 @@
+#pragma once
+
+#include <oaidl.h>
+#include <windows.h>
+
+namespace qel::com {
+
+/// The component's own type library, with a reference for the caller.
+HRESULT type_library(ITypeLib** library) noexcept;
+
+/// What the library says of an interface or a class, with a reference for the caller.
+HRESULT type_info(const GUID& id, ITypeInfo** info) noexcept;
+
+HRESULT ids_of_names(const IID& interface_id, LPOLESTR* names, UINT count, DISPID* ids) noexcept;
+
+/// A call by number, as `IDispatch::Invoke` gets it.
+struct Call {
+  DISPID member;
+  WORD kind;
+  DISPPARAMS* arguments;
+  VARIANT* result;
+  EXCEPINFO* exception;
+  UINT* wrong_argument;
+};
+
+/// Calls a member of the dual interface at which `object` points. A property without arguments may
+/// be called like a method and the other way round, since scripts differ in which they do.
+HRESULT invoke(const IID& interface_id, void* object, const Call& call) noexcept;
+
+}  // namespace qel::com

@@ -1,0 +1,109 @@
+#pragma once
+
+#include <ole2.h>
+#include <windows.h>
+
+#include <memory>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "com/automation/Pointer.h"
+#include "com/platform/Text.h"
+#include "qel/base/Variant.h"
+
+/// Between the values of automation and the library's.
+namespace qel::com {
+
+using windows::utf16;
+using windows::wide;
+
+/// The text of an automation string; null is the empty one. Holds as long as the string does.
+inline std::u16string_view text_of(BSTR text) { return utf16(text, SysStringLen(text)); }
+
+/// A new automation string, which the caller owns. Raises where there is no memory for it.
+BSTR new_bstr(std::u16string_view text);
+
+/// What the messages of exceptions are written in.
+std::u16string from_ascii(std::string_view text);
+
+/// An automation variant that owns what it holds.
+class Value {
+ public:
+  Value() { VariantInit(&variant_); }
+  /// A copy without references to a caller's variables: what they refer to is copied.
+  explicit Value(const VARIANT& source);
+  Value(const Value& other) : Value(other.variant_) {}
+  Value(Value&& other) noexcept : variant_(other.detach()) {}
+  Value& operator=(Value other) noexcept {
+    std::swap(variant_, other.variant_);
+    return *this;
+  }
+  ~Value() { VariantClear(&variant_); }
+
+  static Value of(bool value);
+  static Value of(std::int16_t value);
+  static Value of(std::int32_t value);
+  static Value of(float value);
+  static Value of(double value);
+  static Value of(std::u16string_view value);
+  static Value of(IDispatch* object);
+  /// An array of strings from 0, as scripts can read it.
+  static Value of(const std::vector<std::u16string>& values);
+
+  const VARIANT& get() const { return variant_; }
+  VARTYPE type() const { return variant_.vt; }
+  /// Where a call leaves a value; nothing is held meanwhile.
+  VARIANT* put() {
+    VariantClear(&variant_);
+    return &variant_;
+  }
+  /// Hands the value over to the caller.
+  VARIANT detach() noexcept {
+    const VARIANT value = variant_;
+    VariantInit(&variant_);
+    return value;
+  }
+  /// The same in another type. Raises where it has no such form, or it does not fit.
+  Value as(VARTYPE type) const;
+  std::int16_t as_integer() const { return as(VT_I2).variant_.iVal; }
+  /// The object in it; nothing where it is no object.
+  Pointer<IDispatch> object() const;
+
+ private:
+  VARIANT variant_;
+};
+
+/// What is in the value, in the type that a member of the library takes. Raises where it does not
+/// convert.
+template <class Type>
+Type in_type(const Value& value);
+template <>
+bool in_type<bool>(const Value& value);
+template <>
+std::int16_t in_type<std::int16_t>(const Value& value);
+template <>
+std::int32_t in_type<std::int32_t>(const Value& value);
+template <>
+float in_type<float>(const Value& value);
+template <>
+std::u16string in_type<std::u16string>(const Value& value);
+
+/// A value of a host, of any type, kept in the library.
+class KeptValue : public Object {
+ public:
+  explicit KeptValue(const VARIANT& value) : value_(value) {}
+  const Value& value() const { return value_; }
+
+ private:
+  Value value_;
+};
+
+/// What the library keeps of a host's value, and what a host gets of the library's.
+Variant kept(const VARIANT& value);
+Value value_of(const Variant& value);
+
+/// The value in one of the library's own types where it has a counterpart; raises for others.
+Variant plain(const VARIANT& value);
+
+}  // namespace qel::com

@@ -1,0 +1,81 @@
+#pragma once
+
+#include <optional>
+
+#include "com/automation/Adapter.h"
+#include "qel/control/Common.h"
+#include "qel/rtf/RTFParser.h"
+
+namespace qel::com {
+
+/// Stands for a parser towards a host.
+class RTFParserObject final : public Adapter<RTFParser, IRTFParser> {
+ public:
+  using Adapter::Adapter;
+
+  STDMETHODIMP QELToRTF(BSTR Text, IQELIndexFonts* Fonts, IQELIndexColors* Colors,
+                        BSTR* Result) override {
+    return answer(Result,
+                  [&] { return ready().QELToRTF(text_of(Text), given(Fonts), given(Colors)); });
+  }
+  STDMETHODIMP QELToRTFWithoutTables(BSTR Text, BSTR* Result) override {
+    return answer(Result, &RTFParser::QELToRTFWithoutTables, Text);
+  }
+  STDMETHODIMP IsQELCode(BSTR Code, VARIANT_BOOL* Result) override {
+    return answer(Result, &RTFParser::IsQELCode, Code);
+  }
+  STDMETHODIMP ConvertSystemColor(OLE_COLOR Value, OLE_COLOR* Result) override {
+    return answer(Result, &RTFParser::ConvertSystemColor, Value);
+  }
+  STDMETHODIMP get_ConvertNLToSpace(VARIANT_BOOL* Result) override {
+    return answer(Result, &RTFParser::get_ConvertNLToSpace);
+  }
+  STDMETHODIMP put_ConvertNLToSpace(VARIANT_BOOL Value) override {
+    return call(&RTFParser::put_ConvertNLToSpace, Value);
+  }
+  STDMETHODIMP get_ConvertTabsToSpace(VARIANT_BOOL* Result) override {
+    return answer(Result, &RTFParser::get_ConvertTabsToSpace);
+  }
+  STDMETHODIMP put_ConvertTabsToSpace(VARIANT_BOOL Value) override {
+    return call(&RTFParser::put_ConvertTabsToSpace, Value);
+  }
+  STDMETHODIMP get_RecognizeCRLF(VARIANT_BOOL* Result) override {
+    return answer(Result, &RTFParser::get_RecognizeCRLF);
+  }
+  STDMETHODIMP put_RecognizeCRLF(VARIANT_BOOL Value) override {
+    return call(&RTFParser::put_RecognizeCRLF, Value);
+  }
+  STDMETHODIMP get_RecognizeTabs(VARIANT_BOOL* Result) override {
+    return answer(Result, &RTFParser::get_RecognizeTabs);
+  }
+  STDMETHODIMP put_RecognizeTabs(VARIANT_BOOL Value) override {
+    return call(&RTFParser::put_RecognizeTabs, Value);
+  }
+  STDMETHODIMP RTFToQEL(BSTR RTF, IQELIndexFonts* Fonts, IQELIndexColors* Colors,
+                        BSTR* Result) override {
+    return answer(Result,
+                  [&] { return ready().RTFToQEL(text_of(RTF), given(Fonts), given(Colors)); });
+  }
+  STDMETHODIMP SimpleRTF(BSTR RTF, IQELIndexFonts* Fonts, IQELIndexColors* Colors,
+                         BSTR* Result) override {
+    return answer(Result,
+                  [&] { return ready().SimpleRTF(text_of(RTF), given(Fonts), given(Colors)); });
+  }
+  STDMETHODIMP RTFToText(BSTR RTF, BSTR* Result) override {
+    return answer(Result, [&] { return ready().RTFToText(text_of(RTF)); });
+  }
+  STDMETHODIMP PreprocessRTF(BSTR RTF, BSTR* Result) override {
+    return answer(Result, &RTFParser::PreprocessRTF, RTF);
+  }
+
+ private:
+  /// A parser works without any control, too: then it brings along what it converts with.
+  RTFParser& ready() {
+    if (!Common::measuring_surface() || !Common::conversion_box()) slots_.emplace();
+    return object();
+  }
+
+  std::optional<Common::ConversionSlots> slots_;
+};
+
+}  // namespace qel::com

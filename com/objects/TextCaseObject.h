@@ -1,0 +1,79 @@
+#pragma once
+
+#include "com/automation/Adapter.h"
+#include "qel/text/TextCase.h"
+
+namespace qel::com {
+
+/// Stands for a changer of letters towards a host.
+class TextCaseObject final : public Adapter<TextCase, ITextCase> {
+ public:
+  using Adapter::Adapter;
+
+  STDMETHODIMP get_TextCase(::TextCaseKind* Result) override {
+    return answer(Result, &TextCase::get_TextCase);
+  }
+  STDMETHODIMP put_TextCase(::TextCaseKind Value) override {
+    return call([&] { object().put_TextCase(static_cast<TextCaseKind>(Value)); });
+  }
+  STDMETHODIMP get_IgnoredWordList(BSTR* Result) override {
+    return answer(Result, &TextCase::get_IgnoredWordList);
+  }
+  STDMETHODIMP put_IgnoredWordList(BSTR Value) override {
+    return call(&TextCase::put_IgnoredWordList, Value);
+  }
+  STDMETHODIMP LowerCase(BSTR Text, SHORT Start, SHORT Length, BSTR* Result) override {
+    return answer(Result, &TextCase::LowerCase, Text, Start, Length);
+  }
+  STDMETHODIMP UpperCase(BSTR Text, SHORT Start, SHORT Length, BSTR* Result) override {
+    return answer(Result, &TextCase::UpperCase, Text, Start, Length);
+  }
+  STDMETHODIMP ChangeCase(BSTR Text, SHORT Start, SHORT Length, BSTR* Result) override {
+    return answer(Result, &TextCase::ChangeCase, Text, Start, Length);
+  }
+  STDMETHODIMP TitleCase(BSTR Text, SHORT Start, SHORT Length, VARIANT_BOOL NotIgnoredWords,
+                         BSTR* Result) override {
+    return answer(Result, &TextCase::TitleCase, Text, Start, Length, NotIgnoredWords);
+  }
+  STDMETHODIMP InitialCap(BSTR Text, SHORT Start, SHORT Length, BSTR* Result) override {
+    return answer(Result, &TextCase::InitialCap, Text, Start, Length);
+  }
+  STDMETHODIMP FirstToLower(BSTR Text, SHORT Start, SHORT Length, BSTR* Result) override {
+    return answer(Result, &TextCase::FirstToLower, Text, Start, Length);
+  }
+  STDMETHODIMP FirstToUpper(BSTR Text, SHORT Start, SHORT Length, BSTR* Result) override {
+    return answer(Result, &TextCase::FirstToUpper, Text, Start, Length);
+  }
+  STDMETHODIMP AutoTitleCase(BSTR Text, BSTR* Result) override {
+    return answer(Result, &TextCase::AutoTitleCase, Text);
+  }
+  STDMETHODIMP AutoInitialCap(BSTR Text, BSTR* Result) override {
+    return answer(Result, &TextCase::AutoInitialCap, Text);
+  }
+  STDMETHODIMP AutoTitleCaseRTF(BSTR Text, BSTR* Result) override {
+    return answer(Result, &TextCase::AutoTitleCaseRTF, Text);
+  }
+  STDMETHODIMP AutoInitialCapRTF(BSTR Text, BSTR* Result) override {
+    return answer(Result, &TextCase::AutoInitialCapRTF, Text);
+  }
+  STDMETHODIMP UpperCaseRTF(BSTR Text, BSTR* Result) override {
+    return answer(Result, &TextCase::UpperCaseRTF, Text);
+  }
+  STDMETHODIMP LowerCaseRTF(BSTR Text, BSTR* Result) override {
+    return answer(Result, &TextCase::LowerCaseRTF, Text);
+  }
+  STDMETHODIMP IsAlphabet(BSTR Text, VARIANT_BOOL* Result) override {
+    return answer(Result, &TextCase::IsAlphabet, Text);
+  }
+  STDMETHODIMP IsQuote(BSTR Text, VARIANT_BOOL* Result) override {
+    return answer(Result, &TextCase::IsQuote, Text);
+  }
+  STDMETHODIMP IsWhitespace(BSTR Text, VARIANT_BOOL* Result) override {
+    return answer(Result, &TextCase::IsWhitespace, Text);
+  }
+  STDMETHODIMP IsLeftQuote(BSTR Text, VARIANT_BOOL* Result) override {
+    return answer(Result, &TextCase::IsLeftQuote, Text);
+  }
+};
+
+}  // namespace qel::com

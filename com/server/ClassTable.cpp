@@ -1,0 +1,59 @@
+#include "com/server/ClassTable.h"
+
+#include <vector>
+
+#include "com/control/QELTextboxObject.h"
+#include "com/objects/DragDataObject.h"
+#include "com/objects/LinkedListObject.h"
+#include "com/objects/QELIndexColorsObject.h"
+#include "com/objects/QELIndexFontsObject.h"
+#include "com/objects/QELIndexLabelsObject.h"
+#include "com/objects/QELTextObject.h"
+#include "com/objects/RTFParserObject.h"
+#include "com/objects/RichTextBoxObject.h"
+#include "com/objects/SegmentCollectionObject.h"
+#include "com/objects/SegmentObject.h"
+#include "com/objects/StyleDecoderObject.h"
+#include "com/objects/TextAndFormattingObject.h"
+#include "com/objects/TextCaseObject.h"
+#include "com/objects/WordCollectionObject.h"
+#include "com/objects/WordObject.h"
+#include "com/objects/cReplaceDataObject.h"
+#include "com/objects/iStyleObject.h"
+
+namespace qel::com {
+
+namespace {
+
+template <class Row>
+IUnknown* create() {
+  if constexpr (requires { Row::Adapter::create(); }) {
+    return Row::Adapter::create();
+  } else {
+    return adapter_of(std::make_shared<typename Row::Class>());
+  }
+}
+
+template <class Row>
+void list([[maybe_unused]] std::vector<ClassEntry>& entries) {
+  if constexpr (Row::is_creatable) {
+    constexpr bool is_control = std::is_same_v<typename Row::Class, QELTextbox>;
+    entries.push_back({Row::id(), is_control, create<Row>});
+  }
+}
+
+template <class... Rows>
+std::vector<ClassEntry> listed(Table<Rows...> /*classes*/) {
+  std::vector<ClassEntry> entries;
+  (list<Rows>(entries), ...);
+  return entries;
+}
+
+}  // namespace
+
+std::span<const ClassEntry> creatable_classes() {
+  static const std::vector<ClassEntry> entries = listed(Classes());
+  return entries;
+}
+
+}  // namespace qel::com

@@ -1,0 +1,21 @@
+#pragma once
+
+#include <unknwn.h>
+#include <windows.h>
+
+#include <span>
+
+namespace qel::com {
+
+/// A class that hosts can create.
+struct ClassEntry {
+  const CLSID& id;
+  bool is_control;  ///< has a place on forms
+  /// A new object with a reference for the caller; raises where it cannot be made.
+  IUnknown* (*create)();
+};
+
+/// All of them.
+std::span<const ClassEntry> creatable_classes();
+
+}  // namespace qel::com

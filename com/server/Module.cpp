@@ -1,0 +1,32 @@
+#include "com/server/Module.h"
+
+#include <atomic>
+
+extern "C" IMAGE_DOS_HEADER __ImageBase;
+
+namespace qel::com {
+namespace {
+
+std::atomic<long> use_count = 0;
+
+}  // namespace
+
+HINSTANCE Module::instance() noexcept { return reinterpret_cast<HINSTANCE>(&__ImageBase); }
+
+std::wstring Module::path() {
+  std::wstring path(MAX_PATH, L'\0');
+  for (;;) {
+    const DWORD size = GetModuleFileNameW(instance(), path.data(), static_cast<DWORD>(path.size()));
+    if (size < path.size()) {
+      path.resize(size);
+      return path;
+    }
+    path.resize(2 * path.size());
+  }
+}
+
+bool Module::is_idle() noexcept { return use_count == 0; }
+long Module::uses() noexcept { return use_count; }
+void Module::add_use(long count) noexcept { use_count += count; }
+
+}  // namespace qel::com

@@ -1,0 +1,210 @@
+#include "com/server/Registration.h"
+
+#include <ole2.h>
+#include <olectl.h>
+#include <windows.h>
+
+#include <array>
+#include <string>
+#include <utility>
+
+#include "com/automation/Errors.h"
+#include "com/automation/Pointer.h"
+#include "com/automation/TypeLibrary.h"
+#include "com/server/ClassTable.h"
+#include "com/server/Module.h"
+
+// Declared by the import library only.
+extern "C" HRESULT WINAPI RegisterTypeLibForUser(ITypeLib*, OLECHAR*, OLECHAR*);
+extern "C" HRESULT WINAPI UnRegisterTypeLibForUser(REFGUID, WORD, WORD, LCID, SYSKIND);
+
+namespace qel::com {
+namespace {
+
+const std::wstring product = L"QEL";
+// The major number of the classes' names and of the type library.
+const std::wstring version = L".1";
+
+/// The registry failed with that code.
+struct RegistryFailure {
+  LSTATUS status;
+};
+
+void require(LSTATUS status) {
+  if (status != ERROR_SUCCESS) throw RegistryFailure{status};
+}
+
+template <class Action>
+HRESULT reported(Action&& action) noexcept {
+  try {
+    action();
+    return S_OK;
+  } catch (const RegistryFailure& failure) {
+    const HRESULT result = HRESULT_FROM_WIN32(static_cast<DWORD>(failure.status));
+    return result == E_ACCESSDENIED ? SELFREG_E_CLASS : result;
+  } catch (...) {
+    return E_OUTOFMEMORY;
+  }
+}
+
+/// A key of the registry, made where it is missing.
+class Key {
+ public:
+  Key(HKEY parent, const std::wstring& path) {
+    require(
+        RegCreateKeyExW(parent, path.c_str(), 0, nullptr, 0, KEY_WRITE, nullptr, &key_, nullptr));
+  }
+  Key(const Key&) = delete;
+  Key& operator=(const Key&) = delete;
+  ~Key() { RegCloseKey(key_); }
+
+  HKEY get() const { return key_; }
+  Key key(const std::wstring& name) const { return {key_, name}; }
+  const Key& put(const std::wstring& value, const wchar_t* name = nullptr) const {
+    const auto size = static_cast<DWORD>((value.size() + 1) * sizeof(wchar_t));
+    require(
+        RegSetValueExW(key_, name, 0, REG_SZ, reinterpret_cast<const BYTE*>(value.c_str()), size));
+    return *this;
+  }
+
+ private:
+  HKEY key_ = nullptr;
+};
+
+std::wstring text_of(const GUID& id) {
+  std::array<wchar_t, 39> text = {};
+  StringFromGUID2(id, text.data(), static_cast<int>(text.size()));
+  return text.data();
+}
+
+std::wstring taken(BSTR text) {
+  std::wstring result(text == nullptr ? L"" : text);
+  SysFreeString(text);
+  return result;
+}
+
+/// What the type library calls a class.
+struct ClassName {
+  std::wstring name;
+  std::wstring description;
+
+  std::wstring plain() const { return product + L"." + name; }
+  std::wstring versioned() const { return plain() + version; }
+};
+
+ClassName name_of(const CLSID& id) {
+  Pointer<ITypeInfo> info;
+  BSTR name = nullptr;
+  BSTR description = nullptr;
+  if (FAILED(type_info(id, info.put())) ||
+      FAILED(info->GetDocumentation(MEMBERID_NIL, &name, &description, nullptr, nullptr))) {
+    throw RegistryFailure{ERROR_RESOURCE_TYPE_NOT_FOUND};
+  }
+  return {taken(name), taken(description)};
+}
+
+GUID library_id(WORD* major, WORD* minor) {
+  Pointer<ITypeLib> library;
+  TLIBATTR* attributes = nullptr;
+  if (FAILED(type_library(library.put())) || FAILED(library->GetLibAttr(&attributes))) {
+    throw RegistryFailure{ERROR_RESOURCE_TYPE_NOT_FOUND};
+  }
+  const GUID id = attributes->guid;
+  *major = attributes->wMajorVerNum;
+  *minor = attributes->wMinorVerNum;
+  library->ReleaseTLibAttr(attributes);
+  return id;
+}
+
+std::wstring class_path(const CLSID& id) { return L"CLSID\\" + text_of(id); }
+
+void add_control(const Key& key) {
+  // Changes here belong in the control's own answer, too (`GetMiscStatus`).
+  constexpr DWORD behaviour = OLEMISC_RECOMPOSEONRESIZE | OLEMISC_CANTLINKINSIDE |
+                              OLEMISC_INSIDEOUT | OLEMISC_ACTIVATEWHENVISIBLE |
+                              OLEMISC_SETCLIENTSITEFIRST;
+  key.key(L"Control");
+  key.key(L"MiscStatus").put(L"0");
+  key.key(L"MiscStatus\\1").put(std::to_wstring(behaviour));
+  key.key(L"ToolboxBitmap32").put(Module::path() + L", 101");
+  key.key(L"Implemented Categories\\{40FC6ED4-2438-11CF-A3DB-080036F12502}");
+}
+
+void add_class(HKEY classes, const ClassEntry& entry, const std::wstring& library) {
+  const ClassName name = name_of(entry.id);
+  const std::wstring id = text_of(entry.id);
+  for (const std::wstring& program : {name.plain(), name.versioned()}) {
+    Key(classes, program).put(name.description).key(L"CLSID").put(id);
+  }
+  Key(classes, name.plain()).key(L"CurVer").put(name.versioned());
+
+  const Key key(classes, class_path(entry.id));
+  key.put(name.description);
+  key.key(L"InprocServer32").put(Module::path()).put(L"Apartment", L"ThreadingModel");
+  key.key(L"ProgID").put(name.versioned());
+  key.key(L"VersionIndependentProgID").put(name.plain());
+  key.key(L"TypeLib").put(library);
+  key.key(L"Version").put(L"1.0");
+  key.key(L"Programmable");
+  if (entry.is_control) add_control(key);
+}
+
+void remove_tree(HKEY classes, const std::wstring& path) {
+  const LSTATUS status = RegDeleteTreeW(classes, path.c_str());
+  if (status != ERROR_FILE_NOT_FOUND) require(status);
+}
+
+constexpr SYSKIND system_kind = sizeof(void*) == 8 ? SYS_WIN64 : SYS_WIN32;
+
+}  // namespace
+
+HKEY Registration::root() const {
+  return scope_ == RegistrationScope::machine ? HKEY_LOCAL_MACHINE : HKEY_CURRENT_USER;
+}
+
+HRESULT Registration::add_classes() const {
+  return reported([&] {
+    const Key classes(root(), L"Software\\Classes");
+    WORD major = 0;
+    WORD minor = 0;
+    const std::wstring library = text_of(library_id(&major, &minor));
+    for (const ClassEntry& entry : creatable_classes()) add_class(classes.get(), entry, library);
+  });
+}
+
+HRESULT Registration::add_type_library() const {
+  Pointer<ITypeLib> library;
+  const HRESULT loaded = type_library(library.put());
+  if (FAILED(loaded)) return loaded;
+  std::wstring path = Module::path();
+  const HRESULT done = scope_ == RegistrationScope::machine
+                           ? RegisterTypeLib(library.get(), path.data(), nullptr)
+                           : RegisterTypeLibForUser(library.get(), path.data(), nullptr);
+  return FAILED(done) ? SELFREG_E_TYPELIB : S_OK;
+}
+
+HRESULT Registration::add() const noexcept {
+  const HRESULT done = add_classes();
+  return FAILED(done) ? done : add_type_library();
+}
+
+HRESULT Registration::remove() const noexcept {
+  return reported([&] {
+    const Key classes(root(), L"Software\\Classes");
+    for (const ClassEntry& entry : creatable_classes()) {
+      const ClassName name = name_of(entry.id);
+      remove_tree(classes.get(), class_path(entry.id));
+      remove_tree(classes.get(), name.versioned());
+      remove_tree(classes.get(), name.plain());
+    }
+    WORD major = 0;
+    WORD minor = 0;
+    const GUID library = library_id(&major, &minor);
+    const auto remove_library =
+        scope_ == RegistrationScope::machine ? UnRegisterTypeLib : UnRegisterTypeLibForUser;
+    // It may not be there.
+    remove_library(library, major, minor, LOCALE_NEUTRAL, system_kind);
+  });
+}
+
+}  // namespace qel::com
