@@ -94,8 +94,8 @@ class WindowsEditor : public testing::Test {
         field(CreateWindowExW(0, L"EDIT", L"", WS_CHILD | WS_VISIBLE, 0, 0, 50, 20, owner, nullptr,
                               nullptr, nullptr)) {
     SetActiveWindow(owner);
-    SetFocus(field);
     handle_messages();
+    SetFocus(field);
     window.emplace(description());
     form.window = &*window;
   }

@@ -276,8 +276,8 @@ class Box : public DropClient, public BoxListener {
 class Dropping : public testing::Test {
  protected:
   Dropping()
-      : window(CreateWindowExW(WS_EX_TOPMOST, L"STATIC", L"", WS_POPUP | WS_VISIBLE, 100, 50, 200,
-                               100, nullptr, nullptr, nullptr, nullptr)),
+      : window(CreateWindowExW(WS_EX_TOPMOST, L"STATIC", L"", WS_POPUP | WS_VISIBLE | SS_NOTIFY,
+                               100, 50, 200, 100, nullptr, nullptr, nullptr, nullptr)),
         target(std::make_unique<DropTarget>(window, box)) {}
   ~Dropping() override {
     target.reset();
