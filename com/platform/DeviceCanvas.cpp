@@ -93,9 +93,7 @@ platform::FontExtent DeviceCanvas::font_extent(const platform::TextFont& font) c
   const SelectedFont selected(context_, handle_of(font));
   TEXTMETRICW metrics = {};
   GetTextMetricsW(context_, &metrics);
-  const auto points = [this](LONG units) {
-    return static_cast<float>(units / std::abs(down_));
-  };
+  const auto points = [this](LONG units) { return static_cast<float>(units / std::abs(down_)); };
   return {points(metrics.tmAscent), points(metrics.tmDescent), points(metrics.tmExternalLeading)};
 }
 
