@@ -47,6 +47,10 @@ class BoxPlatform : public embedded::EmbeddedPlatform {
   std::unique_ptr<platform::EditorWindow> create_editor_window(
       const platform::EditorDescription& description) const override {
     const auto box = create_rich_edit(reinterpret_cast<platform::WindowHandle>(window_));
+    platform::BoxAppearance appearance = box->appearance();
+    appearance.width = 400;
+    appearance.height = 200;
+    box->put_appearance(appearance);
     return std::make_unique<embedded::EditorWindow>(description, user, box);
   }
 
@@ -56,26 +60,28 @@ class BoxPlatform : public embedded::EmbeddedPlatform {
   HWND window_;
 };
 
-/// The keys that are held together with another, and let go afterwards.
-std::vector<INPUT> strokes(WORD key, std::int16_t shift, DWORD flags = 0, WORD unit = 0) {
-  std::vector<WORD> held;
-  if ((shift & keys::ctrl_key) != 0) held.push_back(VK_CONTROL);
-  if ((shift & keys::alt_key) != 0) held.push_back(VK_MENU);
-  if ((shift & keys::shift_key) != 0) held.push_back(VK_SHIFT);
-  std::vector<INPUT> inputs;
-  const auto add = [&inputs](WORD code, DWORD how, WORD scan = 0) {
-    INPUT input = {};
-    input.type = INPUT_KEYBOARD;
-    input.ki.wVk = code;
-    input.ki.wScan = scan;
-    input.ki.dwFlags = how;
-    inputs.push_back(input);
-  };
-  for (const WORD code : held) add(code, 0);
-  add(key, flags, unit);
-  add(key, flags | KEYEVENTF_KEYUP, unit);
-  for (auto code = held.rbegin(); code != held.rend(); ++code) add(*code, KEYEVENTF_KEYUP);
-  return inputs;
+INPUT input_of(WORD key, DWORD flags, WORD unit = 0) {
+  INPUT input = {};
+  input.type = INPUT_KEYBOARD;
+  input.ki.wVk = key;
+  input.ki.wScan = unit;
+  input.ki.dwFlags = flags;
+  return input;
+}
+
+/// Keys that go down together, and up in the order in which they went down.
+void send(std::vector<INPUT> keys, DWORD flags = 0) {
+  for (INPUT& key : keys) key.ki.dwFlags |= flags;
+  SendInput(static_cast<UINT>(keys.size()), keys.data(), sizeof(INPUT));
+  handle_messages();
+}
+
+std::vector<INPUT> modifiers(std::int16_t shift) {
+  std::vector<INPUT> held;
+  if ((shift & keys::ctrl_key) != 0) held.push_back(input_of(VK_CONTROL, 0));
+  if ((shift & keys::alt_key) != 0) held.push_back(input_of(VK_MENU, 0));
+  if ((shift & keys::shift_key) != 0) held.push_back(input_of(VK_SHIFT, 0));
+  return held;
 }
 
 /// The window of all stages: to show one takes a system without window manager long.
@@ -98,32 +104,28 @@ class WindowsStage : public Stage {
   }
 
   void press(platform::RichEdit& box, std::int16_t key_code, std::int16_t shift) override {
-    focus(box);
     const bool is_extended = key_code >= keys::page_up_key && key_code <= keys::delete_key;
-    send(strokes(static_cast<WORD>(key_code), shift, is_extended ? KEYEVENTF_EXTENDEDKEY : 0));
+    stroke(box, input_of(static_cast<WORD>(key_code), is_extended ? KEYEVENTF_EXTENDEDKEY : 0),
+           shift);
   }
   void type(platform::RichEdit& box, std::u16string_view text) override {
-    focus(box);
     for (const char16_t c : text) {
       const SHORT key = c == u'\n' ? SHORT{VK_RETURN} : VkKeyScanW(static_cast<wchar_t>(c));
       if (key == -1) {
-        send(strokes(0, 0, KEYEVENTF_UNICODE, static_cast<WORD>(c)));
+        stroke(box, input_of(0, KEYEVENTF_UNICODE, static_cast<WORD>(c)), keys::no_modifier);
       } else {
         // The system numbers Shift, Ctrl and Alt as the library does.
-        send(
-            strokes(LOBYTE(key), HIBYTE(key) & (keys::shift_key | keys::ctrl_key | keys::alt_key)));
+        stroke(box, input_of(LOBYTE(key), 0), HIBYTE(key));
       }
     }
   }
   void click(platform::RichEdit& box, std::int32_t position, std::int16_t shift) override {
     const LPARAM point = point_of(box, position);
-    const std::vector<INPUT> shifted = strokes(VK_SHIFT, keys::no_modifier);
-    const bool holds = (shift & keys::shift_key) != 0;
-    if (holds) send({shifted.front()});
-    const WPARAM held = holds ? MK_SHIFT : 0;
+    const WPARAM held = (shift & keys::shift_key) != 0 ? MK_SHIFT : 0;
+    send(modifiers(shift));
     mouse(box, WM_LBUTTONDOWN, MK_LBUTTON | held, point);
     mouse(box, WM_LBUTTONUP, held, point);
-    if (holds) send({shifted.back()});
+    send(modifiers(shift), KEYEVENTF_KEYUP);
   }
   void double_click(platform::RichEdit& box, std::int32_t position) override {
     click(box, position, keys::no_modifier);
@@ -143,7 +145,8 @@ class WindowsStage : public Stage {
   }
 
   void at_editor(std::function<void(EditorHand&)> user) override {
-    platform_->user = [user = std::move(user)](embedded::EditorWindow& window) {
+    platform_->user = [this, user = std::move(user)](embedded::EditorWindow& window) {
+      let_go();
       Hand hand(window);
       user(hand);
     };
@@ -153,11 +156,18 @@ class WindowsStage : public Stage {
   static windows::RichEdit& own(platform::RichEdit& box) {
     return static_cast<windows::RichEdit&>(box);
   }
-  static void focus(platform::RichEdit& box) { SetFocus(own(box).window()); }
-  static void send(std::vector<INPUT> inputs) {
-    SendInput(static_cast<UINT>(inputs.size()), inputs.data(), sizeof(INPUT));
-    handle_messages();
+  /// A window that a key opens is closed again before that key comes up.
+  void stroke(platform::RichEdit& box, INPUT key, std::int16_t shift) {
+    SetFocus(own(box).window());
+    held_ = modifiers(shift);
+    std::vector<INPUT> down = held_;
+    down.push_back(key);
+    send(std::move(down));
+    send({key}, KEYEVENTF_KEYUP);
+    let_go();
   }
+  void let_go() { send(std::exchange(held_, {}), KEYEVENTF_KEYUP); }
+
   static void mouse(platform::RichEdit& box, UINT message, WPARAM parameter, LPARAM point) {
     SendMessageW(own(box).window(), message, parameter, point);
     handle_messages();
@@ -167,6 +177,7 @@ class WindowsStage : public Stage {
     return MAKELPARAM(point.x, point.y + 4);
   }
 
+  std::vector<INPUT> held_;
   HWND window_ = form();
   std::shared_ptr<BoxPlatform> platform_ = std::make_shared<BoxPlatform>(window_);
 };
