@@ -3,6 +3,7 @@
 #include <olectl.h>
 #include <qelcom.h>
 
+#include "com/automation/Errors.h"
 #include "com/automation/ListEnumerator.h"
 
 namespace qel::com {
@@ -19,7 +20,7 @@ using Enumerator =
 
 ConnectionContainer::ConnectionContainer(IUnknown& whole)
     : Part(whole),
-      events_(whole, *this, DIID_QELTextboxEvents),
+      events_(whole, *this, __uuidof(QELTextboxEvents)),
       notices_(whole, *this, IID_IPropertyNotifySink) {}
 
 HRESULT ConnectionContainer::EnumConnectionPoints(IEnumConnectionPoints** result) {

@@ -2,6 +2,7 @@
 
 #include <olectl.h>
 
+#include "com/automation/Errors.h"
 #include "com/automation/ListEnumerator.h"
 
 namespace qel::com {

@@ -15,25 +15,23 @@ constexpr const wchar_t* class_name = L"QELTextboxControl";
 
 }  // namespace
 
-/// The class stays until the library goes, which the system notices by itself.
-ATOM ControlWindow::window_class() {
-  static const ATOM atom = [] {
-    WNDCLASSEXW description = {};
-    description.cbSize = sizeof description;
-    description.style = CS_OWNDC | CS_DBLCLKS;
-    description.lpfnWndProc = procedure;
-    description.hInstance = Module::instance();
-    description.hCursor = LoadCursorW(nullptr, MAKEINTRESOURCEW(32513));  // the text cursor
-    description.lpszClassName = class_name;
-    return RegisterClassExW(&description);
-  }();
-  return atom;
+/// Fails while it is registered already, which is as good.
+void ControlWindow::register_class() {
+  WNDCLASSEXW description = {};
+  description.cbSize = sizeof description;
+  description.style = CS_OWNDC | CS_DBLCLKS;
+  description.lpfnWndProc = procedure;
+  description.hInstance = Module::instance();
+  description.hCursor = LoadCursorW(nullptr, MAKEINTRESOURCEW(32513));  // the text cursor
+  description.lpszClassName = class_name;
+  RegisterClassExW(&description);
 }
 
 ControlWindow::ControlWindow(WindowClient& client) : client_(client) { create(); }
 
 void ControlWindow::create() {
-  window_ = CreateWindowExW(WS_EX_CONTROLPARENT, MAKEINTATOM(window_class()), L"",
+  register_class();
+  window_ = CreateWindowExW(WS_EX_CONTROLPARENT, class_name, L"",
                             WS_CHILD | WS_CLIPCHILDREN | WS_CLIPSIBLINGS, 0, 0, 0, 0, HWND_MESSAGE,
                             nullptr, Module::instance(), this);
   if (window_ == nullptr) {
@@ -46,6 +44,8 @@ ControlWindow::~ControlWindow() {
   if (window_ == nullptr) return;
   SetWindowLongPtrW(window_, GWLP_USERDATA, 0);
   DestroyWindow(window_);
+  // Fails while another one is there. A library's classes must not stay when it is unloaded.
+  UnregisterClassW(class_name, Module::instance());
 }
 
 void ControlWindow::put_parent(HWND parent) {

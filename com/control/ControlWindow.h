@@ -42,7 +42,7 @@ class ControlWindow {
   static LRESULT CALLBACK procedure(HWND window, UINT message, WPARAM w, LPARAM l) noexcept;
   LRESULT handle(UINT message, WPARAM w, LPARAM l);
   void paint();
-  static ATOM window_class();
+  static void register_class();
   void create();
 
   WindowClient& client_;

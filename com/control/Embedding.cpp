@@ -63,7 +63,7 @@ HRESULT Embedding::DoVerb(LONG verb, LPMSG /*message*/, IOleClientSite* /*site*/
 
 /// The registered ones, which the system knows how to read.
 HRESULT Embedding::EnumVerbs(IEnumOLEVERB** verbs) {
-  return verbs == nullptr ? E_POINTER : OleRegEnumVerbs(CLSID_QELTextbox, verbs);
+  return verbs == nullptr ? E_POINTER : OleRegEnumVerbs(__uuidof(::QELTextbox), verbs);
 }
 
 HRESULT Embedding::Update() { return S_OK; }
@@ -72,12 +72,12 @@ HRESULT Embedding::IsUpToDate() { return S_OK; }
 
 HRESULT Embedding::GetUserClassID(CLSID* id) {
   if (id == nullptr) return E_POINTER;
-  *id = CLSID_QELTextbox;
+  *id = __uuidof(::QELTextbox);
   return S_OK;
 }
 
 HRESULT Embedding::GetUserType(DWORD form, LPOLESTR* name) {
-  return name == nullptr ? E_POINTER : OleRegGetUserType(CLSID_QELTextbox, form, name);
+  return name == nullptr ? E_POINTER : OleRegGetUserType(__uuidof(::QELTextbox), form, name);
 }
 
 HRESULT Embedding::SetExtent(DWORD aspect, SIZEL* size) {

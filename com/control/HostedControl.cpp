@@ -1,5 +1,7 @@
 #include "com/control/HostedControl.h"
 
+#include <qelcom.h>
+
 #include <algorithm>
 #include <utility>
 
@@ -98,7 +100,7 @@ void HostedControl::property_changed(std::u16string_view name) {
   auto* text = const_cast<LPOLESTR>(wide(wanted));
   DISPID property = DISPID_UNKNOWN;
   // What a bag keeps without being a property has no number to tell.
-  if (SUCCEEDED(ids_of_names(IID_IQELTextbox, &text, 1, &property))) notify(property);
+  if (SUCCEEDED(ids_of_names(__uuidof(IQELTextbox), &text, 1, &property))) notify(property);
 }
 
 // Size and look.

@@ -6,6 +6,7 @@
 #include <memory>
 #include <string_view>
 
+#include "com/automation/Values.h"
 #include "com/control/ConnectionContainer.h"
 #include "com/control/ControlWindow.h"
 #include "com/control/EventSource.h"

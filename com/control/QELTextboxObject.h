@@ -372,7 +372,7 @@ class QELTextboxObject final : public Members<QELTextbox, IQELTextbox> {
 
  protected:
   void* extra_interface(const IID& id) override;
-  const IID& source_id() const override { return DIID_QELTextboxEvents; }
+  const IID& source_id() const override { return __uuidof(QELTextboxEvents); }
   QELTextbox& object() const override { return control_.textbox(); }
 
  private:

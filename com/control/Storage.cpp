@@ -6,6 +6,7 @@
 #include <cstring>
 #include <string>
 
+#include "com/automation/Errors.h"
 #include "com/automation/Values.h"
 #include "qel/base/Error.h"
 #include "qel/embedded/PropertyBag.h"
@@ -95,7 +96,7 @@ class HostBag : public platform::PropertyBag {
 
 HRESULT put_class_id(CLSID* id) {
   if (id == nullptr) return E_POINTER;
-  *id = CLSID_QELTextbox;
+  *id = __uuidof(::QELTextbox);
   return S_OK;
 }
 

@@ -5,8 +5,10 @@
 #include <richedit.h>
 
 #include <algorithm>
+#include <exception>
 #include <utility>
 
+#include "com/platform/DragSource.h"
 #include "com/platform/FormatMapping.h"
 #include "qel/base/Error.h"
 #include "qel/platform/Keys.h"
@@ -118,9 +120,11 @@ void BoxWindow::create(HWND parent) {
   display_.put_background(appearance_.back_color);
   place();
   show();
+  drop_target_.emplace(window_, *this);
 }
 
 void BoxWindow::destroy() {
+  drop_target_.reset();
   if (window_ != nullptr) DestroyWindow(window_);
 }
 
@@ -236,12 +240,19 @@ LRESULT CALLBACK BoxWindow::procedure(HWND window, UINT message, WPARAM paramete
     // What it does with its text now is no change of the box.
     self->window_ = nullptr;
     self->owner_ = nullptr;
+    self->drop_target_.reset();
     self->display_.attach(nullptr);
   }
   if (self->window_ != window || self->display_.is_busy()) {
     return DefSubclassProc(window, message, parameter, data);
   }
-  return self->handle(message, parameter, data);
+  try {
+    return self->handle(message, parameter, data);
+  } catch (const std::exception&) {
+    // There is nobody above who could be told.
+    MessageBeep(MB_ICONERROR);
+    return 0;
+  }
 }
 
 LRESULT BoxWindow::handle(UINT message, WPARAM parameter, LPARAM data) {
@@ -286,8 +297,29 @@ BoxWindow::Handled BoxWindow::compose(UINT message, WPARAM parameter, LPARAM dat
   return result;
 }
 
+// Drag and drop.
+
 void BoxWindow::start_drag() {
-  // Where a drag of the selection begins: nothing is dragged yet.
+  const auto self = shared_from_this();
+  content_.start_drag();
+  show();
+}
+
+embedded::RichEdit::Outcome BoxWindow::Content::carry(platform::DragData& data,
+                                                      std::int32_t allowed_effects) {
+  stays_ = false;
+  const std::int32_t effect =
+      drag(data, allowed_effects, [this](std::int32_t& told, bool& default_cursors) {
+        listener().on_give_feedback(told, default_cursors);
+      });
+  return {effect, stays_};
+}
+
+bool BoxWindow::take_drop(platform::DragData& data, POINT at, std::int32_t effect) {
+  content_.stay();
+  const bool has_text = content_.take_drop(data, position_at(at), effect);
+  show();
+  return has_text;
 }
 
 }  // namespace qel::windows

@@ -7,6 +7,7 @@
 #include <optional>
 
 #include "com/platform/BoxDisplay.h"
+#include "com/platform/DropTarget.h"
 #include "qel/embedded/BoxUser.h"
 #include "qel/embedded/RichEdit.h"
 #include "qel/platform/BoxListener.h"
@@ -19,12 +20,12 @@ namespace qel::windows {
 ///
 /// Listeners may let go of the box whenever they are told something: whoever calls a member holds
 /// on to it.
-class BoxWindow : public std::enable_shared_from_this<BoxWindow> {
+class BoxWindow : public std::enable_shared_from_this<BoxWindow>, public DropClient {
  public:
   explicit BoxWindow(platform::Clipboard& clipboard);
   BoxWindow(const BoxWindow&) = delete;
   BoxWindow& operator=(const BoxWindow&) = delete;
-  ~BoxWindow() = default;
+  ~BoxWindow() override = default;
 
   /// The content; changes are shown at once, and the listener is told of them.
   embedded::RichEdit& content() { return content_; }
@@ -55,9 +56,14 @@ class BoxWindow : public std::enable_shared_from_this<BoxWindow> {
    public:
     explicit Content(platform::Clipboard& clipboard) : clipboard_(clipboard) {}
     platform::Clipboard& clipboard() const override { return clipboard_; }
+    void stay() { stays_ = true; }
+
+   protected:
+    Outcome carry(platform::DragData& data, std::int32_t allowed_effects) override;
 
    private:
     platform::Clipboard& clipboard_;
+    bool stays_ = false;  // what is dragged was dropped here
   };
 
   /// Hears of what happens to the content.
@@ -111,6 +117,11 @@ class BoxWindow : public std::enable_shared_from_this<BoxWindow> {
   LRESULT double_click(LPARAM data);
   LRESULT move_mouse(UINT message, WPARAM parameter, LPARAM data);
   LRESULT release_button(UINT message, WPARAM parameter, LPARAM data);
+
+  // DropClient
+  platform::BoxListener& drop_listener() override { return *listener_; }
+  const platform::BoxAppearance& drop_appearance() const override { return appearance_; }
+  bool take_drop(platform::DragData& data, POINT at, std::int32_t effect) override;
   bool is_on_selection(POINT point) const;
 
   Content content_;
@@ -128,6 +139,7 @@ class BoxWindow : public std::enable_shared_from_this<BoxWindow> {
   bool composes_ = false;
   bool after_double_click_ = false;
   std::optional<POINT> may_drag_from_;
+  std::optional<DropTarget> drop_target_;  // of the window
 };
 
 }  // namespace qel::windows

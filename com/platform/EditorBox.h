@@ -12,7 +12,8 @@ class EditorBox : public RichEdit {
   /// Whether the window acts on a key that the listener has left.
   using TakeKey = std::function<bool(std::int16_t key_code, std::int16_t shift)>;
 
-  EditorBox(HWND owner, TakeKey take_key) : RichEdit(owner), take_key_(std::move(take_key)) {
+  EditorBox(HWND owner, platform::Clipboard& clipboard, TakeKey take_key)
+      : RichEdit(owner, clipboard), take_key_(std::move(take_key)) {
     RichEdit::listen(&relay_);
   }
   ~EditorBox() override { RichEdit::listen(nullptr); }

@@ -63,7 +63,8 @@ platform::Screen screen() { return WindowsPlatform::shared()->screen(); }
 
 }  // namespace
 
-EditorWindow::EditorWindow(const platform::EditorDescription& description)
+EditorWindow::EditorWindow(const platform::EditorDescription& description,
+                           platform::Clipboard& clipboard)
     : menu_(description.menus), font_(message_font()) {
   register_class(procedure);
   window_ = CreateWindowExW(0, class_name, wide(description.caption), window_style, CW_USEDEFAULT,
@@ -75,7 +76,8 @@ EditorWindow::EditorWindow(const platform::EditorDescription& description)
   }
   try {
     box_ = std::make_shared<EditorBox>(
-        window_, [this](std::int16_t key, std::int16_t shift) { return take_key(key, shift); });
+        window_, clipboard,
+        [this](std::int16_t key, std::int16_t shift) { return take_key(key, shift); });
   } catch (...) {
     DestroyWindow(window_);
     throw;

@@ -6,6 +6,7 @@
 
 #include "com/platform/EditorMenu.h"
 #include "com/platform/Fonts.h"
+#include "qel/platform/Clipboard.h"
 #include "qel/platform/EditorWindow.h"
 
 namespace qel::windows {
@@ -24,7 +25,7 @@ class EditorWindow : public platform::EditorWindow {
   static constexpr const wchar_t* class_name = L"QELTextEditor";
 
   /// Raises when the system has no window left.
-  explicit EditorWindow(const platform::EditorDescription& description);
+  EditorWindow(const platform::EditorDescription& description, platform::Clipboard& clipboard);
   EditorWindow(const EditorWindow&) = delete;
   EditorWindow& operator=(const EditorWindow&) = delete;
   ~EditorWindow() override;
