@@ -142,7 +142,12 @@ void EventSource::raise(DISPID event, Arguments&&... arguments) {
   }
 }
 
-void EventSource::Change() { raise(Event::change); }
+void EventSource::Change() {
+  const Hold hold(whole_, release_later_);
+  on_change_();
+  raise(Event::change);
+}
+
 void EventSource::Click() { raise(DISPID_CLICK); }
 void EventSource::DblClick() { raise(DISPID_DBLCLICK); }
 

@@ -16,12 +16,17 @@ class EventSource : public ControlEvents {
  public:
   /// `whole` is the object that the sinks belong to; `release_later` lets go of a reference to it
   /// when what runs now is over. A sink may let go of the last one of a host's.
-  EventSource(IUnknown& whole, Connections& connections, std::function<void()> release_later)
-      : whole_(whole), connections_(connections), release_later_(std::move(release_later)) {}
+  EventSource(IUnknown& whole, Connections& connections, std::function<void()> release_later,
+              std::function<void()> on_change)
+      : whole_(whole),
+        connections_(connections),
+        release_later_(std::move(release_later)),
+        on_change_(std::move(on_change)) {}
 
   /// While it is frozen, events are lost: the host does not take any.
   void freeze(bool frozen) { frozen_ += frozen ? 1 : -1; }
 
+  /// Whoever is bound to the text is told by `on_change` before the sinks are.
   void Change() override;
   void Click() override;
   void DblClick() override;
@@ -47,6 +52,7 @@ class EventSource : public ControlEvents {
   IUnknown& whole_;
   Connections& connections_;
   std::function<void()> release_later_;
+  std::function<void()> on_change_;
   int frozen_ = 0;
 };
 

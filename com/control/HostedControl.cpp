@@ -39,7 +39,8 @@ class Brush {
 HostedControl::HostedControl(IUnknown& whole, ConnectionContainer& connections)
     : whole_(whole),
       connections_(connections),
-      events_(whole, connections.events(), [this] { window_.post(); }),
+      events_(
+          whole, connections.events(), [this] { window_.post(); }, [this] { on_text_change(); }),
       natural_extent_(first_extent),
       window_(*this) {
   resize(in_pixels(natural_extent_));
@@ -91,6 +92,14 @@ void HostedControl::notify(DISPID property) {
   for (const Pointer<IUnknown>& sink : connections_.notices().sinks()) {
     static_cast<IPropertyNotifySink*>(sink.get())->OnChanged(property);
   }
+}
+
+/// Whatever changes the text changes both properties that say it.
+void HostedControl::on_text_change() {
+  is_dirty_ = true;
+  notify(DISPID_TEXT);
+  notify(DISPID_VALUE);
+  view_changed();
 }
 
 void HostedControl::property_changed(std::u16string_view name) {
@@ -161,7 +170,7 @@ void HostedControl::invalidate() {
 }
 
 platform::WindowHandle HostedControl::window() const {
-  return reinterpret_cast<platform::WindowHandle>(handle());
+  return is_in_place() ? reinterpret_cast<platform::WindowHandle>(handle()) : 0;
 }
 
 std::uintptr_t HostedControl::device_context() const {
@@ -258,8 +267,16 @@ HRESULT HostedControl::enter_place() {
   if (FAILED(done)) return done;
   place_ = place;
   window_.put_parent(parent);
+  put_boxes_on(handle());
   put_place(position, clip);
   return S_OK;
+}
+
+/// Boxes have windows of their own as long as they can be seen.
+void HostedControl::put_boxes_on(HWND window) {
+  for (const auto& box : textbox_->boxes()) {
+    static_cast<windows::RichEdit&>(*box).put_owner(window);
+  }
 }
 
 HRESULT HostedControl::activate() {
@@ -296,6 +313,7 @@ void HostedControl::deactivate_ui() {
 void HostedControl::deactivate() {
   if (!is_in_place()) return;
   deactivate_ui();
+  put_boxes_on(nullptr);
   window_.put_parent(nullptr);
   frame_ = {};
   const Pointer<IOleInPlaceSite> place = std::exchange(place_, {});
@@ -315,9 +333,7 @@ void HostedControl::on_box_focus(bool gained) {
 }
 
 void HostedControl::on_destroy() {
-  for (const auto& box : textbox_->boxes()) {
-    static_cast<windows::RichEdit&>(*box).put_owner(handle());
-  }
+  put_boxes_on(nullptr);
   SelectObject(window_.context(), test_font_handle_);
   is_ui_active_ = false;
   frame_ = {};

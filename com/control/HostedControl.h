@@ -88,11 +88,13 @@ class HostedControl final : public platform::ControlSite, private WindowClient {
   void on_destroy() override;
   void on_posted() override;
 
+  void on_text_change();
   void notify(DISPID property);
   void view_changed();
   void select_test_font(HFONT font);
   void resize(SIZE pixels);
   HRESULT enter_place();
+  void put_boxes_on(HWND window);
 
   IUnknown& whole_;
   ConnectionContainer& connections_;
