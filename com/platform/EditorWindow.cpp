@@ -1,17 +1,15 @@
 #include "com/platform/EditorWindow.h"
 
 #include <algorithm>
-#include <array>
 #include <utility>
 
 #include "com/platform/DisabledWindows.h"
-#include "com/platform/EditorBox.h"
 #include "com/platform/Guard.h"
 #include "com/platform/Module.h"
+#include "com/platform/RichEdit.h"
 #include "com/platform/Text.h"
 #include "com/platform/WindowsPlatform.h"
 #include "qel/base/Error.h"
-#include "qel/platform/Keys.h"
 
 namespace qel::windows {
 namespace {
@@ -74,21 +72,19 @@ EditorWindow::EditorWindow(const platform::EditorDescription& description)
     throw Error(Error::object_not_set, "EditorWindow", "The window cannot be made.");
   }
   try {
-    box_ = std::make_shared<EditorBox>(
-        window_, [this](std::int16_t key, std::int16_t shift) { return take_key(key, shift); });
+    box_ = std::make_shared<RichEdit>(window_, WindowsPlatform::shared()->clipboard());
   } catch (...) {
     DestroyWindow(window_);
     throw;
   }
   ok_ = create_button(description.ok_caption, IDOK, BS_DEFPUSHBUTTON);
   cancel_ = create_button(description.cancel_caption, IDCANCEL, BS_PUSHBUTTON);
-  focus_ = box_->window();
 }
 
 EditorWindow::~EditorWindow() {
   if (window_ != nullptr) {
     SetWindowLongPtrW(window_, GWLP_USERDATA, 0);
-    release_box();
+    box_->put_owner(nullptr);
     DestroyWindow(window_);
   }
   // Fails while another one is there. A library's classes must not stay when it is unloaded.
@@ -144,6 +140,15 @@ void EditorWindow::focus_box() {
   if (window_ != nullptr) SetFocus(box_->window());
 }
 
+/// To the part that had it, which is the box at first.
+void EditorWindow::give_focus() {
+  if (IsChild(window_, focus_) == FALSE) {
+    focus_box();
+  } else {
+    SetFocus(focus_);
+  }
+}
+
 void EditorWindow::show_modal(platform::EditorListener& listener) {
   if (window_ == nullptr) return;
   const HWND owner = GetWindow(window_, GW_OWNER);
@@ -197,39 +202,11 @@ void EditorWindow::close_by_frame() {
   close();
 }
 
-/// The box belongs to whoever still holds it.
-void EditorWindow::release_box() {
-  box_->keep_keys();
-  HWND part = box_->window();
-  while (part != nullptr && GetAncestor(part, GA_PARENT) != window_) {
-    part = GetAncestor(part, GA_PARENT);
-  }
-  if (part != nullptr) SetParent(part, HWND_MESSAGE);
-}
-
 void EditorWindow::tell_size() {
   if (listener_ == nullptr) return;
   const platform::Screen here = screen();
   const SIZE size = inner_size(window_);
   listener_->on_resize(size.cx * here.twips_per_pixel_x, size.cy * here.twips_per_pixel_y);
-}
-
-bool EditorWindow::take_key(std::int16_t key_code, std::int16_t shift) {
-  if (key_code == keys::escape_key && shift == keys::no_modifier) {
-    if (listener_ != nullptr) listener_->on_cancel();
-    return true;
-  }
-  if (key_code != keys::tab_key || (shift & ~keys::shift_key) != 0) return false;
-  focus_next(box_->window(), shift != keys::no_modifier);
-  return true;
-}
-
-void EditorWindow::focus_next(HWND from, bool backwards) {
-  const std::array parts = {box_->window(), ok_, cancel_};
-  const auto place = std::find(parts.begin(), parts.end(), from) - parts.begin();
-  const auto count = static_cast<std::ptrdiff_t>(parts.size());
-  const auto next = (place + (backwards ? count - 1 : 1)) % count;
-  SetFocus(parts[static_cast<std::size_t>(next)]);
 }
 
 /// The box, too, tells what happens in it by commands.
@@ -262,14 +239,14 @@ LRESULT EditorWindow::handle(UINT message, WPARAM w, LPARAM l) {
       return 0;
     case WM_ACTIVATE:
       if (LOWORD(w) == WA_INACTIVE) {
-        if (IsChild(window_, GetFocus()) != FALSE) focus_ = GetFocus();
+        focus_ = GetFocus();
         return 0;
       }
-      SetFocus(focus_);
+      give_focus();
       if (listener_ != nullptr) listener_->on_activate();
       return 0;
     case WM_SETFOCUS:
-      SetFocus(focus_);
+      give_focus();
       return 0;
     case DM_GETDEFID:
       return MAKELRESULT(IDOK, DC_HASDEFID);
@@ -277,7 +254,7 @@ LRESULT EditorWindow::handle(UINT message, WPARAM w, LPARAM l) {
       close_by_frame();
       return 0;
     case WM_DESTROY:
-      if (box_) release_box();
+      if (box_) box_->put_owner(nullptr);
       close_by_frame();
       return 0;
     case WM_NCDESTROY:

@@ -10,7 +10,7 @@
 
 namespace qel::windows {
 
-class EditorBox;
+class RichEdit;
 
 /// The large editor's window, owned by the window of the thread that is active when it is made.
 /// While it is shown, the thread's other windows do not react to the user. Everything of the
@@ -48,18 +48,16 @@ class EditorWindow : public platform::EditorWindow {
   void handle_command(UINT command);
   void tell_size();
   void close_by_frame();
-  void release_box();
-  bool take_key(std::int16_t key_code, std::int16_t shift);
-  void focus_next(HWND from, bool backwards);
+  void give_focus();
   void run_loop();
 
   HWND window_ = nullptr;
   EditorMenu menu_;
   Font font_;
-  std::shared_ptr<EditorBox> box_;
+  std::shared_ptr<RichEdit> box_;
   HWND ok_ = nullptr;
   HWND cancel_ = nullptr;
-  HWND focus_ = nullptr;  // the part that has the focus when the window is active
+  HWND focus_ = nullptr;  // had the focus when the window was active last
   platform::EditorListener* listener_ = nullptr;
   bool is_open_ = false;
 };

@@ -57,7 +57,7 @@ platform::Screen WindowsPlatform::screen() const {
 std::shared_ptr<platform::RichEdit> WindowsPlatform::create_rich_edit(
     platform::WindowHandle owner) const {
   // NOLINTNEXTLINE(performance-no-int-to-ptr): a handle is an address.
-  return std::make_shared<RichEdit>(reinterpret_cast<HWND>(owner));
+  return std::make_shared<RichEdit>(reinterpret_cast<HWND>(owner), clipboard());
 }
 
 std::shared_ptr<platform::MeasuringSurface> WindowsPlatform::create_measuring_surface() const {

@@ -55,8 +55,10 @@ class RichEdit : public platform::RichEdit {
 
   /// The box's text as it stands; holds until the box changes.
   const std::u16string& text() const { return document_.text(); }
+  /// The same with its formats and alignments.
+  const richtext::Document& document() const { return document_; }
   platform::BoxListener& listener() const { return *listener_; }
-  OwnClipboard& clipboard() const { return desktop_->clipboard; }
+  virtual platform::Clipboard& clipboard() const { return desktop_->clipboard; }
   /// Puts a character in place of the selection; characters typed in a row are undone together.
   void type(char16_t character);
   /// Takes out the part, and with it a break that it cuts; the caret ends up there.

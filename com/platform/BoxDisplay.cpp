@@ -1,0 +1,227 @@
+#include "com/platform/BoxDisplay.h"
+
+#include <algorithm>
+#include <utility>
+
+#include "com/platform/FormatMapping.h"
+#include "com/platform/Positions.h"
+#include "com/platform/Text.h"
+#include "qel/base/Scoped.h"
+
+namespace qel::windows {
+
+using platform::CharFormat;
+using richtext::Document;
+using richtext::Extent;
+using richtext::RunList;
+
+namespace {
+
+constexpr UINT utf16_code_page = 1200;
+
+Extent both(Extent a, Extent b) { return {std::min(a.start, b.start), std::max(a.end, b.end)}; }
+
+}  // namespace
+
+/// While one of these lives nothing is painted, and a text that may only be read can be changed.
+class BoxDisplay::Frozen {
+ public:
+  explicit Frozen(const BoxDisplay& display)
+      : display_(display), is_visible_(IsWindowVisible(display.window_) != 0) {
+    // A hidden window would come to light by being thawed.
+    if (is_visible_) display_.send(WM_SETREDRAW, FALSE, LPARAM{0});
+    if (display_.read_only_) display_.send(EM_SETREADONLY, FALSE, LPARAM{0});
+    display_.send(EM_GETSCROLLPOS, 0, &scrolled_);
+  }
+  Frozen(const Frozen&) = delete;
+  Frozen& operator=(const Frozen&) = delete;
+  ~Frozen() {
+    display_.send(EM_SETSCROLLPOS, 0, &scrolled_);
+    if (display_.read_only_) display_.send(EM_SETREADONLY, TRUE, LPARAM{0});
+    if (!is_visible_) return;
+    display_.send(WM_SETREDRAW, TRUE, LPARAM{0});
+    InvalidateRect(display_.window_, nullptr, TRUE);
+  }
+
+ private:
+  const BoxDisplay& display_;
+  bool is_visible_;
+  POINT scrolled_ = {0, 0};
+};
+
+LRESULT BoxDisplay::send(UINT message, WPARAM parameter, LPARAM data) const {
+  if (window_ == nullptr) return 0;
+  const Scoped busy(busy_, busy_ + 1);
+  return SendMessageW(window_, message, parameter, data);
+}
+
+void BoxDisplay::attach(HWND window) {
+  window_ = window;
+  shown_ = Document();
+  selected_ = {0, 0};
+  constexpr LPARAM no_limit = 0x7FFFFFFE;
+  send(EM_EXLIMITTEXT, 0, no_limit);
+  send(EM_SETUNDOLIMIT, 0, LPARAM{0});
+  send(EM_SETEVENTMASK, 0, LPARAM{0});
+  send(EM_SETREADONLY, read_only_ ? TRUE : FALSE, LPARAM{0});
+}
+
+void BoxDisplay::put_read_only(bool read_only) {
+  read_only_ = read_only;
+  send(EM_SETREADONLY, read_only ? TRUE : FALSE, LPARAM{0});
+}
+
+void BoxDisplay::put_background(Color color) {
+  send(EM_SETBKGNDCOLOR, 0, static_cast<LPARAM>(color_value(color)));
+  const std::optional<COLORREF> before = std::exchange(automatic_, text_color_on(color));
+  if (before == automatic_ || shown_.size() == 0) return;
+  const Frozen frozen(*this);
+  put_formats(shown_, {0, shown_.size()});
+  select(selected_);
+}
+
+void BoxDisplay::put_default_format(const CharFormat& format) {
+  CHARFORMAT2W native = native_format(format, automatic_);
+  send(EM_SETCHARFORMAT, SCF_DEFAULT, &native);
+}
+
+void BoxDisplay::show(const Document& document, Extent selection) {
+  if (window_ == nullptr) return;
+  const Difference change = difference(shown_, document);
+  const bool is_same =
+      change.text.is_empty() && change.formats.is_empty() && change.alignments.is_empty();
+  if (!is_same) {
+    const Frozen frozen(*this);
+    if (!change.text.is_empty()) replace_text(document, change.text);
+    const Change widest = {both(change.formats.before, change.alignments.before),
+                           both(change.formats.after, change.alignments.after)};
+    const auto paragraphs = [](const Document& whole, Extent extent) {
+      extent.end = std::min(extent.end, whole.size());
+      extent.start = std::min(extent.start, extent.end);
+      return whole.paragraphs(extent);
+    };
+    shown_.restore(paragraphs(shown_, widest.before),
+                   document.part(paragraphs(document, widest.after)));
+    put_formats(document, change.formats.after);
+    // What the window makes of paragraphs that were joined or cut is its own.
+    Extent aligned = change.alignments.after;
+    if (!change.text.is_empty()) aligned.end = std::max(aligned.end, change.text.after.end + 1);
+    put_alignments(document, aligned);
+    select(native_range(selection));
+  } else {
+    const CHARRANGE wanted = native_range(selection);
+    const CHARRANGE now = native_selection();
+    if (wanted.cpMin != now.cpMin || wanted.cpMax != now.cpMax) select(wanted);
+  }
+  selected_ = native_selection();
+  if (is_same) return;
+  send(EM_SCROLLCARET, 0, LPARAM{0});
+  send(EM_SETMODIFY, FALSE, LPARAM{0});
+}
+
+void BoxDisplay::replace_text(const Document& document, const Change& change) {
+  select(native_range(change.before));
+  const std::u16string_view text = document.text();
+  std::u16string put = native_text(text.substr(change.after.start, change.after.length()));
+  send(EM_REPLACESEL, FALSE, put.data());
+}
+
+void BoxDisplay::put_formats(const Document& document, Extent extent) {
+  const RunList& runs = document.runs();
+  NativePositions positions(document.text());
+  if (extent.length() == 0) return;
+  for (std::size_t i = runs.find(extent.start); i < runs.run_count(); ++i) {
+    const RunList::Run run = runs.run(i);
+    if (run.start >= extent.end) return;
+    const long start = positions.of(std::max(run.start, extent.start));
+    select({start, positions.of(std::min(run.end, extent.end))});
+    CHARFORMAT2W format = native_format(document.format(run.value), automatic_);
+    send(EM_SETCHARFORMAT, SCF_SELECTION, &format);
+  }
+}
+
+void BoxDisplay::put_alignments(const Document& document, Extent extent) {
+  const RunList& runs = document.alignments();
+  NativePositions positions(document.text());
+  if (extent.length() == 0) return;
+  for (std::size_t i = runs.find(extent.start); i < runs.run_count(); ++i) {
+    const RunList::Run run = runs.run(i);
+    if (run.start >= extent.end) return;
+    const std::size_t start = std::max(run.start, extent.start);
+    const std::size_t last = std::min(run.end, extent.end) - 1;
+    select({positions.of(document.without_cut_breaks({start, start}).start),
+            positions.of(document.without_cut_breaks({last, last}).start)});
+    PARAFORMAT2 format = native_format(static_cast<platform::Alignment>(run.value));
+    send(EM_SETPARAFORMAT, 0, &format);
+  }
+}
+
+CHARRANGE BoxDisplay::native_selection() const {
+  CHARRANGE range = {0, 0};
+  send(EM_EXGETSEL, 0, &range);
+  return range;
+}
+
+/// Of a part of what is shown.
+CHARRANGE BoxDisplay::native_range(Extent extent) const {
+  NativePositions positions(shown_.text());
+  const Extent whole = shown_.without_cut_breaks(extent);
+  const long start = positions.of(whole.start);
+  return {start, positions.of(whole.end)};
+}
+
+void BoxDisplay::select(CHARRANGE range) const { send(EM_EXSETSEL, 0, &range); }
+
+std::optional<Extent> BoxDisplay::take_selection() {
+  const CHARRANGE now = native_selection();
+  if (now.cpMin == selected_.cpMin && now.cpMax == selected_.cpMax) return {};
+  selected_ = now;
+  return Extent{box_position(shown_.text(), now.cpMin), box_position(shown_.text(), now.cpMax)};
+}
+
+bool BoxDisplay::is_touched() const { return send(EM_GETMODIFY, 0, LPARAM{0}) != 0; }
+
+BoxDisplay::ForeignChange BoxDisplay::take_text() {
+  send(EM_SETMODIFY, FALSE, LPARAM{0});
+  GETTEXTLENGTHEX measured = {GTL_NUMCHARS | GTL_PRECISE, utf16_code_page};
+  const LRESULT length = send(EM_GETTEXTLENGTHEX, reinterpret_cast<WPARAM>(&measured), LPARAM{0});
+  std::u16string native(static_cast<std::size_t>(std::max<LRESULT>(length, 0)), u'\0');
+  GETTEXTEX asked = {};
+  asked.cb = static_cast<DWORD>((native.size() + 1) * sizeof(char16_t));
+  asked.codepage = utf16_code_page;
+  const LRESULT got = send(EM_GETTEXTEX, reinterpret_cast<WPARAM>(&asked), native.data());
+  native.resize(static_cast<std::size_t>(std::max<LRESULT>(got, 0)));
+
+  const std::u16string before = native_text(shown_.text());
+  const Change change = text_change(before, native);
+  const ForeignChange foreign = {
+      {box_position(shown_.text(), static_cast<long>(change.before.start)),
+       box_position(shown_.text(), static_cast<long>(change.before.end))},
+      box_text(std::u16string_view(native).substr(change.after.start, change.after.length()))};
+  if (change.is_empty()) return foreign;
+  // Nobody knows its format, and no format is the same as this.
+  CharFormat unknown;
+  unknown.size = 0;
+  shown_.replace(foreign.extent, richtext::plain_document(foreign.text, unknown));
+  return foreign;
+}
+
+LONG BoxDisplay::line_of_caret() const {
+  return static_cast<LONG>(send(EM_EXLINEFROMCHAR, 0, LPARAM{native_selection().cpMax}));
+}
+
+std::int32_t BoxDisplay::position_at(POINT point) const {
+  POINTL asked = {point.x, point.y};
+  const LRESULT native = send(EM_CHARFROMPOS, 0, &asked);
+  return static_cast<std::int32_t>(box_position(shown_.text(), static_cast<long>(native)));
+}
+
+POINT BoxDisplay::point_of(std::int32_t position) const {
+  const auto at = static_cast<std::size_t>(std::max(position, 0));
+  POINTL point = {0, 0};
+  const CHARRANGE range = native_range({std::min(at, shown_.size()), std::min(at, shown_.size())});
+  send(EM_POSFROMCHAR, reinterpret_cast<WPARAM>(&point), static_cast<LPARAM>(range.cpMin));
+  return {point.x, point.y};
+}
+
+}  // namespace qel::windows

@@ -1,0 +1,80 @@
+#pragma once
+
+#include <windows.h>
+// Needs the types of the other.
+#include <richedit.h>
+
+#include <cstdint>
+#include <optional>
+#include <string>
+
+#include "com/platform/Difference.h"
+#include "qel/platform/RichEdit.h"
+#include "qel/richtext/Document.h"
+
+namespace qel::windows {
+
+/// A rich edit window of the system as the view of a document. It is told what has become of the
+/// document and changes no more than what differs, character by character and run by run: its own
+/// reader and writer of RTF are never used.
+class BoxDisplay {
+ public:
+  /// Shows things in that empty window from now on; null for none.
+  void attach(HWND window);
+  HWND window() const { return window_; }
+
+  void put_read_only(bool read_only);
+  /// Colours the background; text of no colour of its own is shown in one that is readable on it.
+  void put_background(Color color);
+  /// The format of an empty text.
+  void put_default_format(const platform::CharFormat& format);
+
+  /// Makes the window show the document, with that part of it selected. The view is scrolled to the
+  /// caret if anything had to change.
+  void show(const richtext::Document& document, richtext::Extent selection);
+
+  /// The part of the document that was selected in the window since it was shown; nothing when it
+  /// is still the same.
+  std::optional<richtext::Extent> take_selection();
+  /// Whether somebody else may have changed the window's text.
+  bool is_touched() const;
+  /// The change that brings the document to the text that somebody else has left in the window.
+  struct ForeignChange {
+    richtext::Extent extent;
+    std::u16string text;
+  };
+  ForeignChange take_text();
+
+  /// Whether this is at work on the window: messages that reach it are this class's own.
+  bool is_busy() const { return busy_ > 0; }
+  /// The line that the caret or the end of the selection is in, from 0; wrapped lines count.
+  LONG line_of_caret() const;
+  /// The position nearest to a point in the window.
+  std::int32_t position_at(POINT point) const;
+  /// Where the character at a position is in the window.
+  POINT point_of(std::int32_t position) const;
+
+ private:
+  class Frozen;
+
+  LRESULT send(UINT message, WPARAM parameter, LPARAM data) const;
+  template <class Data>
+  LRESULT send(UINT message, WPARAM parameter, Data* data) const {
+    return send(message, parameter, reinterpret_cast<LPARAM>(data));
+  }
+  CHARRANGE native_selection() const;
+  CHARRANGE native_range(richtext::Extent extent) const;
+  void select(CHARRANGE range) const;
+  void replace_text(const richtext::Document& document, const Change& change);
+  void put_formats(const richtext::Document& document, richtext::Extent extent);
+  void put_alignments(const richtext::Document& document, richtext::Extent extent);
+
+  HWND window_ = nullptr;
+  richtext::Document shown_;  // as the window has it
+  CHARRANGE selected_ = {0, 0};
+  std::optional<COLORREF> automatic_;
+  bool read_only_ = false;
+  mutable int busy_ = 0;
+};
+
+}  // namespace qel::windows
