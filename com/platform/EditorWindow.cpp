@@ -94,7 +94,6 @@ EditorWindow::~EditorWindow() {
 HWND EditorWindow::create_button(const std::u16string& caption, int command, DWORD style) {
   const HWND button = CreateWindowExW(
       0, L"BUTTON", wide(caption), WS_CHILD | WS_VISIBLE | WS_TABSTOP | style, 0, 0, 0, 0, window_,
-      // NOLINTNEXTLINE(performance-no-int-to-ptr): a child's number stands in place of a menu.
       reinterpret_cast<HMENU>(static_cast<INT_PTR>(command)), module_handle(), nullptr);
   SendMessageW(button, WM_SETFONT, reinterpret_cast<WPARAM>(font_.handle()), FALSE);
   return button;
@@ -266,13 +265,11 @@ LRESULT EditorWindow::handle(UINT message, WPARAM w, LPARAM l) {
 
 LRESULT CALLBACK EditorWindow::procedure(HWND window, UINT message, WPARAM w, LPARAM l) noexcept {
   if (message == WM_NCCREATE) {
-    // NOLINTNEXTLINE(performance-no-int-to-ptr): what the window was made with.
     auto* const created =
         static_cast<EditorWindow*>(reinterpret_cast<const CREATESTRUCTW*>(l)->lpCreateParams);
     created->window_ = window;
     SetWindowLongPtrW(window, GWLP_USERDATA, reinterpret_cast<LONG_PTR>(created));
   }
-  // NOLINTNEXTLINE(performance-no-int-to-ptr): set above.
   auto* const self = reinterpret_cast<EditorWindow*>(GetWindowLongPtrW(window, GWLP_USERDATA));
   if (self == nullptr) return DefWindowProcW(window, message, w, l);
   LRESULT answer = 0;

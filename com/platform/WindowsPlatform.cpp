@@ -56,7 +56,6 @@ platform::Screen WindowsPlatform::screen() const {
 
 std::shared_ptr<platform::RichEdit> WindowsPlatform::create_rich_edit(
     platform::WindowHandle owner) const {
-  // NOLINTNEXTLINE(performance-no-int-to-ptr): a handle is an address.
   return std::make_shared<RichEdit>(reinterpret_cast<HWND>(owner), clipboard());
 }
 

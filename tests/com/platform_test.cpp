@@ -244,15 +244,15 @@ class Bitmap {
 
  private:
   HDC context_ = CreateCompatibleDC(nullptr);
-  HBITMAP bitmap_;
-  HGDIOBJ before_;
-  const std::uint32_t* pixels_;
+  HBITMAP bitmap_ = nullptr;
+  HGDIOBJ before_ = nullptr;
+  const std::uint32_t* pixels_ = nullptr;
 };
 
 TEST(DeviceCanvas, FillsRectanglesInPoints) {
   struct Row {
     CanvasRectangle rectangle;
-    RECT pixels;
+    RECT pixels = {};
   };
   for (const Row& row : {Row{{3, 6, 30, 12}, {4, 8, 44, 24}}, Row{{3, 6, 30, 0.1F}, {4, 8, 44, 9}},
                          Row{{3, 6, -1, 5}, {Bitmap::width, Bitmap::height, 0, 0}}}) {
