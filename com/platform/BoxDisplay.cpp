@@ -181,28 +181,40 @@ std::optional<Extent> BoxDisplay::take_selection() {
 
 bool BoxDisplay::is_touched() const { return send(EM_GETMODIFY, 0, LPARAM{0}) != 0; }
 
-BoxDisplay::ForeignChange BoxDisplay::take_text() {
-  send(EM_SETMODIFY, FALSE, LPARAM{0});
+std::u16string BoxDisplay::read_text() const {
   GETTEXTLENGTHEX measured = {GTL_NUMCHARS | GTL_PRECISE, utf16_code_page};
   const LRESULT length = send(EM_GETTEXTLENGTHEX, reinterpret_cast<WPARAM>(&measured), LPARAM{0});
-  std::u16string native(static_cast<std::size_t>(std::max<LRESULT>(length, 0)), u'\0');
+  std::u16string text(static_cast<std::size_t>(std::max<LRESULT>(length, 0)), u'\0');
   GETTEXTEX asked = {};
-  asked.cb = static_cast<DWORD>((native.size() + 1) * sizeof(char16_t));
+  asked.cb = static_cast<DWORD>((text.size() + 1) * sizeof(char16_t));
   asked.codepage = utf16_code_page;
-  const LRESULT got = send(EM_GETTEXTEX, reinterpret_cast<WPARAM>(&asked), native.data());
-  native.resize(static_cast<std::size_t>(std::max<LRESULT>(got, 0)));
+  const LRESULT read = send(EM_GETTEXTEX, reinterpret_cast<WPARAM>(&asked), text.data());
+  text.resize(std::min(text.size(), static_cast<std::size_t>(std::max<LRESULT>(read, 0))));
+  return text;
+}
 
-  const std::u16string before = native_text(shown_.text());
-  const Change change = text_change(before, native);
+BoxDisplay::ForeignChange BoxDisplay::take_text(Touch touch) {
+  send(EM_SETMODIFY, FALSE, LPARAM{0});
+  const std::u16string native = read_text();
+  const Change change = text_change(native_text(shown_.text()), native);
+  const auto position = [&](std::size_t at) {
+    return box_position(shown_.text(), static_cast<long>(at));
+  };
   const ForeignChange foreign = {
-      {box_position(shown_.text(), static_cast<long>(change.before.start)),
-       box_position(shown_.text(), static_cast<long>(change.before.end))},
+      {position(change.before.start), position(change.before.end)},
       box_text(std::u16string_view(native).substr(change.after.start, change.after.length()))};
-  if (change.is_empty()) return foreign;
-  // Nobody knows its format, and no format is the same as this.
+  // Nobody knows the formats, and none is the same as these.
   CharFormat unknown;
   unknown.size = 0;
+  Extent touched = {foreign.extent.start, foreign.extent.start + foreign.text.size()};
   shown_.replace(foreign.extent, richtext::plain_document(foreign.text, unknown));
+  if (touch == Touch::all) {
+    shown_ = richtext::plain_document(shown_.text(), unknown);
+    touched = {0, shown_.size()};
+  }
+  if (touch == Touch::all || !change.is_empty()) {
+    shown_.align(touched, static_cast<platform::Alignment>(-1));
+  }
   return foreign;
 }
 

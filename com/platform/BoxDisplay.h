@@ -38,12 +38,14 @@ class BoxDisplay {
   std::optional<richtext::Extent> take_selection();
   /// Whether somebody else may have changed the window's text.
   bool is_touched() const;
+  /// How much of the window somebody else may have changed.
+  enum class Touch { none, part, all };
   /// The change that brings the document to the text that somebody else has left in the window.
   struct ForeignChange {
     richtext::Extent extent;
     std::u16string text;
   };
-  ForeignChange take_text();
+  ForeignChange take_text(Touch touch);
 
   /// Whether this is at work on the window: messages that reach it are this class's own.
   bool is_busy() const { return busy_ > 0; }
@@ -62,6 +64,7 @@ class BoxDisplay {
   LRESULT send(UINT message, WPARAM parameter, Data* data) const {
     return send(message, parameter, reinterpret_cast<LPARAM>(data));
   }
+  std::u16string read_text() const;
   CHARRANGE native_selection() const;
   CHARRANGE native_range(richtext::Extent extent) const;
   void select(CHARRANGE range) const;

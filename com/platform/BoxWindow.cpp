@@ -42,11 +42,20 @@ bool are_styles_fixed(const BoxAppearance& before, const BoxAppearance& after) {
   return before.scroll_bars != after.scroll_bars || before.multiline != after.multiline;
 }
 
-/// Messages by which other programs put text into a window, not all of which mark it as changed.
-bool puts_text(UINT message) {
-  constexpr UINT messages[] = {WM_SETTEXT, EM_REPLACESEL, EM_SETTEXTEX, EM_STREAMIN,
-                               EM_PASTESPECIAL};
-  return std::find(std::begin(messages), std::end(messages), message) != std::end(messages);
+/// What may have become of a window's text. Other programs put text into it by messages not all of
+/// which mark it as changed.
+BoxDisplay::Touch touch_of(UINT message) {
+  switch (message) {
+    case WM_SETTEXT:
+    case EM_SETTEXTEX:
+    case EM_STREAMIN:
+      return BoxDisplay::Touch::all;
+    case EM_REPLACESEL:
+    case EM_PASTESPECIAL:
+      return BoxDisplay::Touch::part;
+    default:
+      return BoxDisplay::Touch::none;
+  }
 }
 
 /// A message that asks for what a key does.
@@ -186,9 +195,11 @@ void BoxWindow::select(platform::Range range) {
   show();
 }
 
-void BoxWindow::take_from_window(bool may_have_changed) {
+void BoxWindow::take_from_window(BoxDisplay::Touch touch) {
   if (window_ == nullptr || composes_ || is_closed_) return;
-  if (may_have_changed || display_.is_touched()) take_foreign_text();
+  if (touch == BoxDisplay::Touch::none && display_.is_touched()) touch = BoxDisplay::Touch::part;
+  if (touch != BoxDisplay::Touch::none) take_foreign_text(touch);
+  if (window_ == nullptr || is_closed_) return;
   const std::optional<Extent> selected = display_.take_selection();
   if (!selected) return;
   content_.select(
@@ -196,13 +207,14 @@ void BoxWindow::take_from_window(bool may_have_changed) {
 }
 
 /// What was composed, or put in by another program: the listener is told of its characters.
-void BoxWindow::take_foreign_text() {
-  const BoxDisplay::ForeignChange change = display_.take_text();
-  if (change.extent.length() == 0 && change.text.empty()) return;
+void BoxWindow::take_foreign_text(BoxDisplay::Touch touch) {
+  const BoxDisplay::ForeignChange change = display_.take_text(touch);
+  if (change.extent.length() == 0 && change.text.empty()) return show();
   std::u16string left;
   for (const char16_t unit : change.text) {
+    if (unit == u'\n') continue;
     auto character = static_cast<std::int16_t>(unit);
-    if (unit != u'\n') listener_->on_key_press(character);
+    listener_->on_key_press(character);
     if (character != 0) left.push_back(static_cast<char16_t>(character));
   }
   if (!appearance_.read_only && appearance_.enabled) {
@@ -219,13 +231,12 @@ void BoxWindow::take_foreign_text() {
 LRESULT CALLBACK BoxWindow::procedure(HWND window, UINT message, WPARAM parameter, LPARAM data,
                                       UINT_PTR id, DWORD_PTR box) {
   const auto self = reinterpret_cast<BoxWindow*>(box)->shared_from_this();
-  if (message == WM_NCDESTROY) {
-    RemoveWindowSubclass(window, procedure, id);
-    if (self->window_ == window) {
-      self->window_ = nullptr;
-      self->owner_ = nullptr;
-      self->display_.attach(nullptr);
-    }
+  if (message == WM_NCDESTROY) RemoveWindowSubclass(window, procedure, id);
+  if (message == WM_DESTROY && self->window_ == window) {
+    // What it does with its text now is no change of the box.
+    self->window_ = nullptr;
+    self->owner_ = nullptr;
+    self->display_.attach(nullptr);
   }
   if (self->window_ != window || self->display_.is_busy()) {
     return DefSubclassProc(window, message, parameter, data);
@@ -242,7 +253,7 @@ LRESULT BoxWindow::handle(UINT message, WPARAM parameter, LPARAM data) {
 /// Lets the window's own procedure act, and takes over what has come of it.
 LRESULT BoxWindow::act_natively(UINT message, WPARAM parameter, LPARAM data) {
   const LRESULT result = DefSubclassProc(window_, message, parameter, data);
-  take_from_window(puts_text(message));
+  take_from_window(touch_of(message));
   return result;
 }
 
@@ -252,11 +263,14 @@ BoxWindow::Handled BoxWindow::handle_own(UINT message, WPARAM parameter, LPARAM 
   if (message >= WM_MOUSEFIRST && message <= WM_MOUSELAST) {
     return handle_mouse(message, parameter, data);
   }
+  if (message == WM_CLEAR && content_.get_SelLength() == 0) return 0;
   if (const Command* const command = command_of(message)) {
     hands_.run_command(command->key_code, command->shift);
     show();
     return TRUE;
   }
+  // Nobody is told whether there is anything to be undone; undoing nothing does no harm.
+  if (message == EM_CANUNDO || message == EM_CANREDO) return appearance_.read_only ? FALSE : TRUE;
   // The box has a font of its own.
   if (message == WM_SETFONT) return 0;
   return handle_key(message, parameter, data);
@@ -268,7 +282,7 @@ BoxWindow::Handled BoxWindow::compose(UINT message, WPARAM parameter, LPARAM dat
   if (message != WM_IME_ENDCOMPOSITION) return {};
   const LRESULT result = DefSubclassProc(window_, message, parameter, data);
   composes_ = false;
-  take_from_window(true);
+  take_from_window(BoxDisplay::Touch::part);
   return result;
 }
 

@@ -89,8 +89,8 @@ class BoxWindow : public std::enable_shared_from_this<BoxWindow> {
   void destroy();
   void place();
   void show();
-  void take_from_window(bool may_have_changed);
-  void take_foreign_text();
+  void take_from_window(BoxDisplay::Touch touch);
+  void take_foreign_text(BoxDisplay::Touch touch);
   const platform::BoxAppearance& appearance() const { return appearance_; }
 
   // Keys.

@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <utility>
 
-#include "com/platform/DisabledWindows.h"
 #include "com/platform/Guard.h"
 #include "com/platform/Module.h"
 #include "com/platform/RichEdit.h"
@@ -150,22 +149,15 @@ void EditorWindow::give_focus() {
 
 void EditorWindow::show_modal(platform::EditorListener& listener) {
   if (window_ == nullptr) return;
-  const HWND owner = GetWindow(window_, GW_OWNER);
-  const HWND focus_before = GetFocus();
   listener_ = &listener;
   is_open_ = true;
+  focus_before_ = GetFocus();
   tell_size();
-  {
-    const DisabledWindows others(window_);
-    ShowWindow(window_, SW_SHOW);
-    SetActiveWindow(window_);
-    run_loop();
-  }
+  others_.emplace(window_);
+  ShowWindow(window_, SW_SHOW);
+  SetActiveWindow(window_);
+  run_loop();
   listener_ = nullptr;
-  if (window_ == nullptr) return;
-  if (GetActiveWindow() == window_ && owner != nullptr) SetActiveWindow(owner);
-  ShowWindow(window_, SW_HIDE);
-  if (owner != nullptr && IsChild(owner, focus_before) != FALSE) SetFocus(focus_before);
 }
 
 void EditorWindow::run_loop() {
@@ -188,6 +180,11 @@ void EditorWindow::run_loop() {
 void EditorWindow::close() {
   if (!is_open_) return;
   is_open_ = false;
+  others_.reset();
+  const HWND owner = GetWindow(window_, GW_OWNER);
+  if (GetActiveWindow() == window_ && owner != nullptr) SetActiveWindow(owner);
+  ShowWindow(window_, SW_HIDE);
+  if (owner != nullptr && IsChild(owner, focus_before_) != FALSE) SetFocus(focus_before_);
   // The loop waits for a message. The window may be about to go.
   PostThreadMessageW(GetCurrentThreadId(), WM_NULL, 0, 0);
 }

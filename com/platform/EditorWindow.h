@@ -3,7 +3,9 @@
 #include <windows.h>
 
 #include <memory>
+#include <optional>
 
+#include "com/platform/DisabledWindows.h"
 #include "com/platform/EditorMenu.h"
 #include "com/platform/Fonts.h"
 #include "qel/platform/EditorWindow.h"
@@ -60,6 +62,8 @@ class EditorWindow : public platform::EditorWindow {
   HWND focus_ = nullptr;  // had the focus when the window was active last
   platform::EditorListener* listener_ = nullptr;
   bool is_open_ = false;
+  std::optional<DisabledWindows> others_;  // while it is open
+  HWND focus_before_ = nullptr;
 };
 
 }  // namespace qel::windows

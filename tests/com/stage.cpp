@@ -4,11 +4,16 @@
 
 #include <windows.h>
 
+#include <array>
+#include <functional>
 #include <utility>
 #include <vector>
 
+#include "com/platform/EditorMenu.h"
+#include "com/platform/EditorWindow.h"
+#include "com/platform/GlobalMemory.h"
 #include "com/platform/RichEdit.h"
-#include "qel/embedded/EmbeddedPlatform.h"
+#include "com/platform/WindowsPlatform.h"
 #include "qel/platform/Keys.h"
 
 namespace qel::conformance {
@@ -24,58 +29,55 @@ void handle_messages() {
 
 class Hand : public EditorHand {
  public:
-  explicit Hand(embedded::EditorWindow& window) : window_(window) {}
-  void choose(std::u16string_view name) override { window_.choose(name); }
-  void press_ok() override { window_.press_ok(); }
-  void press_cancel() override { window_.press_cancel(); }
-  void close_by_frame() override { window_.close_by_frame(); }
-  bool is_open() const override { return window_.is_open(); }
+  explicit Hand(HWND window) : window_(window) {}
+  void choose(std::u16string_view name) override { windows::choose(window_, name); }
+  void press_ok() override { press(IDOK); }
+  void press_cancel() override { press(IDCANCEL); }
+  void close_by_frame() override { SendMessageW(window_, WM_CLOSE, 0, 0); }
+  bool is_open() const override { return IsWindowVisible(window_) != FALSE; }
 
  private:
-  embedded::EditorWindow& window_;
-};
+  void press(int button) { SendMessageW(GetDlgItem(window_, button), BM_CLICK, 0, 0); }
 
-/// The boxes are those of Windows; the rest is in memory.
-class BoxPlatform : public embedded::EmbeddedPlatform {
- public:
-  explicit BoxPlatform(HWND window) : window_(window) {}
-
-  std::shared_ptr<platform::RichEdit> create_rich_edit(
-      platform::WindowHandle owner) const override {
-    return std::make_shared<windows::RichEdit>(reinterpret_cast<HWND>(owner), clipboard());
-  }
-  std::unique_ptr<platform::EditorWindow> create_editor_window(
-      const platform::EditorDescription& description) const override {
-    const auto box = create_rich_edit(reinterpret_cast<platform::WindowHandle>(window_));
-    return std::make_unique<embedded::EditorWindow>(description, user, box);
-  }
-
-  embedded::EditorWindow::User user;
-
- private:
   HWND window_;
 };
 
-/// The keys that are held together with another, and let go afterwards.
-std::vector<INPUT> strokes(WORD key, std::int16_t shift, DWORD flags = 0, WORD unit = 0) {
-  std::vector<WORD> held;
-  if ((shift & keys::ctrl_key) != 0) held.push_back(VK_CONTROL);
-  if ((shift & keys::alt_key) != 0) held.push_back(VK_MENU);
-  if ((shift & keys::shift_key) != 0) held.push_back(VK_SHIFT);
-  std::vector<INPUT> inputs;
-  const auto add = [&inputs](WORD code, DWORD how, WORD scan = 0) {
-    INPUT input = {};
-    input.type = INPUT_KEYBOARD;
-    input.ki.wVk = code;
-    input.ki.wScan = scan;
-    input.ki.dwFlags = how;
-    inputs.push_back(input);
-  };
-  for (const WORD code : held) add(code, 0);
-  add(key, flags, unit);
-  add(key, flags | KEYEVENTF_KEYUP, unit);
-  for (auto code = held.rbegin(); code != held.rend(); ++code) add(*code, KEYEVENTF_KEYUP);
-  return inputs;
+std::function<void(EditorHand&)> user_of_editor;
+
+/// The editor may not be open yet.
+void CALLBACK act_in_editor(HWND window, UINT /*message*/, UINT_PTR timer, DWORD /*time*/) {
+  HWND editor = GetActiveWindow();
+  std::array<wchar_t, 20> name = {};
+  GetClassNameW(editor, name.data(), static_cast<int>(name.size()));
+  if (std::wstring_view(name.data()) != windows::EditorWindow::class_name) return;
+  KillTimer(window, timer);
+  Hand hand(editor);
+  std::exchange(user_of_editor, nullptr)(hand);
+  if (hand.is_open()) hand.close_by_frame();
+}
+
+INPUT input_of(WORD key, DWORD flags, WORD unit = 0) {
+  INPUT input = {};
+  input.type = INPUT_KEYBOARD;
+  input.ki.wVk = key;
+  input.ki.wScan = unit;
+  input.ki.dwFlags = flags;
+  return input;
+}
+
+/// Keys that go down together, and up in the order in which they went down.
+void send(std::vector<INPUT> keys, DWORD flags = 0) {
+  for (INPUT& key : keys) key.ki.dwFlags |= flags;
+  SendInput(static_cast<UINT>(keys.size()), keys.data(), sizeof(INPUT));
+  handle_messages();
+}
+
+std::vector<INPUT> modifiers(std::int16_t shift) {
+  std::vector<INPUT> held;
+  if ((shift & keys::ctrl_key) != 0) held.push_back(input_of(VK_CONTROL, 0));
+  if ((shift & keys::alt_key) != 0) held.push_back(input_of(VK_MENU, 0));
+  if ((shift & keys::shift_key) != 0) held.push_back(input_of(VK_SHIFT, 0));
+  return held;
 }
 
 /// The window of all stages: to show one takes a system without window manager long.
@@ -92,38 +94,36 @@ class WindowsStage : public Stage {
     SetForegroundWindow(window_);
     handle_messages();
   }
-  std::shared_ptr<const platform::Platform> platform() const override { return platform_; }
+  std::shared_ptr<const platform::Platform> platform() const override {
+    return windows::WindowsPlatform::shared();
+  }
   platform::WindowHandle window() override {
     return reinterpret_cast<platform::WindowHandle>(window_);
   }
 
   void press(platform::RichEdit& box, std::int16_t key_code, std::int16_t shift) override {
-    focus(box);
     const bool is_extended = key_code >= keys::page_up_key && key_code <= keys::delete_key;
-    send(strokes(static_cast<WORD>(key_code), shift, is_extended ? KEYEVENTF_EXTENDEDKEY : 0));
+    stroke(box, input_of(static_cast<WORD>(key_code), is_extended ? KEYEVENTF_EXTENDEDKEY : 0),
+           shift);
   }
   void type(platform::RichEdit& box, std::u16string_view text) override {
-    focus(box);
     for (const char16_t c : text) {
       const SHORT key = c == u'\n' ? SHORT{VK_RETURN} : VkKeyScanW(static_cast<wchar_t>(c));
       if (key == -1) {
-        send(strokes(0, 0, KEYEVENTF_UNICODE, static_cast<WORD>(c)));
+        stroke(box, input_of(0, KEYEVENTF_UNICODE, static_cast<WORD>(c)), keys::no_modifier);
       } else {
         // The system numbers Shift, Ctrl and Alt as the library does.
-        send(
-            strokes(LOBYTE(key), HIBYTE(key) & (keys::shift_key | keys::ctrl_key | keys::alt_key)));
+        stroke(box, input_of(LOBYTE(key), 0), HIBYTE(key));
       }
     }
   }
   void click(platform::RichEdit& box, std::int32_t position, std::int16_t shift) override {
     const LPARAM point = point_of(box, position);
-    const std::vector<INPUT> shifted = strokes(VK_SHIFT, keys::no_modifier);
-    const bool holds = (shift & keys::shift_key) != 0;
-    if (holds) send({shifted.front()});
-    const WPARAM held = holds ? MK_SHIFT : 0;
+    const WPARAM held = (shift & keys::shift_key) != 0 ? MK_SHIFT : 0;
+    send(modifiers(shift));
     mouse(box, WM_LBUTTONDOWN, MK_LBUTTON | held, point);
     mouse(box, WM_LBUTTONUP, held, point);
-    if (holds) send({shifted.back()});
+    send(modifiers(shift), KEYEVENTF_KEYUP);
   }
   void double_click(platform::RichEdit& box, std::int32_t position) override {
     click(box, position, keys::no_modifier);
@@ -137,27 +137,40 @@ class WindowsStage : public Stage {
     mouse(box, WM_LBUTTONUP, 0, point_of(box, to));
   }
 
-  void copy_text(std::u16string_view text) override { platform_->clipboard().put_text(text); }
+  void copy_text(std::u16string_view text) override {
+    OpenClipboard(window_);
+    EmptyClipboard();
+    SetClipboardData(CF_UNICODETEXT, windows::block_of(text, CF_UNICODETEXT));
+    CloseClipboard();
+  }
   void copy_rtf(std::u16string_view text, std::u16string_view rtf) override {
-    platform_->clipboard().put(text, rtf);
+    platform()->clipboard().put(text, rtf);
   }
 
   void at_editor(std::function<void(EditorHand&)> user) override {
-    platform_->user = [user = std::move(user)](embedded::EditorWindow& window) {
-      Hand hand(window);
+    user_of_editor = [this, user = std::move(user)](EditorHand& hand) {
+      let_go();
       user(hand);
     };
+    SetTimer(window_, 1, 1, act_in_editor);
   }
 
  private:
   static windows::RichEdit& own(platform::RichEdit& box) {
     return static_cast<windows::RichEdit&>(box);
   }
-  static void focus(platform::RichEdit& box) { SetFocus(own(box).window()); }
-  static void send(std::vector<INPUT> inputs) {
-    SendInput(static_cast<UINT>(inputs.size()), inputs.data(), sizeof(INPUT));
-    handle_messages();
+  /// A window that a key opens is closed again before that key comes up.
+  void stroke(platform::RichEdit& box, INPUT key, std::int16_t shift) {
+    SetFocus(own(box).window());
+    held_ = modifiers(shift);
+    std::vector<INPUT> down = held_;
+    down.push_back(key);
+    send(std::move(down));
+    send({key}, KEYEVENTF_KEYUP);
+    let_go();
   }
+  void let_go() { send(std::exchange(held_, {}), KEYEVENTF_KEYUP); }
+
   static void mouse(platform::RichEdit& box, UINT message, WPARAM parameter, LPARAM point) {
     SendMessageW(own(box).window(), message, parameter, point);
     handle_messages();
@@ -167,8 +180,8 @@ class WindowsStage : public Stage {
     return MAKELPARAM(point.x, point.y + 4);
   }
 
+  std::vector<INPUT> held_;
   HWND window_ = form();
-  std::shared_ptr<BoxPlatform> platform_ = std::make_shared<BoxPlatform>(window_);
 };
 
 }  // namespace
