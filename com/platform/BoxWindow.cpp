@@ -19,6 +19,8 @@ using richtext::Extent;
 namespace {
 
 constexpr UINT_PTR subclass_id = 1;
+/// Far from those of the window's own.
+constexpr UINT_PTR timer_id = 0x51454C;
 
 /// The class of windows is there as long as its library.
 void load_window_class() {
@@ -35,6 +37,14 @@ DWORD style_of(const BoxAppearance& appearance) {
   if (appearance.tab_stop) style |= WS_TABSTOP;
   if (!appearance.enabled) style |= WS_DISABLED;
   return style;
+}
+
+/// Messages by which the window's formats get out of it.
+bool reads_formats(UINT message) {
+  constexpr UINT messages[] = {WM_PRINT,           WM_PRINTCLIENT,   EM_FORMATRANGE,
+                               EM_STREAMOUT,       EM_GETCHARFORMAT, EM_GETPARAFORMAT,
+                               EM_GETOLEINTERFACE, WM_GETOBJECT};
+  return std::find(std::begin(messages), std::end(messages), message) != std::end(messages);
 }
 
 /// Whether the window has to be another one: these cannot be changed.
@@ -184,15 +194,28 @@ void BoxWindow::place() {
 
 // What the window shows, and what is taken from it.
 
-void BoxWindow::show() {
-  const platform::Range selected = content_.selection();
-  const auto start = static_cast<std::size_t>(selected.start);
-  display_.show(content_.document(), {start, start + static_cast<std::size_t>(selected.length)});
+void BoxWindow::show(BoxDisplay::Patience patience) {
+  display_.show(content_.document(), selected(), patience);
+  if (window_ == nullptr) return;
+  // When no key and nothing of the mouse waits.
+  constexpr UINT soon = 10;
+  if (!display_.is_complete()) {
+    SetTimer(window_, timer_id, soon, nullptr);
+  } else if (goes_on_) {
+    KillTimer(window_, timer_id);
+  }
+  goes_on_ = !display_.is_complete();
+}
+
+Extent BoxWindow::selected() const {
+  const platform::Range range = content_.selection();
+  const auto start = static_cast<std::size_t>(range.start);
+  return {start, start + static_cast<std::size_t>(range.length)};
 }
 
 void BoxWindow::select(platform::Range range) {
   content_.select(range);
-  show();
+  if (window_ != nullptr) display_.show_selection(selected());
 }
 
 void BoxWindow::take_from_window(BoxDisplay::Touch touch) {
@@ -259,6 +282,11 @@ LRESULT BoxWindow::act_natively(UINT message, WPARAM parameter, LPARAM data) {
 
 BoxWindow::Handled BoxWindow::handle_own(UINT message, WPARAM parameter, LPARAM data) {
   if (is_closed_) return {};
+  if (message == WM_TIMER && parameter == timer_id) {
+    show();
+    return 0;
+  }
+  if (!display_.is_complete() && reads_formats(message)) show(BoxDisplay::Patience::all);
   if (const Handled handled = compose(message, parameter, data)) return handled;
   if (message >= WM_MOUSEFIRST && message <= WM_MOUSELAST) {
     return handle_mouse(message, parameter, data);

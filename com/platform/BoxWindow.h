@@ -88,7 +88,8 @@ class BoxWindow : public std::enable_shared_from_this<BoxWindow> {
   void create(HWND parent);
   void destroy();
   void place();
-  void show();
+  richtext::Extent selected() const;
+  void show(BoxDisplay::Patience patience = BoxDisplay::Patience::some);
   void take_from_window(BoxDisplay::Touch touch);
   void take_foreign_text(BoxDisplay::Touch touch);
   const platform::BoxAppearance& appearance() const { return appearance_; }
@@ -126,6 +127,7 @@ class BoxWindow : public std::enable_shared_from_this<BoxWindow> {
   int busy_ = 0;  // messages being handled
   bool is_closed_ = false;
   bool composes_ = false;
+  bool goes_on_ = false;  // with what the display has left over
   bool after_double_click_ = false;
   std::optional<POINT> may_drag_from_;
 };
