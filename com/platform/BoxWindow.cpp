@@ -104,7 +104,7 @@ class BoxWindow::Busy {
   BoxWindow& box_;
 };
 
-BoxWindow::BoxWindow(platform::Clipboard& clipboard) : content_(clipboard) {
+BoxWindow::BoxWindow(platform::Clipboard& clipboard) : content_(*this, clipboard) {
   content_.listen(&teller_);
 }
 
@@ -128,6 +128,7 @@ void BoxWindow::create(HWND parent) {
   display_.put_background(appearance_.back_color);
   place();
   show();
+  drop_target_.emplace(window_, static_cast<DropClient&>(*this));
 }
 
 void BoxWindow::destroy() {
@@ -259,6 +260,7 @@ LRESULT CALLBACK BoxWindow::procedure(HWND window, UINT message, WPARAM paramete
     // What it does with its text now is no change of the box.
     self->window_ = nullptr;
     self->owner_ = nullptr;
+    self->drop_target_.reset();
     self->display_.attach(nullptr);
   }
   if (self->window_ != window || self->display_.is_busy()) {
@@ -312,10 +314,6 @@ BoxWindow::Handled BoxWindow::compose(UINT message, WPARAM parameter, LPARAM dat
   composes_ = false;
   take_from_window(BoxDisplay::Touch::part);
   return result;
-}
-
-void BoxWindow::start_drag() {
-  // Where a drag of the selection begins: nothing is dragged yet.
 }
 
 }  // namespace qel::windows

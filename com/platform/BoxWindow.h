@@ -7,6 +7,7 @@
 #include <optional>
 
 #include "com/platform/BoxDisplay.h"
+#include "com/platform/DropTarget.h"
 #include "qel/embedded/BoxUser.h"
 #include "qel/embedded/RichEdit.h"
 #include "qel/platform/BoxListener.h"
@@ -19,12 +20,12 @@ namespace qel::windows {
 ///
 /// Listeners may let go of the box whenever they are told something: whoever calls a member holds
 /// on to it.
-class BoxWindow : public std::enable_shared_from_this<BoxWindow> {
+class BoxWindow : public std::enable_shared_from_this<BoxWindow>, private DropClient {
  public:
   explicit BoxWindow(platform::Clipboard& clipboard);
   BoxWindow(const BoxWindow&) = delete;
   BoxWindow& operator=(const BoxWindow&) = delete;
-  ~BoxWindow() = default;
+  ~BoxWindow() override = default;
 
   /// The content; changes are shown at once, and the listener is told of them.
   embedded::RichEdit& content() { return content_; }
@@ -53,10 +54,13 @@ class BoxWindow : public std::enable_shared_from_this<BoxWindow> {
   /// The box in memory, on the clipboard of the platform.
   class Content : public embedded::RichEdit {
    public:
-    explicit Content(platform::Clipboard& clipboard) : clipboard_(clipboard) {}
+    Content(BoxWindow& box, platform::Clipboard& clipboard) : box_(box), clipboard_(clipboard) {}
     platform::Clipboard& clipboard() const override { return clipboard_; }
 
    private:
+    void carry(embedded::Drag& drag) const override { box_.carry(drag); }
+
+    BoxWindow& box_;
     platform::Clipboard& clipboard_;
   };
 
@@ -69,6 +73,15 @@ class BoxWindow : public std::enable_shared_from_this<BoxWindow> {
       box_.listener_->on_change();
     }
     void on_key_press(std::int16_t& character) override { box_.listener_->on_key_press(character); }
+    void on_start_drag(platform::DragData& data, std::int32_t& allowed_effects) override {
+      box_.listener_->on_start_drag(data, allowed_effects);
+    }
+    void on_set_data(platform::DragData& data, std::int16_t format) override {
+      box_.listener_->on_set_data(data, format);
+    }
+    void on_complete_drag(std::int32_t& effect) override {
+      box_.listener_->on_complete_drag(effect);
+    }
 
    private:
     BoxWindow& box_;
@@ -106,6 +119,12 @@ class BoxWindow : public std::enable_shared_from_this<BoxWindow> {
   void move_natively(UINT message, WPARAM key, LPARAM data);
   void act(std::int16_t key_code, std::int16_t shift);
 
+  // Drag and drop.
+  void carry(embedded::Drag& drag);
+  platform::BoxListener& drop_listener() override { return *listener_; }
+  const platform::BoxAppearance& drop_appearance() const override { return appearance_; }
+  bool take_drop(platform::DragData& data, POINT at, std::int32_t effect) override;
+
   // The mouse.
   Handled handle_mouse(UINT message, WPARAM parameter, LPARAM data);
   LRESULT press_button(UINT message, WPARAM parameter, LPARAM data);
@@ -130,6 +149,9 @@ class BoxWindow : public std::enable_shared_from_this<BoxWindow> {
   bool goes_on_ = false;  // with what the display has left over
   bool after_double_click_ = false;
   std::optional<POINT> may_drag_from_;
+  std::optional<DropTarget> drop_target_;
+  bool carries_ = false;          // what is dragged comes from here
+  bool stays_in_source_ = false;  // and was dropped here, too
 };
 
 }  // namespace qel::windows
