@@ -18,8 +18,14 @@ using richtext::RunList;
 namespace {
 
 constexpr UINT utf16_code_page = 1200;
+/// Windows lay out a paragraph anew for each of its runs that gets a format, so a long text goes on
+/// in its formats when the user sees its beginning.
+constexpr std::chrono::milliseconds time_for_formats(40);
 
-Extent both(Extent a, Extent b) { return {std::min(a.start, b.start), std::max(a.end, b.end)}; }
+Extent common(Extent a, Extent b) {
+  const std::size_t start = std::max(a.start, b.start);
+  return {start, std::max(start, std::min(a.end, b.end))};
+}
 
 }  // namespace
 
@@ -75,9 +81,8 @@ void BoxDisplay::put_background(Color color) {
   send(EM_SETBKGNDCOLOR, 0, static_cast<LPARAM>(color_value(color)));
   const std::optional<COLORREF> before = std::exchange(automatic_, text_color_on(color));
   if (before == automatic_ || shown_.size() == 0) return;
-  const Frozen frozen(*this);
-  put_formats(shown_, {0, shown_.size()});
-  select(selected_);
+  // All text of no colour is in another one now.
+  forget({0, shown_.size()}, std::u16string(shown_.text()));
 }
 
 void BoxDisplay::put_default_format(const CharFormat& format) {
@@ -85,65 +90,82 @@ void BoxDisplay::put_default_format(const CharFormat& format) {
   send(EM_SETCHARFORMAT, SCF_DEFAULT, &native);
 }
 
-void BoxDisplay::show(const Document& document, Extent selection) {
+void BoxDisplay::show(const Document& document, Extent selection, Patience patience) {
   if (window_ == nullptr) return;
+  const Deadline deadline = patience == Patience::all
+                                ? Deadline::max()
+                                : std::chrono::steady_clock::now() + time_for_formats;
   const Difference change = difference(shown_, document);
-  const bool is_same =
-      change.text.is_empty() && change.formats.is_empty() && change.alignments.is_empty();
+  const bool is_same_text = change.text.is_empty();
+  const bool is_same = is_same_text && change.formats.is_empty() && change.alignments.is_empty();
   if (!is_same) {
     const Frozen frozen(*this);
-    if (!change.text.is_empty()) replace_text(document, change.text);
-    const Change widest = {both(change.formats.before, change.alignments.before),
-                           both(change.formats.after, change.alignments.after)};
-    const auto paragraphs = [](const Document& whole, Extent extent) {
-      extent.end = std::min(extent.end, whole.size());
-      extent.start = std::min(extent.start, extent.end);
-      return whole.paragraphs(extent);
-    };
-    shown_.restore(paragraphs(shown_, widest.before),
-                   document.part(paragraphs(document, widest.after)));
-    put_formats(document, change.formats.after);
+    if (!is_same_text) replace_text(document, change.text);
     // What the window makes of paragraphs that were joined or cut is its own.
     Extent aligned = change.alignments.after;
-    if (!change.text.is_empty()) aligned.end = std::max(aligned.end, change.text.after.end + 1);
+    if (!is_same_text) aligned.end = std::max(aligned.end, change.text.after.end + 1);
     put_alignments(document, aligned);
+    // What the user has just changed comes before what is left from earlier.
+    put_formats(document,
+                is_same_text ? common(change.formats.after, selection) : change.text.after,
+                deadline);
+    const bool goes_on = is_same_text || patience == Patience::all;
+    if (goes_on) put_formats(document, difference(shown_, document).formats.after, deadline);
     select(native_range(selection));
-  } else {
-    const CHARRANGE wanted = native_range(selection);
-    const CHARRANGE now = native_selection();
-    if (wanted.cpMin != now.cpMin || wanted.cpMax != now.cpMax) select(wanted);
   }
+  show_selection(selection);
+  if (!is_same_text) send(EM_SCROLLCARET, 0, LPARAM{0});
+  if (!is_same) send(EM_SETMODIFY, FALSE, LPARAM{0});
+  is_complete_ = is_same || difference(shown_, document).formats.is_empty();
+}
+
+void BoxDisplay::show_selection(Extent selection) {
+  const CHARRANGE wanted = native_range(selection);
+  const CHARRANGE now = native_selection();
+  if (wanted.cpMin != now.cpMin || wanted.cpMax != now.cpMax) select(wanted);
   selected_ = native_selection();
-  if (is_same) return;
-  send(EM_SCROLLCARET, 0, LPARAM{0});
-  send(EM_SETMODIFY, FALSE, LPARAM{0});
 }
 
 void BoxDisplay::replace_text(const Document& document, const Change& change) {
   select(native_range(change.before));
   const std::u16string_view text = document.text();
-  std::u16string put = native_text(text.substr(change.after.start, change.after.length()));
-  send(EM_REPLACESEL, FALSE, put.data());
+  const std::u16string_view put = text.substr(change.after.start, change.after.length());
+  std::u16string native = native_text(put);
+  send(EM_REPLACESEL, FALSE, native.data());
+  forget(change.before, put);
 }
 
-void BoxDisplay::put_formats(const Document& document, Extent extent) {
+/// Text stands in place of an extent in the window, in formats that nobody knows.
+void BoxDisplay::forget(Extent extent, std::u16string_view text) {
+  // No format and no alignment is the same as these.
+  CharFormat unknown;
+  unknown.size = 0;
+  shown_.replace(extent, richtext::plain_document(text, unknown));
+  shown_.align({extent.start, extent.start + text.size()}, static_cast<platform::Alignment>(-1));
+}
+
+/// Run by run, until the time is up; at least one of them.
+void BoxDisplay::put_formats(const Document& document, Extent extent, Deadline deadline) {
+  if (extent.length() == 0) return;
   const RunList& runs = document.runs();
   NativePositions positions(document.text());
-  if (extent.length() == 0) return;
-  for (std::size_t i = runs.find(extent.start); i < runs.run_count(); ++i) {
+  std::size_t done = extent.start;
+  for (std::size_t i = runs.find(extent.start); done < extent.end; ++i) {
     const RunList::Run run = runs.run(i);
-    if (run.start >= extent.end) return;
-    const long start = positions.of(std::max(run.start, extent.start));
-    select({start, positions.of(std::min(run.end, extent.end))});
+    const long start = positions.of(done);
+    done = std::min(run.end, extent.end);
+    select({start, positions.of(done)});
     CHARFORMAT2W format = native_format(document.format(run.value), automatic_);
     send(EM_SETCHARFORMAT, SCF_SELECTION, &format);
+    if (std::chrono::steady_clock::now() > deadline) break;
   }
+  shown_.restore({extent.start, done}, document.part({extent.start, done}));
 }
 
 void BoxDisplay::put_alignments(const Document& document, Extent extent) {
+  if (extent.length() == 0) return;
   const RunList& runs = document.alignments();
   NativePositions positions(document.text());
-  if (extent.length() == 0) return;
   for (std::size_t i = runs.find(extent.start); i < runs.run_count(); ++i) {
     const RunList::Run run = runs.run(i);
     if (run.start >= extent.end) return;
@@ -151,8 +173,10 @@ void BoxDisplay::put_alignments(const Document& document, Extent extent) {
     const std::size_t last = std::min(run.end, extent.end) - 1;
     select({positions.of(document.without_cut_breaks({start, start}).start),
             positions.of(document.without_cut_breaks({last, last}).start)});
-    PARAFORMAT2 format = native_format(static_cast<platform::Alignment>(run.value));
+    const auto alignment = static_cast<platform::Alignment>(run.value);
+    PARAFORMAT2 format = native_format(alignment);
     send(EM_SETPARAFORMAT, 0, &format);
+    shown_.align({start, last}, alignment);
   }
 }
 
@@ -203,18 +227,8 @@ BoxDisplay::ForeignChange BoxDisplay::take_text(Touch touch) {
   const ForeignChange foreign = {
       {position(change.before.start), position(change.before.end)},
       box_text(std::u16string_view(native).substr(change.after.start, change.after.length()))};
-  // Nobody knows the formats, and none is the same as these.
-  CharFormat unknown;
-  unknown.size = 0;
-  Extent touched = {foreign.extent.start, foreign.extent.start + foreign.text.size()};
-  shown_.replace(foreign.extent, richtext::plain_document(foreign.text, unknown));
-  if (touch == Touch::all) {
-    shown_ = richtext::plain_document(shown_.text(), unknown);
-    touched = {0, shown_.size()};
-  }
-  if (touch == Touch::all || !change.is_empty()) {
-    shown_.align(touched, static_cast<platform::Alignment>(-1));
-  }
+  if (!change.is_empty()) forget(foreign.extent, foreign.text);
+  if (touch == Touch::all) forget({0, shown_.size()}, std::u16string(shown_.text()));
   return foreign;
 }
 

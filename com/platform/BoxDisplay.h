@@ -4,9 +4,11 @@
 // Needs the types of the other.
 #include <richedit.h>
 
+#include <chrono>
 #include <cstdint>
 #include <optional>
 #include <string>
+#include <string_view>
 
 #include "com/platform/Difference.h"
 #include "qel/platform/RichEdit.h"
@@ -29,9 +31,15 @@ class BoxDisplay {
   /// The format of an empty text.
   void put_default_format(const platform::CharFormat& format);
 
-  /// Makes the window show the document, with that part of it selected. The view is scrolled to the
-  /// caret if anything had to change.
-  void show(const richtext::Document& document, richtext::Extent selection);
+  /// Whether to come back before a long text has all of its formats.
+  enum class Patience { some, all };
+  /// Makes the window show the document, with that part of it selected, and scrolls to the caret
+  /// where the text is another. Formats may be left over for the next time.
+  void show(const richtext::Document& document, richtext::Extent selection, Patience patience);
+  /// Shows which part of what is shown is selected.
+  void show_selection(richtext::Extent selection);
+  /// Whether no format is left over.
+  bool is_complete() const { return is_complete_; }
 
   /// The part of the document that was selected in the window since it was shown; nothing when it
   /// is still the same.
@@ -58,6 +66,7 @@ class BoxDisplay {
 
  private:
   class Frozen;
+  using Deadline = std::chrono::steady_clock::time_point;
 
   LRESULT send(UINT message, WPARAM parameter, LPARAM data) const;
   template <class Data>
@@ -69,7 +78,8 @@ class BoxDisplay {
   CHARRANGE native_range(richtext::Extent extent) const;
   void select(CHARRANGE range) const;
   void replace_text(const richtext::Document& document, const Change& change);
-  void put_formats(const richtext::Document& document, richtext::Extent extent);
+  void forget(richtext::Extent extent, std::u16string_view text);
+  void put_formats(const richtext::Document& document, richtext::Extent extent, Deadline deadline);
   void put_alignments(const richtext::Document& document, richtext::Extent extent);
 
   HWND window_ = nullptr;
@@ -77,6 +87,7 @@ class BoxDisplay {
   CHARRANGE selected_ = {0, 0};
   std::optional<COLORREF> automatic_;
   bool read_only_ = false;
+  bool is_complete_ = true;
   mutable int busy_ = 0;
 };
 

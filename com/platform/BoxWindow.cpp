@@ -5,10 +5,8 @@
 #include <richedit.h>
 
 #include <algorithm>
-#include <exception>
 #include <utility>
 
-#include "com/platform/DragSource.h"
 #include "com/platform/FormatMapping.h"
 #include "qel/base/Error.h"
 #include "qel/platform/Keys.h"
@@ -21,6 +19,8 @@ using richtext::Extent;
 namespace {
 
 constexpr UINT_PTR subclass_id = 1;
+/// Far from those of the window's own.
+constexpr UINT_PTR timer_id = 0x51454C;
 
 /// The class of windows is there as long as its library.
 void load_window_class() {
@@ -37,6 +37,14 @@ DWORD style_of(const BoxAppearance& appearance) {
   if (appearance.tab_stop) style |= WS_TABSTOP;
   if (!appearance.enabled) style |= WS_DISABLED;
   return style;
+}
+
+/// Messages by which the window's formats get out of it.
+bool reads_formats(UINT message) {
+  constexpr UINT messages[] = {WM_PRINT,           WM_PRINTCLIENT,   EM_FORMATRANGE,
+                               EM_STREAMOUT,       EM_GETCHARFORMAT, EM_GETPARAFORMAT,
+                               EM_GETOLEINTERFACE, WM_GETOBJECT};
+  return std::find(std::begin(messages), std::end(messages), message) != std::end(messages);
 }
 
 /// Whether the window has to be another one: these cannot be changed.
@@ -96,7 +104,7 @@ class BoxWindow::Busy {
   BoxWindow& box_;
 };
 
-BoxWindow::BoxWindow(platform::Clipboard& clipboard) : content_(clipboard) {
+BoxWindow::BoxWindow(platform::Clipboard& clipboard) : content_(*this, clipboard) {
   content_.listen(&teller_);
 }
 
@@ -120,11 +128,10 @@ void BoxWindow::create(HWND parent) {
   display_.put_background(appearance_.back_color);
   place();
   show();
-  drop_target_.emplace(window_, *this);
+  drop_target_.emplace(window_, static_cast<DropClient&>(*this));
 }
 
 void BoxWindow::destroy() {
-  drop_target_.reset();
   if (window_ != nullptr) DestroyWindow(window_);
 }
 
@@ -188,15 +195,28 @@ void BoxWindow::place() {
 
 // What the window shows, and what is taken from it.
 
-void BoxWindow::show() {
-  const platform::Range selected = content_.selection();
-  const auto start = static_cast<std::size_t>(selected.start);
-  display_.show(content_.document(), {start, start + static_cast<std::size_t>(selected.length)});
+void BoxWindow::show(BoxDisplay::Patience patience) {
+  display_.show(content_.document(), selected(), patience);
+  if (window_ == nullptr) return;
+  // When no key and nothing of the mouse waits.
+  constexpr UINT soon = 10;
+  if (!display_.is_complete()) {
+    SetTimer(window_, timer_id, soon, nullptr);
+  } else if (goes_on_) {
+    KillTimer(window_, timer_id);
+  }
+  goes_on_ = !display_.is_complete();
+}
+
+Extent BoxWindow::selected() const {
+  const platform::Range range = content_.selection();
+  const auto start = static_cast<std::size_t>(range.start);
+  return {start, start + static_cast<std::size_t>(range.length)};
 }
 
 void BoxWindow::select(platform::Range range) {
   content_.select(range);
-  show();
+  if (window_ != nullptr) display_.show_selection(selected());
 }
 
 void BoxWindow::take_from_window(BoxDisplay::Touch touch) {
@@ -246,13 +266,7 @@ LRESULT CALLBACK BoxWindow::procedure(HWND window, UINT message, WPARAM paramete
   if (self->window_ != window || self->display_.is_busy()) {
     return DefSubclassProc(window, message, parameter, data);
   }
-  try {
-    return self->handle(message, parameter, data);
-  } catch (const std::exception&) {
-    // There is nobody above who could be told.
-    MessageBeep(MB_ICONERROR);
-    return 0;
-  }
+  return self->handle(message, parameter, data);
 }
 
 LRESULT BoxWindow::handle(UINT message, WPARAM parameter, LPARAM data) {
@@ -270,6 +284,11 @@ LRESULT BoxWindow::act_natively(UINT message, WPARAM parameter, LPARAM data) {
 
 BoxWindow::Handled BoxWindow::handle_own(UINT message, WPARAM parameter, LPARAM data) {
   if (is_closed_) return {};
+  if (message == WM_TIMER && parameter == timer_id) {
+    show();
+    return 0;
+  }
+  if (!display_.is_complete() && reads_formats(message)) show(BoxDisplay::Patience::all);
   if (const Handled handled = compose(message, parameter, data)) return handled;
   if (message >= WM_MOUSEFIRST && message <= WM_MOUSELAST) {
     return handle_mouse(message, parameter, data);
@@ -295,31 +314,6 @@ BoxWindow::Handled BoxWindow::compose(UINT message, WPARAM parameter, LPARAM dat
   composes_ = false;
   take_from_window(BoxDisplay::Touch::part);
   return result;
-}
-
-// Drag and drop.
-
-void BoxWindow::start_drag() {
-  const auto self = shared_from_this();
-  content_.start_drag();
-  show();
-}
-
-embedded::RichEdit::Outcome BoxWindow::Content::carry(platform::DragData& data,
-                                                      std::int32_t allowed_effects) {
-  stays_ = false;
-  const std::int32_t effect =
-      drag(data, allowed_effects, [this](std::int32_t& told, bool& default_cursors) {
-        listener().on_give_feedback(told, default_cursors);
-      });
-  return {effect, stays_};
-}
-
-bool BoxWindow::take_drop(platform::DragData& data, POINT at, std::int32_t effect) {
-  content_.stay();
-  const bool has_text = content_.take_drop(data, position_at(at), effect);
-  show();
-  return has_text;
 }
 
 }  // namespace qel::windows

@@ -20,7 +20,7 @@ namespace qel::windows {
 ///
 /// Listeners may let go of the box whenever they are told something: whoever calls a member holds
 /// on to it.
-class BoxWindow : public std::enable_shared_from_this<BoxWindow>, public DropClient {
+class BoxWindow : public std::enable_shared_from_this<BoxWindow>, private DropClient {
  public:
   explicit BoxWindow(platform::Clipboard& clipboard);
   BoxWindow(const BoxWindow&) = delete;
@@ -54,16 +54,14 @@ class BoxWindow : public std::enable_shared_from_this<BoxWindow>, public DropCli
   /// The box in memory, on the clipboard of the platform.
   class Content : public embedded::RichEdit {
    public:
-    explicit Content(platform::Clipboard& clipboard) : clipboard_(clipboard) {}
+    Content(BoxWindow& box, platform::Clipboard& clipboard) : box_(box), clipboard_(clipboard) {}
     platform::Clipboard& clipboard() const override { return clipboard_; }
-    void stay() { stays_ = true; }
-
-   protected:
-    Outcome carry(platform::DragData& data, std::int32_t allowed_effects) override;
 
    private:
+    void carry(embedded::Drag& drag) const override { box_.carry(drag); }
+
+    BoxWindow& box_;
     platform::Clipboard& clipboard_;
-    bool stays_ = false;  // what is dragged was dropped here
   };
 
   /// Hears of what happens to the content.
@@ -75,6 +73,15 @@ class BoxWindow : public std::enable_shared_from_this<BoxWindow>, public DropCli
       box_.listener_->on_change();
     }
     void on_key_press(std::int16_t& character) override { box_.listener_->on_key_press(character); }
+    void on_start_drag(platform::DragData& data, std::int32_t& allowed_effects) override {
+      box_.listener_->on_start_drag(data, allowed_effects);
+    }
+    void on_set_data(platform::DragData& data, std::int16_t format) override {
+      box_.listener_->on_set_data(data, format);
+    }
+    void on_complete_drag(std::int32_t& effect) override {
+      box_.listener_->on_complete_drag(effect);
+    }
 
    private:
     BoxWindow& box_;
@@ -94,7 +101,8 @@ class BoxWindow : public std::enable_shared_from_this<BoxWindow>, public DropCli
   void create(HWND parent);
   void destroy();
   void place();
-  void show();
+  richtext::Extent selected() const;
+  void show(BoxDisplay::Patience patience = BoxDisplay::Patience::some);
   void take_from_window(BoxDisplay::Touch touch);
   void take_foreign_text(BoxDisplay::Touch touch);
   const platform::BoxAppearance& appearance() const { return appearance_; }
@@ -111,17 +119,18 @@ class BoxWindow : public std::enable_shared_from_this<BoxWindow>, public DropCli
   void move_natively(UINT message, WPARAM key, LPARAM data);
   void act(std::int16_t key_code, std::int16_t shift);
 
+  // Drag and drop.
+  void carry(embedded::Drag& drag);
+  platform::BoxListener& drop_listener() override { return *listener_; }
+  const platform::BoxAppearance& drop_appearance() const override { return appearance_; }
+  bool take_drop(platform::DragData& data, POINT at, std::int32_t effect) override;
+
   // The mouse.
   Handled handle_mouse(UINT message, WPARAM parameter, LPARAM data);
   LRESULT press_button(UINT message, WPARAM parameter, LPARAM data);
   LRESULT double_click(LPARAM data);
   LRESULT move_mouse(UINT message, WPARAM parameter, LPARAM data);
   LRESULT release_button(UINT message, WPARAM parameter, LPARAM data);
-
-  // DropClient
-  platform::BoxListener& drop_listener() override { return *listener_; }
-  const platform::BoxAppearance& drop_appearance() const override { return appearance_; }
-  bool take_drop(platform::DragData& data, POINT at, std::int32_t effect) override;
   bool is_on_selection(POINT point) const;
 
   Content content_;
@@ -137,9 +146,12 @@ class BoxWindow : public std::enable_shared_from_this<BoxWindow>, public DropCli
   int busy_ = 0;  // messages being handled
   bool is_closed_ = false;
   bool composes_ = false;
+  bool goes_on_ = false;  // with what the display has left over
   bool after_double_click_ = false;
   std::optional<POINT> may_drag_from_;
-  std::optional<DropTarget> drop_target_;  // of the window
+  std::optional<DropTarget> drop_target_;
+  bool carries_ = false;          // what is dragged comes from here
+  bool stays_in_source_ = false;  // and was dropped here, too
 };
 
 }  // namespace qel::windows

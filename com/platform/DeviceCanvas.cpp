@@ -103,7 +103,7 @@ void DeviceCanvas::draw_text(const platform::CanvasText& text) {
   const SelectedFont selected(context_, handle_of(text.font));
   SetTextColor(context_, color_ref(text.color));
   SetBkMode(context_, TRANSPARENT);
-  SetTextAlign(context_, TA_BASELINE | TA_LEFT | TA_NOUPDATECP);
+  SetTextAlign(context_, TA_BASELINE);
   const std::wstring characters = shown(text.text, text.font);
   ExtTextOutW(context_, rounded(static_cast<double>(text.x) * across_),
               rounded(static_cast<double>(text.y) * down_), 0, nullptr, characters.data(),

@@ -4,7 +4,6 @@ namespace qel::windows {
 namespace {
 
 BOOL CALLBACK collect(HWND window, LPARAM windows) noexcept {
-  // NOLINTNEXTLINE(performance-no-int-to-ptr): the address of the list.
   auto& list = *reinterpret_cast<std::vector<HWND>*>(windows);
   if (IsWindowVisible(window) != FALSE && IsWindowEnabled(window) != FALSE) list.push_back(window);
   return TRUE;

@@ -60,9 +60,9 @@ class DropTarget::Target : public ComObject<IDropTarget> {
 
   HRESULT STDMETHODCALLTYPE DragLeave() noexcept override {
     return guarded([&]() -> HRESULT {
-      if (data_ == nullptr) return S_OK;
       const Forgotten afterwards(*this);
-      if (client_ != nullptr) client_->hide_drop_place();
+      if (data_ == nullptr || client_ == nullptr) return S_OK;
+      client_->hide_drop_place();
       if (!is_open()) return S_OK;
       std::int32_t effect = no_drop;
       client_->drop_listener().on_drag_over(*data_, effect, buttons_, shift_,

@@ -31,7 +31,6 @@ std::optional<Found> find(HWND editor, std::u16string_view name) {
     const HMENU popup = GetSubMenu(bar, menu);
     for (int place = 0; place < GetMenuItemCount(popup); ++place) {
       const MENUITEMINFOW info = item_info(popup, place);
-      // NOLINTNEXTLINE(performance-no-int-to-ptr): the window system keeps it as a number.
       const auto* const data = reinterpret_cast<const std::u16string*>(info.dwItemData);
       if (data == nullptr || *data != name) continue;
       return Found{popup, info.wID, (info.fState & MFS_CHECKED) != 0};

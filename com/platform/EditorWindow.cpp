@@ -1,17 +1,14 @@
 #include "com/platform/EditorWindow.h"
 
 #include <algorithm>
-#include <array>
 #include <utility>
 
-#include "com/platform/DisabledWindows.h"
-#include "com/platform/EditorBox.h"
 #include "com/platform/Guard.h"
 #include "com/platform/Module.h"
+#include "com/platform/RichEdit.h"
 #include "com/platform/Text.h"
 #include "com/platform/WindowsPlatform.h"
 #include "qel/base/Error.h"
-#include "qel/platform/Keys.h"
 
 namespace qel::windows {
 namespace {
@@ -63,8 +60,7 @@ platform::Screen screen() { return WindowsPlatform::shared()->screen(); }
 
 }  // namespace
 
-EditorWindow::EditorWindow(const platform::EditorDescription& description,
-                           platform::Clipboard& clipboard)
+EditorWindow::EditorWindow(const platform::EditorDescription& description)
     : menu_(description.menus), font_(message_font()) {
   register_class(procedure);
   window_ = CreateWindowExW(0, class_name, wide(description.caption), window_style, CW_USEDEFAULT,
@@ -75,22 +71,19 @@ EditorWindow::EditorWindow(const platform::EditorDescription& description,
     throw Error(Error::object_not_set, "EditorWindow", "The window cannot be made.");
   }
   try {
-    box_ = std::make_shared<EditorBox>(
-        window_, clipboard,
-        [this](std::int16_t key, std::int16_t shift) { return take_key(key, shift); });
+    box_ = std::make_shared<RichEdit>(window_, WindowsPlatform::shared()->clipboard());
   } catch (...) {
     DestroyWindow(window_);
     throw;
   }
   ok_ = create_button(description.ok_caption, IDOK, BS_DEFPUSHBUTTON);
   cancel_ = create_button(description.cancel_caption, IDCANCEL, BS_PUSHBUTTON);
-  focus_ = box_->window();
 }
 
 EditorWindow::~EditorWindow() {
   if (window_ != nullptr) {
     SetWindowLongPtrW(window_, GWLP_USERDATA, 0);
-    release_box();
+    box_->put_owner(nullptr);
     DestroyWindow(window_);
   }
   // Fails while another one is there. A library's classes must not stay when it is unloaded.
@@ -100,7 +93,6 @@ EditorWindow::~EditorWindow() {
 HWND EditorWindow::create_button(const std::u16string& caption, int command, DWORD style) {
   const HWND button = CreateWindowExW(
       0, L"BUTTON", wide(caption), WS_CHILD | WS_VISIBLE | WS_TABSTOP | style, 0, 0, 0, 0, window_,
-      // NOLINTNEXTLINE(performance-no-int-to-ptr): a child's number stands in place of a menu.
       reinterpret_cast<HMENU>(static_cast<INT_PTR>(command)), module_handle(), nullptr);
   SendMessageW(button, WM_SETFONT, reinterpret_cast<WPARAM>(font_.handle()), FALSE);
   return button;
@@ -146,24 +138,26 @@ void EditorWindow::focus_box() {
   if (window_ != nullptr) SetFocus(box_->window());
 }
 
+/// To the part that had it, which is the box at first.
+void EditorWindow::give_focus() {
+  if (IsChild(window_, focus_) == FALSE) {
+    focus_box();
+  } else {
+    SetFocus(focus_);
+  }
+}
+
 void EditorWindow::show_modal(platform::EditorListener& listener) {
   if (window_ == nullptr) return;
-  const HWND owner = GetWindow(window_, GW_OWNER);
-  const HWND focus_before = GetFocus();
   listener_ = &listener;
   is_open_ = true;
+  focus_before_ = GetFocus();
   tell_size();
-  {
-    const DisabledWindows others(window_);
-    ShowWindow(window_, SW_SHOW);
-    SetActiveWindow(window_);
-    run_loop();
-  }
+  others_.emplace(window_);
+  ShowWindow(window_, SW_SHOW);
+  SetActiveWindow(window_);
+  run_loop();
   listener_ = nullptr;
-  if (window_ == nullptr) return;
-  if (GetActiveWindow() == window_ && owner != nullptr) SetActiveWindow(owner);
-  ShowWindow(window_, SW_HIDE);
-  if (owner != nullptr && IsChild(owner, focus_before) != FALSE) SetFocus(focus_before);
 }
 
 void EditorWindow::run_loop() {
@@ -186,6 +180,11 @@ void EditorWindow::run_loop() {
 void EditorWindow::close() {
   if (!is_open_) return;
   is_open_ = false;
+  others_.reset();
+  const HWND owner = GetWindow(window_, GW_OWNER);
+  if (GetActiveWindow() == window_ && owner != nullptr) SetActiveWindow(owner);
+  ShowWindow(window_, SW_HIDE);
+  if (owner != nullptr && IsChild(owner, focus_before_) != FALSE) SetFocus(focus_before_);
   // The loop waits for a message. The window may be about to go.
   PostThreadMessageW(GetCurrentThreadId(), WM_NULL, 0, 0);
 }
@@ -199,39 +198,11 @@ void EditorWindow::close_by_frame() {
   close();
 }
 
-/// The box belongs to whoever still holds it.
-void EditorWindow::release_box() {
-  box_->keep_keys();
-  HWND part = box_->window();
-  while (part != nullptr && GetAncestor(part, GA_PARENT) != window_) {
-    part = GetAncestor(part, GA_PARENT);
-  }
-  if (part != nullptr) SetParent(part, HWND_MESSAGE);
-}
-
 void EditorWindow::tell_size() {
   if (listener_ == nullptr) return;
   const platform::Screen here = screen();
   const SIZE size = inner_size(window_);
   listener_->on_resize(size.cx * here.twips_per_pixel_x, size.cy * here.twips_per_pixel_y);
-}
-
-bool EditorWindow::take_key(std::int16_t key_code, std::int16_t shift) {
-  if (key_code == keys::escape_key && shift == keys::no_modifier) {
-    if (listener_ != nullptr) listener_->on_cancel();
-    return true;
-  }
-  if (key_code != keys::tab_key || (shift & ~keys::shift_key) != 0) return false;
-  focus_next(box_->window(), shift != keys::no_modifier);
-  return true;
-}
-
-void EditorWindow::focus_next(HWND from, bool backwards) {
-  const std::array parts = {box_->window(), ok_, cancel_};
-  const auto place = std::find(parts.begin(), parts.end(), from) - parts.begin();
-  const auto count = static_cast<std::ptrdiff_t>(parts.size());
-  const auto next = (place + (backwards ? count - 1 : 1)) % count;
-  SetFocus(parts[static_cast<std::size_t>(next)]);
 }
 
 /// The box, too, tells what happens in it by commands.
@@ -264,14 +235,14 @@ LRESULT EditorWindow::handle(UINT message, WPARAM w, LPARAM l) {
       return 0;
     case WM_ACTIVATE:
       if (LOWORD(w) == WA_INACTIVE) {
-        if (IsChild(window_, GetFocus()) != FALSE) focus_ = GetFocus();
+        focus_ = GetFocus();
         return 0;
       }
-      SetFocus(focus_);
+      give_focus();
       if (listener_ != nullptr) listener_->on_activate();
       return 0;
     case WM_SETFOCUS:
-      SetFocus(focus_);
+      give_focus();
       return 0;
     case DM_GETDEFID:
       return MAKELRESULT(IDOK, DC_HASDEFID);
@@ -279,7 +250,7 @@ LRESULT EditorWindow::handle(UINT message, WPARAM w, LPARAM l) {
       close_by_frame();
       return 0;
     case WM_DESTROY:
-      if (box_) release_box();
+      if (box_) box_->put_owner(nullptr);
       close_by_frame();
       return 0;
     case WM_NCDESTROY:
@@ -291,13 +262,11 @@ LRESULT EditorWindow::handle(UINT message, WPARAM w, LPARAM l) {
 
 LRESULT CALLBACK EditorWindow::procedure(HWND window, UINT message, WPARAM w, LPARAM l) noexcept {
   if (message == WM_NCCREATE) {
-    // NOLINTNEXTLINE(performance-no-int-to-ptr): what the window was made with.
     auto* const created =
         static_cast<EditorWindow*>(reinterpret_cast<const CREATESTRUCTW*>(l)->lpCreateParams);
     created->window_ = window;
     SetWindowLongPtrW(window, GWLP_USERDATA, reinterpret_cast<LONG_PTR>(created));
   }
-  // NOLINTNEXTLINE(performance-no-int-to-ptr): set above.
   auto* const self = reinterpret_cast<EditorWindow*>(GetWindowLongPtrW(window, GWLP_USERDATA));
   if (self == nullptr) return DefWindowProcW(window, message, w, l);
   LRESULT answer = 0;

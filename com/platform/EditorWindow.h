@@ -3,15 +3,16 @@
 #include <windows.h>
 
 #include <memory>
+#include <optional>
 
+#include "com/platform/DisabledWindows.h"
 #include "com/platform/EditorMenu.h"
 #include "com/platform/Fonts.h"
-#include "qel/platform/Clipboard.h"
 #include "qel/platform/EditorWindow.h"
 
 namespace qel::windows {
 
-class EditorBox;
+class RichEdit;
 
 /// The large editor's window, owned by the window of the thread that is active when it is made.
 /// While it is shown, the thread's other windows do not react to the user. Everything of the
@@ -25,7 +26,7 @@ class EditorWindow : public platform::EditorWindow {
   static constexpr const wchar_t* class_name = L"QELTextEditor";
 
   /// Raises when the system has no window left.
-  EditorWindow(const platform::EditorDescription& description, platform::Clipboard& clipboard);
+  explicit EditorWindow(const platform::EditorDescription& description);
   EditorWindow(const EditorWindow&) = delete;
   EditorWindow& operator=(const EditorWindow&) = delete;
   ~EditorWindow() override;
@@ -49,20 +50,20 @@ class EditorWindow : public platform::EditorWindow {
   void handle_command(UINT command);
   void tell_size();
   void close_by_frame();
-  void release_box();
-  bool take_key(std::int16_t key_code, std::int16_t shift);
-  void focus_next(HWND from, bool backwards);
+  void give_focus();
   void run_loop();
 
   HWND window_ = nullptr;
   EditorMenu menu_;
   Font font_;
-  std::shared_ptr<EditorBox> box_;
+  std::shared_ptr<RichEdit> box_;
   HWND ok_ = nullptr;
   HWND cancel_ = nullptr;
-  HWND focus_ = nullptr;  // the part that has the focus when the window is active
+  HWND focus_ = nullptr;  // had the focus when the window was active last
   platform::EditorListener* listener_ = nullptr;
   bool is_open_ = false;
+  std::optional<DisabledWindows> others_;  // while it is open
+  HWND focus_before_ = nullptr;
 };
 
 }  // namespace qel::windows

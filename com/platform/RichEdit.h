@@ -13,7 +13,7 @@ class BoxWindow;
 
 /// A rich edit box in a window of the system's rich edit class. Changes of the selection can be
 /// undone, whoever makes them; new text of the whole document and a new font of the box cannot, and
-/// end what could be undone before. Everything of the interface is supported but dragging.
+/// end what could be undone before. Everything of the interface is supported.
 ///
 /// What the window cannot show: a line separator and other characters at which it would end a line
 /// are shown as blanks, control characters and placeholders of objects as a sign. A font's name has

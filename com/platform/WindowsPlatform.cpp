@@ -56,7 +56,6 @@ platform::Screen WindowsPlatform::screen() const {
 
 std::shared_ptr<platform::RichEdit> WindowsPlatform::create_rich_edit(
     platform::WindowHandle owner) const {
-  // NOLINTNEXTLINE(performance-no-int-to-ptr): a handle is an address.
   return std::make_shared<RichEdit>(reinterpret_cast<HWND>(owner), clipboard());
 }
 
@@ -66,7 +65,7 @@ std::shared_ptr<platform::MeasuringSurface> WindowsPlatform::create_measuring_su
 
 std::unique_ptr<platform::EditorWindow> WindowsPlatform::create_editor_window(
     const platform::EditorDescription& description) const {
-  return std::make_unique<EditorWindow>(description, clipboard());
+  return std::make_unique<EditorWindow>(description);
 }
 
 }  // namespace qel::windows

@@ -245,27 +245,27 @@ void RichEdit::start_drag() {
       platform::copy_drop | (appearance_.read_only ? platform::no_drop : platform::move_drop);
   listener_->on_start_drag(data, effects);
   if (effects == platform::no_drop || !data.is_text()) return;
-  const Outcome outcome = carry(data, effects);
+  Drag drag(*this, data, effects);
+  carry(drag);
+  drag.leave();
   // What was moved within the box, or changed meanwhile, is not taken out.
   constexpr std::int32_t box_drags = 1;
-  const bool moves = outcome.effect == platform::move_drop && !outcome.stays_in_source &&
+  const bool moves = drag.effect() == platform::move_drop && !drag.stays_in_source() &&
                      appearance_.drag_mode == box_drags;
   if (moves && dragged_->revision == revision_) {
     replace_part(dragged_->extent, Document(), Kind::other);
   }
-  std::int32_t effect = outcome.effect;
+  std::int32_t effect = drag.effect();
   listener_->on_complete_drag(effect);
 }
 
-RichEdit::Outcome RichEdit::carry(platform::DragData& data, std::int32_t allowed_effects) {
-  Drag drag(*this, data, allowed_effects);
+void RichEdit::carry(Drag& drag) const {
   if (desktop_->dragger) desktop_->dragger(drag);
-  drag.leave();
-  return {drag.effect(), drag.stays_in_source()};
 }
 
-bool RichEdit::take_drop(platform::DragData& data, std::int32_t position, std::int32_t effect) {
-  if (dragged_ && effect == platform::move_drop) {
+bool RichEdit::take_drop(platform::DragData& data, std::int32_t position, const RichEdit* source,
+                         std::int32_t effect) {
+  if (source == this && effect == platform::move_drop) {
     return move_dragged(static_cast<std::size_t>(position));
   }
   const auto rtf = data.get(platform::rtf_format);

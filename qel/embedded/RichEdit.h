@@ -69,8 +69,10 @@ class RichEdit : public platform::RichEdit {
   /// Puts text from elsewhere in place of the selection, its RTF where it has one; whether there is
   /// either. In a box for a single line breaks become blanks.
   bool insert(const std::optional<std::u16string>& rtf, const std::optional<std::u16string>& text);
-  /// Puts dropped data at a position; whether it had text in it. What this box itself drags is moved.
-  bool take_drop(platform::DragData& data, std::int32_t position, std::int32_t effect);
+  /// Puts dropped data at a position; whether it had text in it. `source` is the box that it was
+  /// dragged from; null where that is none of these.
+  bool take_drop(platform::DragData& data, std::int32_t position, const RichEdit* source,
+                 std::int32_t effect);
 
   static constexpr float character_width = 8;
   static constexpr float line_height = 16;
@@ -78,14 +80,8 @@ class RichEdit : public platform::RichEdit {
   std::int32_t position_at(float x, float y) const;
 
  protected:
-  /// What has become of dragged data.
-  struct Outcome {
-    std::int32_t effect;   ///< one of those allowed, or none
-    bool stays_in_source;  ///< this box itself has put it where it was dropped
-  };
-  /// Takes the data to where it is dropped: to other boxes in memory, unless a window is there to
-  /// drag it on.
-  virtual Outcome carry(platform::DragData& data, std::int32_t allowed_effects);
+  /// Drags until the data is dropped or the user gives up.
+  virtual void carry(Drag& drag) const;
 
  private:
   using Kind = UndoHistory::Kind;

@@ -143,6 +143,7 @@ TEST_F(WindowsEditor, KeepsTheUserFromItsOwnerWhileItIsOpen) {
   const HWND other = CreateWindowExW(0, L"STATIC", L"other", WS_POPUP | WS_VISIBLE, 0, 0, 10, 10,
                                      nullptr, nullptr, nullptr, nullptr);
   EnableWindow(other, FALSE);
+  SetFocus(field);
   EXPECT_EQ(edit([&] {
               EXPECT_EQ(text_of(window->window()), u"Caption");
               EXPECT_EQ(GetWindow(window->window(), GW_OWNER), owner);

@@ -15,6 +15,8 @@
 #include "com/platform/DragSource.h"
 #include "com/platform/DropTarget.h"
 #include "com/platform/GlobalMemory.h"
+#include "com/platform/RichEdit.h"
+#include "com/platform/WindowsPlatform.h"
 
 namespace qel::windows {
 namespace {
@@ -407,11 +409,30 @@ void mouse(DWORD flags) {
   SendInput(1, &input, sizeof input);
 }
 
+int drop_x = 130;  // on the screen
+
+/// Moves the mouse there, and lets go of it the next time.
 void CALLBACK let_go(HWND /*window*/, UINT /*message*/, UINT_PTR timer, DWORD /*time*/) {
+  POINT at = {};
+  GetCursorPos(&at);
+  if (at.x != drop_x) {
+    SetCursorPos(drop_x, 65);
+    mouse(MOUSEEVENTF_MOVE);
+    return;
+  }
   KillTimer(nullptr, timer);
-  SetCursorPos(130, 65);
-  mouse(MOUSEEVENTF_MOVE);
   mouse(MOUSEEVENTF_LEFTUP);
+}
+
+void handle_messages() {
+  MSG message = {};
+  while (PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE) != 0) DispatchMessageW(&message);
+}
+
+void press_button() {
+  mouse(MOUSEEVENTF_LEFTDOWN);
+  handle_messages();
+  SetTimer(nullptr, 0, 20, let_go);
 }
 
 TEST_F(Dropping, TakesWhatAMouseDrags) {
@@ -423,18 +444,111 @@ TEST_F(Dropping, TakesWhatAMouseDrags) {
     feedback.append(std::to_string(effect));
     default_cursors = false;
   };
+  drop_x = 130;
   SetCursorPos(110, 55);
-  mouse(MOUSEEVENTF_LEFTDOWN);
-  SetTimer(nullptr, 0, 50, let_go);
+  press_button();
   EXPECT_EQ(drag(data, copy_drop | move_drop, tell), move_drop);
   EXPECT_EQ(box.taken, u"dragged");
   EXPECT_NE(feedback.find('2'), std::string::npos) << feedback;
   EXPECT_EQ(drag(data, no_drop, tell), no_drop);
 
   box.wanted = no_drop;
-  mouse(MOUSEEVENTF_LEFTDOWN);
-  SetTimer(nullptr, 0, 50, let_go);
+  press_button();
   EXPECT_EQ(drag(data, copy_drop | move_drop, tell), no_drop);
+}
+
+/// Two boxes beside each other, with a mouse that drags between them.
+class DraggingBoxes : public testing::Test {
+ protected:
+  DraggingBoxes() : one(place(0)), other(place(150)) {
+    one->put_TextRTF(u"{\\rtf1 a {\\b bold} z}");
+    one->select({2, 5});
+    one->listen(&listener);
+  }
+  ~DraggingBoxes() override {
+    one.reset();
+    other.reset();
+    DestroyWindow(form);
+  }
+
+  std::unique_ptr<RichEdit> place(std::int32_t left) const {
+    auto box = std::make_unique<RichEdit>(form, WindowsPlatform::shared()->clipboard());
+    BoxAppearance appearance = box->appearance();
+    appearance.left = left;
+    appearance.width = 150;
+    appearance.height = 100;
+    appearance.drag_mode = 1;
+    appearance.drop_mode = 2;
+    box->put_appearance(appearance);
+    return box;
+  }
+
+  /// Drags what is selected in the first box, and lets it go at that place of the form.
+  void drag_to(int x) {
+    const POINT from = one->point_of(4);
+    SetCursorPos(100 + from.x, 50 + from.y + 4);
+    handle_messages();
+    listener.became = -1;
+    drop_x = 100 + x;
+    press_button();
+    const ULONGLONG deadline = GetTickCount64() + 5000;
+    while (listener.became < 0 && GetTickCount64() < deadline) handle_messages();
+  }
+
+  class Listener : public BoxListener {
+   public:
+    void on_start_drag(DragData&, std::int32_t& allowed) override { allowed &= allows; }
+    void on_complete_drag(std::int32_t& effect) override { became = effect; }
+    void on_change() override { ++changes; }
+
+    std::int32_t allows = copy_drop | move_drop;
+    std::int32_t became = -1;
+    int changes = 0;
+  };
+
+  HWND form = CreateWindowExW(WS_EX_TOPMOST, L"STATIC", L"", WS_POPUP | WS_VISIBLE | SS_NOTIFY, 100,
+                              50, 300, 100, nullptr, nullptr, nullptr, nullptr);
+  Listener listener;
+  std::unique_ptr<RichEdit> one;
+  std::unique_ptr<RichEdit> other;
+};
+
+TEST_F(DraggingBoxes, MoveTextWithItsFormat) {
+  drag_to(280);
+  EXPECT_EQ(listener.became, move_drop);
+  EXPECT_EQ(one->get_Text(), u"a z");
+  EXPECT_EQ(listener.changes, 1);
+  EXPECT_EQ(other->get_Text(), u"bold ");
+  EXPECT_EQ(other->get_SelText(), u"bold ");
+  other->select({0, 4});
+  EXPECT_EQ(other->get_SelBold(), true);
+}
+
+TEST_F(DraggingBoxes, CopyWhereNothingElseIsAllowed) {
+  listener.allows = copy_drop;
+  drag_to(280);
+  EXPECT_EQ(listener.became, copy_drop);
+  EXPECT_EQ(one->get_Text(), u"a bold z");
+  EXPECT_EQ(other->get_Text(), u"bold ");
+  listener.allows = no_drop;
+  listener.became = -1;
+  one->start_drag();
+  EXPECT_EQ(listener.became, -1) << "no drag began";
+}
+
+TEST_F(DraggingBoxes, MoveTextWithinTheBox) {
+  drag_to(145);
+  EXPECT_EQ(listener.became, move_drop);
+  EXPECT_EQ(one->get_Text(), u"a zbold ");
+  EXPECT_EQ(one->get_SelText(), u"bold ");
+  EXPECT_EQ(listener.changes, 1);
+  listener.changes = 0;
+  BoxAppearance refuses = other->appearance();
+  refuses.drop_mode = 0;
+  other->put_appearance(refuses);
+  drag_to(280);
+  EXPECT_EQ(listener.became, no_drop);
+  EXPECT_EQ(listener.changes, 0);
 }
 
 }  // namespace
