@@ -85,7 +85,10 @@ void BoxDisplay::put_background(Color color) {
   forget({0, shown_.size()}, std::u16string(shown_.text()));
 }
 
-void BoxDisplay::put_default_format(const CharFormat& format) {
+void BoxDisplay::put_font(const std::u16string& name, float size) {
+  CharFormat format;
+  format.font_name = name;
+  if (size > 0) format.size = size;
   CHARFORMAT2W native = native_format(format, automatic_);
   send(EM_SETCHARFORMAT, SCF_DEFAULT, &native);
 }
