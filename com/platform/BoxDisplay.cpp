@@ -227,7 +227,7 @@ BoxDisplay::ForeignChange BoxDisplay::take_text(Touch touch) {
   const auto position = [&](std::size_t at) {
     return box_position(shown_.text(), static_cast<long>(at));
   };
-  const ForeignChange foreign = {
+  ForeignChange foreign = {
       {position(change.before.start), position(change.before.end)},
       box_text(std::u16string_view(native).substr(change.after.start, change.after.length()))};
   if (!change.is_empty()) forget(foreign.extent, foreign.text);
