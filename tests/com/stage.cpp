@@ -4,11 +4,16 @@
 
 #include <windows.h>
 
+#include <array>
+#include <functional>
 #include <utility>
 #include <vector>
 
+#include "com/platform/EditorMenu.h"
+#include "com/platform/EditorWindow.h"
+#include "com/platform/GlobalMemory.h"
 #include "com/platform/RichEdit.h"
-#include "qel/embedded/EmbeddedPlatform.h"
+#include "com/platform/WindowsPlatform.h"
 #include "qel/platform/Keys.h"
 
 namespace qel::conformance {
@@ -24,41 +29,32 @@ void handle_messages() {
 
 class Hand : public EditorHand {
  public:
-  explicit Hand(embedded::EditorWindow& window) : window_(window) {}
-  void choose(std::u16string_view name) override { window_.choose(name); }
-  void press_ok() override { window_.press_ok(); }
-  void press_cancel() override { window_.press_cancel(); }
-  void close_by_frame() override { window_.close_by_frame(); }
-  bool is_open() const override { return window_.is_open(); }
+  explicit Hand(HWND window) : window_(window) {}
+  void choose(std::u16string_view name) override { windows::choose(window_, name); }
+  void press_ok() override { press(IDOK); }
+  void press_cancel() override { press(IDCANCEL); }
+  void close_by_frame() override { SendMessageW(window_, WM_CLOSE, 0, 0); }
+  bool is_open() const override { return IsWindowVisible(window_) != FALSE; }
 
  private:
-  embedded::EditorWindow& window_;
-};
+  void press(int button) { SendMessageW(GetDlgItem(window_, button), BM_CLICK, 0, 0); }
 
-/// The boxes are those of Windows; the rest is in memory.
-class BoxPlatform : public embedded::EmbeddedPlatform {
- public:
-  explicit BoxPlatform(HWND window) : window_(window) {}
-
-  std::shared_ptr<platform::RichEdit> create_rich_edit(
-      platform::WindowHandle owner) const override {
-    return std::make_shared<windows::RichEdit>(reinterpret_cast<HWND>(owner), clipboard());
-  }
-  std::unique_ptr<platform::EditorWindow> create_editor_window(
-      const platform::EditorDescription& description) const override {
-    const auto box = create_rich_edit(reinterpret_cast<platform::WindowHandle>(window_));
-    platform::BoxAppearance appearance = box->appearance();
-    appearance.width = 400;
-    appearance.height = 200;
-    box->put_appearance(appearance);
-    return std::make_unique<embedded::EditorWindow>(description, user, box);
-  }
-
-  embedded::EditorWindow::User user;
-
- private:
   HWND window_;
 };
+
+std::function<void(EditorHand&)> user_of_editor;
+
+/// The editor may not be open yet.
+void CALLBACK act_in_editor(HWND window, UINT /*message*/, UINT_PTR timer, DWORD /*time*/) {
+  HWND editor = GetActiveWindow();
+  std::array<wchar_t, 20> name = {};
+  GetClassNameW(editor, name.data(), static_cast<int>(name.size()));
+  if (std::wstring_view(name.data()) != windows::EditorWindow::class_name) return;
+  KillTimer(window, timer);
+  Hand hand(editor);
+  std::exchange(user_of_editor, nullptr)(hand);
+  if (hand.is_open()) hand.close_by_frame();
+}
 
 INPUT input_of(WORD key, DWORD flags, WORD unit = 0) {
   INPUT input = {};
@@ -98,7 +94,9 @@ class WindowsStage : public Stage {
     SetForegroundWindow(window_);
     handle_messages();
   }
-  std::shared_ptr<const platform::Platform> platform() const override { return platform_; }
+  std::shared_ptr<const platform::Platform> platform() const override {
+    return windows::WindowsPlatform::shared();
+  }
   platform::WindowHandle window() override {
     return reinterpret_cast<platform::WindowHandle>(window_);
   }
@@ -139,17 +137,22 @@ class WindowsStage : public Stage {
     mouse(box, WM_LBUTTONUP, 0, point_of(box, to));
   }
 
-  void copy_text(std::u16string_view text) override { platform_->clipboard().put_text(text); }
+  void copy_text(std::u16string_view text) override {
+    OpenClipboard(window_);
+    EmptyClipboard();
+    SetClipboardData(CF_UNICODETEXT, windows::block_of(text, CF_UNICODETEXT));
+    CloseClipboard();
+  }
   void copy_rtf(std::u16string_view text, std::u16string_view rtf) override {
-    platform_->clipboard().put(text, rtf);
+    platform()->clipboard().put(text, rtf);
   }
 
   void at_editor(std::function<void(EditorHand&)> user) override {
-    platform_->user = [this, user = std::move(user)](embedded::EditorWindow& window) {
+    user_of_editor = [this, user = std::move(user)](EditorHand& hand) {
       let_go();
-      Hand hand(window);
       user(hand);
     };
+    SetTimer(window_, 1, 1, act_in_editor);
   }
 
  private:
@@ -179,7 +182,6 @@ class WindowsStage : public Stage {
 
   std::vector<INPUT> held_;
   HWND window_ = form();
-  std::shared_ptr<BoxPlatform> platform_ = std::make_shared<BoxPlatform>(window_);
 };
 
 }  // namespace
