@@ -85,7 +85,10 @@ void BoxDisplay::put_background(Color color) {
   forget({0, shown_.size()}, std::u16string(shown_.text()));
 }
 
-void BoxDisplay::put_default_format(const CharFormat& format) {
+void BoxDisplay::put_font(const std::u16string& name, float size) {
+  CharFormat format;
+  format.font_name = name;
+  if (size > 0) format.size = size;
   CHARFORMAT2W native = native_format(format, automatic_);
   send(EM_SETCHARFORMAT, SCF_DEFAULT, &native);
 }
@@ -224,7 +227,7 @@ BoxDisplay::ForeignChange BoxDisplay::take_text(Touch touch) {
   const auto position = [&](std::size_t at) {
     return box_position(shown_.text(), static_cast<long>(at));
   };
-  const ForeignChange foreign = {
+  ForeignChange foreign = {
       {position(change.before.start), position(change.before.end)},
       box_text(std::u16string_view(native).substr(change.after.start, change.after.length()))};
   if (!change.is_empty()) forget(foreign.extent, foreign.text);

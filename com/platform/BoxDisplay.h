@@ -28,8 +28,8 @@ class BoxDisplay {
   void put_read_only(bool read_only);
   /// Colours the background; text of no colour of its own is shown in one that is readable on it.
   void put_background(Color color);
-  /// The format of an empty text.
-  void put_default_format(const platform::CharFormat& format);
+  /// The font of an empty text; a size that is none is left out.
+  void put_font(const std::u16string& name, float size);
 
   /// Whether to come back before a long text has all of its formats.
   enum class Patience { some, all };

@@ -99,6 +99,8 @@ LRESULT BoxWindow::move_mouse(UINT message, WPARAM parameter, LPARAM data) {
   listener_->on_mouse_move(button_mask(parameter), held_modifiers(), static_cast<float>(at.x),
                            static_cast<float>(at.y));
   if (is_closed_ || window_ == nullptr) return 0;
+  // The button may have come up where nobody saw it.
+  if ((parameter & MK_LBUTTON) == 0) may_drag_from_.reset();
   if (!may_drag_from_) return act_natively(message, parameter, data);
   const bool is_far = std::abs(at.x - may_drag_from_->x) >= GetSystemMetrics(SM_CXDRAG) ||
                       std::abs(at.y - may_drag_from_->y) >= GetSystemMetrics(SM_CYDRAG);

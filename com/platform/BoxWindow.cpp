@@ -5,6 +5,7 @@
 #include <richedit.h>
 
 #include <algorithm>
+#include <exception>
 #include <utility>
 
 #include "com/platform/FormatMapping.h"
@@ -126,6 +127,9 @@ void BoxWindow::create(HWND parent) {
   display_.attach(window_);
   display_.put_read_only(appearance_.read_only);
   display_.put_background(appearance_.back_color);
+  display_.put_font(appearance_.font_name, appearance_.font_size);
+  // Lines are wrapped at the window's edge or not at all.
+  SendMessageW(window_, EM_SETTARGETDEVICE, 0, appearance_.multiline ? 0 : 1);
   place();
   show();
   drop_target_.emplace(window_, static_cast<DropClient&>(*this));
@@ -172,11 +176,14 @@ void BoxWindow::put_appearance(const BoxAppearance& appearance) {
   }
   if (before.read_only != appearance.read_only) display_.put_read_only(appearance.read_only);
   if (before.back_color != appearance.back_color) display_.put_background(appearance.back_color);
+  if (before.font_name != appearance.font_name || before.font_size != appearance.font_size) {
+    display_.put_font(appearance.font_name, appearance.font_size);
+  }
   place();
   show();
 }
 
-/// All of how the window looks that can be changed.
+/// Where the window is, and what can be done with it.
 void BoxWindow::place() {
   const BoxAppearance& is = appearance_;
   SetWindowPos(window_, nullptr, is.left, is.top, std::max(is.width, 0), std::max(is.height, 0),
@@ -184,20 +191,14 @@ void BoxWindow::place() {
   const LONG_PTR style = GetWindowLongPtrW(window_, GWL_STYLE) & ~LONG_PTR{WS_TABSTOP};
   SetWindowLongPtrW(window_, GWL_STYLE, style | (is.tab_stop ? WS_TABSTOP : 0));
   EnableWindow(window_, is.enabled ? TRUE : FALSE);
-  platform::CharFormat font;
-  font.font_name = is.font_name;
-  font.size = is.font_size > 0 ? is.font_size : font.size;
-  display_.put_default_format(font);
-  // Lines are wrapped at the window's edge or not at all.
-  SendMessageW(window_, EM_SETTARGETDEVICE, 0, is.multiline ? 0 : 1);
   ShowWindow(window_, is.visible && owner_ != nullptr ? SW_SHOWNA : SW_HIDE);
 }
 
 // What the window shows, and what is taken from it.
 
 void BoxWindow::show(BoxDisplay::Patience patience) {
+  if (window_ == nullptr || composes_) return;
   display_.show(content_.document(), selected(), patience);
-  if (window_ == nullptr) return;
   // When no key and nothing of the mouse waits.
   constexpr UINT soon = 10;
   if (!display_.is_complete()) {
@@ -216,7 +217,7 @@ Extent BoxWindow::selected() const {
 
 void BoxWindow::select(platform::Range range) {
   content_.select(range);
-  if (window_ != nullptr) display_.show_selection(selected());
+  if (window_ != nullptr && !composes_) display_.show_selection(selected());
 }
 
 void BoxWindow::take_from_window(BoxDisplay::Touch touch) {
@@ -266,7 +267,13 @@ LRESULT CALLBACK BoxWindow::procedure(HWND window, UINT message, WPARAM paramete
   if (self->window_ != window || self->display_.is_busy()) {
     return DefSubclassProc(window, message, parameter, data);
   }
-  return self->handle(message, parameter, data);
+  try {
+    return self->handle(message, parameter, data);
+  } catch (const std::exception&) {
+    // There is nobody above who could be told.
+    MessageBeep(MB_ICONERROR);
+    return 0;
+  }
 }
 
 LRESULT BoxWindow::handle(UINT message, WPARAM parameter, LPARAM data) {
@@ -309,7 +316,8 @@ BoxWindow::Handled BoxWindow::handle_own(UINT message, WPARAM parameter, LPARAM 
 /// While text is composed it is the window's alone.
 BoxWindow::Handled BoxWindow::compose(UINT message, WPARAM parameter, LPARAM data) {
   if (message == WM_IME_STARTCOMPOSITION) composes_ = true;
-  if (message != WM_IME_ENDCOMPOSITION) return {};
+  const bool ends = message == WM_IME_ENDCOMPOSITION || message == WM_KILLFOCUS;
+  if (!composes_ || !ends) return {};
   const LRESULT result = DefSubclassProc(window_, message, parameter, data);
   composes_ = false;
   take_from_window(BoxDisplay::Touch::part);

@@ -15,6 +15,9 @@ class BoxWindow;
 /// undone, whoever makes them; new text of the whole document and a new font of the box cannot, and
 /// end what could be undone before. Everything of the interface is supported.
 ///
+/// Of a long text with many formats the window shows the text at once and the formats from its
+/// beginning on, while it handles messages; whoever reads formats from it gets all of them.
+///
 /// What the window cannot show: a line separator and other characters at which it would end a line
 /// are shown as blanks, control characters and placeholders of objects as a sign. A font's name has
 /// 31 characters there. The text itself keeps all of it.

@@ -180,6 +180,19 @@ TEST_F(BoxWindows, ShowWhatTheBoxHolds) {
   }
 }
 
+TEST_F(BoxWindows, FormatLongTextsInTheEnd) {
+  const auto box = new_box();
+  std::u16string rtf = u"{\\rtf1 ";
+  for (int i = 0; i < 400; ++i) rtf += u"plain {\\b bold }{\\i slanted}\\par ";
+  box->put_TextRTF(rtf + u"}");
+  box->select({4000, 0});
+  SendMessageW(box->window(), WM_CHAR, u'x', 0);
+  box->select({2000, 30});
+  box->put_SelColor(255);
+  EXPECT_EQ(Window(*box).text().size(), 400U * 19 + 1) << "the text is there at once";
+  expect_shown(*box);
+}
+
 TEST_F(BoxWindows, KeepPositionsWhateverTheText) {
   const auto box = new_box();
   std::u16string odd = u"a";
