@@ -120,7 +120,7 @@ class BoxWindow : public std::enable_shared_from_this<BoxWindow>, private DropCl
   void act(std::int16_t key_code, std::int16_t shift);
 
   // Drag and drop.
-  void carry(embedded::Drag& drag);
+  void carry(embedded::Drag& what);
   platform::BoxListener& drop_listener() override { return *listener_; }
   const platform::BoxAppearance& drop_appearance() const override { return appearance_; }
   bool take_drop(platform::DragData& data, POINT at, std::int32_t effect) override;
