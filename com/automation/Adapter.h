@@ -29,6 +29,7 @@ class Members : public Automation<Interface, More...> {
   template <class Result, class Member, class... Arguments>
   HRESULT answer(Result* result, Member member, Arguments... arguments) const {
     if (result == nullptr) return E_POINTER;
+    *result = {};
     return this->guard([&] { put_result(result, invoke(member, arguments...)); });
   }
   template <class Field, class Owner, class Argument>
@@ -47,44 +48,54 @@ class Members : public Automation<Interface, More...> {
   }
 };
 
-/// The objects that stand for those of the library on this thread. The same one of the library is
-/// the same one to the host as long as the host holds it.
+/// The entry of an object that stands for one of the library on this thread. The same one of the
+/// library is the same one to the host as long as the host holds it.
 template <class Class>
 class Known {
  public:
   using Interface = typename Described<Class>::Interface;
 
   static Interface* find(const Class* object) {
-    const auto place = map().find(object);
-    return place == map().end() ? nullptr : place->second;
+    const Map& map = *of_thread();
+    const auto place = map.find(object);
+    return place == map.end() ? nullptr : place->second;
   }
-  static void add(const Class* object, Interface* adapter) { map()[object] = adapter; }
-  static void remove(const Class* object) { map().erase(object); }
+
+  Known(const Class* object, Interface* adapter) : object_(object), map_(of_thread()) {
+    map_->emplace(object, adapter);
+  }
+  Known(const Known&) = delete;
+  Known& operator=(const Known&) = delete;
+  ~Known() { map_->erase(object_); }
 
  private:
-  static std::unordered_map<const Class*, Interface*>& map() {
-    thread_local std::unordered_map<const Class*, Interface*> known;
-    return known;
+  using Map = std::unordered_map<const Class*, Interface*>;
+
+  static const std::shared_ptr<Map>& of_thread() {
+    thread_local const auto map = std::make_shared<Map>();
+    return map;
   }
+
+  const Class* object_;
+  // Shared, since a host may let an object go when its thread has ended.
+  std::shared_ptr<Map> map_;
 };
 
 /// What stands for an object of the library, and shares in it.
 template <class Class, class Interface>
 class Adapter : public Members<Class, Interface, OwnObject<Class>> {
  public:
-  explicit Adapter(std::shared_ptr<Class> object) : object_(std::move(object)) {
-    Known<Class>::add(object_.get(), this);
-  }
+  explicit Adapter(std::shared_ptr<Class> object)
+      : object_(std::move(object)), known_(object_.get(), this) {}
 
   std::shared_ptr<Class> behind() const override { return object_; }
 
  protected:
-  ~Adapter() override { Known<Class>::remove(object_.get()); }
-
   Class& object() const override { return *object_; }
 
  private:
-  std::shared_ptr<Class> object_;
+  const std::shared_ptr<Class> object_;
+  const Known<Class> known_;
 };
 
 template <class Class>

@@ -74,8 +74,8 @@ class Given {
   std::shared_ptr<Class> object_;
 };
 
-/// A 16-bit argument by reference, which scripts pass as a variable of any type: it is read as a
-/// number and holds one afterwards.
+/// A 16-bit argument by reference, which hosts pass as a variable of any type: it is read as a
+/// number, and holds one afterwards if its type can.
 class ByReference {
  public:
   explicit ByReference(VARIANT* variable);
@@ -87,7 +87,7 @@ class ByReference {
 
  private:
   VARIANT* variable_;
-  std::int16_t number_;
+  std::int16_t number_ = 0;
 };
 
 inline std::u16string_view given(BSTR text) { return text_of(text); }

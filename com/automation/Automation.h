@@ -62,13 +62,15 @@ class Automation : public Interface,
     *info = nullptr;
     return index == 0 ? type_info(__uuidof(Interface), info) : DISP_E_BADINDEX;
   }
-  STDMETHODIMP GetIDsOfNames(REFIID /*reserved*/, LPOLESTR* names, UINT count, LCID /*locale*/,
+  STDMETHODIMP GetIDsOfNames(REFIID reserved, LPOLESTR* names, UINT count, LCID /*locale*/,
                              DISPID* ids) override {
+    if (reserved != IID_NULL) return DISP_E_UNKNOWNINTERFACE;
     return ids_of_names(__uuidof(Interface), names, count, ids);
   }
-  STDMETHODIMP Invoke(DISPID member, REFIID /*reserved*/, LCID /*locale*/, WORD kind,
+  STDMETHODIMP Invoke(DISPID member, REFIID reserved, LCID /*locale*/, WORD kind,
                       DISPPARAMS* arguments, VARIANT* result, EXCEPINFO* exception,
                       UINT* wrong_argument) override {
+    if (reserved != IID_NULL) return DISP_E_UNKNOWNINTERFACE;
     return invoke(__uuidof(Interface), static_cast<Interface*>(this),
                   {member, kind, arguments, result, exception, wrong_argument});
   }

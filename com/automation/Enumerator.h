@@ -3,8 +3,11 @@
 #include <ole2.h>
 #include <windows.h>
 
+#include <algorithm>
 #include <atomic>
+#include <cstdint>
 #include <memory>
+#include <utility>
 
 #include "com/automation/Arguments.h"
 #include "com/server/Module.h"
@@ -35,6 +38,8 @@ class Enumerator final : public IEnumVARIANT {
 
   STDMETHODIMP Next(ULONG count, VARIANT* items, ULONG* fetched) override {
     if (items == nullptr || (count != 1 && fetched == nullptr)) return E_POINTER;
+    if (fetched != nullptr) *fetched = 0;
+    const std::int32_t first = next_;
     ULONG done = 0;
     const HRESULT result = guarded(IID_IEnumVARIANT, [&] {
       for (; done < count && next_ <= collection_->Count(); ++done) {
@@ -43,8 +48,12 @@ class Enumerator final : public IEnumVARIANT {
         ++next_;
       }
     });
+    if (FAILED(result)) {
+      for (VARIANT* item = items; item != items + done; ++item) VariantClear(item);
+      next_ = first;
+      return result;
+    }
     if (fetched != nullptr) *fetched = done;
-    if (FAILED(result)) return result;
     return done == count ? S_OK : S_FALSE;
   }
   STDMETHODIMP Skip(ULONG count) override {
@@ -74,6 +83,7 @@ class Enumerator final : public IEnumVARIANT {
 template <class Collection>
 HRESULT new_enumerator(IUnknown** result, std::shared_ptr<Collection> collection) {
   if (result == nullptr) return E_POINTER;
+  *result = nullptr;
   return guarded(IID_IEnumVARIANT,
                  [&] { *result = new Enumerator<Collection>(std::move(collection), 1); });
 }

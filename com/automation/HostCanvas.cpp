@@ -11,8 +11,8 @@ namespace qel::com {
 namespace {
 
 HDC context_of(const HostObject& object) {
-  // A handle has 32 bits that count, in every kind of process.
-  const auto handle = in_type<std::int32_t>(object.get_value(u"hDC"));
+  // A handle has 32 bits that count, in every kind of process, with a sign or without one.
+  const auto handle = static_cast<std::int32_t>(in_type<std::int64_t>(object.get_value(u"hDC")));
   return reinterpret_cast<HDC>(static_cast<INT_PTR>(handle));
 }
 

@@ -5,6 +5,7 @@
 
 #include "com/automation/Errors.h"
 #include "qel/base/Error.h"
+#include "qel/base/Utf8.h"
 
 namespace qel::com {
 namespace {
@@ -48,7 +49,9 @@ BSTR new_bstr(std::u16string_view text) {
   return result;
 }
 
-std::u16string from_ascii(std::string_view text) { return {text.begin(), text.end()}; }
+std::u16string from_message(std::string_view text) {
+  return from_utf8(text, [](std::uint8_t /*byte*/) { return u'\uFFFD'; });
+}
 
 Value::Value(const VARIANT& source) {
   VariantInit(&variant_);
@@ -137,6 +140,10 @@ std::int16_t in_type<std::int16_t>(const Value& value) {
 template <>
 std::int32_t in_type<std::int32_t>(const Value& value) {
   return value.as(VT_I4).get().lVal;
+}
+template <>
+std::int64_t in_type<std::int64_t>(const Value& value) {
+  return value.as(VT_I8).get().llVal;
 }
 template <>
 float in_type<float>(const Value& value) {

@@ -3,6 +3,7 @@
 #include <ole2.h>
 #include <windows.h>
 
+#include <cstdint>
 #include <memory>
 #include <string>
 #include <string_view>
@@ -24,8 +25,8 @@ inline std::u16string_view text_of(BSTR text) { return utf16(text, SysStringLen(
 /// A new automation string, which the caller owns. Raises where there is no memory for it.
 BSTR new_bstr(std::u16string_view text);
 
-/// What the messages of exceptions are written in.
-std::u16string from_ascii(std::string_view text);
+/// A message of an exception: it is in UTF-8.
+std::u16string from_message(std::string_view text);
 
 /// An automation variant that owns what it holds.
 class Value {
@@ -84,6 +85,8 @@ template <>
 std::int16_t in_type<std::int16_t>(const Value& value);
 template <>
 std::int32_t in_type<std::int32_t>(const Value& value);
+template <>
+std::int64_t in_type<std::int64_t>(const Value& value);
 template <>
 float in_type<float>(const Value& value);
 template <>

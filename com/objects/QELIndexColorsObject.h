@@ -10,11 +10,11 @@ class QELIndexColorsObject final : public Adapter<QELIndexColors, IQELIndexColor
  public:
   using Adapter::Adapter;
 
-  STDMETHODIMP ColorIndexGivenColor(OLE_COLOR Value, SHORT* Result) override {
-    return answer(Result, &QELIndexColors::ColorIndexGivenColor, Value);
+  STDMETHODIMP ColorIndexGivenColor(OLE_COLOR Color, SHORT* Result) override {
+    return answer(Result, &QELIndexColors::ColorIndexGivenColor, Color);
   }
-  STDMETHODIMP ConvertSystemColor(OLE_COLOR Value, OLE_COLOR* Result) override {
-    return answer(Result, &QELIndexColors::ConvertSystemColor, Value);
+  STDMETHODIMP ConvertSystemColor(OLE_COLOR Color, OLE_COLOR* Result) override {
+    return answer(Result, &QELIndexColors::ConvertSystemColor, Color);
   }
   STDMETHODIMP get_All(BSTR* Result) override { return answer(Result, &QELIndexColors::get_All); }
   STDMETHODIMP put_All(BSTR Value) override { return call(&QELIndexColors::put_All, Value); }

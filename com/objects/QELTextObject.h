@@ -88,7 +88,7 @@ class QELTextObject final : public Adapter<QELText, IQELText> {
   STDMETHODIMP get_TextCustom(BSTR* Result) override {
     return answer(Result, &QELText::get_TextCustom);
   }
-  STDMETHODIMP IsQELCode(BSTR Text, LONG Flags, VARIANT_BOOL* Result) override {
+  STDMETHODIMP IsQELCode(BSTR Text, QELCodeKind Flags, VARIANT_BOOL* Result) override {
     return answer(Result, &QELText::IsQELCode, Text, Flags);
   }
   STDMETHODIMP get_Segments(ISegmentCollection** Result) override {

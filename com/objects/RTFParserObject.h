@@ -24,8 +24,8 @@ class RTFParserObject final : public Adapter<RTFParser, IRTFParser> {
   STDMETHODIMP IsQELCode(BSTR Code, VARIANT_BOOL* Result) override {
     return answer(Result, &RTFParser::IsQELCode, Code);
   }
-  STDMETHODIMP ConvertSystemColor(OLE_COLOR Value, OLE_COLOR* Result) override {
-    return answer(Result, &RTFParser::ConvertSystemColor, Value);
+  STDMETHODIMP ConvertSystemColor(OLE_COLOR Color, OLE_COLOR* Result) override {
+    return answer(Result, &RTFParser::ConvertSystemColor, Color);
   }
   STDMETHODIMP get_ConvertNLToSpace(VARIANT_BOOL* Result) override {
     return answer(Result, &RTFParser::get_ConvertNLToSpace);
@@ -64,8 +64,8 @@ class RTFParserObject final : public Adapter<RTFParser, IRTFParser> {
   STDMETHODIMP RTFToText(BSTR RTF, BSTR* Result) override {
     return answer(Result, [&] { return ready().RTFToText(text_of(RTF)); });
   }
-  STDMETHODIMP PreprocessRTF(BSTR RTF, BSTR* Result) override {
-    return answer(Result, &RTFParser::PreprocessRTF, RTF);
+  STDMETHODIMP PreprocessRTF(BSTR Text, BSTR* Result) override {
+    return answer(Result, &RTFParser::PreprocessRTF, Text);
   }
 
  private:

@@ -29,7 +29,7 @@ class StyleDecoderObject final : public Adapter<StyleDecoder, IStyleDecoder> {
   STDMETHODIMP SegmentStyle(LONG Index, IiStyle** Result) override {
     return answer(Result, &StyleDecoder::SegmentStyle, Index);
   }
-  STDMETHODIMP IsQELCode(BSTR Text, LONG Flags, VARIANT_BOOL* Result) override {
+  STDMETHODIMP IsQELCode(BSTR Text, QELCodeKind Flags, VARIANT_BOOL* Result) override {
     return answer(Result, &StyleDecoder::IsQELCode, Text, Flags);
   }
   STDMETHODIMP GetQELText(LONG Flags, VARIANT_BOOL RemoveLeadingAndTrailingSpaces,

@@ -47,11 +47,11 @@ class TextCaseObject final : public Adapter<TextCase, ITextCase> {
   STDMETHODIMP AutoTitleCase(BSTR Text, BSTR* Result) override {
     return answer(Result, &TextCase::AutoTitleCase, Text);
   }
-  STDMETHODIMP AutoInitialCap(BSTR Text, BSTR* Result) override {
-    return answer(Result, &TextCase::AutoInitialCap, Text);
-  }
   STDMETHODIMP AutoTitleCaseRTF(BSTR Text, BSTR* Result) override {
     return answer(Result, &TextCase::AutoTitleCaseRTF, Text);
+  }
+  STDMETHODIMP AutoInitialCap(BSTR Text, BSTR* Result) override {
+    return answer(Result, &TextCase::AutoInitialCap, Text);
   }
   STDMETHODIMP AutoInitialCapRTF(BSTR Text, BSTR* Result) override {
     return answer(Result, &TextCase::AutoInitialCapRTF, Text);

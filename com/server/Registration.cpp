@@ -52,8 +52,8 @@ HRESULT reported(Action&& action) noexcept {
 class Key {
  public:
   Key(HKEY parent, const std::wstring& path) {
-    require(
-        RegCreateKeyExW(parent, path.c_str(), 0, nullptr, 0, KEY_WRITE, nullptr, &key_, nullptr));
+    require(RegCreateKeyExW(parent, path.c_str(), 0, nullptr, 0, KEY_READ | KEY_WRITE, nullptr,
+                            &key_, nullptr));
   }
   Key(const Key&) = delete;
   Key& operator=(const Key&) = delete;
@@ -148,10 +148,32 @@ void add_class(HKEY classes, const ClassEntry& entry, const std::wstring& librar
   if (entry.is_control) add_control(key);
 }
 
-void remove_tree(HKEY classes, const std::wstring& path) {
-  const LSTATUS status = RegDeleteTreeW(classes, path.c_str());
-  if (status != ERROR_FILE_NOT_FOUND) require(status);
-}
+/// Takes keys out one by one, and raises at the end for what could not be.
+class Removal {
+ public:
+  explicit Removal(HKEY classes) : classes_(classes) {}
+
+  void take(const std::wstring& path) {
+    const LSTATUS status = RegDeleteTreeW(classes_, path.c_str());
+    if (status != ERROR_SUCCESS && status != ERROR_FILE_NOT_FOUND) failure_ = status;
+  }
+  /// For a key that was made on the way to others, if nobody has used it since.
+  void take_empty(const std::wstring& path) {
+    DWORD values = 0;
+    DWORD keys = 0;
+    HKEY key = nullptr;
+    if (RegOpenKeyExW(classes_, path.c_str(), 0, KEY_READ, &key) != ERROR_SUCCESS) return;
+    RegQueryInfoKeyW(key, nullptr, nullptr, nullptr, &keys, nullptr, nullptr, &values, nullptr,
+                     nullptr, nullptr, nullptr);
+    RegCloseKey(key);
+    if (keys == 0 && values == 0) take(path);
+  }
+  void finish() const { require(failure_); }
+
+ private:
+  HKEY classes_;
+  LSTATUS failure_ = ERROR_SUCCESS;
+};
 
 constexpr SYSKIND system_kind = sizeof(void*) == 8 ? SYS_WIN64 : SYS_WIN32;
 
@@ -190,19 +212,22 @@ HRESULT Registration::add() const noexcept {
 HRESULT Registration::remove() const noexcept {
   return reported([&] {
     const Key classes(root(), L"Software\\Classes");
+    Removal removal(classes.get());
     for (const ClassEntry& entry : creatable_classes()) {
       const ClassName name = name_of(entry.id);
-      remove_tree(classes.get(), class_path(entry.id));
-      remove_tree(classes.get(), name.versioned());
-      remove_tree(classes.get(), name.plain());
+      removal.take(class_path(entry.id));
+      removal.take(name.versioned());
+      removal.take(name.plain());
     }
     WORD major = 0;
     WORD minor = 0;
     const GUID library = library_id(&major, &minor);
     const auto remove_library =
         scope_ == RegistrationScope::machine ? UnRegisterTypeLib : UnRegisterTypeLibForUser;
+    removal.take_empty(L"CLSID");
     // It may not be there.
     remove_library(library, major, minor, LOCALE_NEUTRAL, system_kind);
+    removal.finish();
   });
 }
 

@@ -6,6 +6,7 @@
 #include <string_view>
 
 #include "com/automation/Errors.h"
+#include "com/automation/TypeLibrary.h"
 #include "com/server/ClassFactory.h"
 #include "com/server/Module.h"
 #include "com/server/Registration.h"
@@ -32,7 +33,11 @@ STDAPI DllGetClassObject(REFCLSID class_id, REFIID id, void** result) {
   return CLASS_E_CLASSNOTAVAILABLE;
 }
 
-STDAPI DllCanUnloadNow() { return qel::com::Module::is_idle() ? S_OK : S_FALSE; }
+STDAPI DllCanUnloadNow() {
+  if (!qel::com::Module::is_idle()) return S_FALSE;
+  qel::com::forget_type_library();
+  return S_OK;
+}
 
 STDAPI DllRegisterServer() { return registered(RegistrationScope::machine); }
 

@@ -1,0 +1,458 @@
+// A host in C++: creates the objects from the loaded component and calls them by their interfaces.
+#include <gtest/gtest.h>
+#include <qelcom.h>
+
+#include <array>
+#include <functional>
+#include <future>
+#include <thread>
+
+#include "com/Component.h"
+
+namespace qel::com::test {
+namespace {
+
+class ClientTest : public testing::Test {
+ protected:
+  ClientTest() { CoInitializeEx(nullptr, COINIT_APARTMENTTHREADED); }
+  ~ClientTest() override { CoUninitialize(); }
+};
+
+DWORD handles_of_process() {
+  DWORD count = 0;
+  GetProcessHandleCount(GetCurrentProcess(), &count);
+  return count + GetGuiResources(GetCurrentProcess(), GR_GDIOBJECTS) +
+         GetGuiResources(GetCurrentProcess(), GR_USEROBJECTS);
+}
+
+TEST_F(ClientTest, LeavesNothingOfManyObjects) {
+  const Component component;
+  int classes = 0;
+  each_class(*component.type_library().get(), [&](const CLSID& id, const std::wstring& name) {
+    ++classes;
+    component.create<IDispatch>(id);
+    const DWORD handles = handles_of_process();
+    for (int i = 0; i < 10000; ++i) {
+      ASSERT_TRUE(component.create<IDispatch>(id)) << name;
+    }
+    EXPECT_EQ(handles_of_process(), handles) << name;
+    EXPECT_TRUE(component.is_idle()) << name;
+  });
+  EXPECT_EQ(classes, 12);
+}
+
+TEST_F(ClientTest, CountsWhatIsInUse) {
+  const Component component;
+  auto text = component.create<IQELText>(__uuidof(QELText));
+  Pointer<IStyleDecoder> decoder;
+  Pointer<ISegmentCollection> segments;
+  Pointer<IUnknown> enumerator;
+  text->put_QELText(Text(L"a/b1b/b0"));
+  text->get_StyleDecoderObj(decoder.put());
+  text = {};
+  decoder->get_Segments(segments.put());
+  decoder = {};
+  segments->get__NewEnum(enumerator.put());
+  segments = {};
+  EXPECT_FALSE(component.is_idle());
+  VARIANT item = {};
+  EXPECT_EQ(enumerator.as<IEnumVARIANT>()->Next(1, &item, nullptr), S_OK);
+  enumerator = {};
+  EXPECT_FALSE(component.is_idle());
+  VariantClear(&item);
+  EXPECT_TRUE(component.is_idle());
+
+  Pointer<IClassFactory> factory;
+  component.class_object(__uuidof(iStyle), IID_IClassFactory,
+                         reinterpret_cast<void**>(factory.put()));
+  factory->LockServer(TRUE);
+  factory = {};
+  EXPECT_FALSE(component.is_idle());
+  component.class_object(__uuidof(iStyle), IID_IClassFactory,
+                         reinterpret_cast<void**>(factory.put()));
+  factory->LockServer(FALSE);
+  factory = {};
+  EXPECT_TRUE(component.is_idle());
+}
+
+TEST_F(ClientTest, RefusesWhatIsNotThere) {
+  const Component component;
+  void* result = &result;
+  EXPECT_EQ(component.class_object(IID_IUnknown, IID_IClassFactory, &result),
+            CLASS_E_CLASSNOTAVAILABLE);
+  EXPECT_EQ(result, nullptr);
+  EXPECT_EQ(component.class_object(__uuidof(Segment), IID_IClassFactory, &result),
+            CLASS_E_CLASSNOTAVAILABLE);
+  EXPECT_EQ(component.class_object(__uuidof(iStyle), IID_IDispatch, &result), E_NOINTERFACE);
+  EXPECT_EQ(component.class_object(__uuidof(iStyle), IID_IClassFactory, nullptr), E_POINTER);
+
+  Pointer<IClassFactory> factory;
+  ASSERT_EQ(component.class_object(__uuidof(iStyle), IID_IClassFactory,
+                                   reinterpret_cast<void**>(factory.put())),
+            S_OK);
+  result = &result;
+  EXPECT_EQ(factory->CreateInstance(factory.get(), IID_IUnknown, &result), CLASS_E_NOAGGREGATION);
+  EXPECT_EQ(result, nullptr);
+  result = &result;
+  EXPECT_EQ(factory->CreateInstance(nullptr, IID_IClassFactory, &result), E_NOINTERFACE);
+  EXPECT_EQ(result, nullptr);
+  EXPECT_EQ(factory->CreateInstance(nullptr, IID_IUnknown, nullptr), E_POINTER);
+  EXPECT_EQ(factory->QueryInterface(IID_IUnknown, nullptr), E_POINTER);
+
+  const auto style = component.create<IDispatch>(__uuidof(iStyle));
+  EXPECT_EQ(style->QueryInterface(__uuidof(ISegment), &result), E_NOINTERFACE);
+  EXPECT_EQ(result, nullptr);
+  EXPECT_EQ(style->QueryInterface(IID_IUnknown, nullptr), E_POINTER);
+  EXPECT_EQ(style->GetTypeInfo(1, 0, reinterpret_cast<ITypeInfo**>(&result)), DISP_E_BADINDEX);
+  DISPID member = 0;
+  std::array name = {const_cast<wchar_t*>(L"Bold")};
+  EXPECT_EQ(style->GetIDsOfNames(IID_IUnknown, name.data(), 1, 0, &member),
+            DISP_E_UNKNOWNINTERFACE);
+  EXPECT_EQ(style->GetIDsOfNames(IID_NULL, name.data(), 1, 0, &member), S_OK);
+  name.front() = const_cast<wchar_t*>(L"Bolder");
+  EXPECT_EQ(style->GetIDsOfNames(IID_NULL, name.data(), 1, 0, &member), DISP_E_UNKNOWNNAME);
+}
+
+TEST_F(ClientTest, IsUnloadedAndLoadedAgain) {
+  const auto use = [](const Component& component) {
+    CoInitializeEx(nullptr, COINIT_APARTMENTTHREADED);
+    const auto text = component.create<IQELText>(__uuidof(QELText));
+    SHORT length = 0;
+    text->LenStr(Text(L"/b1ab/b0"), &length);
+    EXPECT_EQ(length, 2);
+    CoUninitialize();
+  };
+  for (int i = 0; i < 3; ++i) {
+    // One thread ends before the component goes, the other one after it.
+    std::promise<void> used;
+    std::promise<void> unloaded;
+    std::thread late;
+    {
+      const Component component;
+      use(component);
+      std::thread(use, std::cref(component)).join();
+      late = std::thread([&] {
+        use(component);
+        used.set_value();
+        unloaded.get_future().wait();
+      });
+      used.get_future().wait();
+      EXPECT_TRUE(component.is_idle());
+    }
+    EXPECT_FALSE(Component::is_loaded()) << i;
+    unloaded.set_value();
+    late.join();
+  }
+}
+
+/// What the failure of a member left for its caller.
+struct Report {
+  std::wstring source;
+  std::wstring description;
+  GUID interface_id = {};
+};
+
+Report last_report() {
+  Pointer<IErrorInfo> info;
+  BSTR source = nullptr;
+  BSTR description = nullptr;
+  Report report;
+  if (GetErrorInfo(0, info.put()) == S_OK) {
+    info->GetSource(&source);
+    info->GetDescription(&description);
+    info->GetGUID(&report.interface_id);
+    report.source = taken(source);
+    report.description = taken(description);
+  }
+  return report;
+}
+
+TEST_F(ClientTest, ReportsErrors) {
+  const Component component;
+  const auto labels = component.create<IQELIndexLabels>(__uuidof(QELIndexLabels));
+  OLE_COLOR color = 0;
+  labels->get_Color(5, &color);
+  EXPECT_EQ(labels->put_Color(2, color), static_cast<HRESULT>(0x80042AFA));
+  Report report = last_report();
+  EXPECT_EQ(report.source, L"QELIndexLabels");
+  EXPECT_EQ(report.description,
+            L"You attempted to set a label color that is being used by one of the other already "
+            L"defined label colors.");
+  EXPECT_EQ(report.interface_id, __uuidof(IQELIndexLabels));
+
+  EXPECT_EQ(labels->CopyFrom(nullptr), static_cast<HRESULT>(0x800A005B));
+  EXPECT_EQ(last_report().source, L"QELIndexLabels");
+  const auto list = component.create<ILinkedList>(__uuidof(LinkedList));
+  VARIANT value = {};
+  value.vt = VT_I4;
+  EXPECT_EQ(list->GetData(99, &value), static_cast<HRESULT>(0x800A0009));
+  EXPECT_EQ(value.vt, VT_EMPTY);
+  EXPECT_EQ(last_report().source, L"LinkedList");
+
+  const auto support = list.as<ISupportErrorInfo>();
+  EXPECT_EQ(support->InterfaceSupportsErrorInfo(__uuidof(ILinkedList)), S_OK);
+  EXPECT_EQ(support->InterfaceSupportsErrorInfo(__uuidof(IiStyle)), S_FALSE);
+}
+
+TEST_F(ClientTest, TellsItsClass) {
+  const Component component;
+  each_class(*component.type_library().get(), [&](const CLSID& id, const std::wstring& name) {
+    const auto object = component.create<IDispatch>(id);
+    Pointer<ITypeInfo> info;
+    TYPEATTR* attributes = nullptr;
+    ASSERT_EQ(object.as<IProvideClassInfo>()->GetClassInfo(info.put()), S_OK) << name;
+    info->GetTypeAttr(&attributes);
+    EXPECT_EQ(attributes->guid, id) << name;
+    info->ReleaseTypeAttr(attributes);
+    EXPECT_EQ(object.as<IProvideClassInfo>()->GetClassInfo(nullptr), E_POINTER);
+    EXPECT_EQ(object.as<IUnknown>().get(), object.as<ISupportErrorInfo>().as<IUnknown>().get());
+  });
+}
+
+std::wstring text_of_segment(const VARIANT& item) {
+  const auto segment = Pointer<IDispatch>(item.pdispVal).as<ISegment>();
+  BSTR text = nullptr;
+  segment->get_Text(&text);
+  return taken(text);
+}
+
+TEST_F(ClientTest, WalksCollections) {
+  const Component component;
+  const auto decoder = component.create<IStyleDecoder>(__uuidof(StyleDecoder));
+  decoder->put_QELText(Text(L"a/b1b/b0c/i1d/i0"));
+  Pointer<ISegmentCollection> segments;
+  Pointer<IUnknown> unknown;
+  decoder->get_Segments(segments.put());
+  segments->get__NewEnum(unknown.put());
+  const auto walk = unknown.as<IEnumVARIANT>();
+  Pointer<IEnumVARIANT> copy;
+  // The calls, what they answer, and the segments they give.
+  std::array<VARIANT, 5> items = {};
+  const auto next = [&](IEnumVARIANT& from, ULONG count, HRESULT expected) {
+    ULONG fetched = 99;
+    EXPECT_EQ(from.Next(count, items.data(), &fetched), expected);
+    std::wstring texts;
+    for (ULONG i = 0; i < fetched; ++i) {
+      texts += text_of_segment(items[i]);
+      VariantClear(&items[i]);
+    }
+    return texts;
+  };
+  EXPECT_EQ(next(*walk.get(), 2, S_OK), L"ab");
+  EXPECT_EQ(walk->Clone(copy.put()), S_OK);
+  EXPECT_EQ(next(*walk.get(), 5, S_FALSE), L"cd");
+  EXPECT_EQ(next(*walk.get(), 1, S_FALSE), L"");
+  EXPECT_EQ(next(*copy.get(), 0, S_OK), L"");
+  EXPECT_EQ(copy->Skip(1), S_OK);
+  EXPECT_EQ(next(*copy.get(), 1, S_OK), L"d");
+  EXPECT_EQ(copy->Skip(1), S_FALSE);
+  EXPECT_EQ(copy->Reset(), S_OK);
+  EXPECT_EQ(copy->Skip(0xFFFFFFFF), S_FALSE);
+  EXPECT_EQ(walk->Reset(), S_OK);
+  EXPECT_EQ(next(*walk.get(), 4, S_OK), L"abcd");
+  EXPECT_EQ(walk->Next(2, items.data(), nullptr), E_POINTER);
+  EXPECT_EQ(walk->Next(1, nullptr, nullptr), E_POINTER);
+  EXPECT_EQ(walk->Clone(nullptr), E_POINTER);
+
+  walk->Reset();
+  segments->Clear();
+  EXPECT_EQ(next(*walk.get(), 1, S_FALSE), L"");
+}
+
+TEST_F(ClientTest, ChangesVariablesOfAnyType) {
+  const Component component;
+  const auto text = component.create<IQELText>(__uuidof(QELText));
+  union {
+    SHORT small;
+    LONG large;
+    LONGLONG huge;
+    float single;
+    double real;
+    BYTE byte;
+    CY currency;
+    BSTR text;
+    DECIMAL decimal;
+  } variable = {};
+  const auto call = [&](VARTYPE type) {
+    VARIANT argument = {};
+    argument.vt = static_cast<VARTYPE>(VT_BYREF | type);
+    argument.byref = &variable;
+    BSTR result = nullptr;
+    EXPECT_EQ(text->LeftStr(Text(L"abc"), &argument, &result), S_OK) << type;
+    return taken(result);
+  };
+  // Five characters of three: the variable is put right.
+  variable.small = 5;
+  EXPECT_EQ(call(VT_I2), L"abc");
+  EXPECT_EQ(variable.small, 3);
+  variable.large = 5;
+  call(VT_I4);
+  EXPECT_EQ(variable.large, 3);
+  variable.huge = 5;
+  call(VT_I8);
+  EXPECT_EQ(variable.huge, 3);
+  variable.single = 5;
+  call(VT_R4);
+  EXPECT_EQ(variable.single, 3.0F);
+  variable.real = 5;
+  call(VT_R8);
+  EXPECT_EQ(variable.real, 3.0);
+  variable.byte = 5;
+  call(VT_UI1);
+  EXPECT_EQ(variable.byte, 3);
+  variable.currency.int64 = 50000;
+  call(VT_CY);
+  EXPECT_EQ(variable.currency.int64, 30000);
+  variable.text = SysAllocString(L"5");
+  call(VT_BSTR);
+  EXPECT_EQ(taken(variable.text), L"3");
+  VarDecFromI4(5, &variable.decimal);
+  call(VT_DECIMAL);
+  EXPECT_EQ(variable.decimal.Lo64, 3U);
+  EXPECT_EQ(variable.decimal.wReserved, 0);
+
+  VARIANT inner = {};
+  inner.vt = VT_R8;
+  inner.dblVal = 5;
+  VARIANT outer = {};
+  outer.vt = VT_BYREF | VT_VARIANT;
+  outer.pvarVal = &inner;
+  BSTR result = nullptr;
+  EXPECT_EQ(text->LeftStr(Text(L"abc"), &outer, &result), S_OK);
+  SysFreeString(result);
+  EXPECT_EQ(inner.vt, VT_I2);
+  EXPECT_EQ(inner.iVal, 3);
+
+  inner.vt = VT_BSTR;
+  inner.bstrVal = SysAllocString(L"five");
+  EXPECT_EQ(text->LeftStr(Text(L"abc"), &outer, &result), static_cast<HRESULT>(0x800A000D));
+  EXPECT_EQ(result, nullptr);
+  EXPECT_EQ(taken(inner.bstrVal), L"five");
+  EXPECT_EQ(text->LeftStr(Text(L"abc"), nullptr, &result), static_cast<HRESULT>(0x800A005B));
+}
+
+/// An object that tells how often it is held.
+class Counted final : public IUnknown {
+ public:
+  STDMETHODIMP QueryInterface(REFIID id, void** result) override {
+    *result = id == IID_IUnknown ? this : nullptr;
+    if (*result == nullptr) return E_NOINTERFACE;
+    ++count;
+    return S_OK;
+  }
+  STDMETHODIMP_(ULONG) AddRef() override { return ++count; }
+  STDMETHODIMP_(ULONG) Release() override { return --count; }
+
+  ULONG count = 1;
+};
+
+TEST_F(ClientTest, KeepsValuesOfAnyType) {
+  const Component component;
+  const auto list = component.create<ILinkedList>(__uuidof(LinkedList));
+  Counted object;
+  SHORT number = 7;
+  Text text(L"text");
+  VARIANT inner = {};
+  inner.vt = VT_I2;
+  inner.iVal = 8;
+  std::array<VARIANT, 13> values = {};
+  std::size_t count = 0;
+  const auto add = [&](int type) -> VARIANT& {
+    values[count].vt = static_cast<VARTYPE>(type);
+    return values[count++];
+  };
+  add(VT_EMPTY);
+  add(VT_NULL);
+  add(VT_UI1).bVal = 200;
+  add(VT_I8).llVal = 1LL << 40;
+  add(VT_DATE).date = 36526.5;
+  add(VT_CY).cyVal.int64 = 12345;
+  add(VT_ERROR).scode = DISP_E_PARAMNOTFOUND;
+  add(VT_BOOL).boolVal = VARIANT_TRUE;
+  add(VT_BSTR).bstrVal = nullptr;
+  add(VT_UNKNOWN).punkVal = &object;
+  add(VT_BYREF | VT_I2).piVal = &number;
+  add(VT_BYREF | VT_VARIANT).pvarVal = &inner;
+  VARIANT& array = add(VT_ARRAY | VT_UNKNOWN);
+  array.parray = SafeArrayCreateVector(VT_UNKNOWN, 0, 2);
+  LONG place = 1;
+  SafeArrayPutElement(array.parray, &place, &object);
+  VARIANT decimal = {};
+  VarDecFromR8(1.25, &decimal.decVal);
+  decimal.vt = VT_DECIMAL;
+
+  LONG id = 0;
+  for (const VARIANT& value : values) EXPECT_EQ(list->AddToBottom(value, &id), S_OK) << value.vt;
+  EXPECT_EQ(list->AddToBottom(decimal, &id), S_OK);
+  number = 0;
+  inner.iVal = 0;
+  VariantClear(&array);
+  EXPECT_EQ(object.count, 3U);
+
+  VARIANT got = {};
+  const auto get = [&](LONG node) {
+    VariantClear(&got);
+    EXPECT_EQ(list->GetData(node, &got), S_OK);
+    return got.vt;
+  };
+  for (LONG i = 1; i <= 9; ++i) {
+    const VARIANT& value = values[static_cast<std::size_t>(i) - 1];
+    EXPECT_EQ(get(i), value.vt);
+    EXPECT_TRUE(got.llVal == value.llVal || value.vt == VT_BSTR) << value.vt;
+  }
+  EXPECT_EQ(get(10), VT_UNKNOWN);
+  EXPECT_EQ(got.punkVal, &object);
+  EXPECT_EQ(object.count, 4U);
+  EXPECT_EQ(get(11), VT_I2);
+  EXPECT_EQ(got.iVal, 7);
+  EXPECT_EQ(get(12), VT_I2);
+  EXPECT_EQ(got.iVal, 8);
+  EXPECT_EQ(get(13), VT_ARRAY | VT_UNKNOWN);
+  EXPECT_EQ(object.count, 4U);
+  EXPECT_EQ(get(14), VT_DECIMAL);
+  EXPECT_EQ(got.decVal.Lo64, 125U);
+
+  // What is taken out is the caller's alone; what is cleared is let go.
+  list->GotoID(10);
+  EXPECT_EQ(list->RemoveCurrentLink(&got), S_OK);
+  EXPECT_EQ(object.count, 3U);
+  VariantClear(&got);
+  EXPECT_EQ(object.count, 2U);
+  list->Clear();
+  EXPECT_EQ(object.count, 1U);
+  EXPECT_TRUE(!component.is_idle());
+}
+
+TEST_F(ClientTest, IsCreatedByItsManifest) {
+  const std::wstring manifest =
+      Component::path().replace(Component::path().rfind(L'.'), 4, L".manifest");
+  const std::wstring folder = manifest.substr(0, manifest.rfind(L'\\'));
+  ACTCTXW wanted = {};
+  wanted.cbSize = sizeof wanted;
+  wanted.dwFlags = ACTCTX_FLAG_ASSEMBLY_DIRECTORY_VALID;
+  wanted.lpSource = manifest.c_str();
+  wanted.lpAssemblyDirectory = folder.c_str();
+  HANDLE context = CreateActCtxW(&wanted);
+  ASSERT_NE(context, INVALID_HANDLE_VALUE) << GetLastError();
+  ULONG_PTR cookie = 0;
+  ASSERT_TRUE(ActivateActCtx(context, &cookie));
+  const Component component;
+  each_class(*component.type_library().get(), [&](const CLSID& id, const std::wstring& name) {
+    std::array<CLSID, 3> ids = {id};
+    CLSIDFromProgID((L"QEL." + name).c_str(), &ids[1]);
+    CLSIDFromProgID((L"QEL." + name + L".1").c_str(), &ids[2]);
+    for (const CLSID& created : ids) {
+      Pointer<IDispatch> object;
+      EXPECT_EQ(CoCreateInstance(created, nullptr, CLSCTX_INPROC_SERVER, IID_IDispatch,
+                                 reinterpret_cast<void**>(object.put())),
+                S_OK)
+          << name;
+    }
+  });
+  DeactivateActCtx(0, cookie);
+  ReleaseActCtx(context);
+  CoFreeUnusedLibraries();
+}
+
+}  // namespace
+}  // namespace qel::com::test
