@@ -10,8 +10,8 @@
 
 #include "com/automation/Classes.h"
 #include "com/automation/Errors.h"
-#include "com/automation/Pointer.h"
 #include "com/automation/Values.h"
+#include "com/platform/Pointer.h"
 #include "qel/base/Error.h"
 
 /// What the arguments of a member stand for in the library, and what its results are to the host.

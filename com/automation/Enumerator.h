@@ -4,37 +4,22 @@
 #include <windows.h>
 
 #include <algorithm>
-#include <atomic>
 #include <cstdint>
 #include <memory>
 #include <utility>
 
 #include "com/automation/Arguments.h"
+#include "com/platform/ComObject.h"
 #include "com/server/Module.h"
 
 namespace qel::com {
 
 /// Walks a collection from its first item to its last, for a "For Each" of scripts.
 template <class Collection>
-class Enumerator final : public IEnumVARIANT {
+class Enumerator final : public windows::ComObject<IEnumVARIANT> {
  public:
   Enumerator(std::shared_ptr<Collection> collection, std::int32_t next)
       : collection_(std::move(collection)), next_(next) {}
-
-  STDMETHODIMP QueryInterface(REFIID id, void** result) override {
-    if (result == nullptr) return E_POINTER;
-    const bool is_known = id == IID_IUnknown || id == IID_IEnumVARIANT;
-    *result = is_known ? this : nullptr;
-    if (!is_known) return E_NOINTERFACE;
-    AddRef();
-    return S_OK;
-  }
-  STDMETHODIMP_(ULONG) AddRef() override { return ++references_; }
-  STDMETHODIMP_(ULONG) Release() override {
-    const ULONG left = --references_;
-    if (left == 0) delete this;
-    return left;
-  }
 
   STDMETHODIMP Next(ULONG count, VARIANT* items, ULONG* fetched) override {
     if (items == nullptr || (count != 1 && fetched == nullptr)) return E_POINTER;
@@ -72,10 +57,7 @@ class Enumerator final : public IEnumVARIANT {
   }
 
  private:
-  ~Enumerator() = default;
-
   const ModuleUse module_use_;
-  std::atomic<ULONG> references_ = 1;
   std::shared_ptr<Collection> collection_;
   std::int32_t next_;  // from 1
 };

@@ -9,7 +9,7 @@
 #include <stdexcept>
 #include <string>
 
-#include "com/automation/Pointer.h"
+#include "com/platform/Pointer.h"
 #include "com/automation/TypeLibrary.h"
 #include "com/automation/Values.h"
 #include "qel/base/Error.h"

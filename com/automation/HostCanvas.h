@@ -5,7 +5,7 @@
 
 #include <memory>
 
-#include "com/automation/Pointer.h"
+#include "com/platform/Pointer.h"
 #include "qel/platform/Canvas.h"
 #include "qel/platform/MeasuringSurface.h"
 

@@ -5,8 +5,8 @@
 
 #include <string_view>
 
-#include "com/automation/Pointer.h"
 #include "com/automation/Values.h"
+#include "com/platform/Pointer.h"
 #include "qel/platform/Dispatch.h"
 
 namespace qel::com {

@@ -3,37 +3,22 @@
 #include <unknwn.h>
 
 #include <algorithm>
-#include <atomic>
 #include <cstddef>
 #include <utility>
 #include <vector>
 
 #include "com/automation/Errors.h"
+#include "com/platform/ComObject.h"
 #include "com/server/Module.h"
 
 namespace qel::com {
 
 /// Walks a list that was made beforehand. `Copy` turns an item of the list into one for the caller.
 template <class Enumeration, class Item, class Given, auto copy>
-class ListEnumerator final : public Enumeration {
+class ListEnumerator final : public windows::ComObject<Enumeration> {
  public:
   explicit ListEnumerator(std::vector<Item> items, std::size_t next = 0)
       : items_(std::move(items)), next_(next) {}
-
-  STDMETHODIMP QueryInterface(REFIID id, void** result) override {
-    if (result == nullptr) return E_POINTER;
-    const bool is_known = id == IID_IUnknown || id == __uuidof(Enumeration);
-    *result = is_known ? this : nullptr;
-    if (!is_known) return E_NOINTERFACE;
-    AddRef();
-    return S_OK;
-  }
-  STDMETHODIMP_(ULONG) AddRef() override { return ++references_; }
-  STDMETHODIMP_(ULONG) Release() override {
-    const ULONG left = --references_;
-    if (left == 0) delete this;
-    return left;
-  }
 
   STDMETHODIMP Next(ULONG count, Given* items, ULONG* fetched) override {
     if (items == nullptr || (count != 1 && fetched == nullptr)) return E_POINTER;
@@ -57,10 +42,7 @@ class ListEnumerator final : public Enumeration {
   }
 
  private:
-  ~ListEnumerator() = default;
-
   const ModuleUse module_use_;
-  std::atomic<ULONG> references_ = 1;
   std::vector<Item> items_;
   std::size_t next_;
 };

@@ -10,7 +10,7 @@
 #include <utility>
 
 #include "com/automation/Errors.h"
-#include "com/automation/Pointer.h"
+#include "com/platform/Pointer.h"
 #include "com/automation/Values.h"
 #include "com/server/Module.h"
 

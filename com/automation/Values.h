@@ -9,7 +9,7 @@
 #include <string_view>
 #include <vector>
 
-#include "com/automation/Pointer.h"
+#include "com/platform/Pointer.h"
 #include "com/platform/Text.h"
 #include "qel/base/Variant.h"
 

@@ -5,7 +5,7 @@
 #include <map>
 #include <vector>
 
-#include "com/automation/Pointer.h"
+#include "com/platform/Pointer.h"
 #include "com/control/Part.h"
 
 namespace qel::com {

@@ -2,7 +2,7 @@
 
 #include <ole2.h>
 
-#include "com/automation/Pointer.h"
+#include "com/platform/Pointer.h"
 #include "com/control/HostedControl.h"
 #include "com/control/Part.h"
 

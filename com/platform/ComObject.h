@@ -2,8 +2,6 @@
 
 #include <windows.h>
 
-#include <utility>
-
 namespace qel::windows {
 
 /// A COM object with one interface and a count of who holds it. It begins with one, and goes when
@@ -37,41 +35,6 @@ class ComObject : public Interface {
 
  private:
   LONG count_ = 1;
-};
-
-/// Holds a COM object.
-template <class Interface>
-class ComPtr {
- public:
-  ComPtr() = default;
-  /// Takes over one of the references that the object counts.
-  static ComPtr adopt(Interface* object) {
-    ComPtr pointer;
-    pointer.object_ = object;
-    return pointer;
-  }
-  /// Holds the object besides whoever else does.
-  static ComPtr share(Interface* object) {
-    if (object != nullptr) object->AddRef();
-    return adopt(object);
-  }
-  ComPtr(const ComPtr& other) : ComPtr(share(other.object_)) {}
-  ComPtr(ComPtr&& other) noexcept : object_(std::exchange(other.object_, nullptr)) {}
-  ComPtr& operator=(ComPtr other) noexcept {
-    std::swap(object_, other.object_);
-    return *this;
-  }
-  ~ComPtr() {
-    if (object_ != nullptr) object_->Release();
-  }
-
-  Interface* get() const { return object_; }
-  Interface* operator->() const { return object_; }
-  Interface& operator*() const { return *object_; }
-  explicit operator bool() const { return object_ != nullptr; }
-
- private:
-  Interface* object_ = nullptr;
 };
 
 }  // namespace qel::windows

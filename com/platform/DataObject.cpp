@@ -11,6 +11,7 @@
 
 #include "com/platform/GlobalMemory.h"
 #include "com/platform/Guard.h"
+#include "com/platform/Pointer.h"
 
 namespace qel::windows {
 
@@ -202,7 +203,7 @@ DragData read_data_object(IDataObject& object) {
   for (const Form& form : known_forms()) {
     if (offers(object, form.format)) data.promise(form.form);
   }
-  const auto held = ComPtr<IDataObject>::share(&object);
+  const auto held = Pointer<IDataObject>(&object);
   data.put_supply([held](DragData& promised, std::int16_t form) {
     if (const auto value = get(*held, form)) promised.put(form, *value);
   });

@@ -7,6 +7,7 @@
 #include "com/platform/DataObject.h"
 #include "com/platform/Guard.h"
 #include "com/platform/OleSession.h"
+#include "com/platform/Pointer.h"
 
 namespace qel::windows {
 namespace {
@@ -44,8 +45,8 @@ std::int32_t drag(platform::DragData data, std::int32_t allowed_effects, GiveFee
   const OleSession session;
   const auto allowed = static_cast<DWORD>(allowed_effects) & all_effects;
   if (!session || allowed == 0) return platform::no_drop;
-  const auto object = ComPtr<DataObject>::adopt(new DataObject(std::move(data)));
-  const auto source = ComPtr<DropSource>::adopt(new DropSource(std::move(feedback)));
+  const auto object = Pointer<DataObject>::adopted(new DataObject(std::move(data)));
+  const auto source = Pointer<DropSource>::adopted(new DropSource(std::move(feedback)));
   DWORD effect = DROPEFFECT_NONE;
   const HRESULT result = DoDragDrop(object.get(), source.get(), allowed, &effect);
   object->end_supply();

@@ -109,7 +109,7 @@ class DropTarget::Target : public ComObject<IDropTarget> {
     const auto allowed = static_cast<std::int32_t>(*effect);
     *effect = DROPEFFECT_NONE;
     // Whoever is told may close the box.
-    const auto held = ComPtr<Target>::share(this);
+    const auto held = Pointer<Target>(this);
     return guarded([&]() -> HRESULT {
       if (is_open()) *effect = static_cast<DWORD>(act(allowed));
       return S_OK;
@@ -130,7 +130,7 @@ class DropTarget::Target : public ComObject<IDropTarget> {
   }
 
   void look_at(IDataObject& object) {
-    own_ = ComPtr<DataObject>::share(DataObject::behind(object));
+    own_ = Pointer<DataObject>(DataObject::behind(object));
     foreign_ = own_ ? DragData() : read_data_object(object);
     data_ = own_ ? &own_->data() : &foreign_;
   }
@@ -182,7 +182,7 @@ class DropTarget::Target : public ComObject<IDropTarget> {
 
   HWND window_;
   DropClient* client_;
-  ComPtr<DataObject> own_;    // what is over the box comes from one of ours,
+  Pointer<DataObject> own_;   // what is over the box comes from one of ours,
   DragData foreign_;          // or from elsewhere
   DragData* data_ = nullptr;  // the one of both; null while nothing is over the box
   std::int32_t effect_ = no_drop;
@@ -192,7 +192,7 @@ class DropTarget::Target : public ComObject<IDropTarget> {
 };
 
 DropTarget::DropTarget(HWND window, DropClient& client)
-    : window_(window), target_(ComPtr<Target>::adopt(new Target(window, client))) {
+    : window_(window), target_(Pointer<Target>::adopted(new Target(window, client))) {
   if (!session_) return;
   if (RegisterDragDrop(window, target_.get()) != DRAGDROP_E_ALREADYREGISTERED) return;
   RevokeDragDrop(window);

@@ -7,6 +7,7 @@
 
 #include "com/platform/ComObject.h"
 #include "com/platform/OleSession.h"
+#include "com/platform/Pointer.h"
 #include "qel/platform/BoxAppearance.h"
 #include "qel/platform/BoxListener.h"
 
@@ -49,7 +50,7 @@ class DropTarget {
 
   OleSession session_;
   HWND window_;
-  ComPtr<Target> target_;
+  Pointer<Target> target_;
 };
 
 }  // namespace qel::windows

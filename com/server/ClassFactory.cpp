@@ -1,9 +1,8 @@
 #include "com/server/ClassFactory.h"
 
-#include <atomic>
-
 #include "com/automation/Errors.h"
-#include "com/automation/Pointer.h"
+#include "com/platform/ComObject.h"
+#include "com/platform/Pointer.h"
 #include "com/platform/WindowsPlatform.h"
 #include "com/server/Module.h"
 #include "qel/control/Common.h"
@@ -11,24 +10,9 @@
 namespace qel::com {
 namespace {
 
-class ClassFactory final : public IClassFactory {
+class ClassFactory final : public windows::ComObject<IClassFactory> {
  public:
   explicit ClassFactory(const ClassEntry& entry) : entry_(entry) {}
-
-  STDMETHODIMP QueryInterface(REFIID id, void** result) override {
-    if (result == nullptr) return E_POINTER;
-    const bool is_known = id == IID_IUnknown || id == IID_IClassFactory;
-    *result = is_known ? this : nullptr;
-    if (!is_known) return E_NOINTERFACE;
-    AddRef();
-    return S_OK;
-  }
-  STDMETHODIMP_(ULONG) AddRef() override { return ++references_; }
-  STDMETHODIMP_(ULONG) Release() override {
-    const ULONG left = --references_;
-    if (left == 0) delete this;
-    return left;
-  }
 
   STDMETHODIMP CreateInstance(IUnknown* outer, REFIID id, void** result) override {
     if (result == nullptr) return E_POINTER;
@@ -45,10 +29,7 @@ class ClassFactory final : public IClassFactory {
   }
 
  private:
-  ~ClassFactory() = default;
-
   const ModuleUse module_use_;
-  std::atomic<ULONG> references_ = 1;
   const ClassEntry& entry_;
 };
 

@@ -9,9 +9,9 @@
 #include <utility>
 
 #include "com/automation/Errors.h"
-#include "com/automation/Pointer.h"
 #include "com/automation/TypeLibrary.h"
 #include "com/control/Embedding.h"
+#include "com/platform/Pointer.h"
 #include "com/server/ClassTable.h"
 #include "com/server/Module.h"
 

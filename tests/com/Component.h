@@ -7,7 +7,7 @@
 #include <stdexcept>
 #include <string>
 
-#include "com/automation/Pointer.h"
+#include "com/platform/Pointer.h"
 
 namespace qel::com::test {
 

@@ -9,6 +9,7 @@
 #include <utility>
 
 #include "com/platform/ComObject.h"
+#include "com/platform/Pointer.h"
 
 namespace qel::windows::test {
 
@@ -16,11 +17,11 @@ namespace qel::windows::test {
 class ForeignObject : public ComObject<IDataObject> {
  public:
   explicit ForeignObject(std::map<UINT, std::string> forms, IDataObject* behind = nullptr)
-      : forms_(std::move(forms)), behind_(ComPtr<IDataObject>::share(behind)) {}
+      : forms_(std::move(forms)), behind_(Pointer<IDataObject>(behind)) {}
 
-  static ComPtr<ForeignObject> create(std::map<UINT, std::string> forms,
-                                      IDataObject* behind = nullptr) {
-    return ComPtr<ForeignObject>::adopt(new ForeignObject(std::move(forms), behind));
+  static Pointer<ForeignObject> create(std::map<UINT, std::string> forms,
+                                       IDataObject* behind = nullptr) {
+    return Pointer<ForeignObject>::adopted(new ForeignObject(std::move(forms), behind));
   }
 
   HRESULT STDMETHODCALLTYPE GetData(FORMATETC* form, STGMEDIUM* medium) noexcept override {
@@ -61,12 +62,12 @@ class ForeignObject : public ComObject<IDataObject> {
 
  private:
   std::map<UINT, std::string> forms_;
-  ComPtr<IDataObject> behind_;
+  Pointer<IDataObject> behind_;
 };
 
 /// How many hold the object besides the one who asks.
 template <class Object>
-ULONG others_of(const ComPtr<Object>& object) {
+ULONG others_of(const Pointer<Object>& object) {
   object->AddRef();
   return object->Release() - 1;
 }

@@ -41,8 +41,8 @@ std::string bytes_of(IDataObject& object, UINT format) {
   return bytes;
 }
 
-ComPtr<DataObject> data_object(DragData data) {
-  return ComPtr<DataObject>::adopt(new DataObject(std::move(data)));
+Pointer<DataObject> data_object(DragData data) {
+  return Pointer<DataObject>::adopted(new DataObject(std::move(data)));
 }
 
 TEST(DataObject, OffersTextAndRTF) {

@@ -25,8 +25,8 @@ using namespace platform;
 using test::ForeignObject;
 using test::others_of;
 
-ComPtr<DataObject> data_object(DragData data) {
-  return ComPtr<DataObject>::adopt(new DataObject(std::move(data)));
+Pointer<DataObject> data_object(DragData data) {
+  return Pointer<DataObject>::adopted(new DataObject(std::move(data)));
 }
 
 /// A box on which things are dropped, and its listener.

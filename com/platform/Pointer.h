@@ -5,7 +5,7 @@
 
 #include <utility>
 
-namespace qel::com {
+namespace qel::windows {
 
 /// Shares in a component's object: holds one reference to it.
 template <class Interface>
@@ -35,6 +35,7 @@ class Pointer {
 
   Interface* get() const noexcept { return object_; }
   Interface* operator->() const noexcept { return object_; }
+  Interface& operator*() const noexcept { return *object_; }
   explicit operator bool() const noexcept { return object_ != nullptr; }
   friend bool operator==(const Pointer&, const Pointer&) = default;
 
@@ -58,5 +59,11 @@ class Pointer {
  private:
   Interface* object_ = nullptr;
 };
+
+}  // namespace qel::windows
+
+namespace qel::com {
+
+using windows::Pointer;
 
 }  // namespace qel::com
