@@ -120,6 +120,7 @@ inline void put_result(LONG* result, std::int32_t value) { *result = value; }
 inline void put_result(OLE_COLOR* result, std::int32_t value) {
   *result = static_cast<OLE_COLOR>(value);
 }
+inline void put_result(OLE_HANDLE* result, OLE_HANDLE value) { *result = value; }
 template <class Enumeration, class Value>
 requires std::is_enum_v<Enumeration> && std::is_enum_v<Value>
 void put_result(Enumeration* result, Value value) { *result = static_cast<Enumeration>(value); }

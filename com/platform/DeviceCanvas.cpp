@@ -93,9 +93,7 @@ platform::FontExtent DeviceCanvas::font_extent(const platform::TextFont& font) c
   const SelectedFont selected(context_, handle_of(font));
   TEXTMETRICW metrics = {};
   GetTextMetricsW(context_, &metrics);
-  const auto points = [this](LONG units) {
-    return static_cast<float>(units / std::abs(down_));
-  };
+  const auto points = [this](LONG units) { return static_cast<float>(units / std::abs(down_)); };
   return {points(metrics.tmAscent), points(metrics.tmDescent), points(metrics.tmExternalLeading)};
 }
 
@@ -105,7 +103,7 @@ void DeviceCanvas::draw_text(const platform::CanvasText& text) {
   const SelectedFont selected(context_, handle_of(text.font));
   SetTextColor(context_, color_ref(text.color));
   SetBkMode(context_, TRANSPARENT);
-  SetTextAlign(context_, TA_BASELINE | TA_LEFT | TA_NOUPDATECP);
+  SetTextAlign(context_, TA_BASELINE);
   const std::wstring characters = shown(text.text, text.font);
   ExtTextOutW(context_, rounded(static_cast<double>(text.x) * across_),
               rounded(static_cast<double>(text.y) * down_), 0, nullptr, characters.data(),

@@ -4,7 +4,9 @@
 
 #include "com/automation/Errors.h"
 #include "com/automation/Pointer.h"
+#include "com/platform/WindowsPlatform.h"
 #include "com/server/Module.h"
+#include "qel/control/Common.h"
 
 namespace qel::com {
 namespace {

@@ -11,6 +11,7 @@
 #include "com/automation/Errors.h"
 #include "com/automation/Pointer.h"
 #include "com/automation/TypeLibrary.h"
+#include "com/control/Embedding.h"
 #include "com/server/ClassTable.h"
 #include "com/server/Module.h"
 
@@ -119,13 +120,11 @@ GUID library_id(WORD* major, WORD* minor) {
 std::wstring class_path(const CLSID& id) { return L"CLSID\\" + text_of(id); }
 
 void add_control(const Key& key) {
-  // Changes here belong in the control's own answer, too (`GetMiscStatus`).
-  constexpr DWORD behaviour = OLEMISC_RECOMPOSEONRESIZE | OLEMISC_CANTLINKINSIDE |
-                              OLEMISC_INSIDEOUT | OLEMISC_ACTIVATEWHENVISIBLE |
-                              OLEMISC_SETCLIENTSITEFIRST;
   key.key(L"Control");
   key.key(L"MiscStatus").put(L"0");
-  key.key(L"MiscStatus\\1").put(std::to_wstring(behaviour));
+  key.key(L"MiscStatus\\1").put(std::to_wstring(Embedding::behaviour));
+  key.key(L"Verb\\0").put(L"&Edit,0,2");
+  key.key(L"Verb\\" + std::to_wstring(Embedding::edit_verb)).put(L"&Large Editor...,0,2");
   key.key(L"ToolboxBitmap32").put(Module::path() + L", 101");
   key.key(L"Implemented Categories\\{40FC6ED4-2438-11CF-A3DB-080036F12502}");
 }

@@ -80,6 +80,9 @@ class QELTextbox {
   const std::shared_ptr<platform::RichEdit>& CurrentRichTextBox() const {
     return editor_box_ ? editor_box_ : boxes_[active_];
   }
+  /// Both boxes, for a host that moves them to another window.
+  const std::array<std::shared_ptr<platform::RichEdit>, 2>& boxes() const { return boxes_; }
+
   /// Opens the large editor on the text and returns when the user has closed it. While it is open,
   /// all that acts on the visible box acts on the editor's. Nothing happens when it is open
   /// already. The control may end meanwhile.

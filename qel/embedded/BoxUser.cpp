@@ -186,13 +186,17 @@ std::int16_t BoxUser::stroke(std::int16_t key_code, std::int16_t shift, std::int
     type_character(character);
   } else if (left != 0) {
     act_on_key(left, mask);
-    press_character(left, mask);
   }
   box_.listener().on_key_up(key_code, shift);
   return left;
 }
 
 void BoxUser::act_on_key(std::int16_t key_code, std::int16_t shift) {
+  run_command(key_code, shift);
+  press_character(key_code, shift);
+}
+
+void BoxUser::run_command(std::int16_t key_code, std::int16_t shift) {
   const bool ctrl = (shift & ctrl_key) != 0;
   if ((shift & alt_key) == 0 && move(key_code, ctrl, (shift & shift_key) != 0)) return;
   struct Row {
@@ -320,8 +324,12 @@ void BoxUser::double_click(float x, float y) {
   if (!box_.appearance().enabled) return;
   click(x, y);
   box_.listener().on_double_click();
+  select_word(static_cast<std::size_t>(box_.position_at(x, y)));
+  box_.listener().on_mouse_up(left_button, no_modifier, x, y);
+}
+
+void BoxUser::select_word(std::size_t at) {
   const Text text = box_.text();
-  const auto at = static_cast<std::size_t>(box_.position_at(x, y));
   const auto ends_word = [](char16_t c) { return is_blank(c) || c == u'\r' || c == u'\n'; };
   std::size_t start = at;
   while (start > 0 && !ends_word(text[start - 1])) --start;
@@ -329,7 +337,6 @@ void BoxUser::double_click(float x, float y) {
   while (end < text.size() && !ends_word(text[end])) ++end;
   put_caret(start, false);
   put_caret(end, true);
-  box_.listener().on_mouse_up(left_button, no_modifier, x, y);
 }
 
 }  // namespace qel::embedded

@@ -35,6 +35,18 @@ class BoxUser {
   /// Selects the word there.
   void double_click(float x, float y);
 
+  // The parts of this, for a window whose events are told apart.
+
+  /// What a key does by itself: its command, or what the control character that it types stands
+  /// for, of which the listener is told.
+  void act_on_key(std::int16_t key_code, std::int16_t shift);
+  /// The command alone, which tells of no character.
+  void run_command(std::int16_t key_code, std::int16_t shift);
+  /// Tells the listener of a character, and types what is left of it.
+  void type_character(std::int16_t character);
+  /// Selects the word around a position within the text.
+  void select_word(std::size_t at);
+
  private:
   bool may_edit() const { return !box_.appearance().read_only; }
   std::size_t anchor() const;
@@ -46,9 +58,7 @@ class BoxUser {
   bool move(std::int16_t key_code, bool ctrl, bool selects);
 
   std::int16_t stroke(std::int16_t key_code, std::int16_t shift, std::int16_t character);
-  void act_on_key(std::int16_t key_code, std::int16_t shift);
   void press_character(std::int16_t key_code, std::int16_t shift);
-  void type_character(std::int16_t character);
 
   void erase(std::size_t to, UndoHistory::Kind kind);
   void select_all();

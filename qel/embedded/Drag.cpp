@@ -66,7 +66,7 @@ void Drag::drop() {
   accept(effect);
   const bool by_box = takes && effect_ != no_drop;
   stays_in_source_ = by_box && target_ == &source_;
-  if (by_box && !target_->take_drop(data_, target_->position_at(x_, y_), source_, effect_)) {
+  if (by_box && !target_->take_drop(data_, target_->position_at(x_, y_), &source_, effect_)) {
     effect_ = no_drop;
   }
   target_ = nullptr;

@@ -21,6 +21,14 @@ class Drag {
   void leave();
   /// Drops where the pointer is.
   void drop();
+  /// Says what has become of the data where somebody else has carried and dropped it.
+  void end(std::int32_t effect, bool stays_in_source) {
+    effect_ = effect;
+    stays_in_source_ = stays_in_source;
+  }
+
+  platform::DragData& data() const { return data_; }
+  std::int32_t allowed_effects() const { return allowed_; }
 
   /// What a drop would do, and after a drop what it has done.
   std::int32_t effect() const { return effect_; }

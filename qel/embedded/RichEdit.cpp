@@ -246,7 +246,7 @@ void RichEdit::start_drag() {
   listener_->on_start_drag(data, effects);
   if (effects == platform::no_drop || !data.is_text()) return;
   Drag drag(*this, data, effects);
-  if (desktop_->dragger) desktop_->dragger(drag);
+  carry(drag);
   drag.leave();
   // What was moved within the box, or changed meanwhile, is not taken out.
   constexpr std::int32_t box_drags = 1;
@@ -259,9 +259,13 @@ void RichEdit::start_drag() {
   listener_->on_complete_drag(effect);
 }
 
-bool RichEdit::take_drop(platform::DragData& data, std::int32_t position, const RichEdit& source,
+void RichEdit::carry(Drag& drag) const {
+  if (desktop_->dragger) desktop_->dragger(drag);
+}
+
+bool RichEdit::take_drop(platform::DragData& data, std::int32_t position, const RichEdit* source,
                          std::int32_t effect) {
-  if (&source == this && effect == platform::move_drop) {
+  if (source == this && effect == platform::move_drop) {
     return move_dragged(static_cast<std::size_t>(position));
   }
   const auto rtf = data.get(platform::rtf_format);

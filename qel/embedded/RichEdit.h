@@ -55,8 +55,10 @@ class RichEdit : public platform::RichEdit {
 
   /// The box's text as it stands; holds until the box changes.
   const std::u16string& text() const { return document_.text(); }
+  /// The same with its formats and alignments.
+  const richtext::Document& document() const { return document_; }
   platform::BoxListener& listener() const { return *listener_; }
-  OwnClipboard& clipboard() const { return desktop_->clipboard; }
+  virtual platform::Clipboard& clipboard() const { return desktop_->clipboard; }
   /// Puts a character in place of the selection; characters typed in a row are undone together.
   void type(char16_t character);
   /// Takes out the part, and with it a break that it cuts; the caret ends up there.
@@ -67,14 +69,19 @@ class RichEdit : public platform::RichEdit {
   /// Puts text from elsewhere in place of the selection, its RTF where it has one; whether there is
   /// either. In a box for a single line breaks become blanks.
   bool insert(const std::optional<std::u16string>& rtf, const std::optional<std::u16string>& text);
-  /// Puts dropped data at a position; whether it had text in it.
-  bool take_drop(platform::DragData& data, std::int32_t position, const RichEdit& source,
+  /// Puts dropped data at a position; whether it had text in it. `source` is the box that it was
+  /// dragged from; null where that is none of these.
+  bool take_drop(platform::DragData& data, std::int32_t position, const RichEdit* source,
                  std::int32_t effect);
 
   static constexpr float character_width = 8;
   static constexpr float line_height = 16;
   /// The position nearest to a point in the box.
   std::int32_t position_at(float x, float y) const;
+
+ protected:
+  /// Drags until the data is dropped or the user gives up.
+  virtual void carry(Drag& drag) const;
 
  private:
   using Kind = UndoHistory::Kind;

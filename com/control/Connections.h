@@ -1,0 +1,40 @@
+#pragma once
+
+#include <ocidl.h>
+
+#include <map>
+#include <vector>
+
+#include "com/automation/Pointer.h"
+#include "com/control/Part.h"
+
+namespace qel::com {
+
+/// The sinks that are connected to an object by one interface. Its life is the object's.
+class Connections final : public Part<IConnectionPoint> {
+ public:
+  /// `id` is the interface by which the sinks are called; a sink without it may be called by name.
+  Connections(IUnknown& whole, IConnectionPointContainer& container, const IID& id)
+      : Part(whole), container_(container), id_(id) {}
+
+  STDMETHODIMP QueryInterface(REFIID id, void** result) override;
+
+  STDMETHODIMP GetConnectionInterface(IID* id) override;
+  STDMETHODIMP GetConnectionPointContainer(IConnectionPointContainer** container) override;
+  STDMETHODIMP Advise(IUnknown* sink, DWORD* cookie) override;
+  STDMETHODIMP Unadvise(DWORD cookie) override;
+  STDMETHODIMP EnumConnections(IEnumConnections** result) override;
+
+  const IID& id() const { return id_; }
+  bool is_empty() const { return sinks_.empty(); }
+  /// Those that are connected now, in the order in which they came.
+  std::vector<Pointer<IUnknown>> sinks() const;
+
+ private:
+  IConnectionPointContainer& container_;
+  const IID& id_;
+  DWORD last_cookie_ = 0;
+  std::map<DWORD, Pointer<IUnknown>> sinks_;
+};
+
+}  // namespace qel::com

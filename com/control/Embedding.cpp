@@ -1,0 +1,122 @@
+#include "com/control/Embedding.h"
+
+#include <qelcom.h>
+
+#include "com/automation/Errors.h"
+
+namespace qel::com {
+
+HRESULT Embedding::SetClientSite(IOleClientSite* site) {
+  return guarded(IID_IOleObject, [&] { control_.put_client_site(site); });
+}
+
+HRESULT Embedding::GetClientSite(IOleClientSite** site) {
+  if (site == nullptr) return E_POINTER;
+  *site = Pointer<IOleClientSite>(control_.client_site()).detach();
+  return S_OK;
+}
+
+HRESULT Embedding::SetHostNames(LPCOLESTR /*application*/, LPCOLESTR /*document*/) { return S_OK; }
+
+HRESULT Embedding::Close(DWORD save) {
+  IOleClientSite* const site = control_.client_site();
+  if (save != OLECLOSE_NOSAVE && control_.is_dirty() && site != nullptr) site->SaveObject();
+  control_.deactivate();
+  if (sinks_) sinks_->SendOnClose();
+  return S_OK;
+}
+
+HRESULT Embedding::SetMoniker(DWORD /*which*/, IMoniker* /*moniker*/) { return E_NOTIMPL; }
+
+HRESULT Embedding::GetMoniker(DWORD assign, DWORD which, IMoniker** moniker) {
+  IOleClientSite* const site = control_.client_site();
+  return site == nullptr ? E_NOTIMPL : site->GetMoniker(assign, which, moniker);
+}
+
+HRESULT Embedding::InitFromData(IDataObject* /*data*/, BOOL /*creation*/, DWORD /*reserved*/) {
+  return E_NOTIMPL;
+}
+
+HRESULT Embedding::GetClipboardData(DWORD /*reserved*/, IDataObject** /*data*/) {
+  return E_NOTIMPL;
+}
+
+HRESULT Embedding::DoVerb(LONG verb, LPMSG /*message*/, IOleClientSite* /*site*/, LONG /*index*/,
+                          HWND /*parent*/, LPCRECT /*place*/) {
+  switch (verb) {
+    case OLEIVERB_PRIMARY:
+    case OLEIVERB_UIACTIVATE:
+      return control_.activate_ui();
+    case OLEIVERB_SHOW:
+    case OLEIVERB_INPLACEACTIVATE:
+      return control_.activate();
+    case OLEIVERB_HIDE:
+      control_.deactivate_ui();
+      ShowWindow(control_.handle(), SW_HIDE);
+      return S_OK;
+    case edit_verb:
+      return guarded(IID_IOleObject, [&] { control_.textbox().InvokeLargeEditor(); });
+    default:
+      return verb < 0 ? E_NOTIMPL : OLEOBJ_S_INVALIDVERB;
+  }
+}
+
+/// The registered ones, which the system knows how to read.
+HRESULT Embedding::EnumVerbs(IEnumOLEVERB** verbs) {
+  return verbs == nullptr ? E_POINTER : OleRegEnumVerbs(__uuidof(::QELTextbox), verbs);
+}
+
+HRESULT Embedding::Update() { return S_OK; }
+
+HRESULT Embedding::IsUpToDate() { return S_OK; }
+
+HRESULT Embedding::GetUserClassID(CLSID* id) {
+  if (id == nullptr) return E_POINTER;
+  *id = __uuidof(::QELTextbox);
+  return S_OK;
+}
+
+HRESULT Embedding::GetUserType(DWORD form, LPOLESTR* name) {
+  return name == nullptr ? E_POINTER : OleRegGetUserType(__uuidof(::QELTextbox), form, name);
+}
+
+HRESULT Embedding::SetExtent(DWORD aspect, SIZEL* size) {
+  if (size == nullptr) return E_POINTER;
+  if (aspect != DVASPECT_CONTENT) return DV_E_DVASPECT;
+  return guarded(IID_IOleObject, [&] { control_.put_natural_extent(*size); });
+}
+
+HRESULT Embedding::GetExtent(DWORD aspect, SIZEL* size) {
+  if (size == nullptr) return E_POINTER;
+  if (aspect != DVASPECT_CONTENT) return DV_E_DVASPECT;
+  *size = control_.natural_extent();
+  return S_OK;
+}
+
+HRESULT Embedding::advised() { return sinks_ ? S_OK : CreateOleAdviseHolder(sinks_.put()); }
+
+HRESULT Embedding::Advise(IAdviseSink* sink, DWORD* connection) {
+  if (connection == nullptr) return E_POINTER;
+  const HRESULT done = advised();
+  return FAILED(done) ? done : sinks_->Advise(sink, connection);
+}
+
+HRESULT Embedding::Unadvise(DWORD connection) {
+  return sinks_ ? sinks_->Unadvise(connection) : OLE_E_NOCONNECTION;
+}
+
+HRESULT Embedding::EnumAdvise(IEnumSTATDATA** sinks) {
+  if (sinks == nullptr) return E_POINTER;
+  const HRESULT done = advised();
+  return FAILED(done) ? done : sinks_->EnumAdvise(sinks);
+}
+
+HRESULT Embedding::GetMiscStatus(DWORD aspect, DWORD* status) {
+  if (status == nullptr) return E_POINTER;
+  *status = aspect == DVASPECT_CONTENT ? behaviour : 0;
+  return S_OK;
+}
+
+HRESULT Embedding::SetColorScheme(LOGPALETTE* /*palette*/) { return E_NOTIMPL; }
+
+}  // namespace qel::com

@@ -1,0 +1,59 @@
+#pragma once
+
+#include <oaidl.h>
+
+#include <functional>
+#include <utility>
+
+#include "com/control/Connections.h"
+#include "qel/control/ControlEvents.h"
+
+namespace qel::com {
+
+/// Hands the control's events on to the sinks of a host. Arguments by reference come back as the
+/// sinks leave them, each sink seeing what the one before it left.
+class EventSource : public ControlEvents {
+ public:
+  /// `whole` is the object that the sinks belong to; `release_later` lets go of a reference to it
+  /// when what runs now is over. A sink may let go of the last one of a host's.
+  EventSource(IUnknown& whole, Connections& connections, std::function<void()> release_later,
+              std::function<void()> on_change)
+      : whole_(whole),
+        connections_(connections),
+        release_later_(std::move(release_later)),
+        on_change_(std::move(on_change)) {}
+
+  /// While it is frozen, events are lost: the host does not take any.
+  void freeze(bool frozen) { frozen_ += frozen ? 1 : -1; }
+
+  /// Whoever is bound to the text is told by `on_change` before the sinks are.
+  void Change() override;
+  void Click() override;
+  void DblClick() override;
+  void KeyDown(std::int16_t& KeyCode, std::int16_t& Shift) override;
+  void KeyPress(std::int16_t& KeyAscii) override;
+  void KeyUp(std::int16_t& KeyCode, std::int16_t& Shift) override;
+  void MouseDown(std::int16_t Button, std::int16_t Shift, float X, float Y) override;
+  void MouseMove(std::int16_t Button, std::int16_t Shift, float X, float Y) override;
+  void MouseUp(std::int16_t Button, std::int16_t Shift, float X, float Y) override;
+  void OLEStartDrag(platform::DragData& Data, std::int32_t& AllowedEffects) override;
+  void OLESetData(platform::DragData& Data, std::int16_t DataFormat) override;
+  void OLEGiveFeedback(std::int32_t& Effect, bool& DefaultCursors) override;
+  void OLEDragOver(platform::DragData& Data, std::int32_t& Effect, std::int16_t Button,
+                   std::int16_t Shift, float X, float Y, std::int16_t State) override;
+  void OLEDragDrop(platform::DragData& Data, std::int32_t& Effect, std::int16_t Button,
+                   std::int16_t Shift, float X, float Y) override;
+  void OLECompleteDrag(std::int32_t& Effect) override;
+
+ private:
+  template <class... Arguments>
+  void raise(DISPID event, Arguments&&... arguments);
+
+  IUnknown& whole_;
+  Connections& connections_;
+  std::function<void()> release_later_;
+  std::function<void()> on_change_;
+  int frozen_ = 0;
+};
+
+}  // namespace qel::com

@@ -1,0 +1,118 @@
+#pragma once
+
+#include <ocidl.h>
+#include <olectl.h>
+
+#include <memory>
+#include <string_view>
+
+#include "com/automation/Values.h"
+#include "com/control/ConnectionContainer.h"
+#include "com/control/ControlWindow.h"
+#include "com/control/EventSource.h"
+#include "qel/control/QELTextbox.h"
+
+namespace qel::com {
+
+/// A text box in a host: its place there, its window, and what the host is told. The parts of the
+/// component that hosts talk to (`Embedding`, `Activation`, ...) work on this.
+class HostedControl final : public platform::ControlSite, private WindowClient {
+ public:
+  /// `whole` is the object that hosts hold; this is a member of it.
+  HostedControl(IUnknown& whole, ConnectionContainer& connections);
+  HostedControl(const HostedControl&) = delete;
+  HostedControl& operator=(const HostedControl&) = delete;
+  ~HostedControl() override;
+
+  QELTextbox& textbox() { return *textbox_; }
+  ControlWindow& control_window() { return window_; }
+  HWND handle() const { return window_.handle(); }
+
+  // The host.
+  IOleClientSite* client_site() const { return client_site_.get(); }
+  void put_client_site(IOleClientSite* site);
+  /// Its ambient property of that number; empty where it has none such.
+  Value ambient(DISPID property) const;
+  void on_ambient_change(DISPID property);
+  void freeze_events(bool frozen) { events_.freeze(frozen); }
+
+  // What is kept.
+  bool is_dirty() const { return is_dirty_; }
+  void put_dirty(bool dirty) { is_dirty_ = dirty; }
+  /// Whether all hosts agree that a bound property may change.
+  bool may_change(DISPID property) const;
+
+  // Size and look.
+  SIZEL natural_extent() const { return natural_extent_; }
+  /// In hundredths of a millimetre.
+  void put_natural_extent(SIZEL extent);
+  /// In pixels, on the window in which it lies.
+  void put_place(const RECT& place, const RECT& clip);
+  void put_view_sink(DWORD aspects, DWORD flags, IAdviseSink* sink);
+  void view_sink(DWORD* aspects, DWORD* flags, IAdviseSink** sink) const;
+  /// Draws it where `bounds` are, in units of the context.
+  void draw(HDC context, const RECT& bounds);
+
+  /// The font that is selected in the control's device context, for whoever measures with it.
+  const std::u16string& test_font() const { return test_font_; }
+  /// Raises for a name that no font can have.
+  void put_test_font(std::u16string_view name);
+
+  // Activation.
+  bool is_in_place() const { return static_cast<bool>(place_); }
+  bool is_ui_active() const { return is_ui_active_; }
+  HRESULT activate();
+  HRESULT activate_ui();
+  void deactivate();
+  void deactivate_ui();
+  void put_focus();
+  /// The window with the caret.
+  HWND box_window() const;
+
+  // platform::ControlSite
+  void property_changed(std::u16string_view name) override;
+  bool is_run_time() const override { return is_run_time_; }
+  platform::ControlExtent extent() const override;
+  void put_extent(platform::ControlExtent extent) override;
+  void put_enabled(bool enabled) override;
+  void invalidate() override;
+  void focus() override { put_focus(); }
+  platform::WindowHandle window() const override;
+  std::uintptr_t device_context() const override;
+
+ private:
+  void on_paint(HDC context) override;
+  void on_focus() override;
+  void on_box_focus(bool gained) override;
+  void on_system_change() override;
+  void on_destroy() override;
+  void on_posted() override;
+
+  void on_text_change();
+  void notify(DISPID property);
+  void view_changed();
+  void select_test_font(HFONT font);
+  void resize(SIZE pixels);
+  HRESULT enter_place();
+  void put_boxes_on(HWND window);
+
+  IUnknown& whole_;
+  ConnectionContainer& connections_;
+  EventSource events_;
+  Pointer<IOleClientSite> client_site_;
+  Pointer<IOleInPlaceSite> place_;  // while the control is active in place
+  Pointer<IOleInPlaceFrame> frame_;
+  Pointer<IAdviseSink> view_sink_;
+  DWORD view_aspects_ = 0;
+  DWORD view_flags_ = 0;
+  SIZEL natural_extent_;
+  bool is_dirty_ = false;
+  bool is_run_time_ = true;
+  bool is_ui_active_ = false;
+  ControlWindow window_;
+  std::u16string test_font_;
+  HFONT test_font_handle_ = nullptr;
+  std::unique_ptr<QELTextbox> textbox_;
+};
+
+}  // namespace qel::com

@@ -1,0 +1,45 @@
+#pragma once
+
+#include <windows.h>
+
+#include <deque>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "qel/platform/EditorWindow.h"
+
+namespace qel::windows {
+
+/// The menus of an editor window. They belong to the window that they are given to; this has to
+/// live as long.
+class EditorMenu {
+ public:
+  explicit EditorMenu(const std::vector<platform::Menu>& menus);
+
+  HMENU handle() const { return bar_; }
+  /// Name of the item that sends that command; empty for a number that is not a menu item's.
+  std::u16string_view name_of(UINT command) const;
+  /// Brings the check marks up to date.
+  void show_checks(const platform::EditorListener& listener) const;
+
+ private:
+  struct Item {
+    std::u16string name;
+    bool has_check;
+  };
+
+  HMENU create_popup(const platform::Menu& menu);
+  void append(HMENU popup, const platform::MenuItem& item);
+
+  HMENU bar_;
+  std::deque<Item> items_;  // what the window system knows stays where it is
+};
+
+/// Chooses the item of that name in the menus of the editor window `editor`, as its user would;
+/// whether there is one. Only for windows of the caller's process.
+bool choose(HWND editor, std::u16string_view name);
+/// Whether a menu of that window, opened now, would show a check mark at the item of that name.
+bool shows_check(HWND editor, std::u16string_view name);
+
+}  // namespace qel::windows

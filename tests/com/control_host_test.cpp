@@ -1,0 +1,329 @@
+// The control in a window of the system's own container, driven by keys and by what hosts call.
+
+#include <gtest/gtest.h>
+
+#include "com/Host.h"
+
+namespace qel::com::test {
+namespace {
+
+class Control : public testing::Test {
+ protected:
+  static void SetUpTestSuite() { OleInitialize(nullptr); }
+  void TearDown() override {
+    handle_messages();
+    EXPECT_TRUE(component_.is_idle()) << "an object was left behind";
+  }
+
+  Component component_;
+};
+
+TEST_F(Control, LivesInAForeignWindow) {
+  Form form(component_);
+  ASSERT_TRUE(form.control());
+  form.put_markup(L"one /b1two/b0");
+  EXPECT_EQ(form.shown(), L"one two");
+  SetFocus(form.box());
+  press(VK_END);
+  type(L" Three");
+  EXPECT_EQ(form.markup(), L"one /b1two Three/b0");
+  form->put_Multiline(VARIANT_TRUE);
+  EXPECT_EQ(form.shown(), L"");
+  OLE_HANDLE window = 0;
+  form->get_hWnd(&window);
+  EXPECT_TRUE(IsChild(form.window(), reinterpret_cast<HWND>(static_cast<INT_PTR>(window))));
+}
+
+TEST_F(Control, ActsOnShortcutsAndTellsItsHost) {
+  Form form(component_);
+  std::vector<DISPID> events;
+  bool cancels = false;
+  Called sink;
+  sink.act = [&](DISPID event, DISPPARAMS& arguments, VARIANT*) {
+    events.push_back(event);
+    // Of two arguments the first one comes last.
+    if (event == DISPID_KEYDOWN && cancels) *arguments.rgvarg[1].piVal = 0;
+    if (event == DISPID_KEYPRESS && *arguments.rgvarg[0].piVal == L'a') {
+      *arguments.rgvarg[0].piVal = L'z';
+    }
+    return S_OK;
+  };
+  const Connection connection(*form.control().get(), __uuidof(QELTextboxEvents), sink);
+  ASSERT_TRUE(connection.holds());
+  SetFocus(form.box());
+  press('B', {VK_CONTROL});
+  type(L"ba");
+  EXPECT_EQ(form.markup(), L"/b1bz/b0");
+  constexpr DISPID change = 1;
+  const std::vector<DISPID> expected = {
+      DISPID_KEYDOWN,  DISPID_KEYDOWN,  change,      DISPID_KEYUP, DISPID_KEYUP,
+      DISPID_KEYDOWN,  DISPID_KEYPRESS, change,      DISPID_KEYUP, DISPID_KEYDOWN,
+      DISPID_KEYPRESS, change,          DISPID_KEYUP};
+  EXPECT_EQ(events, expected);
+  cancels = true;
+  press('I', {VK_CONTROL});
+  type(L"b");
+  EXPECT_EQ(form.markup(), L"/b1bz/b0") << "a host cancels keys";
+}
+
+TEST_F(Control, KeepsItsPropertiesInABag) {
+  Bag bag;
+  {
+    Form form(component_);
+    form->put_Multiline(VARIANT_TRUE);
+    form->put_NoteColor(255);
+    form.put_markup(L"a/b1b/b0 c");
+    const auto storage = form.control().as<IPersistPropertyBag>();
+    ASSERT_TRUE(storage);
+    EXPECT_EQ(storage->Save(&bag, TRUE, FALSE), S_OK);
+    EXPECT_EQ(bag.values.count(L"FontName"), 0U) << "presets are not kept";
+    EXPECT_EQ(bag.values[L"NoteColor"], L"255");
+    Bag all;
+    EXPECT_EQ(storage->Save(&all, FALSE, TRUE), S_OK);
+    EXPECT_EQ(all.values.size(), 31U);
+  }
+  bag.values[L"HideColor"] = L"no colour";
+  Form form(component_);
+  EXPECT_EQ(form.control().as<IPersistPropertyBag>()->Load(&bag, nullptr), S_OK);
+  EXPECT_EQ(form.markup(), L"a/b1b/b0 c");
+  OLE_COLOR color = 0;
+  form->get_HideColor(&color);
+  EXPECT_EQ(color, 0x00FF0000U) << "what does not convert is the preset";
+}
+
+TEST_F(Control, KeepsItsPropertiesInAStream) {
+  Pointer<IStream> stream;
+  CreateStreamOnHGlobal(nullptr, TRUE, stream.put());
+  Form form(component_);
+  const auto storage = form.control().as<IPersistStreamInit>();
+  ASSERT_TRUE(storage);
+  form.put_markup(L"kept \\ /i1\u20AC/i0");
+  EXPECT_EQ(storage->IsDirty(), S_OK);
+  ULARGE_INTEGER most = {};
+  EXPECT_EQ(storage->GetSizeMax(&most), S_OK);
+  ASSERT_EQ(storage->Save(stream.get(), TRUE), S_OK);
+  EXPECT_EQ(storage->IsDirty(), S_FALSE);
+  STATSTG status = {};
+  stream->Stat(&status, STATFLAG_NONAME);
+  EXPECT_EQ(status.cbSize.QuadPart, most.QuadPart);
+
+  form.put_markup(L"other");
+  stream->Seek({}, STREAM_SEEK_SET, nullptr);
+  EXPECT_EQ(storage->Load(stream.get()), S_OK);
+  EXPECT_EQ(form.markup(), L"kept \\ /i1\u20AC/i0");
+
+  // Cut off anywhere it is an error, and nothing has changed.
+  for (const ULONGLONG size : {ULONGLONG{0}, ULONGLONG{3}, ULONGLONG{8}, most.QuadPart - 2}) {
+    ULARGE_INTEGER cut = {};
+    cut.QuadPart = size;
+    stream->SetSize(cut);
+    stream->Seek({}, STREAM_SEEK_SET, nullptr);
+    EXPECT_TRUE(FAILED(storage->Load(stream.get()))) << size;
+    EXPECT_EQ(form.markup(), L"kept \\ /i1\u20AC/i0");
+  }
+  EXPECT_EQ(storage->InitNew(), S_OK);
+  EXPECT_EQ(form.markup(), L"");
+}
+
+TEST_F(Control, AsksAndTellsWhoIsBoundToIt) {
+  Form form(component_);
+  NoticeSink sink;
+  const Connection connection(*form.control().get(), IID_IPropertyNotifySink, sink);
+  ASSERT_TRUE(connection.holds());
+  form.put_markup(L"a");
+  form->put_BackColor(255);
+  EXPECT_EQ(sink.changed,
+            (std::vector<DISPID>{DISPID_TEXT, DISPID_VALUE, DISPID_VALUE, DISPID_BACKCOLOR}));
+  sink.allows = false;
+  EXPECT_EQ(form->put_Text(Text(L"b")), CTL_E_PERMISSIONDENIED);
+  EXPECT_EQ(form.markup(), L"a");
+  sink.changed.clear();
+  SetFocus(form.box());
+  type(L"x");
+  EXPECT_EQ(sink.changed, (std::vector<DISPID>{DISPID_TEXT, DISPID_VALUE})) << "typing tells, too";
+}
+
+/// What the user of a large editor does, as soon as there is one.
+std::function<void(HWND)> editor_user;
+void CALLBACK act_in_editor(HWND, UINT, UINT_PTR timer, DWORD) {
+  const HWND editor = FindWindowW(L"QELTextEditor", nullptr);
+  if (editor == nullptr || IsWindowVisible(editor) == FALSE) return;
+  KillTimer(nullptr, timer);
+  editor_user(editor);
+}
+
+TEST_F(Control, OpensItsLargeEditor) {
+  Form form(component_);
+  form->put_ShowEditorOnShiftF2(VARIANT_TRUE);
+  form.put_markup(L"draft");
+  SetFocus(form.box());
+  std::wstring meanwhile;
+  BOOL is_form_enabled = TRUE;
+  editor_user = [&](HWND editor) {
+    is_form_enabled = IsWindowEnabled(GetParent(form.window()));
+    press(VK_END);
+    type(L" two");
+    meanwhile = form.markup();
+    SendMessageW(editor, WM_COMMAND, IDOK, reinterpret_cast<LPARAM>(GetDlgItem(editor, IDOK)));
+  };
+  SetTimer(nullptr, 0, 20, act_in_editor);
+  press(VK_F2, {VK_SHIFT});
+  EXPECT_FALSE(is_form_enabled) << "the editor is modal";
+  EXPECT_EQ(meanwhile, L"draft two");
+  EXPECT_EQ(form.markup(), L"draft two");
+  EXPECT_EQ(form.shown(), L"draft two");
+  EXPECT_TRUE(IsWindowEnabled(GetParent(form.window())));
+}
+
+TEST_F(Control, OutlivesTheWindowOfItsHost) {
+  Form form(component_);
+  form.put_markup(L"a/b1b/b0");
+  const Pointer<IQELTextbox> kept = form.control();
+  form.close();
+  EXPECT_EQ(form.markup(), L"a/b1b/b0");
+  EXPECT_EQ(kept->put_SelBold(VARIANT_TRUE), S_OK);
+  EXPECT_EQ(kept->put_Multiline(VARIANT_TRUE), S_OK);
+}
+
+TEST_F(Control, SurvivesAHostThatLetsGoOfItInAnEvent) {
+  Form form(component_);
+  Called sink;
+  int events = 0;
+  auto connection =
+      std::make_unique<Connection>(*form.control().get(), __uuidof(QELTextboxEvents), sink);
+  sink.act = [&](DISPID, DISPPARAMS&, VARIANT*) {
+    ++events;
+    form.control() = {};
+    if (form.window() != nullptr) form.close();
+    return S_OK;
+  };
+  SetFocus(form.box());
+  press('B', {VK_CONTROL});
+  EXPECT_GE(events, 1);
+  connection.reset();
+}
+
+/// A site that only says how it is.
+class Site : public Uncounted<IOleClientSite> {
+ public:
+  explicit Site(bool is_run_time) {
+    ambients_.act = [is_run_time](DISPID property, DISPPARAMS&, VARIANT* result) {
+      if (property != DISPID_AMBIENT_USERMODE) return DISP_E_MEMBERNOTFOUND;
+      result->vt = VT_BOOL;
+      result->boolVal = is_run_time ? VARIANT_TRUE : VARIANT_FALSE;
+      return S_OK;
+    };
+  }
+  STDMETHODIMP QueryInterface(REFIID id, void** result) override {
+    return id == IID_IDispatch ? ambients_.QueryInterface(id, result)
+                               : Uncounted::QueryInterface(id, result);
+  }
+  STDMETHODIMP SaveObject() override { return E_NOTIMPL; }
+  STDMETHODIMP GetMoniker(DWORD, DWORD, IMoniker**) override { return E_NOTIMPL; }
+  STDMETHODIMP GetContainer(IOleContainer**) override { return E_NOINTERFACE; }
+  STDMETHODIMP ShowObject() override { return S_OK; }
+  STDMETHODIMP OnShowWindow(BOOL) override { return S_OK; }
+  STDMETHODIMP RequestNewObjectLayout() override { return E_NOTIMPL; }
+
+ private:
+  Called ambients_;
+};
+
+TEST_F(Control, AsksItsHostWhetherItIsBeingDesigned) {
+  for (const bool is_run_time : {true, false}) {
+    Site site(is_run_time);
+    const auto control = component_.create<IQELTextbox>(__uuidof(::QELTextbox));
+    const auto object = control.as<IOleObject>();
+    EXPECT_EQ(object->SetClientSite(&site), S_OK);
+    control->put_Text(Text(L"a"));
+    BSTR rtf = nullptr;
+    EXPECT_EQ(control->get_TextRTF(&rtf), S_OK);
+    EXPECT_EQ(taken(rtf).empty(), !is_run_time);
+    object->SetClientSite(nullptr);
+  }
+}
+
+/// How many pixels of a drawing are not white, and what the first one is.
+struct Drawing {
+  int inked = 0;
+  COLORREF corner = 0;
+};
+Drawing draw(IUnknown& control, int width, int height) {
+  const HDC context = CreateCompatibleDC(nullptr);
+  const HDC screen = GetDC(nullptr);
+  const HBITMAP bitmap = CreateCompatibleBitmap(screen, width, height);
+  const HGDIOBJ before = SelectObject(context, bitmap);
+  const RECTL bounds = {0, 0, width, height};
+  const auto view = Pointer<IUnknown>(&control).as<IViewObject>();
+  EXPECT_EQ(view->Draw(DVASPECT_CONTENT, -1, nullptr, nullptr, nullptr, context, &bounds, nullptr,
+                       nullptr, 0),
+            S_OK);
+  Drawing drawing;
+  drawing.corner = GetPixel(context, 0, 0);
+  for (int y = 3; y < height - 3; ++y) {
+    for (int x = 3; x < width - 3; ++x) {
+      drawing.inked += GetPixel(context, x, y) != RGB(255, 255, 255) ? 1 : 0;
+    }
+  }
+  SelectObject(context, before);
+  DeleteObject(bitmap);
+  ReleaseDC(nullptr, screen);
+  DeleteDC(context);
+  return drawing;
+}
+
+TEST_F(Control, DrawsItselfWhereItsHostWants) {
+  Form form(component_);
+  form->put_BackColor(RGB(255, 255, 255));
+  const Drawing empty = draw(*form.control().get(), 380, 160);
+  EXPECT_EQ(empty.corner, RGB(127, 157, 185));
+  form.put_markup(L"Some text to be seen");
+  const Drawing full = draw(*form.control().get(), 380, 160);
+  EXPECT_GT(full.inked, empty.inked + 100);
+  EXPECT_GT(draw(*form.control().get(), 190, 80).inked, 20) << "at half the size";
+}
+
+TEST_F(Control, LeavesKeysToItsHostThatLeadOut) {
+  Form form(component_);
+  SetFocus(form.box());
+  const auto active = form.control().as<IOleInPlaceActiveObject>();
+  ASSERT_TRUE(active);
+  const auto takes = [&](WPARAM key) {
+    MSG message = {};
+    message.hwnd = form.box();
+    message.message = WM_KEYDOWN;
+    message.wParam = key;
+    return active->TranslateAccelerator(&message) == S_OK;
+  };
+  EXPECT_TRUE(takes(VK_LEFT));
+  EXPECT_TRUE(takes(VK_DELETE));
+  EXPECT_FALSE(takes(VK_TAB));
+  EXPECT_FALSE(takes(VK_RETURN)) << "in a single line";
+  form->put_Multiline(VARIANT_TRUE);
+  SetFocus(form.box());
+  EXPECT_TRUE(takes(VK_RETURN));
+}
+
+TEST_F(Control, LeavesNothingBehind) {
+  const auto handles = [] {
+    DWORD count = 0;
+    GetProcessHandleCount(GetCurrentProcess(), &count);
+    return std::vector<DWORD>{count, GetGuiResources(GetCurrentProcess(), GR_GDIOBJECTS),
+                              GetGuiResources(GetCurrentProcess(), GR_USEROBJECTS)};
+  };
+  const auto create = [&](int count) {
+    for (int i = 0; i < count; ++i) {
+      const auto control = component_.create<IQELTextbox>(__uuidof(::QELTextbox));
+      ASSERT_TRUE(control);
+      control->put_TextQEL(Text(L"a/b1b/b0"));
+    }
+    handle_messages();
+  };
+  create(10);
+  const auto before = handles();
+  create(10000);
+  EXPECT_EQ(handles(), before);
+}
+
+}  // namespace
+}  // namespace qel::com::test
