@@ -31,6 +31,28 @@ inline std::wstring taken(BSTR text) {
   return result;
 }
 
+/// What the failure of a member left for its caller.
+struct Report {
+  std::wstring source;
+  std::wstring description;
+  GUID interface_id = {};
+};
+
+inline Report last_report() {
+  Pointer<IErrorInfo> info;
+  BSTR source = nullptr;
+  BSTR description = nullptr;
+  Report report;
+  if (GetErrorInfo(0, info.put()) == S_OK) {
+    info->GetSource(&source);
+    info->GetDescription(&description);
+    info->GetGUID(&report.interface_id);
+    report.source = taken(source);
+    report.description = taken(description);
+  }
+  return report;
+}
+
 /// The component, loaded as a host's own library, without any registration.
 class Component {
  public:
