@@ -84,7 +84,7 @@ HRESULT without_exceptions(Action&& action) noexcept {
 std::u16string name_of(ITypeInfo& info, MEMBERID member) {
   BSTR name = nullptr;
   if (FAILED(info.GetDocumentation(member, &name, nullptr, nullptr, nullptr))) return {};
-  const std::u16string text(text_of(name));
+  std::u16string text(text_of(name));
   SysFreeString(name);
   return text;
 }
@@ -144,7 +144,7 @@ HRESULT type_info(const GUID& id, ITypeInfo** info) noexcept {
 
 std::u16string class_name_of(const IID& interface_id) {
   Pointer<ITypeInfo> info;
-  return SUCCEEDED(type_info(interface_id, info.put())) ? class_name_of(*info.get())
+  return SUCCEEDED(type_info(interface_id, info.put())) ? class_name_of(*info)
                                                         : std::u16string();
 }
 
