@@ -84,7 +84,7 @@ HRESULT without_exceptions(Action&& action) noexcept {
 std::u16string name_of(ITypeInfo& info, MEMBERID member) {
   BSTR name = nullptr;
   if (FAILED(info.GetDocumentation(member, &name, nullptr, nullptr, nullptr))) return {};
-  const std::u16string text(text_of(name));
+  std::u16string text(text_of(name));
   SysFreeString(name);
   return text;
 }

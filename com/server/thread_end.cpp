@@ -46,7 +46,7 @@ extern "C" int __cxa_thread_atexit(Destructor destroy, void* object,
   auto* const last = static_cast<Entry*>(FlsGetValue(slot));
   std::unique_ptr<Entry> entry(new (std::nothrow) Entry{destroy, object, last});
   if (!entry || FlsSetValue(slot, entry.get()) == FALSE) return -1;
-  entry.release();
+  static_cast<void>(entry.release());
   return 0;
 }
 
