@@ -72,7 +72,7 @@ class Value {
   Pointer<IDispatch> object() const;
 
  private:
-  VARIANT variant_;
+  VARIANT variant_ = {};
 };
 
 /// What is in the value, in the type that a member of the library takes. Raises where it does not

@@ -19,8 +19,11 @@ class ClassFactory final : public windows::ComObject<IClassFactory> {
     *result = nullptr;
     if (outer != nullptr) return CLASS_E_NOAGGREGATION;
     Pointer<IUnknown> object;
-    const HRESULT made =
-        guarded(IID_IClassFactory, [&] { object = Pointer<IUnknown>::adopted(entry_.create()); });
+    const HRESULT made = guarded(IID_IClassFactory, [&] {
+      // What the objects ask a platform is asked of the one of their thread.
+      Common::set_platform(windows::WindowsPlatform::shared());
+      object = Pointer<IUnknown>::adopted(entry_.create());
+    });
     return FAILED(made) ? made : object->QueryInterface(id, result);
   }
   STDMETHODIMP LockServer(BOOL locked) override {

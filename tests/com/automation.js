@@ -9,7 +9,7 @@ var style = make("iStyle"), other = make("iStyle"), segments = make("SegmentColl
     decoder = make("StyleDecoder"), replace = make("cReplaceData"), colors = make("QELIndexColors"),
     fonts = make("QELIndexFonts"), labels = make("QELIndexLabels"), parser = make("RTFParser"),
     text = make("QELText"), layout = make("TextAndFormatting"), cases = make("TextCase"),
-    list = make("LinkedList");
+    list = make("LinkedList"), box = make("QELTextbox");
 
 function each(collection) {
   var texts = [];
@@ -105,6 +105,12 @@ var values = [
   ["var own = {n: 7}; list.AddToBottom(own); list.GetData(6) === own && list.GetData(6).n", 7],
   ["list.GotoFirst(); list.DeleteCurrent() + list.Count() + list.ListIndex()", 7],
   ["list.Clear(); list.Count()", 0],
+  // The control, without a form
+  ["box.TextQEL = 'a/b1b/b0'; box.Text + box + box.Fonts.Font(2)", "aba/b1b/b0Courier New"],
+  ["box.SelStart = 1; box.SelLength = 1; box.SelBold + box.SelTextQEL", "trueb"],
+  ["layout.Canvas = box; layout.Canvas === box && layout.fmtTextWidth('abc') > 0", true],
+  ["text.SetCanvas(box); text.LineCount('one two', 10000, 0)", 1],
+  ["box.SelStart = 0; box.SelLength = 2; box.CurrentRichTextBox.SelBold", null],
   // Long texts
   ["text.PlainText(repeated('/b1ab/b0', 500000)).length", 1000000],
   ["parser.QELToRTFWithoutTables(repeated('/i1\\u4E2D', 1000000)).length", 5000000],

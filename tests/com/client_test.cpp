@@ -41,6 +41,25 @@ TEST_F(ClientTest, LeavesNothingOfManyObjects) {
   EXPECT_EQ(classes, 12);
 }
 
+TEST_F(ClientTest, LeavesNothingOfManyControls) {
+  const Component component;
+  const auto use = [&] {
+    const auto box = component.create<IQELTextbox>(__uuidof(QELTextbox));
+    ASSERT_TRUE(box);
+    box->put_TextQEL(Text(L"a/b1b/b0"));
+    BSTR text = nullptr;
+    box->get_TextRTF(&text);
+    EXPECT_NE(taken(text).find(L"\\b"), std::wstring::npos);
+    OLE_HANDLE context = 0;
+    box->get_hDC(&context);
+  };
+  use();
+  const DWORD handles = handles_of_process();
+  for (int i = 0; i < 200; ++i) use();
+  EXPECT_EQ(handles_of_process(), handles);
+  EXPECT_TRUE(component.is_idle());
+}
+
 TEST_F(ClientTest, CountsWhatIsInUse) {
   const Component component;
   auto text = component.create<IQELText>(__uuidof(QELText));

@@ -240,5 +240,19 @@ TEST_F(ValuesTest, HandsOnWhatTheHostFailsWith) {
   EXPECT_EQ(text->SetCanvas(nullptr), S_OK);
 }
 
+TEST_F(ValuesTest, AsksTheSystemForItsColors) {
+  constexpr int element = COLOR_BTNFACE;
+  const COLORREF before = GetSysColor(element);
+  const COLORREF other = 0x123456;
+  ASSERT_TRUE(SetSysColors(1, &element, &other));
+  const Component component;
+  const auto colors = component.create<IQELIndexColors>(__uuidof(QELIndexColors));
+  OLE_COLOR color = 0;
+  EXPECT_EQ(colors->put_Color(3, 0x80000000 + element), S_OK);
+  EXPECT_EQ(colors->get_NoteColor(&color), S_OK);
+  EXPECT_EQ(color, other);
+  SetSysColors(1, &element, &before);
+}
+
 }  // namespace
 }  // namespace qel::com::test
