@@ -10,7 +10,11 @@
 
 namespace {
 
-using Destructor = void(_GLIBCXX_CDTOR_CALLABI*)(void*);
+template <class Result, class First, class... Rest>
+First first_argument(Result (*)(First, Rest...));
+
+/// How destructors are called differs by processor.
+using Destructor = decltype(first_argument(&abi::__cxa_thread_atexit));
 
 /// An object of a thread, in front of those that were made before it.
 struct Entry {
