@@ -6,6 +6,7 @@
 #include <functional>
 
 #include "com/automation/Values.h"
+#include "com/control/Hold.h"
 #include "com/objects/DragDataObject.h"
 
 namespace qel::com {
@@ -96,30 +97,6 @@ class SharedData {
   platform::DragData& data_;
   std::shared_ptr<platform::DragData> shared_;
   Pointer<IDispatch> object_;
-};
-
-/// Keeps the object while its sinks are called, and until what raised the event is over.
-class Hold {
- public:
-  Hold(IUnknown& whole, const std::function<void()>& release_later)
-      : whole_(whole), release_later_(release_later) {
-    whole_.AddRef();
-  }
-  Hold(const Hold&) = delete;
-  Hold& operator=(const Hold&) = delete;
-  ~Hold() {
-    whole_.AddRef();
-    const bool is_last = whole_.Release() == 1;
-    if (is_last) {
-      release_later_();
-    } else {
-      whole_.Release();
-    }
-  }
-
- private:
-  IUnknown& whole_;
-  const std::function<void()>& release_later_;
 };
 
 }  // namespace
