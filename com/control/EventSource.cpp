@@ -110,13 +110,12 @@ void EventSource::raise(DISPID event, Arguments&&... arguments) {
   [[maybe_unused]] std::size_t place = sizeof...(Arguments);
   ((list[--place] = argument(arguments)), ...);
   DISPPARAMS parameters = {list.data(), nullptr, sizeof...(Arguments), 0};
-  for (const Pointer<IUnknown>& sink : connections_.sinks()) {
+  connections_.each([&](IUnknown& sink) {
     // The interface of the events is IDispatch under a number of its own.
     Value result;
-    static_cast<IDispatch*>(sink.get())
-        ->Invoke(event, IID_NULL, LOCALE_USER_DEFAULT, DISPATCH_METHOD, &parameters, result.put(),
-                 nullptr, nullptr);
-  }
+    static_cast<IDispatch&>(sink).Invoke(event, IID_NULL, LOCALE_USER_DEFAULT, DISPATCH_METHOD,
+                                         &parameters, result.put(), nullptr, nullptr);
+  });
 }
 
 void EventSource::Change() {

@@ -80,16 +80,16 @@ void HostedControl::on_ambient_change(DISPID property) {
 }
 
 bool HostedControl::may_change(DISPID property) const {
-  const auto sinks = connections_.notices().sinks();
-  return std::all_of(sinks.begin(), sinks.end(), [property](const Pointer<IUnknown>& sink) {
-    return static_cast<IPropertyNotifySink*>(sink.get())->OnRequestEdit(property) != S_FALSE;
+  bool may = true;
+  connections_.notices().each([&](IUnknown& sink) {
+    may = may && static_cast<IPropertyNotifySink&>(sink).OnRequestEdit(property) != S_FALSE;
   });
+  return may;
 }
 
 void HostedControl::notify(DISPID property) {
-  for (const Pointer<IUnknown>& sink : connections_.notices().sinks()) {
-    static_cast<IPropertyNotifySink*>(sink.get())->OnChanged(property);
-  }
+  connections_.notices().each(
+      [&](IUnknown& sink) { static_cast<IPropertyNotifySink&>(sink).OnChanged(property); });
 }
 
 /// Whatever changes the text changes both properties that say it.
@@ -102,12 +102,19 @@ void HostedControl::on_text_change() {
 
 void HostedControl::property_changed(std::u16string_view name) {
   is_dirty_ = true;
+  if (name == u"Multiline") tell_keys_changed();
   if (connections_.notices().is_empty()) return;
   std::u16string wanted(name);
   auto* text = const_cast<LPOLESTR>(wide(wanted));
   DISPID property = DISPID_UNKNOWN;
   // What a bag keeps without being a property has no number to tell.
   if (SUCCEEDED(ids_of_names(__uuidof(IQELTextbox), &text, 1, &property))) notify(property);
+}
+
+/// Hosts keep what they know of the control's use of Enter.
+void HostedControl::tell_keys_changed() const {
+  const Pointer<IOleControlSite> site = client_site_.as<IOleControlSite>();
+  if (site) site->OnControlInfoChanged();
 }
 
 // Size and look.
@@ -220,24 +227,48 @@ void HostedControl::on_paint(HDC context) {
 }
 
 void HostedControl::draw(HDC context, const RECT& bounds) {
+  if (GetDeviceCaps(context, TECHNOLOGY) == DT_METAFILE) return draw_picture(context, bounds);
+  // The bounds are in the host's units: what is drawn in pixels is laid over them.
+  RECT place = bounds;
+  LPtoDP(context, reinterpret_cast<POINT*>(&place), 2);
   const platform::ControlExtent pixels = extent();
   const int saved = SaveDC(context);
+  ModifyWorldTransform(context, nullptr, MWT_IDENTITY);
   SetMapMode(context, MM_ANISOTROPIC);
-  // The bounds are in the host's units: what is drawn in pixels is laid over them.
-  POINT origin = {bounds.left, bounds.top};
-  SIZE size = {bounds.right - bounds.left, bounds.bottom - bounds.top};
-  LPtoDP(context, &origin, 1);
-  SetWindowOrgEx(context, 0, 0, nullptr);
   SetWindowExtEx(context, std::max(pixels.width, 1), std::max(pixels.height, 1), nullptr);
-  SetViewportOrgEx(context, origin.x, origin.y, nullptr);
-  SetViewportExtEx(context, size.cx, size.cy, nullptr);
+  SetViewportOrgEx(context, place.left, place.top, nullptr);
+  SetViewportExtEx(context, place.right - place.left, place.bottom - place.top, nullptr);
+  draw_pixels(context);
+  RestoreDC(context, saved);
+}
+
+void HostedControl::draw_pixels(HDC context) {
+  SetWindowOrgEx(context, 0, 0, nullptr);
   on_paint(context);
-  const HWND box = box_window();
+  // Not the large editor's, which may be the one that is edited.
+  const auto& shown = textbox_->boxes()[textbox_->get_Multiline() ? 1 : 0];
+  const HWND box = static_cast<const windows::RichEdit&>(*shown).window();
   POINT place = {0, 0};
   MapWindowPoints(box, handle(), &place, 1);
   SetWindowOrgEx(context, -place.x, -place.y, nullptr);
   SendMessageW(box, WM_PRINTCLIENT, reinterpret_cast<WPARAM>(context), PRF_CLIENT | PRF_ERASEBKGND);
-  RestoreDC(context, saved);
+}
+
+/// Metafiles of old know neither pixels nor where they lie on a device.
+void HostedControl::draw_picture(HDC context, const RECT& bounds) {
+  const platform::ControlExtent pixels = extent();
+  const HDC screen = GetDC(nullptr);
+  const HDC memory = CreateCompatibleDC(screen);
+  const HBITMAP bitmap = CreateCompatibleBitmap(screen, pixels.width, pixels.height);
+  const HGDIOBJ before = SelectObject(memory, bitmap);
+  draw_pixels(memory);
+  SetWindowOrgEx(memory, 0, 0, nullptr);
+  StretchBlt(context, bounds.left, bounds.top, bounds.right - bounds.left,
+             bounds.bottom - bounds.top, memory, 0, 0, pixels.width, pixels.height, SRCCOPY);
+  SelectObject(memory, before);
+  DeleteObject(bitmap);
+  DeleteDC(memory);
+  ReleaseDC(nullptr, screen);
 }
 
 void HostedControl::on_system_change() { invalidate(); }

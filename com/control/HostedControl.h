@@ -91,6 +91,9 @@ class HostedControl final : public platform::ControlSite, private WindowClient {
   void on_posted() override;
 
   void on_text_change();
+  void tell_keys_changed() const;
+  void draw_pixels(HDC context);
+  void draw_picture(HDC context, const RECT& bounds);
   void notify(DISPID property);
   void view_changed();
   void select_test_font(HFONT font);

@@ -213,5 +213,124 @@ TEST_F(Hosting, LosesItsHostInAnyCall) {
   }
 }
 
+TEST_F(Hosting, CallsOnlySinksThatAreConnectedWhenItIsTheirTurn) {
+  const auto control = create();
+  Called first;
+  Called second;
+  int events = 0;
+  const Connection connection(*control.get(), __uuidof(QELTextboxEvents), first);
+  auto later = std::make_unique<Connection>(*control.get(), __uuidof(QELTextboxEvents), second);
+  first.act = [&](DISPID, DISPPARAMS&, VARIANT*) { return later.reset(), E_FAIL; };
+  second.act = [&](DISPID, DISPPARAMS&, VARIANT*) { return ++events, S_OK; };
+  control->put_Text(Text(L"a"));
+  EXPECT_EQ(events, 0);
+  first.act = second.act;
+  const auto steering = control.as<IOleControl>();
+  for (const BOOL freeze : {FALSE, TRUE, FALSE}) {
+    steering->FreezeEvents(freeze);
+    control->put_Text(Text(L"b"));
+  }
+  EXPECT_EQ(events, 2) << "to thaw what is not frozen changes nothing";
+}
+
+/// How much of a square of 100 pixels is not black, from which corner to which other one.
+struct Inked {
+  int count = 0;
+  POINT first = {100, 100};
+  POINT last = {0, 0};
+};
+Inked inked(HDC context) {
+  Inked result;
+  for (LONG at = 0; at < 10000; ++at) {
+    const POINT point = {at % 100, at / 100};
+    if (GetPixel(context, point.x, point.y) == 0) continue;
+    ++result.count;
+    result.first = {std::min(result.first.x, point.x), std::min(result.first.y, point.y)};
+    result.last = {std::max(result.last.x, point.x), std::max(result.last.y, point.y)};
+  }
+  return result;
+}
+
+TEST_F(Hosting, DrawsItselfInAnyUnits) {
+  const auto control = create();
+  control->put_BackColor(RGB(0, 0, 255));
+  const auto view = control.as<IViewObject>();
+  const auto draw = [&](HDC context, RECTL bounds) {
+    EXPECT_EQ(view->Draw(DVASPECT_CONTENT, -1, nullptr, nullptr, nullptr, context, &bounds, nullptr,
+                         nullptr, 0),
+              S_OK);
+  };
+  const HDC context = CreateCompatibleDC(nullptr);
+  const HBITMAP bitmap = CreateBitmap(100, 100, 1, 32, nullptr);
+  const HGDIOBJ before = SelectObject(context, bitmap);
+  SetMapMode(context, MM_ANISOTROPIC);
+  for (const char* const how : {"pixels", "tenths", "upwards", "metafile"}) {
+    const bool is_tenths = how[0] == 't';
+    SetWindowExtEx(context, is_tenths ? 1000 : 100, is_tenths ? 1000 : 100, nullptr);
+    SetViewportExtEx(context, 100, how[0] == 'u' ? -100 : 100, nullptr);
+    if (is_tenths) draw(context, {100, 200, 600, 500});
+    if (how[0] == 'p') draw(context, {10, 20, 60, 50});
+    if (how[0] == 'u') draw(context, {10, -20, 60, -50});
+    if (how[0] == 'm') {
+      const HDC recorded = CreateMetaFileW(nullptr);
+      draw(recorded, {10, 20, 60, 50});
+      const HMETAFILE file = CloseMetaFile(recorded);
+      PlayMetaFile(context, file);
+      DeleteMetaFile(file);
+    }
+    SetViewportExtEx(context, 100, 100, nullptr);
+    SetWindowExtEx(context, 100, 100, nullptr);
+    const Inked drawn = inked(context);
+    EXPECT_EQ(drawn.count, 50 * 30) << how;
+    EXPECT_TRUE(drawn.first.x == 10 && drawn.first.y == 20) << how;
+    EXPECT_TRUE(drawn.last.x == 59 && drawn.last.y == 49) << how;
+    PatBlt(context, 0, 0, 100, 100, BLACKNESS);
+  }
+  SelectObject(context, before);
+  DeleteObject(bitmap);
+  DeleteDC(context);
+}
+
+class AdviseSink : public Uncounted<IAdviseSink> {
+ public:
+  std::string told;
+
+  STDMETHODIMP_(void) OnDataChange(FORMATETC*, STGMEDIUM*) override { told += "data "; }
+  STDMETHODIMP_(void) OnViewChange(DWORD, LONG) override { told += "view "; }
+  STDMETHODIMP_(void) OnRename(IMoniker*) override { told += "name "; }
+  STDMETHODIMP_(void) OnSave() override { told += "save "; }
+  STDMETHODIMP_(void) OnClose() override { told += "close "; }
+};
+
+TEST_F(Hosting, TellsWhatItsHostKeepsOfIt) {
+  const auto control = create();
+  const auto object = control.as<IOleObject>();
+  Host host;
+  host.take(*control.get());
+  control->put_Multiline(VARIANT_TRUE);
+  EXPECT_EQ(host.count("OnControlInfoChanged"), 1) << "Enter is the box's now";
+  AdviseSink sink;
+  DWORD cookie = 0;
+  EXPECT_EQ(object->Advise(&sink, &cookie), S_OK);
+  EXPECT_EQ(object->Close(OLECLOSE_SAVEIFDIRTY), S_OK);
+  EXPECT_EQ(sink.told, "save close ");
+  EXPECT_EQ(host.count("SaveObject"), 1);
+  object->Unadvise(cookie);
+
+  // No registry is asked.
+  Pointer<IEnumOLEVERB> verbs;
+  EXPECT_EQ(object->EnumVerbs(verbs.put()), S_OK);
+  OLEVERB listed[3] = {};
+  ULONG count = 0;
+  EXPECT_EQ(verbs->Next(3, listed, &count), S_FALSE);
+  ASSERT_EQ(count, 2U);
+  EXPECT_STREQ(listed[1].lpszVerbName, L"&Large Editor...");
+  LPOLESTR name = nullptr;
+  EXPECT_EQ(object->GetUserType(USERCLASSTYPE_SHORT, &name), S_OK);
+  EXPECT_NE(name, nullptr);
+  for (void* text : {listed[0].lpszVerbName, listed[1].lpszVerbName, name}) CoTaskMemFree(text);
+  Host::let_go(*control.get());
+}
+
 }  // namespace
 }  // namespace qel::com::test
