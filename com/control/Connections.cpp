@@ -2,6 +2,8 @@
 
 #include <olectl.h>
 
+#include <vector>
+
 #include "com/automation/Errors.h"
 #include "com/automation/ListEnumerator.h"
 
@@ -78,12 +80,6 @@ HRESULT Connections::EnumConnections(IEnumConnections** result) {
     for (const auto& [cookie, sink] : sinks_) connections.push_back({cookie, sink});
     *result = new Enumerator(std::move(connections));
   });
-}
-
-std::vector<Pointer<IUnknown>> Connections::sinks() const {
-  std::vector<Pointer<IUnknown>> sinks;
-  for (const auto& [cookie, sink] : sinks_) sinks.push_back(sink);
-  return sinks;
 }
 
 }  // namespace qel::com

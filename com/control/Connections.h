@@ -3,7 +3,6 @@
 #include <ocidl.h>
 
 #include <map>
-#include <vector>
 
 #include "com/platform/Pointer.h"
 #include "com/control/Part.h"
@@ -27,8 +26,15 @@ class Connections final : public Part<IConnectionPoint> {
 
   const IID& id() const { return id_; }
   bool is_empty() const { return sinks_.empty(); }
-  /// Those that are connected now, in the order in which they came.
-  std::vector<Pointer<IUnknown>> sinks() const;
+  /// Calls each sink in the order in which they came: those that are connected now, and still are
+  /// when it is their turn.
+  template <class Act>
+  void each(Act act) const {
+    const auto connected = sinks_;
+    for (const auto& [cookie, sink] : connected) {
+      if (sinks_.count(cookie) != 0) act(*sink.get());
+    }
+  }
 
  private:
   IConnectionPointContainer& container_;

@@ -42,7 +42,7 @@ void ControlWindow::create() {
 
 ControlWindow::~ControlWindow() {
   if (window_ == nullptr) return;
-  SetWindowLongPtrW(window_, GWLP_USERDATA, 0);
+  silence();
   DestroyWindow(window_);
   // Fails while another one is there. A library's classes must not stay when it is unloaded.
   UnregisterClassW(class_name, Module::instance());
@@ -102,7 +102,7 @@ LRESULT ControlWindow::handle(UINT message, WPARAM w, LPARAM l) {
       return 0;
     case WM_DESTROY: {
       // Not by us: what lies on it has to be saved onto another one.
-      SetWindowLongPtrW(window, GWLP_USERDATA, 0);
+      silence();
       create();
       for (int i = 0; i < posted_; ++i) PostMessageW(window_, posted_message, 0, 0);
       client_.on_destroy();

@@ -35,6 +35,8 @@ class ControlWindow {
   void put_parent(HWND parent);
   /// Its context is the same as long as the window is.
   HDC context() const { return context_; }
+  /// Tells the client nothing any more.
+  void silence() { SetWindowLongPtrW(window_, GWLP_USERDATA, 0); }
   /// Has the client called later, when what runs now is over.
   void post();
 

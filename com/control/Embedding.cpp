@@ -2,7 +2,13 @@
 
 #include <qelcom.h>
 
+#include <cstring>
+#include <cwchar>
+#include <iterator>
+#include <vector>
+
 #include "com/automation/Errors.h"
+#include "com/automation/ListEnumerator.h"
 
 namespace qel::com {
 
@@ -19,10 +25,14 @@ HRESULT Embedding::GetClientSite(IOleClientSite** site) {
 HRESULT Embedding::SetHostNames(LPCOLESTR /*application*/, LPCOLESTR /*document*/) { return S_OK; }
 
 HRESULT Embedding::Close(DWORD save) {
-  IOleClientSite* const site = control_.client_site();
-  if (save != OLECLOSE_NOSAVE && control_.is_dirty() && site != nullptr) site->SaveObject();
+  const Pointer<IOleClientSite> site(control_.client_site());
+  if (save != OLECLOSE_NOSAVE && control_.is_dirty() && site) {
+    site->SaveObject();
+    if (sinks_) sinks_->SendOnSave();
+  }
   control_.deactivate();
-  if (sinks_) sinks_->SendOnClose();
+  const Pointer<IOleAdviseHolder> sinks = sinks_;
+  if (sinks) sinks->SendOnClose();
   return S_OK;
 }
 
@@ -43,6 +53,12 @@ HRESULT Embedding::GetClipboardData(DWORD /*reserved*/, IDataObject** /*data*/) 
 
 HRESULT Embedding::DoVerb(LONG verb, LPMSG /*message*/, IOleClientSite* /*site*/, LONG /*index*/,
                           HWND /*parent*/, LPCRECT /*place*/) {
+  HRESULT result = S_OK;
+  const HRESULT done = guarded(IID_IOleObject, [&] { result = act(verb); });
+  return FAILED(done) ? done : result;
+}
+
+HRESULT Embedding::act(LONG verb) {
   switch (verb) {
     case OLEIVERB_PRIMARY:
     case OLEIVERB_UIACTIVATE:
@@ -55,15 +71,44 @@ HRESULT Embedding::DoVerb(LONG verb, LPMSG /*message*/, IOleClientSite* /*site*/
       ShowWindow(control_.handle(), SW_HIDE);
       return S_OK;
     case edit_verb:
-      return guarded(IID_IOleObject, [&] { control_.textbox().InvokeLargeEditor(); });
+      control_.textbox().InvokeLargeEditor();
+      return S_OK;
     default:
       return verb < 0 ? E_NOTIMPL : OLEOBJ_S_INVALIDVERB;
   }
 }
 
-/// The registered ones, which the system knows how to read.
+namespace {
+
+/// What is registered, for hosts that found the component by other means.
+constexpr OLEVERB own_verbs[] = {
+    {OLEIVERB_PRIMARY, const_cast<LPOLESTR>(L"&Edit"), 0, OLEVERBATTRIB_ONCONTAINERMENU},
+    {Embedding::edit_verb, const_cast<LPOLESTR>(L"&Large Editor..."), 0,
+     OLEVERBATTRIB_ONCONTAINERMENU}};
+
+/// A string that the caller has to free.
+LPOLESTR for_caller(LPCOLESTR text) {
+  const std::size_t size = (std::wcslen(text) + 1) * sizeof(OLECHAR);
+  void* const copy = CoTaskMemAlloc(size);
+  return copy == nullptr ? nullptr : static_cast<LPOLESTR>(std::memcpy(copy, text, size));
+}
+
+OLEVERB verb_for_caller(const OLEVERB& verb) {
+  OLEVERB given = verb;
+  given.lpszVerbName = for_caller(verb.lpszVerbName);
+  return given;
+}
+
+using Verbs = ListEnumerator<IEnumOLEVERB, OLEVERB, OLEVERB, verb_for_caller>;
+
+}  // namespace
+
 HRESULT Embedding::EnumVerbs(IEnumOLEVERB** verbs) {
-  return verbs == nullptr ? E_POINTER : OleRegEnumVerbs(__uuidof(::QELTextbox), verbs);
+  if (verbs == nullptr) return E_POINTER;
+  *verbs = nullptr;
+  return guarded(IID_IOleObject, [&] {
+    *verbs = new Verbs(std::vector<OLEVERB>(std::begin(own_verbs), std::end(own_verbs)));
+  });
 }
 
 HRESULT Embedding::Update() { return S_OK; }
@@ -77,7 +122,10 @@ HRESULT Embedding::GetUserClassID(CLSID* id) {
 }
 
 HRESULT Embedding::GetUserType(DWORD form, LPOLESTR* name) {
-  return name == nullptr ? E_POINTER : OleRegGetUserType(__uuidof(::QELTextbox), form, name);
+  if (name == nullptr) return E_POINTER;
+  if (SUCCEEDED(OleRegGetUserType(__uuidof(::QELTextbox), form, name))) return S_OK;
+  *name = for_caller(L"QELTextbox");
+  return *name == nullptr ? E_OUTOFMEMORY : S_OK;
 }
 
 HRESULT Embedding::SetExtent(DWORD aspect, SIZEL* size) {

@@ -44,6 +44,7 @@ class Embedding final : public Part<IOleObject> {
   STDMETHODIMP SetColorScheme(LOGPALETTE* palette) override;
 
  private:
+  HRESULT act(LONG verb);
   HRESULT advised();
 
   HostedControl& control_;

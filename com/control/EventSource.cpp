@@ -6,6 +6,7 @@
 #include <functional>
 
 #include "com/automation/Values.h"
+#include "com/control/Hold.h"
 #include "com/objects/DragDataObject.h"
 
 namespace qel::com {
@@ -98,30 +99,6 @@ class SharedData {
   Pointer<IDispatch> object_;
 };
 
-/// Keeps the object while its sinks are called, and until what raised the event is over.
-class Hold {
- public:
-  Hold(IUnknown& whole, const std::function<void()>& release_later)
-      : whole_(whole), release_later_(release_later) {
-    whole_.AddRef();
-  }
-  Hold(const Hold&) = delete;
-  Hold& operator=(const Hold&) = delete;
-  ~Hold() {
-    whole_.AddRef();
-    const bool is_last = whole_.Release() == 1;
-    if (is_last) {
-      release_later_();
-    } else {
-      whole_.Release();
-    }
-  }
-
- private:
-  IUnknown& whole_;
-  const std::function<void()>& release_later_;
-};
-
 }  // namespace
 
 template <class... Arguments>
@@ -133,13 +110,12 @@ void EventSource::raise(DISPID event, Arguments&&... arguments) {
   [[maybe_unused]] std::size_t place = sizeof...(Arguments);
   ((list[--place] = argument(arguments)), ...);
   DISPPARAMS parameters = {list.data(), nullptr, sizeof...(Arguments), 0};
-  for (const Pointer<IUnknown>& sink : connections_.sinks()) {
+  connections_.each([&](IUnknown& sink) {
     // The interface of the events is IDispatch under a number of its own.
     Value result;
-    static_cast<IDispatch*>(sink.get())
-        ->Invoke(event, IID_NULL, LOCALE_USER_DEFAULT, DISPATCH_METHOD, &parameters, result.put(),
-                 nullptr, nullptr);
-  }
+    static_cast<IDispatch&>(sink).Invoke(event, IID_NULL, LOCALE_USER_DEFAULT, DISPATCH_METHOD,
+                                         &parameters, result.put(), nullptr, nullptr);
+  });
 }
 
 void EventSource::Change() {

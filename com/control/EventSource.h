@@ -2,6 +2,7 @@
 
 #include <oaidl.h>
 
+#include <algorithm>
 #include <functional>
 #include <utility>
 
@@ -23,8 +24,9 @@ class EventSource : public ControlEvents {
         release_later_(std::move(release_later)),
         on_change_(std::move(on_change)) {}
 
-  /// While it is frozen, events are lost: the host does not take any.
-  void freeze(bool frozen) { frozen_ += frozen ? 1 : -1; }
+  /// While it is frozen, events are lost: the host does not take any. What freezes it several times
+  /// has to thaw it as often.
+  void freeze(bool frozen) { frozen_ = frozen ? frozen_ + 1 : std::max(frozen_ - 1, 0); }
 
   /// Whoever is bound to the text is told by `on_change` before the sinks are.
   void Change() override;

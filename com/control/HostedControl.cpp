@@ -7,6 +7,7 @@
 
 #include "com/automation/TypeLibrary.h"
 #include "com/control/Extents.h"
+#include "com/control/Hold.h"
 #include "com/platform/RichEdit.h"
 #include "com/platform/WindowsPlatform.h"
 #include "qel/base/Error.h"
@@ -39,8 +40,7 @@ class Brush {
 HostedControl::HostedControl(IUnknown& whole, ConnectionContainer& connections)
     : whole_(whole),
       connections_(connections),
-      events_(
-          whole, connections.events(), [this] { window_.post(); }, [this] { on_text_change(); }),
+      events_(whole, connections.events(), release_later_, [this] { on_text_change(); }),
       natural_extent_(first_extent),
       window_(*this) {
   resize(in_pixels(natural_extent_));
@@ -49,6 +49,7 @@ HostedControl::HostedControl(IUnknown& whole, ConnectionContainer& connections)
 }
 
 HostedControl::~HostedControl() {
+  window_.silence();
   textbox_->listen(nullptr);
   textbox_.reset();
   select_test_font(nullptr);
@@ -57,12 +58,9 @@ HostedControl::~HostedControl() {
 // The host.
 
 void HostedControl::put_client_site(IOleClientSite* site) {
+  if (site != client_site_.get()) deactivate();
   client_site_ = Pointer<IOleClientSite>(site);
-  if (site == nullptr) {
-    deactivate();
-    return;
-  }
-  on_ambient_change(DISPID_AMBIENT_USERMODE);
+  if (site != nullptr) on_ambient_change(DISPID_AMBIENT_USERMODE);
 }
 
 Value HostedControl::ambient(DISPID property) const {
@@ -82,16 +80,16 @@ void HostedControl::on_ambient_change(DISPID property) {
 }
 
 bool HostedControl::may_change(DISPID property) const {
-  const auto sinks = connections_.notices().sinks();
-  return std::all_of(sinks.begin(), sinks.end(), [property](const Pointer<IUnknown>& sink) {
-    return static_cast<IPropertyNotifySink*>(sink.get())->OnRequestEdit(property) != S_FALSE;
+  bool may = true;
+  connections_.notices().each([&](IUnknown& sink) {
+    may = may && static_cast<IPropertyNotifySink&>(sink).OnRequestEdit(property) != S_FALSE;
   });
+  return may;
 }
 
 void HostedControl::notify(DISPID property) {
-  for (const Pointer<IUnknown>& sink : connections_.notices().sinks()) {
-    static_cast<IPropertyNotifySink*>(sink.get())->OnChanged(property);
-  }
+  connections_.notices().each(
+      [&](IUnknown& sink) { static_cast<IPropertyNotifySink&>(sink).OnChanged(property); });
 }
 
 /// Whatever changes the text changes both properties that say it.
@@ -104,12 +102,19 @@ void HostedControl::on_text_change() {
 
 void HostedControl::property_changed(std::u16string_view name) {
   is_dirty_ = true;
+  if (name == u"Multiline") tell_keys_changed();
   if (connections_.notices().is_empty()) return;
   std::u16string wanted(name);
   auto* text = const_cast<LPOLESTR>(wide(wanted));
   DISPID property = DISPID_UNKNOWN;
   // What a bag keeps without being a property has no number to tell.
   if (SUCCEEDED(ids_of_names(__uuidof(IQELTextbox), &text, 1, &property))) notify(property);
+}
+
+/// Hosts keep what they know of the control's use of Enter.
+void HostedControl::tell_keys_changed() const {
+  const Pointer<IOleControlSite> site = client_site_.as<IOleControlSite>();
+  if (site) site->OnControlInfoChanged();
 }
 
 // Size and look.
@@ -222,24 +227,48 @@ void HostedControl::on_paint(HDC context) {
 }
 
 void HostedControl::draw(HDC context, const RECT& bounds) {
+  if (GetDeviceCaps(context, TECHNOLOGY) == DT_METAFILE) return draw_picture(context, bounds);
+  // The bounds are in the host's units: what is drawn in pixels is laid over them.
+  RECT place = bounds;
+  LPtoDP(context, reinterpret_cast<POINT*>(&place), 2);
   const platform::ControlExtent pixels = extent();
   const int saved = SaveDC(context);
+  ModifyWorldTransform(context, nullptr, MWT_IDENTITY);
   SetMapMode(context, MM_ANISOTROPIC);
-  // The bounds are in the host's units: what is drawn in pixels is laid over them.
-  POINT origin = {bounds.left, bounds.top};
-  SIZE size = {bounds.right - bounds.left, bounds.bottom - bounds.top};
-  LPtoDP(context, &origin, 1);
-  SetWindowOrgEx(context, 0, 0, nullptr);
   SetWindowExtEx(context, std::max(pixels.width, 1), std::max(pixels.height, 1), nullptr);
-  SetViewportOrgEx(context, origin.x, origin.y, nullptr);
-  SetViewportExtEx(context, size.cx, size.cy, nullptr);
+  SetViewportOrgEx(context, place.left, place.top, nullptr);
+  SetViewportExtEx(context, place.right - place.left, place.bottom - place.top, nullptr);
+  draw_pixels(context);
+  RestoreDC(context, saved);
+}
+
+void HostedControl::draw_pixels(HDC context) {
+  SetWindowOrgEx(context, 0, 0, nullptr);
   on_paint(context);
-  const HWND box = box_window();
+  // Not the large editor's, which may be the one that is edited.
+  const auto& shown = textbox_->boxes()[textbox_->get_Multiline() ? 1 : 0];
+  const HWND box = static_cast<const windows::RichEdit&>(*shown).window();
   POINT place = {0, 0};
   MapWindowPoints(box, handle(), &place, 1);
   SetWindowOrgEx(context, -place.x, -place.y, nullptr);
   SendMessageW(box, WM_PRINTCLIENT, reinterpret_cast<WPARAM>(context), PRF_CLIENT | PRF_ERASEBKGND);
-  RestoreDC(context, saved);
+}
+
+/// Metafiles of old know neither pixels nor where they lie on a device.
+void HostedControl::draw_picture(HDC context, const RECT& bounds) {
+  const platform::ControlExtent pixels = extent();
+  const HDC screen = GetDC(nullptr);
+  const HDC memory = CreateCompatibleDC(screen);
+  const HBITMAP bitmap = CreateCompatibleBitmap(screen, pixels.width, pixels.height);
+  const HGDIOBJ before = SelectObject(memory, bitmap);
+  draw_pixels(memory);
+  SetWindowOrgEx(memory, 0, 0, nullptr);
+  StretchBlt(context, bounds.left, bounds.top, bounds.right - bounds.left,
+             bounds.bottom - bounds.top, memory, 0, 0, pixels.width, pixels.height, SRCCOPY);
+  SelectObject(memory, before);
+  DeleteObject(bitmap);
+  DeleteDC(memory);
+  ReleaseDC(nullptr, screen);
 }
 
 void HostedControl::on_system_change() { invalidate(); }
@@ -253,19 +282,32 @@ HWND HostedControl::box_window() const {
 HRESULT HostedControl::enter_place() {
   const Pointer<IOleInPlaceSite> place = client_site_.as<IOleInPlaceSite>();
   if (!place || place->CanInPlaceActivate() != S_OK) return E_FAIL;
+  HRESULT done = place->OnInPlaceActivate();
+  if (FAILED(done)) return done;
+  done = lie_on(place);
+  if (FAILED(done)) place->OnInPlaceDeactivate();
+  return done;
+}
+
+/// The host may take its site or its window back whenever it is called.
+HRESULT HostedControl::lie_on(const Pointer<IOleInPlaceSite>& place) {
   HWND parent = nullptr;
   RECT position = {};
   RECT clip = {};
   OLEINPLACEFRAMEINFO info = {};
   info.cb = sizeof info;
+  Pointer<IOleInPlaceFrame> frame;
   Pointer<IOleInPlaceUIWindow> document;
-  HRESULT done = place->OnInPlaceActivate();
-  if (SUCCEEDED(done)) done = place->GetWindow(&parent);
+  HRESULT done = place->GetWindow(&parent);
   if (SUCCEEDED(done)) {
-    done = place->GetWindowContext(frame_.put(), document.put(), &position, &clip, &info);
+    done = place->GetWindowContext(frame.put(), document.put(), &position, &clip, &info);
   }
   if (FAILED(done)) return done;
+  if (IsWindow(parent) == FALSE || client_site_.as<IOleInPlaceSite>() != place) return E_FAIL;
   place_ = place;
+  host_windows_.clear();
+  if (frame) host_windows_.emplace_back(frame.get());
+  if (document) host_windows_.push_back(document);
   window_.put_parent(parent);
   put_boxes_on(handle());
   put_place(position, clip);
@@ -281,42 +323,59 @@ void HostedControl::put_boxes_on(HWND window) {
 
 HRESULT HostedControl::activate() {
   if (!is_in_place()) {
+    const Pointer<IOleClientSite> site = client_site_;
     const HRESULT done = enter_place();
     if (FAILED(done)) return done;
-    client_site_->ShowObject();
+    site->ShowObject();
+    if (!is_in_place()) return E_FAIL;
   }
   ShowWindow(handle(), SW_SHOW);
   return S_OK;
 }
 
 HRESULT HostedControl::activate_ui() {
-  const HRESULT done = activate();
+  HRESULT done = activate();
   if (FAILED(done)) return done;
   if (!std::exchange(is_ui_active_, true)) {
-    place_->OnUIActivate();
+    const Pointer<IOleInPlaceSite> place = place_;
+    done = place->OnUIActivate();
+    if (FAILED(done)) is_ui_active_ = false;
     const Pointer<IOleInPlaceActiveObject> active =
         Pointer<IUnknown>(&whole_).as<IOleInPlaceActiveObject>();
-    if (frame_) frame_->SetActiveObject(active.get(), nullptr);
-    if (frame_) frame_->SetBorderSpace(nullptr);
+    if (is_ui_active_) show_active(active.get());
+    // Meanwhile the host may have called another one.
+    if (!is_ui_active_) return FAILED(done) ? done : E_FAIL;
   }
   const HWND focused = GetFocus();
   if (focused != handle() && IsChild(handle(), focused) == FALSE) SetFocus(box_window());
   return S_OK;
 }
 
+/// None (null) when another one may take the keys.
+void HostedControl::show_active(IOleInPlaceActiveObject* active) {
+  const auto windows = host_windows_;
+  for (const Pointer<IOleInPlaceUIWindow>& window : windows) {
+    window->SetActiveObject(active, nullptr);
+    if (active != nullptr) window->SetBorderSpace(nullptr);
+  }
+}
+
 void HostedControl::deactivate_ui() {
   if (!std::exchange(is_ui_active_, false)) return;
-  if (frame_) frame_->SetActiveObject(nullptr, nullptr);
-  if (place_) place_->OnUIDeactivate(FALSE);
+  const Pointer<IOleInPlaceSite> place = place_;
+  show_active(nullptr);
+  if (place) place->OnUIDeactivate(FALSE);
 }
 
 void HostedControl::deactivate() {
   if (!is_in_place()) return;
   deactivate_ui();
-  put_boxes_on(nullptr);
-  window_.put_parent(nullptr);
-  frame_ = {};
   const Pointer<IOleInPlaceSite> place = std::exchange(place_, {});
+  if (!place) return;
+  // With its boxes, lest the focus goes from one to the other.
+  window_.put_parent(nullptr);
+  put_boxes_on(nullptr);
+  host_windows_.clear();
   place->OnInPlaceDeactivate();
 }
 
@@ -324,20 +383,26 @@ void HostedControl::put_focus() {
   if (!client_site_ || FAILED(activate_ui())) SetFocus(box_window());
 }
 
-void HostedControl::on_focus() { SetFocus(box_window()); }
+void HostedControl::on_focus() {
+  if (is_in_place()) SetFocus(box_window());
+}
 
 void HostedControl::on_box_focus(bool gained) {
+  const Hold hold(whole_, release_later_);
   if (gained && is_in_place() && !is_ui_active_) activate_ui();
   const Pointer<IOleControlSite> site = client_site_.as<IOleControlSite>();
   if (site) site->OnFocus(gained ? TRUE : FALSE);
 }
 
+/// The window is another one now, which begins as all do.
 void HostedControl::on_destroy() {
   put_boxes_on(nullptr);
   SelectObject(window_.context(), test_font_handle_);
   is_ui_active_ = false;
-  frame_ = {};
+  host_windows_.clear();
   place_ = {};
+  put_enabled(textbox_->get_Enabled());
+  resize(in_pixels(natural_extent_));
 }
 
 void HostedControl::on_posted() { whole_.Release(); }

@@ -3,8 +3,10 @@
 #include <ocidl.h>
 #include <olectl.h>
 
+#include <functional>
 #include <memory>
 #include <string_view>
+#include <vector>
 
 #include "com/automation/Values.h"
 #include "com/control/ConnectionContainer.h"
@@ -89,19 +91,26 @@ class HostedControl final : public platform::ControlSite, private WindowClient {
   void on_posted() override;
 
   void on_text_change();
+  void tell_keys_changed() const;
+  void draw_pixels(HDC context);
+  void draw_picture(HDC context, const RECT& bounds);
   void notify(DISPID property);
   void view_changed();
   void select_test_font(HFONT font);
   void resize(SIZE pixels);
   HRESULT enter_place();
+  HRESULT lie_on(const Pointer<IOleInPlaceSite>& place);
+  void show_active(IOleInPlaceActiveObject* active);
   void put_boxes_on(HWND window);
 
   IUnknown& whole_;
   ConnectionContainer& connections_;
+  const std::function<void()> release_later_ = [this] { window_.post(); };
   EventSource events_;
   Pointer<IOleClientSite> client_site_;
   Pointer<IOleInPlaceSite> place_;  // while the control is active in place
-  Pointer<IOleInPlaceFrame> frame_;
+  // Windows of the host that ask the active control for its keys.
+  std::vector<Pointer<IOleInPlaceUIWindow>> host_windows_;
   Pointer<IAdviseSink> view_sink_;
   DWORD view_aspects_ = 0;
   DWORD view_flags_ = 0;

@@ -70,9 +70,9 @@ class HostBag : public platform::PropertyBag {
 
   Variant read(std::u16string_view name, const Variant& preset) const override {
     const std::u16string wanted(name);
-    // Hosts that keep text convert to the type that they find.
-    Value value = value_of(preset);
-    VARIANT found = value.detach();
+    // Hosts that keep text convert to the type that they find. Not all free what they find.
+    VARIANT found = {};
+    found.vt = value_of(preset).type();
     const HRESULT result = bag_.Read(wide(wanted), &found, nullptr);
     const Value owned(found);
     VariantClear(&found);

@@ -27,6 +27,15 @@ bool leaves_selection(std::int16_t key_code, std::int16_t shift, platform::Range
 
 bool is_control(char16_t character) { return character < u' ' || character == u'\u007F'; }
 
+/// Whether the range begins or ends between the halves of a character.
+bool cuts_character(std::u16string_view text, platform::Range range) {
+  const auto is_cut = [text](std::int32_t position) {
+    const auto at = static_cast<std::size_t>(position);
+    return at > 0 && at < text.size() && is_pair_at(text, at - 1);
+  };
+  return is_cut(range.start) || is_cut(range.start + range.length);
+}
+
 /// The character that was made of the key that is being pressed, whatever becomes of it.
 std::optional<char16_t> pending_character(HWND window) {
   MSG message;
@@ -97,11 +106,16 @@ LRESULT BoxWindow::press(UINT message, WPARAM key, LPARAM data) {
 }
 
 /// Lets the window move the caret. Not every system's stays in the line that it goes to: one that
-/// is too short for the place of the caret ends before its break.
+/// is too short for the place of the caret ends before its break. Nor does every one step over both
+/// halves of a character.
 void BoxWindow::move_natively(UINT message, WPARAM key, LPARAM data) {
   const bool is_vertical = (key == VK_UP || key == VK_DOWN) && held_modifiers() == no_modifier;
   const LONG line = is_vertical ? display_.line_of_caret() : 0;
   act_natively(message, key, data);
+  const bool is_step = key == VK_LEFT || key == VK_RIGHT;
+  if (is_step && window_ != nullptr && cuts_character(content_.text(), content_.selection())) {
+    act_natively(message, key, data);
+  }
   if (!is_vertical || window_ == nullptr) return;
   const LONG wanted = key == VK_UP ? std::max(line - 1, 0L) : line + 1;
   const platform::Range caret = content_.selection();

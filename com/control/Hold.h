@@ -1,0 +1,34 @@
+#pragma once
+
+#include <unknwn.h>
+
+#include <functional>
+
+namespace qel::com {
+
+/// Keeps an object while its host is called, and until what called the host is over: a host may let
+/// go of the last reference meanwhile. `release_later` lets go of one when nothing runs any more.
+class Hold {
+ public:
+  Hold(IUnknown& whole, const std::function<void()>& release_later)
+      : whole_(whole), release_later_(release_later) {
+    whole_.AddRef();
+  }
+  Hold(const Hold&) = delete;
+  Hold& operator=(const Hold&) = delete;
+  ~Hold() {
+    whole_.AddRef();
+    const bool is_last = whole_.Release() == 1;
+    if (is_last) {
+      release_later_();
+    } else {
+      whole_.Release();
+    }
+  }
+
+ private:
+  IUnknown& whole_;
+  const std::function<void()>& release_later_;
+};
+
+}  // namespace qel::com

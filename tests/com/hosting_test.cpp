@@ -1,0 +1,364 @@
+// The control in a host that is not like most: what it calls, when, and what it does when called.
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <utility>
+
+#include "com/Host.h"
+
+namespace qel::com::test {
+namespace {
+
+/// A site with a window of its own that keeps what it is told, and acts on it.
+class Host : public IOleClientSite,
+             public IOleInPlaceSite,
+             public IOleControlSite,
+             public IOleInPlaceFrame {
+ public:
+  Host() {
+    window_ = CreateWindowExW(0, L"STATIC", L"", WS_OVERLAPPEDWINDOW | WS_VISIBLE, 0, 0, 300, 200,
+                              nullptr, nullptr, nullptr, nullptr);
+  }
+  Host(const Host&) = delete;
+  Host& operator=(const Host&) = delete;
+  ~Host() { close(); }
+
+  std::vector<std::string> told;
+  std::function<void(const std::string&)> act;
+  /// What it is told and does not agree to.
+  std::string refused;
+
+  HWND window() const { return window_; }
+  void close() {
+    if (window_ != nullptr) DestroyWindow(std::exchange(window_, nullptr));
+  }
+  int count(const std::string& name) const {
+    return static_cast<int>(std::count(told.begin(), told.end(), name));
+  }
+  static HRESULT do_verb(IUnknown& control, LONG verb) {
+    const auto object = Pointer<IUnknown>(&control).as<IOleObject>();
+    return object->DoVerb(verb, nullptr, nullptr, 0, nullptr, nullptr);
+  }
+  HRESULT take(IUnknown& control, LONG verb = OLEIVERB_UIACTIVATE) {
+    Pointer<IUnknown>(&control).as<IOleObject>()->SetClientSite(this);
+    return do_verb(control, verb);
+  }
+  static void let_go(IUnknown& control) {
+    Pointer<IUnknown>(&control).as<IOleObject>()->SetClientSite(nullptr);
+  }
+
+  STDMETHODIMP QueryInterface(REFIID id, void** result) override {
+    const std::pair<IID, void*> parts[] = {
+        {IID_IUnknown, static_cast<IOleClientSite*>(this)},
+        {IID_IOleClientSite, static_cast<IOleClientSite*>(this)},
+        {IID_IOleInPlaceSite, static_cast<IOleInPlaceSite*>(this)},
+        {IID_IOleControlSite, static_cast<IOleControlSite*>(this)},
+        {IID_IOleInPlaceFrame, static_cast<IOleInPlaceFrame*>(this)}};
+    *result = nullptr;
+    for (const auto& [known, part] : parts) {
+      if (known == id) *result = part;
+    }
+    return *result == nullptr ? E_NOINTERFACE : S_OK;
+  }
+  STDMETHODIMP_(ULONG) AddRef() override { return 2; }
+  STDMETHODIMP_(ULONG) Release() override { return 1; }
+
+  STDMETHODIMP SaveObject() override { return tell("SaveObject"); }
+  STDMETHODIMP GetMoniker(DWORD, DWORD, IMoniker**) override { return E_NOTIMPL; }
+  STDMETHODIMP GetContainer(IOleContainer**) override { return E_NOINTERFACE; }
+  STDMETHODIMP ShowObject() override { return tell("ShowObject"); }
+  STDMETHODIMP OnShowWindow(BOOL) override { return S_OK; }
+  STDMETHODIMP RequestNewObjectLayout() override { return E_NOTIMPL; }
+
+  STDMETHODIMP GetWindow(HWND* window) override { return *window = window_, S_OK; }
+  STDMETHODIMP ContextSensitiveHelp(BOOL) override { return E_NOTIMPL; }
+  STDMETHODIMP CanInPlaceActivate() override { return tell("CanInPlaceActivate"); }
+  STDMETHODIMP OnInPlaceActivate() override { return tell("OnInPlaceActivate"); }
+  STDMETHODIMP OnUIActivate() override { return tell("OnUIActivate"); }
+  STDMETHODIMP GetWindowContext(IOleInPlaceFrame** frame, IOleInPlaceUIWindow** document,
+                                LPRECT place, LPRECT clip, LPOLEINPLACEFRAMEINFO) override {
+    *frame = this;
+    *document = nullptr;
+    *place = *clip = {10, 10, 210, 60};
+    return tell("GetWindowContext");
+  }
+  STDMETHODIMP Scroll(SIZE) override { return E_NOTIMPL; }
+  STDMETHODIMP OnUIDeactivate(BOOL) override { return tell("OnUIDeactivate"); }
+  STDMETHODIMP OnInPlaceDeactivate() override { return tell("OnInPlaceDeactivate"); }
+  STDMETHODIMP DiscardUndoState() override { return E_NOTIMPL; }
+  STDMETHODIMP DeactivateAndUndo() override { return E_NOTIMPL; }
+  STDMETHODIMP OnPosRectChange(LPCRECT) override { return tell("OnPosRectChange"); }
+
+  STDMETHODIMP OnControlInfoChanged() override { return tell("OnControlInfoChanged"); }
+  STDMETHODIMP LockInPlaceActive(BOOL) override { return E_NOTIMPL; }
+  STDMETHODIMP GetExtendedControl(IDispatch**) override { return E_NOTIMPL; }
+  STDMETHODIMP TransformCoords(POINTL*, POINTF*, DWORD) override { return E_NOTIMPL; }
+  STDMETHODIMP TranslateAccelerator(LPMSG, DWORD) override { return E_NOTIMPL; }
+  STDMETHODIMP OnFocus(BOOL gained) override { return tell(gained ? "gains" : "loses"); }
+  STDMETHODIMP ShowPropertyFrame() override { return E_NOTIMPL; }
+
+  STDMETHODIMP GetBorder(LPRECT) override { return E_NOTIMPL; }
+  STDMETHODIMP RequestBorderSpace(LPCBORDERWIDTHS) override { return E_NOTIMPL; }
+  STDMETHODIMP SetBorderSpace(LPCBORDERWIDTHS) override { return S_OK; }
+  STDMETHODIMP SetActiveObject(IOleInPlaceActiveObject* object, LPCOLESTR) override {
+    return tell(object == nullptr ? "clears" : "SetActiveObject");
+  }
+  STDMETHODIMP InsertMenus(HMENU, LPOLEMENUGROUPWIDTHS) override { return E_NOTIMPL; }
+  STDMETHODIMP SetMenu(HMENU, HOLEMENU, HWND) override { return E_NOTIMPL; }
+  STDMETHODIMP RemoveMenus(HMENU) override { return E_NOTIMPL; }
+  STDMETHODIMP SetStatusText(LPCOLESTR) override { return S_OK; }
+  STDMETHODIMP EnableModeless(BOOL) override { return S_OK; }
+  STDMETHODIMP TranslateAccelerator(LPMSG, WORD) override { return S_FALSE; }
+
+ private:
+  HRESULT tell(const std::string& name) {
+    told.push_back(name);
+    if (act) act(name);
+    return name == refused ? E_FAIL : S_OK;
+  }
+
+  HWND window_ = nullptr;
+};
+
+class Hosting : public testing::Test {
+ protected:
+  static void SetUpTestSuite() { OleInitialize(nullptr); }
+  void TearDown() override {
+    handle_messages();
+    EXPECT_TRUE(component_.is_idle()) << "an object was left behind";
+  }
+
+  Pointer<IQELTextbox> create() const {
+    return component_.create<IQELTextbox>(__uuidof(::QELTextbox));
+  }
+  static std::wstring markup(IQELTextbox& control) {
+    BSTR text = nullptr;
+    control.get_TextQEL(&text);
+    return taken(text);
+  }
+
+  Component component_;
+};
+
+TEST_F(Hosting, ComesAndGoesAsOftenAsItsHostWants) {
+  const auto control = create();
+  const auto place = control.as<IOleInPlaceObject>();
+  EXPECT_NE(Host::do_verb(*control.get(), OLEIVERB_SHOW), S_OK) << "there is no site";
+  control->put_TextQEL(Text(L"a/b1b/b0"));
+  Host host;
+  for (int i = 0; i < 2; ++i) {
+    host.told.clear();
+    EXPECT_EQ(host.take(*control.get()), S_OK);
+    control->put_SelStart(1);
+    EXPECT_EQ(place->InPlaceDeactivate(), S_OK);
+    EXPECT_EQ(place->InPlaceDeactivate(), S_OK);
+    for (const char* once : {"OnInPlaceActivate", "OnUIActivate", "SetActiveObject", "clears",
+                             "OnUIDeactivate", "OnInPlaceDeactivate"}) {
+      EXPECT_EQ(host.count(once), 1) << once;
+    }
+    EXPECT_EQ(host.told.back(), "OnInPlaceDeactivate");
+  }
+  host.take(*control.get());
+  Host other;
+  EXPECT_EQ(other.take(*control.get()), S_OK);
+  EXPECT_EQ(host.count("OnInPlaceDeactivate"), 2) << "the first host is left for the other one";
+  EXPECT_EQ(markup(*control.get()), L"a/b1b/b0");
+  LONG start = 0;
+  control->get_SelStart(&start);
+  EXPECT_EQ(start, 1);
+  control->put_Enabled(VARIANT_FALSE);
+  other.close();
+  LONG width = 0;
+  control->get_Width(&width);
+  EXPECT_GT(width, 0) << "its window went with the host's";
+  EXPECT_EQ(host.take(*control.get(), OLEIVERB_INPLACEACTIVATE), S_OK);
+  EXPECT_FALSE(IsWindowEnabled(GetWindow(host.window(), GW_CHILD)));
+  Host::let_go(*control.get());
+}
+
+TEST_F(Hosting, TellsOfItsEndWhereItWasNotLetIn) {
+  for (const char* call : {"OnInPlaceActivate", "GetWindowContext", "OnUIActivate"}) {
+    const auto control = create();
+    Host host;
+    host.refused = call;
+    EXPECT_EQ(host.take(*control.get()), E_FAIL) << call;
+    EXPECT_EQ(host.count("SetActiveObject"), 0) << call;
+    Host::let_go(*control.get());
+    EXPECT_EQ(host.count("OnInPlaceDeactivate"), host.refused == "OnInPlaceActivate" ? 0 : 1);
+  }
+}
+
+TEST_F(Hosting, LosesItsHostInAnyCall) {
+  for (const char* call : {"OnInPlaceActivate", "GetWindowContext", "ShowObject", "OnUIActivate",
+                           "SetActiveObject", "gains", "loses", "clears", "OnUIDeactivate"}) {
+    for (const bool closes : {true, false}) {
+      Host host;
+      auto control = create();
+      bool is_lost = false;
+      host.act = [&](const std::string& name) {
+        if (name != call || std::exchange(is_lost, true)) return;
+        if (closes) return host.close();
+        Host::let_go(*control.get());
+        // Messages hold no reference to the control that they are for.
+        if (name == "gains" || name == "loses") control = {};
+      };
+      host.take(*Pointer<IQELTextbox>(control).get(), OLEIVERB_INPLACEACTIVATE);
+      if (host.window() != nullptr) SetFocus(GetWindow(host.window(), GW_CHILD));
+      if (host.window() != nullptr) SetFocus(host.window());
+      if (control) control.as<IOleInPlaceObject>()->InPlaceDeactivate();
+      EXPECT_TRUE(is_lost) << call;
+      if (control) Host::let_go(*control.get());
+    }
+  }
+}
+
+TEST_F(Hosting, CallsOnlySinksThatAreConnectedWhenItIsTheirTurn) {
+  const auto control = create();
+  Called first;
+  Called second;
+  int events = 0;
+  const Connection connection(*control.get(), __uuidof(QELTextboxEvents), first);
+  auto later = std::make_unique<Connection>(*control.get(), __uuidof(QELTextboxEvents), second);
+  first.act = [&](DISPID, DISPPARAMS&, VARIANT*) { return later.reset(), E_FAIL; };
+  second.act = [&](DISPID, DISPPARAMS&, VARIANT*) { return ++events, S_OK; };
+  control->put_Text(Text(L"a"));
+  EXPECT_EQ(events, 0);
+  first.act = second.act;
+  const auto steering = control.as<IOleControl>();
+  for (const BOOL freeze : {FALSE, TRUE, FALSE}) {
+    steering->FreezeEvents(freeze);
+    control->put_Text(Text(L"b"));
+  }
+  EXPECT_EQ(events, 2) << "to thaw what is not frozen changes nothing";
+}
+
+/// How much of a square of 100 pixels is not black, from which corner to which other one.
+struct Inked {
+  int count = 0;
+  POINT first = {100, 100};
+  POINT last = {0, 0};
+};
+Inked inked(HDC context) {
+  Inked result;
+  for (LONG at = 0; at < 10000; ++at) {
+    const POINT point = {at % 100, at / 100};
+    if (GetPixel(context, point.x, point.y) == 0) continue;
+    ++result.count;
+    result.first = {std::min(result.first.x, point.x), std::min(result.first.y, point.y)};
+    result.last = {std::max(result.last.x, point.x), std::max(result.last.y, point.y)};
+  }
+  return result;
+}
+
+TEST_F(Hosting, DrawsItselfInAnyUnits) {
+  const auto control = create();
+  control->put_BackColor(RGB(0, 0, 255));
+  const auto view = control.as<IViewObject>();
+  const auto draw = [&](HDC context, RECTL bounds) {
+    EXPECT_EQ(view->Draw(DVASPECT_CONTENT, -1, nullptr, nullptr, nullptr, context, &bounds, nullptr,
+                         nullptr, 0),
+              S_OK);
+  };
+  const HDC context = CreateCompatibleDC(nullptr);
+  const HBITMAP bitmap = CreateBitmap(100, 100, 1, 32, nullptr);
+  const HGDIOBJ before = SelectObject(context, bitmap);
+  SetMapMode(context, MM_ANISOTROPIC);
+  for (const char* const how : {"pixels", "tenths", "upwards", "metafile"}) {
+    const bool is_tenths = how[0] == 't';
+    SetWindowExtEx(context, is_tenths ? 1000 : 100, is_tenths ? 1000 : 100, nullptr);
+    SetViewportExtEx(context, 100, how[0] == 'u' ? -100 : 100, nullptr);
+    if (is_tenths) draw(context, {100, 200, 600, 500});
+    if (how[0] == 'p') draw(context, {10, 20, 60, 50});
+    if (how[0] == 'u') draw(context, {10, -20, 60, -50});
+    if (how[0] == 'm') {
+      const HDC recorded = CreateMetaFileW(nullptr);
+      draw(recorded, {10, 20, 60, 50});
+      const HMETAFILE file = CloseMetaFile(recorded);
+      PlayMetaFile(context, file);
+      DeleteMetaFile(file);
+    }
+    SetViewportExtEx(context, 100, 100, nullptr);
+    SetWindowExtEx(context, 100, 100, nullptr);
+    const Inked drawn = inked(context);
+    EXPECT_EQ(drawn.count, 50 * 30) << how;
+    EXPECT_TRUE(drawn.first.x == 10 && drawn.first.y == 20) << how;
+    EXPECT_TRUE(drawn.last.x == 59 && drawn.last.y == 49) << how;
+    PatBlt(context, 0, 0, 100, 100, BLACKNESS);
+  }
+  SelectObject(context, before);
+  DeleteObject(bitmap);
+  DeleteDC(context);
+}
+
+class AdviseSink : public Uncounted<IAdviseSink> {
+ public:
+  std::string told;
+
+  STDMETHODIMP_(void) OnDataChange(FORMATETC*, STGMEDIUM*) override { told += "data "; }
+  STDMETHODIMP_(void) OnViewChange(DWORD, LONG) override { told += "view "; }
+  STDMETHODIMP_(void) OnRename(IMoniker*) override { told += "name "; }
+  STDMETHODIMP_(void) OnSave() override { told += "save "; }
+  STDMETHODIMP_(void) OnClose() override { told += "close "; }
+};
+
+TEST_F(Hosting, TellsWhatItsHostKeepsOfIt) {
+  const auto control = create();
+  const auto object = control.as<IOleObject>();
+  Host host;
+  host.take(*control.get());
+  control->put_Multiline(VARIANT_TRUE);
+  EXPECT_EQ(host.count("OnControlInfoChanged"), 1) << "Enter is the box's now";
+  AdviseSink sink;
+  DWORD cookie = 0;
+  EXPECT_EQ(object->Advise(&sink, &cookie), S_OK);
+  EXPECT_EQ(object->Close(OLECLOSE_SAVEIFDIRTY), S_OK);
+  EXPECT_EQ(sink.told, "save close ");
+  EXPECT_EQ(host.count("SaveObject"), 1);
+  object->Unadvise(cookie);
+
+  // No registry is asked.
+  Pointer<IEnumOLEVERB> verbs;
+  EXPECT_EQ(object->EnumVerbs(verbs.put()), S_OK);
+  OLEVERB listed[3] = {};
+  ULONG count = 0;
+  EXPECT_EQ(verbs->Next(3, listed, &count), S_FALSE);
+  ASSERT_EQ(count, 2U);
+  EXPECT_STREQ(listed[1].lpszVerbName, L"&Large Editor...");
+  LPOLESTR name = nullptr;
+  EXPECT_EQ(object->GetUserType(USERCLASSTYPE_SHORT, &name), S_OK);
+  EXPECT_NE(name, nullptr);
+  for (void* text : {listed[0].lpszVerbName, listed[1].lpszVerbName, name}) CoTaskMemFree(text);
+  Host::let_go(*control.get());
+}
+
+TEST_F(Hosting, StepsOverWholeCharacters) {
+  struct Row {
+    std::vector<WORD> keys;
+    std::vector<WORD> held;
+    LONG start;
+    LONG length;
+  };
+  const Row rows[] = {{{VK_END, VK_LEFT}, {}, 2, 0},
+                      {{VK_HOME, VK_RIGHT}, {}, 2, 0},
+                      {{VK_LEFT, VK_LEFT}, {VK_SHIFT}, 0, 4},
+                      {{VK_RIGHT, VK_RIGHT, VK_LEFT}, {VK_SHIFT}, 0, 2}};
+  const auto control = create();
+  Host host;
+  host.take(*control.get());
+  control->put_Text(Text(L"\U0001F600\U0001F601"));
+  for (const Row& row : rows) {
+    press(row.keys[0] == VK_LEFT ? VK_END : VK_HOME);
+    for (const WORD key : row.keys) press(key, row.held);
+    LONG start = 0;
+    LONG length = 0;
+    control->get_SelStart(&start);
+    control->get_SelLength(&length);
+    EXPECT_EQ(start, row.start) << row.keys[0];
+    EXPECT_EQ(length, row.length) << row.keys[0];
+  }
+  Host::let_go(*control.get());
+}
+
+}  // namespace
+}  // namespace qel::com::test
