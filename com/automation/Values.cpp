@@ -53,7 +53,7 @@ std::u16string from_message(std::string_view text) {
   return from_utf8(text, [](std::uint8_t /*byte*/) { return u'\uFFFD'; });
 }
 
-Value::Value(const VARIANT& source) {
+Value::Value(const VARIANT& source) : variant_() {
   VariantInit(&variant_);
   require(VariantCopyInd(&variant_, const_cast<VARIANT*>(&source)));
 }

@@ -31,7 +31,7 @@ std::u16string from_message(std::string_view text);
 /// An automation variant that owns what it holds.
 class Value {
  public:
-  Value() { VariantInit(&variant_); }
+  Value() : variant_() { VariantInit(&variant_); }
   /// A copy without references to a caller's variables: what they refer to is copied.
   explicit Value(const VARIANT& source);
   Value(const Value& other) : Value(other.variant_) {}
@@ -107,6 +107,6 @@ Variant kept(const VARIANT& value);
 Value value_of(const Variant& value);
 
 /// The value in one of the library's own types where it has a counterpart; raises for others.
-Variant plain(const VARIANT& value);
+Variant plain(const VARIANT& source);
 
 }  // namespace qel::com

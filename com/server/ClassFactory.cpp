@@ -41,6 +41,7 @@ class ClassFactory final : public windows::ComObject<IClassFactory> {
 HRESULT class_factory_of(const ClassEntry& entry, REFIID id, void** result) noexcept {
   Pointer<IClassFactory> factory;
   const HRESULT made = guarded(IID_IClassFactory, [&] {
+    // NOLINTNEXTLINE(bugprone-unhandled-exception-at-new): `guarded` handles it.
     factory = Pointer<IClassFactory>::adopted(new ClassFactory(entry));
   });
   return FAILED(made) ? made : factory->QueryInterface(id, result);
