@@ -19,9 +19,10 @@ set(CMAKE_FIND_ROOT_PATH_MODE_LIBRARY ONLY)
 set(CMAKE_FIND_ROOT_PATH_MODE_INCLUDE ONLY)
 set(CMAKE_FIND_ROOT_PATH_MODE_PACKAGE ONLY)
 
-# What every processor has that runs today's Windows; numbers are rounded as on 64-bit ones.
-if(QEL_MINGW_ARCH STREQUAL "i686")
-  set(CMAKE_CXX_FLAGS_INIT "-msse2 -mfpmath=sse")
+# Every Windows that is still cared for runs on processors with SSE2, which numbers are computed by
+# on 64 bits, too. Hosts do not align the stack for it.
+if(QEL_MINGW_ARCH STREQUAL i686)
+  set(CMAKE_CXX_FLAGS_INIT "-msse2 -mfpmath=sse -mstackrealign")
 endif()
 
 # What is built imports the system's libraries only.

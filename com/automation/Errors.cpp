@@ -9,9 +9,9 @@
 #include <stdexcept>
 #include <string>
 
-#include "com/platform/Pointer.h"
 #include "com/automation/TypeLibrary.h"
 #include "com/automation/Values.h"
+#include "com/platform/Pointer.h"
 #include "qel/base/Error.h"
 
 namespace qel::com {

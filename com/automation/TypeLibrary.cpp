@@ -10,8 +10,8 @@
 #include <utility>
 
 #include "com/automation/Errors.h"
-#include "com/platform/Pointer.h"
 #include "com/automation/Values.h"
+#include "com/platform/Pointer.h"
 #include "com/server/Module.h"
 
 namespace qel::com {
@@ -144,8 +144,7 @@ HRESULT type_info(const GUID& id, ITypeInfo** info) noexcept {
 
 std::u16string class_name_of(const IID& interface_id) {
   Pointer<ITypeInfo> info;
-  return SUCCEEDED(type_info(interface_id, info.put())) ? class_name_of(*info)
-                                                        : std::u16string();
+  return SUCCEEDED(type_info(interface_id, info.put())) ? class_name_of(*info) : std::u16string();
 }
 
 HRESULT ids_of_names(const IID& interface_id, LPOLESTR* names, UINT count, DISPID* ids) noexcept {

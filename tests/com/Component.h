@@ -26,7 +26,7 @@ class Text {
 
 /// What a call left in its argument; releases it.
 inline std::wstring taken(BSTR text) {
-  const std::wstring result(text, SysStringLen(text));
+  std::wstring result(text, SysStringLen(text));
   SysFreeString(text);
   return result;
 }
@@ -112,7 +112,7 @@ void each_type(ITypeLib& library, Visit visit) {
     TYPEATTR* attributes = nullptr;
     library.GetTypeInfo(i, info.put());
     info->GetTypeAttr(&attributes);
-    visit(*info.get(), *attributes);
+    visit(*info, *attributes);
     info->ReleaseTypeAttr(attributes);
   }
 }

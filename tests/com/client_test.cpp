@@ -28,7 +28,7 @@ DWORD handles_of_process() {
 TEST_F(ClientTest, LeavesNothingOfManyObjects) {
   const Component component;
   int classes = 0;
-  each_class(*component.type_library().get(), [&](const CLSID& id, const std::wstring& name) {
+  each_class(*component.type_library(), [&](const CLSID& id, const std::wstring& name) {
     ++classes;
     component.create<IDispatch>(id);
     const DWORD handles = handles_of_process();
@@ -193,7 +193,7 @@ TEST_F(ClientTest, ReportsErrors) {
 
 TEST_F(ClientTest, TellsItsClass) {
   const Component component;
-  each_class(*component.type_library().get(), [&](const CLSID& id, const std::wstring& name) {
+  each_class(*component.type_library(), [&](const CLSID& id, const std::wstring& name) {
     const auto object = component.create<IDispatch>(id);
     Pointer<ITypeInfo> info;
     TYPEATTR* attributes = nullptr;
@@ -235,25 +235,25 @@ TEST_F(ClientTest, WalksCollections) {
     }
     return texts;
   };
-  EXPECT_EQ(next(*walk.get(), 2, S_OK), L"ab");
+  EXPECT_EQ(next(*walk, 2, S_OK), L"ab");
   EXPECT_EQ(walk->Clone(copy.put()), S_OK);
-  EXPECT_EQ(next(*walk.get(), 5, S_FALSE), L"cd");
-  EXPECT_EQ(next(*walk.get(), 1, S_FALSE), L"");
-  EXPECT_EQ(next(*copy.get(), 0, S_OK), L"");
+  EXPECT_EQ(next(*walk, 5, S_FALSE), L"cd");
+  EXPECT_EQ(next(*walk, 1, S_FALSE), L"");
+  EXPECT_EQ(next(*copy, 0, S_OK), L"");
   EXPECT_EQ(copy->Skip(1), S_OK);
-  EXPECT_EQ(next(*copy.get(), 1, S_OK), L"d");
+  EXPECT_EQ(next(*copy, 1, S_OK), L"d");
   EXPECT_EQ(copy->Skip(1), S_FALSE);
   EXPECT_EQ(copy->Reset(), S_OK);
   EXPECT_EQ(copy->Skip(0xFFFFFFFF), S_FALSE);
   EXPECT_EQ(walk->Reset(), S_OK);
-  EXPECT_EQ(next(*walk.get(), 4, S_OK), L"abcd");
+  EXPECT_EQ(next(*walk, 4, S_OK), L"abcd");
   EXPECT_EQ(walk->Next(2, items.data(), nullptr), E_POINTER);
   EXPECT_EQ(walk->Next(1, nullptr, nullptr), E_POINTER);
   EXPECT_EQ(walk->Clone(nullptr), E_POINTER);
 
   walk->Reset();
   segments->Clear();
-  EXPECT_EQ(next(*walk.get(), 1, S_FALSE), L"");
+  EXPECT_EQ(next(*walk, 1, S_FALSE), L"");
 }
 
 TEST_F(ClientTest, IsCreatedByItsManifest) {
@@ -270,7 +270,7 @@ TEST_F(ClientTest, IsCreatedByItsManifest) {
   ULONG_PTR cookie = 0;
   ASSERT_TRUE(ActivateActCtx(context, &cookie));
   const Component component;
-  each_class(*component.type_library().get(), [&](const CLSID& id, const std::wstring& name) {
+  each_class(*component.type_library(), [&](const CLSID& id, const std::wstring& name) {
     std::array<CLSID, 3> ids = {id};
     CLSIDFromProgID((L"QEL." + name).c_str(), &ids[1]);
     CLSIDFromProgID((L"QEL." + name + L".1").c_str(), &ids[2]);

@@ -110,7 +110,7 @@ std::wstring shown_reference(ITypeInfo& info, HREFTYPE reference) {
   target->GetTypeAttr(&attributes);
   const TYPEKIND kind = attributes->typekind;
   target->ReleaseTypeAttr(attributes);
-  return kind == TKIND_ENUM ? L"e" : L"<" + name_of(*target.get()).substr(1) + L">";
+  return kind == TKIND_ENUM ? L"e" : L"<" + name_of(*target).substr(1) + L">";
 }
 
 std::wstring shown(ITypeInfo& info, const TYPEDESC& type) {
@@ -187,8 +187,8 @@ class InterfacesTest : public testing::Test {
   /// Calls `visit(name, object)` for one object of each class with something in it; what others
   /// make comes from the text object.
   void each_object(const std::function<void(const std::wstring&, IDispatch&)>& visit) {
-    each_class(*component_.type_library().get(), [&](const CLSID& id, const std::wstring& name) {
-      if (const auto object = component_.create<IDispatch>(id)) visit(name, *object.get());
+    each_class(*component_.type_library(), [&](const CLSID& id, const std::wstring& name) {
+      if (const auto object = component_.create<IDispatch>(id)) visit(name, *object);
     });
     const auto decoder = component_.create<IStyleDecoder>(__uuidof(StyleDecoder));
     decoder->put_QELText(Text(L"one /b1two/b0 three"));
@@ -198,10 +198,10 @@ class InterfacesTest : public testing::Test {
     decoder->get_Words(words.put());
     Pointer<IWord> word;
     words->get_Item(2, word.put());
-    visit(L"StyleDecoder", *decoder.get());
-    visit(L"Segment", *segment.get());
-    visit(L"WordCollection", *words.get());
-    visit(L"Word", *word.get());
+    visit(L"StyleDecoder", *decoder);
+    visit(L"Segment", *segment);
+    visit(L"WordCollection", *words);
+    visit(L"Word", *word);
   }
 
   static Pointer<ITypeInfo> info_of(IDispatch& object) {
@@ -215,7 +215,7 @@ class InterfacesTest : public testing::Test {
 
 TEST_F(InterfacesTest, HasTheMembersInTheirOrder) {
   std::map<std::wstring, std::wstring> found;
-  each_type(*component_.type_library().get(), [&](ITypeInfo& info, const TYPEATTR& attributes) {
+  each_type(*component_.type_library(), [&](ITypeInfo& info, const TYPEATTR& attributes) {
     if (attributes.typekind == TKIND_DISPATCH && (attributes.wTypeFlags & TYPEFLAG_FDUAL) != 0) {
       found[name_of(info)] = shown_interface(info);
     }
@@ -235,7 +235,7 @@ TEST_F(InterfacesTest, NamesTheLibrary) {
 TEST_F(InterfacesTest, ReadsEveryProperty) {
   each_object([](const std::wstring& name, IDispatch& object) {
     const auto info = info_of(object);
-    each_function(*info.get(), [&](const FUNCDESC& function) {
+    each_function(*info, [&](const FUNCDESC& function) {
       if (function.invkind != INVOKE_PROPERTYGET) return;
       VARIANT index = {};
       VARIANT result = {};
@@ -245,7 +245,7 @@ TEST_F(InterfacesTest, ReadsEveryProperty) {
       EXPECT_EQ(object.Invoke(function.memid, IID_NULL, 0, DISPATCH_PROPERTYGET, &arguments,
                               &result, nullptr, nullptr),
                 S_OK)
-          << name << L"." << name_of(*info.get(), function.memid);
+          << name << L"." << name_of(*info, function.memid);
       VariantClear(&result);
     });
   });
@@ -280,12 +280,12 @@ TEST_F(InterfacesTest, AnswersWhereThereIsNoPlaceForTheResult) {
     const auto info = info_of(object);
     ASSERT_EQ(info->GetRefTypeOfImplType(static_cast<UINT>(-1), &reference), S_OK);
     ASSERT_EQ(info->GetRefTypeInfo(reference, table.put()), S_OK);
-    each_function(*table.get(), [&](const FUNCDESC& function) {
+    each_function(*table, [&](const FUNCDESC& function) {
       if (function.cParams == 0) return;
       const PARAMDESC& last = function.lprgelemdescParam[function.cParams - 1].paramdesc;
       if ((last.wParamFlags & PARAMFLAG_FRETVAL) == 0) return;
-      EXPECT_EQ(call_with_nothing(object, *table.get(), function), E_POINTER)
-          << name << L"." << name_of(*table.get(), function.memid);
+      EXPECT_EQ(call_with_nothing(object, *table, function), E_POINTER)
+          << name << L"." << name_of(*table, function.memid);
     });
   });
 }
@@ -351,11 +351,11 @@ class Oddities {
 
 TEST_F(InterfacesTest, StandsAnyArguments) {
   const auto other = component_.create<IDispatch>(__uuidof(iStyle));
-  const Oddities oddities(*other.get());
+  const Oddities oddities(*other);
   const auto text = component_.create<IQELText>(__uuidof(QELText));
   each_object([&](const std::wstring& name, IDispatch& object) {
     const auto info = info_of(object);
-    each_function(*info.get(), [&](const FUNCDESC& function) {
+    each_function(*info, [&](const FUNCDESC& function) {
       for (std::size_t i = 0; i < oddities.size(); ++i) {
         std::vector<VARIANT> values = oddities.some(i, function.cParams);
         const bool is_put = (function.invkind & (INVOKE_PROPERTYPUT | INVOKE_PROPERTYPUTREF)) != 0;
@@ -369,7 +369,7 @@ TEST_F(InterfacesTest, StandsAnyArguments) {
                           &arguments, is_put ? nullptr : &result, &exception, nullptr);
         EXPECT_TRUE(done == S_OK || done == DISP_E_EXCEPTION ||
                     (done == DISP_E_MEMBERNOTFOUND && function.memid <= 0))
-            << name << L"." << name_of(*info.get(), function.memid) << " " << i << " " << std::hex
+            << name << L"." << name_of(*info, function.memid) << " " << i << " " << std::hex
             << done;
         if (done == DISP_E_EXCEPTION) {
           EXPECT_FALSE(taken(exception.bstrSource).empty()) << name;

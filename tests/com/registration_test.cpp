@@ -102,7 +102,7 @@ class RegistrationTest : public testing::Test {
     const auto count = [&](const std::wstring& path) {
       return added.count(capital(classes + path));
     };
-    each_type(*component_.type_library().get(), [&](ITypeInfo& info, const TYPEATTR& attributes) {
+    each_type(*component_.type_library(), [&](ITypeInfo& info, const TYPEATTR& attributes) {
       if (attributes.typekind != TKIND_COCLASS) return;
       if ((attributes.wTypeFlags & TYPEFLAG_FCANCREATE) == 0) return;
       std::array<wchar_t, 39> text = {};
