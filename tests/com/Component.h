@@ -4,8 +4,11 @@
 #include <olectl.h>
 #include <windows.h>
 
+#include <algorithm>
+#include <array>
 #include <stdexcept>
 #include <string>
+#include <vector>
 
 #include "com/platform/Pointer.h"
 
@@ -23,6 +26,34 @@ class Text {
  private:
   BSTR text_;
 };
+
+/// How far the system's tables of handles are filled: those of drawing, of windows, and of
+/// everything else. Wine counts no handles, but uses free places before new ones: as many as may be
+/// free are taken to see how far the last one lies.
+inline std::array<int, 3> filled_handles() {
+  const auto last_of = [](auto create, auto destroy) {
+    std::vector<decltype(create())> handles(500);
+    std::generate(handles.begin(), handles.end(), create);
+    int last = 0;
+    for (const auto handle : handles) {
+      last = std::max<int>(last, LOWORD(handle));
+      destroy(handle);
+    }
+    return last;
+  };
+  int windows = 0;
+  HWND window = nullptr;
+  while ((window = FindWindowExW(HWND_MESSAGE, window, nullptr, nullptr)) != nullptr) ++windows;
+  return {last_of([] { return CreateSolidBrush(RGB(1, 2, 3)); }, DeleteObject), windows,
+          last_of([] { return CreateEventW(nullptr, FALSE, FALSE, nullptr); }, CloseHandle)};
+}
+
+/// Whether more handles are held than before, by more than the system itself may hold.
+inline bool leaves_handles(const std::array<int, 3>& before) {
+  constexpr int few = 100;
+  const std::array<int, 3> now = filled_handles();
+  return now[0] > before[0] + few || now[1] > before[1] + few || now[2] > before[2] + few;
+}
 
 /// What a call left in its argument; releases it.
 inline std::wstring taken(BSTR text) {

@@ -304,26 +304,5 @@ TEST_F(Control, LeavesKeysToItsHostThatLeadOut) {
   EXPECT_TRUE(takes(VK_RETURN));
 }
 
-TEST_F(Control, LeavesNothingBehind) {
-  const auto handles = [] {
-    DWORD count = 0;
-    GetProcessHandleCount(GetCurrentProcess(), &count);
-    return std::vector<DWORD>{count, GetGuiResources(GetCurrentProcess(), GR_GDIOBJECTS),
-                              GetGuiResources(GetCurrentProcess(), GR_USEROBJECTS)};
-  };
-  const auto create = [&](int count) {
-    for (int i = 0; i < count; ++i) {
-      const auto control = component_.create<IQELTextbox>(__uuidof(::QELTextbox));
-      ASSERT_TRUE(control);
-      control->put_TextQEL(Text(L"a/b1b/b0"));
-    }
-    handle_messages();
-  };
-  create(10);
-  const auto before = handles();
-  create(10000);
-  EXPECT_EQ(handles(), before);
-}
-
 }  // namespace
 }  // namespace qel::com::test
