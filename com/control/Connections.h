@@ -4,8 +4,8 @@
 
 #include <map>
 
-#include "com/platform/Pointer.h"
 #include "com/control/Part.h"
+#include "com/platform/Pointer.h"
 
 namespace qel::com {
 

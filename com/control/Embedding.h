@@ -2,9 +2,9 @@
 
 #include <ole2.h>
 
-#include "com/platform/Pointer.h"
 #include "com/control/HostedControl.h"
 #include "com/control/Part.h"
+#include "com/platform/Pointer.h"
 
 namespace qel::com {
 

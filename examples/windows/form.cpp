@@ -194,10 +194,9 @@ int main(int argc, char** argv) {
   box->put_ConvertNLToSpace(VARIANT_FALSE);
   box->put_ShowEditorOnShiftF2(VARIANT_TRUE);
   const bool is_picture = argc == 3 && std::string(argv[1]) == "--picture";
-  put_markup(argc == 2
-                 ? read_markup(argv[1])
-                 : L"Dear /b1Anna/b0,/nlthe /i1Windows/i0 box keeps /f3fonts/f0, /y3notes/y0 "
-                   L"and H/s12/s0O as markup; /k1no/k0 /u1nothing/u0 is lost.");
+  put_markup(argc == 2 ? read_markup(argv[1])
+                       : L"Dear /b1Anna/b0,/nlthe /i1Windows/i0 box keeps /f3fonts/f0, /y3notes/y0 "
+                         L"and H/s12/s0O as markup; /k1no/k0 /u1nothing/u0 is lost.");
   ShowWindow(window, SW_SHOW);
   box->SetFocus();
   if (is_picture) {

@@ -23,8 +23,8 @@ void publish(const std::shared_ptr<platform::MeasuringSurface>& surface,
 std::shared_ptr<platform::MeasuringSurface> measuring_surface();
 std::shared_ptr<platform::RichEdit> conversion_box();
 
-/// Both slots filled for as long as this lives, with a surface of the thread's platform and a box in
-/// memory: what a program without any control needs in order to convert.
+/// Both slots filled for as long as this lives, with a surface of the thread's platform and a box
+/// in memory: what a program without any control needs in order to convert.
 class ConversionSlots {
  public:
   ConversionSlots();
