@@ -32,7 +32,7 @@ class Connections final : public Part<IConnectionPoint> {
   void each(Act act) const {
     const auto connected = sinks_;
     for (const auto& [cookie, sink] : connected) {
-      if (sinks_.count(cookie) != 0) act(*sink.get());
+      if (sinks_.contains(cookie)) act(*sink.get());
     }
   }
 
