@@ -156,7 +156,7 @@ void save_picture(HWND window, const char* path) {
   const HBITMAP bitmap = CreateDIBSection(context, &info, DIB_RGB_COLORS, &pixels, nullptr, 0);
   const HGDIOBJ before = SelectObject(context, bitmap);
   BitBlt(context, 0, 0, width, height, screen, area.left, area.top, SRCCOPY);
-  const auto row = static_cast<DWORD>((3 * width + 3) / 4 * 4);
+  const DWORD row = (3 * static_cast<DWORD>(width) + 3) / 4 * 4;
   const DWORD size = row * static_cast<DWORD>(height);
   BITMAPFILEHEADER head = {};
   head.bfType = 0x4D42;

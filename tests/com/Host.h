@@ -201,7 +201,7 @@ class Form {
 };
 
 /// Presses a key with modifiers held, by the system's own input.
-inline void press(WORD key, std::vector<WORD> held = {}) {
+inline void press(WORD key, const std::vector<WORD>& held = {}) {
   std::vector<INPUT> inputs;
   const auto add = [&](WORD code, DWORD flags) {
     INPUT input = {};

@@ -48,7 +48,7 @@ TEST_F(Control, ActsOnShortcutsAndTellsItsHost) {
     }
     return S_OK;
   };
-  const Connection connection(*form.control().get(), __uuidof(QELTextboxEvents), sink);
+  const Connection connection(*form.control(), __uuidof(QELTextboxEvents), sink);
   ASSERT_TRUE(connection.holds());
   SetFocus(form.box());
   press('B', {VK_CONTROL});
@@ -128,7 +128,7 @@ TEST_F(Control, KeepsItsPropertiesInAStream) {
 TEST_F(Control, AsksAndTellsWhoIsBoundToIt) {
   Form form(component_);
   NoticeSink sink;
-  const Connection connection(*form.control().get(), IID_IPropertyNotifySink, sink);
+  const Connection connection(*form.control(), IID_IPropertyNotifySink, sink);
   ASSERT_TRUE(connection.holds());
   form.put_markup(L"a");
   form->put_BackColor(255);
@@ -189,8 +189,7 @@ TEST_F(Control, SurvivesAHostThatLetsGoOfItInAnEvent) {
   Form form(component_);
   Called sink;
   int events = 0;
-  auto connection =
-      std::make_unique<Connection>(*form.control().get(), __uuidof(QELTextboxEvents), sink);
+  auto connection = std::make_unique<Connection>(*form.control(), __uuidof(QELTextboxEvents), sink);
   sink.act = [&](DISPID, DISPPARAMS&, VARIANT*) {
     ++events;
     form.control() = {};
@@ -275,12 +274,12 @@ Drawing draw(IUnknown& control, int width, int height) {
 TEST_F(Control, DrawsItselfWhereItsHostWants) {
   Form form(component_);
   form->put_BackColor(RGB(255, 255, 255));
-  const Drawing empty = draw(*form.control().get(), 380, 160);
+  const Drawing empty = draw(*form.control(), 380, 160);
   EXPECT_EQ(empty.corner, RGB(127, 157, 185));
   form.put_markup(L"Some text to be seen");
-  const Drawing full = draw(*form.control().get(), 380, 160);
+  const Drawing full = draw(*form.control(), 380, 160);
   EXPECT_GT(full.inked, empty.inked + 100);
-  EXPECT_GT(draw(*form.control().get(), 190, 80).inked, 20) << "at half the size";
+  EXPECT_GT(draw(*form.control(), 190, 80).inked, 20) << "at half the size";
 }
 
 TEST_F(Control, LeavesKeysToItsHostThatLeadOut) {

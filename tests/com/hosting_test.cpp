@@ -139,17 +139,19 @@ class Hosting : public testing::Test {
   }
 
   Component component_;
+  /// The host goes, or takes its site back, in that call of its.
+  void lose_host(const char* call, bool closes);
 };
 
 TEST_F(Hosting, ComesAndGoesAsOftenAsItsHostWants) {
   const auto control = create();
   const auto place = control.as<IOleInPlaceObject>();
-  EXPECT_NE(Host::do_verb(*control.get(), OLEIVERB_SHOW), S_OK) << "there is no site";
+  EXPECT_NE(Host::do_verb(*control, OLEIVERB_SHOW), S_OK) << "there is no site";
   control->put_TextQEL(Text(L"a/b1b/b0"));
   Host host;
   for (int i = 0; i < 2; ++i) {
     host.told.clear();
-    EXPECT_EQ(host.take(*control.get()), S_OK);
+    EXPECT_EQ(host.take(*control), S_OK);
     control->put_SelStart(1);
     EXPECT_EQ(place->InPlaceDeactivate(), S_OK);
     EXPECT_EQ(place->InPlaceDeactivate(), S_OK);
@@ -159,11 +161,11 @@ TEST_F(Hosting, ComesAndGoesAsOftenAsItsHostWants) {
     }
     EXPECT_EQ(host.told.back(), "OnInPlaceDeactivate");
   }
-  host.take(*control.get());
+  host.take(*control);
   Host other;
-  EXPECT_EQ(other.take(*control.get()), S_OK);
+  EXPECT_EQ(other.take(*control), S_OK);
   EXPECT_EQ(host.count("OnInPlaceDeactivate"), 2) << "the first host is left for the other one";
-  EXPECT_EQ(markup(*control.get()), L"a/b1b/b0");
+  EXPECT_EQ(markup(*control), L"a/b1b/b0");
   LONG start = 0;
   control->get_SelStart(&start);
   EXPECT_EQ(start, 1);
@@ -172,9 +174,9 @@ TEST_F(Hosting, ComesAndGoesAsOftenAsItsHostWants) {
   LONG width = 0;
   control->get_Width(&width);
   EXPECT_GT(width, 0) << "its window went with the host's";
-  EXPECT_EQ(host.take(*control.get(), OLEIVERB_INPLACEACTIVATE), S_OK);
+  EXPECT_EQ(host.take(*control, OLEIVERB_INPLACEACTIVATE), S_OK);
   EXPECT_FALSE(IsWindowEnabled(GetWindow(host.window(), GW_CHILD)));
-  Host::let_go(*control.get());
+  Host::let_go(*control);
 }
 
 TEST_F(Hosting, TellsOfItsEndWhereItWasNotLetIn) {
@@ -182,34 +184,37 @@ TEST_F(Hosting, TellsOfItsEndWhereItWasNotLetIn) {
     const auto control = create();
     Host host;
     host.refused = call;
-    EXPECT_EQ(host.take(*control.get()), E_FAIL) << call;
+    EXPECT_EQ(host.take(*control), E_FAIL) << call;
     EXPECT_EQ(host.count("SetActiveObject"), 0) << call;
-    Host::let_go(*control.get());
+    Host::let_go(*control);
     EXPECT_EQ(host.count("OnInPlaceDeactivate"), host.refused == "OnInPlaceActivate" ? 0 : 1);
   }
+}
+
+void Hosting::lose_host(const char* call, bool closes) {
+  Host host;
+  auto control = create();
+  bool is_lost = false;
+  host.act = [&](const std::string& name) {
+    if (name != call || std::exchange(is_lost, true)) return;
+    if (closes) return host.close();
+    Host::let_go(*control);
+    // Messages hold no reference to the control that they are for.
+    if (name == "gains" || name == "loses") control = {};
+  };
+  host.take(*Pointer<IQELTextbox>(control), OLEIVERB_INPLACEACTIVATE);
+  if (host.window() != nullptr) SetFocus(GetWindow(host.window(), GW_CHILD));
+  if (host.window() != nullptr) SetFocus(host.window());
+  if (control) control.as<IOleInPlaceObject>()->InPlaceDeactivate();
+  EXPECT_TRUE(is_lost) << call;
+  if (control) Host::let_go(*control);
 }
 
 TEST_F(Hosting, LosesItsHostInAnyCall) {
   for (const char* call : {"OnInPlaceActivate", "GetWindowContext", "ShowObject", "OnUIActivate",
                            "SetActiveObject", "gains", "loses", "clears", "OnUIDeactivate"}) {
-    for (const bool closes : {true, false}) {
-      Host host;
-      auto control = create();
-      bool is_lost = false;
-      host.act = [&](const std::string& name) {
-        if (name != call || std::exchange(is_lost, true)) return;
-        if (closes) return host.close();
-        Host::let_go(*control.get());
-        // Messages hold no reference to the control that they are for.
-        if (name == "gains" || name == "loses") control = {};
-      };
-      host.take(*Pointer<IQELTextbox>(control).get(), OLEIVERB_INPLACEACTIVATE);
-      if (host.window() != nullptr) SetFocus(GetWindow(host.window(), GW_CHILD));
-      if (host.window() != nullptr) SetFocus(host.window());
-      if (control) control.as<IOleInPlaceObject>()->InPlaceDeactivate();
-      EXPECT_TRUE(is_lost) << call;
-      if (control) Host::let_go(*control.get());
-    }
+    lose_host(call, true);
+    lose_host(call, false);
   }
 }
 
@@ -218,8 +223,8 @@ TEST_F(Hosting, CallsOnlySinksThatAreConnectedWhenItIsTheirTurn) {
   Called first;
   Called second;
   int events = 0;
-  const Connection connection(*control.get(), __uuidof(QELTextboxEvents), first);
-  auto later = std::make_unique<Connection>(*control.get(), __uuidof(QELTextboxEvents), second);
+  const Connection connection(*control, __uuidof(QELTextboxEvents), first);
+  auto later = std::make_unique<Connection>(*control, __uuidof(QELTextboxEvents), second);
   first.act = [&](DISPID, DISPPARAMS&, VARIANT*) { return later.reset(), E_FAIL; };
   second.act = [&](DISPID, DISPPARAMS&, VARIANT*) { return ++events, S_OK; };
   control->put_Text(Text(L"a"));
@@ -306,7 +311,7 @@ TEST_F(Hosting, TellsWhatItsHostKeepsOfIt) {
   const auto control = create();
   const auto object = control.as<IOleObject>();
   Host host;
-  host.take(*control.get());
+  host.take(*control);
   control->put_Multiline(VARIANT_TRUE);
   EXPECT_EQ(host.count("OnControlInfoChanged"), 1) << "Enter is the box's now";
   AdviseSink sink;
@@ -329,7 +334,7 @@ TEST_F(Hosting, TellsWhatItsHostKeepsOfIt) {
   EXPECT_EQ(object->GetUserType(USERCLASSTYPE_SHORT, &name), S_OK);
   EXPECT_NE(name, nullptr);
   for (void* text : {listed[0].lpszVerbName, listed[1].lpszVerbName, name}) CoTaskMemFree(text);
-  Host::let_go(*control.get());
+  Host::let_go(*control);
 }
 
 TEST_F(Hosting, StepsOverWholeCharacters) {
@@ -345,7 +350,7 @@ TEST_F(Hosting, StepsOverWholeCharacters) {
                       {{VK_RIGHT, VK_RIGHT, VK_LEFT}, {VK_SHIFT}, 0, 2}};
   const auto control = create();
   Host host;
-  host.take(*control.get());
+  host.take(*control);
   control->put_Text(Text(L"\U0001F600\U0001F601"));
   for (const Row& row : rows) {
     press(row.keys[0] == VK_LEFT ? VK_END : VK_HOME);
@@ -357,7 +362,7 @@ TEST_F(Hosting, StepsOverWholeCharacters) {
     EXPECT_EQ(start, row.start) << row.keys[0];
     EXPECT_EQ(length, row.length) << row.keys[0];
   }
-  Host::let_go(*control.get());
+  Host::let_go(*control);
 }
 
 }  // namespace
