@@ -4,7 +4,7 @@
 
 #include <exception>
 
-#include "com/server/Module.h"
+#include "com/platform/Module.h"
 #include "qel/base/Error.h"
 
 namespace qel::com {
@@ -21,7 +21,7 @@ void ControlWindow::register_class() {
   description.cbSize = sizeof description;
   description.style = CS_OWNDC | CS_DBLCLKS;
   description.lpfnWndProc = procedure;
-  description.hInstance = Module::instance();
+  description.hInstance = windows::module_handle();
   description.hCursor = LoadCursorW(nullptr, MAKEINTRESOURCEW(32513));  // the text cursor
   description.lpszClassName = class_name;
   RegisterClassExW(&description);
@@ -33,7 +33,7 @@ void ControlWindow::create() {
   register_class();
   window_ = CreateWindowExW(WS_EX_CONTROLPARENT, class_name, L"",
                             WS_CHILD | WS_CLIPCHILDREN | WS_CLIPSIBLINGS, 0, 0, 0, 0, HWND_MESSAGE,
-                            nullptr, Module::instance(), this);
+                            nullptr, windows::module_handle(), this);
   if (window_ == nullptr) {
     throw Error(Error::component_base, "QELTextbox", "the system has no window left");
   }
@@ -45,7 +45,7 @@ ControlWindow::~ControlWindow() {
   silence();
   DestroyWindow(window_);
   // Fails while another one is there. A library's classes must not stay when it is unloaded.
-  UnregisterClassW(class_name, Module::instance());
+  UnregisterClassW(class_name, windows::module_handle());
 }
 
 void ControlWindow::put_parent(HWND parent) {

@@ -27,7 +27,6 @@ class HostedControl final : public platform::ControlSite, private WindowClient {
   ~HostedControl() override;
 
   QELTextbox& textbox() { return *textbox_; }
-  ControlWindow& control_window() { return window_; }
   HWND handle() const { return window_.handle(); }
 
   // The host.
@@ -62,7 +61,6 @@ class HostedControl final : public platform::ControlSite, private WindowClient {
 
   // Activation.
   bool is_in_place() const { return static_cast<bool>(place_); }
-  bool is_ui_active() const { return is_ui_active_; }
   HRESULT activate();
   HRESULT activate_ui();
   void deactivate();

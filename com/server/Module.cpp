@@ -2,7 +2,7 @@
 
 #include <atomic>
 
-extern "C" IMAGE_DOS_HEADER __ImageBase;
+#include "com/platform/Module.h"
 
 namespace qel::com {
 namespace {
@@ -11,12 +11,11 @@ std::atomic<long> use_count = 0;
 
 }  // namespace
 
-HINSTANCE Module::instance() noexcept { return reinterpret_cast<HINSTANCE>(&__ImageBase); }
-
 std::wstring Module::path() {
   std::wstring path(MAX_PATH, L'\0');
   for (;;) {
-    const DWORD size = GetModuleFileNameW(instance(), path.data(), static_cast<DWORD>(path.size()));
+    const DWORD size =
+        GetModuleFileNameW(windows::module_handle(), path.data(), static_cast<DWORD>(path.size()));
     if (size < path.size()) {
       path.resize(size);
       return path;
@@ -26,7 +25,6 @@ std::wstring Module::path() {
 }
 
 bool Module::is_idle() noexcept { return use_count == 0; }
-long Module::uses() noexcept { return use_count; }
 void Module::add_use(long count) noexcept { use_count += count; }
 
 }  // namespace qel::com

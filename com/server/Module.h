@@ -9,13 +9,10 @@ namespace qel::com {
 /// The loaded library itself.
 class Module {
  public:
-  static HINSTANCE instance() noexcept;
   /// Full path of its file.
   static std::wstring path();
   /// Whether nothing of it is in use, so that it can be unloaded.
   static bool is_idle() noexcept;
-  /// How many objects and locks of hosts it has.
-  static long uses() noexcept;
 
  private:
   friend class ModuleUse;

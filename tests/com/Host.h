@@ -62,7 +62,7 @@ class NoticeSink : public Uncounted<IPropertyNotifySink> {
   STDMETHODIMP OnRequestEdit(DISPID) override { return allows ? S_OK : S_FALSE; }
 };
 
-/// Keeps values under names, as text where `keeps_text`.
+/// Keeps values under names, as text.
 class Bag : public Uncounted<IPropertyBag> {
  public:
   std::map<std::wstring, std::wstring> values;
