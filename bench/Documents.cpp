@@ -7,7 +7,7 @@
 #include <string_view>
 #include <utility>
 
-#include "qel/control/Common.h"
+#include "qel/platform/Common.h"
 #include "qel/richtext/RtfBytes.h"
 #include "qel/rtf/RTFParser.h"
 

@@ -3,10 +3,10 @@
 #include <memory>
 
 #include "Speed.h"
-#include "qel/embedded/BoxUser.h"
-#include "qel/embedded/ControlSite.h"
-#include "qel/embedded/EmbeddedPlatform.h"
-#include "qel/embedded/PropertyBag.h"
+#include "qel/headless/BoxUser.h"
+#include "qel/headless/ControlSite.h"
+#include "qel/headless/HeadlessPlatform.h"
+#include "qel/headless/PropertyBag.h"
 #include "qel/platform/Keys.h"
 #include "qel/qel.h"
 
@@ -21,17 +21,17 @@ struct Desk {
   explicit Desk(const Documents& text) { control.put_TextQEL(text.markup); }
 
   static QELTextbox& restored(QELTextbox& control) {
-    control.ReadProperties(embedded::PropertyBag(u"Multiline=1\nSmartQuotes=True"));
+    control.ReadProperties(headless::PropertyBag(u"Multiline=1\nSmartQuotes=True"));
     return control;
   }
 
-  embedded::ControlSite form;
-  std::shared_ptr<embedded::EmbeddedPlatform> platform =
-      std::make_shared<embedded::EmbeddedPlatform>();
+  headless::ControlSite form;
+  std::shared_ptr<headless::HeadlessPlatform> platform =
+      std::make_shared<headless::HeadlessPlatform>();
   QELTextbox control{form, platform};
-  embedded::RichEdit& box =
-      static_cast<embedded::RichEdit&>(*restored(control).CurrentRichTextBox());
-  embedded::BoxUser user{box};
+  headless::RichEdit& box =
+      static_cast<headless::RichEdit&>(*restored(control).CurrentRichTextBox());
+  headless::BoxUser user{box};
 };
 
 /// One key a time; the text grows by a tenth at most.
@@ -87,7 +87,7 @@ void markup_to_box(State& state) {
   const QELIndexColors colors;
   const Common::ConversionSlots slots;
   const RTFParser parser;
-  embedded::RichEdit box;
+  headless::RichEdit box;
   measure(state, text.markup_bytes,
           [&] { box.put_TextRTF(parser.QELToRTF(text.markup, fonts, colors)); });
 }
@@ -99,7 +99,7 @@ void box_to_markup(State& state) {
   const QELIndexColors colors;
   const Common::ConversionSlots slots;
   const RTFParser parser;
-  embedded::RichEdit box;
+  headless::RichEdit box;
   box.put_TextRTF(text.rtf);
   measure(state, text.markup_bytes,
           [&] { DoNotOptimize(parser.RTFToQEL(box.get_TextRTF(), fonts, colors)); });

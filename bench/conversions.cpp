@@ -1,7 +1,7 @@
 // What the library does.
 
 #include "Speed.h"
-#include "qel/embedded/RichEdit.h"
+#include "qel/headless/RichEdit.h"
 #include "qel/qel.h"
 #include "qel/richtext/RtfBytes.h"
 
@@ -76,7 +76,7 @@ BENCHMARK(encode)->Apply(all_sizes);
 
 void box_to_rtf(State& state) {
   const Documents& text = input(state);
-  embedded::RichEdit box;
+  headless::RichEdit box;
   box.put_TextRTF(text.rtf);
   measure(state, text.rtf_bytes.size(), [&] { DoNotOptimize(box.get_TextRTF()); });
 }

@@ -13,11 +13,11 @@
 #include "Speed.h"
 #include "qel/base/Color.h"
 #include "qel/qel.h"
+#include "qel/qt/TextBox.h"
 #include "qel/richtext/DocumentReader.h"
-#include "qt/DocumentMapping.h"
-#include "qt/FormatMapping.h"
-#include "qt/Text.h"
-#include "qt/TextBox.h"
+#include "qt/platform/DocumentMapping.h"
+#include "qt/platform/FormatMapping.h"
+#include "qt/platform/Text.h"
 
 namespace qel::bench {
 namespace {
@@ -39,7 +39,7 @@ struct Desk {
 };
 
 richtext::Document content_of(const Documents& text) {
-  return richtext::read_document(text.rtf, platform::CharFormat());
+  return richtext::read_document(text.rtf, richtext::CharFormat());
 }
 
 void assign_to_widget(State& state) {

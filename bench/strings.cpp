@@ -3,7 +3,7 @@
 #include <memory>
 
 #include "Speed.h"
-#include "qel/embedded/SvgCanvas.h"
+#include "qel/headless/SvgCanvas.h"
 #include "qel/qel.h"
 
 namespace qel::bench {
@@ -77,7 +77,7 @@ QEL_MEASURE_CALL(title_case, DoNotOptimize(tools.TitleCase(markup, 0, -1, true))
 void word_wrap(State& state) {
   const Documents& text = input(state);
   TextAndFormatting layout;
-  layout.put_Canvas(std::make_shared<embedded::SvgCanvas>(450));
+  layout.put_Canvas(std::make_shared<headless::SvgCanvas>(450));
   measure(state, text.markup_bytes, [&] { DoNotOptimize(layout.LineCount(text.markup, 450, 0)); });
 }
 BENCHMARK(word_wrap)

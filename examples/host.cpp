@@ -4,25 +4,25 @@
 #include <iostream>
 
 #include "qel/base/Utf8.h"
-#include "qel/embedded/BoxUser.h"
-#include "qel/embedded/ControlSite.h"
-#include "qel/embedded/EmbeddedPlatform.h"
-#include "qel/embedded/PropertyBag.h"
+#include "qel/headless/BoxUser.h"
+#include "qel/headless/ControlSite.h"
+#include "qel/headless/HeadlessPlatform.h"
+#include "qel/headless/PropertyBag.h"
 #include "qel/platform/Keys.h"
 #include "qel/qel.h"
 
 int main() {
-  qel::embedded::ControlSite form;  // one of a real form looks into some of its members
-  const auto platform = std::make_shared<qel::embedded::EmbeddedPlatform>();
+  qel::headless::ControlSite form;  // one of a real form looks into some of its members
+  const auto platform = std::make_shared<qel::headless::HeadlessPlatform>();
   qel::QELTextbox control(form, platform);
-  qel::embedded::PropertyBag bag(u"ShowEditorOnShiftF2=True\nTextQEL=Dear /b1Ann/b0");
+  qel::headless::PropertyBag bag(u"ShowEditorOnShiftF2=True\nTextQEL=Dear /b1Ann/b0");
   control.ReadProperties(bag);
 
   const auto user_at = [&] {  // who sits at the box that has the text just now
-    return qel::embedded::BoxUser(
-        static_cast<qel::embedded::RichEdit&>(*control.CurrentRichTextBox()));
+    return qel::headless::BoxUser(
+        static_cast<qel::headless::RichEdit&>(*control.CurrentRichTextBox()));
   };
-  platform->put_user([&](qel::embedded::EditorWindow& /*window*/) {
+  platform->put_user([&](qel::headless::EditorWindow& /*window*/) {
     user_at().press(qel::keys::end_key);
     user_at().type(u" and Bob");
     user_at().press(qel::keys::enter_key);  // accepts

@@ -12,7 +12,7 @@
 #include <QTimer>
 #include <cstdio>
 
-#include "qt/TextBox.h"
+#include "qel/qt/TextBox.h"
 
 namespace {
 

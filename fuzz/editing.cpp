@@ -9,19 +9,19 @@
 
 #include "Input.h"
 #include "qel/control/QELTextbox.h"
-#include "qel/embedded/BoxUser.h"
-#include "qel/embedded/ControlSite.h"
-#include "qel/embedded/EmbeddedPlatform.h"
-#include "qel/embedded/PropertyBag.h"
+#include "qel/headless/BoxUser.h"
+#include "qel/headless/ControlSite.h"
+#include "qel/headless/HeadlessPlatform.h"
+#include "qel/headless/PropertyBag.h"
 #include "qel/platform/Keys.h"
 
 namespace {
 
 using namespace qel::keys;
-using qel::embedded::BoxUser;
-using qel::embedded::RichEdit;
 using qel::fuzz::Input;
 using qel::fuzz::require;
+using qel::headless::BoxUser;
+using qel::headless::RichEdit;
 
 struct Chord {
   std::int16_t key_code;
@@ -102,10 +102,10 @@ void edit(qel::QELTextbox& control, BoxUser& user, std::string_view bytes) {
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
   constexpr std::size_t enough = 400;
   const Input input(data, std::min(size, enough));
-  qel::embedded::ControlSite form;
-  const auto platform = std::make_shared<qel::embedded::EmbeddedPlatform>();
+  qel::headless::ControlSite form;
+  const auto platform = std::make_shared<qel::headless::HeadlessPlatform>();
   qel::QELTextbox control(form, platform);
-  control.ReadProperties(qel::embedded::PropertyBag(
+  control.ReadProperties(qel::headless::PropertyBag(
       input.number(0, 0, 1) == 0 ? u"Multiline=1\nSmartQuotes=True\nRecognizeCRLF=True" : u""));
   control.put_TextQEL(input.text().substr(0, 30));
   platform->clipboard().put(u"a\r\nb", std::u16string(u"{\\rtf1 ") + input.text() + u"}");

@@ -16,7 +16,7 @@ using qel::fuzz::require;
 using qel::richtext::Document;
 using qel::richtext::Extent;
 
-const qel::platform::CharFormat base;
+const qel::richtext::CharFormat base;
 
 Document read(std::u16string_view rtf) {
   Document document = qel::richtext::read_document(rtf, base);

@@ -8,8 +8,8 @@
 #include <vector>
 
 #include "Input.h"
-#include "qel/embedded/FixedCanvas.h"
-#include "qel/embedded/SvgCanvas.h"
+#include "qel/headless/FixedCanvas.h"
+#include "qel/headless/SvgCanvas.h"
 #include "qel/text/QELText.h"
 
 namespace {
@@ -79,7 +79,7 @@ std::ptrdiff_t count_letters(const std::u16string& text) {
 
 void check_wrap(const std::u16string& text, const Input& input) {
   TextAndFormatting layout;
-  const auto canvas = std::make_shared<qel::embedded::FixedCanvas>();
+  const auto canvas = std::make_shared<qel::headless::FixedCanvas>();
   layout.put_Canvas(canvas);
   const auto width = static_cast<float>(input.number(4, -5, 300));
   const auto indent = static_cast<float>(input.number(5, -5, 50));
@@ -99,7 +99,7 @@ void check_wrap(const std::u16string& text, const Input& input) {
   std::u16string unwrapped;
   for (const auto& drawn : canvas->texts()) unwrapped += drawn.text;
   require(without_blanks(wrapped) == without_blanks(unwrapped), "drawing shows all of the text");
-  const auto svg = std::make_shared<qel::embedded::SvgCanvas>(width);
+  const auto svg = std::make_shared<qel::headless::SvgCanvas>(width);
   layout.put_Canvas(svg);
   layout.WriteParagraph(text, 0, 0, width, indent);
   require(svg->svg().find('\0') == std::string::npos, "no character that XML forbids");

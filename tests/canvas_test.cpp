@@ -3,12 +3,12 @@
 #include <cmath>
 #include <limits>
 
-#include "qel/embedded/FixedCanvas.h"
-#include "qel/embedded/SvgCanvas.h"
+#include "qel/headless/FixedCanvas.h"
+#include "qel/headless/SvgCanvas.h"
 #include "support/Random.h"
 #include "support/Text.h"
 
-namespace qel::embedded {
+namespace qel::headless {
 namespace {
 
 using platform::CanvasText;
@@ -192,4 +192,4 @@ TEST(SvgCanvas, KeepsGuessedWidthsApart) {
 }
 
 }  // namespace
-}  // namespace qel::embedded
+}  // namespace qel::headless

@@ -6,8 +6,8 @@
 
 #include "qel/base/Error.h"
 #include "qel/control/QELTextbox.h"
-#include "qel/embedded/EmbeddedPlatform.h"
-#include "qel/embedded/PropertyBag.h"
+#include "qel/headless/HeadlessPlatform.h"
+#include "qel/headless/PropertyBag.h"
 #include "support/Form.h"
 #include "support/Random.h"
 #include "support/Text.h"
@@ -15,10 +15,10 @@
 namespace qel {
 namespace {
 
-using embedded::PropertyBag;
+using headless::PropertyBag;
 
 /// A platform on which styles are what a test says.
-class StyledPlatform : public embedded::EmbeddedPlatform, private platform::VisualStyles {
+class StyledPlatform : public headless::HeadlessPlatform, private platform::VisualStyles {
  public:
   const platform::VisualStyles& visual_styles() const override { return *this; }
   std::optional<std::u16string> scheme;
@@ -227,9 +227,9 @@ TEST(Control, KeepsBlanksAndAlignment) {
     control.put_TextQEL(read);
     ASSERT_EQ(control.get_TextQEL(), read) << random.describe() << test::shown(read);
   }
-  control.ReadProperties(embedded::PropertyBag(u"SelAlignment=2\nTextQEL=a/b1b/b0"));
+  control.ReadProperties(headless::PropertyBag(u"SelAlignment=2\nTextQEL=a/b1b/b0"));
   EXPECT_EQ(control.get_SelAlignment(), 2);
-  embedded::PropertyBag bag;
+  headless::PropertyBag bag;
   control.WriteProperties(bag);
   EXPECT_NE(bag.get_All().find(u"SelAlignment=2"), std::u16string::npos);
   control.InitProperties();

@@ -1,4 +1,4 @@
-#include "qel/embedded/Drag.h"
+#include "qel/headless/Drag.h"
 
 #include <gtest/gtest.h>
 
@@ -7,16 +7,16 @@
 #include <string>
 
 #include "qel/control/QELTextbox.h"
-#include "qel/embedded/BoxUser.h"
-#include "qel/embedded/EmbeddedPlatform.h"
+#include "qel/headless/BoxUser.h"
+#include "qel/headless/HeadlessPlatform.h"
 #include "support/Form.h"
 #include "support/Text.h"
 
 namespace qel {
 namespace {
 
-using embedded::BoxUser;
-using embedded::RichEdit;
+using headless::BoxUser;
+using headless::RichEdit;
 
 /// A host that writes down drags, and may change what it is asked about.
 class Host : public ControlEvents {
@@ -81,7 +81,7 @@ class Dragging : public testing::Test {
   }
   /// Sweeps the source's selection off, over the box, to that character, and drops it.
   void drag(QELTextbox& over, int to_character, std::int16_t shift = 0) {
-    platform->put_dragger([&, to_character, shift](embedded::Drag& drag) {
+    platform->put_dragger([&, to_character, shift](headless::Drag& drag) {
       drag.over(box(over), static_cast<float>(to_character) * RichEdit::character_width, 5, shift);
       drag.drop();
     });
@@ -93,8 +93,8 @@ class Dragging : public testing::Test {
 
   std::string log;
   test::Form form;
-  std::shared_ptr<embedded::EmbeddedPlatform> platform =
-      std::make_shared<embedded::EmbeddedPlatform>();
+  std::shared_ptr<headless::HeadlessPlatform> platform =
+      std::make_shared<headless::HeadlessPlatform>();
   QELTextbox source{form, platform};
   QELTextbox target{form, platform};
   Host from{log, "s."};

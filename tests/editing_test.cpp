@@ -7,9 +7,9 @@
 
 #include "qel/base/Error.h"
 #include "qel/control/QELTextbox.h"
-#include "qel/embedded/BoxUser.h"
-#include "qel/embedded/EmbeddedPlatform.h"
-#include "qel/embedded/PropertyBag.h"
+#include "qel/headless/BoxUser.h"
+#include "qel/headless/HeadlessPlatform.h"
+#include "qel/headless/PropertyBag.h"
 #include "support/Form.h"
 #include "support/Text.h"
 
@@ -50,12 +50,12 @@ class Editing : public testing::Test {
     control.listen(&host);
   }
 
-  embedded::RichEdit& memory_box() const {
-    return static_cast<embedded::RichEdit&>(*control.CurrentRichTextBox());
+  headless::RichEdit& memory_box() const {
+    return static_cast<headless::RichEdit&>(*control.CurrentRichTextBox());
   }
   platform::BoxListener& box() const { return memory_box().listener(); }
   int press(int key, int shift) {
-    return embedded::BoxUser(memory_box())
+    return headless::BoxUser(memory_box())
         .press(static_cast<std::int16_t>(key), static_cast<std::int16_t>(shift));
   }
   void select(std::int32_t start, std::int32_t length) {
@@ -64,8 +64,8 @@ class Editing : public testing::Test {
   }
 
   test::Form form;
-  std::shared_ptr<embedded::EmbeddedPlatform> platform =
-      std::make_shared<embedded::EmbeddedPlatform>();
+  std::shared_ptr<headless::HeadlessPlatform> platform =
+      std::make_shared<headless::HeadlessPlatform>();
   QELTextbox control{form, platform};
   Host host;
 };
@@ -172,7 +172,7 @@ TEST_F(Editing, SelectionIsFoundInTheMarkup) {
 }
 
 TEST_F(Editing, QuotesOfAnEditorAreCodes) {
-  control.ReadProperties(embedded::PropertyBag(u"SmartQuotes=True\nTextQEL=9"));
+  control.ReadProperties(headless::PropertyBag(u"SmartQuotes=True\nTextQEL=9"));
   const auto told = [&](char16_t typed, std::int32_t caret) {
     control.put_SelStart(caret);
     auto code = static_cast<std::int16_t>(typed);

@@ -4,16 +4,16 @@
 #include <string>
 
 #include "qel/control/QELTextbox.h"
-#include "qel/embedded/BoxUser.h"
-#include "qel/embedded/EmbeddedPlatform.h"
-#include "qel/embedded/PropertyBag.h"
+#include "qel/headless/BoxUser.h"
+#include "qel/headless/HeadlessPlatform.h"
+#include "qel/headless/PropertyBag.h"
 #include "support/Form.h"
 #include "support/Text.h"
 
 namespace qel {
 namespace {
 
-using embedded::EditorWindow;
+using headless::EditorWindow;
 
 class Host : public ControlEvents {
  public:
@@ -40,13 +40,13 @@ class LargeEditor : public testing::Test {
   }
 
   static int press(const std::shared_ptr<platform::RichEdit>& box, int key, int shift) {
-    return embedded::BoxUser(static_cast<embedded::RichEdit&>(*box))
+    return headless::BoxUser(static_cast<headless::RichEdit&>(*box))
         .press(static_cast<std::int16_t>(key), static_cast<std::int16_t>(shift));
   }
 
   test::Form form;
-  std::shared_ptr<embedded::EmbeddedPlatform> platform =
-      std::make_shared<embedded::EmbeddedPlatform>();
+  std::shared_ptr<headless::HeadlessPlatform> platform =
+      std::make_shared<headless::HeadlessPlatform>();
   QELTextbox control{form, platform};
   Host host;
 };

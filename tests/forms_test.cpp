@@ -23,7 +23,7 @@
 #include "RecordStore.h"
 #include "qel/base/Records.h"
 #include "qel/base/Utf8.h"
-#include "qel/embedded/BoxUser.h"
+#include "qel/headless/BoxUser.h"
 #include "qel/platform/Keys.h"
 #include "support/Random.h"
 #include "support/Text.h"
@@ -222,8 +222,8 @@ TEST_F(Forms, SaysWhatIsWrongAndKeepsWhatIsThere) {
 }
 
 /// The hands of the user in a control of the form.
-embedded::BoxUser user_of(const QELTextbox& control) {
-  return embedded::BoxUser(dynamic_cast<embedded::RichEdit&>(*control.CurrentRichTextBox()));
+headless::BoxUser user_of(const QELTextbox& control) {
+  return headless::BoxUser(dynamic_cast<headless::RichEdit&>(*control.CurrentRichTextBox()));
 }
 
 TEST_F(Forms, KeepsFontsAndColoursOfAnyValue) {

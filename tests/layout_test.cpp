@@ -7,7 +7,7 @@
 
 #include "qel/base/Error.h"
 #include "qel/base/Utf16.h"
-#include "qel/embedded/FixedCanvas.h"
+#include "qel/headless/FixedCanvas.h"
 #include "qel/model/QELCode.h"
 #include "qel/text/TextAndFormatting.h"
 #include "support/Random.h"
@@ -25,7 +25,7 @@ struct OnFixedCanvas {
     engine.put_DefaultFontSize(2);
     engine.put_Canvas(canvas);
   }
-  std::shared_ptr<embedded::FixedCanvas> canvas = std::make_shared<embedded::FixedCanvas>();
+  std::shared_ptr<headless::FixedCanvas> canvas = std::make_shared<headless::FixedCanvas>();
   Layout engine;
 };
 
@@ -257,7 +257,7 @@ TEST(Drawing, PutsStylesOntoTheCanvas) {
   using platform::TextFont;
   const float up = 3;
   const float down = 1.35F;
-  const embedded::DrawnText expected[] = {
+  const headless::DrawnText expected[] = {
       {u"a", 1, 11, 5, 0, TextFont{u"Arial", 10}},
       {u"b", 6, 11, 6, 0, TextFont{u"Arial", 10, true}},
       {u"c", 12, 11, 6, 0, TextFont{u"Arial", 10, true, true}},
@@ -273,7 +273,7 @@ TEST(Drawing, PutsStylesOntoTheCanvas) {
   };
   ASSERT_EQ(on.canvas->texts().size(), std::size(expected));
   for (std::size_t i = 0; i < std::size(expected); ++i) {
-    const embedded::DrawnText& drawn = on.canvas->texts()[i];
+    const headless::DrawnText& drawn = on.canvas->texts()[i];
     SCOPED_TRACE(test::shown(drawn.text));
     EXPECT_EQ(drawn.text, expected[i].text);
     EXPECT_NEAR(drawn.x, expected[i].x, 0.001);
@@ -286,8 +286,8 @@ TEST(Drawing, PutsStylesOntoTheCanvas) {
     EXPECT_EQ(drawn.color, expected[i].color);
   }
   ASSERT_EQ(on.canvas->rectangles().size(), 2U) << "one bar for all that is underlined";
-  const embedded::DrawnRectangle& underline = on.canvas->rectangles()[0];
-  const embedded::DrawnRectangle& strike_through = on.canvas->rectangles()[1];
+  const headless::DrawnRectangle& underline = on.canvas->rectangles()[0];
+  const headless::DrawnRectangle& strike_through = on.canvas->rectangles()[1];
   EXPECT_FLOAT_EQ(underline.left, 18);
   EXPECT_FLOAT_EQ(underline.width, 10);
   EXPECT_GT(underline.top, 11);
@@ -297,9 +297,9 @@ TEST(Drawing, PutsStylesOntoTheCanvas) {
 }
 
 /// What was drawn, a line each: "x,y text".
-std::vector<std::string> drawn(const embedded::FixedCanvas& canvas) {
+std::vector<std::string> drawn(const headless::FixedCanvas& canvas) {
   std::vector<std::string> lines;
-  for (const embedded::DrawnText& text : canvas.texts()) {
+  for (const headless::DrawnText& text : canvas.texts()) {
     lines.push_back(std::to_string(std::lround(text.x * 10)) + "," +
                     std::to_string(std::lround(text.y * 10)) + " " + test::shown(text.text));
   }
@@ -352,7 +352,7 @@ TEST(Drawing, FollowsItsSettings) {
             (std::vector<std::string>{"0,18 a/b1b/nlc", "40,118 one two three", "170,118  four"}));
   EXPECT_EQ(on.canvas->texts().back().color, 5);
   ASSERT_EQ(on.canvas->rectangles().size(), 1U);
-  const embedded::DrawnRectangle& label = on.canvas->rectangles().front();
+  const headless::DrawnRectangle& label = on.canvas->rectangles().front();
   EXPECT_EQ(label.color, on.engine.get_Colors()->get_LabelColor(2));
   EXPECT_EQ(label.left, 4);
   EXPECT_EQ(label.top, 10);
@@ -375,7 +375,7 @@ TEST(Drawing, KeepsStylesAcrossLinesAndLosesNothing) {
       on.canvas->clear();
       on.engine.WriteParagraph(text, 0, 0, width);
       std::u16string shown;
-      for (const embedded::DrawnText& piece : on.canvas->texts()) {
+      for (const headless::DrawnText& piece : on.canvas->texts()) {
         EXPECT_LE(piece.x + piece.width, std::max(width, 1.2F) + 0.001F);
         shown.append(piece.text);
       }

@@ -5,7 +5,7 @@
 
 #include "qel/base/Error.h"
 #include "qel/base/Scan.h"
-#include "qel/control/Common.h"
+#include "qel/platform/Common.h"
 #include "qel/rtf/CodeTable.h"
 #include "qel/rtf/Preprocessing.h"
 #include "qel/rtf/RTFParser.h"

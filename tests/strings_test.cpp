@@ -4,7 +4,7 @@
 #include <optional>
 #include <vector>
 
-#include "qel/embedded/FixedCanvas.h"
+#include "qel/headless/FixedCanvas.h"
 #include "qel/text/QELText.h"
 #include "support/Random.h"
 #include "support/Text.h"
@@ -354,7 +354,7 @@ TEST(QELTextObjects, HandOnToTheirOwners) {
   tools.put_Labeled(7);
   EXPECT_EQ(tools.get_Align() * 10 + tools.get_Labeled(), 27);
 
-  const auto canvas = std::make_shared<embedded::FixedCanvas>();
+  const auto canvas = std::make_shared<headless::FixedCanvas>();
   tools.SetCanvas(canvas);
   tools.put_RevealCodes(false);
   tools.put_ShowHiddenText(false);

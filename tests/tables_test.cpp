@@ -5,8 +5,8 @@
 #include "qel/base/CaseMapping.h"
 #include "qel/base/Error.h"
 #include "qel/base/Records.h"
-#include "qel/control/Common.h"
-#include "qel/embedded/EmbeddedPlatform.h"
+#include "qel/headless/HeadlessPlatform.h"
+#include "qel/platform/Common.h"
 #include "qel/tables/QELIndexColors.h"
 #include "qel/tables/QELIndexFonts.h"
 #include "qel/tables/QELIndexLabels.h"
@@ -213,14 +213,14 @@ TEST(Colors, RecordLeavesTheColorTableStale) {
 }
 
 /// A platform of which only the colours are asked.
-class RedPlatform : public embedded::EmbeddedPlatform, public platform::SystemColors {
+class RedPlatform : public headless::HeadlessPlatform, public platform::SystemColors {
  public:
   const SystemColors& system_colors() const override { return *this; }
   Color color(std::int32_t index) const override { return index + 1000; }
 };
 
 /// A platform whose colours cannot be had.
-class BrokenPlatform : public embedded::EmbeddedPlatform, public platform::SystemColors {
+class BrokenPlatform : public headless::HeadlessPlatform, public platform::SystemColors {
  public:
   const SystemColors& system_colors() const override { return *this; }
   Color color(std::int32_t /*index*/) const override { throw std::runtime_error("no colours"); }

@@ -3,13 +3,13 @@
 #include <memory>
 #include <optional>
 
-#include "qel/embedded/SvgCanvas.h"
+#include "qel/headless/SvgCanvas.h"
 #include "qel/text/TextAndFormatting.h"
 
 namespace qel::command {
 
 std::string drawn(const Picture& picture, const Tables& tables, std::u16string_view markup) {
-  const auto canvas = std::make_shared<embedded::SvgCanvas>(
+  const auto canvas = std::make_shared<headless::SvgCanvas>(
       picture.width, picture.margin,
       picture.transparent ? std::nullopt : std::optional(rgb(255, 255, 255)));
   TextAndFormatting layout;

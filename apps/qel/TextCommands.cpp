@@ -12,7 +12,7 @@
 #include "UsageError.h"
 #include "qel/base/Utf16.h"
 #include "qel/base/Utf8.h"
-#include "qel/embedded/SvgCanvas.h"
+#include "qel/headless/SvgCanvas.h"
 #include "qel/richtext/CodePage.h"
 #include "qel/text/MarkupStrings.h"
 #include "qel/text/VisibleCharacters.h"
@@ -461,7 +461,7 @@ TaskResult TextCommands::wrap(const Arguments& given, QELText& /*tools*/, const 
   if (given.columns) {
     layout.put_Canvas(std::make_shared<ColumnCanvas>());
   } else {
-    layout.put_Canvas(std::make_shared<embedded::SvgCanvas>(given.width));
+    layout.put_Canvas(std::make_shared<headless::SvgCanvas>(given.width));
   }
   Texts all;
   for (const std::u16string_view paragraph : paragraphs_of(texts[0])) {

@@ -4,8 +4,8 @@
 #include <memory>
 
 #include "RecordForm.h"
-#include "qel/embedded/ControlSite.h"
-#include "qel/embedded/EmbeddedPlatform.h"
+#include "qel/headless/ControlSite.h"
+#include "qel/headless/HeadlessPlatform.h"
 
 namespace qel::forms {
 
@@ -21,8 +21,8 @@ class HeadlessForm {
 
  private:
   std::shared_ptr<const platform::Platform> platform_;
-  embedded::ControlSite title_site_;
-  embedded::ControlSite body_site_;
+  headless::ControlSite title_site_;
+  headless::ControlSite body_site_;
   QELTextbox title_;
   QELTextbox body_;
   RecordForm form_;

@@ -11,8 +11,8 @@
 #include "com/automation/Classes.h"
 #include "com/automation/Errors.h"
 #include "com/automation/Values.h"
-#include "com/platform/Pointer.h"
 #include "qel/base/Error.h"
+#include "windows/Pointer.h"
 
 /// What the arguments of a member stand for in the library, and what its results are to the host.
 namespace qel::com {

@@ -9,8 +9,8 @@
 #include <utility>
 
 #include "com/automation/Arguments.h"
-#include "com/platform/ComObject.h"
 #include "com/server/Module.h"
+#include "windows/ComObject.h"
 
 namespace qel::com {
 

@@ -11,8 +11,8 @@
 
 #include "com/automation/TypeLibrary.h"
 #include "com/automation/Values.h"
-#include "com/platform/Pointer.h"
 #include "qel/base/Error.h"
+#include "windows/Pointer.h"
 
 namespace qel::com {
 namespace {

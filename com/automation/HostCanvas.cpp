@@ -3,9 +3,9 @@
 #include <optional>
 
 #include "com/automation/HostObject.h"
-#include "com/platform/DeviceCanvas.h"
 #include "qel/base/Error.h"
-#include "qel/control/Common.h"
+#include "qel/platform/Common.h"
+#include "windows/DeviceCanvas.h"
 
 namespace qel::com {
 namespace {

@@ -5,9 +5,9 @@
 
 #include <memory>
 
-#include "com/platform/Pointer.h"
 #include "qel/platform/Canvas.h"
 #include "qel/platform/MeasuringSurface.h"
+#include "windows/Pointer.h"
 
 /// What a host gives to measure and draw on: an object with a property `hDC`, such as a form, a
 /// printer or a text box. It is kept as long as the canvas or surface that works on it.

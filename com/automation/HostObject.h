@@ -6,8 +6,8 @@
 #include <string_view>
 
 #include "com/automation/Values.h"
-#include "com/platform/Pointer.h"
 #include "qel/platform/Dispatch.h"
+#include "windows/Pointer.h"
 
 namespace qel::com {
 

@@ -8,8 +8,8 @@
 #include <vector>
 
 #include "com/automation/Errors.h"
-#include "com/platform/ComObject.h"
 #include "com/server/Module.h"
+#include "windows/ComObject.h"
 
 namespace qel::com {
 

@@ -11,8 +11,8 @@
 
 #include "com/automation/Errors.h"
 #include "com/automation/Values.h"
-#include "com/platform/Pointer.h"
 #include "com/server/Module.h"
+#include "windows/Pointer.h"
 
 namespace qel::com {
 namespace {

@@ -9,9 +9,9 @@
 #include <string_view>
 #include <vector>
 
-#include "com/platform/Pointer.h"
-#include "com/platform/Text.h"
 #include "qel/base/Variant.h"
+#include "windows/Pointer.h"
+#include "windows/Text.h"
 
 /// Between the values of automation and the library's.
 namespace qel::com {

@@ -5,7 +5,7 @@
 #include <map>
 
 #include "com/control/Part.h"
-#include "com/platform/Pointer.h"
+#include "windows/Pointer.h"
 
 namespace qel::com {
 

@@ -4,8 +4,8 @@
 
 #include <exception>
 
-#include "com/platform/Module.h"
 #include "qel/base/Error.h"
+#include "windows/Module.h"
 
 namespace qel::com {
 namespace {

@@ -4,7 +4,7 @@
 
 #include "com/control/HostedControl.h"
 #include "com/control/Part.h"
-#include "com/platform/Pointer.h"
+#include "windows/Pointer.h"
 
 namespace qel::com {
 

@@ -8,9 +8,9 @@
 #include "com/automation/TypeLibrary.h"
 #include "com/control/Extents.h"
 #include "com/control/Hold.h"
-#include "com/platform/RichEdit.h"
-#include "com/platform/WindowsPlatform.h"
 #include "qel/base/Error.h"
+#include "windows/RichEdit.h"
+#include "windows/WindowsPlatform.h"
 
 namespace qel::com {
 namespace {

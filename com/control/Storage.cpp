@@ -9,7 +9,7 @@
 #include "com/automation/Errors.h"
 #include "com/automation/Values.h"
 #include "qel/base/Error.h"
-#include "qel/embedded/PropertyBag.h"
+#include "qel/headless/PropertyBag.h"
 
 namespace qel::com {
 namespace {
@@ -108,7 +108,7 @@ HRESULT init_new(HostedControl& control) {
 }
 
 std::u16string text_of(const QELTextbox& textbox) {
-  embedded::PropertyBag bag;
+  headless::PropertyBag bag;
   textbox.WriteProperties(bag);
   return bag.get_All();
 }
@@ -122,7 +122,7 @@ HRESULT StreamStorage::IsDirty() { return control_.is_dirty() ? S_OK : S_FALSE; 
 HRESULT StreamStorage::Load(LPSTREAM stream) {
   if (stream == nullptr) return E_POINTER;
   return guarded(IID_IPersistStreamInit, [&] {
-    control_.textbox().ReadProperties(embedded::PropertyBag(read_text(*stream)));
+    control_.textbox().ReadProperties(headless::PropertyBag(read_text(*stream)));
     control_.put_dirty(false);
   });
 }

@@ -8,7 +8,7 @@
 namespace qel::com {
 
 /// Keeps the control's properties in a stream of the host: the letters "QELT", the size of what
-/// follows in bytes, and the properties as text (`embedded::PropertyBag`).
+/// follows in bytes, and the properties as text (`headless::PropertyBag`).
 class StreamStorage final : public Part<IPersistStreamInit> {
  public:
   StreamStorage(IUnknown& whole, HostedControl& control) : Part(whole), control_(control) {}

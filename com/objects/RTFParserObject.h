@@ -3,7 +3,7 @@
 #include <optional>
 
 #include "com/automation/Adapter.h"
-#include "qel/control/Common.h"
+#include "qel/platform/Common.h"
 #include "qel/rtf/RTFParser.h"
 
 namespace qel::com {

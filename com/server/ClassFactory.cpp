@@ -1,11 +1,11 @@
 #include "com/server/ClassFactory.h"
 
 #include "com/automation/Errors.h"
-#include "com/platform/ComObject.h"
-#include "com/platform/Pointer.h"
-#include "com/platform/WindowsPlatform.h"
 #include "com/server/Module.h"
-#include "qel/control/Common.h"
+#include "qel/platform/Common.h"
+#include "windows/ComObject.h"
+#include "windows/Pointer.h"
+#include "windows/WindowsPlatform.h"
 
 namespace qel::com {
 namespace {

@@ -2,7 +2,7 @@
 
 #include <atomic>
 
-#include "com/platform/Module.h"
+#include "windows/Module.h"
 
 namespace qel::com {
 namespace {

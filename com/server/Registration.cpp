@@ -11,9 +11,9 @@
 #include "com/automation/Errors.h"
 #include "com/automation/TypeLibrary.h"
 #include "com/control/Embedding.h"
-#include "com/platform/Pointer.h"
 #include "com/server/ClassTable.h"
 #include "com/server/Module.h"
+#include "windows/Pointer.h"
 
 // Declared by the import library only.
 extern "C" HRESULT WINAPI RegisterTypeLibForUser(ITypeLib*, OLECHAR*, OLECHAR*);

@@ -18,7 +18,7 @@
 
 namespace qel {
 
-using platform::FormatChange;
+using richtext::FormatChange;
 
 using namespace keys;
 

@@ -20,9 +20,9 @@
 namespace qel::editor_commands {
 namespace {
 
-using platform::FormatChange;
+using richtext::FormatChange;
 
-void toggle(platform::RichEdit& box, std::optional<bool> platform::FormatFields::*field) {
+void toggle(platform::RichEdit& box, std::optional<bool> richtext::FormatFields::*field) {
   FormatChange change;
   change.*field = !(box.format().*field).value_or(false);
   box.change_format(change);
@@ -82,10 +82,10 @@ void paste(const Target& target) {
 void change_letters(const Target& target, CaseChange change) {
   if (target.box.get_SelLength() == 0) return;
   richtext::Document document =
-      richtext::read_document(target.box.get_SelRTF(), platform::CharFormat());
+      richtext::read_document(target.box.get_SelRTF(), richtext::CharFormat());
   change_case(document, change, target.edited.colors[hidden_color]);
   const std::u16string rtf =
-      richtext::write_rtf(document, {0, document.size()}, platform::CharFormat());
+      richtext::write_rtf(document, {0, document.size()}, richtext::CharFormat());
   target.box.put_SelRTF(rtf);
   const auto length = static_cast<std::int32_t>(document.size());
   target.box.select({target.box.get_SelStart() - length, length});

@@ -7,7 +7,7 @@
 #include "qel/base/Error.h"
 #include "qel/base/Hex.h"
 #include "qel/control/BoxMarkup.h"
-#include "qel/embedded/EmbeddedPlatform.h"
+#include "qel/headless/HeadlessPlatform.h"
 #include "qel/richtext/CodePage.h"
 
 namespace qel {
@@ -20,7 +20,7 @@ QELTextbox::QELTextbox(platform::ControlSite& site,
       platform_(std::move(platform)),
       surface_(platform_->create_measuring_surface()),
       // The same everywhere, so that conversions are.
-      converter_(embedded::EmbeddedPlatform().create_rich_edit(0)) {
+      converter_(headless::HeadlessPlatform().create_rich_edit(0)) {
   for (auto& box : boxes_) box = platform_->create_rich_edit(site_.window());
   listen_to_boxes();
   change_boxes([](BoxAppearance& box) { box = BoxAppearance(); });
@@ -95,7 +95,7 @@ void QELTextbox::InitProperties() {
   const Scoped holding(changes_held_, true);
   for (const auto& box : boxes_) {
     box->put_Text(u"");
-    box->put_alignment(platform::Alignment::left);
+    box->put_alignment(richtext::Alignment::left);
   }
   show_active_box();
   Resize();
@@ -125,8 +125,8 @@ void QELTextbox::put_TextQEL(std::u16string_view Value) {
 void QELTextbox::put_aligned(std::u16string_view rtf) {
   platform::RichEdit& box = *CurrentRichTextBox();
   box.select({0, 0});
-  const auto alignment = box.alignment().value_or(platform::Alignment::left);
-  if (alignment == platform::Alignment::left) {
+  const auto alignment = box.alignment().value_or(richtext::Alignment::left);
+  if (alignment == richtext::Alignment::left) {
     box.put_TextRTF(rtf);
     return;
   }
@@ -151,12 +151,12 @@ void QELTextbox::put_TextRTF(std::u16string_view Value) {
 
 std::int32_t QELTextbox::get_SelAlignment() const {
   return static_cast<std::int32_t>(
-      CurrentRichTextBox()->alignment().value_or(platform::Alignment::left));
+      CurrentRichTextBox()->alignment().value_or(richtext::Alignment::left));
 }
 
 void QELTextbox::put_SelAlignment(std::int32_t Value) {
   const bool is_known = Value >= 0 && Value <= 2;
-  if (is_known) CurrentRichTextBox()->put_alignment(static_cast<platform::Alignment>(Value));
+  if (is_known) CurrentRichTextBox()->put_alignment(static_cast<richtext::Alignment>(Value));
   site_.property_changed(u"SelAlignment");
 }
 

@@ -11,10 +11,10 @@
 
 #include "qel/base/Color.h"
 #include "qel/base/Scoped.h"
-#include "qel/control/Common.h"
 #include "qel/control/ControlEvents.h"
 #include "qel/model/QELCode.h"
 #include "qel/model/ReservedColors.h"
+#include "qel/platform/Common.h"
 #include "qel/platform/ControlSite.h"
 #include "qel/platform/Dispatch.h"
 #include "qel/platform/PropertyBag.h"

@@ -9,7 +9,8 @@
 
 #include "qel/platform/BoxAppearance.h"
 #include "qel/platform/BoxListener.h"
-#include "qel/platform/CharFormat.h"
+#include "qel/richtext/Alignment.h"
+#include "qel/richtext/CharFormat.h"
 
 namespace qel::platform {
 
@@ -24,13 +25,11 @@ struct Range {
   friend bool operator==(const Range&, const Range&) = default;
 };
 
-enum class Alignment : std::int32_t { left = 0, right = 1, center = 2 };
-
 /// A stretch of characters in one format. The references hold during the visit only.
 struct FormatRun {
   std::int32_t start;  ///< position of its first character, from 0
   std::u16string_view text;
-  const CharFormat& format;
+  const richtext::CharFormat& format;
 };
 
 /// Returns whether to go on with the next run.
@@ -65,12 +64,12 @@ class RichEdit {
   virtual void select(Range range) = 0;
 
   /// The format of the selected characters; of the next character typed when none is selected.
-  virtual MixedFormat format() const = 0;
-  virtual void change_format(const FormatChange& change) = 0;
+  virtual richtext::MixedFormat format() const = 0;
+  virtual void change_format(const richtext::FormatChange& change) = 0;
 
   /// The alignment of the selected paragraphs; empty where they differ.
-  virtual std::optional<Alignment> alignment() const = 0;
-  virtual void put_alignment(Alignment alignment) = 0;
+  virtual std::optional<richtext::Alignment> alignment() const = 0;
+  virtual void put_alignment(richtext::Alignment alignment) = 0;
 
   /// Calls `visit` for the runs of equal format in order, beginning with the one that holds
   /// position `from`. Neighbouring runs differ in format. A visitor must not
@@ -107,29 +106,29 @@ class RichEdit {
 
   /// Each of these reads empty where the selection holds more than one value.
   std::optional<bool> get_SelBold() const { return format().bold; }
-  void put_SelBold(bool value) { change(&FormatChange::bold, value); }
+  void put_SelBold(bool value) { change(&richtext::FormatChange::bold, value); }
   std::optional<bool> get_SelItalic() const { return format().italic; }
-  void put_SelItalic(bool value) { change(&FormatChange::italic, value); }
+  void put_SelItalic(bool value) { change(&richtext::FormatChange::italic, value); }
   std::optional<bool> get_SelUnderline() const { return format().underline; }
-  void put_SelUnderline(bool value) { change(&FormatChange::underline, value); }
+  void put_SelUnderline(bool value) { change(&richtext::FormatChange::underline, value); }
   std::optional<bool> get_SelStrikeThru() const { return format().strike_through; }
-  void put_SelStrikeThru(bool value) { change(&FormatChange::strike_through, value); }
+  void put_SelStrikeThru(bool value) { change(&richtext::FormatChange::strike_through, value); }
   /// In twips, positive raises.
   std::optional<std::int16_t> get_SelCharOffset() const { return format().offset; }
-  void put_SelCharOffset(std::int16_t twips) { change(&FormatChange::offset, twips); }
+  void put_SelCharOffset(std::int16_t twips) { change(&richtext::FormatChange::offset, twips); }
   std::optional<Color> get_SelColor() const { return format().color; }
-  void put_SelColor(Color color) { change(&FormatChange::color, color); }
+  void put_SelColor(Color color) { change(&richtext::FormatChange::color, color); }
   std::optional<std::u16string> get_SelFontName() const { return format().font_name; }
   void put_SelFontName(std::u16string_view name) {
-    change(&FormatChange::font_name, std::u16string(name));
+    change(&richtext::FormatChange::font_name, std::u16string(name));
   }
   std::optional<float> get_SelFontSize() const { return format().size; }
-  void put_SelFontSize(float points) { change(&FormatChange::size, points); }
+  void put_SelFontSize(float points) { change(&richtext::FormatChange::size, points); }
 
  private:
   template <class Value>
-  void change(std::optional<Value> FormatFields::*field, Value value) {
-    FormatChange change;
+  void change(std::optional<Value> richtext::FormatFields::*field, Value value) {
+    richtext::FormatChange change;
     change.*field = std::move(value);
     change_format(change);
   }

@@ -9,15 +9,11 @@
 #include <utility>
 #include <vector>
 
-#include "qel/platform/CharFormat.h"
-#include "qel/platform/RichEdit.h"
+#include "qel/richtext/Alignment.h"
+#include "qel/richtext/CharFormat.h"
 #include "qel/richtext/RunList.h"
 
 namespace qel::richtext {
-
-using platform::Alignment;
-using platform::CharFormat;
-using platform::FormatChange;
 
 /// The different character formats of a document, each kept once and known by its number.
 class FormatPool {

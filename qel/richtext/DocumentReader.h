@@ -4,7 +4,7 @@
 #include <string>
 #include <string_view>
 
-#include "qel/platform/CharFormat.h"
+#include "qel/richtext/CharFormat.h"
 #include "qel/richtext/Document.h"
 
 namespace qel::richtext {
@@ -14,12 +14,12 @@ namespace qel::richtext {
 bool is_rtf(std::u16string_view text);
 
 /// The document that the text holds; plain text in the base format when it is not RTF.
-Document read_document(std::u16string_view text, const platform::CharFormat& base);
+Document read_document(std::u16string_view text, const CharFormat& base);
 
 /// What lies on a clipboard or is dragged: its RTF where it has any, else its text in the base
 /// format; nothing when it has neither. A box for a single line gets blanks in place of breaks.
 std::optional<Document> read_transfer(const std::optional<std::u16string>& rtf,
                                       const std::optional<std::u16string>& text,
-                                      const platform::CharFormat& base, bool in_one_line);
+                                      const CharFormat& base, bool in_one_line);
 
 }  // namespace qel::richtext

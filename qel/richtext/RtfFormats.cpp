@@ -5,8 +5,6 @@
 
 namespace qel::richtext {
 
-using platform::CharFormat;
-
 namespace {
 
 /// Half-points as twips: the middle of the range of twips that is written as that many.

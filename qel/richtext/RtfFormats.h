@@ -5,7 +5,7 @@
 #include <map>
 #include <utility>
 
-#include "qel/platform/CharFormat.h"
+#include "qel/richtext/CharFormat.h"
 #include "qel/richtext/CodePage.h"
 #include "qel/richtext/RtfReader.h"
 #include "qel/richtext/RtfState.h"
@@ -18,7 +18,7 @@ namespace qel::richtext {
 class RtfFormats {
  public:
   /// `base` gives the font and colour that the document leaves open.
-  RtfFormats(platform::CharFormat base, RtfSink& sink) : base_(std::move(base)), sink_(sink) {}
+  RtfFormats(CharFormat base, RtfSink& sink) : base_(std::move(base)), sink_(sink) {}
 
   RtfFontTable& fonts() { return fonts_; }
   RtfColorTable& colors() { return colors_; }
@@ -45,10 +45,10 @@ class RtfFormats {
     bool is_set = false;
   };
 
-  platform::CharFormat format_of(const CharState& state) const;
+  CharFormat format_of(const CharState& state) const;
   const RtfFontTable::Font* font_of(const CharState& state) const;
 
-  platform::CharFormat base_;
+  CharFormat base_;
   RtfSink& sink_;
   RtfFontTable fonts_;
   RtfColorTable colors_;

@@ -16,9 +16,6 @@
 namespace qel::richtext {
 namespace {
 
-using platform::Alignment;
-using platform::CharFormat;
-
 /// Groups nested more deeply than this are read, but restore nothing when they end.
 constexpr std::size_t deepest_group = 10'000;
 /// A count of replacement characters beyond this is broken input.

@@ -4,8 +4,8 @@
 #include <cstdint>
 #include <string_view>
 
-#include "qel/platform/CharFormat.h"
-#include "qel/platform/RichEdit.h"
+#include "qel/richtext/Alignment.h"
+#include "qel/richtext/CharFormat.h"
 
 namespace qel::richtext {
 
@@ -16,13 +16,13 @@ class RtfSink {
 
   virtual ~RtfSink() = default;
   /// A number for a format that text is about to come in.
-  virtual FormatId intern(const platform::CharFormat& format) = 0;
+  virtual FormatId intern(const CharFormat& format) = 0;
   /// Text without breaks. What stands in the RTF as it is comes as a part of it.
   virtual void text(std::u16string_view text, FormatId format) = 0;
   /// The paragraph ends here; it has this alignment. The break itself has a format too.
-  virtual void paragraph_break(FormatId format, platform::Alignment alignment) = 0;
+  virtual void paragraph_break(FormatId format, Alignment alignment) = 0;
   /// The document ends, and with it a last paragraph.
-  virtual void finish(platform::Alignment alignment) = 0;
+  virtual void finish(Alignment alignment) = 0;
 };
 
 /// Reads RTF, as far as it can be read: broken or truncated input gives what came before. Takes
@@ -37,12 +37,12 @@ class RtfSink {
 ///
 /// `base` gives the font and colour of text for which the document names none (or a colour entry
 /// that is empty, the automatic colour).
-void read_rtf(std::u16string_view rtf, const platform::CharFormat& base, RtfSink& sink);
+void read_rtf(std::u16string_view rtf, const CharFormat& base, RtfSink& sink);
 
 /// Reads a part of a document, which need not be one group; what begins with "{\rtf" is a document
 /// and ends with its group. While the sink is called, `token` is the position in `rtf` of the text,
 /// word, symbol or brace that was read last.
-void read_rtf_fragment(std::u16string_view rtf, const platform::CharFormat& base, RtfSink& sink,
+void read_rtf_fragment(std::u16string_view rtf, const CharFormat& base, RtfSink& sink,
                        std::size_t& token);
 
 }  // namespace qel::richtext

@@ -2,7 +2,7 @@
 
 #include <cstdint>
 
-#include "qel/platform/RichEdit.h"
+#include "qel/richtext/Alignment.h"
 
 namespace qel::richtext {
 
@@ -43,7 +43,7 @@ struct GroupState {
   /// Characters that stand after "\u" for readers without Unicode.
   std::uint8_t replacement_length = 1;
   Destination destination = Destination::text;
-  platform::Alignment alignment = platform::Alignment::left;
+  Alignment alignment = Alignment::left;
 };
 
 }  // namespace qel::richtext

@@ -13,8 +13,6 @@
 namespace qel::richtext {
 namespace {
 
-using platform::Alignment;
-
 /// An open hash table, a good deal larger than what is in it.
 class WordTable {
  public:

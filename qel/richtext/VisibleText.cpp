@@ -4,15 +4,12 @@
 #include <functional>
 
 #include "qel/base/Records.h"
-#include "qel/platform/CharFormat.h"
+#include "qel/richtext/CharFormat.h"
 #include "qel/richtext/CodePage.h"
 #include "qel/richtext/RtfReader.h"
 #include "qel/richtext/RtfTokens.h"
 
 namespace qel::richtext {
-
-using platform::Alignment;
-using platform::CharFormat;
 
 /// Takes the characters down, and where they come from.
 class VisibleText::Collector : public RtfSink {

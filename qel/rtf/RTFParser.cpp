@@ -12,7 +12,7 @@
 #include "qel/base/Error.h"
 #include "qel/base/Records.h"
 #include "qel/base/Scan.h"
-#include "qel/control/Common.h"
+#include "qel/platform/Common.h"
 #include "qel/rtf/CodeTable.h"
 #include "qel/rtf/Preprocessing.h"
 #include "qel/rtf/Walk.h"
@@ -63,7 +63,7 @@ class LoadedBox {
     appearance.font_name = fonts.get_Font(0);
     box_->put_appearance(appearance);
     // All of the format, so that nothing of the last conversion is left.
-    platform::FormatChange plain;
+    richtext::FormatChange plain;
     plain.bold = plain.italic = plain.underline = plain.strike_through = false;
     plain.offset = std::int16_t{0};
     plain.font_name = fonts.get_Font(0);

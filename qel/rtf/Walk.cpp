@@ -33,7 +33,7 @@ FormatWalk::FormatWalk(const Spelling& spelling, const QELIndexFonts& fonts,
       colors_{colors.get_DefaultColor(), colors.get_IgnoredColor(), colors.get_HiddenColor(),
               colors.get_NoteColor()} {}
 
-void FormatWalk::enter(const platform::CharFormat& format) {
+void FormatWalk::enter(const richtext::CharFormat& format) {
   const std::array<bool, 6> wanted = {format.bold,           format.italic,     format.underline,
                                       format.strike_through, format.offset > 0, format.offset < 0};
   for (std::size_t toggle = 0; toggle < wanted.size(); ++toggle) {

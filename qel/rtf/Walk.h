@@ -37,7 +37,7 @@ class FormatWalk {
              std::u16string& out);
 
   /// The codes before a character in this format.
-  void enter(const platform::CharFormat& format);
+  void enter(const richtext::CharFormat& format);
   /// The codes that close what is open.
   void close();
 

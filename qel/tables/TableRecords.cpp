@@ -1,6 +1,6 @@
 #include "qel/tables/TableRecords.h"
 
-#include "qel/control/Common.h"
+#include "qel/platform/Common.h"
 
 namespace qel::table_records {
 

@@ -6,7 +6,7 @@
 #include <QtDesigner/QExtensionManager>
 #include <array>
 
-#include "qt/TextBox.h"
+#include "qel/qt/TextBox.h"
 
 namespace qel::qt {
 
@@ -52,7 +52,7 @@ QString TextBoxPlugin::whatsThis() const {
       "text is kept as markup in the property TextQEL.");
 }
 
-QString TextBoxPlugin::includeFile() const { return QStringLiteral("qt/TextBox.h"); }
+QString TextBoxPlugin::includeFile() const { return QStringLiteral("qel/qt/TextBox.h"); }
 QIcon TextBoxPlugin::icon() const { return QIcon(QStringLiteral(":/qel/designer/textbox.png")); }
 
 QWidget* TextBoxPlugin::createWidget(QWidget* parent) {

@@ -10,7 +10,7 @@
 #include <string>
 #include <vector>
 
-#include "com/platform/Pointer.h"
+#include "windows/Pointer.h"
 
 namespace qel::com::test {
 

@@ -13,7 +13,7 @@
 #include "qel/base/Scan.h"
 #include "qel/base/Utf8.h"
 #include "qel/control/QELTextbox.h"
-#include "qel/embedded/PropertyBag.h"
+#include "qel/headless/PropertyBag.h"
 #include "qel/platform/Keys.h"
 #include "support/Form.h"
 
@@ -243,7 +243,7 @@ class Player {
 
   void read_bag(Word arguments) {
     control_.ReadProperties(
-        embedded::PropertyBag(replace_all(std::u16string(arguments), u" ", u"\n")));
+        headless::PropertyBag(replace_all(std::u16string(arguments), u" ", u"\n")));
     host_.take_log();
   }
   void put_switch(Word arguments) {

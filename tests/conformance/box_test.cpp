@@ -10,9 +10,9 @@
 namespace qel::conformance {
 namespace {
 
-using platform::Alignment;
 using platform::RichEdit;
 using platform::Scope;
+using richtext::Alignment;
 
 class Box : public testing::Test {
  protected:

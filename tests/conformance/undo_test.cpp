@@ -137,7 +137,7 @@ void edit(RichEdit& box, Model& model, Stage& stage, test::Random& random) {
       stage.press(box, keys::delete_key, keys::no_modifier);
       model.put(range, u"");
   }
-  if (random.one_in(5)) box.put_alignment(platform::Alignment::right);
+  if (random.one_in(5)) box.put_alignment(richtext::Alignment::right);
 }
 
 TEST(Undo, TakesBackAllThatWasEdited) {

@@ -1,9 +1,9 @@
 #include <QApplication>
 #include <QSettings>
 
-#include "qt/PropertyBags.h"
-#include "qt/QtPlatform.h"
-#include "qt/TextBox.h"
+#include "qel/qt/PropertyBags.h"
+#include "qel/qt/QtPlatform.h"
+#include "qel/qt/TextBox.h"
 
 int main(int argc, char** argv) {
   const QApplication application(argc, argv);

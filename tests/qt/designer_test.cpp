@@ -21,8 +21,8 @@
 #include <map>
 #include <memory>
 
+#include "qel/qt/TextBox.h"
 #include "qt/Printing.h"
-#include "qt/TextBox.h"
 #include "ui_letter.h"
 
 namespace qel::qt {
@@ -194,7 +194,7 @@ TEST(Designer, TellsOfTheWidget) {
   EXPECT_EQ(widget->name(), QStringLiteral("qel::qt::TextBox"));
   EXPECT_EQ(widget->group(), QStringLiteral("QEL"));
   EXPECT_FALSE(widget->isContainer());
-  EXPECT_TRUE(QFile::exists(QStringLiteral(QEL_SOURCE_DIR "/") + widget->includeFile()));
+  EXPECT_TRUE(QFile::exists(QStringLiteral(QEL_SOURCE_DIR "/qt/include/") + widget->includeFile()));
   const QImage icon = widget->icon().pixmap(48).toImage();
   EXPECT_EQ(icon.width(), 48);
   EXPECT_EQ(icon.pixelColor(icon.rect().center()).alpha(), 255);

@@ -5,7 +5,7 @@
 #include <QVBoxLayout>
 #include <cstdio>
 
-#include "qt/TextBox.h"
+#include "qel/qt/TextBox.h"
 
 namespace {
 

@@ -11,11 +11,11 @@
 #include <QToolButton>
 #include <functional>
 
-#include "qt/BoxView.h"
-#include "qt/EditorDialog.h"
+#include "qel/qt/TextBox.h"
 #include "qt/Printing.h"
-#include "qt/RichEdit.h"
-#include "qt/TextBox.h"
+#include "qt/platform/BoxView.h"
+#include "qt/platform/EditorDialog.h"
+#include "qt/platform/RichEdit.h"
 
 namespace qel::qt {
 namespace {

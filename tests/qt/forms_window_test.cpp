@@ -30,8 +30,8 @@
 #include "Pages.h"
 #include "Pdf.h"
 #include "RecordList.h"
-#include "qt/PainterCanvas.h"
-#include "qt/Text.h"
+#include "qel/qt/PainterCanvas.h"
+#include "qt/platform/Text.h"
 
 namespace qel::forms {
 namespace {

@@ -6,16 +6,16 @@
 #include <limits>
 #include <string>
 
-#include "qel/embedded/RichEdit.h"
-#include "qt/RichEdit.h"
+#include "qel/headless/RichEdit.h"
+#include "qt/platform/RichEdit.h"
 #include "support/Random.h"
 #include "support/Text.h"
 
 namespace qel::qt {
 namespace {
 
-using platform::Alignment;
 using platform::Scope;
+using richtext::Alignment;
 
 class CountingListener : public platform::BoxListener {
  public:
@@ -34,7 +34,7 @@ std::u16string runs_from(const platform::RichEdit& box, std::int32_t from) {
   return runs;
 }
 
-std::string shown(const platform::FormatFields& format) {
+std::string shown(const richtext::FormatFields& format) {
   const auto flag = [](const std::optional<bool>& value) {
     return value ? (*value ? "1" : "0") : "?";
   };
@@ -73,7 +73,7 @@ class BothBoxes {
 
   CountingListener reference_listener;
   CountingListener listener;
-  embedded::RichEdit reference;
+  headless::RichEdit reference;
   RichEdit box{nullptr};
 };
 
@@ -113,7 +113,7 @@ void act_at_random(BothBoxes& boxes, test::Random& random) {
       break;
     }
     case 4: {
-      platform::FormatChange change;
+      richtext::FormatChange change;
       if (random.below(2) == 0) change.bold = random.below(2) == 0;
       if (random.below(3) == 0) change.underline = random.below(2) == 0;
       if (random.below(3) == 0) change.offset = static_cast<std::int16_t>(45 * number(5));

@@ -15,11 +15,11 @@
 #include <utility>
 
 #include "qel/platform/Keys.h"
-#include "qt/KeyMapping.h"
-#include "qt/MimeData.h"
-#include "qt/QtPlatform.h"
-#include "qt/RichEdit.h"
-#include "qt/Text.h"
+#include "qel/qt/QtPlatform.h"
+#include "qt/platform/KeyMapping.h"
+#include "qt/platform/MimeData.h"
+#include "qt/platform/RichEdit.h"
+#include "qt/platform/Text.h"
 
 namespace qel::conformance {
 namespace {

@@ -10,10 +10,10 @@
 #include <memory>
 
 #include "qel/platform/Keys.h"
-#include "qt/BoxDrag.h"
-#include "qt/BoxView.h"
-#include "qt/QtPlatform.h"
-#include "qt/RichEdit.h"
+#include "qel/qt/QtPlatform.h"
+#include "qt/platform/BoxDrag.h"
+#include "qt/platform/BoxView.h"
+#include "qt/platform/RichEdit.h"
 #include "support/Text.h"
 
 namespace qel::qt {

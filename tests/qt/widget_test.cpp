@@ -16,13 +16,13 @@
 #include <QVBoxLayout>
 #include <array>
 
-#include "qel/embedded/PropertyBag.h"
+#include "qel/headless/PropertyBag.h"
 #include "qel/platform/Keys.h"
-#include "qt/BoxView.h"
+#include "qel/qt/PropertyBags.h"
+#include "qel/qt/QtPlatform.h"
+#include "qel/qt/TextBox.h"
 #include "qt/Printing.h"
-#include "qt/PropertyBags.h"
-#include "qt/QtPlatform.h"
-#include "qt/TextBox.h"
+#include "qt/platform/BoxView.h"
 
 namespace qel::qt {
 namespace {

@@ -5,12 +5,12 @@
 #include <string_view>
 #include <vector>
 
-#include "qel/embedded/ControlSite.h"
+#include "qel/headless/ControlSite.h"
 
 namespace qel::test {
 
 /// A form that remembers what its control told it.
-class Form : public embedded::ControlSite {
+class Form : public headless::ControlSite {
  public:
   /// `window` is where boxes lie; 0 for none.
   explicit Form(platform::WindowHandle window = 0) : window_(window) {}

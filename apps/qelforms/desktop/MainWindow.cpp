@@ -25,7 +25,7 @@
 #include "RecordList.h"
 #include "TablesDialog.h"
 #include "qel/base/Scoped.h"
-#include "qt/Text.h"
+#include "qt/platform/Text.h"
 
 namespace qel::forms {
 namespace {

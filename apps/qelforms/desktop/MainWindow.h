@@ -11,7 +11,7 @@
 
 #include "RecordForm.h"
 #include "RecordStore.h"
-#include "qt/TextBox.h"
+#include "qel/qt/TextBox.h"
 
 class QAction;
 class QLabel;

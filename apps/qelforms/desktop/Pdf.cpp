@@ -11,8 +11,8 @@
 
 #include "Export.h"
 #include "Pages.h"
+#include "qel/qt/PainterCanvas.h"
 #include "qel/text/TextAndFormatting.h"
-#include "qt/PainterCanvas.h"
 
 namespace qel::forms {
 

@@ -7,7 +7,7 @@
 #include <QTreeWidgetItem>
 #include <algorithm>
 
-#include "qt/Text.h"
+#include "qt/platform/Text.h"
 
 namespace qel::forms {
 namespace {

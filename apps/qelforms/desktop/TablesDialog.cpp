@@ -13,8 +13,8 @@
 #include <cstddef>
 #include <cstdint>
 
-#include "qt/FormatMapping.h"
-#include "qt/Text.h"
+#include "qt/platform/FormatMapping.h"
+#include "qt/platform/Text.h"
 
 namespace qel::forms {
 namespace {

@@ -1,0 +1,60 @@
+#pragma once
+
+#include <cstdint>
+#include <string_view>
+
+#include "qel/platform/Canvas.h"
+
+/// How wide and how high text is in the default fonts, without asking any system. The numbers are
+/// those of fonts made as wide as the defaults: Liberation Sans for Arial, Liberation Serif for
+/// Times New Roman, Liberation Mono for Courier New, and Standard Symbols PS for Symbol
+/// (`scripts/generate-font-metrics` reads them).
+namespace qel::headless {
+
+enum class FontFamily : std::uint8_t { sans, serif, mono, symbol };
+
+/// The family that stands for the font of that name, whatever its case. What follows the name after
+/// a blank ("Arial CE") does not matter. An unknown font is sans.
+FontFamily family_named(std::u16string_view name);
+
+/// The character that text in font Symbol means by `character`: alpha for "a" and for U+F061. What
+/// the encoding of that font lacks is itself.
+char32_t symbol_character(char32_t character);
+
+/// Vertical extent of a family, in the units of `FontFace`.
+struct LineMetrics {
+  int ascent;
+  int descent;
+  int leading;
+};
+
+/// A family in regular, bold, italic or both. Symbol is the same in all four.
+class FontFace {
+ public:
+  static constexpr int units_per_em = 2048;
+
+  explicit FontFace(const platform::TextFont& font);
+
+  FontFamily family() const { return family_; }
+  const LineMetrics& lines() const;
+
+  /// Whether the advance of the character is its own, not a guess.
+  bool covers(char32_t character) const;
+  /// How far the character moves on, in units. Kerning is not applied, so a text is as wide as its
+  /// characters together. Combining marks and formatting characters are 0 wide, a TAB is four
+  /// blanks. What the face lacks is as wide as its average character, an East Asian wide character
+  /// or a pictograph one em; in Symbol it is as wide as in sans.
+  std::uint32_t advance(char32_t character) const {
+    const char32_t index = character - U' ';
+    return index <= U'~' - U' ' ? ascii_advances_[index] : other_advance(character);
+  }
+
+ private:
+  std::uint32_t other_advance(char32_t character) const;
+
+  FontFamily family_;
+  unsigned style_;                       // 1 bold, 2 italic
+  const std::uint16_t* ascii_advances_;  // of the blank to the tilde
+};
+
+}  // namespace qel::headless

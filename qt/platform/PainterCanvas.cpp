@@ -1,0 +1,84 @@
+#include "qel/qt/PainterCanvas.h"
+
+#include <QFontMetricsF>
+#include <QPaintDevice>
+#include <QPainter>
+#include <algorithm>
+
+#include "qel/headless/FontMetrics.h"
+#include "qt/platform/FormatMapping.h"
+#include "qt/platform/Text.h"
+
+namespace qel::qt {
+namespace {
+
+bool is_symbol(const platform::TextFont& font) {
+  return headless::family_named(font.name) == headless::FontFamily::symbol;
+}
+
+QFont font_of(const platform::TextFont& font) {
+  QFont made(is_symbol(font) ? QStringLiteral("Times New Roman") : to_qt(font.name));
+  constexpr float least = 0.01F;  // none to Qt is a size of its own
+  made.setPointSizeF(static_cast<double>(std::max(font.size, least)));
+  made.setBold(font.bold);
+  made.setItalic(font.italic);
+  made.setKerning(false);
+  made.setStyleStrategy(QFont::PreferNoShaping);
+  // Widths of whole pixels would make the lines of a small device others than those of a page.
+  made.setHintingPreference(QFont::PreferNoHinting);
+  return made;
+}
+
+/// The characters to draw.
+QString shown(std::u16string_view text, const platform::TextFont& font) {
+  QString out;
+  out.reserve(static_cast<qsizetype>(text.size()));
+  const bool maps = is_symbol(font);
+  for (const char16_t unit : text) {
+    if (unit == u'\t') {
+      out.append(QStringLiteral("    "));
+    } else {
+      out.append(QChar(maps ? static_cast<char16_t>(headless::symbol_character(unit)) : unit));
+    }
+  }
+  return out;
+}
+
+}  // namespace
+
+PainterCanvas::PainterCanvas(QPainter& painter) : painter_(painter) {
+  constexpr double points_per_inch = 72;
+  across_ = painter.device()->logicalDpiX() / points_per_inch;
+  down_ = painter.device()->logicalDpiY() / points_per_inch;
+}
+
+float PainterCanvas::text_width(std::u16string_view text, const platform::TextFont& font) const {
+  const QFontMetricsF metrics(font_of(font), painter_.device());
+  return static_cast<float>(metrics.horizontalAdvance(shown(text, font)) / across_);
+}
+
+platform::FontExtent PainterCanvas::font_extent(const platform::TextFont& font) const {
+  const QFontMetricsF metrics(font_of(font), painter_.device());
+  const auto points = [this](double units) { return static_cast<float>(units / down_); };
+  return {points(metrics.ascent()), points(metrics.descent()),
+          points(std::max(0.0, metrics.leading()))};
+}
+
+void PainterCanvas::draw_text(const platform::CanvasText& text) {
+  if (!(text.font.size > 0)) return;
+  painter_.setFont(font_of(text.font));
+  painter_.setPen(to_qt(text.color));
+  painter_.drawText(
+      QPointF(static_cast<double>(text.x) * across_, static_cast<double>(text.y) * down_),
+      shown(text.text, text.font));
+}
+
+void PainterCanvas::fill_rectangle(const platform::CanvasRectangle& rectangle, Color color) {
+  painter_.fillRect(QRectF(static_cast<double>(rectangle.left) * across_,
+                           static_cast<double>(rectangle.top) * down_,
+                           static_cast<double>(rectangle.width) * across_,
+                           static_cast<double>(rectangle.height) * down_),
+                    to_qt(color));
+}
+
+}  // namespace qel::qt

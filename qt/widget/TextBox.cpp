@@ -1,0 +1,282 @@
+#include "qel/qt/TextBox.h"
+
+#include <QFontMetrics>
+#include <QMenu>
+#include <QPainter>
+#include <QResizeEvent>
+#include <QStyle>
+
+#include "qel/base/Scoped.h"
+#include "qel/qt/QtPlatform.h"
+#include "qt/platform/BoxView.h"
+#include "qt/platform/FormatMapping.h"
+#include "qt/platform/Text.h"
+#include "qt/widget/TextBoxAccessible.h"
+#include "qt/widget/TextBoxMenu.h"
+
+namespace qel::qt {
+
+class TextBox::Site : public platform::ControlSite {
+ public:
+  explicit Site(TextBox& widget) : widget_(widget) {}
+
+  void property_changed(std::u16string_view name) override { widget_.note_property(to_qt(name)); }
+  bool is_run_time() const override { return widget_.is_run_time(); }
+  platform::ControlExtent extent() const override { return {widget_.width(), widget_.height()}; }
+  void put_extent(platform::ControlExtent extent) override {
+    widget_.resize(extent.width, extent.height);
+  }
+  void put_enabled(bool enabled) override { widget_.setEnabled(enabled); }
+  void invalidate() override { widget_.update(); }
+  void focus() override { widget_.setFocus(); }
+  platform::WindowHandle window() const override {
+    return reinterpret_cast<platform::WindowHandle>(static_cast<QWidget*>(&widget_));
+  }
+  std::uintptr_t device_context() const override { return 0; }
+
+ private:
+  TextBox& widget_;
+};
+
+class TextBox::Events : public ControlEvents {
+ public:
+  explicit Events(TextBox& widget) : widget_(widget) {}
+
+  void Change() override {
+    widget_.note_change();
+    emit widget_.Change();
+    emit widget_.TextQELChanged();
+  }
+  void Click() override { emit widget_.Click(); }
+  void DblClick() override { emit widget_.DblClick(); }
+  void KeyDown(std::int16_t& KeyCode, std::int16_t& Shift) override {
+    emit widget_.KeyDown(&KeyCode, &Shift);
+  }
+  void KeyPress(std::int16_t& KeyAscii) override { emit widget_.KeyPress(&KeyAscii); }
+  void KeyUp(std::int16_t& KeyCode, std::int16_t& Shift) override {
+    emit widget_.KeyUp(&KeyCode, &Shift);
+  }
+  void MouseDown(std::int16_t Button, std::int16_t Shift, float X, float Y) override {
+    emit widget_.MouseDown(Button, Shift, X, Y);
+  }
+  void MouseMove(std::int16_t Button, std::int16_t Shift, float X, float Y) override {
+    emit widget_.MouseMove(Button, Shift, X, Y);
+  }
+  void MouseUp(std::int16_t Button, std::int16_t Shift, float X, float Y) override {
+    emit widget_.MouseUp(Button, Shift, X, Y);
+  }
+  void OLEStartDrag(platform::DragData& Data, std::int32_t& AllowedEffects) override {
+    emit widget_.OLEStartDrag(&Data, &AllowedEffects);
+  }
+  void OLESetData(platform::DragData& Data, std::int16_t DataFormat) override {
+    emit widget_.OLESetData(&Data, DataFormat);
+  }
+  void OLEGiveFeedback(std::int32_t& Effect, bool& DefaultCursors) override {
+    emit widget_.OLEGiveFeedback(&Effect, &DefaultCursors);
+  }
+  void OLEDragOver(platform::DragData& Data, std::int32_t& Effect, std::int16_t Button,
+                   std::int16_t Shift, float X, float Y, std::int16_t State) override {
+    emit widget_.OLEDragOver(&Data, &Effect, Button, Shift, X, Y, State);
+  }
+  void OLEDragDrop(platform::DragData& Data, std::int32_t& Effect, std::int16_t Button,
+                   std::int16_t Shift, float X, float Y) override {
+    emit widget_.OLEDragDrop(&Data, &Effect, Button, Shift, X, Y);
+  }
+  void OLECompleteDrag(std::int32_t& Effect) override { emit widget_.OLECompleteDrag(&Effect); }
+
+ private:
+  TextBox& widget_;
+};
+
+namespace {
+
+QColor shown_color(Color color) {
+  return to_qt(is_system_color(color) ? QtPlatform::system_color_value(system_color_index(color))
+                                      : color);
+}
+
+}  // namespace
+
+TextBox::TextBox(QWidget* parent)
+    : QWidget(parent),
+      site_(std::make_unique<Site>(*this)),
+      events_(std::make_unique<Events>(*this)) {
+  accessible::install();
+  setFocusPolicy(Qt::StrongFocus);
+  control_ = std::make_unique<QELTextbox>(*site_, QtPlatform::use());
+  control_->InitProperties();
+  take_events();
+  for (BoxView* box : findChildren<BoxView*>(QString(), Qt::FindDirectChildrenOnly)) {
+    box->setContextMenuPolicy(Qt::CustomContextMenu);
+    connect(box, &QWidget::customContextMenuRequested, this, &TextBox::show_menu);
+  }
+  note_property(QStringLiteral("Multiline"));
+}
+
+TextBox::~TextBox() {
+  control_.reset();
+  // A box that somebody else still holds is not ours to delete.
+  for (BoxView* box : findChildren<BoxView*>(QString(), Qt::FindDirectChildrenOnly))
+    box->setParent(nullptr);
+}
+
+void TextBox::take_events() { control_->listen(events_.get()); }
+
+BoxView* TextBox::view() const {
+  const auto boxes = findChildren<BoxView*>(QString(), Qt::FindDirectChildrenOnly);
+  const auto shown =
+      std::find_if(boxes.begin(), boxes.end(), [](const BoxView* box) { return !box->isHidden(); });
+  return shown == boxes.end() ? nullptr : *shown;
+}
+
+void TextBox::note_property(const QString& name) {
+  if (name == QLatin1String("Multiline")) {
+    setFocusProxy(view());
+    setSizePolicy(QSizePolicy::Expanding,
+                  get_Multiline() ? QSizePolicy::Expanding : QSizePolicy::Fixed);
+  }
+  updateGeometry();
+  update();
+  emit PropertyChanged(name);
+}
+
+void TextBox::show_menu(const QPoint& point) {
+  BoxView* const box = view();
+  if (box == nullptr) return;
+  auto* menu = new QMenu(this);
+  menu->setAttribute(Qt::WA_DeleteOnClose);
+  fill_menu(*menu, *control_, *box);
+  menu->popup(box->viewport()->mapToGlobal(point));
+}
+
+// Texts and sizes.
+
+/// What is done to the text otherwise is kept as it is.
+void TextBox::note_change() {
+  if (!keeps_text_) markup_.reset();
+}
+
+template <class Put>
+void TextBox::put_and_keep_text(Put put) {
+  const Scoped keeping(keeps_text_, true);
+  put();
+  if (markup_) control_->put_TextQEL(view_of(*markup_));
+}
+
+QString TextBox::get_Text() const { return to_qt(control_->get_Text()); }
+
+void TextBox::put_Text(const QString& Value) {
+  // A form's file may hold the same text once without its formats; XML has breaks of its own.
+  const auto lines = [](QString text) {
+    return text.replace(QLatin1String("\r\n"), QLatin1String("\n"));
+  };
+  if (markup_ && lines(Value) == lines(get_Text())) {
+    put_and_keep_text([&] { control_->put_Text(view_of(Value)); });
+  } else {
+    control_->put_Text(view_of(Value));
+  }
+}
+
+QString TextBox::get_TextQEL() const { return to_qt(control_->get_TextQEL()); }
+
+void TextBox::put_TextQEL(const QString& Value) {
+  control_->put_TextQEL(view_of(Value));
+  if (is_in_the_making()) markup_ = Value;
+}
+
+QString TextBox::get_FontName() const { return to_qt(control_->get_FontName()); }
+
+void TextBox::put_FontName(const QString& Value) {
+  put_and_keep_text([&] { control_->put_FontName(view_of(Value)); });
+}
+
+void TextBox::put_FontSize(double Value) {
+  put_and_keep_text([&] { control_->put_FontSize(static_cast<float>(Value)); });
+}
+
+void TextBox::put_HideColor(int Value) {
+  put_and_keep_text([&] { control_->put_HideColor(Value); });
+}
+
+void TextBox::put_IgnoreColor(int Value) {
+  put_and_keep_text([&] { control_->put_IgnoreColor(Value); });
+}
+
+void TextBox::put_NoteColor(int Value) {
+  put_and_keep_text([&] { control_->put_NoteColor(Value); });
+}
+
+void TextBox::put_SelAlignment(int Value) {
+  put_and_keep_text([&] { control_->put_SelAlignment(Value); });
+}
+
+void TextBox::put_RevealCodes(bool Value) {
+  put_and_keep_text([&] { control_->put_RevealCodes(Value); });
+}
+
+void TextBox::put_Multiline(bool Value) {
+  const bool has_focus = focusProxy() != nullptr && focusProxy()->hasFocus();
+  put_and_keep_text([&] {
+    const std::int32_t alignment = control_->get_SelAlignment();
+    control_->put_Multiline(Value);
+    if (is_in_the_making()) control_->put_SelAlignment(alignment);
+  });
+  if (has_focus) setFocus();
+}
+
+QString TextBox::get_PlaceholderText() const {
+  const BoxView* const box = view();
+  return box == nullptr ? QString() : box->placeholderText();
+}
+
+void TextBox::put_PlaceholderText(const QString& Value) {
+  for (BoxView* box : findChildren<BoxView*>(QString(), Qt::FindDirectChildrenOnly))
+    box->setPlaceholderText(Value);
+}
+
+QSize TextBox::sizeHint() const {
+  QFont font(get_FontName());
+  font.setPointSizeF(get_FontSize());
+  const QFontMetrics metrics(font);
+  constexpr int columns = 24;
+  constexpr int rows = 6;
+  constexpr int around = 8;  // border and margins
+  const int lines = get_Multiline() ? rows : 1;
+  return {columns * metrics.averageCharWidth() + around, lines * metrics.lineSpacing() + around};
+}
+
+QSize TextBox::minimumSizeHint() const {
+  const QSize hint = sizeHint();
+  constexpr int share = 4;
+  return {hint.width() / share, get_Multiline() ? hint.height() / 2 : hint.height()};
+}
+
+// The window.
+
+void TextBox::paintEvent(QPaintEvent* /*event*/) {
+  was_painted_ = true;
+  if (is_run_time_) markup_.reset();
+  const ControlFrame frame = control_->frame();
+  const BoxView* const box = view();
+  // A pen would lie between the pixels of a finer screen.
+  const QRect outside(0, 0, frame.right + 1, frame.bottom + 1);
+  QPainter painter(this);
+  painter.fillRect(outside, shown_color(frame.color));
+  painter.fillRect(outside.adjusted(1, 1, -1, -1),
+                   box == nullptr ? palette().base() : box->palette().base());
+}
+
+void TextBox::resizeEvent(QResizeEvent* event) {
+  QWidget::resizeEvent(event);
+  control_->Resize();
+}
+
+void TextBox::changeEvent(QEvent* event) {
+  QWidget::changeEvent(event);
+  if (event->type() != QEvent::EnabledChange) return;
+  // What a parent forbids is no property of the control.
+  const bool enabled = !testAttribute(Qt::WA_ForceDisabled);
+  if (control_ && control_->get_Enabled() != enabled) control_->put_Enabled(enabled);
+}
+
+}  // namespace qel::qt

@@ -1,0 +1,49 @@
+#include "qt/widget/TextBoxAccessible.h"
+
+#include <QAccessible>
+#include <QAccessibleWidget>
+
+#include "qel/qt/TextBox.h"
+
+namespace qel::qt::accessible {
+namespace {
+
+class TextBoxAccessible : public QAccessibleWidget {
+ public:
+  explicit TextBoxAccessible(TextBox* box) : QAccessibleWidget(box, QAccessible::EditableText) {}
+
+  void* interface_cast(QAccessible::InterfaceType type) override {
+    const bool is_text =
+        type == QAccessible::TextInterface || type == QAccessible::EditableTextInterface;
+    QAccessibleInterface* const shown = is_text ? of_shown_box() : nullptr;
+    return shown == nullptr ? QAccessibleWidget::interface_cast(type) : shown->interface_cast(type);
+  }
+
+  QString text(QAccessible::Text kind) const override {
+    QAccessibleInterface* const shown = kind == QAccessible::Value ? of_shown_box() : nullptr;
+    return shown == nullptr ? QAccessibleWidget::text(kind) : shown->text(kind);
+  }
+
+ private:
+  QAccessibleInterface* of_shown_box() const {
+    QWidget* const shown = widget()->focusProxy();
+    return shown == nullptr ? nullptr : QAccessible::queryAccessibleInterface(shown);
+  }
+};
+
+QAccessibleInterface* create(const QString& /*class_name*/, QObject* object) {
+  auto* const box = qobject_cast<TextBox*>(object);
+  return box == nullptr ? nullptr : new TextBoxAccessible(box);
+}
+
+}  // namespace
+
+void install() {
+  static const bool is_installed = [] {
+    QAccessible::installFactory(create);
+    return true;
+  }();
+  static_cast<void>(is_installed);
+}
+
+}  // namespace qel::qt::accessible

@@ -1,0 +1,89 @@
+// The platform in memory, as a stage.
+
+#include <algorithm>
+#include <map>
+#include <utility>
+
+#include "conformance/Stage.h"
+#include "qel/headless/BoxUser.h"
+#include "qel/headless/HeadlessPlatform.h"
+
+namespace qel::conformance {
+namespace {
+
+using headless::BoxUser;
+using headless::RichEdit;
+
+class Hand : public EditorHand {
+ public:
+  explicit Hand(headless::EditorWindow& window) : window_(window) {}
+  void choose(std::u16string_view name) override { window_.choose(name); }
+  void press_ok() override { window_.press_ok(); }
+  void press_cancel() override { window_.press_cancel(); }
+  void close_by_frame() override { window_.close_by_frame(); }
+  bool is_open() const override { return window_.is_open(); }
+
+ private:
+  headless::EditorWindow& window_;
+};
+
+class HeadlessStage : public Stage {
+ public:
+  std::shared_ptr<const platform::Platform> platform() const override { return platform_; }
+
+  void press(platform::RichEdit& box, std::int16_t key_code, std::int16_t shift) override {
+    user_of(box).press(key_code, shift);
+  }
+  void type(platform::RichEdit& box, std::u16string_view text) override { user_of(box).type(text); }
+  void click(platform::RichEdit& box, std::int32_t position, std::int16_t shift) override {
+    const auto [x, y] = point_of(box, position);
+    user_of(box).click(x, y, shift);
+  }
+  void double_click(platform::RichEdit& box, std::int32_t position) override {
+    const auto [x, y] = point_of(box, position);
+    user_of(box).double_click(x, y);
+  }
+  void sweep(platform::RichEdit& box, std::int32_t from, std::int32_t to) override {
+    const auto [from_x, from_y] = point_of(box, from);
+    const auto [to_x, to_y] = point_of(box, to);
+    user_of(box).mouse_down(from_x, from_y);
+    user_of(box).mouse_move(to_x, to_y);
+    user_of(box).mouse_up(to_x, to_y);
+  }
+
+  void copy_text(std::u16string_view text) override { platform_->clipboard().put_text(text); }
+  void copy_rtf(std::u16string_view text, std::u16string_view rtf) override {
+    platform_->clipboard().put(text, rtf);
+  }
+
+  void at_editor(std::function<void(EditorHand&)> user) override {
+    platform_->put_user([user = std::move(user)](headless::EditorWindow& window) {
+      Hand hand(window);
+      user(hand);
+    });
+  }
+
+ private:
+  /// The same hands as long as they stay at a box: they know which end of a selection moves.
+  BoxUser& user_of(platform::RichEdit& box) {
+    return users_.try_emplace(&box, static_cast<RichEdit&>(box)).first->second;
+  }
+  static std::pair<float, float> point_of(const platform::RichEdit& box, std::int32_t position) {
+    const std::u16string before = box.get_Text().substr(0, static_cast<std::size_t>(position));
+    const auto line = std::count(before.begin(), before.end(), u'\n');
+    const std::size_t line_feed = before.rfind(u'\n');
+    const std::size_t start = line_feed == std::u16string::npos ? 0 : line_feed + 1;
+    return {static_cast<float>(before.size() - start) * RichEdit::character_width,
+            (static_cast<float>(line) + 0.5F) * RichEdit::line_height};
+  }
+
+  std::shared_ptr<headless::HeadlessPlatform> platform_ =
+      std::make_shared<headless::HeadlessPlatform>();
+  std::map<platform::RichEdit*, BoxUser> users_;
+};
+
+}  // namespace
+
+std::unique_ptr<Stage> make_stage() { return std::make_unique<HeadlessStage>(); }
+
+}  // namespace qel::conformance

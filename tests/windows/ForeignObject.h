@@ -1,0 +1,75 @@
+#pragma once
+
+#include <objidl.h>
+#include <windows.h>
+
+#include <cstring>
+#include <map>
+#include <string>
+#include <utility>
+
+#include "windows/ComObject.h"
+#include "windows/Pointer.h"
+
+namespace qel::windows::test {
+
+/// Data of another program, or what the system puts in another's place.
+class ForeignObject : public ComObject<IDataObject> {
+ public:
+  explicit ForeignObject(std::map<UINT, std::string> forms, IDataObject* behind = nullptr)
+      : forms_(std::move(forms)), behind_(Pointer<IDataObject>(behind)) {}
+
+  static Pointer<ForeignObject> create(std::map<UINT, std::string> forms,
+                                       IDataObject* behind = nullptr) {
+    return Pointer<ForeignObject>::adopted(new ForeignObject(std::move(forms), behind));
+  }
+
+  HRESULT STDMETHODCALLTYPE GetData(FORMATETC* form, STGMEDIUM* medium) noexcept override {
+    if (behind_) return behind_->GetData(form, medium);
+    const auto found = forms_.find(form->cfFormat);
+    if (found == forms_.end()) return DV_E_FORMATETC;
+    ++reads;
+    *medium = {};
+    medium->tymed = TYMED_HGLOBAL;
+    medium->hGlobal = GlobalAlloc(GMEM_MOVEABLE, found->second.size());
+    std::memcpy(GlobalLock(medium->hGlobal), found->second.data(), found->second.size());
+    GlobalUnlock(medium->hGlobal);
+    return S_OK;
+  }
+  HRESULT STDMETHODCALLTYPE QueryGetData(FORMATETC* form) noexcept override {
+    if (behind_) return behind_->QueryGetData(form);
+    return forms_.contains(form->cfFormat) ? S_OK : DV_E_FORMATETC;
+  }
+  HRESULT STDMETHODCALLTYPE GetDataHere(FORMATETC*, STGMEDIUM*) noexcept override {
+    return E_NOTIMPL;
+  }
+  HRESULT STDMETHODCALLTYPE GetCanonicalFormatEtc(FORMATETC*, FORMATETC*) noexcept override {
+    return E_NOTIMPL;
+  }
+  HRESULT STDMETHODCALLTYPE SetData(FORMATETC*, STGMEDIUM*, BOOL) noexcept override {
+    return E_NOTIMPL;
+  }
+  HRESULT STDMETHODCALLTYPE EnumFormatEtc(DWORD, IEnumFORMATETC**) noexcept override {
+    return E_NOTIMPL;
+  }
+  HRESULT STDMETHODCALLTYPE DAdvise(FORMATETC*, DWORD, IAdviseSink*, DWORD*) noexcept override {
+    return E_NOTIMPL;
+  }
+  HRESULT STDMETHODCALLTYPE DUnadvise(DWORD) noexcept override { return E_NOTIMPL; }
+  HRESULT STDMETHODCALLTYPE EnumDAdvise(IEnumSTATDATA**) noexcept override { return E_NOTIMPL; }
+
+  int reads = 0;
+
+ private:
+  std::map<UINT, std::string> forms_;
+  Pointer<IDataObject> behind_;
+};
+
+/// How many hold the object besides the one who asks.
+template <class Object>
+ULONG others_of(const Pointer<Object>& object) {
+  object->AddRef();
+  return object->Release() - 1;
+}
+
+}  // namespace qel::windows::test

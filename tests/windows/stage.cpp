@@ -1,0 +1,191 @@
+// The platform of Windows, as a stage: keys come from the system's own input.
+
+#include "conformance/Stage.h"
+
+#include <windows.h>
+
+#include <array>
+#include <functional>
+#include <utility>
+#include <vector>
+
+#include "qel/platform/Keys.h"
+#include "windows/EditorMenu.h"
+#include "windows/EditorWindow.h"
+#include "windows/GlobalMemory.h"
+#include "windows/RichEdit.h"
+#include "windows/WindowsPlatform.h"
+
+namespace qel::conformance {
+namespace {
+
+void handle_messages() {
+  MSG message;
+  while (PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE) != 0) {
+    TranslateMessage(&message);
+    DispatchMessageW(&message);
+  }
+}
+
+class Hand : public EditorHand {
+ public:
+  explicit Hand(HWND window) : window_(window) {}
+  void choose(std::u16string_view name) override { windows::choose(window_, name); }
+  void press_ok() override { press(IDOK); }
+  void press_cancel() override { press(IDCANCEL); }
+  void close_by_frame() override { SendMessageW(window_, WM_CLOSE, 0, 0); }
+  bool is_open() const override { return IsWindowVisible(window_) != FALSE; }
+
+ private:
+  void press(int button) { SendMessageW(GetDlgItem(window_, button), BM_CLICK, 0, 0); }
+
+  HWND window_;
+};
+
+std::function<void(EditorHand&)> user_of_editor;
+
+/// The editor may not be open yet.
+void CALLBACK act_in_editor(HWND window, UINT /*message*/, UINT_PTR timer, DWORD /*time*/) {
+  HWND editor = GetActiveWindow();
+  std::array<wchar_t, 20> name = {};
+  GetClassNameW(editor, name.data(), static_cast<int>(name.size()));
+  if (std::wstring_view(name.data()) != windows::EditorWindow::class_name) return;
+  KillTimer(window, timer);
+  Hand hand(editor);
+  std::exchange(user_of_editor, nullptr)(hand);
+  if (hand.is_open()) hand.close_by_frame();
+}
+
+INPUT input_of(WORD key, DWORD flags, WORD unit = 0) {
+  INPUT input = {};
+  input.type = INPUT_KEYBOARD;
+  input.ki.wVk = key;
+  input.ki.wScan = unit;
+  input.ki.dwFlags = flags;
+  return input;
+}
+
+/// Keys that go down together, and up in the order in which they went down.
+void send(std::vector<INPUT> keys, DWORD flags = 0) {
+  for (INPUT& key : keys) key.ki.dwFlags |= flags;
+  SendInput(static_cast<UINT>(keys.size()), keys.data(), sizeof(INPUT));
+  handle_messages();
+}
+
+std::vector<INPUT> modifiers(std::int16_t shift) {
+  std::vector<INPUT> held;
+  if ((shift & keys::ctrl_key) != 0) held.push_back(input_of(VK_CONTROL, 0));
+  if ((shift & keys::alt_key) != 0) held.push_back(input_of(VK_MENU, 0));
+  if ((shift & keys::shift_key) != 0) held.push_back(input_of(VK_SHIFT, 0));
+  return held;
+}
+
+/// The window of all stages: to show one takes a system without window manager long.
+HWND form() {
+  static const HWND window =
+      CreateWindowExW(0, L"STATIC", L"Stage", WS_OVERLAPPEDWINDOW | WS_VISIBLE | WS_CLIPCHILDREN, 0,
+                      0, 600, 400, nullptr, nullptr, GetModuleHandleW(nullptr), nullptr);
+  return window;
+}
+
+class WindowsStage : public Stage {
+ public:
+  WindowsStage() {
+    SetForegroundWindow(window_);
+    handle_messages();
+  }
+  std::shared_ptr<const platform::Platform> platform() const override {
+    return windows::WindowsPlatform::shared();
+  }
+  platform::WindowHandle window() override {
+    return reinterpret_cast<platform::WindowHandle>(window_);
+  }
+
+  void press(platform::RichEdit& box, std::int16_t key_code, std::int16_t shift) override {
+    const bool is_extended = key_code >= keys::page_up_key && key_code <= keys::delete_key;
+    stroke(box, input_of(static_cast<WORD>(key_code), is_extended ? KEYEVENTF_EXTENDEDKEY : 0),
+           shift);
+  }
+  void type(platform::RichEdit& box, std::u16string_view text) override {
+    for (const char16_t c : text) {
+      const SHORT key = c == u'\n' ? SHORT{VK_RETURN} : VkKeyScanW(static_cast<wchar_t>(c));
+      if (key == -1) {
+        stroke(box, input_of(0, KEYEVENTF_UNICODE, static_cast<WORD>(c)), keys::no_modifier);
+      } else {
+        // The system numbers Shift, Ctrl and Alt as the library does.
+        stroke(box, input_of(LOBYTE(key), 0), HIBYTE(key));
+      }
+    }
+  }
+  void click(platform::RichEdit& box, std::int32_t position, std::int16_t shift) override {
+    const LPARAM point = point_of(box, position);
+    const WPARAM held = (shift & keys::shift_key) != 0 ? MK_SHIFT : 0;
+    send(modifiers(shift));
+    mouse(box, WM_LBUTTONDOWN, MK_LBUTTON | held, point);
+    mouse(box, WM_LBUTTONUP, held, point);
+    send(modifiers(shift), KEYEVENTF_KEYUP);
+  }
+  void double_click(platform::RichEdit& box, std::int32_t position) override {
+    click(box, position, keys::no_modifier);
+    const LPARAM point = point_of(box, position);
+    mouse(box, WM_LBUTTONDBLCLK, MK_LBUTTON, point);
+    mouse(box, WM_LBUTTONUP, 0, point);
+  }
+  void sweep(platform::RichEdit& box, std::int32_t from, std::int32_t to) override {
+    mouse(box, WM_LBUTTONDOWN, MK_LBUTTON, point_of(box, from));
+    mouse(box, WM_MOUSEMOVE, MK_LBUTTON, point_of(box, to));
+    mouse(box, WM_LBUTTONUP, 0, point_of(box, to));
+  }
+
+  void copy_text(std::u16string_view text) override {
+    OpenClipboard(window_);
+    EmptyClipboard();
+    SetClipboardData(CF_UNICODETEXT, windows::block_of(text, CF_UNICODETEXT));
+    CloseClipboard();
+  }
+  void copy_rtf(std::u16string_view text, std::u16string_view rtf) override {
+    platform()->clipboard().put(text, rtf);
+  }
+
+  void at_editor(std::function<void(EditorHand&)> user) override {
+    user_of_editor = [this, user = std::move(user)](EditorHand& hand) {
+      let_go();
+      user(hand);
+    };
+    SetTimer(window_, 1, 1, act_in_editor);
+  }
+
+ private:
+  static windows::RichEdit& own(platform::RichEdit& box) {
+    return static_cast<windows::RichEdit&>(box);
+  }
+  /// A window that a key opens is closed again before that key comes up.
+  void stroke(platform::RichEdit& box, INPUT key, std::int16_t shift) {
+    SetFocus(own(box).window());
+    held_ = modifiers(shift);
+    std::vector<INPUT> down = held_;
+    down.push_back(key);
+    send(std::move(down));
+    send({key}, KEYEVENTF_KEYUP);
+    let_go();
+  }
+  void let_go() { send(std::exchange(held_, {}), KEYEVENTF_KEYUP); }
+
+  static void mouse(platform::RichEdit& box, UINT message, WPARAM parameter, LPARAM point) {
+    SendMessageW(own(box).window(), message, parameter, point);
+    handle_messages();
+  }
+  static LPARAM point_of(platform::RichEdit& box, std::int32_t position) {
+    const POINT point = own(box).point_of(position);
+    return MAKELPARAM(point.x, point.y + 4);
+  }
+
+  std::vector<INPUT> held_;
+  HWND window_ = form();
+};
+
+}  // namespace
+
+std::unique_ptr<Stage> make_stage() { return std::make_unique<WindowsStage>(); }
+
+}  // namespace qel::conformance

@@ -1,0 +1,213 @@
+#include "windows/DataObject.h"
+
+#include <ole2.h>
+#include <shlobj.h>
+
+#include <algorithm>
+#include <cstring>
+#include <optional>
+#include <utility>
+#include <vector>
+
+#include "windows/GlobalMemory.h"
+#include "windows/Guard.h"
+#include "windows/Pointer.h"
+
+namespace qel::windows {
+
+using platform::DragData;
+using platform::rtf_format;
+using platform::text_format;
+
+namespace {
+
+// Objects of this thread. The system may pass on another object in an object's place, so data says
+// by a form of its own which one it comes from.
+thread_local std::vector<DataObject*> own_objects;
+
+struct Origin {
+  DWORD process;
+  DataObject* object;  // means something in that process only
+};
+
+CLIPFORMAT origin_format() {
+  static const UINT format = RegisterClipboardFormatW(L"QEL Data Object");
+  return static_cast<CLIPFORMAT>(format);
+}
+
+struct Form {
+  std::int16_t form;
+  CLIPFORMAT format;
+};
+
+/// What data can have, the best form of each first.
+std::vector<Form> known_forms() {
+  return {{rtf_format, static_cast<CLIPFORMAT>(rtf_clipboard_format())},
+          {text_format, CF_UNICODETEXT},
+          {text_format, CF_TEXT}};
+}
+
+FORMATETC in_memory(CLIPFORMAT format) {
+  return {format, nullptr, DVASPECT_CONTENT, -1, TYMED_HGLOBAL};
+}
+
+bool is_in_memory(const FORMATETC& form) {
+  return (form.tymed & TYMED_HGLOBAL) != 0 && form.dwAspect == DVASPECT_CONTENT &&
+         (form.lindex == -1 || form.lindex == 0);
+}
+
+HGLOBAL block_of(const Origin& origin) {
+  const HGLOBAL block = GlobalAlloc(GMEM_FIXED, sizeof origin);
+  // A fixed block's handle is its address.
+  if (block != nullptr) std::memcpy(block, &origin, sizeof origin);
+  return block;
+}
+
+/// What an object gives in one form, until this goes.
+class Medium {
+ public:
+  Medium(IDataObject& object, CLIPFORMAT format) {
+    FORMATETC form = in_memory(format);
+    has_ = SUCCEEDED(object.GetData(&form, &medium_));
+  }
+  Medium(const Medium&) = delete;
+  Medium& operator=(const Medium&) = delete;
+  ~Medium() {
+    if (has_) ReleaseStgMedium(&medium_);
+  }
+
+  /// Null for what is not there in memory.
+  HGLOBAL block() const {
+    return has_ && medium_.tymed == TYMED_HGLOBAL ? medium_.hGlobal : nullptr;
+  }
+
+ private:
+  STGMEDIUM medium_ = {};
+  bool has_ = false;
+};
+
+bool offers(IDataObject& object, CLIPFORMAT format) {
+  FORMATETC form = in_memory(format);
+  return object.QueryGetData(&form) == S_OK;
+}
+
+std::optional<std::u16string> get(IDataObject& object, std::int16_t wanted) {
+  for (const Form& form : known_forms()) {
+    if (form.form != wanted || !offers(object, form.format)) continue;
+    const Medium medium(object, form.format);
+    if (medium.block() != nullptr) return read_block(medium.block(), form.format);
+  }
+  return {};
+}
+
+}  // namespace
+
+DataObject::DataObject(DragData data) : data_(std::move(data)) { own_objects.push_back(this); }
+
+DataObject::~DataObject() { std::erase(own_objects, this); }
+
+DataObject* DataObject::behind(IDataObject& object) {
+  const Medium medium(object, origin_format());
+  if (medium.block() == nullptr || GlobalSize(medium.block()) < sizeof(Origin)) return nullptr;
+  Origin origin = {};
+  const void* const memory = GlobalLock(medium.block());
+  if (memory == nullptr) return nullptr;
+  std::memcpy(&origin, memory, sizeof origin);
+  GlobalUnlock(medium.block());
+  const auto found = std::find(own_objects.begin(), own_objects.end(), origin.object);
+  const bool is_own = origin.process == GetCurrentProcessId() && found != own_objects.end();
+  return is_own ? *found : nullptr;
+}
+
+/// The data in that form, in a new block; null where there is none.
+HGLOBAL DataObject::block(CLIPFORMAT format) {
+  if (format == origin_format()) return block_of({GetCurrentProcessId(), this});
+  for (const Form& form : known_forms()) {
+    if (form.format != format) continue;
+    const auto value = data_.get(form.form);
+    return value ? windows::block_of(*value, format) : nullptr;
+  }
+  return nullptr;
+}
+
+HRESULT DataObject::GetData(FORMATETC* form, STGMEDIUM* medium) noexcept {
+  if (form == nullptr || medium == nullptr) return E_POINTER;
+  return guarded([&]() -> HRESULT {
+    *medium = {};
+    const HRESULT result = QueryGetData(form);
+    if (result != S_OK) return result;
+    const HGLOBAL block = this->block(form->cfFormat);
+    if (block == nullptr) return DV_E_FORMATETC;
+    medium->tymed = TYMED_HGLOBAL;
+    medium->hGlobal = block;
+    return S_OK;
+  });
+}
+
+HRESULT DataObject::GetDataHere(FORMATETC* /*form*/, STGMEDIUM* /*medium*/) noexcept {
+  return DATA_E_FORMATETC;
+}
+
+HRESULT DataObject::QueryGetData(FORMATETC* form) noexcept {
+  if (form == nullptr) return E_POINTER;
+  return guarded([&]() -> HRESULT {
+    const std::vector<Form> forms = known_forms();
+    const bool has = form->cfFormat == origin_format() ||
+                     std::any_of(forms.begin(), forms.end(), [&](const Form& known) {
+                       return known.format == form->cfFormat && data_.has(known.form);
+                     });
+    if (!has) return DV_E_FORMATETC;
+    return is_in_memory(*form) ? S_OK : DV_E_TYMED;
+  });
+}
+
+HRESULT DataObject::GetCanonicalFormatEtc(FORMATETC* form, FORMATETC* out) noexcept {
+  if (form == nullptr || out == nullptr) return E_POINTER;
+  *out = *form;
+  out->ptd = nullptr;
+  return DATA_S_SAMEFORMATETC;
+}
+
+HRESULT DataObject::SetData(FORMATETC* /*form*/, STGMEDIUM* /*medium*/,
+                            BOOL /*releases*/) noexcept {
+  return E_NOTIMPL;
+}
+
+HRESULT DataObject::EnumFormatEtc(DWORD direction, IEnumFORMATETC** forms) noexcept {
+  if (forms == nullptr) return E_POINTER;
+  *forms = nullptr;
+  if (direction != DATADIR_GET) return E_NOTIMPL;
+  return guarded([&] {
+    std::vector<FORMATETC> offered;
+    for (const Form& form : known_forms()) {
+      if (data_.has(form.form)) offered.push_back(in_memory(form.format));
+    }
+    offered.push_back(in_memory(origin_format()));
+    return SHCreateStdEnumFmtEtc(static_cast<UINT>(offered.size()), offered.data(), forms);
+  });
+}
+
+HRESULT DataObject::DAdvise(FORMATETC* /*form*/, DWORD /*flags*/, IAdviseSink* /*sink*/,
+                            DWORD* /*connection*/) noexcept {
+  return OLE_E_ADVISENOTSUPPORTED;
+}
+
+HRESULT DataObject::DUnadvise(DWORD /*connection*/) noexcept { return OLE_E_ADVISENOTSUPPORTED; }
+
+HRESULT DataObject::EnumDAdvise(IEnumSTATDATA** /*connections*/) noexcept {
+  return OLE_E_ADVISENOTSUPPORTED;
+}
+
+DragData read_data_object(IDataObject& object) {
+  DragData data;
+  for (const Form& form : known_forms()) {
+    if (offers(object, form.format)) data.promise(form.form);
+  }
+  const auto held = Pointer<IDataObject>(&object);
+  data.put_supply([held](DragData& promised, std::int16_t form) {
+    if (const auto value = get(*held, form)) promised.put(form, *value);
+  });
+  return data;
+}
+
+}  // namespace qel::windows

@@ -1,0 +1,69 @@
+#pragma once
+
+#include <windows.h>
+
+#include <memory>
+#include <optional>
+
+#include "qel/platform/EditorWindow.h"
+#include "windows/DisabledWindows.h"
+#include "windows/EditorMenu.h"
+#include "windows/Fonts.h"
+
+namespace qel::windows {
+
+class RichEdit;
+
+/// The large editor's window, owned by the window of the thread that is active when it is made.
+/// While it is shown, the thread's other windows do not react to the user. Everything of the
+/// interface is supported but the pane.
+///
+/// Escape is the second button, closing by the frame is told as such; so is the end of its owner or
+/// of the program, after which the box lives on for whoever holds it. Menu items show their
+/// shortcuts, and the listener hears those keys from the box. Failures of a listener are a sound.
+class EditorWindow : public platform::EditorWindow {
+ public:
+  static constexpr const wchar_t* class_name = L"QELTextEditor";
+
+  /// Raises when the system has no window left.
+  explicit EditorWindow(const platform::EditorDescription& description);
+  EditorWindow(const EditorWindow&) = delete;
+  EditorWindow& operator=(const EditorWindow&) = delete;
+  ~EditorWindow() override;
+
+  std::shared_ptr<platform::RichEdit> box() const override;
+  void put_extent(std::int32_t width, std::int32_t height) override;
+  void lay_out(const platform::EditorRectangle& box, const platform::EditorRectangle& ok,
+               const platform::EditorRectangle& cancel) override;
+  void focus_box() override;
+  void show_modal(platform::EditorListener& listener) override;
+  void close() override;
+
+  /// The window itself; null once it is gone.
+  HWND window() const { return window_; }
+
+ private:
+  static LRESULT CALLBACK procedure(HWND window, UINT message, WPARAM w, LPARAM l) noexcept;
+  LRESULT handle(UINT message, WPARAM w, LPARAM l);
+  HWND create_button(const std::u16string& caption, int command, DWORD style);
+  bool is_own_command(UINT code, LPARAM part) const;
+  void handle_command(UINT command);
+  void tell_size();
+  void close_by_frame();
+  void give_focus();
+  void run_loop();
+
+  HWND window_ = nullptr;
+  EditorMenu menu_;
+  Font font_;
+  std::shared_ptr<RichEdit> box_;
+  HWND ok_ = nullptr;
+  HWND cancel_ = nullptr;
+  HWND focus_ = nullptr;  // had the focus when the window was active last
+  platform::EditorListener* listener_ = nullptr;
+  bool is_open_ = false;
+  std::optional<DisabledWindows> others_;  // while it is open
+  HWND focus_before_ = nullptr;
+};
+
+}  // namespace qel::windows

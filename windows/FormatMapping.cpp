@@ -1,0 +1,61 @@
+#include "windows/FormatMapping.h"
+
+#include <algorithm>
+#include <cmath>
+
+#include "windows/Text.h"
+
+namespace qel::windows {
+
+using richtext::Alignment;
+using richtext::CharFormat;
+
+COLORREF color_value(Color color) {
+  return is_system_color(color) ? GetSysColor(system_color_index(color))
+                                : static_cast<COLORREF>(color);
+}
+
+CHARFORMAT2W native_format(const CharFormat& format, std::optional<COLORREF> automatic) {
+  constexpr float twips_per_point = 20;
+  CHARFORMAT2W native = {};
+  native.cbSize = sizeof native;
+  native.dwMask = CFM_BOLD | CFM_ITALIC | CFM_UNDERLINE | CFM_UNDERLINETYPE | CFM_STRIKEOUT |
+                  CFM_OFFSET | CFM_COLOR | CFM_BACKCOLOR | CFM_FACE | CFM_CHARSET | CFM_SIZE;
+  native.dwEffects = CFE_AUTOBACKCOLOR;
+  if (format.bold) native.dwEffects |= CFE_BOLD;
+  if (format.italic) native.dwEffects |= CFE_ITALIC;
+  if (format.underline) native.dwEffects |= CFE_UNDERLINE;
+  if (format.strike_through) native.dwEffects |= CFE_STRIKEOUT;
+  native.bUnderlineType = format.underline ? CFU_UNDERLINE : CFU_UNDERLINENONE;
+  native.yOffset = format.offset;
+  native.yHeight = static_cast<LONG>(std::lround(format.size * twips_per_point));
+  native.bCharSet = DEFAULT_CHARSET;
+  const std::size_t length = std::min<std::size_t>(format.font_name.size(), LF_FACESIZE - 1);
+  std::copy_n(wide(format.font_name), length, native.szFaceName);
+
+  const auto color = static_cast<COLORREF>(format.color);
+  const bool is_automatic = color == 0 || color == GetSysColor(COLOR_WINDOWTEXT);
+  if (is_automatic && !automatic) native.dwEffects |= CFE_AUTOCOLOR;
+  native.crTextColor = is_automatic ? automatic.value_or(0) : color;
+  return native;
+}
+
+PARAFORMAT2 native_format(Alignment alignment) {
+  PARAFORMAT2 native = {};
+  native.cbSize = sizeof native;
+  native.dwMask = PFM_ALIGNMENT;
+  native.wAlignment = alignment == Alignment::center  ? PFA_CENTER
+                      : alignment == Alignment::right ? PFA_RIGHT
+                                                      : PFA_LEFT;
+  return native;
+}
+
+std::optional<COLORREF> text_color_on(Color background) {
+  if (is_system_color(background)) return {};
+  constexpr int light = 128 * 1000;
+  const int luminance =
+      299 * red_of(background) + 587 * green_of(background) + 114 * blue_of(background);
+  return luminance < light ? RGB(255, 255, 255) : RGB(0, 0, 0);
+}
+
+}  // namespace qel::windows
