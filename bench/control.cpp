@@ -29,15 +29,14 @@ struct Desk {
   std::shared_ptr<headless::HeadlessPlatform> platform =
       std::make_shared<headless::HeadlessPlatform>();
   QELTextbox control{form, platform};
-  headless::RichEdit& box =
-      static_cast<headless::RichEdit&>(*restored(control).CurrentRichTextBox());
+  platform::RichEdit& box = *restored(control).CurrentRichTextBox();
   headless::BoxUser user{box};
 };
 
 /// One key a time; the text grows by a tenth at most.
 void type_keys(State& state, std::u16string_view key, bool in_the_middle) {
   Desk desk(input(state));
-  const auto size = static_cast<std::int32_t>(desk.box.text().size());
+  const auto size = static_cast<std::int32_t>(desk.box.get_Text().size());
   desk.box.select({in_the_middle ? size / 2 : size, 0});
   for (auto _ : state) desk.user.type(key);
 }
@@ -60,14 +59,14 @@ BENCHMARK(typographic_quote)
 
 void key_erases(State& state) {
   Desk desk(input(state));
-  desk.box.select({static_cast<std::int32_t>(desk.box.text().size() / 2), 0});
+  desk.box.select({static_cast<std::int32_t>(desk.box.get_Text().size() / 2), 0});
   for (auto _ : state) desk.user.press(keys::backspace_key);
 }
 BENCHMARK(key_erases)->Arg(small_size)->Iterations(keystrokes)->Unit(benchmark::kMicrosecond);
 
 void shortcut(State& state) {
   Desk desk(input(state));
-  desk.box.select({static_cast<std::int32_t>(desk.box.text().size() / 2), 20});
+  desk.box.select({static_cast<std::int32_t>(desk.box.get_Text().size() / 2), 20});
   for (auto _ : state) desk.user.press('B', keys::ctrl_key);
 }
 BENCHMARK(shortcut)->Arg(small_size)->Iterations(keystrokes)->Unit(benchmark::kMicrosecond);
@@ -87,7 +86,7 @@ void markup_to_box(State& state) {
   const QELIndexColors colors;
   const Common::ConversionSlots slots;
   const RTFParser parser;
-  headless::RichEdit box;
+  box::Box box;
   measure(state, text.markup_bytes,
           [&] { box.put_TextRTF(parser.QELToRTF(text.markup, fonts, colors)); });
 }
@@ -99,7 +98,7 @@ void box_to_markup(State& state) {
   const QELIndexColors colors;
   const Common::ConversionSlots slots;
   const RTFParser parser;
-  headless::RichEdit box;
+  box::Box box;
   box.put_TextRTF(text.rtf);
   measure(state, text.markup_bytes,
           [&] { DoNotOptimize(parser.RTFToQEL(box.get_TextRTF(), fonts, colors)); });
@@ -119,7 +118,7 @@ void paste(State& state) {
   Desk desk(input(state));
   const Documents& pasted = documents(pasted_size);
   desk.platform->clipboard().put(u"", pasted.rtf);
-  const auto middle = static_cast<std::int32_t>(desk.box.text().size() / 2);
+  const auto middle = static_cast<std::int32_t>(desk.box.get_Text().size() / 2);
   for (auto _ : state) {
     desk.box.select({middle, 0});
     desk.control.PasteClipboardContents();

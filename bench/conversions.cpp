@@ -1,7 +1,7 @@
 // What the library does.
 
 #include "Speed.h"
-#include "qel/headless/RichEdit.h"
+#include "qel/box/Box.h"
 #include "qel/qel.h"
 #include "qel/richtext/RtfBytes.h"
 
@@ -76,7 +76,7 @@ BENCHMARK(encode)->Apply(all_sizes);
 
 void box_to_rtf(State& state) {
   const Documents& text = input(state);
-  headless::RichEdit box;
+  box::Box box;
   box.put_TextRTF(text.rtf);
   measure(state, text.rtf_bytes.size(), [&] { DoNotOptimize(box.get_TextRTF()); });
 }

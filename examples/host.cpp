@@ -19,8 +19,7 @@ int main() {
   control.ReadProperties(bag);
 
   const auto user_at = [&] {  // who sits at the box that has the text just now
-    return qel::headless::BoxUser(
-        static_cast<qel::headless::RichEdit&>(*control.CurrentRichTextBox()));
+    return qel::headless::BoxUser(*control.CurrentRichTextBox());
   };
   platform->put_user([&](qel::headless::EditorWindow& /*window*/) {
     user_at().press(qel::keys::end_key);

@@ -21,7 +21,7 @@ using namespace qel::keys;
 using qel::fuzz::Input;
 using qel::fuzz::require;
 using qel::headless::BoxUser;
-using qel::headless::RichEdit;
+using qel::headless::BoxView;
 
 struct Chord {
   std::int16_t key_code;
@@ -59,7 +59,7 @@ constexpr std::array chords = {Chord{left_key, 0},
                                Chord{home_key, ctrl_shift}};
 
 /// Whether runs, text and selection fit together, and breaks are whole.
-void check_box(const RichEdit& box) {
+void check_box(const qel::box::Box& box) {
   const std::u16string& text = box.text();
   std::u16string runs;
   box.visit_runs(0, [&](const qel::platform::FormatRun& run) {
@@ -87,7 +87,7 @@ void edit(qel::QELTextbox& control, BoxUser& user, std::string_view bytes) {
       const auto character = static_cast<char16_t>(byte);
       user.type({&character, 1});
     } else if (byte < 0xC0) {
-      user.click(static_cast<float>(byte & 0x0FU) * RichEdit::character_width,
+      user.click(static_cast<float>(byte & 0x0FU) * BoxView::character_width,
                  static_cast<float>(byte & 0x30U), i % 2 == 0 ? shift_key : no_modifier);
     } else {
       // A piece of the input itself, in markup.
@@ -110,17 +110,20 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   control.put_TextQEL(input.text().substr(0, 30));
   platform->clipboard().put(u"a\r\nb", std::u16string(u"{\\rtf1 ") + input.text() + u"}");
 
-  auto& box = static_cast<RichEdit&>(*control.CurrentRichTextBox());
+  qel::box::Box& box = BoxView::of(*control.CurrentRichTextBox()).box();
   const std::u16string original = box.get_TextRTF();
   BoxUser user(box);
   edit(control, user, input.bytes());
   check_box(box);
   const std::u16string edited = box.get_TextRTF();
   std::size_t steps = 0;
-  while (box.undo()) ++steps;
+  for (; box.can_undo(); ++steps) box.undo();
   check_box(box);
   if (box.text().size() > 0) require(box.get_TextRTF() == original, "all is taken back");
-  for (; steps > 0; --steps) require(box.redo(), "what was taken back can be made again");
+  for (; steps > 0; --steps) {
+    require(box.can_redo(), "what was taken back can be made again");
+    box.redo();
+  }
   if (box.text().size() > 0) require(box.get_TextRTF() == edited, "all is made again");
   const std::u16string markup = control.get_TextQEL();
   control.put_TextQEL(markup);

@@ -9,7 +9,7 @@
 
 #include "Input.h"
 #include "qel/base/Scan.h"
-#include "qel/headless/RichEdit.h"
+#include "qel/box/Box.h"
 #include "qel/qel.h"
 #include "qel/rtf/CodeTable.h"
 #include "qel/rtf/Preprocessing.h"
@@ -82,7 +82,7 @@ void check_single_passes(const std::u16string& text) {
 /// Whether characters that stood apart in the RTF make a code once they are markup.
 bool makes_codes(const std::u16string& rtf) {
   std::u16string storage;
-  qel::headless::RichEdit box;
+  qel::box::Box box;
   box.put_TextRTF(qel::rtf::prepare(rtf, true, storage));
   const std::u16string text = box.get_Text();
   for (std::size_t i = 0; (i = text.find(u'/', i)) != std::u16string::npos; ++i) {

@@ -16,7 +16,7 @@ namespace qel {
 namespace {
 
 using headless::BoxUser;
-using headless::RichEdit;
+using headless::BoxView;
 
 /// A host that writes down drags, and may change what it is asked about.
 class Host : public ControlEvents {
@@ -76,18 +76,18 @@ class Dragging : public testing::Test {
     log.clear();
   }
 
-  static RichEdit& box(const QELTextbox& control) {
-    return static_cast<RichEdit&>(*control.CurrentRichTextBox());
+  static platform::RichEdit& box(const QELTextbox& control) {
+    return *control.CurrentRichTextBox();
   }
   /// Sweeps the source's selection off, over the box, to that character, and drops it.
   void drag(QELTextbox& over, int to_character, std::int16_t shift = 0) {
     platform->put_dragger([&, to_character, shift](headless::Drag& drag) {
-      drag.over(box(over), static_cast<float>(to_character) * RichEdit::character_width, 5, shift);
+      drag.over(box(over), static_cast<float>(to_character) * BoxView::character_width, 5, shift);
       drag.drop();
     });
     BoxUser user(box(source));
-    user.mouse_down(2 * RichEdit::character_width, 5);
-    user.mouse_move(3 * RichEdit::character_width, 5);
+    user.mouse_down(2 * BoxView::character_width, 5);
+    user.mouse_move(3 * BoxView::character_width, 5);
     user.mouse_up(0, 0);
   }
 

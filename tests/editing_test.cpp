@@ -50,12 +50,11 @@ class Editing : public testing::Test {
     control.listen(&host);
   }
 
-  headless::RichEdit& memory_box() const {
-    return static_cast<headless::RichEdit&>(*control.CurrentRichTextBox());
+  platform::BoxListener& box() const {
+    return headless::BoxView::of(*control.CurrentRichTextBox()).box().listener();
   }
-  platform::BoxListener& box() const { return memory_box().listener(); }
   int press(int key, int shift) {
-    return headless::BoxUser(memory_box())
+    return headless::BoxUser(*control.CurrentRichTextBox())
         .press(static_cast<std::int16_t>(key), static_cast<std::int16_t>(shift));
   }
   void select(std::int32_t start, std::int32_t length) {

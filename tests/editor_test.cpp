@@ -40,8 +40,8 @@ class LargeEditor : public testing::Test {
   }
 
   static int press(const std::shared_ptr<platform::RichEdit>& box, int key, int shift) {
-    return headless::BoxUser(static_cast<headless::RichEdit&>(*box))
-        .press(static_cast<std::int16_t>(key), static_cast<std::int16_t>(shift));
+    return headless::BoxUser(*box).press(static_cast<std::int16_t>(key),
+                                         static_cast<std::int16_t>(shift));
   }
 
   test::Form form;

@@ -223,7 +223,7 @@ TEST_F(Forms, SaysWhatIsWrongAndKeepsWhatIsThere) {
 
 /// The hands of the user in a control of the form.
 headless::BoxUser user_of(const QELTextbox& control) {
-  return headless::BoxUser(dynamic_cast<headless::RichEdit&>(*control.CurrentRichTextBox()));
+  return headless::BoxUser(*control.CurrentRichTextBox());
 }
 
 TEST_F(Forms, KeepsFontsAndColoursOfAnyValue) {

@@ -11,7 +11,7 @@
 #include "qel/base/Scan.h"
 #include "qel/base/Utf16.h"
 #include "qel/base/Utf8.h"
-#include "qel/headless/RichEdit.h"
+#include "qel/box/Box.h"
 #include "qel/model/StyleDecoder.h"
 #include "qel/platform/Common.h"
 #include "qel/richtext/RtfBytes.h"
@@ -125,7 +125,7 @@ class Conversion {
   }
 
   /// Text that names no format of its own gets the default font, size and colour.
-  void prepare(headless::RichEdit& box) const {
+  void prepare(box::Box& box) const {
     platform::BoxAppearance appearance = box.appearance();
     appearance.font_name = fonts_.get_Font(0);
     appearance.font_size = fonts_.get_FontSize();
@@ -134,7 +134,7 @@ class Conversion {
   }
 
   std::u16string rewritten(std::u16string&& rtf) const {
-    headless::RichEdit box;
+    box::Box box;
     prepare(box);
     {
       const std::u16string taken = std::move(rtf);
@@ -144,7 +144,7 @@ class Conversion {
   }
 
   std::u16string rtf_of_text(std::u16string&& text) const {
-    headless::RichEdit box;
+    box::Box box;
     prepare(box);
     {
       const std::u16string taken = std::move(text);

@@ -7,7 +7,7 @@
 #include <string_view>
 
 #include "qel/base/CaseMapping.h"
-#include "qel/headless/RichEdit.h"
+#include "qel/headless/BoxView.h"
 #include "qel/platform/Common.h"
 
 namespace qel::headless {
@@ -87,7 +87,7 @@ const platform::VisualStyles& HeadlessPlatform::visual_styles() const {
 
 std::shared_ptr<platform::RichEdit> HeadlessPlatform::create_rich_edit(
     platform::WindowHandle /*owner*/) const {
-  return std::make_shared<RichEdit>(desktop_);
+  return BoxView::create(desktop_);
 }
 
 std::unique_ptr<platform::EditorWindow> HeadlessPlatform::create_editor_window(

@@ -11,8 +11,8 @@
 namespace qel::headless {
 
 /// The platform without any window: everything lives in memory, and every answer is the same on
-/// every system. Offers rich edit boxes (`headless::RichEdit`), a measuring surface that knows the
-/// common symbol fonts by name, and the classic system colours. Visual styles are switched off.
+/// every system. Offers rich edit boxes (`BoxUser` is their user), a measuring surface that knows
+/// the common symbol fonts by name, and the classic system colours. Visual styles are switched off.
 class HeadlessPlatform : public platform::Platform {
  public:
   const platform::SystemColors& system_colors() const override;

@@ -6,7 +6,7 @@
 
 namespace qel::platform {
 
-/// Whoever is told of a box's events. The arguments are the window system's: key codes, a mask of 1
+/// Receives the events of a box. The arguments are the window system's: key codes, a mask of 1
 /// Shift, 2 Ctrl and 4 Alt, mouse buttons as a mask of 1 left, 2 right and 4 middle, positions in
 /// the box's scale units. An argument passed by reference may be changed: a key code or character
 /// set to 0 is not handled by the box any more. The character of a key press is a UTF-16 code unit.
@@ -26,6 +26,10 @@ class BoxListener {
                              float /*y*/) {}
   virtual void on_mouse_up(std::int16_t /*button*/, std::int16_t /*shift*/, float /*x*/,
                            float /*y*/) {}
+
+  /// Text from elsewhere is about to be put in place of the selection: from the clipboard by a key
+  /// of the box or the middle button, or dropped. A listener that puts it in itself returns true.
+  virtual bool on_paste(DragData& /*data*/) { return false; }
 
   // Drag and drop. Effects are a mask of `DropEffect`, states are `DragState`s. The data belongs to
   // the source and holds during the call.

@@ -10,6 +10,7 @@
 #include "qel/platform/EditorWindow.h"
 #include "qel/platform/MeasuringSurface.h"
 #include "qel/platform/RichEdit.h"
+#include "qel/platform/WindowHandle.h"
 
 namespace qel::platform {
 
@@ -30,9 +31,6 @@ class VisualStyles {
   /// while styles are switched off. Raises where the system knows no visual styles.
   virtual std::optional<std::u16string> color_scheme() const = 0;
 };
-
-/// A window of the platform, as the platform itself knows it; 0 for none.
-using WindowHandle = std::uintptr_t;
 
 /// A windowing platform: it hands out what the library asks of one.
 class Platform {

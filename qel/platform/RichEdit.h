@@ -9,8 +9,10 @@
 
 #include "qel/platform/BoxAppearance.h"
 #include "qel/platform/BoxListener.h"
+#include "qel/platform/WindowHandle.h"
 #include "qel/richtext/Alignment.h"
 #include "qel/richtext/CharFormat.h"
+#include "qel/richtext/Document.h"
 
 namespace qel::platform {
 
@@ -35,11 +37,16 @@ struct FormatRun {
 /// Returns whether to go on with the next run.
 using RunVisitor = std::function<bool(const FormatRun&)>;
 
+/// What text takes for itself that names no format or alignment of its own.
+struct TextDefaults {
+  richtext::CharFormat format;
+  richtext::Alignment alignment = richtext::Alignment::left;
+};
+
 /// One rich edit box. A platform implements the virtual members; the familiar ones below are
 /// written once on top of them. A paragraph break in the text is CR LF and takes two positions.
-/// Text may hold any character; RTF in a string may too. Out-of-range positions are moved to the
-/// nearest end; what is selected of a break is the whole of it, and a caret inside one counts as
-/// before it.
+/// Text may hold any character. Out-of-range positions are moved to the nearest end; of a break and
+/// of a surrogate pair the whole is selected, and a caret inside one goes before it.
 class RichEdit {
  public:
   RichEdit() = default;
@@ -47,18 +54,13 @@ class RichEdit {
   RichEdit& operator=(const RichEdit&) = delete;
   virtual ~RichEdit() = default;
 
-  virtual std::u16string text(Scope scope) const = 0;
-  /// Replaces the text. A selection's new text takes its first character's format, a document's the
-  /// format at its beginning, and all of it the alignment of the paragraph there. The caret ends up
-  /// behind new selection text, or at the beginning of a new document. Lone CR and LF become
-  /// paragraph breaks.
-  virtual void put_text(Scope scope, std::u16string_view text) = 0;
-
-  virtual std::u16string rtf(Scope scope) const = 0;
-  /// Replaces the content by that of the RTF, as far as it can be read; what is not RTF at all is
-  /// plain text. Text for which it gives no font or colour takes those at the beginning of the
-  /// document or selection.
-  virtual void put_rtf(Scope scope, std::u16string_view rtf) = 0;
+  virtual richtext::Document content(Scope scope) const = 0;
+  /// Replaces the content. The caret ends up behind new content of the selection, or at the
+  /// beginning of a new document.
+  virtual void put_content(Scope scope, richtext::Document content) = 0;
+  /// What text that is put there takes: the format of the first character that it replaces, or that
+  /// of what is typed there, and the alignment of the paragraph.
+  virtual TextDefaults text_defaults(Scope scope) const = 0;
 
   virtual Range selection() const = 0;
   virtual void select(Range range) = 0;
@@ -72,22 +74,37 @@ class RichEdit {
   virtual void put_alignment(richtext::Alignment alignment) = 0;
 
   /// Calls `visit` for the runs of equal format in order, beginning with the one that holds
-  /// position `from`. Neighbouring runs differ in format. A visitor must not
-  /// change the box.
+  /// position `from`. Neighbouring runs differ in format. A visitor must not change the box.
   virtual void visit_runs(std::int32_t from, const RunVisitor& visit) const = 0;
 
   virtual BoxAppearance appearance() const = 0;
   virtual void put_appearance(const BoxAppearance& appearance) = 0;
 
+  /// The box's own window, in the platform's terms; 0 where it has none. It may be another one
+  /// after the appearance or the owner has changed.
+  virtual WindowHandle window() const = 0;
+  /// Puts the box on another window, or on none (0), where nobody sees it.
+  virtual void put_owner(WindowHandle owner) = 0;
+
   /// Begins to drag the selection, and returns when it was dropped or the user gave up. Nothing
   /// happens where the listener allows no effect.
   virtual void start_drag() = 0;
 
-  /// Who is told of the box's events; null for nobody. The listener must outlive the box or be
-  /// taken away before it goes.
+  /// Who receives the box's events; null for nobody. The listener must outlive the box or be taken
+  /// away before it goes.
   virtual void listen(BoxListener* listener) = 0;
 
   // The familiar members.
+
+  std::u16string text(Scope scope) const;
+  /// Replaces the text. All of it takes the format and the alignment of `text_defaults`. Lone CR
+  /// and LF become paragraph breaks.
+  void put_text(Scope scope, std::u16string_view text);
+  std::u16string rtf(Scope scope) const;
+  /// Replaces the content by that of the RTF, as far as it can be read; anything that is not RTF at
+  /// all is plain text. RTF in a string may hold any character. Text for which it gives no font,
+  /// size or colour takes that of `text_defaults`.
+  void put_rtf(Scope scope, std::u16string_view rtf);
 
   std::u16string get_Text() const { return text(Scope::document); }
   void put_Text(std::u16string_view value) { put_text(Scope::document, value); }

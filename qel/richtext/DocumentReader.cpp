@@ -25,16 +25,6 @@ class DocumentSink : public RtfSink {
   Document& document_;
 };
 
-Document without_breaks(const Document& document) {
-  Document line;
-  for (std::size_t i = 0; i < document.runs().run_count(); ++i) {
-    const RunList::Run run = document.runs().run(i);
-    const std::u16string text = document.text().substr(run.start, run.end - run.start);
-    line.append(replace_all(text, u"\r\n", u" "), line.intern(document.format(run.value)));
-  }
-  return line;
-}
-
 }  // namespace
 
 bool is_rtf(std::u16string_view text) {
@@ -59,7 +49,17 @@ std::optional<Document> read_transfer(const std::optional<std::u16string>& rtf,
   const bool has_rtf = rtf && !rtf->empty();
   if (!has_rtf && !text) return {};
   Document document = has_rtf ? read_document(*rtf, base) : plain_document(*text, base);
-  return in_one_line ? without_breaks(document) : std::move(document);
+  return in_one_line ? richtext::in_one_line(document) : std::move(document);
+}
+
+Document in_one_line(const Document& document) {
+  Document line;
+  for (std::size_t i = 0; i < document.runs().run_count(); ++i) {
+    const RunList::Run run = document.runs().run(i);
+    const std::u16string text = document.text().substr(run.start, run.end - run.start);
+    line.append(replace_all(text, u"\r\n", u" "), line.intern(document.format(run.value)));
+  }
+  return line;
 }
 
 }  // namespace qel::richtext

@@ -12,7 +12,7 @@ namespace qel::conformance {
 namespace {
 
 using headless::BoxUser;
-using headless::RichEdit;
+using headless::BoxView;
 
 class Hand : public EditorHand {
  public:
@@ -64,17 +64,14 @@ class HeadlessStage : public Stage {
   }
 
  private:
-  /// The same hands as long as they stay at a box: they know which end of a selection moves.
-  BoxUser& user_of(platform::RichEdit& box) {
-    return users_.try_emplace(&box, static_cast<RichEdit&>(box)).first->second;
-  }
+  BoxUser& user_of(platform::RichEdit& box) { return users_.try_emplace(&box, box).first->second; }
   static std::pair<float, float> point_of(const platform::RichEdit& box, std::int32_t position) {
     const std::u16string before = box.get_Text().substr(0, static_cast<std::size_t>(position));
     const auto line = std::count(before.begin(), before.end(), u'\n');
     const std::size_t line_feed = before.rfind(u'\n');
     const std::size_t start = line_feed == std::u16string::npos ? 0 : line_feed + 1;
-    return {static_cast<float>(before.size() - start) * RichEdit::character_width,
-            (static_cast<float>(line) + 0.5F) * RichEdit::line_height};
+    return {static_cast<float>(before.size() - start) * BoxView::character_width,
+            (static_cast<float>(line) + 0.5F) * BoxView::line_height};
   }
 
   std::shared_ptr<headless::HeadlessPlatform> platform_ =

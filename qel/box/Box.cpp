@@ -1,0 +1,324 @@
+#include "qel/box/Box.h"
+
+#include <algorithm>
+#include <utility>
+
+#include "qel/base/Utf16.h"
+#include "qel/richtext/DocumentReader.h"
+
+namespace qel::box {
+
+using platform::Scope;
+using richtext::Alignment;
+using richtext::CharFormat;
+using richtext::Document;
+using richtext::Extent;
+using richtext::FormatChange;
+using richtext::MixedFormat;
+
+Box::~Box() {
+  if (view_ != nullptr) view_->close();
+}
+
+// The content.
+
+Document Box::content(Scope scope) const { return document_.part(extent_of(scope)); }
+
+void Box::put_content(Scope scope, Document content) {
+  if (scope == Scope::selection) {
+    replace(selection_.extent(), std::move(content), Kind::other);
+    return;
+  }
+  const Change change = {Change::Kind::everything, {0, document_.size()}, content.size()};
+  const CharFormat before = format_for(change.extent);
+  document_ = std::move(content);
+  selection_ = {};
+  history_.clear();
+  typing_ = document_.size() == 0 ? before : format_at(selection_.extent());
+  tell_change(change);
+}
+
+platform::TextDefaults Box::text_defaults(Scope scope) const {
+  const Extent extent = extent_of(scope);
+  return {format_for(extent), document_.alignment_at(extent.start)};
+}
+
+MixedFormat Box::format() const {
+  const Extent extent = selection_.extent();
+  if (extent.length() == 0) return MixedFormat(typing_);
+  const richtext::RunList& runs = document_.runs();
+  std::size_t index = runs.find(extent.start);
+  MixedFormat mixed(document_.format(runs.run(index).value));
+  for (++index; index < runs.run_count() && runs.run(index).start < extent.end; ++index) {
+    mixed.merge(document_.format(runs.run(index).value));
+  }
+  return mixed;
+}
+
+void Box::change_format(const FormatChange& change) {
+  const bool is_new = !change.is_in(format());
+  change.apply_to(typing_);
+  history_.end_step();
+  const Extent extent = selection_.extent();
+  if (!is_new) return;
+  if (extent.length() == 0) {
+    // A view shows in this format what is being composed.
+    if (view_ != nullptr) view_->show_selection();
+    return;
+  }
+  const Change changed = {Change::Kind::formats, extent, extent.length()};
+  history_.record(document_, changed, selection_, selection_, Kind::other);
+  document_.change_format(extent, change);
+  tell_change(changed);
+}
+
+std::optional<Alignment> Box::alignment() const {
+  const richtext::RunList& runs = document_.alignments();
+  const Extent extent = selected_paragraphs();
+  if (runs.find(extent.start) != runs.find(extent.end)) return {};
+  return document_.alignment_at(extent.start);
+}
+
+void Box::put_alignment(Alignment alignment) {
+  if (this->alignment() == alignment) return;
+  Extent extent = document_.paragraphs(selected_paragraphs());
+  if (extent.end < document_.size()) --extent.end;  // before the break, not within it
+  const Change changed = {Change::Kind::alignments, extent, extent.length()};
+  history_.end_step();
+  history_.record(document_, changed, selection_, selection_, Kind::other);
+  document_.align(extent, alignment);
+  tell_change(changed);
+}
+
+void Box::visit_runs(std::int32_t from, const platform::RunVisitor& visit) const {
+  const auto start = static_cast<std::size_t>(std::max(from, 0));
+  const richtext::RunList& runs = document_.runs();
+  const std::u16string_view text = document_.text();
+  for (std::size_t index = runs.find(start); index < runs.run_count(); ++index) {
+    const richtext::RunList::Run run = runs.run(index);
+    const platform::FormatRun visited{static_cast<std::int32_t>(run.start),
+                                      text.substr(run.start, run.end - run.start),
+                                      document_.format(run.value)};
+    if (!visit(visited)) return;
+  }
+}
+
+Document Box::plain_content(Extent extent, std::u16string_view text) const {
+  Document content = richtext::plain_document(text, format_for(extent));
+  content.align({0, content.size()}, document_.alignment_at(extent.start));
+  return content;
+}
+
+void Box::replace(Extent extent, Document content, Kind kind) {
+  const Change change = {Change::Kind::content, extent, content.size()};
+  if (extent.length() == 0 && change.length == 0) return;
+  const CharFormat before = format_for(extent);
+  const std::size_t end = change.after().end;
+  const Selection after = {end, end};
+  history_.record(document_, change, selection_, after, kind);
+  document_.replace(extent, std::move(content));
+  selection_ = after;
+  typing_ = change.length == 0 || document_.size() == 0 ? before : format_at(selection_.extent());
+  tell_change(change);
+}
+
+void Box::show(const Change& change) {
+  if (view_ != nullptr) view_->show(change);
+}
+
+void Box::tell_change(const Change& change) {
+  ++revision_;
+  show(change);
+  listener_->on_change();
+}
+
+// The selection.
+
+platform::Range Box::selection() const {
+  return {static_cast<std::int32_t>(selection_.start()),
+          static_cast<std::int32_t>(selection_.extent().length())};
+}
+
+void Box::select(platform::Range range) {
+  const auto size = static_cast<std::int64_t>(document_.size());
+  const std::int64_t start = std::clamp<std::int64_t>(range.start, 0, size);
+  const std::int64_t length = std::clamp<std::int64_t>(range.length, 0, size - start);
+  put_selection(
+      Selection{static_cast<std::size_t>(start), static_cast<std::size_t>(start + length)});
+}
+
+void Box::put_selection(Selection selection) {
+  const std::u16string_view text = document_.text();
+  const auto whole = [&](std::size_t& position, bool ends) {
+    const std::size_t begin = whole_position(text, std::min(position, text.size()));
+    const bool is_cut = begin < position && position < text.size();
+    position = is_cut && ends ? step_after(text, begin) : begin;
+  };
+  const bool is_caret = selection.is_empty();
+  const bool is_backward = selection.caret < selection.anchor;
+  whole(selection.anchor, !is_caret && is_backward);
+  whole(selection.caret, !is_caret && !is_backward);
+  // A caret that stays keeps the format that was chosen for what is typed next.
+  if (selection == selection_) return;
+  const bool is_same_extent =
+      selection.start() == selection_.start() && selection.end() == selection_.end();
+  selection_ = selection;
+  if (!is_same_extent) {
+    history_.end_step();
+    if (document_.size() > 0) typing_ = format_at(selection_.extent());
+  }
+  if (view_ != nullptr) view_->show_selection();
+}
+
+Extent Box::extent_of(Scope scope) const {
+  return scope == Scope::document ? Extent{0, document_.size()} : selection_.extent();
+}
+
+Extent Box::selected_paragraphs() const {
+  // A break at the end of the selection belongs to the paragraph that it ends.
+  return {selection_.start(), selection_.end() - (selection_.is_empty() ? 0 : 1)};
+}
+
+const CharFormat& Box::format_at(Extent extent) const {
+  if (extent.length() != 0) return document_.format_at(extent.start);
+  return document_.format_at(extent.start == 0 ? 0 : extent.start - 1);
+}
+
+const CharFormat& Box::format_for(Extent extent) const {
+  const bool is_at_caret =
+      extent.length() == 0 && selection_.is_empty() && extent.start == selection_.caret;
+  return is_at_caret || document_.size() == 0 ? typing_ : format_at(extent);
+}
+
+// The window.
+
+void Box::put_appearance(const platform::BoxAppearance& appearance) {
+  FormatChange change;
+  if (appearance.font_name != appearance_.font_name) change.font_name = appearance.font_name;
+  if (appearance.font_size != appearance_.font_size) change.size = appearance.font_size;
+  const platform::BoxAppearance before = std::exchange(appearance_, appearance);
+  const bool has_font = change.font_name || change.size;
+  if (has_font) {
+    history_.clear();
+    change.apply_to(typing_);
+    document_.change_format({0, document_.size()}, change);
+  }
+  if (view_ != nullptr) view_->show_appearance(before);
+  if (has_font) show({Change::Kind::formats, {0, document_.size()}, document_.size()});
+}
+
+platform::WindowHandle Box::window() const { return view_ == nullptr ? 0 : view_->window(); }
+
+void Box::put_owner(platform::WindowHandle owner) {
+  if (view_ != nullptr) view_->put_owner(owner);
+}
+
+// What a user does.
+
+void Box::type(std::u16string_view text) {
+  const bool breaks = text.find_first_of(u"\r\n") != std::u16string_view::npos;
+  Document content = plain_content(selection_.extent(), text);
+  if (breaks && !appearance_.multiline) content = richtext::in_one_line(content);
+  replace(selection_.extent(), std::move(content), Kind::typing);
+  if (breaks) history_.end_step();
+}
+
+void Box::erase(Extent extent, Kind kind) {
+  if (extent.length() != 0) replace(extent, Document(), kind);
+}
+
+void Box::take_step(std::optional<UndoHistory::Taken> (UndoHistory::*step)(Document&)) {
+  const auto taken = (history_.*step)(document_);
+  if (!taken) return;
+  selection_ = taken->selection;
+  if (document_.size() > 0) typing_ = format_at(selection_.extent());
+  tell_change(taken->change);
+}
+
+bool Box::paste(platform::DragData& data) {
+  const auto rtf = data.get(platform::rtf_format);
+  const bool has_rtf = rtf && !rtf->empty();
+  const auto text = has_rtf ? std::nullopt : data.get(platform::text_format);
+  if (!has_rtf && !text) return false;
+  if (listener_->on_paste(data)) return true;
+  const Extent extent = selection_.extent();
+  auto content = richtext::read_transfer(rtf, text, format_for(extent), !appearance_.multiline);
+  if (!content) return false;
+  if (!has_rtf) content->align({0, content->size()}, document_.alignment_at(extent.start));
+  replace(extent, *std::move(content), Kind::other);
+  return true;
+}
+
+void Box::take_edit(Extent extent, std::u16string_view text) {
+  const bool breaks = text.find_first_of(u"\r\n") != std::u16string_view::npos;
+  if (!may_edit() || (breaks && !appearance_.multiline)) {
+    show({Change::Kind::content, extent, extent.length()});
+    return;
+  }
+  put_selection(Selection{extent.start, extent.end});
+  replace(extent, plain_content(extent, text), Kind::other);
+}
+
+// Drag and drop.
+
+void Box::start_drag() {
+  const auto held = shared_from_this();
+  platform::DragData data;
+  dragged_ = Dragged{selection_.extent(), revision_, false};
+  if (!selection_.is_empty()) {
+    data.put(platform::text_format, RichEdit::text(Scope::selection));
+    data.put(platform::rtf_format, rtf(Scope::selection));
+  }
+  data.put_supply([this](platform::DragData& promised, std::int16_t format) {
+    listener_->on_set_data(promised, format);
+  });
+  std::int32_t effects = platform::copy_drop;
+  if (!appearance_.read_only) effects |= platform::move_drop;
+  listener_->on_start_drag(data, effects);
+  if (effects != platform::no_drop && data.is_text() && view_ != nullptr) {
+    Drag drag(data, effects, listener_);
+    view_->carry(drag);
+    // Content that was moved within the box, or changed meanwhile, is not taken out.
+    constexpr std::int32_t box_drags = 1;
+    const bool moves = drag.effect() == platform::move_drop && !dragged_->stays &&
+                       appearance_.drag_mode == box_drags;
+    if (moves && is_still_there()) erase(dragged_->extent, Kind::other);
+    std::int32_t effect = drag.effect();
+    dragged_.reset();
+    listener_->on_complete_drag(effect);
+  }
+  dragged_.reset();
+}
+
+bool Box::take_drop(platform::DragData& data, std::size_t position, std::int32_t effect) {
+  const bool moves = dragged_ && effect == platform::move_drop;
+  if (moves && !move_dragged(position)) return false;
+  if (!moves) {
+    put_caret(position, false);
+    const std::size_t start = selection_.caret;
+    const std::uint64_t before = revision_;
+    if (!paste(data)) return false;
+    if (before != revision_) put_selection(Selection{start, std::max(start, selection_.caret)});
+  }
+  if (dragged_) dragged_->stays = true;
+  return true;
+}
+
+/// One change, so that it is undone as one. Nothing moves when the text was changed meanwhile.
+bool Box::move_dragged(std::size_t to) {
+  if (!is_still_there()) return false;
+  const Extent moved = dragged_->extent;
+  to = whole_position(document_.text(), to);
+  if (to >= moved.start && to <= moved.end) return true;
+  const bool ahead = to > moved.start;
+  const Extent passed = ahead ? Extent{moved.end, to} : Extent{to, moved.start};
+  Document content = document_.part(moved);
+  const std::size_t where = ahead ? 0 : content.size();
+  content.replace({where, where}, document_.part(passed));
+  const std::size_t start = ahead ? passed.end - moved.length() : to;
+  replace({std::min(moved.start, to), std::max(moved.end, to)}, std::move(content), Kind::other);
+  put_selection(Selection{start, start + moved.length()});
+  return true;
+}
+
+}  // namespace qel::box

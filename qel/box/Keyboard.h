@@ -1,0 +1,52 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <string>
+#include <string_view>
+
+#include "qel/box/Box.h"
+
+namespace qel::box {
+
+/// The keys of a box, of which its listener is told before they act. Key codes and masks are those
+/// of `platform/Keys.h`. Nothing is changed in a box that may not be edited.
+///
+/// The keys: Left and Right by clusters of characters and, with Ctrl, by words, which are divided
+/// by blanks; Ctrl+Home and Ctrl+End; all of these select with Shift. Backspace takes one
+/// character, so that a wrong accent can be typed again, Delete a whole cluster, both a word with
+/// Ctrl; Enter, and Ctrl+Tab for a tab, where there are several lines; Ctrl+A; Ctrl+C, Ctrl+X and
+/// Ctrl+V, Ctrl+Insert, Shift+Delete and Shift+Insert; Ctrl+Z and Alt+Backspace, Ctrl+Y.
+/// What depends on how lines are laid out is the view's.
+class Keyboard {
+ public:
+  /// The box must outlive this.
+  explicit Keyboard(Box& box) : box_(box) {}
+
+  /// What a key does by itself: its command, or what the control character that it types stands
+  /// for, of which the listener is told. Whether the box has a use for it.
+  bool act_on_key(std::int16_t key_code, std::int16_t shift);
+  /// The command alone, which tells of no character. Whether there is one.
+  bool run_command(std::int16_t key_code, std::int16_t shift);
+  /// Tells the listener of each code unit, and types what it leaves of them as one edit. The first
+  /// half of a surrogate pair waits for the second one.
+  void type(std::u16string_view text);
+  /// Selects the word around a position, which is one of the text or its end.
+  void select_word(std::size_t at);
+
+ private:
+  bool move(std::int16_t key_code, std::int16_t shift);
+  bool press_character(std::int16_t key_code, std::int16_t shift);
+  void erase_to(std::size_t position, Box::Kind kind);
+  void select_all();
+  void copy();
+  void cut();
+  void paste();
+  void undo() { box_.undo(); }
+  void redo() { box_.redo(); }
+
+  Box& box_;
+  std::u16string typed_;  // the first half of a pair
+};
+
+}  // namespace qel::box
