@@ -45,14 +45,6 @@ constexpr std::size_t step_before(std::u16string_view text, std::size_t at) {
   return at - (text.substr(at - 2, 2) == u"\r\n" || is_pair_at(text, at - 2) ? 2 : 1);
 }
 
-/// `at`, or the beginning of the break or the character that it would cut in two. It lies within
-/// the text or at its end.
-constexpr std::size_t whole_position(std::u16string_view text, std::size_t at) {
-  if (at == 0 || at >= text.size()) return at;
-  const bool cuts = text.substr(at - 1, 2) == u"\r\n" || is_pair_at(text, at - 1);
-  return cuts ? at - 1 : at;
-}
-
 /// Writes the character over one that takes as many code units.
 inline void put_character(std::u16string& text, std::size_t at, char32_t character) {
   if (units_of(character) == 1) {

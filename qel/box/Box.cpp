@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <utility>
 
+#include "qel/base/Graphemes.h"
 #include "qel/base/Utf16.h"
 #include "qel/richtext/DocumentReader.h"
 
@@ -55,7 +56,9 @@ MixedFormat Box::format() const {
   return mixed;
 }
 
-void Box::change_format(const FormatChange& change) {
+void Box::change_format(const FormatChange& wanted) {
+  FormatChange change = wanted;
+  if (view_ != nullptr && change.color == view_->text_color()) change.color = 0;
   const bool is_new = !change.is_in(format());
   change.apply_to(typing_);
   history_.end_step();
@@ -249,14 +252,15 @@ bool Box::paste(platform::DragData& data) {
   return true;
 }
 
-void Box::take_edit(Extent extent, std::u16string_view text) {
+bool Box::take_edit(Extent extent, std::u16string_view text) {
   const bool breaks = text.find_first_of(u"\r\n") != std::u16string_view::npos;
   if (!may_edit() || (breaks && !appearance_.multiline)) {
     show({Change::Kind::content, extent, extent.length()});
-    return;
+    return false;
   }
   put_selection(Selection{extent.start, extent.end});
   replace(extent, plain_content(extent, text), Kind::other);
+  return true;
 }
 
 // Drag and drop.

@@ -95,8 +95,9 @@ class Box : public platform::RichEdit, public std::enable_shared_from_this<Box> 
   /// from here is moved where the effect says so.
   bool take_drop(platform::DragData& data, std::size_t position, std::int32_t effect);
   /// A view has changed its text by itself: `text` stands in place of the extent there. The box
-  /// follows, or refuses, and the view is told what there is to be shown either way.
-  void take_edit(richtext::Extent extent, std::u16string_view text);
+  /// follows, or refuses, and the view is told what there is to be shown either way. Whether it
+  /// follows.
+  bool take_edit(richtext::Extent extent, std::u16string_view text);
 
  private:
   /// What is being dragged from here, and the revision that it belongs to.

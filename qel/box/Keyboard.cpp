@@ -104,28 +104,41 @@ bool Keyboard::act_on_key(std::int16_t key_code, std::int16_t shift) {
   return is_command || is_character;
 }
 
-bool Keyboard::run_command(std::int16_t key_code, std::int16_t shift) {
-  if ((shift & alt_key) == 0 && move(key_code, shift)) return true;
-  struct Row {
-    std::int16_t key_code;
-    std::int16_t shift;
-    void (Keyboard::*act)();
-    bool changes;
-  };
-  static constexpr std::array rows = {Row{letter_key('A'), ctrl_key, &Keyboard::select_all, false},
-                                      Row{letter_key('C'), ctrl_key, &Keyboard::copy, false},
-                                      Row{insert_key, ctrl_key, &Keyboard::copy, false},
-                                      Row{letter_key('X'), ctrl_key, &Keyboard::cut, true},
-                                      Row{delete_key, shift_key, &Keyboard::cut, true},
-                                      Row{letter_key('V'), ctrl_key, &Keyboard::paste, true},
-                                      Row{insert_key, shift_key, &Keyboard::paste, true},
-                                      Row{letter_key('Z'), ctrl_key, &Keyboard::undo, true},
-                                      Row{backspace_key, alt_key, &Keyboard::undo, true},
-                                      Row{letter_key('Y'), ctrl_key, &Keyboard::redo, true}};
-  const auto row = std::find_if(rows.begin(), rows.end(), [&](const Row& candidate) {
+struct Keyboard::Command {
+  std::int16_t key_code;
+  std::int16_t shift;
+  void (Keyboard::*act)();
+  bool changes;
+};
+
+const Keyboard::Command* Keyboard::find(std::int16_t key_code, std::int16_t shift) {
+  static constexpr std::array rows = {
+      Command{letter_key('A'), ctrl_key, &Keyboard::select_all, false},
+      Command{letter_key('C'), ctrl_key, &Keyboard::copy, false},
+      Command{insert_key, ctrl_key, &Keyboard::copy, false},
+      Command{letter_key('X'), ctrl_key, &Keyboard::cut, true},
+      Command{delete_key, shift_key, &Keyboard::cut, true},
+      Command{letter_key('V'), ctrl_key, &Keyboard::paste, true},
+      Command{insert_key, shift_key, &Keyboard::paste, true},
+      Command{letter_key('Z'), ctrl_key, &Keyboard::undo, true},
+      Command{backspace_key, alt_key, &Keyboard::undo, true},
+      Command{letter_key('Y'), ctrl_key, &Keyboard::redo, true}};
+  const auto* const row = std::find_if(rows.begin(), rows.end(), [&](const Command& candidate) {
     return candidate.key_code == key_code && candidate.shift == shift;
   });
-  if (row != rows.end()) {
+  return row == rows.end() ? nullptr : row;
+}
+
+bool Keyboard::knows(std::int16_t key_code, std::int16_t shift) {
+  const bool moves_or_erases = key_code == left_key || key_code == right_key ||
+                               key_code == home_key || key_code == end_key ||
+                               key_code == backspace_key || key_code == delete_key;
+  return find(key_code, shift) != nullptr || (moves_or_erases && (shift & alt_key) == 0);
+}
+
+bool Keyboard::run_command(std::int16_t key_code, std::int16_t shift) {
+  if ((shift & alt_key) == 0 && move(key_code, shift)) return true;
+  if (const Command* const row = find(key_code, shift)) {
     if (!row->changes || box_.may_edit()) (this->*row->act)();
     return true;
   }

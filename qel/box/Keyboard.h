@@ -28,6 +28,8 @@ class Keyboard {
   bool act_on_key(std::int16_t key_code, std::int16_t shift);
   /// The command alone, which tells of no character. Whether there is one.
   bool run_command(std::int16_t key_code, std::int16_t shift);
+  /// Whether the key is one of those above, whatever comes of it.
+  static bool knows(std::int16_t key_code, std::int16_t shift);
   /// Tells the listener of each code unit, and types what it leaves of them as one edit. The first
   /// half of a surrogate pair waits for the second one.
   void type(std::u16string_view text);
@@ -35,6 +37,9 @@ class Keyboard {
   void select_word(std::size_t at);
 
  private:
+  struct Command;
+  static const Command* find(std::int16_t key_code, std::int16_t shift);
+
   bool move(std::int16_t key_code, std::int16_t shift);
   bool press_character(std::int16_t key_code, std::int16_t shift);
   void erase_to(std::size_t position, Box::Kind kind);

@@ -26,6 +26,9 @@ class View {
   virtual platform::WindowHandle window() = 0;
   virtual void put_owner(platform::WindowHandle owner) = 0;
   virtual platform::Clipboard& clipboard() = 0;
+  /// The colour in which text without one of its own is shown. Text that is given this colour has
+  /// none, so that no colour scheme gets into the content: it is black there.
+  virtual Color text_color() const { return 0; }
 
   /// Lets the user drag that until it is dropped somewhere, and tells it the end.
   virtual void carry(Drag& drag) = 0;

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <string_view>
 
+#include "qel/base/Graphemes.h"
 #include "qel/base/Utf16.h"
 #include "qel/headless/Drag.h"
 

@@ -1,30 +1,20 @@
-// A box's view under the mouse, and what is dragged with it.
+// A box's view under the mouse.
 
 #include <QAbstractTextDocumentLayout>
 #include <QApplication>
-#include <QDragMoveEvent>
 #include <QMouseEvent>
 #include <QScrollBar>
 
-#include "qt/platform/BoxDrag.h"
-#include "qt/platform/BoxView.h"
+#include "qt/platform/BoxHandling.h"
 
 namespace qel::qt {
 
 namespace {
 
-constexpr std::int32_t box_drags = 1;
-
-struct Pointer {
-  explicit Pointer(const QMouseEvent& event)
-      : x(static_cast<float>(event.position().x())),
-        y(static_cast<float>(event.position().y())),
-        shift(shift_mask(event.modifiers())) {}
-
-  float x;
-  float y;
-  std::int16_t shift;
-};
+box::Mouse::Event told(const QMouseEvent& event, Qt::MouseButtons buttons) {
+  return {button_mask(buttons), shift_mask(event.modifiers()),
+          static_cast<float>(event.position().x()), static_cast<float>(event.position().y())};
+}
 
 }  // namespace
 
@@ -32,97 +22,53 @@ bool BoxView::is_on_selection(QPoint point) const {
   const QPointF in_document(point.x() + horizontalScrollBar()->value(),
                             point.y() + verticalScrollBar()->value());
   const int position = document()->documentLayout()->hitTest(in_document, Qt::ExactHit);
-  const Span selection = selected();
-  return position >= selection.start && position < selection.end;
+  const QTextCursor cursor = textCursor();
+  return position >= cursor.selectionStart() && position < cursor.selectionEnd();
+}
+
+std::size_t BoxView::position_at(QPoint point) const {
+  return static_cast<std::size_t>(
+      box_position(*document(), cursorForPosition(point).position()));
 }
 
 void BoxView::mousePressEvent(QMouseEvent* event) {
-  const Busy busy(*this);
-  const Pointer at(*event);
-  after_double_click_ = false;
-  listener_->on_mouse_down(button_mask(event->button()), at.shift, at.x, at.y);
+  const Handling handling(*this);
   const QPoint point = event->position().toPoint();
-  const bool on_selection = event->button() == Qt::LeftButton &&
-                            event->modifiers() == Qt::NoModifier && is_on_selection(point);
-  may_drag_from_.reset();
-  if (on_selection && appearance_.drag_mode == box_drags) {
-    may_drag_from_ = point;
+  const bool on_selection = event->button() == Qt::LeftButton && is_on_selection(point);
+  pressed_at_ = point;
+  if (!mouse_.press(told(*event, event->button()), on_selection)) {
     event->accept();
     return;
   }
   // Qt would begin a drag of its own.
-  if (on_selection) setTextCursor(cursorForPosition(point));
+  if (on_selection && event->modifiers() == Qt::NoModifier) {
+    box_->put_caret(position_at(point), false);
+  }
   QTextEdit::mousePressEvent(event);
 }
 
 void BoxView::mouseMoveEvent(QMouseEvent* event) {
-  const Busy busy(*this);
-  const Pointer at(*event);
-  listener_->on_mouse_move(button_mask(event->buttons()), at.shift, at.x, at.y);
-  if (!may_drag_from_) {
-    QTextEdit::mouseMoveEvent(event);
-    return;
-  }
-  const QPoint way = event->position().toPoint() - *may_drag_from_;
-  if (way.manhattanLength() < QApplication::startDragDistance()) return;
-  may_drag_from_.reset();
-  start_drag();
+  const Handling handling(*this);
+  const QPoint way = event->position().toPoint() - pressed_at_.value_or(QPoint());
+  const bool is_far = way.manhattanLength() >= QApplication::startDragDistance();
+  if (mouse_.move(told(*event, event->buttons()), is_far)) QTextEdit::mouseMoveEvent(event);
 }
 
 void BoxView::mouseReleaseEvent(QMouseEvent* event) {
-  const Busy busy(*this);
-  const Pointer at(*event);
-  if (may_drag_from_) {
-    may_drag_from_.reset();
-    setTextCursor(cursorForPosition(event->position().toPoint()));
+  const Handling handling(*this);
+  if (mouse_.release()) {
+    box_->put_caret(position_at(event->position().toPoint()), false);
   } else {
     QTextEdit::mouseReleaseEvent(event);
   }
-  listener_->on_mouse_up(button_mask(event->button()), at.shift, at.x, at.y);
-  const bool clicks = event->button() == Qt::LeftButton && !after_double_click_;
-  after_double_click_ = false;
-  if (clicks) listener_->on_click();
+  mouse_.released(told(*event, event->button()));
 }
 
 void BoxView::mouseDoubleClickEvent(QMouseEvent* event) {
-  const Busy busy(*this);
-  after_double_click_ = true;
-  listener_->on_double_click();
+  const Handling handling(*this);
+  mouse_.double_click();
   QTextEdit::mouseDoubleClickEvent(event);
-}
-
-void BoxView::start_drag() {
-  const Busy busy(*this);
-  drag_->start();
-}
-
-void BoxView::dragEnterEvent(QDragEnterEvent* event) {
-  const Busy busy(*this);
-  drag_->enter(*event);
-}
-
-void BoxView::dragMoveEvent(QDragMoveEvent* event) {
-  const Busy busy(*this);
-  drag_->move(*event);
-  if (!drag_->would_insert()) return;
-  // Qt shows where a drop would go.
-  const Qt::DropAction action = event->dropAction();
-  QTextEdit::dragMoveEvent(event);
-  event->setDropAction(action);
-  event->accept();
-}
-
-void BoxView::dragLeaveEvent(QDragLeaveEvent* event) {
-  const Busy busy(*this);
-  drag_->leave();
-  QTextEdit::dragLeaveEvent(event);
-}
-
-void BoxView::dropEvent(QDropEvent* event) {
-  const Busy busy(*this);
-  drag_->drop(*event);
-  QDragLeaveEvent leaves;
-  QTextEdit::dragLeaveEvent(&leaves);
+  keyboard_.select_word(position_at(event->position().toPoint()));
 }
 
 }  // namespace qel::qt

@@ -1,32 +1,34 @@
 #include "qt/platform/BoxView.h"
 
+#include <QContextMenuEvent>
 #include <QFont>
+#include <QGuiApplication>
+#include <QInputMethod>
+#include <QMenu>
 #include <QMimeData>
 #include <QPalette>
 #include <QTextBlock>
-#include <QTextDocument>
+#include <algorithm>
+#include <utility>
 
+#include "qel/base/Scoped.h"
 #include "qel/qt/QtPlatform.h"
-#include "qel/richtext/DocumentReader.h"
-#include "qel/richtext/RtfWriter.h"
-#include "qt/platform/BoxDrag.h"
-#include "qt/platform/DocumentMapping.h"
+#include "qt/platform/BoxHandling.h"
+#include "qt/platform/BoxMenu.h"
 #include "qt/platform/FormatMapping.h"
 #include "qt/platform/MimeData.h"
 #include "qt/platform/Text.h"
 
 namespace qel::qt {
 
+using box::Change;
+using box::Selection;
 using platform::BoxAppearance;
-using richtext::Document;
-using richtext::FormatChange;
 
 namespace {
 
 constexpr std::int32_t window_background = 5;
 constexpr auto wrap_at_words = QTextOption::WrapAtWordBoundaryOrAnywhere;
-
-Color window_text() { return QtPlatform::system_color_value(QtPlatform::window_text); }
 
 /// Whether a word is so long that Qt, which looks for its end at every line, would be slow.
 bool has_endless_word(std::u16string_view text) {
@@ -46,24 +48,68 @@ Qt::ScrollBarPolicy policy(bool shown) {
 
 }  // namespace
 
-BoxView::BoxView(QWidget* parent) : QTextEdit(parent), drag_(std::make_unique<BoxDrag>(*this)) {
+std::shared_ptr<box::Box> BoxView::create(QWidget* owner) {
+  auto box = std::make_shared<box::Box>();
+  box->attach(new BoxView(*box, owner));
+  return box;
+}
+
+BoxView* BoxView::of(const platform::RichEdit& box) {
+  // NOLINTNEXTLINE(performance-no-int-to-ptr): a handle is an address.
+  return static_cast<BoxView*>(reinterpret_cast<QWidget*>(box.window()));
+}
+
+BoxView::BoxView(box::Box& box, QWidget* owner)
+    : QTextEdit(owner), box_(&box), display_(*document()) {
   setFrameStyle(QFrame::NoFrame);
   setTabChangesFocus(true);
   setAcceptRichText(true);
   setWordWrapMode(wrap_at_words);
   viewport()->setMouseTracking(true);
   document()->setDocumentMargin(2);
-  connect(document(), &QTextDocument::contentsChange, this, [this] { has_changed_ = true; });
-  connect(document(), &QTextDocument::contentsChanged, this, &BoxView::note_change);
-  connect(this, &QTextEdit::cursorPositionChanged, this, &BoxView::follow_caret);
-  change(Telling::never, [this] { load({}); });
-  put_appearance(BoxAppearance());
+  show_appearance(BoxAppearance());
+  show({});
+  connect(document(), &QTextDocument::contentsChange, this, &BoxView::note_change);
+  connect(this, &QTextEdit::cursorPositionChanged, this, &BoxView::take_selection);
+  connect(this, &QTextEdit::selectionChanged, this, &BoxView::take_selection);
 }
 
-BoxView::~BoxView() = default;
+BoxView::~BoxView() {
+  if (box_ != nullptr) box_->attach(nullptr);
+}
 
-void BoxView::put_appearance(const BoxAppearance& appearance) {
-  const BoxAppearance before = std::exchange(appearance_, appearance);
+void BoxView::close() {
+  box_ = nullptr;
+  if (handling_ == 0) {
+    delete this;
+    return;
+  }
+  hide();
+  setParent(nullptr);
+  deleteLater();
+}
+
+platform::WindowHandle BoxView::window() {
+  return reinterpret_cast<platform::WindowHandle>(static_cast<QWidget*>(this));
+}
+
+void BoxView::put_owner(platform::WindowHandle owner) {
+  // NOLINTNEXTLINE(performance-no-int-to-ptr): a handle is an address.
+  setParent(reinterpret_cast<QWidget*>(owner));
+  show_appearance(box_->appearance());
+}
+
+platform::Clipboard& BoxView::clipboard() { return QtPlatform::shared()->clipboard(); }
+
+Color BoxView::text_color() const {
+  return QtPlatform::system_color_value(QtPlatform::window_text);
+}
+
+// What is shown.
+
+void BoxView::show_appearance(const BoxAppearance& before) {
+  const Scoped showing(showing_, showing_ + 1);
+  const BoxAppearance appearance = box_->appearance();
   setGeometry(appearance.left, appearance.top, std::max(appearance.width, 0),
               std::max(appearance.height, 0));
   setVisible(appearance.visible && parentWidget() != nullptr);
@@ -82,31 +128,15 @@ void BoxView::put_appearance(const BoxAppearance& appearance) {
   setFocusPolicy(appearance.tab_stop ? Qt::StrongFocus : Qt::ClickFocus);
   setAcceptDrops(appearance.drop_mode != 0);
   if (appearance.back_color != before.back_color) show_colors();
-  FormatChange font;
-  if (appearance.font_name != before.font_name) font.font_name = appearance.font_name;
-  if (appearance.font_size != before.font_size) font.size = appearance.font_size;
-  if (!font.font_name && !font.size) return;
   QFont own(to_qt(appearance.font_name));
   if (appearance.font_size > 0) own.setPointSizeF(static_cast<double>(appearance.font_size));
-  setFont(own);
-  change(Telling::never, [&] {
-    const QTextCharFormat format = to_qt(font, window_text());
-    QTextCharFormat typing = typing_format();
-    document()->setUndoRedoEnabled(false);
-    QTextCursor all(document());
-    all.mergeBlockCharFormat(format);
-    all.select(QTextCursor::Document);
-    all.mergeCharFormat(format);
-    document()->setUndoRedoEnabled(true);
-    typing.merge(format);
-    if (!textCursor().hasSelection()) setCurrentCharFormat(typing);
-  });
+  if (own != font()) setFont(own);
 }
 
 /// Text in no colour of its own stays readable on any background.
 void BoxView::show_colors() {
-  if (std::exchange(shows_colors_, true)) return;
-  const Color back = appearance_.back_color;
+  if (box_ == nullptr || std::exchange(shows_colors_, true)) return;
+  const Color back = box_->appearance().back_color;
   QPalette colors;
   if (is_system_color(back) && system_color_index(back) != window_background) {
     colors.setColor(QPalette::Base,
@@ -125,155 +155,100 @@ void BoxView::changeEvent(QEvent* event) {
   QTextEdit::changeEvent(event);
   const bool is_theme =
       event->type() == QEvent::ApplicationPaletteChange || event->type() == QEvent::PaletteChange;
-  if (is_theme && is_system_color(appearance_.back_color)) show_colors();
+  if (is_theme && box_ != nullptr && is_system_color(box_->appearance().back_color)) show_colors();
 }
 
-// The content.
-
-Span BoxView::selected() const {
-  const QTextCursor cursor = textCursor();
-  return {cursor.selectionStart(), cursor.selectionEnd()};
+void BoxView::show(const Change& change) {
+  if (std::exchange(composes_, false)) {
+    // What is composed would stay where it is while the text around it moves.
+    end_composition();
+    if (hasFocus()) QGuiApplication::inputMethod()->reset();
+  }
+  const Scoped showing(showing_, showing_ + 1);
+  const richtext::Document& content = box_->document();
+  const bool is_new = change.kind == Change::Kind::everything;
+  const std::u16string_view put =
+      std::u16string_view(content.text()).substr(change.extent.start, change.length);
+  if (has_endless_word(put)) {
+    setWordWrapMode(QTextOption::WrapAnywhere);
+  } else if (is_new && wordWrapMode() != wrap_at_words) {
+    setWordWrapMode(wrap_at_words);
+  }
+  display_.show(content, change);
+  put_caret_of_box();
 }
 
-void BoxView::select(Span span) {
-  // A caret that stays keeps the format that was chosen for what is typed next.
-  if (span == selected()) return;
-  end_undo_step();
+void BoxView::show_selection() {
+  const Scoped showing(showing_, showing_ + 1);
+  put_caret_of_box();
+}
+
+void BoxView::put_caret_of_box() {
+  const auto position = [this](std::size_t at) {
+    return document_position(*document(), static_cast<std::int64_t>(at));
+  };
   QTextCursor cursor = textCursor();
-  cursor.setPosition(span.start);
-  cursor.setPosition(span.end, QTextCursor::KeepAnchor);
-  setTextCursor(cursor);
+  const int anchor = position(box_->selected().anchor);
+  const int caret = position(box_->selected().caret);
+  if (cursor.anchor() != anchor || cursor.position() != caret) {
+    cursor.setPosition(anchor);
+    cursor.setPosition(caret, QTextCursor::KeepAnchor);
+    setTextCursor(cursor);
+  }
+  if (cursor.hasSelection()) return;
+  const QTextCharFormat typing = to_qt(box_->typing_format(), text_color());
+  // An empty line is as high as what is typed there.
+  if (box_->text().empty() && cursor.blockCharFormat() != typing) {
+    cursor.setBlockCharFormat(typing);
+  }
+  if (cursor.charFormat() != typing) setCurrentCharFormat(typing);
 }
 
-/// Typed text takes the format of what is before it; Qt would take a paragraph's first character.
-/// The format of a break is that which the paragraph behind it begins with.
-void BoxView::follow_caret() {
+// What Qt has done.
+
+Selection BoxView::selection_in_window() const {
   const QTextCursor cursor = textCursor();
-  if (cursor.hasSelection() || !cursor.atBlockStart()) return;
-  if (cursor.position() > 0) {
-    setCurrentCharFormat(cursor.blockCharFormat());
-  } else if (cursor.atBlockEnd() && cursor.block().next().isValid()) {
-    setCurrentCharFormat(cursor.block().next().charFormat());
-  }
+  return {static_cast<std::size_t>(box_position(*document(), cursor.anchor())),
+          static_cast<std::size_t>(box_position(*document(), cursor.position()))};
 }
 
-QTextCharFormat BoxView::format_for(Span span) const {
-  if (span.is_empty()) {
-    if (span == selected()) return typing_format();
-    QTextCursor cursor(document());
-    cursor.setPosition(span.start);
-    return cursor.charFormat();
-  }
-  std::optional<QTextCharFormat> format;
-  for_each_piece(*document(), {span.start, span.start + 1}, [&](const Piece& piece) {
-    format = document()->allFormats().at(piece.format).toCharFormat();
-    return false;
-  });
-  return format.value_or(QTextCharFormat());
+void BoxView::take_selection() {
+  if (showing_ > 0 || has_foreign_edit_ || box_ == nullptr) return;
+  box_->put_selection(selection_in_window());
 }
 
-void BoxView::load(const Document& content) {
-  const Span all = whole(*document());
-  const QTextCharFormat first = content.size() != 0 ? to_qt(content.format_at(0), window_text())
-                                : all.is_empty()    ? typing_format()
-                                                    : format_for(all);
-  change(Telling::once, [&] {
-    document()->setUndoRedoEnabled(false);
-    setWordWrapMode(has_endless_word(content.text()) ? QTextOption::WrapAnywhere : wrap_at_words);
-    // Laid out as a new text, only what is seen is laid out at once.
-    document()->setLayoutEnabled(false);
-    document()->clear();
-    QTextCursor cursor(document());
-    cursor.beginEditBlock();
-    QTextBlockFormat aligned;
-    aligned.setAlignment(to_qt(content.alignment_at(content.size())));
-    cursor.setBlockFormat(aligned);
-    // What a format does not say is the box's: none of it is left open.
-    QTextCharFormat full = to_qt(from_qt(first), window_text());
-    cursor.setBlockCharFormat(full);
-    qt::insert(cursor, content, window_text());
-    cursor.endEditBlock();
-    // The caret went along to the end; on its way back later all of it would be laid out.
-    cursor.setPosition(0);
-    if (content.size() == 0) cursor.setCharFormat(full);
-    setTextCursor(cursor);
-    document()->setLayoutEnabled(true);
-    document()->setUndoRedoEnabled(true);
-  });
+/// Within the change itself, nothing else would be told of what is done about it.
+void BoxView::note_change(int /*position*/, int removed, int added) {
+  if (showing_ > 0 || (removed == 0 && added == 0)) return;
+  if (std::exchange(has_foreign_edit_, true)) return;
+  QMetaObject::invokeMethod(this, &BoxView::take_foreign_edit, Qt::QueuedConnection);
 }
 
-void BoxView::replace(Span span, const Document& content) {
-  if (span.is_empty() && content.size() == 0) return;
-  if (has_endless_word(content.text())) setWordWrapMode(QTextOption::WrapAnywhere);
-  const QTextCharFormat before = format_for(span);
-  change(Telling::once, [&] {
-    end_undo_step();
-    QTextCursor cursor(document());
-    cursor.setPosition(span.end);
-    const richtext::Alignment rest = alignment_of(cursor.blockFormat());
-    cursor.setPosition(span.start, QTextCursor::KeepAnchor);
-    cursor.beginEditBlock();
-    cursor.removeSelectedText();
-    if (alignment_of(cursor.blockFormat()) != rest) {
-      QTextBlockFormat aligned;
-      aligned.setAlignment(to_qt(rest));
-      cursor.mergeBlockFormat(aligned);
+void BoxView::take_foreign_edit() {
+  if (!has_foreign_edit_ || box_ == nullptr) return;
+  const Handling handling(*this, Handling::Foreign::leave);
+  const Selection selected = selection_in_window();
+  const auto edit = display_.foreign_edit(box_->document());
+  const richtext::Extent all = {0, box_->text().size()};
+  {
+    const Scoped showing(showing_, showing_ + 1);
+    if (edit) {
+      display_.take_back(box_->document(), *edit);
+    } else {
+      display_.show(box_->document(), {Change::Kind::formats, all, all.length()});
+      display_.show(box_->document(), {Change::Kind::alignments, all, all.length()});
     }
-    qt::insert(cursor, content, window_text());
-    cursor.endEditBlock();
-    end_undo_step();
-    cursor.setPosition(cursor.position());
-    setTextCursor(cursor);
-    // Qt tells nothing of a caret that has moved with the text.
-    follow_caret();
-    if (content.size() == 0) setCurrentCharFormat(before);
-  });
-}
-
-bool BoxView::insert(const std::optional<std::u16string>& rtf,
-                     const std::optional<std::u16string>& text) {
-  const Span span = selected();
-  const auto content =
-      richtext::read_transfer(rtf, text, from_qt(format_for(span)), !appearance_.multiline);
-  if (!content) return false;
-  replace(span, *content);
-  return true;
-}
-
-void BoxView::move_selection(int to) {
-  const Span moved = selected();
-  if (to >= moved.start && to <= moved.end) return;
-  const Document content = read(*document(), moved);
-  const int length = moved.end - moved.start;
-  const int start = to > moved.start ? to - length : to;
-  change(Telling::once, [&] {
-    end_undo_step();
-    QTextCursor cursor(document());
-    cursor.beginEditBlock();
-    cursor.setPosition(moved.start);
-    cursor.setPosition(moved.end, QTextCursor::KeepAnchor);
-    cursor.removeSelectedText();
-    cursor.setPosition(start);
-    qt::insert(cursor, content, window_text());
-    cursor.endEditBlock();
-    select({start, start + length});
-  });
-}
-
-/// Qt also ends edits in which nothing was changed.
-void BoxView::note_change() {
-  if (held_ > 0 || !std::exchange(has_changed_, false)) return;
-  const Busy busy(*this);
-  listener_->on_change();
+  }
+  has_foreign_edit_ = false;
+  const bool is_taken = edit && box_->take_edit(edit->extent, edit->text);
+  if (is_taken || !edit) box_->put_selection(selected);
+  show_selection();
 }
 
 // The clipboard.
 
 QMimeData* BoxView::createMimeDataFromSelection() const {
-  const Document content = read(*document(), selected());
-  const richtext::CharFormat base = from_qt(typing_format());
-  return mime::create(content.text(), richtext::write_rtf(content, {0, content.size()}, base))
-      .release();
+  return mime::create(box_->get_SelText(), box_->get_SelRTF()).release();
 }
 
 bool BoxView::canInsertFromMimeData(const QMimeData* source) const {
@@ -281,8 +256,25 @@ bool BoxView::canInsertFromMimeData(const QMimeData* source) const {
 }
 
 void BoxView::insertFromMimeData(const QMimeData* source) {
-  const auto rtf = mime::rtf(*source);
-  insert(rtf, rtf ? std::nullopt : mime::text(*source));
+  const Handling handling(*this);
+  if (!box_->may_edit()) return;
+  // A click of the middle button has moved the caret in silence.
+  box_->put_selection(selection_in_window());
+  box_->paste(dropped_.look_at(*source));
+  ensureCursorVisible();
+}
+
+void BoxView::contextMenuEvent(QContextMenuEvent* event) {
+  auto* const menu = new QMenu(this);
+  menu->setAttribute(Qt::WA_DeleteOnClose);
+  fill_edit_menu(*menu, *this);
+  menu->popup(event->globalPos());
+}
+
+void BoxView::run_command(std::int16_t key_code, std::int16_t shift) {
+  const Handling handling(*this);
+  keyboard_.run_command(key_code, shift);
+  ensureCursorVisible();
 }
 
 }  // namespace qel::qt

@@ -4,69 +4,50 @@
 #include <cstdint>
 #include <memory>
 #include <optional>
-#include <utility>
 
-#include "qel/platform/BoxAppearance.h"
-#include "qel/platform/BoxListener.h"
-#include "qel/richtext/Document.h"
+#include "qel/box/Box.h"
+#include "qel/box/Drop.h"
+#include "qel/box/Keyboard.h"
+#include "qel/box/Mouse.h"
+#include "qt/platform/DocumentDisplay.h"
+#include "qt/platform/DropData.h"
 #include "qt/platform/KeyMapping.h"
-#include "qt/platform/Positions.h"
-
-class QDrag;
 
 namespace qel::qt {
 
-class BoxDrag;
-
-/// The window of a rich edit box: a text edit that tells a listener of its events before it acts,
-/// and holds text in the library's formats only.
+/// The window of a box: a text edit that shows what is in the box, and hands in what the user does.
 ///
-/// From Qt come input methods, text from right to left, accessibility, scrolling, selecting and
-/// undo. Positions here are Qt's.
-class BoxView : public QTextEdit {
+/// From Qt come the layout of lines, and the caret's way through them, text from right to left,
+/// input methods, accessibility, scrolling and painting. What Qt changes in its document by itself,
+/// for an assistive program for instance, is taken into the box as an edit, or shown as it was
+/// where the box may not be edited.
+///
+/// An offset is shown by Qt's own raised and lowered text, whatever its size. Scroll bars are shown
+/// when there is something to scroll, and never for a single line.
+class BoxView : public QTextEdit, public box::View {
   Q_OBJECT
 
  public:
-  explicit BoxView(QWidget* parent);
+  /// A new box in a window on `owner`, which must outlive it; on nothing it is never shown.
+  static std::shared_ptr<box::Box> create(QWidget* owner);
+  /// The window of a box that this platform has created; null when it is gone.
+  static BoxView* of(const platform::RichEdit& box);
   ~BoxView() override;
 
-  void listen(platform::BoxListener* listener) {
-    listener_ = listener == nullptr ? &nobody_ : listener;
-  }
-  platform::BoxListener& listener() const { return *listener_; }
-  const platform::BoxAppearance& appearance() const { return appearance_; }
-  void put_appearance(const platform::BoxAppearance& appearance);
+  /// The box that is shown; null when it is gone.
+  box::Box* box() const { return box_; }
+  /// Does what the key does by itself, for menus.
+  void run_command(std::int16_t key_code, std::int16_t shift);
 
-  // The content.
-
-  Span selected() const;
-  void select(Span span);
-  /// The format of what is typed at the caret.
-  QTextCharFormat typing_format() const { return textCursor().charFormat(); }
-  /// The format of text put in place of that part: of its first character, or for a caret that of
-  /// what is typed there.
-  QTextCharFormat format_for(Span span) const;
-  /// Replaces all of it; nothing can be undone afterwards. The caret goes to the beginning.
-  void load(const richtext::Document& content);
-  /// Replaces a part as one change, which can be undone; the caret goes behind the content.
-  void replace(Span span, const richtext::Document& content);
-  /// Puts text from elsewhere in place of the selection, its RTF where it has one; whether there is
-  /// either. In a box for a single line breaks become blanks.
-  bool insert(const std::optional<std::u16string>& rtf, const std::optional<std::u16string>& text);
-  /// Moves the selection, and keeps it selected, as one change.
-  void move_selection(int to);
-  /// What comes next is undone by itself.
-  void end_undo_step() { document()->setModified(false); }
-
-  /// Makes changes that the listener is told of as one; of appearances only, nobody is told.
-  enum class Telling { once, never };
-  template <class Edit>
-  void change(Telling telling, Edit edit);
-
-  /// Drags the selection until it is dropped.
-  void start_drag();
-  /// Whether events are being handled: the view must not go now.
-  bool is_busy() const { return busy_ > 0; }
+  void show(const box::Change& change) override;
+  void show_selection() override;
+  void show_appearance(const platform::BoxAppearance& before) override;
+  platform::WindowHandle window() override;
+  void put_owner(platform::WindowHandle owner) override;
+  platform::Clipboard& clipboard() override;
+  Color text_color() const override;
+  void carry(box::Drag& drag) override;
+  void close() override;
 
  protected:
   bool event(QEvent* event) override;
@@ -84,61 +65,45 @@ class BoxView : public QTextEdit {
   void dropEvent(QDropEvent* event) override;
 
   QMimeData* createMimeDataFromSelection() const override;
+  void contextMenuEvent(QContextMenuEvent* event) override;
   bool canInsertFromMimeData(const QMimeData* source) const override;
   void insertFromMimeData(const QMimeData* source) override;
 
  private:
-  friend class BoxDrag;
-  class Busy;
+  class Handling;
 
-  void note_change();
-  void follow_caret();
+  BoxView(box::Box& box, QWidget* owner);
+
+  void put_caret_of_box();
   void show_colors();
+  box::Selection selection_in_window() const;
+  void take_selection();
+  void note_change(int position, int removed, int added);
+  void take_foreign_edit();
 
   bool takes_shortcut(const QKeyEvent& event) const;
   bool leave_by_tab(QKeyEvent& event);
-  void type_key(QKeyEvent* event, const QString& text);
   void act_on_key(QKeyEvent* event, Stroke stroke);
-  void press_key(QKeyEvent* event, Stroke stroke);
-  void press_own(QKeyEvent* event, Stroke stroke, std::int16_t character);
-  std::optional<Span> erased_by(Stroke stroke) const;
-  bool run_command(Stroke stroke);
-  std::optional<QString> told_text(const QString& text);
-  void type(const QString& text);
+  bool moves_natively(Stroke stroke) const;
+  void end_composition();
+  void compose(const QInputMethodEvent& event);
 
   bool is_on_selection(QPoint point) const;
+  std::size_t position_at(QPoint point) const;
+  void accept_drop(QDropEvent& event, std::int32_t effect) const;
 
-  platform::BoxListener nobody_;
-  platform::BoxListener* listener_ = &nobody_;
-  platform::BoxAppearance appearance_;
-  std::unique_ptr<BoxDrag> drag_;
-  int held_ = 0;  // changes in progress that are told as one
-  int busy_ = 0;
-  bool has_changed_ = false;
+  box::Box* box_;
+  box::Keyboard keyboard_{*box_};
+  box::Mouse mouse_{*box_};
+  box::Drop drop_{*box_};
+  DropData dropped_;
+  DocumentDisplay display_;
+  int showing_ = 0;   // changes of the document are this class's own
+  int handling_ = 0;  // events: the view must not go now
+  bool composes_ = false;
+  bool has_foreign_edit_ = false;
   bool shows_colors_ = false;
-  bool after_double_click_ = false;
-  std::optional<QPoint> may_drag_from_;
-};
-
-template <class Edit>
-void BoxView::change(Telling telling, Edit edit) {
-  ++held_;
-  edit();
-  --held_;
-  has_changed_ = false;
-  if (telling == Telling::once && held_ == 0) listener_->on_change();
-}
-
-/// While one of these lives, the view is handling an event.
-class BoxView::Busy {
- public:
-  explicit Busy(BoxView& view) : view_(view) { ++view_.busy_; }
-  Busy(const Busy&) = delete;
-  Busy& operator=(const Busy&) = delete;
-  ~Busy() { --view_.busy_; }
-
- private:
-  BoxView& view_;
+  std::optional<QPoint> pressed_at_;
 };
 
 }  // namespace qel::qt

@@ -11,7 +11,7 @@
 #include <string>
 
 #include "qel/qt/QtPlatform.h"
-#include "qt/platform/RichEdit.h"
+#include "qt/platform/BoxView.h"
 #include "qt/platform/Text.h"
 
 namespace qel::qt {
@@ -19,7 +19,7 @@ namespace qel::qt {
 EditorDialog::EditorDialog(const platform::EditorDescription& description, QWidget* parent)
     : QDialog(parent),
       form_(new QWidget(this)),
-      box_(std::make_shared<RichEdit>(form_)),
+      box_(BoxView::create(form_)),
       ok_(new QPushButton(to_qt(description.ok_caption), form_)),
       cancel_(new QPushButton(to_qt(description.cancel_caption), form_)) {
   setWindowTitle(to_qt(description.caption));
@@ -30,7 +30,7 @@ EditorDialog::EditorDialog(const platform::EditorDescription& description, QWidg
   layout->setSpacing(0);
   layout->addWidget(form_, 1);
   ok_->setDefault(true);
-  box_->view().setAccessibleName(windowTitle());
+  view().setAccessibleName(windowTitle());
   form_->installEventFilter(this);
   connect(ok_, &QPushButton::clicked, this, [this] {
     if (listener_ != nullptr) listener_->on_ok();
@@ -42,9 +42,11 @@ EditorDialog::EditorDialog(const platform::EditorDescription& description, QWidg
   if (!description.pane_caption.empty()) add_pane(to_qt(description.pane_caption));
 }
 
+BoxView& EditorDialog::view() const { return *BoxView::of(*box_); }
+
 EditorDialog::~EditorDialog() {
   // The box belongs to whoever still holds it.
-  if (box_.use_count() > 1) box_->view().setParent(nullptr);
+  if (box_.use_count() > 1) view().setParent(nullptr);
 }
 
 void EditorDialog::add_menus(const std::vector<platform::Menu>& menus) {
@@ -114,7 +116,7 @@ void EditorDialog::add_pane(const QString& caption) {
   pane_delay_.setSingleShot(true);
   pane_delay_.setInterval(150ms);
   connect(&pane_delay_, &QTimer::timeout, this, &EditorDialog::show_pane_text);
-  connect(&box_->view(), &QTextEdit::textChanged, this, [this] {
+  connect(&view(), &QTextEdit::textChanged, this, [this] {
     if (!pane_delay_.isActive()) pane_delay_.start();
   });
 }

@@ -13,7 +13,7 @@ class QToolButton;
 
 namespace qel::qt {
 
-class RichEdit;
+class BoxView;
 
 /// The window of the large editor: menus, the form with the box and two buttons that its listener
 /// lays out, and a pane below that can be unfolded.
@@ -24,7 +24,8 @@ class EditorDialog : public QDialog {
   EditorDialog(const platform::EditorDescription& description, QWidget* parent);
   ~EditorDialog() override;
 
-  const std::shared_ptr<RichEdit>& box() const { return box_; }
+  const std::shared_ptr<platform::RichEdit>& box() const { return box_; }
+  BoxView& view() const;
   /// Who decides what happens; null for nobody.
   void listen(platform::EditorListener* listener) { listener_ = listener; }
 
@@ -51,7 +52,7 @@ class EditorDialog : public QDialog {
 
   platform::EditorListener* listener_ = nullptr;
   QWidget* form_;
-  std::shared_ptr<RichEdit> box_;
+  std::shared_ptr<platform::RichEdit> box_;
   QPushButton* ok_;
   QPushButton* cancel_;
   QToolButton* fold_ = nullptr;

@@ -4,7 +4,7 @@
 
 #include "qel/qt/QtPlatform.h"
 #include "qt/platform/EditorDialog.h"
-#include "qt/platform/RichEdit.h"
+#include "qt/platform/BoxView.h"
 
 namespace qel::qt {
 namespace {
@@ -40,7 +40,7 @@ void EditorWindow::lay_out(const platform::EditorRectangle& box,
 }
 
 void EditorWindow::focus_box() {
-  if (dialog_) dialog_->box()->view().setFocus();
+  if (dialog_) dialog_->view().setFocus();
 }
 
 void EditorWindow::show_modal(platform::EditorListener& listener) {

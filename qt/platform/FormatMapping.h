@@ -12,20 +12,13 @@ class QColor;
 /// Formats between the library and Qt's text documents.
 namespace qel::qt {
 
-/// The exact offset in twips: Qt itself only knows raised and lowered.
-constexpr int offset_property = QTextFormat::UserProperty + 1;
-
 QColor to_qt(Color color);
 Color from_qt(const QColor& color);
 
 /// Black and `window_text`, the system's colour of text, become no colour at all: such text is
-/// shown in the palette's colour, whatever theme comes.
+/// shown in the palette's colour, whatever theme comes. Raised and lowered text is Qt's own, however
+/// far it is raised.
 QTextCharFormat to_qt(const richtext::CharFormat& format, Color window_text);
-/// Text without a colour reads as black.
-richtext::CharFormat from_qt(const QTextCharFormat& format);
-/// Only the fields to change, to be merged into formats that are there.
-QTextCharFormat to_qt(const richtext::FormatChange& change, Color window_text);
-
 /// Left is where a paragraph begins: text from right to left begins at the right.
 Qt::Alignment to_qt(richtext::Alignment alignment);
 richtext::Alignment alignment_of(const QTextBlockFormat& format);

@@ -14,7 +14,7 @@
 #include "qt/platform/Clipboard.h"
 #include "qt/platform/EditorWindow.h"
 #include "qt/platform/FormatMapping.h"
-#include "qt/platform/RichEdit.h"
+#include "qt/platform/BoxView.h"
 #include "qt/platform/Text.h"
 
 namespace qel::qt {
@@ -140,7 +140,7 @@ platform::Screen QtPlatform::screen() const {
 std::shared_ptr<platform::RichEdit> QtPlatform::create_rich_edit(
     platform::WindowHandle owner) const {
   // NOLINTNEXTLINE(performance-no-int-to-ptr): a handle is an address.
-  return std::make_shared<RichEdit>(reinterpret_cast<QWidget*>(owner));
+  return BoxView::create(reinterpret_cast<QWidget*>(owner));
 }
 
 std::shared_ptr<platform::MeasuringSurface> QtPlatform::create_measuring_surface() const {

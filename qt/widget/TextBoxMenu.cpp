@@ -1,12 +1,10 @@
 #include "qt/widget/TextBoxMenu.h"
 
-#include <QClipboard>
 #include <QCoreApplication>
-#include <QGuiApplication>
 #include <QMenu>
-#include <QTextDocument>
 
 #include "qel/control/QELTextbox.h"
+#include "qt/platform/BoxMenu.h"
 #include "qt/platform/BoxView.h"
 
 namespace qel::qt {
@@ -79,18 +77,7 @@ class Filling {
 void fill_menu(QMenu& menu, QELTextbox& control, BoxView& view) {
   Filling filling(menu, control, view);
   const bool edits = control.get_AllowEdits();
-  const bool selects = control.get_SelLength() > 0;
-  const QTextDocument& document = *view.document();
-  filling.add("U&ndo\tCtrl+Z", edits && document.isUndoAvailable(), [&view] { view.undo(); });
-  filling.add("&Redo\tCtrl+Y", edits && document.isRedoAvailable(), [&view] { view.redo(); });
-  menu.addSeparator();
-  filling.add("Cu&t\tCtrl+X", edits && selects, [&view] { view.cut(); });
-  filling.add("&Copy\tCtrl+C", selects, [&view] { view.copy(); });
-  filling.add("&Paste\tCtrl+V", edits && view.canPaste(),
-              [&control] { control.PasteClipboardContents(); });
-  filling.add("&Delete\tDel", edits && selects, [&control] { control.put_SelText(u""); });
-  menu.addSeparator();
-  filling.add("Select &All\tCtrl+A", !document.isEmpty(), [&view] { view.selectAll(); });
+  fill_edit_menu(menu, view);
   menu.addSeparator();
   filling.add(styles);
   filling.add("&Plain\tAlt+F10", edits, [&control] { control.SelPlain(); });

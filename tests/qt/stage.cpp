@@ -18,7 +18,8 @@
 #include "qel/qt/QtPlatform.h"
 #include "qt/platform/KeyMapping.h"
 #include "qt/platform/MimeData.h"
-#include "qt/platform/RichEdit.h"
+#include "qt/platform/BoxView.h"
+#include "qt/platform/Positions.h"
 #include "qt/platform/Text.h"
 
 namespace qel::conformance {
@@ -122,14 +123,14 @@ class QtStage : public Stage {
   }
 
   BoxView& view_of(platform::RichEdit& box) {
-    BoxView& view = static_cast<qt::RichEdit&>(box).view();
+    BoxView& view = *BoxView::of(box);
     view.setFocus();
     return view;
   }
   static QPoint point_of(platform::RichEdit& box, std::int32_t position) {
-    BoxView& view = static_cast<qt::RichEdit&>(box).view();
+    BoxView& view = *BoxView::of(box);
     QTextCursor cursor(view.document());
-    cursor.setPosition(qt::document_position(*view.document(), position, qt::InBreak::before));
+    cursor.setPosition(qt::document_position(*view.document(), position));
     return view.cursorRect(cursor).center();
   }
 

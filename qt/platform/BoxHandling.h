@@ -1,0 +1,35 @@
+#pragma once
+
+#include "qt/platform/BoxView.h"
+
+namespace qel::qt {
+
+/// While one of these lives, the view handles an event: the box is held, since listeners may let go
+/// of it, and the view does not go. Edits by others come first.
+class BoxView::Handling {
+ public:
+  enum class Foreign { take, leave };
+
+  explicit Handling(BoxView& view, Foreign foreign = Foreign::take) : counted_(view) {
+    if (view.box_ != nullptr) held_ = view.box_->weak_from_this().lock();
+    if (foreign == Foreign::take) view.take_foreign_edit();
+  }
+  Handling(const Handling&) = delete;
+  Handling& operator=(const Handling&) = delete;
+  ~Handling() = default;
+
+ private:
+  /// Outlives what is held: the view is told by the box that it is gone.
+  struct Counted {
+    explicit Counted(BoxView& view) : view_(view) { ++view_.handling_; }
+    Counted(const Counted&) = delete;
+    Counted& operator=(const Counted&) = delete;
+    ~Counted() { --view_.handling_; }
+    BoxView& view_;
+  };
+
+  Counted counted_;
+  std::shared_ptr<box::Box> held_;
+};
+
+}  // namespace qel::qt

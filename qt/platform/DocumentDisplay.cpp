@@ -1,0 +1,227 @@
+#include "qt/platform/DocumentDisplay.h"
+
+#include <QTextBlock>
+#include <QTextCursor>
+#include <algorithm>
+#include <cstddef>
+#include <string_view>
+#include <vector>
+
+#include "qel/base/Scan.h"
+#include "qel/base/Graphemes.h"
+#include "qel/base/Utf16.h"
+#include "qel/qt/QtPlatform.h"
+#include "qt/platform/FormatMapping.h"
+#include "qt/platform/Text.h"
+
+namespace qel::qt {
+
+using box::Change;
+using richtext::Document;
+using richtext::Extent;
+using richtext::RunList;
+
+namespace {
+
+constexpr char16_t paragraph_separator = 0x2029;
+constexpr char16_t begin_of_frame = 0xFDD0;
+constexpr char16_t end_of_frame = 0xFDD1;
+
+/// The character as Qt can hold it.
+char16_t storable(char16_t unit) {
+  if (unit == paragraph_separator) return QChar::LineSeparator;
+  return unit == begin_of_frame || unit == end_of_frame ? char16_t{QChar::ReplacementCharacter}
+                                                        : unit;
+}
+
+QString storable_text(std::u16string_view text) {
+  QString stored = to_qt(text);
+  const auto changes = [](char16_t unit) { return storable(unit) != unit; };
+  if (std::none_of(text.begin(), text.end(), changes)) return stored;
+  for (QChar& unit : stored) unit = storable(unit.unicode());
+  return stored;
+}
+
+/// The text as a Qt document has it, in which a break is one character.
+std::u16string shown_text(std::u16string_view text) {
+  std::u16string shown;
+  shown.reserve(text.size());
+  for (const char16_t unit : text) {
+    if (unit == u'\n') {
+      shown.push_back(paragraph_separator);
+    } else if (unit != u'\r') {
+      shown.push_back(storable(unit));
+    }
+  }
+  return shown;
+}
+
+/// Whether it is quicker to show the whole content anew.
+bool is_large(std::size_t length, const Document& content) {
+  constexpr std::size_t large = 20'000;
+  constexpr std::size_t share = 4;
+  return length > large && length * share > content.size();
+}
+
+/// Groups changes of a document until it goes.
+class Edits {
+ public:
+  explicit Edits(QTextCursor& cursor) : cursor_(cursor) { cursor_.beginEditBlock(); }
+  Edits(const Edits&) = delete;
+  Edits& operator=(const Edits&) = delete;
+  ~Edits() { cursor_.endEditBlock(); }
+
+ private:
+  QTextCursor& cursor_;
+};
+
+Color window_text() { return QtPlatform::system_color_value(QtPlatform::window_text); }
+
+QTextBlockFormat block_format(richtext::Alignment alignment) {
+  QTextBlockFormat format;
+  format.setAlignment(to_qt(alignment));
+  return format;
+}
+
+}  // namespace
+
+DocumentDisplay::DocumentDisplay(QTextDocument& document) : document_(document) {
+  document_.setUndoRedoEnabled(false);
+}
+
+Span DocumentDisplay::span_of(Extent extent) const {
+  const auto position = [this](std::size_t at) {
+    return document_position(document_, static_cast<std::int64_t>(at));
+  };
+  const int start = position(extent.start);
+  return {start, extent.length() == 0 ? start : position(extent.end)};
+}
+
+void DocumentDisplay::load(const Document& content) {
+  document_.setLayoutEnabled(false);
+  document_.clear();
+  QTextCursor cursor(&document_);
+  {
+    const Edits edits(cursor);
+    // New paragraphs take after the one that is there.
+    cursor.setBlockFormat(block_format(content.alignment_at(0)));
+    if (content.size() != 0) {
+      cursor.setBlockCharFormat(to_qt(content.format_at(0), window_text()));
+    }
+    insert(cursor, content, {0, content.size()});
+    if (content.alignments().run_count() != 1) put_alignments(content, {0, content.size()});
+  }
+  // The cursor went along to the end; on its way back later all of it would be laid out.
+  cursor.setPosition(0);
+  document_.setLayoutEnabled(true);
+}
+
+void DocumentDisplay::show(const Document& content, const Change& change) {
+  const std::size_t length = std::max(change.extent.length(), change.length);
+  if (change.kind == Change::Kind::everything) return load(content);
+  if (change.kind == Change::Kind::alignments) return put_alignments(content, change.extent);
+  if (is_large(length, content)) return load(content);
+  if (change.kind == Change::Kind::formats) return put_formats(content, change.extent);
+  replace(span_of(change.extent), content, change.after());
+}
+
+void DocumentDisplay::replace(Span span, const Document& content, Extent extent) {
+  QTextCursor cursor(&document_);
+  const Edits edits(cursor);
+  cursor.setPosition(span.start);
+  cursor.setPosition(span.end, QTextCursor::KeepAnchor);
+  cursor.removeSelectedText();
+  insert(cursor, content, extent);
+  put_alignments(content, extent);
+}
+
+void DocumentDisplay::insert(QTextCursor& cursor, const Document& content, Extent extent) const {
+  const RunList& runs = content.runs();
+  const Color own_color = window_text();
+  std::vector<std::optional<QTextCharFormat>> formats;
+  const std::u16string_view text = content.text();
+  for (std::size_t at = extent.start; at < extent.end;) {
+    const RunList::Run run = runs.run(runs.find(at));
+    const std::size_t end = std::min(run.end, extent.end);
+    if (run.value >= formats.size()) formats.resize(run.value + 1);
+    auto& format = formats[run.value];
+    const bool is_new = !format;
+    if (is_new) format = to_qt(content.format(run.value), own_color);
+    cursor.insertText(storable_text(text.substr(at, end - at)), *format);
+    // The document looks each format up; its own copy it knows without comparing every property.
+    const bool goes_on = is_new && end < extent.end;
+    const QTextCharFormat known = goes_on ? cursor.charFormat() : QTextCharFormat();
+    if (goes_on && known == *format) format = known;
+    at = end;
+  }
+}
+
+void DocumentDisplay::put_formats(const Document& content, Extent extent) {
+  const RunList& runs = content.runs();
+  const Color own_color = window_text();
+  QTextCursor cursor(&document_);
+  const Edits edits(cursor);
+  for (std::size_t at = extent.start; at < extent.end;) {
+    const RunList::Run run = runs.run(runs.find(at));
+    const std::size_t end = std::min(run.end, extent.end);
+    const Span span = span_of({at, end});
+    cursor.setPosition(span.start);
+    cursor.setPosition(span.end, QTextCursor::KeepAnchor);
+    cursor.setCharFormat(to_qt(content.format(run.value), own_color));
+    at = end;
+  }
+}
+
+/// Of the paragraphs that the extent touches.
+void DocumentDisplay::put_alignments(const Document& content, Extent extent) {
+  const Span span = span_of(extent);
+  const QTextBlock last = document_.findBlock(span.end);
+  for (QTextBlock block = document_.findBlock(span.start); block.isValid(); block = block.next()) {
+    const auto at = static_cast<std::size_t>(box_position(document_, block.position()));
+    const richtext::Alignment alignment = content.alignment_at(at);
+    if (alignment_of(block.blockFormat()) != alignment) {
+      QTextCursor(block).mergeBlockFormat(block_format(alignment));
+    }
+    if (block == last) return;
+  }
+}
+
+std::optional<DocumentDisplay::Edit> DocumentDisplay::foreign_edit(const Document& content) const {
+  const std::u16string known = shown_text(content.text());
+  std::u16string found = from_qt(document_.toRawText());
+  const std::size_t shorter = std::min(known.size(), found.size());
+  const auto differs = std::mismatch(known.begin(), known.begin() + static_cast<std::ptrdiff_t>(shorter),
+                                     found.begin());
+  auto front = static_cast<std::size_t>(differs.first - known.begin());
+  if (front == known.size() && front == found.size()) return {};
+  front = std::min(whole_position(known, front), whole_position(found, front));
+  std::size_t back = 0;
+  while (back < shorter - front && known[known.size() - back - 1] == found[found.size() - back - 1]) {
+    ++back;
+  }
+  if (back > 0 && is_low_surrogate(known[known.size() - back])) --back;
+
+  const auto position = [&known](std::size_t at) {
+    const auto end = known.begin() + static_cast<std::ptrdiff_t>(at);
+    return at + static_cast<std::size_t>(std::count(known.begin(), end, paragraph_separator));
+  };
+  constexpr std::u16string_view separator = u"\u2029";
+  std::u16string text = found.substr(front, found.size() - back - front);
+  std::replace(text.begin(), text.end(), begin_of_frame, paragraph_separator);
+  std::replace(text.begin(), text.end(), end_of_frame, paragraph_separator);
+  return Edit{{position(front), position(known.size() - back)},
+              replace_all(std::move(text), separator, u"\r\n")};
+}
+
+void DocumentDisplay::take_back(const Document& content, const Edit& edit) {
+  // Frames, tables and lists are made by nobody but others.
+  if (document_.rootFrame()->childFrames().isEmpty()) {
+    const std::size_t length = shown_text(edit.text).size();
+    const int start = span_of({edit.extent.start, edit.extent.start}).start;
+    replace({start, start + static_cast<int>(length)}, content, edit.extent);
+  } else {
+    load(content);
+  }
+}
+
+}  // namespace qel::qt

@@ -1,0 +1,65 @@
+#include "qt/platform/DropData.h"
+
+#include <algorithm>
+#include <iterator>
+
+#include "qel/richtext/RtfBytes.h"
+#include "qt/platform/MimeData.h"
+#include "qt/platform/Text.h"
+
+namespace qel::qt {
+
+using platform::rtf_format;
+using platform::text_format;
+
+namespace {
+
+bool is_rtf_name(const QString& name) {
+  return std::any_of(std::begin(mime::rtf_names), std::end(mime::rtf_names),
+                     [&](const char* rtf_name) { return name == QLatin1String(rtf_name); });
+}
+
+bool is_text_name(const QString& name) { return name.startsWith(QLatin1String("text/plain")); }
+
+}  // namespace
+
+bool DragMimeData::hasFormat(const QString& name) const { return formats().contains(name); }
+
+QStringList DragMimeData::formats() const {
+  QStringList names;
+  if (data_ == nullptr) return names;
+  if (data_->has(rtf_format)) {
+    for (const char* name : mime::rtf_names) names.append(QLatin1String(name));
+  }
+  if (data_->has(text_format)) names.append(QStringLiteral("text/plain"));
+  return names;
+}
+
+QVariant DragMimeData::retrieveData(const QString& name, QMetaType /*type*/) const {
+  if (data_ == nullptr) return {};
+  if (is_rtf_name(name)) {
+    const auto rtf = data_->get(rtf_format);
+    if (rtf) return QByteArray::fromStdString(richtext::rtf_to_bytes(*rtf));
+  } else if (is_text_name(name)) {
+    const auto text = data_->get(text_format);
+    if (text) return to_qt(*text).replace(QLatin1String("\r\n"), QLatin1String("\n"));
+  }
+  return {};
+}
+
+platform::DragData& DropData::look_at(const QMimeData& data) {
+  const auto* const own = qobject_cast<const DragMimeData*>(&data);
+  if (own != nullptr && own->dragged() != nullptr) return *own->dragged();
+  source_ = &data;
+  foreign_.clear();
+  if (mime::has_rtf(data)) foreign_.promise(rtf_format);
+  if (data.hasText()) foreign_.promise(text_format);
+  foreign_.put_supply([this](platform::DragData& promised, std::int16_t format) {
+    if (!source_) return;
+    const auto value = format == rtf_format ? mime::rtf(*source_) : mime::text(*source_);
+    if (value) promised.put(format, *value);
+  });
+  return foreign_;
+}
+
+}  // namespace qel::qt
