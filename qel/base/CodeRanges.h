@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cstddef>
+#include <cstdint>
 #include <iterator>
 
 /// Tables of characters by ranges.
@@ -10,6 +11,37 @@ namespace qel {
 struct CodeRange {
   char32_t first;
   char32_t last;
+};
+
+/// Every `stride`-th character from `first` to `last` maps to the one `delta` away.
+struct CaseRange {
+  char32_t first;
+  char32_t last;
+  std::int32_t stride;
+  std::int32_t delta;
+};
+
+/// What a character does in a grapheme cluster, by the names of the Unicode standard.
+enum class ClusterClass : std::uint8_t {
+  Other,
+  Control,
+  Extend,
+  ZWJ,
+  SpacingMark,
+  Prepend,
+  RegionalIndicator,
+  ExtendedPictographic,
+  L,
+  V,
+  T,
+  LV,
+  LVT
+};
+
+struct ClusterRange {
+  char32_t first;
+  char32_t last;
+  ClusterClass value;
 };
 
 /// The range of a table, in ascending order, in which the character lies; null when it is in none.

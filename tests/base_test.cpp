@@ -1,0 +1,126 @@
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <cstddef>
+#include <iterator>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "qel/base/Graphemes.h"
+#include "support/Random.h"
+#include "support/Text.h"
+
+namespace qel {
+namespace {
+
+/// The positions at which a walk forward over the text stops.
+std::vector<std::size_t> stops(std::u16string_view text) {
+  std::vector<std::size_t> found;
+  for (std::size_t at = 0; at < text.size();) {
+    at = cluster_after(text, at);
+    found.push_back(at);
+  }
+  return found;
+}
+
+/// Whether clusters that end at these positions are found from every position in them.
+void expect_clusters(std::u16string_view text, const std::vector<std::size_t>& ends) {
+  std::size_t start = 0;
+  for (const std::size_t end : ends) {
+    ASSERT_GT(end, start) << test::shown(text);
+    for (std::size_t at = start; at < end; ++at) {
+      ASSERT_EQ(cluster_after(text, at), end) << test::shown(text) << " after " << at;
+      ASSERT_EQ(cluster_before(text, at + 1), start) << test::shown(text) << " before " << at + 1;
+    }
+    start = end;
+  }
+  ASSERT_EQ(start, text.size()) << test::shown(text);
+  EXPECT_EQ(cluster_after(text, text.size() + 1), text.size());
+  EXPECT_EQ(cluster_before(text, text.size() + 1), cluster_before(text, text.size()));
+  EXPECT_EQ(cluster_before(text, 0), 0U);
+}
+
+TEST(Graphemes, AreWhatReadersTakeForCharacters) {
+  const std::vector<std::u16string_view> rows[] = {
+      {},
+      {u"a", u"b", u" "},
+      {u"\r\n", u"\r", u"\r\n", u"\n", u"\n", u"\r"},
+      {u"e\u0301", u"e\u0301\u0327", u"x"},
+      {u"\r\n", u"\u0301", u"\n", u"\u200D\u0301", u"\t", u"\u0903"},
+      {u"a\u0301", u"\x7F", u"\u0301", u"\u200B", u"\u0301\u0308", u"\u2028", u"a"},
+      {u"\u1100\u1161\u11A8\u11A8", u"\u1100\u1100\u1161\u1161\u11A8", u"\u1161\u11A8"},
+      {u"\uAC00\u11A8", u"\uAC00\u1161\u11A8", u"\uAC01\u11A8\u0308", u"\uAC00", u"\u1100\uAC01"},
+      {u"\uD7A3", u"\u1161", u"\u1100\uD788\u1161\u11A8", u"\u1161", u"a", u"\u11A8", u"\u1161"},
+      {u"\U0001F1E9\U0001F1EA", u"\U0001F1EB\U0001F1F7", u"\U0001F1E9", u"a", u"\U0001F1E9"},
+      {u"\U0001F1E9\U0001F1EA\u0301", u"\U0001F1EB\u200D", u"\U0001F1F7\U0001F1E9", u"\U0001F1FF"},
+      {u"\U0001F468\u200D\U0001F469\u200D\U0001F467\u200D\U0001F466", u"\U0001F466"},
+      {u"\U0001F469\U0001F3FF\u200D\u2764\uFE0F\u200D\U0001F468\U0001F3FB", u"!"},
+      {u"\U0001F44D\U0001F3FD", u"\U0001F44D", u"a\U0001F3FD", u"1\uFE0F\u20E3", u"\u2764\uFE0F"},
+      {u"\U0001F469\u200D\u200D", u"\U0001F469\u200D", u"a\u200D", u"\U0001F469"},
+      {u"\u200D", u"\U0001F469\u200D\u0308", u"\U0001F469", u"\u00A9\u0308\u200D\u00AE"},
+      {u"\U0001F3F4\U000E0067\U000E0062\U000E007F", u"\U0001F3F3\uFE0F\u200D\U0001F308"},
+      {u"\u0600\u0661", u"\u0600\u0600a", u"\u0600\U0001F1E9\U0001F1EA", u"\u0600\u0301", u"a"},
+      {u"\u0600", u"\n", u"\U000110BD\u0903", u"\u0600", u"\r\n"},
+      {u"\u0928\u093F", u"\u0915\u094D", u"\u0937\u093F", u"\u0BA8\u0BBF", u"\u0E01\u0E33"},
+      {u"\U0001D15E\U0001D165", u"\U0002F800\U000E0100", u"\U00010000", u"\U0010FFFF"},
+      {u"\xD83D", u"\u0301", u"\xDE00", u"\xDE00", u"\u200D", u"\xD83D", u"\U0001F600\u0301"},
+      {u"\u0600", u"\xD83C", u"\U0001F1E9", u"\xDDEA", u"\xD83C"},
+  };
+  for (const auto& clusters : rows) {
+    std::u16string text;
+    std::vector<std::size_t> ends;
+    ends.reserve(clusters.size());
+    for (const std::u16string_view cluster : clusters) ends.push_back(text.append(cluster).size());
+    expect_clusters(text, ends);
+  }
+}
+
+TEST(Graphemes, AreTheSameFromEveryPositionInHostileTexts) {
+  const std::vector<std::u16string_view> vocabulary = {
+      u"a",      u"\r",     u"\n",         u"\u0301", u"\u0903",     u"\u200D", u"\u0600",
+      u"\u1100", u"\u1161", u"\u11A8",     u"\uAC00", u"\uAC01",     u"\u00A9", u"\U0001F469",
+      u"\xD83D", u"\xDE00", u"\U0001F3FD", u"\xD83C", u"\U0001F1E9", u"\xDDEA", u"\U0001F1EA"};
+  test::Random random(test::base_seed());
+  SCOPED_TRACE(random.describe());
+  for (int i = 0; i < 3000; ++i) {
+    const std::u16string text = random.text(vocabulary, 1 + random.below(24));
+    expect_clusters(text, stops(text));
+  }
+}
+
+TEST(Graphemes, AreFoundInHugeTextsWithoutReadingThemAnewAtEachStep) {
+  constexpr std::size_t many = 20'000;
+  struct Row {
+    std::u16string_view piece;
+    std::size_t clusters;
+  };
+  const Row rows[] = {{u"\u0301", 1},
+                      {u"\u200D", 1},
+                      {u"\u1100", 1},
+                      {u"\u0600", 1},
+                      {u"\U0001F469\u0301\u200D", 1},
+                      {u"\U0001F469\u0301\u200D\u200D", many},
+                      {u"\U0001F1E9", many - 300}};
+  for (const Row& row : rows) {
+    const std::u16string text = test::repeated(row.piece, many);
+    const std::vector<std::size_t> forward = stops(text);
+    EXPECT_EQ(forward.size(), row.clusters) << test::shown(row.piece);
+    std::vector<std::size_t> backward;
+    for (std::size_t at = text.size(); at > 0; at = cluster_before(text, at))
+      backward.push_back(at);
+    EXPECT_TRUE(std::equal(forward.rbegin(), forward.rend(), backward.begin(), backward.end()))
+        << test::shown(row.piece);
+  }
+}
+
+TEST(WholePosition, NeverStandsWithinAPairOrABreak) {
+  const std::u16string_view text = u"\r\n\r\r\n\n\U0001F600\xD83D\xD83D\xDE00\xDE00";
+  const std::size_t whole[] = {0, 0, 2, 3, 3, 5, 6, 6, 8, 9, 9, 11, 12, 12};
+  for (std::size_t at = 0; at < std::size(whole); ++at) {
+    EXPECT_EQ(whole_position(text, at), whole[at]) << at;
+  }
+}
+
+}  // namespace
+}  // namespace qel
