@@ -10,13 +10,6 @@
 namespace qel {
 namespace {
 
-/// Every `stride`-th character from `first` to `last` maps to the one `delta` away.
-struct CaseRange {
-  char32_t first;
-  char32_t last;
-  std::int32_t stride;
-  std::int32_t delta;
-};
 
 #include "qel/base/UnicodeTables.inc"
 
