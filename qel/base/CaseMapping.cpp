@@ -10,7 +10,6 @@
 namespace qel {
 namespace {
 
-
 #include "qel/base/UnicodeTables.inc"
 
 template <std::size_t Size>

@@ -15,7 +15,8 @@ void fill_edit_menu(QMenu& menu, BoxView& view) {
   const bool selects = !box.selected().is_empty();
   const auto add = [&](const char* caption, bool enabled, std::int16_t key_code,
                        std::int16_t shift) {
-    QAction* const action = menu.addAction(QCoreApplication::translate("qel::qt::TextBox", caption));
+    QAction* const action =
+        menu.addAction(QCoreApplication::translate("qel::qt::TextBox", caption));
     action->setEnabled(enabled);
     QObject::connect(action, &QAction::triggered, &view, [&view, key_code, shift] {
       if (view.box() != nullptr) view.run_command(key_code, shift);

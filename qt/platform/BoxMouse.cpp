@@ -27,8 +27,7 @@ bool BoxView::is_on_selection(QPoint point) const {
 }
 
 std::size_t BoxView::position_at(QPoint point) const {
-  return static_cast<std::size_t>(
-      box_position(*document(), cursorForPosition(point).position()));
+  return static_cast<std::size_t>(box_position(*document(), cursorForPosition(point).position()));
 }
 
 void BoxView::mousePressEvent(QMouseEvent* event) {

@@ -72,6 +72,10 @@ BoxView::BoxView(box::Box& box, QWidget* owner)
   connect(document(), &QTextDocument::contentsChange, this, &BoxView::note_change);
   connect(this, &QTextEdit::cursorPositionChanged, this, &BoxView::take_selection);
   connect(this, &QTextEdit::selectionChanged, this, &BoxView::take_selection);
+  // What is typed next has the format that the box says.
+  connect(this, &QTextEdit::currentCharFormatChanged, this, [this] {
+    if (showing_ == 0 && !has_foreign_edit_ && box_ != nullptr) show_selection();
+  });
 }
 
 BoxView::~BoxView() {
@@ -218,8 +222,11 @@ void BoxView::take_selection() {
 }
 
 /// Within the change itself, nothing else would be told of what is done about it.
-void BoxView::note_change(int /*position*/, int removed, int added) {
+void BoxView::note_change(int position, int removed, int added) {
   if (showing_ > 0 || (removed == 0 && added == 0)) return;
+  const int behind = std::max(document()->characterCount() - 1 - position - added, 0);
+  if (!has_foreign_edit_) touched_ = {position, behind};
+  touched_ = {std::min(touched_.before, position), std::min(touched_.behind, behind)};
   if (std::exchange(has_foreign_edit_, true)) return;
   QMetaObject::invokeMethod(this, &BoxView::take_foreign_edit, Qt::QueuedConnection);
 }
@@ -229,20 +236,26 @@ void BoxView::take_foreign_edit() {
   const Handling handling(*this, Handling::Foreign::leave);
   const Selection selected = selection_in_window();
   const auto edit = display_.foreign_edit(box_->document());
-  const richtext::Extent all = {0, box_->text().size()};
   {
     const Scoped showing(showing_, showing_ + 1);
-    if (edit) {
-      display_.take_back(box_->document(), *edit);
-    } else {
-      display_.show(box_->document(), {Change::Kind::formats, all, all.length()});
-      display_.show(box_->document(), {Change::Kind::alignments, all, all.length()});
-    }
+    if (edit) display_.take_back(box_->document(), *edit);
+    show_touched_formats(edit ? edit->extent.start : 0);
   }
   has_foreign_edit_ = false;
   const bool is_taken = edit && box_->take_edit(edit->extent, edit->text);
   if (is_taken || !edit) box_->put_selection(selected);
   show_selection();
+}
+
+/// Formats have changed also where the text is the same again, and before what was edited.
+void BoxView::show_touched_formats(std::size_t edited) {
+  const int end = std::max(document()->characterCount() - 1 - touched_.behind, touched_.before);
+  const auto position = [this](int at) {
+    return static_cast<std::size_t>(box_position(*document(), at));
+  };
+  const richtext::Extent extent = {position(touched_.before), std::max(position(end), edited)};
+  display_.show(box_->document(), {Change::Kind::formats, extent, extent.length()});
+  display_.show(box_->document(), {Change::Kind::alignments, extent, extent.length()});
 }
 
 // The clipboard.

@@ -80,6 +80,7 @@ class BoxView : public QTextEdit, public box::View {
   void take_selection();
   void note_change(int position, int removed, int added);
   void take_foreign_edit();
+  void show_touched_formats(std::size_t edited);
 
   bool takes_shortcut(const QKeyEvent& event) const;
   bool leave_by_tab(QKeyEvent& event);
@@ -102,6 +103,11 @@ class BoxView : public QTextEdit, public box::View {
   int handling_ = 0;  // events: the view must not go now
   bool composes_ = false;
   bool has_foreign_edit_ = false;
+  /// How much of the document others have left alone, before and behind what they have changed.
+  struct {
+    int before = 0;
+    int behind = 0;
+  } touched_;
   bool shows_colors_ = false;
   std::optional<QPoint> pressed_at_;
 };

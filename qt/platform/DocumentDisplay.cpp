@@ -7,8 +7,8 @@
 #include <string_view>
 #include <vector>
 
-#include "qel/base/Scan.h"
 #include "qel/base/Graphemes.h"
+#include "qel/base/Scan.h"
 #include "qel/base/Utf16.h"
 #include "qel/qt/QtPlatform.h"
 #include "qt/platform/FormatMapping.h"
@@ -190,13 +190,14 @@ std::optional<DocumentDisplay::Edit> DocumentDisplay::foreign_edit(const Documen
   const std::u16string known = shown_text(content.text());
   std::u16string found = from_qt(document_.toRawText());
   const std::size_t shorter = std::min(known.size(), found.size());
-  const auto differs = std::mismatch(known.begin(), known.begin() + static_cast<std::ptrdiff_t>(shorter),
-                                     found.begin());
+  const auto differs = std::mismatch(
+      known.begin(), known.begin() + static_cast<std::ptrdiff_t>(shorter), found.begin());
   auto front = static_cast<std::size_t>(differs.first - known.begin());
   if (front == known.size() && front == found.size()) return {};
   front = std::min(whole_position(known, front), whole_position(found, front));
   std::size_t back = 0;
-  while (back < shorter - front && known[known.size() - back - 1] == found[found.size() - back - 1]) {
+  while (back < shorter - front &&
+         known[known.size() - back - 1] == found[found.size() - back - 1]) {
     ++back;
   }
   if (back > 0 && is_low_surrogate(known[known.size() - back])) --back;

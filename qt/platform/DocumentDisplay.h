@@ -19,8 +19,8 @@ class DocumentDisplay {
   /// The document must outlive this. Nothing in it can be undone from now on.
   explicit DocumentDisplay(QTextDocument& document);
 
-  /// Shows the content in place of all that was shown. Laid out as a new text, only as much of it is
-  /// laid out at once as is seen.
+  /// Shows the content in place of all that was shown. Laid out as a new text, only as much of it
+  /// is laid out at once as is seen.
   void load(const richtext::Document& content);
   /// Shows what has become of the content, of which all else is shown already.
   void show(const richtext::Document& content, const box::Change& change);

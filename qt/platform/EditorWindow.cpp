@@ -3,8 +3,8 @@
 #include <QApplication>
 
 #include "qel/qt/QtPlatform.h"
-#include "qt/platform/EditorDialog.h"
 #include "qt/platform/BoxView.h"
+#include "qt/platform/EditorDialog.h"
 
 namespace qel::qt {
 namespace {

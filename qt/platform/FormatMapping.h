@@ -16,8 +16,8 @@ QColor to_qt(Color color);
 Color from_qt(const QColor& color);
 
 /// Black and `window_text`, the system's colour of text, become no colour at all: such text is
-/// shown in the palette's colour, whatever theme comes. Raised and lowered text is Qt's own, however
-/// far it is raised.
+/// shown in the palette's colour, whatever theme comes. Raised and lowered text is Qt's own,
+/// however far it is raised.
 QTextCharFormat to_qt(const richtext::CharFormat& format, Color window_text);
 /// Left is where a paragraph begins: text from right to left begins at the right.
 Qt::Alignment to_qt(richtext::Alignment alignment);

@@ -11,10 +11,10 @@
 #include "qel/base/Error.h"
 #include "qel/headless/HeadlessPlatform.h"
 #include "qel/platform/Common.h"
+#include "qt/platform/BoxView.h"
 #include "qt/platform/Clipboard.h"
 #include "qt/platform/EditorWindow.h"
 #include "qt/platform/FormatMapping.h"
-#include "qt/platform/BoxView.h"
 #include "qt/platform/Text.h"
 
 namespace qel::qt {

@@ -15,7 +15,6 @@
 #include "qt/Printing.h"
 #include "qt/platform/BoxView.h"
 #include "qt/platform/EditorDialog.h"
-#include "qt/platform/RichEdit.h"
 
 namespace qel::qt {
 namespace {
@@ -40,7 +39,7 @@ class QtEditor : public testing::Test {
     return box.get_TextQEL();
   }
 
-  static BoxView& view(EditorDialog& dialog) { return dialog.box()->view(); }
+  static BoxView& view(EditorDialog& dialog) { return dialog.view(); }
   static QAction* item(EditorDialog& dialog, const char* name) {
     return dialog.findChild<QAction*>(QLatin1String(name));
   }

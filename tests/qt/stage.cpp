@@ -16,9 +16,9 @@
 
 #include "qel/platform/Keys.h"
 #include "qel/qt/QtPlatform.h"
+#include "qt/platform/BoxView.h"
 #include "qt/platform/KeyMapping.h"
 #include "qt/platform/MimeData.h"
-#include "qt/platform/BoxView.h"
 #include "qt/platform/Positions.h"
 #include "qt/platform/Text.h"
 

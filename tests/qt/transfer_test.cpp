@@ -11,9 +11,7 @@
 
 #include "qel/platform/Keys.h"
 #include "qel/qt/QtPlatform.h"
-#include "qt/platform/BoxDrag.h"
 #include "qt/platform/BoxView.h"
-#include "qt/platform/RichEdit.h"
 #include "support/Text.h"
 
 namespace qel::qt {
@@ -31,7 +29,7 @@ TEST(QtClipboard, HasTextAndRTFUnderTheirNames) {
   EXPECT_EQ(there.data(rtf_name), QByteArray("{\\rtf1 a\\par \\'80\\u20013?}"));
   EXPECT_EQ(there.data(QStringLiteral("application/rtf")), there.data(rtf_name));
   EXPECT_EQ(clipboard.text(), u"a\r\n\u20AC\u4E2D");
-  RichEdit box(nullptr);
+  box::Box box;
   box.put_TextRTF(*clipboard.rtf());
   EXPECT_EQ(box.get_Text(), u"a\r\n\u20AC\u4E2D");
 
@@ -46,22 +44,26 @@ TEST(QtClipboard, HasTextAndRTFUnderTheirNames) {
 }
 
 TEST(QtClipboard, TakesWhatKeysCopy) {
-  RichEdit box(nullptr);
+  const auto shown = BoxView::create(nullptr);
+  box::Box& box = *shown;
+  BoxView& view = *BoxView::of(box);
   box.put_TextRTF(u"{\\rtf1 a\\b bc\\b0\\par d}");
-  QTest::keyClick(&box.view(), Qt::Key_A, Qt::ControlModifier);
-  QTest::keyClick(&box.view(), Qt::Key_C, Qt::ControlModifier);
+  QTest::keyClick(&view, Qt::Key_A, Qt::ControlModifier);
+  QTest::keyClick(&view, Qt::Key_C, Qt::ControlModifier);
   EXPECT_EQ(QApplication::clipboard()->text(), QStringLiteral("abc\nd"));
-  RichEdit other(nullptr);
+  const auto also_shown = BoxView::create(nullptr);
+  box::Box& other = *also_shown;
+  BoxView& other_view = *BoxView::of(other);
   BoxAppearance many = other.appearance();
-  QTest::keyClick(&other.view(), Qt::Key_Insert, Qt::ShiftModifier);
+  QTest::keyClick(&other_view, Qt::Key_Insert, Qt::ShiftModifier);
   EXPECT_EQ(other.get_TextRTF(), box.get_TextRTF());
   many.multiline = false;
   other.put_appearance(many);
-  QTest::keyClick(&other.view(), Qt::Key_V, Qt::ControlModifier);
+  QTest::keyClick(&other_view, Qt::Key_V, Qt::ControlModifier);
   EXPECT_EQ(other.get_Text(), u"abc\r\ndabc d") << "one line stays one line";
-  QTest::keyClick(&other.view(), Qt::Key_Z, Qt::ControlModifier);
+  QTest::keyClick(&other_view, Qt::Key_Z, Qt::ControlModifier);
   EXPECT_EQ(other.get_Text(), u"abc\r\nd");
-  QTest::keyClick(&box.view(), Qt::Key_Delete, Qt::ShiftModifier);
+  QTest::keyClick(&view, Qt::Key_Delete, Qt::ShiftModifier);
   EXPECT_EQ(box.get_Text(), u"");
 }
 
@@ -133,23 +135,25 @@ class QtDrag : public testing::Test {
     const QPoint at(150, 8);
     const Qt::DropActions actions = Qt::CopyAction | Qt::MoveAction;
     QDragEnterEvent enter(at, actions, &data, Qt::LeftButton, modifiers);
-    QApplication::sendEvent(box.view().viewport(), &enter);
+    QApplication::sendEvent(view.viewport(), &enter);
     if (!enter.isAccepted()) return Qt::IgnoreAction;
     QDragMoveEvent move(at, actions, &data, Qt::LeftButton, modifiers);
-    QApplication::sendEvent(box.view().viewport(), &move);
+    QApplication::sendEvent(view.viewport(), &move);
     if (!move.isAccepted()) {
       QDragLeaveEvent leave;
-      QApplication::sendEvent(box.view().viewport(), &leave);
+      QApplication::sendEvent(view.viewport(), &leave);
       return Qt::IgnoreAction;
     }
     QDropEvent drop(at, actions, &data, Qt::LeftButton, modifiers);
-    QApplication::sendEvent(box.view().viewport(), &drop);
+    QApplication::sendEvent(view.viewport(), &drop);
     return drop.isAccepted() ? drop.dropAction() : Qt::IgnoreAction;
   }
 
   QWidget window;
   DragListener listener;
-  RichEdit box{&window};
+  std::shared_ptr<box::Box> shown = BoxView::create(&window);
+  box::Box& box = *shown;
+  BoxView& view = *BoxView::of(box);
 };
 
 TEST_F(QtDrag, PutsWhatIsDroppedIntoTheText) {
@@ -167,8 +171,8 @@ TEST_F(QtDrag, PutsWhatIsDroppedIntoTheText) {
   box.select({7, 1});
   EXPECT_EQ(box.get_SelBold(), true);
   EXPECT_EQ(drag_and_drop(data, Qt::ControlModifier), Qt::CopyAction);
-  box.view().undo();
-  box.view().undo();
+  view.run_command(keys::letter_key('Z'), keys::ctrl_key);
+  view.run_command(keys::letter_key('Z'), keys::ctrl_key);
   EXPECT_EQ(box.get_Text(), u"one two");
 }
 
@@ -207,36 +211,13 @@ TEST_F(QtDrag, BeginsOnlyWhereItMay) {
   EXPECT_EQ(listener.told, "start start");
 }
 
-TEST_F(QtDrag, MovesWithinTheTextAsOneChange) {
-  box.put_TextRTF(u"{\\rtf1 a{\\b b}\\par c d}");
-  listener.changes = 0;
-  struct Row {
-    Range moved;
-    int to;  // in the document, where a break is one position
-    std::u16string_view text;
-  };
-  for (const Row& row : {Row{{1, 1}, 6, u"a\r\nc db"}, Row{{4, 2}, 0, u"c ab\r\nd"},
-                         Row{{1, 4}, 2, u"ab\r\nc d"}, Row{{0, 2}, 2, u"ab\r\nc d"}}) {
-    const std::u16string before = box.get_TextRTF();
-    box.select(row.moved);
-    const std::u16string moved = box.get_SelRTF();
-    box.view().move_selection(row.to);
-    EXPECT_EQ(test::shown(box.get_Text()), test::shown(row.text));
-    EXPECT_EQ(test::shown(box.get_SelRTF()), test::shown(moved));
-    const bool stays = box.get_TextRTF() == before;
-    EXPECT_EQ(listener.changes, stays ? 0 : 1);
-    if (!stays) box.view().undo();
-    EXPECT_EQ(test::shown(box.get_TextRTF()), test::shown(before));
-    listener.changes = 0;
-  }
-}
-
 TEST_F(QtDrag, SuppliesWhatWasPromised) {
-  const DragMimeData data;
-  data.dragged().promise(text_format);
-  data.dragged().put(rtf_format, u"{\\rtf1 \u00E4}");
+  DragData dragged;
+  const DragMimeData data(dragged);
+  dragged.promise(text_format);
+  dragged.put(rtf_format, u"{\\rtf1 \u00E4}");
   int asked = 0;
-  data.dragged().put_supply([&](DragData& promised, std::int16_t format) {
+  dragged.put_supply([&](DragData& promised, std::int16_t format) {
     ++asked;
     promised.put(format, u"a\r\nb");
   });
