@@ -15,7 +15,7 @@
 #include "qel/qel.h"
 #include "qel/qt/TextBox.h"
 #include "qel/richtext/DocumentReader.h"
-#include "qt/platform/DocumentMapping.h"
+#include "qt/platform/DocumentDisplay.h"
 #include "qt/platform/FormatMapping.h"
 #include "qt/platform/Text.h"
 
@@ -104,8 +104,8 @@ void key_in_text_edit(State& state) {
   QTextEdit edit;
   edit.resize(window_size);
   edit.show();
-  QTextCursor cursor(edit.document());
-  qt::insert(cursor, content_of(input(state)), Color{0});
+  qt::DocumentDisplay(*edit.document()).load(content_of(input(state)));
+  edit.document()->setUndoRedoEnabled(true);
   type_keys(state, edit);
 }
 BENCHMARK(key_in_text_edit)->Arg(small_size)->Iterations(keystrokes)->Unit(benchmark::kMicrosecond);

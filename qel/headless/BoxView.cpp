@@ -26,9 +26,9 @@ std::size_t line_end(Text text, std::size_t at) {
 
 }  // namespace
 
-std::shared_ptr<box::Box> BoxView::create(std::shared_ptr<Desktop> desktop) {
+std::shared_ptr<box::Box> BoxView::create(std::shared_ptr<Shared> shared) {
   auto box = std::make_shared<box::Box>();
-  box->attach(new BoxView(*box, std::move(desktop)));
+  box->attach(new BoxView(*box, std::move(shared)));
   return box;
 }
 
@@ -38,9 +38,9 @@ BoxView& BoxView::of(const platform::RichEdit& box) {
 }
 
 void BoxView::carry(box::Drag& drag) {
-  if (!desktop_->dragger) return;
+  if (!shared_->dragger) return;
   Drag carried(drag);
-  desktop_->dragger(carried);
+  shared_->dragger(carried);
   carried.leave();
 }
 

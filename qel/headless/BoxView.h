@@ -7,7 +7,7 @@
 #include "qel/box/Box.h"
 #include "qel/box/Keyboard.h"
 #include "qel/box/Mouse.h"
-#include "qel/headless/Desktop.h"
+#include "qel/headless/Shared.h"
 #include "qel/platform/Keys.h"
 
 namespace qel::headless {
@@ -17,7 +17,7 @@ namespace qel::headless {
 class BoxView : public box::View {
  public:
   /// A new box in such a window.
-  static std::shared_ptr<box::Box> create(std::shared_ptr<Desktop> desktop);
+  static std::shared_ptr<box::Box> create(std::shared_ptr<Shared> shared);
   /// The window of a box that a headless platform has created.
   static BoxView& of(const platform::RichEdit& box);
 
@@ -28,7 +28,7 @@ class BoxView : public box::View {
     return reinterpret_cast<platform::WindowHandle>(this);
   }
   void put_owner(platform::WindowHandle /*owner*/) override {}
-  platform::Clipboard& clipboard() override { return desktop_->clipboard; }
+  platform::Clipboard& clipboard() override { return shared_->clipboard; }
   void carry(box::Drag& drag) override;
   void close() override { delete this; }
 
@@ -45,8 +45,8 @@ class BoxView : public box::View {
   box::Mouse& mouse() { return mouse_; }
 
  private:
-  BoxView(box::Box& box, std::shared_ptr<Desktop> desktop)
-      : box_(box), desktop_(std::move(desktop)) {}
+  BoxView(box::Box& box, std::shared_ptr<Shared> shared)
+      : box_(box), shared_(std::move(shared)) {}
 
   std::ptrdiff_t lines_of(std::int16_t key_code) const;
   std::size_t line_away(std::ptrdiff_t lines);
@@ -54,7 +54,7 @@ class BoxView : public box::View {
   box::Box& box_;
   box::Keyboard keyboard_{box_};
   box::Mouse mouse_{box_};
-  std::shared_ptr<Desktop> desktop_;
+  std::shared_ptr<Shared> shared_;
   box::Selection last_;          // after the last move by lines,
   std::size_t goal_column_ = 0;  // which keeps to this column
 };

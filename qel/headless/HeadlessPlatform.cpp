@@ -87,7 +87,7 @@ const platform::VisualStyles& HeadlessPlatform::visual_styles() const {
 
 std::shared_ptr<platform::RichEdit> HeadlessPlatform::create_rich_edit(
     platform::WindowHandle /*owner*/) const {
-  return BoxView::create(desktop_);
+  return BoxView::create(shared_);
 }
 
 std::unique_ptr<platform::EditorWindow> HeadlessPlatform::create_editor_window(

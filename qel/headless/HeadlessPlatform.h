@@ -4,7 +4,7 @@
 #include <memory>
 #include <utility>
 
-#include "qel/headless/Desktop.h"
+#include "qel/headless/Shared.h"
 #include "qel/headless/EditorWindow.h"
 #include "qel/platform/Platform.h"
 
@@ -18,7 +18,7 @@ class HeadlessPlatform : public platform::Platform {
   const platform::SystemColors& system_colors() const override;
   const platform::VisualStyles& visual_styles() const override;
   /// This platform's own, which no other program sees.
-  OwnClipboard& clipboard() const override { return desktop_->clipboard; }
+  OwnClipboard& clipboard() const override { return shared_->clipboard; }
   /// 1024 by 768 pixels of 15 twips.
   platform::Screen screen() const override { return {1024, 768, 15, 15}; }
   std::shared_ptr<platform::RichEdit> create_rich_edit(platform::WindowHandle owner) const override;
@@ -29,11 +29,11 @@ class HeadlessPlatform : public platform::Platform {
   /// Who acts in the editor windows that are shown from now on.
   void put_user(EditorWindow::User user) { user_ = std::move(user); }
   /// Who drags what is dragged from the platform's boxes.
-  void put_dragger(std::function<void(Drag&)> dragger) { desktop_->dragger = std::move(dragger); }
+  void put_dragger(std::function<void(Drag&)> dragger) { shared_->dragger = std::move(dragger); }
 
  private:
   EditorWindow::User user_;
-  std::shared_ptr<Desktop> desktop_ = std::make_shared<Desktop>();
+  std::shared_ptr<Shared> shared_ = std::make_shared<Shared>();
 };
 
 }  // namespace qel::headless

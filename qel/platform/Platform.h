@@ -23,7 +23,7 @@ class SystemColors {
   virtual Color color(std::int32_t index) const = 0;
 };
 
-/// The visual styles of the desktop.
+/// The visual styles of the system.
 class VisualStyles {
  public:
   virtual ~VisualStyles() = default;

@@ -6,7 +6,6 @@
 #include <QResizeEvent>
 #include <QStyle>
 
-#include "qel/base/Scoped.h"
 #include "qel/qt/QtPlatform.h"
 #include "qt/platform/BoxView.h"
 #include "qt/platform/FormatMapping.h"
@@ -43,7 +42,6 @@ class TextBox::Events : public ControlEvents {
   explicit Events(TextBox& widget) : widget_(widget) {}
 
   void Change() override {
-    widget_.note_change();
     emit widget_.Change();
     emit widget_.TextQELChanged();
   }
@@ -106,9 +104,10 @@ TextBox::TextBox(QWidget* parent)
   control_ = std::make_unique<QELTextbox>(*site_, QtPlatform::use());
   control_->InitProperties();
   take_events();
-  for (BoxView* box : findChildren<BoxView*>(QString(), Qt::FindDirectChildrenOnly)) {
-    box->setContextMenuPolicy(Qt::CustomContextMenu);
-    connect(box, &QWidget::customContextMenuRequested, this, &TextBox::show_menu);
+  for (const auto& box : control_->boxes()) {
+    BoxView* const view = BoxView::of(*box);
+    view->setContextMenuPolicy(Qt::CustomContextMenu);
+    connect(view, &QWidget::customContextMenuRequested, this, &TextBox::show_menu);
   }
   note_property(QStringLiteral("Multiline"));
 }
@@ -123,10 +122,7 @@ TextBox::~TextBox() {
 void TextBox::take_events() { control_->listen(events_.get()); }
 
 BoxView* TextBox::view() const {
-  const auto boxes = findChildren<BoxView*>(QString(), Qt::FindDirectChildrenOnly);
-  const auto shown =
-      std::find_if(boxes.begin(), boxes.end(), [](const BoxView* box) { return !box->isHidden(); });
-  return shown == boxes.end() ? nullptr : *shown;
+  return BoxView::of(*control_->boxes()[control_->get_Multiline() ? 1 : 0]);
 }
 
 void TextBox::note_property(const QString& name) {
@@ -151,16 +147,24 @@ void TextBox::show_menu(const QPoint& point) {
 
 // Texts and sizes.
 
-/// What is done to the text otherwise is kept as it is.
-void TextBox::note_change() {
-  if (!keeps_text_) markup_.reset();
+/// Whether the box still shows what was made of the markup, whoever might have edited it.
+bool TextBox::shows_markup() const {
+  return markup_ && control_->CurrentRichTextBox()->get_TextRTF() == shown_;
+}
+
+void TextBox::keep(const QString& markup) {
+  markup_ = markup;
+  shown_ = control_->CurrentRichTextBox()->get_TextRTF();
 }
 
 template <class Put>
 void TextBox::put_and_keep_text(Put put) {
-  const Scoped keeping(keeps_text_, true);
+  if (!shows_markup()) markup_.reset();
   put();
-  if (markup_) control_->put_TextQEL(view_of(*markup_));
+  if (!markup_) return;
+  const QString markup = *markup_;
+  control_->put_TextQEL(view_of(markup));
+  keep(markup);
 }
 
 QString TextBox::get_Text() const { return to_qt(control_->get_Text()); }
@@ -170,7 +174,7 @@ void TextBox::put_Text(const QString& Value) {
   const auto lines = [](QString text) {
     return text.replace(QLatin1String("\r\n"), QLatin1String("\n"));
   };
-  if (markup_ && lines(Value) == lines(get_Text())) {
+  if (shows_markup() && lines(Value) == lines(get_Text())) {
     put_and_keep_text([&] { control_->put_Text(view_of(Value)); });
   } else {
     control_->put_Text(view_of(Value));
@@ -181,7 +185,7 @@ QString TextBox::get_TextQEL() const { return to_qt(control_->get_TextQEL()); }
 
 void TextBox::put_TextQEL(const QString& Value) {
   control_->put_TextQEL(view_of(Value));
-  if (is_in_the_making()) markup_ = Value;
+  if (is_in_the_making()) keep(Value);
 }
 
 QString TextBox::get_FontName() const { return to_qt(control_->get_FontName()); }
@@ -230,8 +234,7 @@ QString TextBox::get_PlaceholderText() const {
 }
 
 void TextBox::put_PlaceholderText(const QString& Value) {
-  for (BoxView* box : findChildren<BoxView*>(QString(), Qt::FindDirectChildrenOnly))
-    box->setPlaceholderText(Value);
+  for (const auto& box : control_->boxes()) BoxView::of(*box)->setPlaceholderText(Value);
 }
 
 QSize TextBox::sizeHint() const {

@@ -135,6 +135,18 @@ TEST_F(Widget, KeepsItsPropertiesInSettingsAndDynamicProperties) {
   EXPECT_EQ(from_object.get_BackColor(), 0x030201);
 }
 
+TEST(WidgetInTheMaking, KeepsMarkupThroughItsPropertiesButNoEditBack) {
+  TextBox box;
+  ControlEvents nobody;
+  box.control().listen(&nobody);  // what is edited then no signal tells
+  box.put_TextQEL(QStringLiteral("/f1a/f0b"));
+  box.put_FontName(QStringLiteral("Verdana"));
+  EXPECT_EQ(box.get_TextQEL(), QStringLiteral("/f1a/f0b"));
+  box.control().put_SelText(u"x");
+  box.put_FontName(QStringLiteral("Tahoma"));
+  EXPECT_EQ(box.get_Text(), QStringLiteral("xab"));
+}
+
 TEST_F(Widget, TellsOfEachChangeOnce) {
   QSignalSpy changes(&box, &TextBox::Change);
   QSignalSpy notices(&box, &TextBox::TextQELChanged);

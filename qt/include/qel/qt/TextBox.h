@@ -171,7 +171,7 @@ class TextBox : public QWidget {
                    std::int16_t Shift, float X, float Y);
   void OLECompleteDrag(std::int32_t* Effect);
 
-  /// The text or its formats are others.
+  /// The text or its formats have changed.
   void TextQELChanged();
   /// A persisted property was set.
   void PropertyChanged(const QString& Name);
@@ -192,13 +192,14 @@ class TextBox : public QWidget {
   bool is_in_the_making() const { return !was_painted_ || !is_run_time_; }
   template <class Put>
   void put_and_keep_text(Put put);
-  void note_change();
+  bool shows_markup() const;
+  void keep(const QString& markup);
 
   std::unique_ptr<Site> site_;
   std::unique_ptr<Events> events_;
   std::unique_ptr<QELTextbox> control_;
-  std::optional<QString> markup_;  // what a form in the making has put in
-  bool keeps_text_ = false;
+  std::optional<QString> markup_;  // what a form in the making has put in,
+  std::u16string shown_;           // and what the box made of it
   bool was_painted_ = false;
   bool is_run_time_ = true;
 };

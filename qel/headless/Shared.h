@@ -32,7 +32,7 @@ class OwnClipboard : public platform::Clipboard {
 };
 
 /// What the boxes of a platform without windows share.
-struct Desktop {
+struct Shared {
   OwnClipboard clipboard;
   /// Plays the part of the user who drags: moves over boxes and drops. Without one, nothing that is
   /// dragged arrives anywhere.
