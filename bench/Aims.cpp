@@ -26,9 +26,9 @@ constexpr std::array aims = {
     Aim{"assign_text", "markup_to_box", small_size, 1 / 1.5},
     Aim{"read_text", "box_to_markup", small_size, 1 / 1.5},
     // The widget beside Qt alone.
-    Aim{"assign_to_widget", "insert_by_qt", medium_size, 1 / 1.3},
+    Aim{"assign_to_widget", "insert_by_qt", medium_size, 1 / 1.2},
     Aim{"read_from_widget", "insert_by_qt", medium_size, 1},
-    Aim{"key_in_widget", "key_in_text_edit", small_size, 1 / 1.2},
+    Aim{"key_in_widget", "key_in_text_edit", small_size, 1 / 1.1},
 };
 
 /// Each takes at most five times as long as decoding and encoding the text.

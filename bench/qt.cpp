@@ -12,6 +12,7 @@
 #include "Aims.h"
 #include "Speed.h"
 #include "qel/base/Color.h"
+#include "qel/base/Scan.h"
 #include "qel/qel.h"
 #include "qel/qt/TextBox.h"
 #include "qel/richtext/DocumentReader.h"
@@ -38,8 +39,11 @@ struct Desk {
   qt::TextBox box;
 };
 
-richtext::Document content_of(const Documents& text) {
-  return richtext::read_document(text.rtf, richtext::CharFormat());
+richtext::Document content_of(std::u16string_view markup) {
+  QELIndexFonts fonts;
+  const Common::ConversionSlots conversion_slots;  // Qt has a macro of the shorter name
+  return richtext::read_document(RTFParser().QELToRTF(markup, fonts, QELIndexColors()),
+                                 richtext::CharFormat());
 }
 
 void assign_to_widget(State& state) {
@@ -60,7 +64,7 @@ BENCHMARK(read_from_widget)->Arg(medium_size)->Unit(benchmark::kMillisecond);
 /// The peer: the runs that the widget is given, ready made.
 void insert_by_qt(State& state) {
   const Documents& text = input(state);
-  const richtext::Document content = content_of(text);
+  const richtext::Document content = content_of(text.markup);
   std::vector<std::pair<QString, QTextCharFormat>> runs;
   for (std::size_t i = 0; i < content.runs().run_count(); ++i) {
     const richtext::RunList::Run run = content.runs().run(i);
@@ -92,23 +96,55 @@ void type_keys(State& state, QTextEdit& edit) {
   }
   count_bytes(state, 1);
 }
-constexpr int keystrokes = 2'000;
 
-void key_in_widget(State& state) {
-  Desk desk(input(state));
-  type_keys(state, *qobject_cast<QTextEdit*>(desk.box.focusProxy()));
+/// How the text stands: in paragraphs, as a single one that wraps, or in a box for one line.
+enum Shape { paragraphs, one_paragraph, one_line };
+
+std::u16string shaped(const Documents& text, Shape shape) {
+  if (shape == paragraphs) return text.markup;
+  return replace_all(text.markup, u"/nl", u" ");
 }
-BENCHMARK(key_in_widget)->Arg(small_size)->Iterations(keystrokes)->Unit(benchmark::kMicrosecond);
 
+template <Shape shape>
+void key_in_widget(State& state) {
+  qt::TextBox box;
+  box.put_Multiline(shape != one_line);
+  box.resize(window_size);
+  box.show();
+  box.put_TextQEL(qt::to_qt(shaped(input(state), shape)));
+  type_keys(state, *qobject_cast<QTextEdit*>(box.focusProxy()));
+}
+
+template <Shape shape>
 void key_in_text_edit(State& state) {
   QTextEdit edit;
+  if (shape == one_line) edit.setLineWrapMode(QTextEdit::NoWrap);
   edit.resize(window_size);
   edit.show();
-  qt::DocumentDisplay(*edit.document()).load(content_of(input(state)));
+  qt::DocumentDisplay(*edit.document()).load(content_of(shaped(input(state), shape)));
   edit.document()->setUndoRedoEnabled(true);
   type_keys(state, edit);
 }
-BENCHMARK(key_in_text_edit)->Arg(small_size)->Iterations(keystrokes)->Unit(benchmark::kMicrosecond);
+
+/// Keys in texts of one shape, in the widget and in a bare text edit.
+template <Shape shape>
+void add_keys(const std::string& place, int keys) {
+  const auto add = [&](const char* name, void (*function)(State&)) {
+    benchmark::RegisterBenchmark((place + name).c_str(), function)
+        ->Arg(small_size)
+        ->Iterations(keys)
+        ->Unit(benchmark::kMicrosecond);
+  };
+  add("widget", key_in_widget<shape>);
+  add("text_edit", key_in_text_edit<shape>);
+}
+
+void add_all_keys() {
+  add_keys<paragraphs>("key_in_", 2'000);
+  // Without paragraphs Qt lays out the whole text for each key.
+  add_keys<one_paragraph>("key_in_long_paragraph_of_", 20);
+  add_keys<one_line>("key_in_long_line_of_", 20);
+}
 
 }  // namespace
 }  // namespace qel::bench
@@ -118,6 +154,7 @@ int main(int argc, char** argv) {
   const QApplication application(argc, argv);
   benchmark::Initialize(&argc, argv);
   if (benchmark::ReportUnrecognizedArguments(argc, argv)) return 1;
+  qel::bench::add_all_keys();
   qel::bench::AimReporter reporter;
   benchmark::RunSpecifiedBenchmarks(&reporter);
   benchmark::Shutdown();

@@ -98,29 +98,25 @@ Span DocumentDisplay::span_of(Extent extent) const {
 }
 
 void DocumentDisplay::load(const Document& content) {
-  document_.setLayoutEnabled(false);
   document_.clear();
   QTextCursor cursor(&document_);
-  {
-    const Edits edits(cursor);
-    // New paragraphs take after the one that is there.
-    cursor.setBlockFormat(block_format(content.alignment_at(0)));
-    if (content.size() != 0) {
-      cursor.setBlockCharFormat(to_qt(content.format_at(0), window_text()));
-    }
-    insert(cursor, content, {0, content.size()});
-    if (content.alignments().run_count() != 1) put_alignments(content, {0, content.size()});
-  }
-  // The cursor went along to the end; on its way back later all of it would be laid out.
-  cursor.setPosition(0);
-  document_.setLayoutEnabled(true);
+  const Edits edits(cursor);
+  // New paragraphs take after the one that is there.
+  cursor.setBlockFormat(block_format(content.alignment_at(0)));
+  if (content.size() != 0) cursor.setBlockCharFormat(to_qt(content.format_at(0), window_text()));
+  insert(cursor, content, {0, content.size()});
+  if (content.alignments().run_count() != 1) put_alignments(content, {0, content.size()});
+}
+
+bool DocumentDisplay::loads(const Document& content, const Change& change) {
+  if (change.kind == Change::Kind::alignments) return false;
+  return change.kind == Change::Kind::everything ||
+         is_large(std::max(change.extent.length(), change.length), content);
 }
 
 void DocumentDisplay::show(const Document& content, const Change& change) {
-  const std::size_t length = std::max(change.extent.length(), change.length);
-  if (change.kind == Change::Kind::everything) return load(content);
+  if (loads(content, change)) return load(content);
   if (change.kind == Change::Kind::alignments) return put_alignments(content, change.extent);
-  if (is_large(length, content)) return load(content);
   if (change.kind == Change::Kind::formats) return put_formats(content, change.extent);
   replace(span_of(change.extent), content, change.after());
 }

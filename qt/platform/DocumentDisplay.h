@@ -19,11 +19,12 @@ class DocumentDisplay {
   /// The document must outlive this. Nothing in it can be undone from now on.
   explicit DocumentDisplay(QTextDocument& document);
 
-  /// Shows the content in place of all that was shown. Laid out as a new text, only as much of it
-  /// is laid out at once as is seen.
+  /// Shows the content in place of all that was shown.
   void load(const richtext::Document& content);
   /// Shows what has become of the content, of which all else is shown already.
   void show(const richtext::Document& content, const box::Change& change);
+  /// Whether all of the content is shown anew then, because that is quicker.
+  static bool loads(const richtext::Document& content, const box::Change& change);
 
   /// An edit by which the content would become what somebody else has made of the document.
   struct Edit {
