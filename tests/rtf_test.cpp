@@ -225,6 +225,8 @@ TEST_F(RTFConversion, DoesNotDependOnTheOneBefore) {
             u"/b1/i1/u1/k1/p1x/b0/i0/u0/k0/p0");
   EXPECT_EQ(to_markup(u"plain"), u"plain");
   EXPECT_EQ(simple(u"plain"), u"{\\rtf1 \\f0 plain}");
+  Common::conversion_box()->put_TextRTF(document(u"\\f2\\cf2 x"));
+  EXPECT_EQ(to_markup(u"{\\rtf1 a}"), u"a") << "nor on what the box holds";
 }
 
 TEST_F(RTFConversion, KeepsCharactersOfOtherCodePagesAndBinaryDataApart) {
