@@ -60,6 +60,9 @@ TEST_F(LargeEditor, StandsForTheControlWhileItIsOpen) {
     EXPECT_EQ(control.get_TextQEL(), u"/b1abc/b0");
     window.choose(u"mnuItalic");
     EXPECT_EQ(host.changes, 2) << "the host is told";
+    window.leave_box();
+    window.come_back();
+    EXPECT_FALSE(window.box_has_focus()) << "the focus stays where the user put it";
     press(window.box(), 'Q', 0);
     EXPECT_EQ(host.last_key, 'Q');
     control.InvokeLargeEditor();
@@ -113,22 +116,23 @@ TEST_F(LargeEditor, RunsItsCommands) {
     std::u16string_view command;
     int key, shift;
     std::u16string_view text, result;
+    bool is_checked = false;  // afterwards
   };
   // On all of the text; commands have a name, a key, or both.
   const Row rows[] = {
-      {u"mnuBold", 0, 0, u"a/b1b", u"/b1ab/b0"},
+      {u"mnuBold", 0, 0, u"a/b1b", u"/b1ab/b0", true},
       {u"mnuItalic", 0, 0, u"/i1ab", u"ab"},
-      {u"mnuUnderline", 0, 0, u"ab", u"/u1ab/u0"},
-      {u"mnuStrikeOut", 'K', 3, u"ab", u"/k1ab/k0"},
-      {u"mnuSuperscript", 'P', 3, u"ab", u"/p1ab/p0"},
+      {u"mnuUnderline", 0, 0, u"ab", u"/u1ab/u0", true},
+      {u"mnuStrikeOut", 'K', 3, u"ab", u"/k1ab/k0", true},
+      {u"mnuSuperscript", 'P', 3, u"ab", u"/p1ab/p0", true},
       {u"mnuSuperscript", 'P', 3, u"/p1ab", u"ab"},
-      {u"mnuSubscript", 'B', 3, u"/p1ab", u"/s1ab/s0"},
-      {u"mnuAltFont1", 112, 4, u"ab", u"/f1ab/f0"},
-      {u"mnuAltFont2", 113, 4, u"ab", u"/f2ab/f0"},
+      {u"mnuSubscript", 'B', 3, u"/p1ab", u"/s1ab/s0", true},
+      {u"mnuAltFont1", 112, 4, u"ab", u"/f1ab/f0", true},
+      {u"mnuAltFont2", 113, 4, u"ab", u"/f2ab/f0", true},
       {u"mnuPlain", 121, 4, u"/b1/i1/u1/k1/p1/f2/y1ab", u"ab"},
-      {u"mnuIgnoreText", 0, 0, u"ab", u"/y1ab/y0"},
-      {u"mnuHideText", 0, 0, u"ab", u"/y2ab/y0"},
-      {u"mnuNoteText", 'O', 3, u"ab", u"/y3ab/y0"},
+      {u"mnuIgnoreText", 0, 0, u"ab", u"/y1ab/y0", true},
+      {u"mnuHideText", 0, 0, u"ab", u"/y2ab/y0", true},
+      {u"mnuNoteText", 'O', 3, u"ab", u"/y3ab/y0", true},
       {u"mnuLowercase", 0, 0, u"A/b1B", u"a/b1b/b0"},
       {u"mnuUppercase", 0, 0, u"a/b1b/nlc", u"A/b1B/nlC/b0"},
       {u"mnuChangeCase", 'H', 3, u"aB", u"Ab"},
@@ -145,12 +149,16 @@ TEST_F(LargeEditor, RunsItsCommands) {
   control.put_Multiline(true);
   control.put_RecognizeCRLF(true);
   control.put_ConvertNLToSpace(false);
+  control.put_NoteColor(0x123456);
+  control.get_Fonts()->put_Font(2, u"Verdana");
   for (const Row& row : rows) {
     SCOPED_TRACE(test::shown(row.command) + " " + std::to_string(row.key));
     if (!row.command.empty()) {
       EXPECT_EQ(edit(row.text, {0, 99},
                      [&](EditorWindow& window) {
                        window.choose(row.command);
+                       EXPECT_EQ(window.is_checked(row.command), row.is_checked);
+                       EXPECT_EQ(window.pane_text(), row.result);
                        window.press_ok();
                      }),
                 row.result);
