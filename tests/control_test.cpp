@@ -229,6 +229,12 @@ TEST(Control, KeepsBlanksAndAlignment) {
   }
   control.ReadProperties(headless::PropertyBag(u"SelAlignment=2\nTextQEL=a/b1b/b0"));
   EXPECT_EQ(control.get_SelAlignment(), 2);
+  control.put_Text(u"one\ntwo");
+  control.put_SelStart(5);
+  control.put_SelAlignment(0);
+  control.put_TextQEL(u"ab");
+  EXPECT_EQ(control.get_SelAlignment(), 2) << "that of the first paragraph";
+  EXPECT_EQ(control.get_SelLength(), 0);
   headless::PropertyBag bag;
   control.WriteProperties(bag);
   EXPECT_NE(bag.get_All().find(u"SelAlignment=2"), std::u16string::npos);

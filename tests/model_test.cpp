@@ -510,6 +510,7 @@ TEST(Words, LoseBlanksAndPunctuationButNoCodes) {
   EXPECT_EQ(decoder.RemoveTrailingPunctuation(u"\u4E2D\u6587\u3002"), u"\u4E2D\u6587");
   EXPECT_EQ(decoder.RemoveLeadingPunctuation(u"(~/b1) x"), u"~/b1) x");
   EXPECT_EQ(decoder.RemoveTrailingPunctuation(u"x ~/b1."), u"x ~/b1");
+  EXPECT_EQ(decoder.TrimStr(u" a/nlb/nl"), u"ab");
   EXPECT_EQ(decoder.TrimStr(u"   "), u"");
   EXPECT_EQ(decoder.TrimStr(u"/b1   /b0"), u"/b1/b0");
   decoder.put_QELText(u"/nl  ");

@@ -4,6 +4,7 @@
 #include <optional>
 #include <vector>
 
+#include "qel/base/Search.h"
 #include "qel/headless/FixedCanvas.h"
 #include "qel/text/QELText.h"
 #include "support/Random.h"
@@ -45,6 +46,24 @@ TEST(QELTextStrings, Find) {
   EXPECT_EQ(tools.InString(long_text + u"y", u"y"), static_cast<std::int16_t>(40001));
   EXPECT_EQ(tools.LenStr(long_text), static_cast<std::int16_t>(40000));
   EXPECT_EQ(tools.PlainText(u"/k1a/nl~/b1/b1b"), u"a~/b1b");
+}
+
+// A long search remembers how its own beginnings repeat within it.
+TEST(Search, FindsLongTextsWhereTheLibraryDoes) {
+  for (std::uint32_t i = 0; i < 3000; ++i) {
+    test::Random random(test::base_seed() + i);
+    SCOPED_TRACE(random.describe());
+    const std::u16string period = random.text({u"a", u"b"}, 1 + random.below(20));
+    std::u16string search = test::repeated(period, 80).substr(0, 33 + random.below(40));
+    if (random.one_in(2)) search[random.below(search.size())] = u'a';
+    std::u16string text;
+    for (std::size_t pieces = random.below(8); pieces > 0; --pieces) {
+      text.append(search, random.one_in(2) ? 0 : random.below(search.size()), random.below(120));
+    }
+    const std::size_t from = random.below(text.size() + 1);
+    ASSERT_EQ(find_text(text, search, from), text.find(search, from));
+    ASSERT_EQ(find_last_text(text, search), text.rfind(search));
+  }
 }
 
 TEST(QELTextStrings, Cut) {
@@ -391,6 +410,7 @@ TEST(QELTextObjects, AreSharedOrNot) {
   tools.put_QELText(u"one /b1two/b0");
   EXPECT_EQ(tools.get_WordCount(), 2);
   EXPECT_EQ(tools.WordSegmentIndex(2, 1), 2);
+  EXPECT_EQ(tools.WordSegment(2, 1), tools.get_Segments()->Item(2));
   tools.get_StyleDecoderObj()->put_QELText(u"/i1x");
   EXPECT_EQ(tools.get_QELText(), u"/i1x/i0");
   QELText::NewStyleDecoderObject()->put_QELText(u"y");
