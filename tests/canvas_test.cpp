@@ -50,7 +50,8 @@ TEST(FixedCanvas, MeasuresAndRemembers) {
             (std::vector<DrawnText>{{u"gone", 1, 2, 20, rgb(1, 2, 3), {u"Arial", 10, true}}}));
   EXPECT_EQ(canvas.rectangles(), (std::vector<DrawnRectangle>{{1, 2, 3, 4, 5}}));
   canvas.clear();
-  EXPECT_TRUE(canvas.texts().empty() && canvas.rectangles().empty());
+  EXPECT_TRUE(canvas.texts().empty());
+  EXPECT_TRUE(canvas.rectangles().empty());
 }
 
 // The widths were read from the fonts by another program.

@@ -88,15 +88,18 @@ TEST_F(Editing, SelectionMembersKeepTheirRules) {
   control.put_SelFontName(u"Zed");
   EXPECT_EQ(control.get_SelFontName(), u"Courier New");
   control.put_SelHide(true);
-  EXPECT_TRUE(control.get_SelHide() && !control.get_SelNote() && !control.get_SelIgnore());
+  EXPECT_TRUE(control.get_SelHide());
+  EXPECT_FALSE(control.get_SelIgnore());
   control.put_SelNote(true);
-  EXPECT_TRUE(control.get_SelNote() && !control.get_SelHide());
+  EXPECT_TRUE(control.get_SelNote());
+  EXPECT_FALSE(control.get_SelHide());
   control.put_SelNote(false);
   EXPECT_EQ(control.get_SelColor(), 0);
   control.put_SelCharOffset(30);
   EXPECT_FALSE(control.get_SelSuperscript()) << "only what the control raised";
   control.put_SelSuperscript(true);
-  EXPECT_TRUE(control.get_SelSuperscript() && !control.get_SelSubscript());
+  EXPECT_TRUE(control.get_SelSuperscript());
+  EXPECT_FALSE(control.get_SelSubscript());
   EXPECT_EQ(control.get_SelCharOffset(), 45);
   select(0, 3);
   EXPECT_EQ(control.get_SelFontName(), u"") << "mixed";
@@ -117,11 +120,10 @@ TEST_F(Editing, PlainTextIsTheHosts) {
   control.put_ForeColor(0x123456);
   control.put_TextQEL(u"abc");
   select(0, 3);
-  const auto looks = [&](std::u16string_view font, Color color) {
-    return control.get_SelFontName() == font && control.get_SelColor() == color;
-  };
+  using Look = std::pair<std::u16string, Color>;
+  const auto look = [&] { return Look(control.get_SelFontName(), control.get_SelColor()); };
   control.SelPlain();
-  EXPECT_TRUE(looks(u"Verdana", 0x123456));
+  EXPECT_EQ(look(), Look(u"Verdana", 0x123456));
   for (const auto put :
        {&QELTextbox::put_SelBold, &QELTextbox::put_SelItalic, &QELTextbox::put_SelUnderline,
         &QELTextbox::put_SelStrikeOut, &QELTextbox::put_SelSuperscript, &QELTextbox::put_SelHide}) {
@@ -130,19 +132,18 @@ TEST_F(Editing, PlainTextIsTheHosts) {
   control.put_SelFontName(control.GetFontNameGivenFontIndex(3));
   EXPECT_EQ(control.get_TextQEL(), u"/b1/i1/u1/k1/p1/f3/y2abc/b0/i0/u0/k0/p0/y0/f0");
   control.SelPlain();
-  EXPECT_TRUE(looks(u"Verdana", 0x123456));
-  EXPECT_FALSE(control.get_SelBold() || control.get_SelItalic() || control.get_SelUnderline() ||
-               control.get_SelStrikeOut() || control.get_SelSuperscript());
+  EXPECT_EQ(look(), Look(u"Verdana", 0x123456));
+  EXPECT_EQ(control.get_TextQEL(), u"abc");
   control.put_SelNote(true);
   control.put_SelNote(false);
-  EXPECT_TRUE(looks(u"Verdana", 0x123456)) << "as in plain text";
+  EXPECT_EQ(look(), Look(u"Verdana", 0x123456)) << "as in plain text";
   control.get_Colors()->put_Color(9, 0x90909);
   control.get_Fonts()->put_Font(9, u"Nine");
   press(f1 + 8, 2);
   press(f1 + 8, 4);
-  EXPECT_TRUE(looks(u"Nine", 0x90909));
+  EXPECT_EQ(look(), Look(u"Nine", 0x90909));
   press(f1 + 7, 4);
-  EXPECT_TRUE(looks(u"Nine", 0x90909)) << "an entry that is not in use";
+  EXPECT_EQ(look(), Look(u"Nine", 0x90909)) << "an entry that is not in use";
 }
 
 TEST_F(Editing, SelectionIsFoundInTheMarkup) {

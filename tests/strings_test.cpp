@@ -290,8 +290,9 @@ TEST(QELTextStrings, KeepTheTextOnRandomMarkup) {
     EXPECT_EQ(tools.PlainText(again), plain);
     // A font in coloured text is lost where that text is cut.
     decoder.put_QELText(text);
-    const bool is_cut_apart = text.find(u"/f") != std::u16string::npos;
-    EXPECT_TRUE(is_cut_apart || tools.Compare(again, text)) << test::shown(again);
+    if (text.find(u"/f") == std::u16string::npos) {
+      EXPECT_TRUE(tools.Compare(again, text)) << test::shown(again);
+    }
   }
 }
 
@@ -366,12 +367,14 @@ TEST(QELTextObjects, HandOnToTheirOwners) {
   tools.put_HiddenColor(12);
   tools.put_NoteColor(13);
   for (std::int16_t i = 0; i < 4; ++i) EXPECT_EQ(tools.get_Colors()->get_Color(i), 10 + i);
-  EXPECT_EQ(tools.get_ForeColor() * 1000000 + tools.get_IgnoredColor() * 10000 +
-                tools.get_HiddenColor() * 100 + tools.get_NoteColor(),
-            10111213);
+  EXPECT_EQ(tools.get_ForeColor(), 10);
+  EXPECT_EQ(tools.get_IgnoredColor(), 11);
+  EXPECT_EQ(tools.get_HiddenColor(), 12);
+  EXPECT_EQ(tools.get_NoteColor(), 13);
   tools.put_Align(alCenter);
   tools.put_Labeled(7);
-  EXPECT_EQ(tools.get_Align() * 10 + tools.get_Labeled(), 27);
+  EXPECT_EQ(tools.get_Align(), alCenter);
+  EXPECT_EQ(tools.get_Labeled(), 7);
 
   const auto canvas = std::make_shared<headless::FixedCanvas>();
   tools.SetCanvas(canvas);
@@ -392,7 +395,9 @@ TEST(QELTextObjects, HandOnToTheirOwners) {
   EXPECT_EQ(tools.GetQELText(ofWithoutHidden, false, true), u"/k1a b/k0");
   tools.SetCustomCodes(u"/nl=|");
   EXPECT_EQ(tools.get_TextCustom(), u"a  b|c");
-  EXPECT_EQ(tools.LTrimStr(u" a ") + tools.RTrimStr(u" a ") + tools.TrimStr(u" a "), u"a  aa");
+  EXPECT_EQ(tools.LTrimStr(u" a "), u"a ");
+  EXPECT_EQ(tools.RTrimStr(u" a "), u" a");
+  EXPECT_EQ(tools.TrimStr(u" a "), u"a");
   EXPECT_EQ(tools.RemoveLeadingPunctuation(u"(a)"), u"a)");
   EXPECT_EQ(tools.RemoveTrailingPunctuation(u"(a)"), u"(a");
   EXPECT_EQ(tools.FirstLetterToUppercase(u"ab", 0, -1), u"Ab");
@@ -402,7 +407,8 @@ TEST(QELTextObjects, HandOnToTheirOwners) {
   EXPECT_EQ(tools.AutoInitialCap(u"ab cd"), u"Ab cd");
   EXPECT_EQ(tools.AutoTitleCaseRTF(u"{\\b ab cd}"), u"{\\b Ab Cd}");
   EXPECT_EQ(tools.AutoInitialCapRTF(u"{\\b ab cd}"), u"{\\b Ab cd}");
-  EXPECT_EQ(tools.UpperCaseRTF(u"x") + tools.LowerCaseRTF(u"x"), u"{\\caps x\\capsoff}{\\caps x}");
+  EXPECT_EQ(tools.UpperCaseRTF(u"x"), u"{\\caps x\\capsoff}");
+  EXPECT_EQ(tools.LowerCaseRTF(u"x"), u"{\\caps x}");
 }
 
 TEST(QELTextObjects, AreSharedOrNot) {
@@ -418,7 +424,8 @@ TEST(QELTextObjects, AreSharedOrNot) {
   tools.TrimStr(u" new ");
   EXPECT_EQ(tools.SegmentText(1), u" new ") << "every text that is worked on is loaded";
   tools.put_FontName(u"Zed");
-  EXPECT_EQ(tools.get_DefaultFont() + tools.get_Fonts()->get_Font(0), u"ZedZed");
+  EXPECT_EQ(tools.get_DefaultFont(), u"Zed");
+  EXPECT_EQ(tools.get_Fonts()->get_Font(0), u"Zed");
   tools.put_FontSize(7.5F);
   EXPECT_EQ(tools.get_DefaultFontSize(), 7.5F);
   tools.put_IgnoredWordList(u"two");
