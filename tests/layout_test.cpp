@@ -175,6 +175,7 @@ TEST(WordWrap, MeasuresWithTheFontsItIsGiven) {
   EXPECT_EQ(on.engine.LineCount(u"ab cd", 5, 0), 2) << "which stays";
   on.engine.put_ShowHiddenText(false);
   EXPECT_EQ(on.engine.fmtTextWidth(u"a/y2hidden/y0b"), 4);
+  EXPECT_EQ(on.engine.fmtTextWidth(u"<b1]"), 6) << "as it is shown";
   on.engine.put_RevealCodes(true);
   EXPECT_EQ(on.engine.fmtTextWidth(u"a/y2b"), 10);
   Layout without_canvas;
@@ -324,6 +325,7 @@ TEST(Drawing, LaysLinesOut) {
       {u"/b1/b0", 0, alLeft, 0, {}},
       {u"/nl", 0, alLeft, 1, {}},
       {u"a~/b1\\\\i1<b1]", 0, alLeft, 1, {"0,18 a/b1/i1/b1"}},
+      {u"<b1]cd <ef\\", 0, alLeft, 1, {"0,18 /b1cd <ef\\"}},
       {u"abcdefghijkl", 3, alLeft, 2, {"0,18 abcdefghij", "30,42 kl"}},
   };
   for (const Row& row : rows) {

@@ -57,7 +57,7 @@ TEST(RtfReader, UnderstandsWords) {
       {R"(a\tab b\cell c\row d\line e\par f)",
        u"[]a\\u0009b\\u0009c\\u000D\\u000Ad\\u000D\\u000Ae\\u000D\\u000Af"},
       {"a\\\nb\\\r\nc\r\nd\te", u"[]a\\u000D\\u000Ab\\u000D\\u000Acd\\u0009e"},
-      {R"(\page\sect a\sect b)", u"[]a\\u000D\\u000Ab"},
+      {R"(\page\sect a\sect b\par\page c)", u"[]a\\u000D\\u000Ab\\u000D\\u000Ac"},
       {R"(\{\}\\\~\-\_\|\:x)", u"[]{}\\\\u00A0\\u00AD\\u2011x"},
       {R"(\endash\emdash\lquote\rquote\ldblquote\rdblquote\bullet  x\emspace\zwj)",
        u"[]\\u2013\\u2014\\u2018\\u2019\\u201C\\u201D\\u2022 x\\u2003\\u200D"},
@@ -77,6 +77,7 @@ TEST(RtfReader, UnderstandsWords) {
       {R"(\u8217'x\u-10179?\u-8704?{\uc0\u233 x}{\uc2\u233 ab\u9731\'aa\'bby}\u233?)",
        u"[]\\u2019x\\uD83D\\uDE00\\u00E9x\\u00E9\\u2603y\\u00E9"},
       {R"(\u128512?{\u233}a\u233\{b\u233\tab c)", u"[]\\uD83D\\uDE00\\u00E9a\\u00E9b\\u00E9c"},
+      {R"(a\u8364\u8364 b\u8364\b bc)", u"[]a\\u20AC\\u20AC\\u20ACbc"},
       {R"(\unknown123 a\B b\bx c)", u"[]abc"},
       {R"(\'4x\'e9\'E9\'80\'81)", u"[]4x\\u00E9\\u00E9\\u20AC\\u0081"},
       {R"(a\'0d b\'09)", u"[]a\\u000D\\u000A b\\u0009"},
@@ -91,7 +92,7 @@ TEST(RtfReader, ReadsFontAndColorTables) {
   EXPECT_EQ(
       described(read_bytes(
           R"({\rtf1\deff7{\fonttbl\f7\fswiss Def\'e9;{\f1\fnil\fcharset0 {\b O}ne{\*\falt Gone};}{\f2 Tw\'3bo;})"
-          R"({\f31506\fprq2 Far}}{\colortbl;\red255;;\red300\green-5\blue1;}a\f1 b\f2 c\f31506 d\f9 e\f-1 g)"
+          R"({\f31506\fprq2  Far}}{\colortbl;\red255;;\red300\green-5\blue1;}a\f1 b\f2 c\f31506 d\f9 e\f-1 g)"
           R"(\plain\cf1 h\cf2 i\cf3 j\cf4 k\cf-1 l)")),
       u"[ Def\\u00E9]a[ One]b[ Tw;o]c[ Far]d[]e[ Def\\u00E9]g[ #255 Def\\u00E9]h[ Def\\u00E9]i"
       u"[ #65791 Def\\u00E9]j[ Def\\u00E9]kl");
@@ -118,7 +119,7 @@ TEST(RtfReader, DecodesBytesInTheirCodePage) {
        u"\u041F\u03B1\u00B7\u0080\u00E9"},
       {"{\\rtf1\\ansicpg932 \\'93\\'fa\\'96{\\b}\x83\x41\x83\\'5c\\'b1}",
        u"\u65E5\u2013\u30A2\u30BD\uFF71"},
-      {"{\\rtf1\\ansicpg932 \\'83A\\'93}", u"\u30A2\u201C"},
+      {"{\\rtf1\\ansicpg932 \\'82\\'20\\'83A\\'93}", u"\u201A \u30A2\u201C"},
       {"{\\rtf1\\ansicpg65001 \xE2\x82\xAC\xF0\x9F\x98\x80\xE2x}", u"\u20AC\U0001F600\u00E2x"},
       {"{\\rtf1\\mac \\'8e}", u"\u00E9"},
       {"{\\rtf1\\pc \\'82}", u"\u00E9"},
@@ -169,8 +170,9 @@ TEST(RtfReader, SurvivesHostileInput) {
       << "a control character is a replacement too";
   EXPECT_EQ(read(u"no RTF").text(), u"no RTF");
   EXPECT_EQ(read(u" \r\n{\\rtf1 a}").text(), u"a");
-  EXPECT_EQ(read(u"{\\rtf").text() + read(u"{\\rtf1 a\\").text() + read(u"{\\rtf1 b\\'e").text(),
-            u"abe");
+  EXPECT_EQ(read(u"{\\rtf").text(), u"");
+  EXPECT_EQ(read(u"{\\rtf1 a\\").text(), u"a");
+  EXPECT_EQ(read(u"{\\rtf1 b\\'e").text(), u"be");
 }
 
 TEST(RtfReader, ReadsWhatComesBeforeATruncation) {

@@ -4,6 +4,7 @@
 #include <optional>
 #include <vector>
 
+#include "qel/base/Search.h"
 #include "qel/headless/FixedCanvas.h"
 #include "qel/text/QELText.h"
 #include "support/Random.h"
@@ -45,6 +46,24 @@ TEST(QELTextStrings, Find) {
   EXPECT_EQ(tools.InString(long_text + u"y", u"y"), static_cast<std::int16_t>(40001));
   EXPECT_EQ(tools.LenStr(long_text), static_cast<std::int16_t>(40000));
   EXPECT_EQ(tools.PlainText(u"/k1a/nl~/b1/b1b"), u"a~/b1b");
+}
+
+// A long search remembers how its own beginnings repeat within it.
+TEST(Search, FindsLongTextsWhereTheLibraryDoes) {
+  for (std::uint32_t i = 0; i < 3000; ++i) {
+    test::Random random(test::base_seed() + i);
+    SCOPED_TRACE(random.describe());
+    const std::u16string period = random.text({u"a", u"b"}, 1 + random.below(20));
+    std::u16string search = test::repeated(period, 80).substr(0, 33 + random.below(40));
+    if (random.one_in(2)) search[random.below(search.size())] = u'a';
+    std::u16string text;
+    for (std::size_t pieces = random.below(8); pieces > 0; --pieces) {
+      text.append(search, random.one_in(2) ? 0 : random.below(search.size()), random.below(120));
+    }
+    const std::size_t from = random.below(text.size() + 1);
+    ASSERT_EQ(find_text(text, search, from), text.find(search, from));
+    ASSERT_EQ(find_last_text(text, search), text.rfind(search));
+  }
 }
 
 TEST(QELTextStrings, Cut) {
@@ -271,8 +290,9 @@ TEST(QELTextStrings, KeepTheTextOnRandomMarkup) {
     EXPECT_EQ(tools.PlainText(again), plain);
     // A font in coloured text is lost where that text is cut.
     decoder.put_QELText(text);
-    const bool is_cut_apart = text.find(u"/f") != std::u16string::npos;
-    EXPECT_TRUE(is_cut_apart || tools.Compare(again, text)) << test::shown(again);
+    if (text.find(u"/f") == std::u16string::npos) {
+      EXPECT_TRUE(tools.Compare(again, text)) << test::shown(again);
+    }
   }
 }
 
@@ -347,12 +367,14 @@ TEST(QELTextObjects, HandOnToTheirOwners) {
   tools.put_HiddenColor(12);
   tools.put_NoteColor(13);
   for (std::int16_t i = 0; i < 4; ++i) EXPECT_EQ(tools.get_Colors()->get_Color(i), 10 + i);
-  EXPECT_EQ(tools.get_ForeColor() * 1000000 + tools.get_IgnoredColor() * 10000 +
-                tools.get_HiddenColor() * 100 + tools.get_NoteColor(),
-            10111213);
+  EXPECT_EQ(tools.get_ForeColor(), 10);
+  EXPECT_EQ(tools.get_IgnoredColor(), 11);
+  EXPECT_EQ(tools.get_HiddenColor(), 12);
+  EXPECT_EQ(tools.get_NoteColor(), 13);
   tools.put_Align(alCenter);
   tools.put_Labeled(7);
-  EXPECT_EQ(tools.get_Align() * 10 + tools.get_Labeled(), 27);
+  EXPECT_EQ(tools.get_Align(), alCenter);
+  EXPECT_EQ(tools.get_Labeled(), 7);
 
   const auto canvas = std::make_shared<headless::FixedCanvas>();
   tools.SetCanvas(canvas);
@@ -373,7 +395,9 @@ TEST(QELTextObjects, HandOnToTheirOwners) {
   EXPECT_EQ(tools.GetQELText(ofWithoutHidden, false, true), u"/k1a b/k0");
   tools.SetCustomCodes(u"/nl=|");
   EXPECT_EQ(tools.get_TextCustom(), u"a  b|c");
-  EXPECT_EQ(tools.LTrimStr(u" a ") + tools.RTrimStr(u" a ") + tools.TrimStr(u" a "), u"a  aa");
+  EXPECT_EQ(tools.LTrimStr(u" a "), u"a ");
+  EXPECT_EQ(tools.RTrimStr(u" a "), u" a");
+  EXPECT_EQ(tools.TrimStr(u" a "), u"a");
   EXPECT_EQ(tools.RemoveLeadingPunctuation(u"(a)"), u"a)");
   EXPECT_EQ(tools.RemoveTrailingPunctuation(u"(a)"), u"(a");
   EXPECT_EQ(tools.FirstLetterToUppercase(u"ab", 0, -1), u"Ab");
@@ -383,7 +407,8 @@ TEST(QELTextObjects, HandOnToTheirOwners) {
   EXPECT_EQ(tools.AutoInitialCap(u"ab cd"), u"Ab cd");
   EXPECT_EQ(tools.AutoTitleCaseRTF(u"{\\b ab cd}"), u"{\\b Ab Cd}");
   EXPECT_EQ(tools.AutoInitialCapRTF(u"{\\b ab cd}"), u"{\\b Ab cd}");
-  EXPECT_EQ(tools.UpperCaseRTF(u"x") + tools.LowerCaseRTF(u"x"), u"{\\caps x\\capsoff}{\\caps x}");
+  EXPECT_EQ(tools.UpperCaseRTF(u"x"), u"{\\caps x\\capsoff}");
+  EXPECT_EQ(tools.LowerCaseRTF(u"x"), u"{\\caps x}");
 }
 
 TEST(QELTextObjects, AreSharedOrNot) {
@@ -391,6 +416,7 @@ TEST(QELTextObjects, AreSharedOrNot) {
   tools.put_QELText(u"one /b1two/b0");
   EXPECT_EQ(tools.get_WordCount(), 2);
   EXPECT_EQ(tools.WordSegmentIndex(2, 1), 2);
+  EXPECT_EQ(tools.WordSegment(2, 1), tools.get_Segments()->Item(2));
   tools.get_StyleDecoderObj()->put_QELText(u"/i1x");
   EXPECT_EQ(tools.get_QELText(), u"/i1x/i0");
   QELText::NewStyleDecoderObject()->put_QELText(u"y");
@@ -398,7 +424,8 @@ TEST(QELTextObjects, AreSharedOrNot) {
   tools.TrimStr(u" new ");
   EXPECT_EQ(tools.SegmentText(1), u" new ") << "every text that is worked on is loaded";
   tools.put_FontName(u"Zed");
-  EXPECT_EQ(tools.get_DefaultFont() + tools.get_Fonts()->get_Font(0), u"ZedZed");
+  EXPECT_EQ(tools.get_DefaultFont(), u"Zed");
+  EXPECT_EQ(tools.get_Fonts()->get_Font(0), u"Zed");
   tools.put_FontSize(7.5F);
   EXPECT_EQ(tools.get_DefaultFontSize(), 7.5F);
   tools.put_IgnoredWordList(u"two");

@@ -2,6 +2,8 @@
 
 #include <functional>
 #include <memory>
+#include <string>
+#include <string_view>
 
 #include "qel/platform/EditorWindow.h"
 
@@ -37,6 +39,18 @@ class EditorWindow : public platform::EditorWindow {
   /// Chooses the menu item of that name.
   void choose(std::u16string_view name) {
     if (is_open_) listener_->on_command(name);
+  }
+  /// Whether that menu item is checked.
+  bool is_checked(std::u16string_view name) const {
+    return is_open_ && listener_->is_checked(name);
+  }
+  /// What the pane shows.
+  std::u16string pane_text() const { return is_open_ ? listener_->pane_text() : u""; }
+  /// Goes from the box to a button.
+  void leave_box() { has_focus_ = false; }
+  /// Comes back from another window.
+  void come_back() {
+    if (is_open_) listener_->on_activate();
   }
   void press_ok() {
     if (is_open_) listener_->on_ok();

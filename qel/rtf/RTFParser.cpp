@@ -59,9 +59,6 @@ class LoadedBox {
 
   void use_tables(const QELIndexFonts& fonts, const QELIndexColors& colors) {
     box_->put_Text({});
-    platform::BoxAppearance appearance = box_->appearance();
-    appearance.font_name = fonts.get_Font(0);
-    box_->put_appearance(appearance);
     // All of the format, so that nothing of the last conversion is left.
     richtext::FormatChange plain;
     plain.bold = plain.italic = plain.underline = plain.strike_through = false;

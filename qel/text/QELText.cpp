@@ -97,7 +97,6 @@ std::u16string QELText::Stuff(std::u16string_view Text, std::int16_t Start, std:
     // Before a text is loaded: the style may be that of a segment that is about to go.
     replacement.insert(0, iStyle::OnCodes(*Style));
     Style->Initialize();
-    replacement.append(iStyle::OffCodes(*Style));
   }
   const auto [before, behind] = markup::around(decoder(), std::u16string(Text), Start, Length);
   return before + replacement + behind;
