@@ -45,7 +45,7 @@ void replace_tabs(SegmentCollection& segments, std::u16string_view replacement) 
 void drop_last_blank(SegmentCollection& segments) {
   const auto last = segments.Item(segments.Count());
   if (!last || !last->text().ends_with(u' ')) return;
-  last->keep_first(last->length() - 1);
+  last->keep_first(last->text().size() - 1);
   if (last->length() == 0) segments.Remove(segments.Count());
 }
 

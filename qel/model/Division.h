@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 
 #include "qel/model/SegmentCollection.h"
@@ -10,7 +11,7 @@ namespace qel::division {
 
 /// Cuts so that segment boundaries lie `start` and `start + length` characters into the text.
 /// A boundary beyond the text or before it cuts nothing.
-void divide(SegmentCollection& segments, std::int32_t start, std::int32_t length);
+void divide(SegmentCollection& segments, std::ptrdiff_t start, std::ptrdiff_t length);
 
 /// One-based positions of the segments of a span; `first` is 0 when no segment begins at its start.
 struct Span {
@@ -20,7 +21,7 @@ struct Span {
 
 /// The segments of a span along whose edges the segments are divided. Where no segment ends at the
 /// end of the span, `last` is `first`.
-Span find_span(const SegmentCollection& segments, std::int32_t start, std::int32_t length);
+Span find_span(const SegmentCollection& segments, std::ptrdiff_t start, std::ptrdiff_t length);
 
 /// How finely `divide_words` cuts.
 enum class Pieces {

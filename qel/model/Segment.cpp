@@ -26,8 +26,8 @@ style_codes::CodeState Segment::code_state() const {
   return style_ ? style_codes::state_of(*style_) : decoded_state_;
 }
 
-std::shared_ptr<Segment> Segment::split_off(std::int32_t count) {
-  auto rest = with_text(text_.substr(static_cast<std::size_t>(count)));
+std::shared_ptr<Segment> Segment::split_off(std::size_t count) {
+  auto rest = with_text(text_.substr(count));
   keep_first(count);
   return rest;
 }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <memory>
 #include <string>
@@ -40,11 +41,11 @@ class Segment {
 
   /// Cuts the text after `count` code units (0 to `length`) and returns the rest as a new segment
   /// in the same style.
-  std::shared_ptr<Segment> split_off(std::int32_t count);
+  std::shared_ptr<Segment> split_off(std::size_t count);
   /// A new segment in the same style.
   std::shared_ptr<Segment> with_text(std::u16string_view text);
   /// Keeps the first `count` code units of the text.
-  void keep_first(std::int32_t count) { text_ = text_.substr(0, static_cast<std::size_t>(count)); }
+  void keep_first(std::size_t count) { text_ = text_.substr(0, count); }
 
   /// How many line codes stood right before this run when it was decoded. Line codes are no
   /// characters and no part of the style; only output that asks for them writes them back.

@@ -108,10 +108,9 @@ std::u16string StyleDecoder::CustomOffCodes(const iStyle& Style, std::u16string_
   return OffCodes(Style, Codes);
 }
 
-void StyleDecoder::DivideSegmentsGivenSelStartAndLength(std::int16_t SelStart,
-                                                        std::int16_t SelLength) {
+void StyleDecoder::divide(std::ptrdiff_t start, std::ptrdiff_t length) {
   words_.reset();
-  division::divide(*segments_, SelStart, SelLength);
+  division::divide(*segments_, start, length);
 }
 
 std::int16_t StyleDecoder::GetSegmentIndexGivenStartAndLength(std::int16_t SelStart,

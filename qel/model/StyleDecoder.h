@@ -94,7 +94,11 @@ class StyleDecoder {
   /// Cuts segments so that boundaries fall exactly at the edges of the span. An edge beyond the
   /// text, or before it, cuts nothing. A placeholder that is cut becomes the four characters of the
   /// escaped code.
-  void DivideSegmentsGivenSelStartAndLength(std::int16_t SelStart, std::int16_t SelLength);
+  void DivideSegmentsGivenSelStartAndLength(std::int16_t SelStart, std::int16_t SelLength) {
+    divide(SelStart, SelLength);
+  }
+  /// The same for positions beyond 16 bits.
+  void divide(std::ptrdiff_t start, std::ptrdiff_t length);
   /// Divides, then returns the one-based position of the span's first segment, 0 when no segment
   /// begins there, and sets `LastIndex` to that of its last. Without a segment that ends where the
   /// span does, `LastIndex` is the first; without a first segment it is left alone.

@@ -91,7 +91,7 @@ std::optional<std::u16string_view> MarkupLines::next() {
   usual_ = LineBreaker<Rest>::length_of_line(rest, usual_);
   const bool takes_all = !rest.has(usual_ + 1) && rest.fits();
   const std::u16string_view line = takes_all ? rest_ : rest.beginning(usual_);
-  std::u16string_view left = visible::mid(rest_.substr(line.size()), 1, 0);
+  std::u16string_view left = visible::mid(rest_.substr(line.size()), 0);
   left.remove_prefix(std::min(left.find_first_not_of(u' '), left.size()));
   rest_ = left;
   return line;

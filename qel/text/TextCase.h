@@ -17,6 +17,17 @@ enum TextCaseKind : std::int32_t {
   tcTitleCase = 4,
 };
 
+/// Changes of letter case; `TextCase` says what each does.
+enum class CaseChange : std::uint8_t {
+  lower,
+  upper,
+  swap,  ///< `TextCase::ChangeCase`
+  title,
+  initial,
+  first_to_lower,
+  first_to_upper,
+};
+
 /// Changes the letter case of markup and leaves its codes, escaped ones too, as they are. Letters
 /// map one to one, so the visible text keeps its length. No member raises an error or changes its
 /// argument.

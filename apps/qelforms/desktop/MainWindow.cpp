@@ -25,7 +25,6 @@
 #include "RecordList.h"
 #include "TablesDialog.h"
 #include "qel/base/Scoped.h"
-#include "qt/platform/Text.h"
 
 namespace qel::forms {
 namespace {
@@ -163,7 +162,7 @@ void MainWindow::refuse_changes() {
 void MainWindow::list_records() {
   attempt([this] {
     const QString wanted = search_->text();
-    list_->show_headings(wanted.isEmpty() ? store_.list() : store_.find(qt::view_of(wanted)));
+    list_->show_headings(wanted.isEmpty() ? store_.list() : store_.find(wanted.toStdU16String()));
     if (list_->selected().empty()) list_->select(form_->record().id);
   });
 }
@@ -178,7 +177,7 @@ void MainWindow::show_state() {
   save_->setEnabled(is_changed);
   revert_->setEnabled(is_changed);
   setWindowModified(is_changed);
-  const QString title = qt::to_qt(visible_text(form_->record().title)).simplified();
+  const QString title = QString::fromStdU16String(visible_text(form_->record().title)).simplified();
   setWindowTitle(tr("%1[*] - Records").arg(title.isEmpty() ? tr("New record") : title));
 }
 
