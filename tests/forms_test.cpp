@@ -373,13 +373,13 @@ TEST_F(Forms, ExportsRecordsThatKeepTheirFormatsToThemselves) {
   const std::vector<Record> records = {record_of(u"/b1T/y1it", u"one\ntwo"),
                                        record_of(u"", u"/i1x~"), record_of(u"Last", u"")};
   const command::Tables tables;
-  EXPECT_EQ(exported(records, ExportForm::text, tables), "Tit\none\ntwo\n\nx~\n\nLast\n");
-  EXPECT_EQ(exported(records, ExportForm::qel, tables),
+  EXPECT_EQ(exported(records, ExportFormat::text, tables), "Tit\none\ntwo\n\nx~\n\nLast\n");
+  EXPECT_EQ(exported(records, ExportFormat::qel, tables),
             "/b1T/y1it/nl/y0/b0one/nltwo/nl/nl/i1x~/nl/i0/nlLast/nl");
-  EXPECT_NE(exported(records, ExportForm::rtf, tables).find("\\cf0 \\b0 one\\par two"),
+  EXPECT_NE(exported(records, ExportFormat::rtf, tables).find("\\cf0 \\b0 one\\par two"),
             std::string::npos)
-      << exported(records, ExportForm::rtf, tables);
-  const std::string svg = exported(records, ExportForm::svg, tables);
+      << exported(records, ExportFormat::rtf, tables);
+  const std::string svg = exported(records, ExportFormat::svg, tables);
   EXPECT_TRUE(svg.starts_with("<svg") && svg.find(">Last<") != std::string::npos) << svg;
 }
 

@@ -87,13 +87,13 @@ class SwitchOptions {
   Switch recognize_tabs_;
 };
 
-/// The form of that name; empty when none was given.
+/// The format of that name; empty when none was given.
 template <class Find>
-auto form_of(const std::optional<std::string>& name, Find find, const std::string& option,
-             const std::string& names) {
-  auto form = name ? find(*name) : decltype(find(*name))();
-  if (name && !form) throw UsageError(option + ": '" + *name + "' is none of " + names);
-  return form;
+auto format_of(const std::optional<std::string>& name, Find find, const std::string& option,
+               const std::string& names) {
+  auto format = name ? find(*name) : decltype(find(*name))();
+  if (name && !format) throw UsageError(option + ": '" + *name + "' is none of " + names);
+  return format;
 }
 
 class ConvertCommand {
@@ -103,11 +103,11 @@ class ConvertCommand {
                    "Files to convert; standard input when none is named, or for '-'")
         ->type_name("");
     app.add_option("--from", from_,
-                   "What the input is: " + input_form_names() +
+                   "What the input is: " + input_format_names() +
                        "; taken from the file's ending or first bytes otherwise")
-        ->type_name("FORM");
-    app.add_option("--to", to_, "What to write: " + result_form_names())
-        ->type_name("FORM")
+        ->type_name("FORMAT");
+    app.add_option("--to", to_, "What to write: " + output_format_names())
+        ->type_name("FORMAT")
         ->required();
     output_ =
         app.add_option("-o,--output", output_path_, "File to write instead of standard output")
@@ -137,8 +137,8 @@ class ConvertCommand {
     }
     line.jobs = jobs_ > 0 ? static_cast<std::size_t>(jobs_)
                           : std::max(1U, std::thread::hardware_concurrency());
-    line.options.from = form_of(from_, input_form_named, "--from", input_form_names());
-    line.options.to = *form_of(to_, result_form_named, "--to", result_form_names());
+    line.options.from = format_of(from_, input_format_named, "--from", input_format_names());
+    line.options.to = *format_of(to_, output_format_named, "--to", output_format_names());
     line.options.switches = switches_.values();
     line.options.tables = tables_.values();
     return line;

@@ -62,11 +62,11 @@ class Conversion {
 
   void from_markup(std::u16string&& markup) {
     switch (options_.to) {
-      case ResultForm::rtf:
+      case OutputFormat::rtf:
         return write_rtf(rtf_of(std::move(markup)));
-      case ResultForm::rtf_body:
+      case OutputFormat::rtf_body:
         return write_rtf(body_of(std::move(markup)));
-      case ResultForm::simple_rtf:
+      case OutputFormat::simple_rtf:
         return from_rtf(rtf_of(std::move(markup)));
       default:
         return write_markup_decoded(std::move(markup));
@@ -75,15 +75,15 @@ class Conversion {
 
   void from_rtf(std::u16string&& rtf) {
     switch (options_.to) {
-      case ResultForm::rtf:
+      case OutputFormat::rtf:
         return write_rtf(rewritten(std::move(rtf)));
-      case ResultForm::simple_rtf:
+      case OutputFormat::simple_rtf:
         return write_rtf(simplified(std::move(rtf)));
-      case ResultForm::text:
+      case OutputFormat::text:
         return write_text(text_of(std::move(rtf)));
-      case ResultForm::rtf_body:
+      case OutputFormat::rtf_body:
         return write_rtf(body_of(markup_of(std::move(rtf))));
-      case ResultForm::qel:
+      case OutputFormat::qel:
         return write_utf8(markup_of(std::move(rtf)));
       default:
         return write_rtf_decoded(std::move(rtf));
@@ -93,7 +93,7 @@ class Conversion {
   /// The text goes by way of RTF: so a code that was typed in it stays text.
   void from_text(std::u16string&& text) {
     std::u16string rtf = rtf_of_text(std::move(text));
-    if (options_.to == ResultForm::rtf) return write_rtf(rtf);
+    if (options_.to == OutputFormat::rtf) return write_rtf(rtf);
     from_rtf(std::move(rtf));
   }
 
@@ -185,11 +185,11 @@ class Conversion {
   void write_decoded(StyleDecoder& decoder) {
     const std::int32_t line_codes = switches_.recognize_crlf ? ofLineCodes : ofMarkup;
     switch (options_.to) {
-      case ResultForm::segments:
+      case OutputFormat::segments:
         return write_segments(*decoder.get_Segments(), switches_.recognize_crlf, sink_);
-      case ResultForm::qelv6:
+      case OutputFormat::qelv6:
         return write_utf8(decoder.GetQELTextv6(line_codes, false, false));
-      case ResultForm::text:
+      case OutputFormat::text:
         return write_text(decoder.GetQELText(ofPlainText | line_codes, false, false));
       default:
         return write_utf8(decoder.GetQELText(line_codes, false, false));
@@ -217,11 +217,11 @@ class Conversion {
   RTFParser parser_;
 };
 
-InputForm form_of(std::string_view input, std::optional<InputForm> named) {
-  if (named && *named != InputForm::rtf) return *named;
-  if (is_rtf(input)) return InputForm::rtf;
+InputFormat format_of(std::string_view input, std::optional<InputFormat> named) {
+  if (named && *named != InputFormat::rtf) return *named;
+  if (is_rtf(input)) return InputFormat::rtf;
   // What was to be RTF and is not is what a box takes it for: text.
-  return named ? InputForm::text : InputForm::qel;
+  return named ? InputFormat::text : InputFormat::qel;
 }
 
 }  // namespace
@@ -229,12 +229,12 @@ InputForm form_of(std::string_view input, std::optional<InputForm> named) {
 void convert(std::string input, const ConversionOptions& options, const Sink& sink) {
   const Common::ConversionSlots slots;
   Conversion conversion(options, sink);
-  switch (form_of(input, options.from)) {
-    case InputForm::qel:
+  switch (format_of(input, options.from)) {
+    case InputFormat::qel:
       return conversion.from_markup(decode_text(std::move(input)));
-    case InputForm::rtf:
+    case InputFormat::rtf:
       return conversion.from_rtf(decode_rtf(std::move(input)));
-    case InputForm::text:
+    case InputFormat::text:
       return conversion.from_text(decode_text(std::move(input)));
   }
 }

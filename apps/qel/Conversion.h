@@ -5,7 +5,7 @@
 #include <string>
 #include <string_view>
 
-#include "Forms.h"
+#include "Formats.h"
 #include "Tables.h"
 
 namespace qel::command {
@@ -23,8 +23,8 @@ struct Switches {
 
 struct ConversionOptions {
   /// Empty: RTF where the input begins like it, else markup.
-  std::optional<InputForm> from;
-  ResultForm to = ResultForm::qel;
+  std::optional<InputFormat> from;
+  OutputFormat to = OutputFormat::qel;
   Switches switches;
   Tables tables;
 };

@@ -29,14 +29,15 @@ std::u16string document_of(std::span<const Record> records) {
   return document;
 }
 
-std::string exported(std::span<const Record> records, ExportForm form,
+std::string exported(std::span<const Record> records, ExportFormat format,
                      const command::Tables& tables) {
   const std::u16string document = document_of(records);
-  if (form == ExportForm::qel) return to_utf8(document);
-  if (form == ExportForm::svg) return command::drawn(command::Picture(), tables, document);
+  if (format == ExportFormat::qel) return to_utf8(document);
+  if (format == ExportFormat::svg) return command::drawn(command::Picture(), tables, document);
   command::ConversionOptions options;
-  options.from = command::InputForm::qel;
-  options.to = form == ExportForm::rtf ? command::ResultForm::rtf : command::ResultForm::text;
+  options.from = command::InputFormat::qel;
+  options.to =
+      format == ExportFormat::rtf ? command::OutputFormat::rtf : command::OutputFormat::text;
   options.tables = tables;
   return command::convert(to_utf8(document), options);
 }

@@ -122,7 +122,7 @@ void RecordForm::put_tables(const command::Tables& tables) {
     control.put_FontSize(tables.fonts.get_FontSize());
     QELIndexColors& colors = *control.get_Colors();
     colors.CopyFrom(*tables.colors);
-    // Copying leaves the RTF form of the colours as it was; setting one of them renews it.
+    // Copying leaves the RTF of the colours as it was; setting one of them renews it.
     colors.put_DefaultColor(colors.get_DefaultColor());
   };
   title_.show_anew(take_over);

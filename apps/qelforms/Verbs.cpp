@@ -40,10 +40,10 @@ constexpr const char* examples = R"(Examples:
 A text from a file is markup or RTF; its line breaks become line codes.
 Exit status: 0, 1 when something failed, 2 for arguments that do not fit.)";
 
-ExportForm form_named(const std::string& name) {
-  if (name == "rtf") return ExportForm::rtf;
-  if (name == "text") return ExportForm::text;
-  return name == "svg" ? ExportForm::svg : ExportForm::qel;
+ExportFormat format_named(const std::string& name) {
+  if (name == "rtf") return ExportFormat::rtf;
+  if (name == "text") return ExportFormat::text;
+  return name == "svg" ? ExportFormat::svg : ExportFormat::qel;
 }
 
 /// The markup of a file, without the line break at its end.
@@ -51,7 +51,7 @@ std::u16string read_markup(const std::string& path) {
   std::string bytes = command::read_file(path);
   if (command::is_rtf(bytes)) {
     command::ConversionOptions options;
-    options.from = command::InputForm::rtf;
+    options.from = command::InputFormat::rtf;
     bytes = command::convert(std::move(bytes), options);
   }
   std::u16string text = command::decode_text(std::move(bytes));
@@ -147,9 +147,9 @@ class Verbs {
     return verb.add_option("ID", ids_, meaning)->type_name("");
   }
 
-  void add_form(CLI::App& verb, const std::vector<std::string>& names) {
-    verb.add_option("--as", form_, "Form to write: " + CLI::detail::join(names, ", "))
-        ->type_name("FORM")
+  void add_format(CLI::App& verb, const std::vector<std::string>& names) {
+    verb.add_option("--as", format_, "Format to write: " + CLI::detail::join(names, ", "))
+        ->type_name("FORMAT")
         ->check(CLI::IsMember(names).description({}));
   }
 
@@ -163,7 +163,7 @@ class Verbs {
   void add_show() {
     CLI::App& verb = add("show", "Print a record", [this] { write(open(), ids_); });
     add_ids(verb, "Number of the record")->required()->expected(1);
-    add_form(verb, {"qel", "text", "rtf"});
+    add_format(verb, {"qel", "text", "rtf"});
   }
 
   void add_export() {
@@ -172,7 +172,7 @@ class Verbs {
       write(store, ids_.empty() ? all_ids(store) : ids_);
     });
     add_ids(verb, "Numbers of records; all of them when none is named");
-    add_form(verb, {"rtf", "text", "svg", "qel"});
+    add_format(verb, {"rtf", "text", "svg", "qel"});
     verb.add_option("-o,--output", output_, "File to write instead of standard output")
         ->type_name("FILE");
   }
@@ -226,7 +226,7 @@ class Verbs {
     std::vector<Record> records;
     records.reserve(ids.size());
     for (const std::int64_t id : ids) records.push_back(store.load(id));
-    const std::string document = exported(records, form_named(form_), load_tables(store));
+    const std::string document = exported(records, format_named(format_), load_tables(store));
     command::OutputFile output(output_);
     output.write(document);
     output.finish();
@@ -238,7 +238,7 @@ class Verbs {
   std::string database_;
   std::vector<std::int64_t> ids_;
   std::string wanted_;
-  std::string form_ = "qel";
+  std::string format_ = "qel";
   std::string output_ = "-";
 };
 

@@ -13,7 +13,7 @@ class DragDataObject final : public Adapter<platform::DragData, IDragData> {
   STDMETHODIMP GetFormat(SHORT Format, VARIANT_BOOL* Result) override {
     return answer(Result, &platform::DragData::has, Format);
   }
-  /// Empty where the data has no such form.
+  /// Empty where the data has no such format.
   STDMETHODIMP GetData(SHORT Format, BSTR* Result) override {
     return answer(Result, [&] { return object().get(Format).value_or(u""); });
   }

@@ -10,7 +10,7 @@
 namespace qel {
 
 /// How the runs of a text are written.
-struct OutputForm {
+struct OutputOptions {
   enum class Codes { current, v6, custom, none };
 
   Codes codes = Codes::current;
@@ -31,10 +31,10 @@ struct OutputForm {
   bool trim_right_punctuation = false;
 };
 
-/// The text of the segments in that form: between two runs first the codes that close what the next
-/// run lacks, then those that open what it adds. Placeholders become escaped codes again.
+/// The text of the segments. Between two runs, the codes that close what the next run lacks come
+/// first, then those that open what it adds. Placeholders become escaped codes again.
 /// `line_codes_at_end` counts the line codes after the last segment.
 std::u16string encode(const SegmentCollection& segments, std::int32_t line_codes_at_end,
-                      const OutputForm& form);
+                      const OutputOptions& options);
 
 }  // namespace qel

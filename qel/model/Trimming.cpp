@@ -80,17 +80,18 @@ void remove_double_blanks(std::vector<Run>& runs, std::deque<std::u16string>& st
 
 }  // namespace
 
-bool trims(const OutputForm& form) {
-  return form.trim_left || form.trim_right || form.trim_left_punctuation ||
-         form.trim_right_punctuation || form.single_blanks;
+bool trims(const OutputOptions& options) {
+  return options.trim_left || options.trim_right || options.trim_left_punctuation ||
+         options.trim_right_punctuation || options.single_blanks;
 }
 
-void trim(std::vector<Run>& runs, const OutputForm& form, std::deque<std::u16string>& storage) {
-  if (form.trim_left) trim_left(runs, leading_blanks);
-  if (form.trim_right) trim_right(runs, trailing_blanks);
-  if (form.trim_left_punctuation) trim_left(runs, leading_punctuation);
-  if (form.trim_right_punctuation) trim_right(runs, trailing_punctuation);
-  if (form.single_blanks) remove_double_blanks(runs, storage);
+void trim(std::vector<Run>& runs, const OutputOptions& options,
+          std::deque<std::u16string>& storage) {
+  if (options.trim_left) trim_left(runs, leading_blanks);
+  if (options.trim_right) trim_right(runs, trailing_blanks);
+  if (options.trim_left_punctuation) trim_left(runs, leading_punctuation);
+  if (options.trim_right_punctuation) trim_right(runs, trailing_punctuation);
+  if (options.single_blanks) remove_double_blanks(runs, storage);
 }
 
 }  // namespace qel

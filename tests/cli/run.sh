@@ -21,7 +21,7 @@ no_rest_in() {
 fonts='{\fonttbl{\f0 Arial;}{\f1\ftech Symbol;}{\f2 Courier New;}{\f3 Times New Roman;}{\f4 <none>;}{\f5 <none>;}{\f6 <none>;}{\f7 <none>;}{\f8 <none>;}{\f9 <none>;}}'
 colors='{\colortbl\red0\green0\blue0;\red0\green192\blue0;\red0\green0\blue255;\red192\green192\blue0;\red217\green122\blue36;\red255\green0\blue0;\red0\green255\blue0;\red64\green64\blue64;\red128\green128\blue128;\red192\green192\blue192;}'
 
-echo "== forms =="
+echo "== formats =="
 gives "markup to RTF" "{\\rtf1\\ansi\\ansicpg1252\\deff0 $fonts$colors{\\f0\\fs20 Hello \\b1 world\\b0 \\par }}" \
   piped 'Hello /b1world/b0/nl' --from qel --to rtf
 gives "body" 'a\b1 b\b0 \par ' piped 'a/b1b/b0/nl' --to rtf-body

@@ -35,10 +35,10 @@ constexpr auto draft_retry = std::chrono::seconds(30);
 std::string document_in(const QString& suffix, std::span<const Record> records,
                         const command::Tables& tables) {
   if (suffix == QLatin1String("pdf")) return pdf_of(records, tables);
-  if (suffix == QLatin1String("rtf")) return exported(records, ExportForm::rtf, tables);
-  if (suffix == QLatin1String("txt")) return exported(records, ExportForm::text, tables);
-  if (suffix == QLatin1String("svg")) return exported(records, ExportForm::svg, tables);
-  return exported(records, ExportForm::qel, tables);
+  if (suffix == QLatin1String("rtf")) return exported(records, ExportFormat::rtf, tables);
+  if (suffix == QLatin1String("txt")) return exported(records, ExportFormat::text, tables);
+  if (suffix == QLatin1String("svg")) return exported(records, ExportFormat::svg, tables);
+  return exported(records, ExportFormat::qel, tables);
 }
 
 QLabel* label_for(const QString& text, QWidget* of) {

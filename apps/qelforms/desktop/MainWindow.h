@@ -40,7 +40,7 @@ class MainWindow : public QMainWindow {
   qt::TextBox& title_box() { return *title_; }
   qt::TextBox& body_box() { return *body_; }
 
-  /// Writes the selected records to a file, in the form that the end of its name says: rtf, txt,
+  /// Writes the selected records to a file, in the format that its extension stands for: rtf, txt,
   /// svg, pdf, or markup. Whether that went well; the user is told if not, and no file is changed.
   bool export_to(const QString& path);
 
