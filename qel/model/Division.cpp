@@ -13,8 +13,8 @@
 namespace qel::division {
 namespace {
 
-/// A placeholder in the middle of which the text is about to be cut becomes the escaped code that
-/// it stands for: its halves would not.
+/// Turns a placeholder that is about to be cut in two back into its escaped code: its halves could
+/// not be turned back.
 void restore_placeholder_around(Segment& segment, std::size_t cut) {
   constexpr std::size_t reach = 3;  // a placeholder has four characters
   for (std::size_t before = 1; before <= std::min(cut, reach); ++before) {

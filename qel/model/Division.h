@@ -5,7 +5,7 @@
 
 #include "qel/model/SegmentCollection.h"
 
-/// Cutting segments so that spans of a text become whole numbers of segments. Positions count
+/// Cutting segments so that a span of text becomes a whole number of segments. Positions count
 /// visible characters; both halves of a cut keep the style.
 namespace qel::division {
 
@@ -19,15 +19,15 @@ struct Span {
   std::int32_t last = 0;
 };
 
-/// The segments of a span along whose edges the segments are divided. Where no segment ends at the
-/// end of the span, `last` is `first`.
+/// The segments of a span, which have been divided at its edges. Where no segment ends at the end
+/// of the span, `last` is `first`.
 Span find_span(const SegmentCollection& segments, std::ptrdiff_t start, std::ptrdiff_t length);
 
 /// How finely `divide_words` cuts.
 enum class Pieces {
   words = 1,        ///< between words and blanks
-  numbers = 2,      ///< also around numbers within words
-  punctuation = 3,  ///< also around punctuation
+  numbers = 2,      ///< around numbers within words too
+  punctuation = 3,  ///< around punctuation too
 };
 
 /// Cuts every segment between pieces; the text and the styles stay the same.

@@ -77,7 +77,7 @@ class CodeWriter {
   std::u16string scratch_;
 };
 
-/// Writes runs as they come. What stands between two of them depends on both, so each waits for the
+/// Writes runs as they come. The codes between two runs depend on both, so each run waits for the
 /// next.
 class RunWriter {
  public:
@@ -102,7 +102,7 @@ class RunWriter {
     codes_.line_codes(run.line_codes_before);
     codes_.opening(run.state, last_ ? &*last_ : nullptr);
     if (is_custom_) {
-      // Only here: what stands in the host's own spelling is not ours to restore.
+      // Only the text: the host's own spelling of the codes is not ours to change.
       out_.append(restore_escaped_codes(std::u16string(run.text)));
     } else {
       out_.append(run.text);

@@ -22,11 +22,11 @@ struct OutputOptions {
   /// Write "/nl" (CR LF among plain text) where the decoded text had it.
   bool line_codes = false;
 
-  /// Which visible blanks go, also where they lie in several runs. Codes stay.
+  /// Which visible blanks to remove, even if they lie in several runs. Codes stay.
   bool trim_left = false;
   bool trim_right = false;
   bool single_blanks = false;
-  /// Punctuation at the ends goes.
+  /// Remove punctuation at the ends.
   bool trim_left_punctuation = false;
   bool trim_right_punctuation = false;
 };

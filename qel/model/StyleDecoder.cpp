@@ -40,7 +40,7 @@ std::u16string spelled(const std::u16string& codes, std::u16string_view spelling
 std::u16string StyleDecoder::get_QELText() const { return GetQELText(ofMarkup, false, false); }
 
 void StyleDecoder::put_QELText(std::u16string_view Text) {
-  // Taken first: `Text` may be a view of a segment that is about to go.
+  // Copied first: `Text` may be a view of a segment that is about to go.
   std::u16string text = protect_escaped_codes(std::u16string(Text));
   words_.reset();
   segments_->Clear();

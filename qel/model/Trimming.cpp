@@ -25,7 +25,7 @@ std::size_t trailing_blanks(std::u16string_view text) {
   return text.size() - (text.find_last_not_of(u' ') + 1);
 }
 
-// The placeholder of an escaped code looks like punctuation at both ends, and is none.
+// The placeholder of an escaped code looks like punctuation at both ends, but is not.
 
 std::size_t leading_punctuation(std::u16string_view text) {
   std::size_t count = 0;
@@ -61,7 +61,7 @@ void trim_right(std::vector<Run>& runs, Measure unwanted) {
   }
 }
 
-/// Of several blanks in a row, whatever the runs they lie in, the first stays.
+/// Keeps the first of several blanks in a row, whichever runs they lie in.
 void remove_double_blanks(std::vector<Run>& runs, std::deque<std::u16string>& storage) {
   bool after_blank = false;
   const auto is_surplus = [&](char16_t character) {

@@ -23,7 +23,8 @@ struct Run {
 bool trims(const OutputOptions& options);
 
 /// Removes the visible characters that the options do not want. Every run stays, if only as an
-/// empty one, so that its codes do. `storage` holds the texts that are no longer parts of the old.
+/// empty one, so that its codes stay. `storage` holds the texts that are no longer parts of the old
+/// ones.
 void trim(std::vector<Run>& runs, const OutputOptions& options,
           std::deque<std::u16string>& storage);
 

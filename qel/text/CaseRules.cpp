@@ -8,7 +8,7 @@
 namespace qel::case_rules {
 namespace {
 
-/// A capital for a small letter, and the other way round.
+/// A small letter for a capital, and the other way round.
 char32_t swap_case(char32_t character) {
   const char32_t lower = to_lower(character);
   if (lower == character) return to_upper(character);

@@ -20,7 +20,7 @@ namespace {
 
 constexpr std::size_t npos = std::u16string_view::npos;
 
-/// Equal for characters that differ in case alone, final forms of letters included.
+/// Equal for characters that differ only in case, final forms of letters included.
 std::u16string folded(std::u16string_view text) { return to_lower(to_upper(text)); }
 
 std::ptrdiff_t plain_length(const SegmentCollection& segments) {
@@ -50,7 +50,7 @@ std::u16string keep_last(StyleDecoder& decoder, std::ptrdiff_t length) {
   return decoder.get_QELText();
 }
 
-/// The markup of what stands at `start` and behind it. Decodes `text` and keeps that.
+/// Decodes `text` and keeps the characters from `start` on, whose markup it returns.
 std::u16string keep_from(StyleDecoder& decoder, std::u16string_view text, std::ptrdiff_t start) {
   decoder.put_QELText(text);
   const std::ptrdiff_t length = plain_length(*decoder.get_Segments()) - start;
@@ -102,7 +102,7 @@ Surroundings around(StyleDecoder& decoder, std::u16string_view text, std::ptrdif
 
 namespace {
 
-/// The style of the first segment that begins at `start` or behind it.
+/// The style of the first segment that begins at or after `start`.
 iStyle style_from(StyleDecoder& decoder, std::ptrdiff_t start) {
   iStyle style;
   std::ptrdiff_t position = 0;
@@ -116,7 +116,7 @@ iStyle style_from(StyleDecoder& decoder, std::ptrdiff_t start) {
   return style;
 }
 
-/// The style to apply where `own` is the text's.
+/// The style to apply to text whose own style is `own`.
 iStyle applied_style(const iStyle& given, const iStyle& own) {
   return given.get_Ignored() ? own : given;
 }
@@ -135,7 +135,7 @@ iStyle applied_style(const cReplaceData& given, const iStyle& own) {
   return style;
 }
 
-/// The text within the codes of the style, small capitals aside: bold is innermost.
+/// The text enclosed in the codes of the style, except small capitals: bold is innermost.
 std::u16string wrapped(std::u16string_view text, const iStyle& style) {
   const std::array<std::pair<bool, char16_t>, 6> toggles = {{{style.Bold, u'b'},
                                                              {style.Italic, u'i'},
@@ -157,7 +157,7 @@ std::u16string wrapped(std::u16string_view text, const iStyle& style) {
   return on.append(text) + off;
 }
 
-/// `given` by value: it may be the style of a segment that is about to go.
+/// `given` is a copy: it may come from a segment that is about to go.
 template <class Style>
 void replace_styled(StyleDecoder& decoder, const std::u16string& text, std::ptrdiff_t start,
                     std::ptrdiff_t length, const std::u16string& replacement, const Style given) {
@@ -184,7 +184,7 @@ void replace(StyleDecoder& decoder, std::u16string_view text, std::ptrdiff_t sta
 
 namespace {
 
-/// Writes the markup of one piece of a text after the other.
+/// Writes the markup of the pieces of a text, one after the other.
 class PieceWriter {
  public:
   void add(std::u16string_view text, const style_codes::CodeState& state) {
@@ -217,8 +217,8 @@ class Cuts {
     find_end();
   }
 
-  std::size_t begin() const { return begin_; }  ///< of the current piece
-  std::size_t end() const { return end_; }      ///< `npos` where the rest is one piece
+  std::size_t begin() const { return begin_; }  ///< where the current piece begins
+  std::size_t end() const { return end_; }      ///< and ends; `npos` where the rest is one piece
   bool has_piece() const { return begin_ < plain_.size(); }
 
   void next() {
@@ -237,13 +237,13 @@ class Cuts {
   std::size_t end_ = 0;
 };
 
-/// Appends the pieces of the decoder's text, all in one walk along its segments. Whether there is
-/// something left behind the last cut, which is the last piece then.
+/// Appends the pieces of the decoder's text in one walk along its segments. Returns whether
+/// anything is left after the last cut; it is the last piece then.
 bool append_pieces(StyleDecoder& decoder, Cuts cuts, std::vector<std::u16string>& pieces) {
   PieceWriter writer;
   std::size_t position = 0;
   for (const auto& segment : *decoder.get_Segments()) {
-    // Escaped codes as they are in the plain text: a cut may go through the middle of one.
+    // Escaped codes as plain text has them: a cut may go through the middle of one.
     const std::u16string text = restore_escaped_codes(segment->get_Text());
     const std::size_t segment_end = position + text.size();
     while (cuts.begin() < segment_end) {
@@ -276,8 +276,8 @@ std::vector<std::u16string> split(StyleDecoder& decoder, std::u16string_view tex
   if (!is_in(plain)) return {std::u16string(text)};
   std::vector<std::u16string> pieces;
   const bool has_rest = append_pieces(decoder, Cuts(plain, delimiter, 1), pieces);
-  // What is left is decoded again, as it is for each piece: encoding may have cost it a font. Once
-  // is enough, for decoding and encoding what was encoded changes no style.
+  // The rest is decoded again, as the rule does after each piece: encoding may have lost a font.
+  // Once is enough: decoding and encoding again changes no style.
   decoder.put_QELText(has_rest ? std::u16string_view(pieces.back()) : std::u16string_view());
   plain = decoder.get_Text();
   if (!is_in(plain)) return pieces;

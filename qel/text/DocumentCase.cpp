@@ -9,7 +9,7 @@
 namespace qel {
 namespace {
 
-/// Hidden text becomes something to look through; breaks stay.
+/// Replaces hidden text by characters to look through; breaks stay.
 void mask_hidden(std::u16string& text, const richtext::Document& document, Color hidden) {
   for (std::size_t i = 0; i < document.runs().run_count(); ++i) {
     const richtext::RunList::Run run = document.runs().run(i);

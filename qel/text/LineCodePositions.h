@@ -8,8 +8,8 @@
 
 namespace qel {
 
-/// Where the line codes ("/nl") of a markup text stand between its characters, so that they can be
-/// put back into what decoding and encoding made of it.
+/// The positions of the line codes ("/nl") of a markup text between its characters. With these,
+/// line codes can be put back after decoding and encoding have dropped them.
 class LineCodePositions {
  public:
   explicit LineCodePositions(std::u16string_view markup);
@@ -17,14 +17,15 @@ class LineCodePositions {
   /// How many characters the text has.
   std::size_t length() const { return length_; }
 
-  /// The line codes of the characters from `begin` up to `end`, both of them in the text. Those at
-  /// an edge where characters are cut off go.
+  /// The line codes of the characters from `begin` up to `end`, which both lie in the text. Line
+  /// codes at a cut are left out.
   LineCodePositions part(std::size_t begin, std::size_t end) const;
-  /// The line codes after `inserted` characters have taken the place of those from `begin` up to
-  /// `end`, both of them in the text.
+  /// The line codes after `inserted` characters have replaced those from `begin` up to `end`, which
+  /// both lie in the text.
   LineCodePositions replaced(std::size_t begin, std::size_t end, std::size_t inserted) const;
 
-  /// `markup`, which has as many characters, with these line codes. Those that it has stay.
+  /// `markup`, which has the same number of characters, with these line codes. Line codes that it
+  /// has already stay.
   std::u16string put_into(std::u16string_view markup) const;
 
  private:

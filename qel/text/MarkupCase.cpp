@@ -12,7 +12,7 @@
 namespace qel {
 namespace {
 
-/// Replaces each placeholder of an escaped code by signs, which have no case.
+/// Replaces each placeholder of an escaped code by slashes, which have no case.
 void mask_placeholders(std::u16string& text) {
   constexpr std::size_t length = 4;
   for (std::size_t at = text.find(u'<'); at < text.size(); at = text.find(u'<', at + 1)) {
@@ -22,7 +22,8 @@ void mask_placeholders(std::u16string& text) {
   }
 }
 
-/// All segments as one text: what is not to change is masked, and line codes are a line break.
+/// All segments as one text, in which characters that must not change are masked and line codes are
+/// a line break.
 std::u16string flat_text(const SegmentCollection& segments, bool masks_hidden) {
   std::u16string flat;
   for (const auto& segment : segments) {
@@ -45,8 +46,8 @@ struct Piece {
   std::size_t length() const { return segment->text().size(); }
 };
 
-/// The segments of a span along which the segments are divided: those from its start on, up to the
-/// first that ends where it does.
+/// The segments of a span, which have been divided at its edges: those from its start on, up to the
+/// first that ends where the span ends.
 std::vector<Piece> pieces_of(const SegmentCollection& segments, std::ptrdiff_t start,
                              std::ptrdiff_t length) {
   std::vector<Piece> pieces;
@@ -75,7 +76,7 @@ std::u16string change_case(std::u16string_view markup, CaseChange change, std::p
   StyleDecoder decoder;
   decoder.put_QELText(markup);
   SegmentCollection& segments = *decoder.get_Segments();
-  // Taken first: a division may go through an escaped code.
+  // Taken first, since the division may cut an escaped code in two.
   const std::u16string before = flat_text(segments, masks_hidden);
   division::divide(segments, start, length);
   const std::vector<Piece> pieces = pieces_of(segments, start, length);

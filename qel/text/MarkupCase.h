@@ -9,8 +9,8 @@
 namespace qel {
 
 /// `markup` with the case of `length` characters changed, from the one at `start` (zero-based) on;
-/// -1 stands for all the rest. Title case spares the `ignored` words. The result was decoded,
-/// divided along the span and encoded.
+/// a length of -1 means all the rest. Title case leaves the `ignored` words in lower case. The
+/// markup is decoded, divided at the edges of the span and encoded again.
 std::u16string change_case(std::u16string_view markup, CaseChange change, std::ptrdiff_t start,
                            std::ptrdiff_t length, const WordSet& ignored = {});
 

@@ -41,12 +41,12 @@ std::u16string QELText::PlainText(std::u16string_view Text) {
 
 namespace {
 
-/// As the members of 16 bits count: from 1, and 0 for nothing.
+/// Counted as the 16-bit members do: from 1, with 0 for not found.
 std::int16_t position_of(std::size_t found) {
   return static_cast<std::int16_t>(found == std::u16string_view::npos ? 0 : found + 1);
 }
 
-/// Limits a length to 0 and the length of the markup.
+/// Limits a length to the range from 0 to the length of the markup.
 std::int16_t limited(std::int16_t length, std::u16string_view markup) {
   if (length < 0) return 0;
   return markup.size() < static_cast<std::size_t>(length) ? static_cast<std::int16_t>(markup.size())
@@ -93,7 +93,7 @@ std::u16string QELText::Stuff(std::u16string_view Text, std::int16_t Start, std:
                               std::u16string_view Replacement, iStyle* Style) {
   std::u16string replacement(Replacement);
   if (Style != nullptr) {
-    // Before a text is loaded: the style may be that of a segment that is about to go.
+    // Before a text is loaded: the style may belong to a segment that is about to go.
     replacement.insert(0, iStyle::OnCodes(*Style));
     Style->Initialize();
     replacement.append(iStyle::OffCodes(*Style));
@@ -123,7 +123,8 @@ std::vector<std::u16string> QELText::Split(std::u16string_view Text,
 
 bool QELText::Compare(std::u16string_view Text1, std::u16string_view Text2,
                       std::int16_t /*Unused*/) {
-  // Encoded markup differs wherever characters or styles do: no walk along the segments is needed.
+  // Encoded markup differs wherever characters or styles do, so there is no need to walk the
+  // segments.
   StyleDecoder second;
   second.put_QELText(Text2);
   put_QELText(Text1);

@@ -36,7 +36,7 @@ platform::Canvas& TextAndFormatting::canvas_in_default_font(const char* member) 
 
 namespace {
 
-/// Measures markup as the settings of the engine say.
+/// Measures markup with the settings of the engine.
 MarkupLines::Measure measure_with(Typesetter& typesetter, bool reveal_codes, bool with_hidden) {
   return [&typesetter, reveal_codes, with_hidden](std::u16string_view markup) {
     return reveal_codes ? typesetter.revealed_width(markup)

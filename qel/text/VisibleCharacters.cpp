@@ -11,7 +11,7 @@ bool is_one_of(char16_t character, std::u16string_view set) {
   return set.find(character) != std::u16string_view::npos;
 }
 
-/// How far one goes from `at` to pass a code or a visible character.
+/// The length of the code or visible character at `at`.
 std::size_t step(std::u16string_view text, std::size_t at) {
   return has_code_at(text, at) ? code_length : 1;
 }

@@ -3,12 +3,12 @@
 #include <cstddef>
 #include <string_view>
 
-/// Counting and cutting markup by visible characters as the layout engine counts them. It has a
-/// table of codes of its own: 34 of them, in upper or lower case. "/k1", "/k0" and "/nl" are three
-/// visible characters each, and escapes mean nothing (see MarkupStrings.h for the decoder's count).
+/// Counting and cutting markup by visible characters as the layout engine counts them. The engine
+/// has its own table of 34 codes, in upper or lower case. "/k1", "/k0" and "/nl" are three visible
+/// characters each, and escapes mean nothing. (MarkupStrings.h counts as the decoder does.)
 ///
-/// Positions are zero-based and of any size, unlike those of the members of `TextAndFormatting`.
-/// Results are views of the text that was given, and repeat no codes.
+/// Positions are zero-based, and texts may be of any length, unlike in `TextAndFormatting`. Results
+/// are views of the text that was given: they do not repeat codes that come before them.
 namespace qel::visible {
 
 /// Whether three characters are one of the 34 codes.
@@ -19,14 +19,14 @@ bool has_code_at(std::u16string_view text, std::size_t at);
 /// How many visible characters the text has.
 std::size_t length(std::u16string_view text);
 
-/// The first `count` visible characters without the codes behind them; all of the text when it has
+/// The first `count` visible characters without the codes after them; the whole text when it has
 /// fewer.
 std::u16string_view left(std::u16string_view text, std::size_t count);
-/// The last `count` visible characters without the codes before them; all of the text when it has
+/// The last `count` visible characters without the codes before them; the whole text when it has
 /// fewer.
 std::u16string_view right(std::u16string_view text, std::size_t count);
-/// `count` visible characters from the one at `start` on, or as many as there are; `npos` is all
-/// the rest with the codes behind it.
+/// Up to `count` visible characters from the one at `start` on; `npos` means all the rest with the
+/// codes after it.
 std::u16string_view mid(std::u16string_view text, std::size_t start,
                         std::size_t count = std::u16string_view::npos);
 
