@@ -148,7 +148,7 @@ TEST(QELTextStrings, Stuff) {
     iStyle* const given = row.codes.empty() ? nullptr : &style;
     EXPECT_EQ(tools.Stuff(text, row.start, row.length, row.replacement, given), row.result)
         << row.start << " " << row.length;
-    EXPECT_EQ(style, iStyle()) << "the style comes back plain";
+    EXPECT_EQ(style, iStyle()) << "the style is reset";
   }
 }
 
@@ -231,10 +231,11 @@ TEST(QELTextStrings, StuffWithStyleData) {
   EXPECT_EQ(tools.StuffWithStyleData(u"ab", 1, 1, u"X", raised), u"/p1X/p0b");
   tools.put_QELText(u"/b1a");
   iStyle& own = tools.get_Segments()->Item(1)->get_Style();
-  EXPECT_EQ(tools.StuffWithStyleData(u"xy", 1, 1, u"X", own), u"/b1X/b0y") << "goes meanwhile";
+  EXPECT_EQ(tools.StuffWithStyleData(u"xy", 1, 1, u"X", own), u"/b1X/b0y")
+      << "the style is released meanwhile";
 }
 
-/// The rule as it is stated, step by step.
+/// The rule taken literally, step by step.
 std::vector<std::u16string> split_step_by_step(QELText& tools, std::u16string text,
                                                const std::u16string& delimiter) {
   std::vector<std::u16string> parts;
@@ -261,7 +262,7 @@ TEST(QELTextStrings, Split) {
   EXPECT_EQ(tools.Split(u"a,b,", u","), (Parts{u"a", u"b"}));
   EXPECT_EQ(tools.Split(u",,/b1a", u","), (Parts{u"", u"", u"/b1a/b0"}));
   EXPECT_EQ(tools.Split(u"", u","), Parts{});
-  EXPECT_EQ(tools.Split(u"x/nl", u","), Parts{u"x/nl"}) << "what is not cut stays as it is";
+  EXPECT_EQ(tools.Split(u"x/nl", u","), Parts{u"x/nl"}) << "a text that is not cut stays as it is";
   EXPECT_EQ(tools.Split(u"a/b1, /b0b", u", "), (Parts{u"a", u"b"}));
   EXPECT_EQ(tools.Split(u"ab", u""), Parts{u"ab"});
   EXPECT_EQ(tools.Split(u"a~/b1b~/b1c", u"b1"), (Parts{u"a~/", u"b~/", u"c"}));
@@ -309,7 +310,7 @@ TEST(QELTextStrings, KeepTheTextOnRandomMarkup) {
     std::size_t total = 0;
     for (const auto& segment : *tools.get_Segments()) total += segment->text().size();
     ASSERT_EQ(plain.size(), total) << "the plain text is as long as the segments";
-    // What is cut between these would read as a code, or no longer as one, when it is joined.
+    // Text that is cut between these could become a code when it is joined, or stop being one.
     if (plain.find_first_of(u"~/") != std::u16string::npos) continue;
     const auto length = static_cast<std::int16_t>(plain.size());
     const auto at = static_cast<std::int16_t>(random.below(plain.size() + 1));
@@ -323,7 +324,7 @@ TEST(QELTextStrings, KeepTheTextOnRandomMarkup) {
     const std::u16string again =
         tools.Stuff(stuffed, static_cast<std::int16_t>(at + 1), 3, u"", nullptr);
     EXPECT_EQ(tools.PlainText(again), plain);
-    // A font in coloured text is lost where that text is cut.
+    // A font in coloured text is lost where the text is cut.
     decoder.put_QELText(text);
     const bool is_cut_apart = text.find(u"/f") != std::u16string::npos;
     EXPECT_TRUE(is_cut_apart || tools.Compare(again, text)) << test::shown(again);
@@ -383,7 +384,7 @@ TEST(QELTextObjects, HandOnToTheirOwners) {
   EXPECT_TRUE(tools.get_WordWrap() && tools.get_ShowHiddenText());
   EXPECT_FALSE(tools.get_RevealCodes() || tools.get_IgnoreColors());
   EXPECT_EQ(tools.get_ForeColor(), 0);
-  // Each flag alone: none is another under a wrong name.
+  // Each flag alone, so that none is another under a wrong name.
   struct Flag {
     bool (QELText::*get)() const;
     void (QELText::*put)(bool);

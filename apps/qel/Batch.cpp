@@ -46,7 +46,7 @@ void convert_file(const Task& task, ConversionOptions options) {
   output.finish();
 }
 
-/// Whether it went well.
+/// Returns whether the task succeeded.
 bool try_task(const Task& task, const ConversionOptions& options, Progress& progress) {
   const std::string name = task.input == "-" ? "standard input" : task.input;
   try {

@@ -20,7 +20,7 @@
 namespace qel::command {
 namespace {
 
-/// Calls `write` with one part of the text after the other, so that the output is never whole in
+/// Calls `write` with one part of the text after the other, so that the whole output is never in
 /// memory. Surrogate pairs and CR LF stay together.
 template <class Write>
 void in_parts(std::u16string_view text, Write write) {
@@ -49,7 +49,7 @@ void drop_last_blank(SegmentCollection& segments) {
   if (last->length() == 0) segments.Remove(segments.Count());
 }
 
-/// Each step takes the text over and has freed it when it returns.
+/// Each step takes ownership of the text and has freed it when it returns.
 class Conversion {
  public:
   Conversion(const ConversionOptions& options, const Sink& sink)
@@ -90,7 +90,7 @@ class Conversion {
     }
   }
 
-  /// The text goes by way of RTF: so a code that was typed in it stays text.
+  /// The text goes through RTF, so that a code typed in it stays text.
   void from_text(std::u16string&& text) {
     std::u16string rtf = rtf_of_text(std::move(text));
     if (options_.to == OutputFormat::rtf) return write_rtf(rtf);
@@ -124,7 +124,7 @@ class Conversion {
     return parser_.RTFToText(std::make_unique<const std::u16string>(std::move(rtf)));
   }
 
-  /// Text that names no format of its own gets the default font, size and colour.
+  /// Text without a format of its own gets the default font, size and colour.
   void prepare(headless::RichEdit& box) const {
     platform::BoxAppearance appearance = box.appearance();
     appearance.font_name = fonts_.get_Font(0);
@@ -160,7 +160,7 @@ class Conversion {
 
   /// Does for markup what the parser's switches do for RTF.
   void decode_with_switches(StyleDecoder& decoder, std::u16string&& markup) const {
-    // Every "/nl" is a line code, and a blank in its place makes no other code.
+    // Every "/nl" is a line code, and a blank in its place cannot form another code.
     if (switches_.convert_nl_to_space) markup = replace_all(std::move(markup), u"/nl", u" ");
     decode(decoder, std::move(markup));
     SegmentCollection& segments = *decoder.get_Segments();
@@ -212,7 +212,7 @@ class Conversion {
 
   const ConversionOptions& options_;
   const Switches& switches_;
-  QELIndexFonts fonts_;  // writing them marks those that are symbol fonts
+  QELIndexFonts fonts_;  // a copy: writing the font table marks symbol fonts
   const Sink& sink_;
   RTFParser parser_;
 };
@@ -220,7 +220,7 @@ class Conversion {
 InputFormat format_of(std::string_view input, std::optional<InputFormat> named) {
   if (named && *named != InputFormat::rtf) return *named;
   if (is_rtf(input)) return InputFormat::rtf;
-  // What was to be RTF and is not is what a box takes it for: text.
+  // Input that should be RTF and is not is text, as in a box.
   return named ? InputFormat::text : InputFormat::qel;
 }
 

@@ -76,7 +76,7 @@ constexpr std::array attributes_by_name = {Named{"plain", taPlain},
                                            Named{"first-upper", taFirstToUpper},
                                            Named{"first-lower", taFirstToLower}};
 
-/// "font3" or "color3" after `word`, as an offset from the first.
+/// The digit after `word` in a name such as "font3", as an offset from 1.
 std::optional<std::int32_t> index_after(std::string_view name, std::string_view word) {
   const bool fits = name.size() == word.size() + 1 && name.starts_with(word) &&
                     name.back() >= '1' && name.back() <= '9';
@@ -102,7 +102,7 @@ std::optional<std::int32_t> attribute_of_code(std::string_view code) {
   return letter == std::string_view::npos ? std::nullopt : std::optional(attributes[letter]);
 }
 
-/// A style of a replacement by its codes: "b,i,f2,y3".
+/// The style of a replacement from its codes: "b,i,f2,y3".
 std::optional<cReplaceData> style_named(std::string_view codes) {
   iStyle style;
   for (std::size_t begin = 0; begin <= codes.size();) {
@@ -161,12 +161,12 @@ template <class Find>
 CLI::Validator known_to(Find find, const std::string& names) {
   return CLI::Validator(
       [find, names](const std::string& name) {
-        return find(name) ? std::string() : "'" + name + "' is none of " + names;
+        return find(name) ? std::string() : "'" + name + "' is not one of " + names;
       },
       {});
 }
 
-/// What stands between line codes and line breaks; nothing at all of an empty text.
+/// The parts between line codes and line breaks. An empty text has none.
 std::vector<std::u16string_view> paragraphs_of(std::u16string_view text) {
   std::vector<std::u16string_view> paragraphs;
   while (!text.empty()) {
@@ -219,7 +219,7 @@ CLI::App& TextCommands::add_verb(const std::string& name, const std::string& mea
   return *verb;
 }
 
-/// To be called last: the file is the last of the arguments.
+/// Must be called last: the file is the last argument.
 void TextCommands::read_text(CLI::App& verb) {
   source_.add_to(verb);
   verb.add_option("-o,--output", output_, "File to write instead of standard output")
@@ -357,7 +357,8 @@ void TextCommands::add_styling() {
       ->type_name("")
       ->check(known_to(case_named, case_names));
   changing
-      .add_option("--ignored-words", given_.ignored_words, "Words that title case leaves small")
+      .add_option("--ignored-words", given_.ignored_words,
+                  "Words that title case leaves in lower case")
       ->type_name("A,B,...");
   add_span_options(changing);
   read_text(changing);
@@ -373,7 +374,7 @@ void TextCommands::add_styling() {
 TaskResult TextCommands::change_case(const Arguments& given, const Texts& texts) {
   TextCase rules;
   if (!given.ignored_words.empty()) {
-    // The list itself keeps blanks, and so finds no word behind one.
+    // The list itself keeps blanks, and would not find a word after one.
     std::u16string words = decoded(given.ignored_words);
     std::erase(words, u' ');
     rules.put_IgnoredWordList(words);

@@ -16,13 +16,13 @@ namespace qel::command {
 /// `qel text`: string functions, case, toggles and word wrap.
 class TextCommands {
  public:
-  /// Adds the verbs to `app`, which refer to this object then.
+  /// Adds the verbs to `app`; they refer to this object.
   explicit TextCommands(CLI::App& app);
   TextCommands(const TextCommands&) = delete;
   TextCommands& operator=(const TextCommands&) = delete;
 
   bool is_asked_for() const { return app_.parsed(); }
-  /// What the parsed arguments ask for. Raises a `UsageError` for arguments that do not fit.
+  /// What the parsed arguments ask for. Raises a `UsageError` for arguments that are not valid.
   TextTask values() const;
 
  private:

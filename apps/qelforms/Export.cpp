@@ -13,7 +13,7 @@ constexpr std::u16string_view line_code = u"/nl";
 void append_line(std::u16string& document, const std::u16string& markup) {
   if (markup.empty()) return;
   const std::u16string line = with_line_codes(markup);
-  // Behind the line code no character of the text can make text of the codes that close.
+  // After the line code, the last characters of the text cannot turn the closing codes into text.
   document.append(line).append(line_code).append(codes_to_close(line));
 }
 

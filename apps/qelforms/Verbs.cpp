@@ -60,14 +60,14 @@ std::u16string read_markup(const std::string& path) {
   return with_line_codes(text);
 }
 
-/// A text given by an option, or by a file that another one names.
+/// A text that is given by an option, or by a file that another option names.
 class TextOption {
  public:
   TextOption() = default;
   TextOption(const TextOption&) = delete;
   TextOption& operator=(const TextOption&) = delete;
 
-  /// Adds the options to `app`, which refer to this object then.
+  /// Adds the options to `app`; they refer to this object.
   void add_to(CLI::App& app, const std::string& name, const std::string& meaning) {
     text_ = app.add_option("--" + name, given_, meaning)->type_name("TEXT");
     file_ =
@@ -89,7 +89,7 @@ class TextOption {
   CLI::Option* file_ = nullptr;
 };
 
-/// What the verbs share: their options and the work on the store.
+/// The verbs: their options, and their work on the store.
 class Verbs {
  public:
   explicit Verbs(CLI::App& app) : app_(app) {
@@ -103,7 +103,7 @@ class Verbs {
     add_ids(remove, "Numbers of records")->required();
   }
 
-  /// Adds the arguments of the window, which no verb is given for.
+  /// Adds the arguments that open the window, without a verb.
   void add_window() {
     app_.add_option("FILE", window_.database,
                     "Opens a window on this file of records; on the user's own\n"
@@ -127,11 +127,12 @@ class Verbs {
   }
 
  private:
-  /// A bare word that is no file yet is more likely meant as a verb than as the name of a new one.
+  /// A bare word that is not the name of a file is more likely a misspelt verb than the name of a
+  /// new file.
   static void refuse_misspelt_verb(const std::string& word) {
     if (word.empty() || word.find_first_of("./") != std::string::npos) return;
     if (std::filesystem::exists(word)) return;
-    throw UsageError("'" + word + "' is no command (see 'qelforms --help')");
+    throw UsageError("'" + word + "' is not a command (see 'qelforms --help')");
   }
 
   CLI::App& add(const std::string& name, const std::string& meaning, std::function<void()> work) {

@@ -11,7 +11,7 @@ Segment::Segment(std::u16string_view text, const iStyle& style) {
 }
 
 void Segment::put_Text(std::u16string_view text) {
-  // The old text goes last: `text` may be a part of it.
+  // The old text is released last: `text` may be a part of it.
   auto own_text = std::make_unique<const std::u16string>(text);
   text_ = *own_text;
   own_text_ = std::move(own_text);

@@ -67,7 +67,7 @@ std::vector<Piece> pieces_of(const SegmentCollection& segments, std::ptrdiff_t s
 
 std::u16string change_case(std::u16string_view markup, CaseChange change, std::ptrdiff_t start,
                            std::ptrdiff_t length, const WordSet& ignored) {
-  // The length of such a text is -1 again in the 16 bits that replace the -1 of `ChangeCase`.
+  // `ChangeCase` replaces the -1 by the length in 16 bits, which for such a text is -1 again.
   constexpr std::size_t reads_as_all = 0xFFFF;
   const bool masks_hidden =
       !case_rules::changes_hidden_text(change) ||

@@ -20,9 +20,9 @@ enum TextAlignment : std::int16_t { alLeft = 0, alRight = 1, alCenter = 2 };
 ///
 /// Text without a font code is in font 0 and text without a colour code in colour 0 of this
 /// object's own tables; the default font, its size, the text colour and the three reserved colours
-/// are entries of those tables under other names. Superscript and subscript are drawn at two
-/// thirds of the size, small capitals at four fifths. A code behind "~" or behind two backslashes
-/// is shown as text. Lengths and positions on the canvas are in its units.
+/// are entries of those tables under other names. Superscript and subscript are drawn at two thirds
+/// of the size, small capitals at four fifths. A code after "~" or after two backslashes is shown
+/// as text. Lengths and positions on the canvas are in its units.
 ///
 /// Members that measure or draw raise error 91 when there is no canvas.
 class TextAndFormatting {

@@ -9,7 +9,7 @@ qel=$1
 . "$(dirname "${BASH_SOURCE[0]}")/support.sh"
 
 text() { "$qel" text "$@"; }
-# With a dot behind, which keeps line breaks at the end.
+# With a dot after the output, which keeps line breaks at the end.
 dotted() { text "$@" && printf .; }
 
 echo "== verbs =="
@@ -105,17 +105,17 @@ breaks 2 'COUNT' text left
 breaks 2 'COUNT' text left three a.qel
 breaks 2 'COUNT' text left 1000000000001 a.qel
 breaks 2 '--start' text case upper a.qel --start 0
-breaks 2 "'loud' is none of upper" text case loud a.qel
-breaks 2 "'font0' is none of plain" text toggle font0 a.qel
-breaks 2 "'b,z' is none of b, i" text stuff 1 1 x a.qel --style b,z
+breaks 2 "'loud' is not one of upper" text case loud a.qel
+breaks 2 "'font0' is not one of plain" text toggle font0 a.qel
+breaks 2 "'b,z' is not one of b, i" text stuff 1 1 x a.qel --style b,z
 breaks 2 'exclude' text len a.qel -t x
-breaks 2 "'loud' is no command" "$qel" loud
-breaks 2 "'loud' is no command (see 'qel text --help')" text loud
+breaks 2 "'loud' is not a command" "$qel" loud
+breaks 2 "'loud' is not a command (see 'qel text --help')" text loud
 breaks 2 "not expected: --start (see 'qel text len --help')" text len --start 3 -t x
-breaks 2 "'' is no whole number" text left '' a.qel
-breaks 2 "'0x2' is no whole number" text left 0x2 a.qel
-breaks 2 "'nan' is no number" text wrap -w nan a.qel
-breaks 2 "'nan' is no number" "$qel" render a.qel -o x.svg --width nan
+breaks 2 "'' is not a whole number" text left '' a.qel
+breaks 2 "'0x2' is not a whole number" text left 0x2 a.qel
+breaks 2 "'nan' is not a number" text wrap -w nan a.qel
+breaks 2 "'nan' is not a number" "$qel" render a.qel -o x.svg --width nan
 breaks 2 'standard input can be only one' text compare -
 breaks 2 '--indent leaves no room' "$qel" render a.qel -o x.svg --width 30 --indent 30
 printf '{\\rtf1 x}' >x.rtf

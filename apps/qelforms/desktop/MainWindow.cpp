@@ -68,7 +68,7 @@ MainWindow::MainWindow(RecordStore& store)
 
   form_ = std::make_unique<RecordForm>(store_, title_->control(), body_->control(),
                                        [this] { note_change(); });
-  // The form listens to the controls; from here on the widgets do, and hand changes on.
+  // The form listens to the controls; from here on the widgets do, and pass changes on.
   title_->take_events();
   body_->take_events();
   connect(title_, &qt::TextBox::Change, this, [this] { form_->title_events().Change(); });
@@ -105,7 +105,7 @@ QWidget* MainWindow::create_list_side() {
   search_->setAccessibleName(tr("Search"));
   search_->setClearButtonEnabled(true);
   connect(search_, &QLineEdit::textChanged, this, [this] { list_records(); });
-  // The list is in the middle of its own work when it tells of a selection.
+  // The list is in the middle of its own work when it reports a selection.
   connect(
       list_, &QTreeWidget::itemSelectionChanged, this, [this] { follow_selection(); },
       Qt::QueuedConnection);
@@ -207,7 +207,7 @@ void MainWindow::keep_draft() {
   try {
     form_->keep_draft();
   } catch (const std::exception& error) {
-    // No reason to interrupt the user: it is tried again.
+    // No reason to interrupt the user: this is tried again.
     tell(tr("Unsaved changes are not kept: %1").arg(QString::fromUtf8(error.what())));
     draft_timer_.start(draft_retry);
   }
@@ -229,7 +229,7 @@ void MainWindow::show_record(std::int64_t id) {
 }
 
 void MainWindow::follow_selection() {
-  // Keys that come while the user is asked ask nothing more.
+  // Keys pressed while the user is being asked do not ask again.
   if (is_following_) return;
   const Scoped following(is_following_, true);
   const std::vector<std::int64_t> selected = list_->selected();
@@ -389,7 +389,7 @@ void MainWindow::report(const std::exception& error) {
 
 void MainWindow::closeEvent(QCloseEvent* event) {
   const bool may_close = settle();
-  // What the user gives up is not to come back at the next start.
+  // Work that the user gave up must not come back at the next start.
   if (may_close && form_->is_changed()) attempt([this] { form_->new_record(); });
   event->setAccepted(may_close);
 }

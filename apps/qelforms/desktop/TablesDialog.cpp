@@ -97,7 +97,7 @@ void TablesDialog::put_into(command::Tables& tables) const {
   for (std::size_t i = 0; i < colors_.size(); ++i) {
     const auto index = static_cast<std::int16_t>(i);
     const QString name = fonts_[i]->currentText().trimmed();
-    // Without a default font text would be in whatever font there is.
+    // Without a default font, text would be shown in some arbitrary font.
     if (i != 0 || (!name.isEmpty() && name != unused())) {
       tables.fonts.put_Font(index, (name.isEmpty() ? unused() : name).toStdU16String());
     }
