@@ -173,11 +173,11 @@ TEST_F(Forms, SaysWhatIsWrongAndKeepsWhatIsThere) {
       {"missing", [&] { fs::remove(path()); }, [&] { open(existing); }, store_failed,
        "No such file"},
       {"empty", [&] { fs::resize_file(path(), 0); }, [&] { open(existing); }, not_a_database,
-       "no database of records"},
+       "not a database of records"},
       {"text", [&] { std::ofstream(path()) << "text"; }, [&] { open(); }, not_a_database,
        "not a database"},
       {"foreign", [&] { alter("PRAGMA application_id = 7"); }, [&] { open(); }, not_a_database,
-       "no database of records"},
+       "not a database of records"},
       {"newer", [&] { alter("PRAGMA user_version = 99"); }, [&] { open(); }, newer_version, "99"},
       {"locked", [&] { other.emplace(path(), false, 0ms).execute("BEGIN IMMEDIATE"); },
        [&] {
