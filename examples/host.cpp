@@ -1,5 +1,5 @@
-// A host of the text box without any window: restores a control from what was saved, types into
-// it, opens the large editor, and prints what is to be saved.
+// A host of the text box without a window: restores a control from saved properties, types into it,
+// opens the large editor, and prints the properties to save.
 
 #include <iostream>
 
@@ -12,19 +12,19 @@
 #include "qel/qel.h"
 
 int main() {
-  qel::headless::ControlSite form;  // one of a real form looks into some of its members
+  qel::headless::ControlSite form;  // a real form overrides some of its members
   const auto platform = std::make_shared<qel::headless::HeadlessPlatform>();
   qel::QELTextbox control(form, platform);
   qel::headless::PropertyBag bag(u"ShowEditorOnShiftF2=True\nTextQEL=Dear /b1Ann/b0");
   control.ReadProperties(bag);
 
-  const auto user_at = [&] {  // who sits at the box that has the text just now
+  const auto user_at = [&] {  // a user at the box that has the text just now
     return qel::headless::BoxUser(*control.CurrentRichTextBox());
   };
   platform->put_user([&](qel::headless::EditorWindow& /*window*/) {
     user_at().press(qel::keys::end_key);
     user_at().type(u" and Bob");
-    user_at().press(qel::keys::enter_key);  // accepts
+    user_at().press(qel::keys::enter_key);  // OK
   });
   user_at().press(qel::keys::end_key);
   user_at().type(u"a");

@@ -1,6 +1,5 @@
-// Draws the pictures of the desktop's text box in docs/: a form in a light and in a dark palette,
-// at one and at two times the size, and the large editor. Needs no screen.
-// Usage: qt_gallery FOLDER
+// Draws the pictures of the Qt text box in docs/: a form in a light and in a dark palette, in
+// single and in double size, and the large editor. Needs no screen. Usage: qt_gallery FOLDER
 
 #include <QApplication>
 #include <QDialog>

@@ -6,7 +6,7 @@
 #include "qel/qel.h"
 
 int main() {
-  const qel::Common::ConversionSlots slots;  // what conversions work with on this thread
+  const qel::Common::ConversionSlots slots;  // what conversions on this thread work with
   qel::QELIndexFonts fonts;
   const qel::QELIndexColors colors;
   qel::RTFParser parser;

@@ -1,6 +1,6 @@
 #pragma once
 
-/// All of the library's public classes.
+/// All of the library's public classes and functions.
 
 #include "qel/base/Color.h"
 #include "qel/base/Error.h"
@@ -21,7 +21,9 @@
 #include "qel/tables/QELIndexFonts.h"
 #include "qel/tables/QELIndexLabels.h"
 #include "qel/text/LinkedList.h"
+#include "qel/text/MarkupStrings.h"
 #include "qel/text/QELText.h"
 #include "qel/text/TextAndFormatting.h"
 #include "qel/text/TextCase.h"
+#include "qel/text/VisibleCharacters.h"
 #include "qel/version.h"

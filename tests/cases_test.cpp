@@ -92,8 +92,8 @@ ConversionOptions options_of(const std::string& conversion) {
   std::string from, to, between, word, value;
   words >> from >> between >> to;
   ConversionOptions options;
-  options.from = input_form_named(from);
-  options.to = result_form_named(to).value();
+  options.from = input_format_named(from);
+  options.to = output_format_named(to).value();
   while (words >> word) {
     if (word == "--field") {
       options.switches = Switches::of_a_field();

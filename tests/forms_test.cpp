@@ -105,7 +105,7 @@ TEST_F(Forms, FindsVisibleTextAsItIsWritten) {
   EXPECT_EQ(store.list()[0].title, u"Green");
   records[0].title = u"blue";
   store.save(records[0]);
-  EXPECT_EQ(ids_of(open().find(u"green")), Ids{}) << "the text that is searched follows";
+  EXPECT_EQ(ids_of(open().find(u"green")), Ids{}) << "the text for searching follows";
   EXPECT_EQ(open().load(1).body, u"first/nlsecond /y2hidden/y0");
 }
 
@@ -118,7 +118,7 @@ TEST_F(Forms, SavesTogetherOrNotAtAll) {
   store.save(records[1]);
   stale.push_back(record_of(u"new", u""));
   EXPECT_EQ(error_of([&] { store.save(stale); }).number(), changed_elsewhere);
-  EXPECT_EQ(stale[2].id, 0) << "what was not saved has no number";
+  EXPECT_EQ(stale[2].id, 0) << "a record that was not saved has no number";
   EXPECT_EQ(store.load(1).title, u"a");
   EXPECT_EQ(store.list().size(), 2U);
   EXPECT_EQ(error_of([&] {
@@ -130,10 +130,10 @@ TEST_F(Forms, SavesTogetherOrNotAtAll) {
   EXPECT_EQ(error_of([&] { store.save(records[1]); }).number(), no_such_record);
   Record later = record_of(u"c", u"");
   store.save(later);
-  EXPECT_EQ(later.id, 3) << "numbers are not used twice";
+  EXPECT_EQ(later.id, 3) << "numbers are not reused";
 }
 
-/// For a while the process may not write to what it owns.
+/// The process does without an administrator's rights as long as this lives.
 class WithoutRights {
  public:
   WithoutRights() {
@@ -173,11 +173,11 @@ TEST_F(Forms, SaysWhatIsWrongAndKeepsWhatIsThere) {
       {"missing", [&] { fs::remove(path()); }, [&] { open(existing); }, store_failed,
        "No such file"},
       {"empty", [&] { fs::resize_file(path(), 0); }, [&] { open(existing); }, not_a_database,
-       "no database of records"},
+       "not a database of records"},
       {"text", [&] { std::ofstream(path()) << "text"; }, [&] { open(); }, not_a_database,
        "not a database"},
       {"foreign", [&] { alter("PRAGMA application_id = 7"); }, [&] { open(); }, not_a_database,
-       "no database of records"},
+       "not a database of records"},
       {"newer", [&] { alter("PRAGMA user_version = 99"); }, [&] { open(); }, newer_version, "99"},
       {"locked", [&] { other.emplace(path(), false, 0ms).execute("BEGIN IMMEDIATE"); },
        [&] {
@@ -221,7 +221,7 @@ TEST_F(Forms, SaysWhatIsWrongAndKeepsWhatIsThere) {
   }
 }
 
-/// The hands of the user in a control of the form.
+/// A user in a control of the form.
 headless::BoxUser user_of(const QELTextbox& control) {
   return headless::BoxUser(*control.CurrentRichTextBox());
 }
@@ -272,7 +272,7 @@ TEST_F(Forms, SavesWhatTheUserChangedAndNothingElse) {
   form.save();
   EXPECT_FALSE(form.is_changed());
   EXPECT_EQ(store.load(1).title, u"My title");
-  EXPECT_EQ(store.load(1).body, rich_body) << "a text that nobody touched stays, letter for letter";
+  EXPECT_EQ(store.load(1).body, rich_body) << "a text that nobody edited stays, letter for letter";
   form.save();
   EXPECT_EQ(store.load(1).revision, 2) << "nothing was left to save";
   user_of(host.body_control()).type(u"x\n");
@@ -297,7 +297,7 @@ TEST_F(Forms, KeepsUnsavedWorkUntilItIsSavedOrGivenUp) {
                                  record_of(u"three", u"3")};
   store.save(records);
   for (const std::int64_t id : {1, 2, 3, 0}) {
-    // The form goes without a word, as in a crash.
+    // The form ends without notice, as in a crash.
     HeadlessForm host(store);
     if (id != 0) host.form().load(id);
     EXPECT_FALSE(host.form().keep_draft());
@@ -373,24 +373,24 @@ TEST_F(Forms, ExportsRecordsThatKeepTheirFormatsToThemselves) {
   const std::vector<Record> records = {record_of(u"/b1T/y1it", u"one\ntwo"),
                                        record_of(u"", u"/i1x~"), record_of(u"Last", u"")};
   const command::Tables tables;
-  EXPECT_EQ(exported(records, ExportForm::text, tables), "Tit\none\ntwo\n\nx~\n\nLast\n");
-  EXPECT_EQ(exported(records, ExportForm::qel, tables),
+  EXPECT_EQ(exported(records, ExportFormat::text, tables), "Tit\none\ntwo\n\nx~\n\nLast\n");
+  EXPECT_EQ(exported(records, ExportFormat::qel, tables),
             "/b1T/y1it/nl/y0/b0one/nltwo/nl/nl/i1x~/nl/i0/nlLast/nl");
-  EXPECT_NE(exported(records, ExportForm::rtf, tables).find("\\cf0 \\b0 one\\par two"),
+  EXPECT_NE(exported(records, ExportFormat::rtf, tables).find("\\cf0 \\b0 one\\par two"),
             std::string::npos)
-      << exported(records, ExportForm::rtf, tables);
-  const std::string svg = exported(records, ExportForm::svg, tables);
+      << exported(records, ExportFormat::rtf, tables);
+  const std::string svg = exported(records, ExportFormat::svg, tables);
   EXPECT_EQ(svg.find("<svg"), 0U) << svg;
   EXPECT_NE(svg.find(">Last<"), std::string::npos) << svg;
 }
 
-/// What a saving process has done so far.
+/// What a process that saves has done so far.
 struct Acknowledged {
   std::int64_t generation = 0;
   std::int64_t drafts = 0;
 };
 
-/// Saves generation after generation and says so, until it is killed.
+/// Saves generation after generation and reports each, until it is killed.
 [[noreturn]] void save_until_killed(const std::string& path, int acknowledgements) {
   RecordStore store(path, {true, 5000ms, 0});
   std::vector<Record> records(2);
@@ -417,8 +417,8 @@ struct Acknowledged {
   }
 }
 
-/// Lets a process save until it has acknowledged something that often, and for about as long as one
-/// step takes; kills it and returns the last that it has acknowledged.
+/// Lets a process save until it has reported this many steps, and for about as long as one more
+/// step takes. Then kills it and returns the last step that it reported.
 Acknowledged kill_after(std::size_t steps, test::Random& random, const std::string& path) {
   std::array<int, 2> ends = {};
   if (pipe(ends.data()) != 0) std::abort();

@@ -37,7 +37,7 @@ TEST(LayoutStrings, CountOnlyTheirOwnCodes) {
   const Row rows[] = {{u"/B1ab", 2},     {u"/k1ab", 5},  {u"/nl", 3},  {u"~/b1", 1},
                       {u"/f9/Y0/t1", 0}, {u"/b2", 3},    {u"/f", 2},   {u"//b1/", 2},
                       {u"", 0},          {u"/z1/r1", 6}, {u"/C0x", 1}, {u"b1", 2},
-                      {u"/\u01301", 0}};  // its small letter is "i"
+                      {u"/\u01301", 0}};  // its lower case is "i"
   for (const Row& row : rows)
     EXPECT_EQ(Layout::fmtLen(row.text), row.length) << test::shown(row.text);
 }
@@ -136,9 +136,9 @@ TEST(WordWrap, BreaksAtBlanks) {
       {u"ab cd ef", 5, 1, {u"ab cd", u"ef"}},
       {u"ab cd ef", 5, 4, {u"ab cd", u"e", u"f"}},
       {u"abcdefgh i", 3, 0, {u"abc", u"def", u"gh", u"i"}},
-      {u"ab   cd", 3, 0, {u"ab ", u"cd"}},  // the blanks that fit stay, the others go
+      {u"ab   cd", 3, 0, {u"ab ", u"cd"}},  // blanks that fit stay, the others are dropped
       {u"ab    ", 3, 0, {u"ab "}},
-      {u" abcdef", 3, 0, {u" ab", u"cde", u"f"}},  // a blank at the beginning is no break
+      {u" abcdef", 3, 0, {u" ab", u"cde", u"f"}},  // no break at a blank at the beginning
       {u" a", 0, 0, {u" ", u"a"}},
       {u"/i1 abc/i0", 2, 0, {u"/i1 a", u"bc/i0"}},
       {u"/i1ab/i0 /u1cd", 3, 0, {u"/i1ab", u"/u1cd"}},  // codes before the blank are in neither
@@ -169,10 +169,10 @@ TEST(WordWrap, BreaksAtBlanks) {
 TEST(WordWrap, MeasuresWithTheFontsItIsGiven) {
   OnFixedCanvas on;
   on.engine.put_DefaultFontSize(4);
-  EXPECT_EQ(on.engine.LineCount(u"ab cd", 5, 0), 1) << "as the canvas stands";
+  EXPECT_EQ(on.engine.LineCount(u"ab cd", 5, 0), 1) << "in the font of the canvas";
   EXPECT_EQ(on.engine.GetLine(u"ab cd", 5, 0, 2), u"cd") << "in the default size";
   EXPECT_EQ(on.canvas->get_FontSize(), 4);
-  EXPECT_EQ(on.engine.LineCount(u"ab cd", 5, 0), 2) << "which stays";
+  EXPECT_EQ(on.engine.LineCount(u"ab cd", 5, 0), 2) << "which stays set";
   on.engine.put_ShowHiddenText(false);
   EXPECT_EQ(on.engine.fmtTextWidth(u"a/y2hidden/y0b"), 4);
   EXPECT_EQ(on.engine.fmtTextWidth(u"<b1]"), 6) << "as it is shown";
@@ -183,7 +183,7 @@ TEST(WordWrap, MeasuresWithTheFontsItIsGiven) {
   EXPECT_THROW(without_canvas.WriteParagraph(u"a", 0, 0, 1), Error);
 }
 
-/// Whether a cut at `at` goes through a code, an escaped one, its placeholder or a surrogate pair.
+/// Whether a cut at `at` goes through a code, an escaped code, its placeholder or a surrogate pair.
 bool goes_through_something(std::u16string_view text, std::size_t at) {
   for (std::size_t begin = at - std::min<std::size_t>(at, 3); begin < at; ++begin) {
     const std::u16string_view rest = text.substr(begin);
@@ -196,8 +196,8 @@ bool goes_through_something(std::u16string_view text, std::size_t at) {
   return at < text.size() && is_pair_at(text, at - 1);
 }
 
-/// The rule as it is stated: back off from the end word by word, then take what fits of a word;
-/// every line takes at least one character, and a blank at the beginning is no place to break at.
+/// The rule taken literally: back off from the end word by word, then take as much of a word as
+/// fits; every line takes at least one character, and does not break at a blank at its beginning.
 std::vector<std::u16string> lines_step_by_step(const Layout& engine, std::u16string rest,
                                                float available, float indent) {
   std::vector<std::u16string> lines;
@@ -297,7 +297,7 @@ TEST(Drawing, PutsStylesOntoTheCanvas) {
   EXPECT_LT(strike_through.top + strike_through.height, 11);
 }
 
-/// What was drawn, a line each: "x,y text".
+/// What was drawn, one "x,y text" for each line.
 std::vector<std::string> drawn(const headless::FixedCanvas& canvas) {
   std::vector<std::string> lines;
   for (const headless::DrawnText& text : canvas.texts()) {

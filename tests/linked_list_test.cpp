@@ -55,7 +55,7 @@ Step call(std::int32_t (LinkedList::*add)(Variant)) {
 
 TEST(LinkedList, FollowsItsRules) {
   struct Row {
-    std::int32_t nodes, cursor;  // from 1 to `nodes`, then GotoID
+    std::int32_t nodes, cursor;  // ids from 1 to `nodes`, then GotoID(cursor)
     Step step;
     std::int32_t result;
     std::string_view shape;
@@ -71,7 +71,7 @@ TEST(LinkedList, FollowsItsRules) {
       {3, 1, call(&LinkedList::AddBeforeCurrent), 4, "4 1 2 3 / 4 3 4"},
       {3, 2, call(&LinkedList::AddAfterCurrent), 4, "1 2 4 3 / 1 3 4"},
       {3, 3, call(&LinkedList::AddAfterCurrent), 4, "1 2 3 4 / 1 4 4"},
-      // Without a current node the place with id 0 is linked to.
+      // Without a current node, links lead to the place with id 0.
       {3, 0, call(&LinkedList::AddBeforeCurrent), 4, "4 / 4 3 4"},
       {3, 0, call(&LinkedList::AddAfterCurrent), 4, "1 2 3 / 1 4 4"},
       {3, 1, call(&LinkedList::DeleteCurrent), 2, "2 3 / 2 3 2"},
@@ -142,7 +142,7 @@ TEST(LinkedList, KeepsHolesUntilItIsEmptiedOrCompressed) {
   EXPECT_EQ(std::get<std::u16string>(list.GetData(1)), u"new");
 }
 
-/// The members that look at the cursor, and which of them an error names.
+/// The members that use the cursor, and the name that an error gives.
 const std::vector<std::pair<std::string_view, Step>>& cursor_members() {
   static const std::vector<std::pair<std::string_view, Step>> members = {
       {"AddBeforeCurrent", call(&LinkedList::AddBeforeCurrent)},
@@ -209,7 +209,7 @@ TEST(LinkedList, ReleasesObjects) {
   EXPECT_EQ(alive, 0);
 }
 
-/// The list as an order of ids and the values that belong to them.
+/// The list as ids in order, and their values.
 struct Model {
   std::vector<std::int32_t> order;
   std::vector<std::int32_t> values = {0};

@@ -6,6 +6,7 @@
 
 #include "qel/base/Search.h"
 #include "qel/headless/FixedCanvas.h"
+#include "qel/text/MarkupStrings.h"
 #include "qel/text/QELText.h"
 #include "support/Random.h"
 #include "support/Text.h"
@@ -37,10 +38,18 @@ TEST(QELTextStrings, Find) {
     EXPECT_EQ(tools.InString(row.text, row.search, 2), row.first) << test::shown(row.text);
     EXPECT_EQ(tools.InString(row.text, row.search, 1), row.ignoring_case) << test::shown(row.text);
     EXPECT_EQ(tools.InStringRev(row.text, row.search), row.last) << test::shown(row.text);
+    const auto found = [](std::int16_t position) { return static_cast<std::size_t>(position) - 1; };
+    EXPECT_EQ(markup::find(row.text, row.search), found(row.first));
+    EXPECT_EQ(markup::find(row.text, row.search, markup::Matching::ignoring_case),
+              found(row.ignoring_case));
+    EXPECT_EQ(markup::find_last(row.text, row.search), found(row.last));
   }
   const std::int16_t last_before[][2] = {{-1, 4}, {9, 4}, {5, 4}, {4, 1}, {2, 1}, {1, 0}, {0, 0}};
   for (const auto& [start, position] : last_before) {
     EXPECT_EQ(tools.InStringRev(u"ab/b1 ab", u"ab", start), position) << start;
+    const auto within = static_cast<std::size_t>(start);  // -1 is `npos`
+    EXPECT_EQ(markup::find_last(u"ab/b1 ab", u"ab", markup::Matching::exact, within) + 1,
+              static_cast<std::size_t>(position));
   }
   const std::u16string long_text = test::repeated(u"x", 40000);
   EXPECT_EQ(tools.InString(long_text + u"y", u"y"), static_cast<std::int16_t>(40001));
@@ -92,6 +101,9 @@ TEST(QELTextStrings, Cut) {
     std::int16_t right_length = row.length;
     EXPECT_EQ(tools.LeftStr(row.text, left_length), row.left) << row.length;
     EXPECT_EQ(tools.RightStr(row.text, right_length), row.right) << row.length;
+    const auto count = static_cast<std::size_t>(std::max<std::int16_t>(row.length, 0));
+    EXPECT_EQ(markup::left(row.text, count), row.left) << row.length;
+    EXPECT_EQ(markup::right(row.text, count), row.right) << row.length;
     EXPECT_EQ(left_length, row.used) << test::shown(row.text);
     EXPECT_EQ(right_length, row.used) << test::shown(row.text);
   }
@@ -112,6 +124,11 @@ TEST(QELTextStrings, Cut) {
                          {9, -1, u""}};
   for (const MidRow& row : mids) {
     EXPECT_EQ(tools.MidStr(u"ab/b1cd/b0e", row.start, row.length), row.result)
+        << row.start << " " << row.length;
+    if (row.start < 1 || row.length < -1) continue;
+    EXPECT_EQ(markup::mid(u"ab/b1cd/b0e", static_cast<std::size_t>(row.start - 1),
+                          static_cast<std::size_t>(row.length)),
+              row.result)
         << row.start << " " << row.length;
   }
   const std::u16string long_text = test::repeated(u"x", 40000) + u"/b1end/b0";
@@ -150,8 +167,45 @@ TEST(QELTextStrings, Stuff) {
     iStyle* const given = row.codes.empty() ? nullptr : &style;
     EXPECT_EQ(tools.Stuff(text, row.start, row.length, row.replacement, given), row.result)
         << row.start << " " << row.length;
-    EXPECT_EQ(style, iStyle()) << "the style comes back plain";
+    EXPECT_EQ(style, iStyle()) << "the style is reset";
   }
+}
+
+TEST(MarkupStrings, KeepLineCodesAndReachBeyond16Bits) {
+  using markup::npos;
+  constexpr auto kept = markup::LineCodes::kept;
+  constexpr std::size_t far = 70000;
+  const std::u16string before = test::repeated(u"x", far);
+  const std::u16string text = before + u"/nl/b1ab/nl/nlc/b0~/i1/nl";
+  cReplaceData bold;
+  bold.DontChangeStyle = false;
+  bold.Bold = true;
+  const std::pair<std::u16string, std::u16string_view> rows[] = {
+      {markup::left(text, far + 3, kept), u"/b1/nlab/nl/nlc/b0"},
+      {markup::left(text, far + 2, kept), u"/b1/nlab/b0"},
+      {markup::mid(text, far, npos, kept), u"/b1ab/nl/nlc/b0~/i1/nl"},
+      {markup::right(text, 7, kept), u"/b1ab/nl/nlc/b0~/i1/nl"},
+      {markup::mid(text, far + 1, 2, kept), u"/b1b/nl/nlc/b0"},
+      {markup::mid(text, far + 1, 1, kept), u"/b1b/b0"},
+      {markup::mid(text, far + 9, 1, kept), u""},
+      {markup::replace(text, far + 1, 1, u"-/nl", kept), u"/b1/nla/b0-/nl/b1/nl/nlc/b0~/i1/nl"},
+      {markup::replace(text, far + 2, 5, u"-/nl-", bold, kept), u"/b1/nlab/nl/nl-/nl-/b0/nl"},
+      {markup::replace(text, far + 9, 9, u"-"), u"/b1abc/b0~/i1-"},
+      {markup::toggle(text, taItalic, far + 2, 99, kept), u"/b1/nlab/i1/nl/nlc/b0~/i1/i0/nl"},
+      {markup::toggle(text, taBold, far + 9, npos, kept), u"/b1/nlab/nl/nlc/b0~/i1/nl"},
+      {markup::change_case(text, CaseChange::upper, far + 1, 2, kept),
+       u"/b1/nlaB/nl/nlC/b0~/i1/nl"},
+      {markup::change_case(text, CaseChange::title, far, npos, kept), u"/b1/nlAb/nl/nlC/b0~/i1/nl"},
+  };
+  for (const auto& [made, end] : rows) {
+    const std::u16string_view behind = std::u16string_view(made).substr(
+        std::min(made.size(), std::u16string_view(made).find_first_not_of(u'x')));
+    EXPECT_EQ(test::shown(behind), test::shown(end));
+  }
+  EXPECT_EQ(markup::split(u"/nla/nl,/nlb/nlc,", u",", kept),
+            (std::vector<std::u16string>{u"/nla", u"b/nlc"}));
+  EXPECT_EQ(markup::split(u"a/nl", u",", kept), std::vector<std::u16string>{u"a/nl"});
+  EXPECT_EQ(markup::length(text), far + 7);
 }
 
 TEST(QELTextStrings, StuffWithStyleData) {
@@ -196,10 +250,11 @@ TEST(QELTextStrings, StuffWithStyleData) {
   EXPECT_EQ(tools.StuffWithStyleData(u"ab", 1, 1, u"X", raised), u"/p1X/p0b");
   tools.put_QELText(u"/b1a");
   iStyle& own = tools.get_Segments()->Item(1)->get_Style();
-  EXPECT_EQ(tools.StuffWithStyleData(u"xy", 1, 1, u"X", own), u"/b1X/b0y") << "goes meanwhile";
+  EXPECT_EQ(tools.StuffWithStyleData(u"xy", 1, 1, u"X", own), u"/b1X/b0y")
+      << "the style is released meanwhile";
 }
 
-/// The rule as it is stated, step by step.
+/// The rule taken literally, step by step.
 std::vector<std::u16string> split_step_by_step(QELText& tools, std::u16string text,
                                                const std::u16string& delimiter) {
   std::vector<std::u16string> parts;
@@ -226,7 +281,7 @@ TEST(QELTextStrings, Split) {
   EXPECT_EQ(tools.Split(u"a,b,", u","), (Parts{u"a", u"b"}));
   EXPECT_EQ(tools.Split(u",,/b1a", u","), (Parts{u"", u"", u"/b1a/b0"}));
   EXPECT_EQ(tools.Split(u"", u","), Parts{});
-  EXPECT_EQ(tools.Split(u"x/nl", u","), Parts{u"x/nl"}) << "what is not cut stays as it is";
+  EXPECT_EQ(tools.Split(u"x/nl", u","), Parts{u"x/nl"}) << "a text that is not cut stays as it is";
   EXPECT_EQ(tools.Split(u"a/b1, /b0b", u", "), (Parts{u"a", u"b"}));
   EXPECT_EQ(tools.Split(u"ab", u""), Parts{u"ab"});
   EXPECT_EQ(tools.Split(u"a~/b1b~/b1c", u"b1"), (Parts{u"a~/", u"b~/", u"c"}));
@@ -274,7 +329,7 @@ TEST(QELTextStrings, KeepTheTextOnRandomMarkup) {
     std::size_t total = 0;
     for (const auto& segment : *tools.get_Segments()) total += segment->text().size();
     ASSERT_EQ(plain.size(), total) << "the plain text is as long as the segments";
-    // What is cut between these would read as a code, or no longer as one, when it is joined.
+    // Text that is cut between these could become a code when it is joined, or stop being one.
     if (plain.find_first_of(u"~/") != std::u16string::npos) continue;
     const auto length = static_cast<std::int16_t>(plain.size());
     const auto at = static_cast<std::int16_t>(random.below(plain.size() + 1));
@@ -288,7 +343,7 @@ TEST(QELTextStrings, KeepTheTextOnRandomMarkup) {
     const std::u16string again =
         tools.Stuff(stuffed, static_cast<std::int16_t>(at + 1), 3, u"", nullptr);
     EXPECT_EQ(tools.PlainText(again), plain);
-    // A font in coloured text is lost where that text is cut.
+    // A font in coloured text is lost where the text is cut.
     decoder.put_QELText(text);
     if (text.find(u"/f") == std::u16string::npos) {
       EXPECT_TRUE(tools.Compare(again, text)) << test::shown(again);
@@ -349,7 +404,7 @@ TEST(QELTextObjects, HandOnToTheirOwners) {
   EXPECT_TRUE(tools.get_WordWrap() && tools.get_ShowHiddenText());
   EXPECT_FALSE(tools.get_RevealCodes() || tools.get_IgnoreColors());
   EXPECT_EQ(tools.get_ForeColor(), 0);
-  // Each flag alone: none is another under a wrong name.
+  // Each flag alone, so that none is another under a wrong name.
   struct Flag {
     bool (QELText::*get)() const;
     void (QELText::*put)(bool);

@@ -46,7 +46,7 @@ TEST(TextCase, ConvertsSpans) {
       {change, u"aBc", 1, 0, u"aBc"},
       {change, u"aBc", 0, 0, u"aBc"},
       {change, u"aB1", 0, -1, u"Ab1"},
-      // The walk stops where the numbers say, sensible or not.
+      // The walk stops where the numbers say, whether they make sense or not.
       {upper, u"abcdef", 3, -2, u"abcdef"},
       {upper, u"abcdef", 1, -5, u"aBCDEF"},
       {upper, u"abcdef", -2, 4, u"ABcdef"},
@@ -191,7 +191,7 @@ TEST(TextCase, ChangesTheVisibleTextOfRtfOnly) {
       {u"{\\pict\\bin4 ab}c d}e{\\listtext 1.\\tab}f\\",
        u"{\\pict\\bin4 ab}c d}E{\\listtext 1.\\tab}F\\",
        u"{\\pict\\bin4 ab}c d}E{\\listtext 1.\\tab}f\\"},
-      // The letters of other code pages are known, but only 1252 is written.
+      // Letters of other code pages are read, but only 1252 is written.
       {u"{\\rtf1\\ansicpg1251 \\'ff\\'df \\'e9 abc}", u"{\\rtf1\\ansicpg1251 \\'ff\\'df \\'e9 Abc}",
        u"{\\rtf1\\ansicpg1251 \\'ff\\'df \\'e9 abc}"},
       {u"{\\rtf1\\ansicpg932 \\'83ab \\'82\\'81c}", u"{\\rtf1\\ansicpg932 \\'83ab \\'82\\'81c}",
@@ -231,7 +231,7 @@ TEST(TextCase, TellsCharacters) {
   const Row rows[] = {
       {u"", false, true, false, false},         {u"Ab", true, false, false, false},
       {u"A1", false, false, false, false},      {u"\u0416\U00010400", true, false, false, false},
-      {u"\u00FF", false, false, false, false},  // its capital has the higher number
+      {u"\u00FF", false, false, false, false},  // its upper case has the higher code
       {u"\u00DF", false, false, false, false},  {u"ab", true, false, false, false},
       {u"word(", false, false, true, false},    {u"(word", false, false, false, false},
       {u" ", false, false, true, false},        {u"{", false, false, true, false},
@@ -252,7 +252,7 @@ TEST(TextCase, TellsCharacters) {
   }
 }
 
-/// The codes and the text but for the case of what is no code.
+/// The codes and the text, ignoring the case of whatever is not a code.
 std::u16string folded(std::u16string_view markup) {
   StyleDecoder decoder;
   decoder.put_QELText(markup);
@@ -265,7 +265,7 @@ std::u16string folded(std::u16string_view markup) {
 
 TEST(TextCase, ChangesNothingButTheCase) {
   std::vector<std::u16string_view> vocabulary = test::markup_vocabulary();
-  // A lone tilde would escape the code that encoding puts behind it, and "/B1" become one.
+  // A lone tilde would escape the code that encoding puts after it, and "/B1" would become a code.
   std::erase_if(vocabulary, [](auto piece) { return piece == u"~" || piece == u"/B1"; });
   const TextCase letters;
   for (std::uint32_t i = 0; i < 1500; ++i) {

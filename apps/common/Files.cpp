@@ -23,7 +23,7 @@ constexpr std::string_view standard_stream = "-";
                   std::generic_category().message(error));
 }
 
-/// Closes the descriptor of a file that was only read.
+/// A file to read, which is closed at the end.
 class Reader {
  public:
   explicit Reader(const std::string& path)
@@ -38,7 +38,7 @@ class Reader {
     if (!is_standard_) close(descriptor_);
   }
 
-  /// The size of a regular file, else 0.
+  /// The size of a regular file; 0 for any other.
   std::size_t expected_size() const {
     struct stat status = {};
     if (fstat(descriptor_, &status) != 0 || !S_ISREG(status.st_mode)) return 0;
@@ -61,7 +61,7 @@ class Reader {
   int descriptor_;
 };
 
-/// Where a chain of symbolic links leads, whether or not a file is there.
+/// Where a chain of symbolic links leads, whether or not the file exists.
 std::string without_links(const std::string& path) {
   namespace fs = std::filesystem;
   constexpr int longest_chain = 40;
@@ -83,7 +83,7 @@ std::string folder_of(const std::string& path) {
 std::string read_file(const std::string& path) {
   constexpr std::size_t smallest_buffer = std::size_t{1} << 16U;
   const Reader reader(path);
-  // One byte more than expected, so that the end shows without another buffer.
+  // One byte more than expected, so that the end is found without a larger buffer.
   std::string bytes(std::max(reader.expected_size() + 1, smallest_buffer), '\0');
   std::size_t used = 0;
   while (const std::size_t count = reader.read_some(bytes.data() + used, bytes.size() - used)) {
@@ -118,7 +118,7 @@ void OutputFile::open_replacement(const std::string& target) {
   constexpr mode_t for_everybody = 0666;
   struct stat status = {};
   const bool replaces = stat(target.c_str(), &status) == 0;
-  // A file that is protected against writing is so although its folder is not.
+  // A write-protected file is not replaced even if its folder is writable.
   if (replaces && access(target.c_str(), W_OK) != 0) fail(errno);
   const mode_t mode = replaces ? status.st_mode & permissions : for_everybody;
   target_ = target;
@@ -128,7 +128,7 @@ void OutputFile::open_replacement(const std::string& target) {
     fail(errno);
   }
   if (!replaces) return;
-  // Only an administrator can hand the owner down; without that the file is the writer's.
+  // Only an administrator can keep the owner; otherwise the file belongs to the writer.
   if (fchown(descriptor_, status.st_uid, status.st_gid) != 0) errno = 0;
   if (fchmod(descriptor_, mode) != 0) errno = 0;
 }

@@ -4,7 +4,7 @@
 #include <string>
 #include <string_view>
 
-/// Files as the command reads and writes them. "-" is standard input or standard output.
+/// Files as the programs read and write them. "-" is standard input or standard output.
 namespace qel::command {
 
 /// A file that cannot be read or written; the message names it and says why.
@@ -15,11 +15,11 @@ class FileError : public std::runtime_error {
 
 std::string read_file(const std::string& path);
 
-/// A file that is written. Its content appears under its name when it is whole, not before: it is
-/// written to a temporary file in the same folder, which is removed again on any failure. Devices,
-/// pipes and standard output take what they are given at once.
+/// A file to write. Its content appears under its name only when it is complete: it is written to a
+/// temporary file in the same folder, which is removed again on any failure. Devices, pipes and
+/// standard output are written to directly.
 ///
-/// The file that is replaced hands its permissions down; a symbolic link is followed.
+/// A file that is replaced passes on its permissions; a symbolic link is followed.
 class OutputFile {
  public:
   explicit OutputFile(std::string path);
@@ -28,7 +28,8 @@ class OutputFile {
   ~OutputFile();
 
   void write(std::string_view bytes);
-  /// To be called when all is written. A terminal gets a line feed after a last line without one.
+  /// Must be called when everything is written. A terminal gets a line feed after a last line
+  /// without one.
   void finish();
 
  private:

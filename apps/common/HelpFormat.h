@@ -5,7 +5,7 @@
 
 namespace qel::command {
 
-/// Help that fits a terminal of 80 columns and says of an option what it takes and nothing more.
+/// Help that fits a terminal of 80 columns and describes only what an option takes.
 class HelpFormat : public CLI::Formatter {
  public:
   HelpFormat();

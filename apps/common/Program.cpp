@@ -21,9 +21,9 @@ void print(std::string_view text) {
 }
 
 int run_program(const std::string& program, const std::function<int()>& work) {
-  // A reader that went away is a write that fails.
+  // Writing to a reader that has gone is to fail, not to end the process.
   std::signal(SIGPIPE, SIG_IGN);
-  // So is a file that reached its limit.
+  // So is writing to a file that has reached its size limit.
   std::signal(SIGXFSZ, SIG_IGN);
   try {
     temporaries::remove_on_signals();

@@ -26,7 +26,7 @@ Registry& registry() {
   return files;
 }
 
-/// The signals to watch for: not those that whoever started the process chose to ignore.
+/// The signals to watch for, except those that the parent process chose to ignore.
 sigset_t watched_signals() {
   sigset_t signals;
   sigemptyset(&signals);
@@ -42,7 +42,7 @@ sigset_t watched_signals() {
   int signal = 0;
   while (sigwait(&signals, &signal) != 0) {
   }
-  // Held to the end, so that no file is created or renamed any more.
+  // Held to the end, so that no more files are created or renamed.
   const std::lock_guard lock(registry().mutex);
   for (const std::string& path : registry().paths) unlink(path.c_str());
   constexpr int ended_by_signal = 128;
@@ -54,7 +54,7 @@ sigset_t watched_signals() {
 void remove_on_signals() {
   registry();
   const sigset_t signals = watched_signals();
-  // Threads inherit the mask: the signals reach none but the one that waits for them.
+  // Threads inherit the mask, so only the thread that waits for the signals gets them.
   pthread_sigmask(SIG_BLOCK, &signals, nullptr);
   std::thread([signals] { wait_for(signals); }).detach();
 }

@@ -6,14 +6,14 @@
 namespace qel::command {
 namespace {
 
-/// Nothing when there is none.
+/// Null when there is none.
 const CLI::App* subcommand_named(const CLI::App& app, const std::string& name) {
   const auto found =
       app.get_subcommands([&name](const CLI::App* command) { return command->get_name() == name; });
   return found.empty() ? nullptr : found.front();
 }
 
-/// What was given in place of a command, or of a verb of `text`; empty when that is in order.
+/// The word given in place of a command, or of a verb of `text`; empty when the words are right.
 std::string unknown_command(const CLI::App& app, int argc, const char* const* argv) {
   const auto is_positional = [](const CLI::Option* option) { return option->get_positional(); };
   if (!app.get_options(is_positional).empty()) return {};
@@ -28,7 +28,7 @@ std::string unknown_command(const CLI::App& app, int argc, const char* const* ar
   return {};
 }
 
-/// How to get help on what was called.
+/// The command that shows the help on what was called.
 std::string help_on(const CLI::App& app, int argc, const char* const* argv) {
   std::string command = app.get_name() + " ";
   const CLI::App* within = &app;
@@ -51,7 +51,7 @@ UsageError usage_error(const CLI::App& app, int argc, const char* const* argv,
                        const CLI::ParseError& error) {
   const std::string unknown = unknown_command(app, argc, argv);
   const std::string message =
-      unknown.empty() ? on_one_line(error.what()) : "'" + unknown + "' is no command";
+      unknown.empty() ? on_one_line(error.what()) : "'" + unknown + "' is not a command";
   return UsageError(message + " (see '" + help_on(app, argc, argv) + "')");
 }
 

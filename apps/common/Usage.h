@@ -6,7 +6,8 @@
 
 namespace qel::command {
 
-/// What to say of arguments that `app` did not take: on one line, with the call that helps further.
+/// The message for arguments that `app` did not accept: one line, with the command that shows the
+/// help.
 UsageError usage_error(const CLI::App& app, int argc, const char* const* argv,
                        const CLI::ParseError& error);
 

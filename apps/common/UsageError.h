@@ -4,7 +4,7 @@
 
 namespace qel::command {
 
-/// The command was called in a way that cannot be meant; the message says in which.
+/// The command was called with arguments that are not valid; the message says which.
 class UsageError : public std::runtime_error {
  public:
   using runtime_error::runtime_error;

@@ -20,12 +20,12 @@ namespace {
 
 namespace fs = std::filesystem;
 
-std::string output_in(const std::string& folder, const std::string& file, ResultForm form) {
+std::string output_in(const std::string& folder, const std::string& file, OutputFormat format) {
   std::string name = fs::path(file).stem().string();
   if (file == "-" || name.empty()) {
     throw UsageError("'" + file + "' has no name that a file in a folder could get; use -o");
   }
-  return (fs::path(folder) / name.append(ending_of(form))).string();
+  return (fs::path(folder) / name.append(extension_of(format))).string();
 }
 
 [[noreturn]] void refuse_both(const std::string& one, const std::string& other,
@@ -39,14 +39,14 @@ bool is_same_file(const std::string& one, const std::string& other) {
 }
 
 void convert_file(const Task& task, ConversionOptions options) {
-  if (!options.from) options.from = input_form_of_file(task.input);
+  if (!options.from) options.from = input_format_of_file(task.input);
   std::string input = read_file(task.input);
   OutputFile output(task.output);
   convert(std::move(input), options, [&](std::string_view bytes) { output.write(bytes); });
   output.finish();
 }
 
-/// Whether it went well.
+/// Returns whether the task succeeded.
 bool try_task(const Task& task, const ConversionOptions& options, Progress& progress) {
   const std::string name = task.input == "-" ? "standard input" : task.input;
   try {
@@ -65,11 +65,11 @@ bool try_task(const Task& task, const ConversionOptions& options, Progress& prog
 }  // namespace
 
 std::vector<Task> tasks_into(const std::string& folder, const std::vector<std::string>& files,
-                             ResultForm form) {
+                             OutputFormat format) {
   std::vector<Task> tasks;
   std::map<std::string, std::string> input_of_output;
   for (const std::string& file : files) {
-    const std::string output = output_in(folder, file, form);
+    const std::string output = output_in(folder, file, format);
     const auto [other, is_new] = input_of_output.try_emplace(output, file);
     if (!is_new) refuse_both(other->second, file, output);
     tasks.push_back({file, output});

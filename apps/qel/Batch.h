@@ -13,13 +13,14 @@ struct Task {
   std::string output;
 };
 
-/// The tasks that put each file into `folder` under its own name with the ending of `form`. Raises
-/// a `UsageError` when two would write the same file, or one would overwrite a file that is read.
+/// One task for each file, which writes to `folder` under the file's own name with the extension of
+/// `format`. Raises a `UsageError` when two would write the same file, or one would overwrite an
+/// input file.
 std::vector<Task> tasks_into(const std::string& folder, const std::vector<std::string>& files,
-                             ResultForm form);
+                             OutputFormat format);
 
-/// Converts the files, up to `jobs` at a time. One that fails is reported on standard error, and
-/// the others go on. Whether all went well.
+/// Converts the files, up to `jobs` at a time. A failure is reported on standard error, and the
+/// other files go on. Returns whether all went well.
 bool convert_files(const std::vector<Task>& tasks, const ConversionOptions& options,
                    std::size_t jobs);
 

@@ -40,7 +40,7 @@ CLI::Option* add_switch(CLI::App& app, const std::string& name, const std::strin
   return app.add_flag(name, meaning)->group("Breaks and tabs in what is read");
 }
 
-/// A switch as it was given: by its name, by its name with "no-", or not at all.
+/// A switch that may be given by its name, by its name with "no-", or not at all.
 class Switch {
  public:
   Switch(CLI::App& app, const std::string& name, const std::string& meaning) {
@@ -87,13 +87,13 @@ class SwitchOptions {
   Switch recognize_tabs_;
 };
 
-/// The form of that name; empty when none was given.
+/// The format with this name; empty when no name was given.
 template <class Find>
-auto form_of(const std::optional<std::string>& name, Find find, const std::string& option,
-             const std::string& names) {
-  auto form = name ? find(*name) : decltype(find(*name))();
-  if (name && !form) throw UsageError(option + ": '" + *name + "' is none of " + names);
-  return form;
+auto format_of(const std::optional<std::string>& name, Find find, const std::string& option,
+               const std::string& names) {
+  auto format = name ? find(*name) : decltype(find(*name))();
+  if (name && !format) throw UsageError(option + ": '" + *name + "' is not one of " + names);
+  return format;
 }
 
 class ConvertCommand {
@@ -103,11 +103,11 @@ class ConvertCommand {
                    "Files to convert; standard input when none is named, or for '-'")
         ->type_name("");
     app.add_option("--from", from_,
-                   "What the input is: " + input_form_names() +
-                       "; taken from the file's ending or first bytes otherwise")
-        ->type_name("FORM");
-    app.add_option("--to", to_, "What to write: " + result_form_names())
-        ->type_name("FORM")
+                   "What the input is: " + input_format_names() +
+                       "; taken from the file's extension or first bytes otherwise")
+        ->type_name("FORMAT");
+    app.add_option("--to", to_, "What to write: " + output_format_names())
+        ->type_name("FORMAT")
         ->required();
     output_ =
         app.add_option("-o,--output", output_path_, "File to write instead of standard output")
@@ -137,8 +137,8 @@ class ConvertCommand {
     }
     line.jobs = jobs_ > 0 ? static_cast<std::size_t>(jobs_)
                           : std::max(1U, std::thread::hardware_concurrency());
-    line.options.from = form_of(from_, input_form_named, "--from", input_form_names());
-    line.options.to = *form_of(to_, result_form_named, "--to", result_form_names());
+    line.options.from = format_of(from_, input_format_named, "--from", input_format_names());
+    line.options.to = *format_of(to_, output_format_named, "--to", output_format_names());
     line.options.switches = switches_.values();
     line.options.tables = tables_.values();
     return line;
@@ -160,14 +160,14 @@ class ConvertCommand {
   TableOptions tables_;
 };
 
-/// The arguments in the order in which CLI11 takes them: the last one first.
+/// The arguments in the order in which CLI11 wants them: the last one first.
 std::vector<std::string> reversed_arguments(int argc, const char* const* argv) {
   const bool has_files = argc > 1 && std::string(argv[1]) == "convert";
   std::vector<std::string> arguments;
   for (int i = argc - 1; i > 0; --i) {
     std::string argument = argv[i];
     if (argument.starts_with("--") && argument.ends_with('=')) {
-      // CLI11 would take the empty value for none.
+      // CLI11 would take an empty value for a missing one.
       arguments.emplace_back();
       argument.pop_back();
     }

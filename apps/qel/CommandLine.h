@@ -22,15 +22,15 @@ struct CommandLine {
   Action action = Action::print;
   std::string text;
   std::vector<std::string> files;  ///< "-" is standard input; never empty
-  std::string output = "-";        ///< where the one file goes, unless there is a folder
+  std::string output = "-";        ///< where to write the one file, unless there is a folder
   std::optional<std::string> folder;
   std::size_t jobs = 1;
   ConversionOptions options;
   TextTask task;
 };
 
-/// Raises a `UsageError` for arguments that do not fit, a `FileError` when the file of the tables
-/// cannot be read and a `TableError` when it is none.
+/// Raises a `UsageError` for arguments that are not valid, a `FileError` when the file of the
+/// tables cannot be read, and a `TableError` when it does not hold tables.
 CommandLine parse_command_line(int argc, const char* const* argv);
 
 }  // namespace qel::command

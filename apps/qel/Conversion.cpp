@@ -20,7 +20,7 @@
 namespace qel::command {
 namespace {
 
-/// Calls `write` with one part of the text after the other, so that the output is never whole in
+/// Calls `write` with one part of the text after the other, so that the whole output is never in
 /// memory. Surrogate pairs and CR LF stay together.
 template <class Write>
 void in_parts(std::u16string_view text, Write write) {
@@ -45,11 +45,11 @@ void replace_tabs(SegmentCollection& segments, std::u16string_view replacement) 
 void drop_last_blank(SegmentCollection& segments) {
   const auto last = segments.Item(segments.Count());
   if (!last || !last->text().ends_with(u' ')) return;
-  last->keep_first(last->length() - 1);
+  last->keep_first(last->text().size() - 1);
   if (last->length() == 0) segments.Remove(segments.Count());
 }
 
-/// Each step takes the text over and has freed it when it returns.
+/// Each step takes ownership of the text and has freed it when it returns.
 class Conversion {
  public:
   Conversion(const ConversionOptions& options, const Sink& sink)
@@ -62,11 +62,11 @@ class Conversion {
 
   void from_markup(std::u16string&& markup) {
     switch (options_.to) {
-      case ResultForm::rtf:
+      case OutputFormat::rtf:
         return write_rtf(rtf_of(std::move(markup)));
-      case ResultForm::rtf_body:
+      case OutputFormat::rtf_body:
         return write_rtf(body_of(std::move(markup)));
-      case ResultForm::simple_rtf:
+      case OutputFormat::simple_rtf:
         return from_rtf(rtf_of(std::move(markup)));
       default:
         return write_markup_decoded(std::move(markup));
@@ -75,25 +75,25 @@ class Conversion {
 
   void from_rtf(std::u16string&& rtf) {
     switch (options_.to) {
-      case ResultForm::rtf:
+      case OutputFormat::rtf:
         return write_rtf(rewritten(std::move(rtf)));
-      case ResultForm::simple_rtf:
+      case OutputFormat::simple_rtf:
         return write_rtf(simplified(std::move(rtf)));
-      case ResultForm::text:
+      case OutputFormat::text:
         return write_text(text_of(std::move(rtf)));
-      case ResultForm::rtf_body:
+      case OutputFormat::rtf_body:
         return write_rtf(body_of(markup_of(std::move(rtf))));
-      case ResultForm::qel:
+      case OutputFormat::qel:
         return write_utf8(markup_of(std::move(rtf)));
       default:
         return write_rtf_decoded(std::move(rtf));
     }
   }
 
-  /// The text goes by way of RTF: so a code that was typed in it stays text.
+  /// The text goes through RTF, so that a code typed in it stays text.
   void from_text(std::u16string&& text) {
     std::u16string rtf = rtf_of_text(std::move(text));
-    if (options_.to == ResultForm::rtf) return write_rtf(rtf);
+    if (options_.to == OutputFormat::rtf) return write_rtf(rtf);
     from_rtf(std::move(rtf));
   }
 
@@ -124,7 +124,7 @@ class Conversion {
     return parser_.RTFToText(std::make_unique<const std::u16string>(std::move(rtf)));
   }
 
-  /// Text that names no format of its own gets the default font, size and colour.
+  /// Text without a format of its own gets the default font, size and colour.
   void prepare(box::Box& box) const {
     platform::BoxAppearance appearance = box.appearance();
     appearance.font_name = fonts_.get_Font(0);
@@ -160,7 +160,7 @@ class Conversion {
 
   /// Does for markup what the parser's switches do for RTF.
   void decode_with_switches(StyleDecoder& decoder, std::u16string&& markup) const {
-    // Every "/nl" is a line code, and a blank in its place makes no other code.
+    // Every "/nl" is a line code, and a blank in its place cannot form another code.
     if (switches_.convert_nl_to_space) markup = replace_all(std::move(markup), u"/nl", u" ");
     decode(decoder, std::move(markup));
     SegmentCollection& segments = *decoder.get_Segments();
@@ -185,11 +185,11 @@ class Conversion {
   void write_decoded(StyleDecoder& decoder) {
     const std::int32_t line_codes = switches_.recognize_crlf ? ofLineCodes : ofMarkup;
     switch (options_.to) {
-      case ResultForm::segments:
+      case OutputFormat::segments:
         return write_segments(*decoder.get_Segments(), switches_.recognize_crlf, sink_);
-      case ResultForm::qelv6:
+      case OutputFormat::qelv6:
         return write_utf8(decoder.GetQELTextv6(line_codes, false, false));
-      case ResultForm::text:
+      case OutputFormat::text:
         return write_text(decoder.GetQELText(ofPlainText | line_codes, false, false));
       default:
         return write_utf8(decoder.GetQELText(line_codes, false, false));
@@ -212,16 +212,16 @@ class Conversion {
 
   const ConversionOptions& options_;
   const Switches& switches_;
-  QELIndexFonts fonts_;  // writing them marks those that are symbol fonts
+  QELIndexFonts fonts_;  // a copy: writing the font table marks symbol fonts
   const Sink& sink_;
   RTFParser parser_;
 };
 
-InputForm form_of(std::string_view input, std::optional<InputForm> named) {
-  if (named && *named != InputForm::rtf) return *named;
-  if (is_rtf(input)) return InputForm::rtf;
-  // What was to be RTF and is not is what a box takes it for: text.
-  return named ? InputForm::text : InputForm::qel;
+InputFormat format_of(std::string_view input, std::optional<InputFormat> named) {
+  if (named && *named != InputFormat::rtf) return *named;
+  if (is_rtf(input)) return InputFormat::rtf;
+  // Input that should be RTF and is not is text, as in a box.
+  return named ? InputFormat::text : InputFormat::qel;
 }
 
 }  // namespace
@@ -229,12 +229,12 @@ InputForm form_of(std::string_view input, std::optional<InputForm> named) {
 void convert(std::string input, const ConversionOptions& options, const Sink& sink) {
   const Common::ConversionSlots slots;
   Conversion conversion(options, sink);
-  switch (form_of(input, options.from)) {
-    case InputForm::qel:
+  switch (format_of(input, options.from)) {
+    case InputFormat::qel:
       return conversion.from_markup(decode_text(std::move(input)));
-    case InputForm::rtf:
+    case InputFormat::rtf:
       return conversion.from_rtf(decode_rtf(std::move(input)));
-    case InputForm::text:
+    case InputFormat::text:
       return conversion.from_text(decode_text(std::move(input)));
   }
 }

@@ -17,15 +17,15 @@ CLI::Validator number_within(Number least, Number most) {
         const char* const begin = text.data() + (text.starts_with('+') ? 1 : 0);
         const char* const end = text.data() + text.size();
         const auto [rest, error] = std::from_chars(begin, end, value);
-        // The limits refuse "nan" too, which is within none.
+        // The limits reject "nan" too: comparisons with it are false.
         if (error == std::errc() && rest == end && value >= least && value <= most) {
-          // As it was read here: a leading zero would mean octal to others.
+          // The number as it was read here: to CLI11 a leading zero would mean octal.
           if constexpr (std::is_integral_v<Number>) text = std::to_string(value);
           return std::string();
         }
         std::ostringstream message;
         const char* const kind = std::is_integral_v<Number> ? "whole number" : "number";
-        message << "'" << text << "' is no " << kind << " from " << least << " to " << most;
+        message << "'" << text << "' is not a " << kind << " from " << least << " to " << most;
         return message.str();
       },
       {});

@@ -8,7 +8,7 @@
 
 namespace qel::command {
 
-/// How a picture of markup is drawn; lengths are in points.
+/// How to draw a picture of markup; lengths are in points.
 struct Picture {
   float width = 450;  ///< of the lines
   float margin = 10;  ///< around the text

@@ -6,8 +6,8 @@
 
 namespace qel::command {
 
-/// Standard error while many files are converted: messages, and below them, on a terminal, a bar.
-/// Any thread may use it.
+/// Standard error while many files are converted: messages, and on a terminal a progress bar below
+/// them. Any thread may use it.
 class Progress {
  public:
   explicit Progress(std::size_t total);
@@ -15,7 +15,7 @@ class Progress {
   Progress& operator=(const Progress&) = delete;
   ~Progress();
 
-  /// One more file is done.
+  /// Counts one more file as done.
   void step();
   /// Writes "qel: " and the message as a line.
   void report(std::string_view message);

@@ -13,13 +13,13 @@ namespace qel::command {
 /// `qel render`: markup as a picture.
 class RenderCommand {
  public:
-  /// Adds the options to `app`, which refer to this object then.
+  /// Adds the options to `app`; they refer to this object.
   explicit RenderCommand(CLI::App& app);
   RenderCommand(const RenderCommand&) = delete;
   RenderCommand& operator=(const RenderCommand&) = delete;
 
   bool is_asked_for() const { return app_.parsed(); }
-  /// What the parsed arguments ask for. Raises a `UsageError` for arguments that do not fit.
+  /// What the parsed arguments ask for. Raises a `UsageError` for arguments that are not valid.
   TextTask values() const;
 
  private:

@@ -11,13 +11,13 @@ namespace qel::command {
 /// The options of fonts and colours.
 class TableOptions {
  public:
-  /// Adds the options to `app`, which refer to this object then.
+  /// Adds the options to `app`; they refer to this object.
   explicit TableOptions(CLI::App& app);
   TableOptions(const TableOptions&) = delete;
   TableOptions& operator=(const TableOptions&) = delete;
 
-  /// The tables that the parsed options ask for. Raises a `UsageError` for a value that does not
-  /// fit, a `FileError` or a `TableError` for the file of the tables.
+  /// The tables that the parsed options ask for. Raises a `UsageError` for a value that is not
+  /// valid, and a `FileError` or a `TableError` for the file of the tables.
   Tables values() const;
 
  private:

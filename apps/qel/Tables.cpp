@@ -69,7 +69,7 @@ void Tables::read_records(std::u16string_view lines) {
                        " is neither a record of fonts nor one of colours");
     }
   }
-  // A record leaves the RTF form of the colours as it was; setting one of them renews it.
+  // Reading a record leaves the RTF colour table as it was; setting a colour rebuilds it.
   colors->put_Color(0, colors->get_Color(0));
 }
 

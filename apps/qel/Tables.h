@@ -10,7 +10,7 @@
 
 namespace qel::command {
 
-/// A value that the tables do not take; the message says which and why.
+/// A value that the tables do not accept; the message says which and why.
 class TableError : public std::runtime_error {
  public:
   using runtime_error::runtime_error;
@@ -21,10 +21,10 @@ struct Tables {
   QELIndexFonts fonts;
   std::shared_ptr<QELIndexColors> colors = std::make_shared<QELIndexColors>();
 
-  /// Reads the lines of a file of records: each is a record of the fonts or of the colours, told
-  /// apart by its separators. Empty lines are passed over.
+  /// Reads the lines of a file of records. Each line is a record of the fonts or of the colours,
+  /// which the separators show. Empty lines are skipped.
   void read_records(std::u16string_view lines);
-  /// What `read_records` reads.
+  /// The tables as lines that `read_records` reads.
   std::u16string records() const;
 
   /// "N=NAME": font N (0 to 9).

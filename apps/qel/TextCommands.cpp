@@ -7,7 +7,6 @@
 #include <optional>
 #include <string_view>
 
-#include "LineCodes.h"
 #include "Numbers.h"
 #include "UsageError.h"
 #include "qel/base/Utf16.h"
@@ -15,6 +14,7 @@
 #include "qel/headless/SvgCanvas.h"
 #include "qel/richtext/CodePage.h"
 #include "qel/text/MarkupStrings.h"
+#include "qel/text/QELText.h"
 #include "qel/text/VisibleCharacters.h"
 
 namespace qel::command {
@@ -36,22 +36,19 @@ std::u16string decoded(const std::string& argument) {
   return from_utf8(argument, richtext::decode_western);
 }
 
-TaskResult markup(std::u16string_view text) { return {to_utf8(text), 0, true}; }
-TaskResult number(std::int64_t value) { return {std::to_string(value) + "\n"}; }
+TaskResult markup_result(std::u16string_view markup) { return {to_utf8(markup), 0, true}; }
+TaskResult number(std::size_t value) { return {std::to_string(value) + "\n"}; }
 
-/// Markup made of `text`, with the line codes of that text, which the library drops.
-TaskResult markup_of(std::u16string_view text, std::u16string_view made,
-                     const LineCodes::Move& move) {
-  return markup(LineCodes(text).put_into(made, move));
+constexpr std::int64_t most_position = 1'000'000'000'000;
+
+constexpr auto kept = markup::LineCodes::kept;
+
+std::size_t as_size(std::int64_t count) {
+  return static_cast<std::size_t>(std::max<std::int64_t>(count, 0));
 }
 
-/// For changes that keep every character in its place.
-std::optional<std::size_t> stay(std::size_t characters) { return characters; }
-
-std::size_t as_size(std::int32_t count) { return static_cast<std::size_t>(std::max(count, 0)); }
-
-constexpr std::int64_t least_position = -0x8000;
-constexpr std::int64_t most_position = 0x7FFF;
+/// A count of -1 means all the rest.
+std::size_t as_count(std::int64_t count) { return count == -1 ? markup::npos : as_size(count); }
 
 TaskResult lines(const Texts& texts) {
   TaskResult result;
@@ -79,7 +76,7 @@ constexpr std::array attributes_by_name = {Named{"plain", taPlain},
                                            Named{"first-upper", taFirstToUpper},
                                            Named{"first-lower", taFirstToLower}};
 
-/// "font3" or "color3" after `word`, as an offset from the first.
+/// The digit after `word` in a name such as "font3", as an offset from 1.
 std::optional<std::int32_t> index_after(std::string_view name, std::string_view word) {
   const bool fits = name.size() == word.size() + 1 && name.starts_with(word) &&
                     name.back() >= '1' && name.back() <= '9';
@@ -105,7 +102,7 @@ std::optional<std::int32_t> attribute_of_code(std::string_view code) {
   return letter == std::string_view::npos ? std::nullopt : std::optional(attributes[letter]);
 }
 
-/// A style of a replacement by its codes: "b,i,f2,y3".
+/// The style of a replacement from its codes: "b,i,f2,y3".
 std::optional<cReplaceData> style_named(std::string_view codes) {
   iStyle style;
   for (std::size_t begin = 0; begin <= codes.size();) {
@@ -128,43 +125,29 @@ std::optional<cReplaceData> style_named(std::string_view codes) {
   return data;
 }
 
-void add_position(CLI::App& verb, const std::string& name, std::int16_t& value,
+void add_position(CLI::App& verb, const std::string& name, std::int64_t& value,
                   const std::string& meaning) {
   verb.add_option(name, value, meaning)
       ->required()
       ->type_name("")
-      ->transform(whole_number(least_position, most_position));
+      ->transform(whole_number(-most_position, most_position));
 }
 
-using ChangeCase = std::u16string (*)(QELText& tools, std::u16string_view text, std::int16_t start,
-                                      std::int16_t length);
-
-ChangeCase case_named(std::string_view name) {
+std::optional<CaseChange> case_named(std::string_view name) {
   struct Row {
     std::string_view name;
-    ChangeCase change;
+    CaseChange change;
   };
-  static constexpr std::array<Row, 7> rows = {
-      {{"upper", [](auto& tools, auto text, auto start,
-                    auto length) { return tools.UpperCase(text, start, length); }},
-       {"lower", [](auto& tools, auto text, auto start,
-                    auto length) { return tools.LowerCase(text, start, length); }},
-       {"swap", [](auto& tools, auto text, auto start,
-                   auto length) { return tools.ChangeCase(text, start, length); }},
-       {"title", [](auto& tools, auto text, auto start,
-                    auto length) { return tools.TitleCase(text, start, length, true); }},
-       {"initial", [](auto& tools, auto text, auto start,
-                      auto length) { return tools.InitialCap(text, start, length); }},
-       {"first-upper",
-        [](auto& tools, auto text, auto start, auto length) {
-          return tools.FirstLetterToUppercase(text, start, length);
-        }},
-       {"first-lower", [](auto& tools, auto text, auto start, auto length) {
-          return tools.FirstLetterToLowercase(text, start, length);
-        }}}};
+  static constexpr std::array rows = {Row{"upper", CaseChange::upper},
+                                      Row{"lower", CaseChange::lower},
+                                      Row{"swap", CaseChange::swap},
+                                      Row{"title", CaseChange::title},
+                                      Row{"initial", CaseChange::initial},
+                                      Row{"first-upper", CaseChange::first_to_upper},
+                                      Row{"first-lower", CaseChange::first_to_lower}};
   const auto found =
       std::find_if(rows.begin(), rows.end(), [&](const Row& row) { return row.name == name; });
-  return found == rows.end() ? nullptr : found->change;
+  return found == rows.end() ? std::nullopt : std::optional(found->change);
 }
 
 constexpr const char* case_names = "upper, lower, swap, title, initial, first-upper, first-lower";
@@ -178,12 +161,12 @@ template <class Find>
 CLI::Validator known_to(Find find, const std::string& names) {
   return CLI::Validator(
       [find, names](const std::string& name) {
-        return find(name) ? std::string() : "'" + name + "' is none of " + names;
+        return find(name) ? std::string() : "'" + name + "' is not one of " + names;
       },
       {});
 }
 
-/// What stands between line codes and line breaks; nothing at all of an empty text.
+/// The parts between line codes and line breaks. An empty text has none.
 std::vector<std::u16string_view> paragraphs_of(std::u16string_view text) {
   std::vector<std::u16string_view> paragraphs;
   while (!text.empty()) {
@@ -236,7 +219,7 @@ CLI::App& TextCommands::add_verb(const std::string& name, const std::string& mea
   return *verb;
 }
 
-/// To be called last: the file is the last of the arguments.
+/// Must be called last: the file is the last argument.
 void TextCommands::read_text(CLI::App& verb) {
   source_.add_to(verb);
   verb.add_option("-o,--output", output_, "File to write instead of standard output")
@@ -255,23 +238,18 @@ TextTask TextCommands::values() const {
   task.output = output_;
   Arguments given = given_;
   given.tables = std::make_shared<const Tables>(tables_->values());
-  task.run = [run = verb->run, given](const Texts& texts) {
-    QELText tools;
-    return run(given, tools, texts);
-  };
+  task.run = [run = verb->run, given](const Texts& texts) { return run(given, texts); };
   return task;
 }
 
 void TextCommands::add_counting() {
-  read_text(add_verb("len", "Count the visible characters",
-                     [](const Arguments&, QELText&, const Texts& texts) {
-                       // Also where the text object's count of 16 bits would not do.
-                       return number(static_cast<std::int64_t>(visible::length(texts[0])));
-                     }));
-  read_text(add_verb("plain", "Print the text without codes",
-                     [](const Arguments&, QELText& tools, const Texts& texts) {
-                       return markup(tools.PlainText(texts[0]));
-                     }));
+  read_text(add_verb(
+      "len", "Count the visible characters",
+      [](const Arguments&, const Texts& texts) { return number(visible::length(texts[0])); }));
+  read_text(
+      add_verb("plain", "Print the text without codes", [](const Arguments&, const Texts& texts) {
+        return markup_result(markup::plain_text(texts[0]));
+      }));
   CLI::App& verb = add_verb("find", "Print where a text first occurs, 0 when it does not", find);
   verb.add_option("SEARCH", given_.search, "What to look for")->required()->type_name("");
   CLI::Option* const last = verb.add_flag("--last", given_.last, "The last occurrence");
@@ -283,14 +261,14 @@ void TextCommands::add_counting() {
   read_text(verb);
 }
 
-TaskResult TextCommands::find(const Arguments& given, QELText& tools, const Texts& texts) {
-  const std::u16string search = tools.PlainText(decoded(given.search));
-  const std::u16string plain = tools.PlainText(texts[0]);
-  const std::size_t seen = given.length < 0 ? plain.size() : static_cast<std::size_t>(given.length);
-  return number(static_cast<std::int64_t>(
-      given.last
-          ? markup::find_last(std::u16string_view(plain).substr(0, seen), search, given.ignore_case)
-          : markup::find(plain, search, given.ignore_case)));
+TaskResult TextCommands::find(const Arguments& given, const Texts& texts) {
+  const std::u16string search = decoded(given.search);
+  const auto matching =
+      given.ignore_case ? markup::Matching::ignoring_case : markup::Matching::exact;
+  const std::size_t found =
+      given.last ? markup::find_last(texts[0], search, matching, as_count(given.length))
+                 : markup::find(texts[0], search, matching);
+  return number(found == markup::npos ? 0 : found + 1);
 }
 
 void TextCommands::add_cutting() {
@@ -299,41 +277,25 @@ void TextCommands::add_cutting() {
     read_text(verb);
   };
   add_count(add_verb("left", "Print the first characters",
-                     [](const Arguments& given, QELText& tools, const Texts& texts) {
-                       std::int16_t count = given.count;
-                       const std::u16string left = tools.LeftStr(texts[0], count);
-                       return markup_of(texts[0], left, [&](std::size_t characters) {
-                         return characters < as_size(count) ? stay(characters) : std::nullopt;
-                       });
+                     [](const Arguments& given, const Texts& texts) {
+                       return markup_result(markup::left(texts[0], as_size(given.count), kept));
                      }));
   add_count(add_verb("right", "Print the last characters",
-                     [](const Arguments& given, QELText& tools, const Texts& texts) {
-                       std::int16_t count = given.count;
-                       const std::u16string right = tools.RightStr(texts[0], count);
-                       const std::size_t size = tools.PlainText(texts[0]).size();
-                       const std::size_t cut = size - std::min(size, as_size(count));
-                       return markup_of(texts[0], right, [cut](std::size_t characters) {
-                         return characters > cut || cut == 0 ? stay(characters - cut)
-                                                             : std::nullopt;
-                       });
+                     [](const Arguments& given, const Texts& texts) {
+                       return markup_result(markup::right(texts[0], as_size(given.count), kept));
                      }));
-  CLI::App& mid = add_verb("mid", "Print characters from the middle",
-                           [](const Arguments& given, QELText& tools, const Texts& texts) {
-                             const std::u16string middle =
-                                 tools.MidStr(texts[0], given.start, given.length);
-                             const std::size_t cut = as_size(given.start - 1);
-                             const std::size_t size = tools.PlainText(middle).size();
-                             return markup_of(texts[0], middle, [=](std::size_t characters) {
-                               const bool is_inside = characters > cut && characters < cut + size;
-                               return is_inside ? stay(characters - cut) : std::nullopt;
-                             });
-                           });
+  CLI::App& mid = add_verb(
+      "mid", "Print characters from the middle", [](const Arguments& given, const Texts& texts) {
+        if (given.start < 1) return markup_result({});
+        return markup_result(
+            markup::mid(texts[0], as_size(given.start - 1), as_count(given.length), kept));
+      });
   add_position(mid, "START", given_.start, "The first of them");
   add_position(mid, "LENGTH", given_.length, "How many; -1 for all the rest");
   read_text(mid);
   CLI::App& split = add_verb("split", "Print the parts between delimiters, one on each line",
-                             [](const Arguments& given, QELText& tools, const Texts& texts) {
-                               return lines(tools.Split(texts[0], decoded(given.search)));
+                             [](const Arguments& given, const Texts& texts) {
+                               return lines(markup::split(texts[0], decoded(given.search), kept));
                              });
   split.add_option("DELIMITER", given_.search, "What stands between the parts")
       ->required()
@@ -362,26 +324,20 @@ void TextCommands::add_joining() {
   read_text(comparing);
 }
 
-TaskResult TextCommands::stuff(const Arguments& given, QELText& tools, const Texts& texts) {
+TaskResult TextCommands::stuff(const Arguments& given, const Texts& texts) {
   const std::u16string replacement = decoded(given.replacement);
-  std::u16string made;
+  const std::size_t start = as_size(given.start - 1);
+  const std::size_t end = as_size(given.start - 1 + given.length);
+  const std::size_t count = std::max(end, start) - start;
   if (given.style_from_text || !given.style.empty()) {
     const cReplaceData style = given.style_from_text ? cReplaceData() : *style_named(given.style);
-    made = tools.StuffWithStyleData(texts[0], given.start, given.length, replacement, style);
-  } else {
-    made = tools.Stuff(texts[0], given.start, given.length, replacement);
+    return markup_result(markup::replace(texts[0], start, count, replacement, style, kept));
   }
-  const std::size_t before = as_size(given.start - 1);
-  const std::size_t behind = as_size(given.start + given.length - 1);
-  const std::size_t put = tools.PlainText(replacement).size();
-  return markup_of(texts[0], made, [=](std::size_t characters) {
-    if (characters <= before) return stay(characters);
-    return characters >= behind ? stay(characters - behind + before + put) : std::nullopt;
-  });
+  return markup_result(markup::replace(texts[0], start, count, replacement, kept));
 }
 
-TaskResult TextCommands::compare(const Arguments& /*given*/, QELText& tools, const Texts& texts) {
-  const bool is_equal = tools.Compare(texts[0], texts[1]);
+TaskResult TextCommands::compare(const Arguments& /*given*/, const Texts& texts) {
+  const bool is_equal = QELText().Compare(texts[0], texts[1]);
   return {is_equal ? "equal\n" : "different\n", is_equal ? 0 : 1};
 }
 
@@ -401,7 +357,8 @@ void TextCommands::add_styling() {
       ->type_name("")
       ->check(known_to(case_named, case_names));
   changing
-      .add_option("--ignored-words", given_.ignored_words, "Words that title case leaves small")
+      .add_option("--ignored-words", given_.ignored_words,
+                  "Words that title case leaves in lower case")
       ->type_name("A,B,...");
   add_span_options(changing);
   read_text(changing);
@@ -414,30 +371,22 @@ void TextCommands::add_styling() {
   read_text(toggling);
 }
 
-TaskResult TextCommands::change_case(const Arguments& given, QELText& tools, const Texts& texts) {
+TaskResult TextCommands::change_case(const Arguments& given, const Texts& texts) {
+  TextCase rules;
   if (!given.ignored_words.empty()) {
-    // The list itself keeps blanks, and so finds no word behind one.
+    // The list itself keeps blanks, and would not find a word after one.
     std::u16string words = decoded(given.ignored_words);
     std::erase(words, u' ');
-    tools.put_IgnoredWordList(words);
+    rules.put_IgnoredWordList(words);
   }
-  const auto start = static_cast<std::int16_t>(given.start - 1);
-  return markup_of(texts[0], case_named(given.name)(tools, texts[0], start, given.length), stay);
+  return markup_result(markup::change_case(texts[0], *case_named(given.name),
+                                           as_size(given.start - 1), as_count(given.length), kept,
+                                           rules));
 }
 
-TaskResult TextCommands::toggle(const Arguments& given, QELText& tools, const Texts& texts) {
-  const std::size_t before = as_size(given.start - 1);
-  const std::size_t size = tools.PlainText(texts[0]).size();
-  std::size_t length = before > 0 && size > before ? size - before : 0;
-  if (given.length > 0) length = as_size(given.length);
-  if (length > as_size(most_position)) {
-    throw TaskError("more than 32767 characters behind --start: give a --length");
-  }
-  if (before == 0 || length > 0) {
-    tools.ToggleTextAttribute(*attribute_named(given.name), static_cast<std::int16_t>(before),
-                              static_cast<std::int16_t>(length));
-  }
-  return markup_of(texts[0], tools.get_QELText(), stay);
+TaskResult TextCommands::toggle(const Arguments& given, const Texts& texts) {
+  return markup_result(markup::toggle(texts[0], *attribute_named(given.name),
+                                      as_size(given.start - 1), as_count(given.length), kept));
 }
 
 void TextCommands::add_wrapping() {
@@ -455,7 +404,7 @@ void TextCommands::add_wrapping() {
   read_text(verb);
 }
 
-TaskResult TextCommands::wrap(const Arguments& given, QELText& /*tools*/, const Texts& texts) {
+TaskResult TextCommands::wrap(const Arguments& given, const Texts& texts) {
   TextAndFormatting layout;
   layout.SetFontAndColors(given.tables->fonts, *given.tables->colors);
   if (given.columns) {
@@ -469,7 +418,7 @@ TaskResult TextCommands::wrap(const Arguments& given, QELText& /*tools*/, const 
     if (part.empty()) part.emplace_back();
     std::move(part.begin(), part.end(), std::back_inserter(all));
   }
-  return given.count_only ? number(static_cast<std::int64_t>(all.size())) : lines(all);
+  return given.count_only ? number(all.size()) : lines(all);
 }
 
 }  // namespace qel::command

@@ -10,20 +10,19 @@
 #include "TableOptions.h"
 #include "TextSource.h"
 #include "TextTask.h"
-#include "qel/text/QELText.h"
 
 namespace qel::command {
 
 /// `qel text`: string functions, case, toggles and word wrap.
 class TextCommands {
  public:
-  /// Adds the verbs to `app`, which refer to this object then.
+  /// Adds the verbs to `app`; they refer to this object.
   explicit TextCommands(CLI::App& app);
   TextCommands(const TextCommands&) = delete;
   TextCommands& operator=(const TextCommands&) = delete;
 
   bool is_asked_for() const { return app_.parsed(); }
-  /// What the parsed arguments ask for. Raises a `UsageError` for arguments that do not fit.
+  /// What the parsed arguments ask for. Raises a `UsageError` for arguments that are not valid.
   TextTask values() const;
 
  private:
@@ -36,9 +35,9 @@ class TextCommands {
     std::string name;
     std::string ignored_words;
     std::string style;
-    std::int16_t start = 1;
-    std::int16_t length = -1;
-    std::int16_t count = 0;
+    std::int64_t start = 1;
+    std::int64_t length = -1;
+    std::int64_t count = 0;
     float width = 0;
     float indent = 0;
     bool last = false;
@@ -48,14 +47,14 @@ class TextCommands {
     bool columns = false;
     std::shared_ptr<const Tables> tables;
   };
-  using Run = TaskResult (*)(const Arguments& given, QELText& tools, const Texts& texts);
+  using Run = TaskResult (*)(const Arguments& given, const Texts& texts);
 
-  static TaskResult find(const Arguments& given, QELText& tools, const Texts& texts);
-  static TaskResult stuff(const Arguments& given, QELText& tools, const Texts& texts);
-  static TaskResult change_case(const Arguments& given, QELText& tools, const Texts& texts);
-  static TaskResult toggle(const Arguments& given, QELText& tools, const Texts& texts);
-  static TaskResult compare(const Arguments& given, QELText& tools, const Texts& texts);
-  static TaskResult wrap(const Arguments& given, QELText& tools, const Texts& texts);
+  static TaskResult find(const Arguments& given, const Texts& texts);
+  static TaskResult stuff(const Arguments& given, const Texts& texts);
+  static TaskResult change_case(const Arguments& given, const Texts& texts);
+  static TaskResult toggle(const Arguments& given, const Texts& texts);
+  static TaskResult compare(const Arguments& given, const Texts& texts);
+  static TaskResult wrap(const Arguments& given, const Texts& texts);
 
   CLI::App& add_verb(const std::string& name, const std::string& meaning, Run run);
   void read_text(CLI::App& verb);

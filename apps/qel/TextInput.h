@@ -5,8 +5,8 @@
 
 namespace qel::command {
 
-/// The text of a file: UTF-16 after a byte order mark, else UTF-8, in which bytes that are not
-/// valid are read in code page 1252 one by one. A byte order mark is dropped. The bytes are freed.
+/// The text of a file: UTF-16 after its byte order mark, else UTF-8, in which each invalid byte is
+/// read in code page 1252. A byte order mark is dropped. The bytes are freed.
 std::u16string decode_text(std::string&& bytes);
 
 /// Whether the bytes of a file are an RTF document.

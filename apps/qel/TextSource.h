@@ -8,18 +8,19 @@
 
 namespace qel::command {
 
-/// The arguments that say where the markup to work on comes from.
+/// The arguments that say which markup to work on.
 class TextSource {
  public:
-  /// Adds them to `app`, which refer to this object then: a file, or a text in its place. To be
-  /// called when the app has its other positional arguments: the file is the last.
+  /// Adds the arguments to `app`: a file, or a text in its place. They refer to this object. Must
+  /// be called after the other positional arguments are added: the file is the last one.
   void add_to(CLI::App& app) {
     app.add_option("FILE", file_, "Markup to read; standard input when none is named, or for '-'")
         ->type_name("");
     app.add_option("-t,--text", text_, "Markup in place of a file")->type_name("TEXT");
   }
 
-  /// What `app` was given. Raises a `UsageError` for both a file and a text.
+  /// Puts into `task` what `app` was given. Raises a `UsageError` if that is both a file and a
+  /// text.
   void fill(TextTask& task, const CLI::App& app) const {
     task.files = {file_};
     if (app.get_option("--text")->count() == 0) return;

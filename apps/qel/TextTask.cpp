@@ -10,7 +10,7 @@
 namespace qel::command {
 namespace {
 
-/// Takes the line break at the end off, which is no part of the markup of a file.
+/// Removes the line break at the end, which is not part of a file's markup, and returns it.
 std::u16string take_last_break(std::u16string& text) {
   std::size_t kept = text.size();
   if (kept > 0 && text[kept - 1] == u'\n') --kept;

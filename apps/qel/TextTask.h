@@ -8,17 +8,17 @@
 
 namespace qel::command {
 
-/// A text that a task cannot work on; the message says why.
+/// A text that a task cannot process; the message says why.
 class TaskError : public std::runtime_error {
  public:
   using runtime_error::runtime_error;
 };
 
-/// What a task has to say, as bytes, and the exit status.
+/// The output of a task, and the exit status.
 struct TaskResult {
   std::string output;
   int status = 0;
-  bool is_markup = false;  ///< ends as the text that was read does, with a line break or without
+  bool is_markup = false;  ///< gets the line break with which the text that was read ended, if any
 };
 
 /// One piece of work on markup texts.

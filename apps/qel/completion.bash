@@ -43,7 +43,7 @@ _qel() {
       fi
       ;;
   esac
-  # Without choices of our own bash offers the names of files.
+  # Without choices of our own, bash offers file names.
   if [[ -n $choices ]]; then
     mapfile -t COMPREPLY < <(compgen -W "$choices" -- "$word")
   fi

@@ -21,8 +21,8 @@ void create_folder(const std::string& folder) {
   if (error) throw FileError("cannot create " + folder + ": " + error.message());
 }
 
-/// Texts are large and live shortly: what they took goes back to the system at once. Otherwise the
-/// allocator keeps it after the first of them, and the later ones come on top.
+/// Texts are large and short-lived: their memory goes back to the system at once. Otherwise the
+/// allocator would keep that of the first text, and the later ones would come on top.
 void return_large_blocks() {
 #if defined(M_MMAP_THRESHOLD)
   constexpr int large = 1 << 18;

@@ -11,7 +11,7 @@
 namespace qel::forms {
 namespace {
 
-/// SQLite gives some names a meaning of their own; behind a folder's name they have none.
+/// SQLite treats some names specially, but not after the name of a folder.
 std::string as_file(const std::string& path) { return path.starts_with('/') ? path : "./" + path; }
 
 StoreError number_of(int result) {
@@ -63,7 +63,7 @@ Database::Database(std::string path, bool creates, std::chrono::milliseconds pat
   sqlite3_extended_result_codes(connection, 1);
   sqlite3_busy_timeout(connection, static_cast<int>(patience.count()));
   // EXTRA also syncs the folder once the journal is gone: without that, a power failure could bring
-  // the journal back and undo what was said to be saved.
+  // the journal back and undo what was reported as saved.
   execute("PRAGMA synchronous = EXTRA; PRAGMA trusted_schema = OFF;", "open");
 }
 
@@ -128,7 +128,7 @@ std::int64_t Statement::integer(int column) const {
 }
 
 std::u16string Statement::text(int column) const {
-  // The size holds for the form that was asked for last.
+  // The size is that of the representation that was asked for last.
   const auto* const blob = static_cast<const char*>(sqlite3_column_blob(statement_.get(), column));
   const int size = sqlite3_column_bytes(statement_.get(), column);
   if (blob == nullptr) return {};
@@ -141,7 +141,7 @@ Transaction::Transaction(Database& database)
 }
 
 Transaction::~Transaction() {
-  // An error of the disk may have ended it already.
+  // A disk error may have ended it already.
   sqlite3* const connection = database_.connection_.get();
   if (!is_open_ || sqlite3_get_autocommit(connection) != 0) return;
   sqlite3_exec(connection, "ROLLBACK", nullptr, nullptr, nullptr);

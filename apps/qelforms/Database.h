@@ -18,31 +18,31 @@ enum StoreError : std::uint32_t {
   store_failed = Error::component_base + 0x3001,
   not_a_database,     ///< another file, a damaged one, or a database of another program
   newer_version,      ///< written by a later version of this program
-  locked,             ///< another program is writing to it
-  write_protected,    ///< it can be read only
-  disk_full,          ///< nothing of what was to be written was kept
+  locked,             ///< another program is writing to the file
+  write_protected,    ///< the file can only be read
+  disk_full,          ///< nothing was kept of what was to be written
   no_such_record,     ///< no record has that number
-  changed_elsewhere,  ///< somebody else saved the record since it was loaded
+  changed_elsewhere,  ///< somebody else has saved the record since it was loaded
 };
 
-/// A connection to an SQLite database in a file. What a transaction has written is on the disk when
-/// it is committed, and a process that ends before leaves nothing of it.
+/// A connection to an SQLite database in a file. What a transaction writes is on the disk once it
+/// is committed; a process that ends before that leaves nothing of it.
 class Database {
  public:
-  /// `patience` is how long to wait for other programs that write.
+  /// `patience` is how long to wait while other programs write.
   Database(std::string path, bool creates, std::chrono::milliseconds patience);
 
   const std::string& path() const { return path_; }
   bool is_read_only() const;
   /// Runs statements that return nothing; `verb` is what an error says could not be done.
   void execute(const std::string& statements, const char* verb = "write");
-  /// How many rows the last statement has changed.
+  /// How many rows the last statement changed.
   std::int64_t changed_rows() const;
   std::int64_t last_inserted() const;
 
   [[noreturn]] void fail(StoreError number, const std::string& verb,
                          const std::string& cause) const;
-  /// Raises the error that the last call has left.
+  /// Raises the error that the last call left.
   [[noreturn]] void fail_after(const std::string& verb) const;
 
  private:
@@ -56,7 +56,7 @@ class Database {
   std::unique_ptr<sqlite3, Closer> connection_;
 };
 
-/// One statement with its values, which stand for the question marks in their order.
+/// One statement with the values of its question marks, in order.
 class Statement {
  public:
   template <class... Values>
@@ -65,7 +65,7 @@ class Statement {
     (bind(values), ...);
   }
 
-  /// Goes on to the next row; false when there is none.
+  /// Moves to the next row; false when there is none.
   bool step();
   /// Runs a statement that returns no rows.
   void run() {
@@ -92,8 +92,8 @@ class Statement {
   int bound_ = 0;
 };
 
-/// A transaction: all that is written while it lives is kept together when it is committed, and
-/// none of it otherwise. One within another belongs to the outer one.
+/// A transaction: everything that is written while it lives is kept when it is committed, and
+/// nothing otherwise. A transaction within another is part of the outer one.
 class Transaction {
  public:
   explicit Transaction(Database& database);

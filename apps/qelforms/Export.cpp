@@ -13,7 +13,7 @@ constexpr std::u16string_view line_code = u"/nl";
 void append_line(std::u16string& document, const std::u16string& markup) {
   if (markup.empty()) return;
   const std::u16string line = with_line_codes(markup);
-  // Behind the line code no character of the text can make text of the codes that close.
+  // After the line code, the last characters of the text cannot turn the closing codes into text.
   document.append(line).append(line_code).append(codes_to_close(line));
 }
 
@@ -29,14 +29,15 @@ std::u16string document_of(std::span<const Record> records) {
   return document;
 }
 
-std::string exported(std::span<const Record> records, ExportForm form,
+std::string exported(std::span<const Record> records, ExportFormat format,
                      const command::Tables& tables) {
   const std::u16string document = document_of(records);
-  if (form == ExportForm::qel) return to_utf8(document);
-  if (form == ExportForm::svg) return command::drawn(command::Picture(), tables, document);
+  if (format == ExportFormat::qel) return to_utf8(document);
+  if (format == ExportFormat::svg) return command::drawn(command::Picture(), tables, document);
   command::ConversionOptions options;
-  options.from = command::InputForm::qel;
-  options.to = form == ExportForm::rtf ? command::ResultForm::rtf : command::ResultForm::text;
+  options.from = command::InputFormat::qel;
+  options.to =
+      format == ExportFormat::rtf ? command::OutputFormat::rtf : command::OutputFormat::text;
   options.tables = tables;
   return command::convert(to_utf8(document), options);
 }

@@ -8,14 +8,14 @@
 
 namespace qel::forms {
 
-enum class ExportForm { qel, rtf, text, svg };
+enum class ExportFormat { qel, rtf, text, svg };
 
-/// The records as one piece of markup: titles and bodies on lines of their own, an empty line
-/// between records. No text's formats reach into the next.
+/// The records as one markup text: titles and bodies on lines of their own, with an empty line
+/// between records. The formats of a text do not affect the next.
 std::u16string document_of(std::span<const Record> records);
 
-/// The same as the bytes of a file.
-std::string exported(std::span<const Record> records, ExportForm form,
+/// The same as the content of a file.
+std::string exported(std::span<const Record> records, ExportFormat format,
                      const command::Tables& tables);
 
 }  // namespace qel::forms

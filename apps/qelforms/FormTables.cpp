@@ -28,17 +28,17 @@ void put_label_color(QELIndexColors& colors, std::int16_t index, Color color) {
   try {
     colors.put_LabelColor(index, color);
   } catch (const Error&) {
-    // Two labels of a record have one colour: the second keeps what it had.
+    // Two labels of the record have the same colour: the second keeps the colour that it had.
   }
 }
 
-/// The table's own reader takes colours of 16 bits only: those of the record are set behind it.
+/// The table's own reader takes only colours of 16 bits, so the colours are set afterwards.
 void read_colors_record(QELIndexColors& colors, std::u16string_view record) {
   colors.put_All(record);
   constexpr std::size_t field_count = 4;  // colours, label colours, label names, active label
   const auto fields = records::split(record, u"<Colors:Rec>", field_count);
   read_colors(fields[0], [&](std::int16_t i, Color color) { colors.put_Color(i, color); });
-  // No two labels may have one colour, not even on the way: those that are to go make room first.
+  // No two labels may ever have the same colour, so the old colours make room first.
   read_colors(fields[1], [&](std::int16_t i, Color) { put_label_color(colors, i, Color{i}); });
   read_colors(fields[1], [&](std::int16_t i, Color color) { put_label_color(colors, i, color); });
 }

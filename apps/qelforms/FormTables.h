@@ -5,9 +5,9 @@
 
 namespace qel::forms {
 
-/// The fonts and colours of a store's form; the presets where none were saved.
+/// The fonts and colours of the store's form, or the defaults if none were saved.
 command::Tables load_tables(const RecordStore& store);
-/// Saves them, as their record texts.
+/// Saves them as their record texts.
 void save_tables(RecordStore& store, const command::Tables& tables);
 
 }  // namespace qel::forms

@@ -9,7 +9,7 @@
 
 namespace qel::forms {
 
-/// A record form without any window, with controls of its own.
+/// A record form without a window, with controls of its own.
 class HeadlessForm {
  public:
   explicit HeadlessForm(

@@ -15,7 +15,7 @@ std::u16string visible_text(std::u16string_view markup) {
 
 std::u16string codes_to_close(std::u16string_view markup) {
   StyleDecoder decoder;
-  // A character at the end has the style that is left on, and completes no code.
+  // A character at the end has the style that is left on. This one cannot complete a code.
   decoder.put_QELText(std::u16string(markup).append(u"x"));
   return decoder.OffCodes(*decoder.SegmentStyle(decoder.get_SegmentCount()));
 }

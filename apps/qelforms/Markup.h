@@ -5,14 +5,14 @@
 
 namespace qel::forms {
 
-/// The text without codes, a blank in place of each line break.
+/// The text without codes, with a blank in place of each line break.
 std::u16string visible_text(std::u16string_view markup);
 
 /// The codes that switch off what the markup leaves on at its end.
 std::u16string codes_to_close(std::u16string_view markup);
 
-/// The markup with a line code in place of each line break, which a file or an editor has and
-/// markup has not.
+/// The markup with a line code in place of each line break: files and editors have line breaks,
+/// markup does not.
 std::u16string with_line_codes(std::u16string_view markup);
 
 }  // namespace qel::forms

@@ -23,7 +23,7 @@ void MarkupField::show(std::u16string_view markup) {
   is_showing_ = true;
   try {
     control_.put_TextQEL(with_line_codes(shown_));
-    // An emptied box goes on in the format of the text before.
+    // An emptied box would go on in the format of the text before.
     if (shown_.empty()) control_.SelPlain();
   } catch (...) {
     is_showing_ = false;

@@ -9,31 +9,32 @@
 
 namespace qel::forms {
 
-/// One text of a record in its control. A text that nobody touches comes back letter for letter,
-/// although a box cannot show all that markup says.
+/// One text of a record in its control. A text that nobody edits comes back letter for letter,
+/// although a box cannot show everything that markup says.
 class MarkupField : public ControlEvents {
  public:
-  /// Listens to the control, which has to outlive the field. `on_change` is called when the user
-  /// has changed the text.
+  /// Listens to the control, which has to outlive the field. `on_change` is called after each
+  /// change by the user.
   MarkupField(QELTextbox& control, std::function<void()> on_change);
   MarkupField(const MarkupField&) = delete;
   MarkupField& operator=(const MarkupField&) = delete;
   ~MarkupField() override { control_.listen(nullptr); }
 
-  /// The markup as it stands. Line breaks that were typed while codes are revealed are line codes.
+  /// The current markup. Line breaks that the user types while codes are revealed become line
+  /// codes.
   std::u16string markup() const;
-  /// Shows a text that the record does not have yet.
+  /// Shows a text that is not saved in the record yet.
   void put_markup(std::u16string_view markup);
-  /// Shows the record's text, with which later ones are compared.
+  /// Shows the record's saved text, with which later texts are compared.
   void show_saved(std::u16string_view markup);
-  /// What stands here is the record's text now.
+  /// Takes the current text as the record's saved text.
   void accept_saved();
-  /// Whether the text is another than the record's.
+  /// Whether the user has edited the text, or it differs from the record's saved text.
   bool is_changed() const { return touched_ || shown_ != saved_; }
 
-  /// Whether the control shows codes; the text survives the switch, what is selected does not.
+  /// Sets whether the control shows codes. The text survives the switch, the selection does not.
   void put_RevealCodes(bool value);
-  /// Shows the text anew, after `change` has changed the control's tables.
+  /// Shows the text again after `change` has changed the control's tables.
   void show_anew(const std::function<void(QELTextbox& control)>& change);
 
   void Change() override;

@@ -117,12 +117,12 @@ void RecordForm::put_RevealCodes(bool value) {
 void RecordForm::put_tables(const command::Tables& tables) {
   const auto take_over = [&tables](QELTextbox& control) {
     control.get_Fonts()->CopyFrom(tables.fonts);
-    // A new font of the control is given to all text: the text must have been read before.
+    // A new font applies to all text in the control, so the text must have been read before.
     control.put_FontName(tables.fonts.get_DefaultFont());
     control.put_FontSize(tables.fonts.get_FontSize());
     QELIndexColors& colors = *control.get_Colors();
     colors.CopyFrom(*tables.colors);
-    // Copying leaves the RTF form of the colours as it was; setting one of them renews it.
+    // Copying leaves the RTF colour table as it was; setting a colour rebuilds it.
     colors.put_DefaultColor(colors.get_DefaultColor());
   };
   title_.show_anew(take_over);

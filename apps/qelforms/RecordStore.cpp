@@ -13,7 +13,7 @@ namespace {
 
 constexpr std::int64_t application_id = 0x51454C46;
 
-/// Each brings a file from the version of its index to the next.
+/// Each step brings a file from the version that is its index to the next.
 constexpr std::array<const char*, 1> schema_steps = {R"(
   CREATE TABLE records(
     id INTEGER PRIMARY KEY AUTOINCREMENT,
@@ -71,7 +71,7 @@ bool RecordStore::is_empty() const {
 std::int64_t RecordStore::version() const {
   Statement id(database_, "PRAGMA application_id");
   if (!id.step() || id.integer(0) != application_id) {
-    database_.fail(not_a_database, "open", "it is no database of records");
+    database_.fail(not_a_database, "open", "it is not a database of records");
   }
   Statement query(database_, "PRAGMA user_version");
   return query.step() ? query.integer(0) : 0;
@@ -79,7 +79,7 @@ std::int64_t RecordStore::version() const {
 
 void RecordStore::bring_up_to_date() {
   Transaction transaction(database_);
-  // Another program may have done so meanwhile.
+  // Another program may have done this in the meantime.
   const std::int64_t found = is_empty() ? 0 : version();
   for (auto step = static_cast<std::size_t>(found); step < schema_steps.size(); ++step) {
     database_.execute(schema_steps[step]);
@@ -175,7 +175,7 @@ void RecordStore::remove(std::span<const std::int64_t> ids) {
 
 void RecordStore::keep_draft(Draft& draft) {
   const std::int64_t time = now();
-  // A null in place of the number asks for a new one.
+  // A null for the number asks for a new one.
   Statement(database_,
             "INSERT OR REPLACE INTO drafts(id, record, revision, title, body, kept)"
             " VALUES(nullif(?, 0), ?, ?, ?, ?, ?)",

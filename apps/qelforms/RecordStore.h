@@ -14,7 +14,7 @@ namespace qel::forms {
 
 /// A record of the form. Texts are markup; times are milliseconds since 1970, UTC.
 struct Record {
-  std::int64_t id = 0;  ///< 0 for one that was never saved; never used twice
+  std::int64_t id = 0;  ///< 0 for a record that was never saved; never reused
   std::u16string title;
   std::u16string body;
   std::int64_t created = 0;
@@ -25,7 +25,7 @@ struct Record {
 /// What a list shows of a record.
 struct Heading {
   std::int64_t id = 0;
-  std::u16string title;  ///< visible text, on one line
+  std::u16string title;  ///< the visible text, on one line
   std::int64_t changed = 0;
 };
 
@@ -33,68 +33,71 @@ struct Heading {
 struct Draft {
   enum class Basis {
     current,   ///< newer than the record
-    outdated,  ///< somebody saved the record since
+    outdated,  ///< somebody has saved the record since
     removed,   ///< the record is gone
   };
 
-  std::int64_t id = 0;         ///< 0 for one that was never kept
-  std::int64_t record_id = 0;  ///< 0 for a record that was never saved
-  std::int64_t revision = 0;   ///< of the record that the work began with
+  std::int64_t id = 0;         ///< 0 for a draft that was never kept
+  std::int64_t record_id = 0;  ///< 0 for work on a record that was never saved
+  std::int64_t revision = 0;   ///< of the record when the work began
   std::u16string title;
   std::u16string body;
-  std::int64_t kept = 0;         ///< when, as the times of a record
-  Basis basis = Basis::current;  ///< when it was read
+  std::int64_t kept = 0;         ///< when it was kept; a time as in `Record`
+  Basis basis = Basis::current;  ///< at the time when the draft was read
 };
 
-/// The records of a host form in a database file, with the drafts of unsaved work and the records
-/// of the form's tables. Several programs may use one file at a time.
+/// The records of a form in a database file, with drafts of unsaved work and the form's tables.
+/// Several programs may use one file at a time.
 ///
-/// Every change is a transaction: whatever interrupts it, the file holds what it held before or all
-/// of the change, and what a member has returned from stays. Errors are `Error`s with the numbers
-/// of `StoreError`; after one, nothing of the change was made.
+/// Every change is a transaction: whatever interrupts it, the file holds all of the change or
+/// nothing of it, and once a member has returned, its change is permanent. Errors are `Error`s with
+/// the numbers of `StoreError`; a change that raises one has not been made.
 class RecordStore {
  public:
   struct Options {
-    bool creates = false;                      ///< the file, where there is none
+    bool creates = false;                      ///< whether to create a missing file
     std::chrono::milliseconds patience{5000};  ///< how long to wait for other programs
-    std::int64_t most_pages = 0;  ///< of 4096 bytes, that the file may grow to; 0 for no limit
+    std::int64_t most_pages = 0;  ///< limit to the file's size, in pages of 4096 bytes; 0 for none
   };
 
   explicit RecordStore(std::string path) : RecordStore(std::move(path), Options()) {}
-  /// Brings a file of an earlier version up to date. One that cannot be written to can be read.
+  /// Opens the file, and brings one of an earlier version up to date. A write-protected file can be
+  /// read.
   RecordStore(std::string path, const Options& options);
 
   const std::string& path() const { return database_.path(); }
   bool is_read_only() const { return database_.is_read_only(); }
 
-  /// Does the work in one transaction.
+  /// Does all of the work in one transaction.
   void together(const std::function<void()>& work);
 
   // Records.
 
   /// All of them, the oldest first.
   std::vector<Heading> list() const;
-  /// Those whose visible title or body holds the text, whatever its case. All characters stand for
-  /// themselves; an empty text is in every record.
+  /// The records whose visible title or body contains the text, ignoring case. There are no
+  /// wildcards; an empty text is in every record.
   std::vector<Heading> find(std::u16string_view text) const;
   Record load(std::int64_t id) const;
-  /// Saves them together: adds those without a number and replaces the others, and brings numbers,
-  /// times and revisions up to date. Raises `changed_elsewhere` rather than undo the work of
+  /// Saves the records together: adds those without a number, replaces the others, and updates
+  /// numbers, times and revisions. Raises `changed_elsewhere` rather than overwrite the work of
   /// others.
   void save(std::span<Record> records);
   void save(Record& record) { save({&record, 1}); }
-  /// Removes them together, with their drafts.
+  /// Removes the records together, with their drafts.
   void remove(std::span<const std::int64_t> ids);
 
   // Drafts.
 
-  /// Keeps it under its number, a new one where it has none. Saving a record keeps its drafts.
+  /// Keeps the draft under its number, or under a new one if it has none. Saving a record does not
+  /// drop its drafts.
   void keep_draft(Draft& draft);
-  /// Those that were neither saved nor given up, the oldest first: after a crash, what to offer.
+  /// The drafts that were neither saved nor given up, the oldest first: what to offer after a
+  /// crash.
   std::vector<Draft> drafts() const;
   void drop_draft(std::int64_t id);
 
-  // The form's tables, as texts under a name; empty when there is none.
+  // The form's tables as texts by name; empty when there is none.
 
   std::u16string table(std::u16string_view name) const;
   void put_table(std::u16string_view name, std::u16string_view record);

@@ -40,10 +40,10 @@ constexpr const char* examples = R"(Examples:
 A text from a file is markup or RTF; its line breaks become line codes.
 Exit status: 0, 1 when something failed, 2 for arguments that do not fit.)";
 
-ExportForm form_named(const std::string& name) {
-  if (name == "rtf") return ExportForm::rtf;
-  if (name == "text") return ExportForm::text;
-  return name == "svg" ? ExportForm::svg : ExportForm::qel;
+ExportFormat format_named(const std::string& name) {
+  if (name == "rtf") return ExportFormat::rtf;
+  if (name == "text") return ExportFormat::text;
+  return name == "svg" ? ExportFormat::svg : ExportFormat::qel;
 }
 
 /// The markup of a file, without the line break at its end.
@@ -51,7 +51,7 @@ std::u16string read_markup(const std::string& path) {
   std::string bytes = command::read_file(path);
   if (command::is_rtf(bytes)) {
     command::ConversionOptions options;
-    options.from = command::InputForm::rtf;
+    options.from = command::InputFormat::rtf;
     bytes = command::convert(std::move(bytes), options);
   }
   std::u16string text = command::decode_text(std::move(bytes));
@@ -60,14 +60,14 @@ std::u16string read_markup(const std::string& path) {
   return with_line_codes(text);
 }
 
-/// A text given by an option, or by a file that another one names.
+/// A text that is given by an option, or by a file that another option names.
 class TextOption {
  public:
   TextOption() = default;
   TextOption(const TextOption&) = delete;
   TextOption& operator=(const TextOption&) = delete;
 
-  /// Adds the options to `app`, which refer to this object then.
+  /// Adds the options to `app`; they refer to this object.
   void add_to(CLI::App& app, const std::string& name, const std::string& meaning) {
     text_ = app.add_option("--" + name, given_, meaning)->type_name("TEXT");
     file_ =
@@ -89,7 +89,7 @@ class TextOption {
   CLI::Option* file_ = nullptr;
 };
 
-/// What the verbs share: their options and the work on the store.
+/// The verbs: their options, and their work on the store.
 class Verbs {
  public:
   explicit Verbs(CLI::App& app) : app_(app) {
@@ -103,7 +103,7 @@ class Verbs {
     add_ids(remove, "Numbers of records")->required();
   }
 
-  /// Adds the arguments of the window, which no verb is given for.
+  /// Adds the arguments that open the window, without a verb.
   void add_window() {
     app_.add_option("FILE", window_.database,
                     "Opens a window on this file of records; on the user's own\n"
@@ -127,11 +127,12 @@ class Verbs {
   }
 
  private:
-  /// A bare word that is no file yet is more likely meant as a verb than as the name of a new one.
+  /// A bare word that is not the name of a file is more likely a misspelt verb than the name of a
+  /// new file.
   static void refuse_misspelt_verb(const std::string& word) {
     if (word.empty() || word.find_first_of("./") != std::string::npos) return;
     if (std::filesystem::exists(word)) return;
-    throw UsageError("'" + word + "' is no command (see 'qelforms --help')");
+    throw UsageError("'" + word + "' is not a command (see 'qelforms --help')");
   }
 
   CLI::App& add(const std::string& name, const std::string& meaning, std::function<void()> work) {
@@ -147,9 +148,9 @@ class Verbs {
     return verb.add_option("ID", ids_, meaning)->type_name("");
   }
 
-  void add_form(CLI::App& verb, const std::vector<std::string>& names) {
-    verb.add_option("--as", form_, "Form to write: " + CLI::detail::join(names, ", "))
-        ->type_name("FORM")
+  void add_format(CLI::App& verb, const std::vector<std::string>& names) {
+    verb.add_option("--as", format_, "Format to write: " + CLI::detail::join(names, ", "))
+        ->type_name("FORMAT")
         ->check(CLI::IsMember(names).description({}));
   }
 
@@ -163,7 +164,7 @@ class Verbs {
   void add_show() {
     CLI::App& verb = add("show", "Print a record", [this] { write(open(), ids_); });
     add_ids(verb, "Number of the record")->required()->expected(1);
-    add_form(verb, {"qel", "text", "rtf"});
+    add_format(verb, {"qel", "text", "rtf"});
   }
 
   void add_export() {
@@ -172,7 +173,7 @@ class Verbs {
       write(store, ids_.empty() ? all_ids(store) : ids_);
     });
     add_ids(verb, "Numbers of records; all of them when none is named");
-    add_form(verb, {"rtf", "text", "svg", "qel"});
+    add_format(verb, {"rtf", "text", "svg", "qel"});
     verb.add_option("-o,--output", output_, "File to write instead of standard output")
         ->type_name("FILE");
   }
@@ -226,7 +227,7 @@ class Verbs {
     std::vector<Record> records;
     records.reserve(ids.size());
     for (const std::int64_t id : ids) records.push_back(store.load(id));
-    const std::string document = exported(records, form_named(form_), load_tables(store));
+    const std::string document = exported(records, format_named(format_), load_tables(store));
     command::OutputFile output(output_);
     output.write(document);
     output.finish();
@@ -238,7 +239,7 @@ class Verbs {
   std::string database_;
   std::vector<std::int64_t> ids_;
   std::string wanted_;
-  std::string form_ = "qel";
+  std::string format_ = "qel";
   std::string output_ = "-";
 };
 

@@ -11,8 +11,8 @@
 
 namespace qel::com {
 
-/// An object of the component that does what one of the library does. A derived class has one line
-/// for each member of its interface.
+/// An object of the component that passes calls on to an object of the library. A derived class has
+/// one line for each member of its interface.
 template <class Class, class Interface, class... More>
 class Members : public Automation<Interface, More...> {
  protected:
@@ -20,12 +20,12 @@ class Members : public Automation<Interface, More...> {
 
   virtual Class& object() const = 0;
 
-  /// Calls a member of the library's object, or a function, with what the arguments stand for.
+  /// Calls a member of the library's object, or a function, with the converted arguments.
   template <class Member, class... Arguments>
   HRESULT call(Member member, Arguments... arguments) const {
     return this->guard([&] { invoke(member, arguments...); });
   }
-  /// The same; the host gets what it returns.
+  /// The same; the host gets the result.
   template <class Result, class Member, class... Arguments>
   HRESULT answer(Result* result, Member member, Arguments... arguments) const {
     if (result == nullptr) return E_POINTER;
@@ -48,8 +48,8 @@ class Members : public Automation<Interface, More...> {
   }
 };
 
-/// The entry of an object that stands for one of the library on this thread. The same one of the
-/// library is the same one to the host as long as the host holds it.
+/// The registration of an adapter of a library object on this thread. As long as the host holds the
+/// adapter, it gets the same one for the same library object.
 template <class Class>
 class Known {
  public:
@@ -77,11 +77,11 @@ class Known {
   }
 
   const Class* object_;
-  // Shared, since a host may let an object go when its thread has ended.
+  // Shared, since a host may release an object after its thread has ended.
   std::shared_ptr<Map> map_;
 };
 
-/// What stands for an object of the library, and shares in it.
+/// Represents an object of the library to the host, and shares its ownership.
 template <class Class, class Interface>
 class Adapter : public Members<Class, Interface, OwnObject<Class>> {
  public:

@@ -6,7 +6,7 @@
 namespace qel::com {
 namespace {
 
-/// Bytes of a variable of that type; 0 for what is no number.
+/// The size of a variable of this type in bytes; 0 for a type that is not a number.
 std::size_t size_of_number(VARTYPE type) {
   switch (type) {
     case VT_I1:
@@ -33,12 +33,12 @@ std::size_t size_of_number(VARTYPE type) {
   }
 }
 
-/// Stores what a converted value holds in the variable of its type.
+/// Stores the content of a converted value in a variable of its type.
 void store_converted(VARIANT& value, void* variable) {
   if (value.vt == VT_BSTR) {
     std::swap(*static_cast<BSTR*>(variable), value.bstrVal);
   } else if (value.vt == VT_DECIMAL) {
-    // The type of the variant lies in bytes that a decimal does not use.
+    // The type of the variant lies in bytes that the decimal does not use.
     value.decVal.wReserved = 0;
     std::memcpy(variable, &value.decVal, sizeof value.decVal);
     value.vt = VT_DECIMAL;

@@ -14,11 +14,11 @@
 #include "qel/base/Error.h"
 #include "windows/Pointer.h"
 
-/// What the arguments of a member stand for in the library, and what its results are to the host.
+/// Converts the arguments of a member for the library, and its results for the host.
 namespace qel::com {
 
-/// How an object is asked for the one of the library that it stands for. The number is made anew
-/// by each module that is loaded: objects of another build answer to another one.
+/// The interface that gives the library object behind an adapter. Each loaded module makes an id of
+/// its own: objects of another build have another one.
 template <class Class>
 class OwnObject : public IUnknown {
  public:
@@ -33,8 +33,8 @@ class OwnObject : public IUnknown {
   virtual std::shared_ptr<Class> behind() const = 0;
 };
 
-/// The library's object that an object from the host stands for; null for nothing. Raises for an
-/// object of another class.
+/// The library object behind an object from the host; null for null. Raises for an object of
+/// another class.
 template <class Class>
 std::shared_ptr<Class> own_object(IUnknown* object) {
   if (object == nullptr) return nullptr;
@@ -45,7 +45,7 @@ std::shared_ptr<Class> own_object(IUnknown* object) {
   return Pointer<OwnObject<Class>>::adopted(own)->behind();
 }
 
-/// Whether an object from the host stands for one of that class.
+/// Whether an object from the host is an adapter of this class.
 template <class Class>
 bool stands_for(IUnknown* object) {
   void* own = nullptr;
@@ -55,7 +55,7 @@ bool stands_for(IUnknown* object) {
   return true;
 }
 
-/// An object argument: what takes a reference needs one, what takes a pointer may have none.
+/// An object argument: a parameter that is a reference needs one, a pointer may be null.
 template <class Class>
 class Given {
  public:
@@ -74,8 +74,8 @@ class Given {
   std::shared_ptr<Class> object_;
 };
 
-/// A 16-bit argument by reference, which hosts pass as a variable of any type: it is read as a
-/// number, and holds one afterwards if its type can.
+/// A 16-bit argument by reference, which hosts pass as a variable of any type. It is read as a
+/// number, and the new number is stored in it if its type allows that.
 class ByReference {
  public:
   explicit ByReference(VARIANT* variable);
@@ -102,7 +102,7 @@ requires std::is_arithmetic_v<Number> || std::is_enum_v<Number> Number given(Num
   return number;
 }
 
-/// What stands for the object towards the host, with a reference for the caller; null for nothing.
+/// The adapter of the object for the host, with a reference for the caller; null for null.
 template <class Class>
 typename Described<Class>::Interface* adapter_of(std::shared_ptr<Class> object);
 

@@ -13,7 +13,7 @@
 
 namespace qel::com {
 
-/// The number of an interface. Private ones say theirs by a function.
+/// The id of an interface. Private interfaces have a function for it.
 template <class Interface>
 const IID& interface_id() {
   if constexpr (requires { Interface::id(); }) {
@@ -23,9 +23,9 @@ const IID& interface_id() {
   }
 }
 
-/// What every object of the component is: counted, called by name through the type library, known
-/// by its class, and with errors that say more than a number. `Interface` is its dual interface,
-/// `More` are further ones.
+/// The base of every object of the component: reference counts, calls by name through the type
+/// library, information about its class, and errors with descriptions. `Interface` is the dual
+/// interface, `More` are further ones.
 template <class Interface, class... More>
 class Automation : public Interface,
                    public ISupportErrorInfo,
@@ -94,12 +94,12 @@ class Automation : public Interface,
 
   /// Interfaces beyond those of the bases.
   virtual void* extra_interface(const IID& /*id*/) { return nullptr; }
-  /// The interface that the object raises its events by.
+  /// The interface through which the object raises its events.
   virtual const IID& source_id() const { return GUID_NULL; }
 
   IUnknown* identity() { return static_cast<Interface*>(this); }
 
-  /// Runs what stands behind a member.
+  /// Runs the action of a member.
   template <class Action>
   HRESULT guard(Action&& action) const noexcept {
     return guarded(__uuidof(Interface), std::forward<Action>(action));

@@ -32,11 +32,11 @@ class WordObject;
 class cReplaceDataObject;
 class iStyleObject;
 
-/// Who may make objects of a class: a host, or only the component, which hands them out.
+/// Who may create objects of a class: hosts, or only the component, which hands them out.
 enum class Made { by_host, by_us };
 
-/// A class of the library, the dual interface and the object that stand for it towards a host, and
-/// its entry in the type library.
+/// A class of the library, the dual interface and the adapter that represent it to a host, and its
+/// entry in the type library.
 template <class LibraryClass, class DualInterface, class StandIn, class Coclass, Made made>
 struct Row {
   using Class = LibraryClass;
@@ -79,7 +79,7 @@ struct RowWith<Wanted, Table<First, Rest...>>
                              std::is_same_v<Wanted, typename First::Interface>,
                          std::type_identity<First>, RowWith<Wanted, Table<Rest...>>> {};
 
-/// The row of a class of the library, or of a dual interface; void where there is none.
+/// The row of a class of the library, or of a dual interface; void when there is none.
 template <class ClassOrInterface>
 using Described = typename RowWith<ClassOrInterface, Classes>::type;
 

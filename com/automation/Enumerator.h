@@ -14,7 +14,7 @@
 
 namespace qel::com {
 
-/// Walks a collection from its first item to its last, for a "For Each" of scripts.
+/// Walks a collection from the first item to the last, for the "For Each" of scripts.
 template <class Collection>
 class Enumerator final : public windows::ComObject<IEnumVARIANT> {
  public:

@@ -44,7 +44,7 @@ HRESULT report(const IID& interface_id, HRESULT result, const std::u16string& so
   return result;
 }
 
-/// What the component itself raises names the class that it was called in.
+/// Errors of the component itself are reported in the name of the class that was called.
 std::u16string source_of(const Error& error, const IID& interface_id) {
   std::u16string source = from_message(error.source());
   if (source == component) {

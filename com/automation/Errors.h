@@ -7,11 +7,11 @@
 
 namespace qel::com {
 
-/// Tells the host what the exception in flight says, and returns the failure for it. To be called
-/// where an exception was caught.
+/// Reports the current exception to the host, and returns the failure for it. Must be called in a
+/// handler of the exception.
 HRESULT report_exception(const IID& interface_id) noexcept;
 
-/// Numbers of errors that scripts know.
+/// Error numbers that scripts know.
 namespace errors {
 constexpr unsigned overflow = 6;
 constexpr unsigned type_mismatch = 13;
@@ -22,23 +22,23 @@ constexpr unsigned argument_needed = 449;
 constexpr unsigned wrong_argument_count = 450;
 }  // namespace errors
 
-/// The result that tells a host such a number; results themselves stay.
+/// The result that carries such a number; a number that is a result already is returned as it is.
 constexpr HRESULT result_of(std::uint32_t number) noexcept {
   constexpr std::uint32_t script_errors = 0x800A0000U;
   return static_cast<HRESULT>((number & 0x80000000U) != 0 ? number : script_errors | number);
 }
 
-/// What a call by name is refused for before it reaches the member.
+/// Why a call by name was refused before it reached the member.
 struct Refusal {
   HRESULT result;
   unsigned number;
   const char16_t* description;
 };
 
-/// The refusal that the result of a call by name stands for; null for other results.
+/// The refusal behind the result of a call by name; null for other results.
 const Refusal* refusal_of(HRESULT result) noexcept;
 
-/// Runs what stands behind a member of a component: no exception leaves it.
+/// Runs the action of a member of the component, and lets no exception out.
 template <class Action>
 HRESULT guarded(const IID& interface_id, Action&& action) noexcept {
   try {

@@ -11,7 +11,7 @@ namespace qel::com {
 namespace {
 
 HDC context_of(const HostObject& object) {
-  // A handle has 32 bits that count, in every kind of process, with a sign or without one.
+  // A handle has 32 significant bits in every kind of process, signed or unsigned.
   const auto handle = static_cast<std::int32_t>(in_type<std::int64_t>(object.get_value(u"hDC")));
   return reinterpret_cast<HDC>(static_cast<INT_PTR>(handle));
 }
@@ -42,7 +42,7 @@ class HostCanvas : public platform::Canvas {
   }
 
  private:
-  /// An object may have another device context each time it is asked.
+  /// An object may return another device context each time.
   windows::DeviceCanvas& device() const {
     const HDC context = context_of(object_);
     if (!device_ || context != context_) {

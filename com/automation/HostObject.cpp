@@ -11,7 +11,7 @@ namespace qel::com {
 
 namespace {
 
-/// What an object said of its failure.
+/// An object's description of its failure.
 class Exception {
  public:
   Exception() = default;

@@ -11,11 +11,11 @@
 
 namespace qel::com {
 
-/// A host's object, whose members are called by their names. All of it raises for a name that the
-/// object does not know, and for what the member itself refuses.
+/// A host's object, whose members are called by name. All calls raise for a name that the object
+/// does not know, and for errors of the member itself.
 class HostObject : public platform::Dispatch {
  public:
-  /// Raises for nothing.
+  /// Raises for null.
   explicit HostObject(IDispatch* object);
 
   Variant get(std::u16string_view name) const override;

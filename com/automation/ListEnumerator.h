@@ -13,7 +13,7 @@
 
 namespace qel::com {
 
-/// Walks a list that was made beforehand. `Copy` turns an item of the list into one for the caller.
+/// Walks a list that was made beforehand. `copy` turns an item of the list into one for the caller.
 template <class Enumeration, class Item, class Given, auto copy>
 class ListEnumerator final : public windows::ComObject<Enumeration> {
  public:

@@ -21,8 +21,8 @@ struct BeforeGuid {
   bool operator()(const GUID& a, const GUID& b) const { return std::memcmp(&a, &b, sizeof a) < 0; }
 };
 
-/// What was read of the library: it is the same for all objects, and many calls ask for it. What it
-/// hands out holds until it is cleared.
+/// Caches the library and its type information, which many calls on all objects need. The pointers
+/// are valid until the cache is cleared.
 class Cache {
  public:
   HRESULT library(ITypeLib** result) {
@@ -70,7 +70,7 @@ Cache& cache() {
   return cache_of_module;
 }
 
-/// Runs what may be short of memory.
+/// Runs an action that may run out of memory.
 template <class Action>
 HRESULT without_exceptions(Action&& action) noexcept {
   try {
@@ -89,7 +89,7 @@ std::u16string name_of(ITypeInfo& info, MEMBERID member) {
   return text;
 }
 
-/// "IQELText" is that of the class "QELText".
+/// "IQELText" belongs to the class "QELText".
 std::u16string class_name_of(ITypeInfo& info) {
   std::u16string name = name_of(info, MEMBERID_NIL);
   name.erase(0, 1);
@@ -101,8 +101,8 @@ std::u16string description_of(ITypeInfo& info, MEMBERID member, const Refusal& r
   return (name.empty() ? name : name + u": ") + refusal.description;
 }
 
-/// Tells what a call was refused for as an error of the class, since not all hosts have words for
-/// the results. They try the standard members, whose numbers are not positive, on any object: these
+/// Reports the refusal of a call as an error of the class, since not all hosts can explain the
+/// results. Hosts try the standard members, whose numbers are not positive, on any object: these
 /// are refused as usual.
 HRESULT explained(HRESULT result, ITypeInfo& info, const Call& call) {
   const Refusal* const refusal = refusal_of(result);
@@ -115,7 +115,7 @@ HRESULT explained(HRESULT result, ITypeInfo& info, const Call& call) {
   return DISP_E_EXCEPTION;
 }
 
-/// Scripts have no unsigned numbers. Those of colours and handles are 32 bits, whatever the sign.
+/// Scripts have no unsigned numbers. Colours and handles are 32 bits, whatever the sign.
 void drop_sign(VARIANT* value) {
   if (value != nullptr && (value->vt == VT_UI4 || value->vt == VT_UINT)) value->vt = VT_I4;
 }

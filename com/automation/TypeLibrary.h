@@ -10,16 +10,16 @@ namespace qel::com {
 /// The component's own type library, with a reference for the caller.
 HRESULT type_library(ITypeLib** library) noexcept;
 
-/// What the library says of an interface or a class, with a reference for the caller.
+/// The library's information about an interface or a class, with a reference for the caller.
 HRESULT type_info(const GUID& id, ITypeInfo** info) noexcept;
 
-/// The class that an interface of the library is that of; empty for other interfaces.
+/// The name of the class to which an interface of the library belongs; empty for other interfaces.
 std::u16string class_name_of(const IID& interface_id);
 
 HRESULT ids_of_names(const IID& interface_id, LPOLESTR* names, UINT count, DISPID* ids) noexcept;
 
-/// Lets go of the library; it is read anew when it is needed. To be called while nothing of the
-/// module is in use.
+/// Releases the library, which is loaded again when it is needed. Must be called while nothing of
+/// the module is in use.
 void forget_type_library() noexcept;
 
 /// A call by number, as `IDispatch::Invoke` gets it.
@@ -32,9 +32,9 @@ struct Call {
   UINT* wrong_argument;
 };
 
-/// Calls a member of the dual interface at which `object` points. A property without arguments may
-/// be called like a method and the other way round, since scripts differ in which they do. What is
-/// refused before it reaches the member is told like an error of the member.
+/// Calls a member of the dual interface that `object` points to. A property without arguments may
+/// be called as a method and the other way round, since scripts differ in that. A call that is
+/// refused before it reaches the member is reported like an error of the member.
 HRESULT invoke(const IID& interface_id, void* object, const Call& call) noexcept;
 
 }  // namespace qel::com

@@ -10,7 +10,7 @@
 namespace qel::com {
 namespace {
 
-/// Raises for what the system's own conversions answer.
+/// Raises an error for a failure of the system's own conversions.
 void require(HRESULT result) {
   if (SUCCEEDED(result)) return;
   if (result == E_OUTOFMEMORY) throw std::bad_alloc();

@@ -13,22 +13,22 @@
 #include "windows/Pointer.h"
 #include "windows/Text.h"
 
-/// Between the values of automation and the library's.
+/// Conversion between the values of automation and the library's.
 namespace qel::com {
 
 using windows::utf16;
 using windows::wide;
 
-/// The text of an automation string; null is the empty one. Holds as long as the string does.
+/// The text of an automation string, valid as long as the string; null is the empty text.
 inline std::u16string_view text_of(BSTR text) { return utf16(text, SysStringLen(text)); }
 
-/// A new automation string, which the caller owns. Raises where there is no memory for it.
+/// A new automation string, which the caller owns. Raises when memory has run out.
 BSTR new_bstr(std::u16string_view text);
 
-/// A message of an exception: it is in UTF-8.
+/// The message of an exception, which is in UTF-8.
 std::u16string from_message(std::string_view text);
 
-/// An automation variant that owns what it holds.
+/// An automation variant that owns its content.
 class Value {
  public:
   Value() : variant_() { VariantInit(&variant_); }
@@ -49,33 +49,33 @@ class Value {
   static Value of(double value);
   static Value of(std::u16string_view value);
   static Value of(IDispatch* object);
-  /// An array of strings from 0, as scripts can read it.
+  /// A zero-based array of strings that scripts can read.
   static Value of(const std::vector<std::u16string>& values);
 
   const VARIANT& get() const { return variant_; }
   VARTYPE type() const { return variant_.vt; }
-  /// Where a call leaves a value; nothing is held meanwhile.
+  /// Where a call may store a value; the old one is cleared first.
   VARIANT* put() {
     VariantClear(&variant_);
     return &variant_;
   }
-  /// Hands the value over to the caller.
+  /// Gives the value to the caller.
   VARIANT detach() noexcept {
     const VARIANT value = variant_;
     VariantInit(&variant_);
     return value;
   }
-  /// The same in another type. Raises where it has no such form, or it does not fit.
+  /// The same value in another type. Raises if it does not convert or does not fit.
   Value as(VARTYPE type) const;
   std::int16_t as_integer() const { return as(VT_I2).variant_.iVal; }
-  /// The object in it; nothing where it is no object.
+  /// The object in the value; null if it is not an object.
   Pointer<IDispatch> object() const;
 
  private:
   VARIANT variant_ = {};
 };
 
-/// What is in the value, in the type that a member of the library takes. Raises where it does not
+/// The content of the value in a type that members of the library take. Raises if it does not
 /// convert.
 template <class Type>
 Type in_type(const Value& value);
@@ -102,11 +102,11 @@ class KeptValue : public Object {
   Value value_;
 };
 
-/// What the library keeps of a host's value, and what a host gets of the library's.
+/// The library's value for a host's, and the host's for the library's.
 Variant kept(const VARIANT& value);
 Value value_of(const Variant& value);
 
-/// The value in one of the library's own types where it has a counterpart; raises for others.
+/// The value in the library's type that corresponds to its own; raises if there is none.
 Variant plain(const VARIANT& source);
 
 }  // namespace qel::com

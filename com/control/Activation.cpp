@@ -48,7 +48,7 @@ DWORD modifiers_held() {
   return static_cast<DWORD>(held(VK_SHIFT, shift) | held(VK_CONTROL, ctrl) | held(VK_MENU, alt));
 }
 
-/// Keys that lead out of the box: the host moves the focus, or presses a button of its own.
+/// Whether the key leads out of the box: the host moves the focus, or presses a button of its own.
 bool leads_out(const MSG& message, bool is_multiline) {
   const bool has_ctrl = GetKeyState(VK_CONTROL) < 0;
   switch (message.wParam) {
@@ -65,7 +65,7 @@ bool leads_out(const MSG& message, bool is_multiline) {
 
 }  // namespace
 
-/// The box takes its keys before the host can take them for shortcuts of its own.
+/// Gives the box its keys before the host can use them as shortcuts of its own.
 HRESULT Active::TranslateAccelerator(LPMSG message) {
   if (message == nullptr) return E_POINTER;
   const bool is_key = message->message == WM_KEYDOWN || message->message == WM_SYSKEYDOWN;

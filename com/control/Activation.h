@@ -23,7 +23,7 @@ class InPlace final : public Part<IOleInPlaceObject> {
   HostedControl& control_;
 };
 
-/// The control while it is the one that the user works in.
+/// The control while the user works in it.
 class Active final : public Part<IOleInPlaceActiveObject> {
  public:
   Active(IUnknown& whole, HostedControl& control) : Part(whole), control_(control) {}
@@ -40,7 +40,7 @@ class Active final : public Part<IOleInPlaceActiveObject> {
   HostedControl& control_;
 };
 
-/// What the host asks of a control only.
+/// What a host asks only of controls.
 class Steering final : public Part<IOleControl> {
  public:
   Steering(IUnknown& whole, HostedControl& control) : Part(whole), control_(control) {}

@@ -7,7 +7,7 @@
 
 namespace qel::com {
 
-/// Where a host connects its sinks to the control: for its events, and for notices of properties.
+/// Where a host connects its sinks to the control: for events and for changes of properties.
 class ConnectionContainer final : public Part<IConnectionPointContainer> {
  public:
   explicit ConnectionContainer(IUnknown& whole);

@@ -23,7 +23,8 @@ using Enumerator = ListEnumerator<IEnumConnections, Connection, CONNECTDATA, for
 
 }  // namespace
 
-/// A connection point is an object of its own, which only shares its count with the whole.
+/// A connection point is an object of its own, which shares only its reference count with the
+/// whole.
 HRESULT Connections::QueryInterface(REFIID id, void** result) {
   if (result == nullptr) return E_POINTER;
   const bool is_known = id == IID_IUnknown || id == IID_IConnectionPoint;
@@ -51,7 +52,7 @@ HRESULT Connections::Advise(IUnknown* sink, DWORD* cookie) {
   Pointer<IUnknown> connected;
   if (FAILED(sink->QueryInterface(id_, reinterpret_cast<void**>(connected.put())))) {
     connected = Pointer<IUnknown>();
-    // What is called by number through IDispatch need not say which interface it means.
+    // A sink that is called by number through IDispatch need not know the interface.
     if (id_ != IID_IPropertyNotifySink) {
       sink->QueryInterface(IID_IDispatch, reinterpret_cast<void**>(connected.put()));
     }
@@ -66,7 +67,7 @@ HRESULT Connections::Advise(IUnknown* sink, DWORD* cookie) {
 HRESULT Connections::Unadvise(DWORD cookie) {
   const auto place = sinks_.find(cookie);
   if (place == sinks_.end()) return CONNECT_E_NOCONNECTION;
-  // The sink may come back here when it is let go.
+  // Releasing the sink may lead back here.
   const Pointer<IUnknown> sink = std::move(place->second);
   sinks_.erase(place);
   return S_OK;

@@ -9,10 +9,10 @@
 
 namespace qel::com {
 
-/// The sinks that are connected to an object by one interface. Its life is the object's.
+/// The sinks that are connected to an object through one interface. It lives as long as the object.
 class Connections final : public Part<IConnectionPoint> {
  public:
-  /// `id` is the interface by which the sinks are called; a sink without it may be called by name.
+  /// `id` is the interface of the sinks; a sink without it may be called by name.
   Connections(IUnknown& whole, IConnectionPointContainer& container, const IID& id)
       : Part(whole), container_(container), id_(id) {}
 
@@ -26,8 +26,8 @@ class Connections final : public Part<IConnectionPoint> {
 
   const IID& id() const { return id_; }
   bool is_empty() const { return sinks_.empty(); }
-  /// Calls each sink in the order in which they came: those that are connected now, and still are
-  /// when it is their turn.
+  /// Calls the sinks in the order in which they were connected: those that are connected now and
+  /// still are when their turn comes.
   template <class Act>
   void each(Act act) const {
     const auto connected = sinks_;

@@ -15,7 +15,7 @@ constexpr const wchar_t* class_name = L"QELTextboxControl";
 
 }  // namespace
 
-/// Fails while it is registered already, which is as good.
+/// Fails if the class is registered already, which is just as good.
 void ControlWindow::register_class() {
   WNDCLASSEXW description = {};
   description.cbSize = sizeof description;
@@ -44,7 +44,8 @@ ControlWindow::~ControlWindow() {
   if (window_ == nullptr) return;
   silence();
   DestroyWindow(window_);
-  // Fails while another one is there. A library's classes must not stay when it is unloaded.
+  // Fails while there is another window. The class must not stay registered when the library is
+  // unloaded.
   UnregisterClassW(class_name, windows::module_handle());
 }
 
@@ -101,7 +102,7 @@ LRESULT ControlWindow::handle(UINT message, WPARAM w, LPARAM l) {
       client_.on_posted();
       return 0;
     case WM_DESTROY: {
-      // Not by us: what lies on it has to be saved onto another one.
+      // Destroyed by others: the boxes on it have to move to another window.
       silence();
       create();
       for (int i = 0; i < posted_; ++i) PostMessageW(window_, posted_message, 0, 0);

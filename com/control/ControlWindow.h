@@ -4,40 +4,40 @@
 
 namespace qel::com {
 
-/// What a control does with what happens to its window.
+/// Receives what happens to the window of a control.
 class WindowClient {
  public:
   virtual ~WindowClient() = default;
   virtual void on_paint(HDC context) = 0;
-  /// The window has the focus, or a box on it gets or loses it.
+  /// The window has got the focus, or a box on it has got or lost it.
   virtual void on_focus() = 0;
   virtual void on_box_focus(bool gained) = 0;
-  /// The colours, fonts or styles of the system are others.
+  /// The colours, fonts or styles of the system have changed.
   virtual void on_system_change() = 0;
-  /// The window goes because the one on which it lies does.
+  /// The window is destroyed with its parent.
   virtual void on_destroy() = 0;
-  /// What was asked for by `post`; it may end the window.
+  /// The call that `post` asked for; it may destroy the window.
   virtual void on_posted() = 0;
 };
 
-/// The window of a control, on which its boxes lie. As long as the host shows it nowhere, it lies
-/// on none and cannot be seen.
+/// The window of a control and the parent of its boxes. As long as the host does not show it, it
+/// has no visible parent and cannot be seen.
 class ControlWindow {
  public:
-  /// Raises where the system has no window left. The client has to outlive this.
+  /// Raises if the system has no window left. The client has to outlive this object.
   explicit ControlWindow(WindowClient& client);
   ControlWindow(const ControlWindow&) = delete;
   ControlWindow& operator=(const ControlWindow&) = delete;
   ~ControlWindow();
 
   HWND handle() const { return window_; }
-  /// Moves it onto another window; null takes it off.
+  /// Moves it to another parent; null hides it.
   void put_parent(HWND parent);
-  /// Its context is the same as long as the window is.
+  /// The device context, which stays the same as long as the window.
   HDC context() const { return context_; }
-  /// Tells the client nothing any more.
+  /// Tells the client nothing from now on.
   void silence() { SetWindowLongPtrW(window_, GWLP_USERDATA, 0); }
-  /// Has the client called later, when what runs now is over.
+  /// Calls the client later, when the current calls have returned.
   void post();
 
  private:

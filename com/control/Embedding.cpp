@@ -80,7 +80,7 @@ HRESULT Embedding::act(LONG verb) {
 
 namespace {
 
-/// What is registered, for hosts that found the component by other means.
+/// The same verbs as registered, for hosts that did not find the component in the registry.
 constexpr OLEVERB own_verbs[] = {
     {OLEIVERB_PRIMARY, const_cast<LPOLESTR>(L"&Edit"), 0, OLEVERBATTRIB_ONCONTAINERMENU},
     {Embedding::edit_verb, const_cast<LPOLESTR>(L"&Large Editor..."), 0,

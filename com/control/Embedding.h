@@ -11,9 +11,9 @@ namespace qel::com {
 /// The control as an embedded object: its site, its size, its verbs.
 class Embedding final : public Part<IOleObject> {
  public:
-  /// The verb that opens the large editor; 0 and the system's own ones activate the control.
+  /// The verb that opens the large editor; 0 and the system's own verbs activate the control.
   static constexpr LONG edit_verb = 1;
-  /// How the control behaves in a host, as it is also registered.
+  /// How the control behaves in a host; the registry says the same.
   static constexpr DWORD behaviour = OLEMISC_RECOMPOSEONRESIZE | OLEMISC_CANTLINKINSIDE |
                                      OLEMISC_INSIDEOUT | OLEMISC_ACTIVATEWHENVISIBLE |
                                      OLEMISC_SETCLIENTSITEFIRST;

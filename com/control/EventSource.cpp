@@ -12,7 +12,7 @@
 namespace qel::com {
 namespace {
 
-// The numbers of the events interface that are not the system's own.
+// The members of the events interface whose numbers are not the system's own.
 enum Event : DISPID {
   change = 1,
   start_drag = 2,
@@ -55,7 +55,7 @@ VARIANT argument(std::reference_wrapper<LONG> value) {
   variant.plVal = &value.get();
   return variant;
 }
-/// Of an argument that is a Boolean of automation, not a 16-bit number.
+/// An argument that is an automation Boolean, not a 16-bit number.
 struct Boolean {
   VARIANT_BOOL value;
 };
@@ -65,7 +65,7 @@ VARIANT argument(std::reference_wrapper<Boolean> boolean) {
   return variant;
 }
 
-/// A 32-bit argument by reference, which the host knows by another type of the same width.
+/// A 32-bit argument by reference, for which the host has another type of the same width.
 class LongReference {
  public:
   explicit LongReference(std::int32_t& value) : value_(value), shown_(value) {}
@@ -79,7 +79,7 @@ class LongReference {
   LONG shown_;
 };
 
-/// Dragged data as the host sees it. The host may keep the object: what it does to it later has no
+/// Dragged data as the host sees it. The host may keep the object: later changes to it have no
 /// effect on the drag.
 class SharedData {
  public:
@@ -111,7 +111,7 @@ void EventSource::raise(DISPID event, Arguments&&... arguments) {
   ((list[--place] = argument(arguments)), ...);
   DISPPARAMS parameters = {list.data(), nullptr, sizeof...(Arguments), 0};
   connections_.each([&](IUnknown& sink) {
-    // The interface of the events is IDispatch under a number of its own.
+    // The interface of the events is IDispatch with an id of its own.
     Value result;
     static_cast<IDispatch&>(sink).Invoke(event, IID_NULL, LOCALE_USER_DEFAULT, DISPATCH_METHOD,
                                          &parameters, result.put(), nullptr, nullptr);

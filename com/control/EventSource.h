@@ -11,12 +11,12 @@
 
 namespace qel::com {
 
-/// Hands the control's events on to the sinks of a host. Arguments by reference come back as the
-/// sinks leave them, each sink seeing what the one before it left.
+/// Passes the control's events on to the sinks of a host. Arguments by reference return as the
+/// sinks leave them; each sink sees what the one before it left.
 class EventSource : public ControlEvents {
  public:
-  /// `whole` is the object that the sinks belong to; `release_later` lets go of a reference to it
-  /// when what runs now is over. A sink may let go of the last one of a host's.
+  /// `whole` is the object to which the sinks belong; `release_later` releases a reference to it
+  /// when the current calls have returned. A sink may release the host's last reference.
   EventSource(IUnknown& whole, Connections& connections, std::function<void()> release_later,
               std::function<void()> on_change)
       : whole_(whole),
@@ -24,11 +24,11 @@ class EventSource : public ControlEvents {
         release_later_(std::move(release_later)),
         on_change_(std::move(on_change)) {}
 
-  /// While it is frozen, events are lost: the host does not take any. What freezes it several times
-  /// has to thaw it as often.
+  /// While frozen, events are lost: the host does not accept any. A host that freezes several times
+  /// has to thaw as often.
   void freeze(bool frozen) { frozen_ = frozen ? frozen_ + 1 : std::max(frozen_ - 1, 0); }
 
-  /// Whoever is bound to the text is told by `on_change` before the sinks are.
+  /// Calls `on_change`, which notifies fields bound to the text, before the sinks.
   void Change() override;
   void Click() override;
   void DblClick() override;

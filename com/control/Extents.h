@@ -4,7 +4,7 @@
 
 namespace qel::com {
 
-/// Between hundredths of a millimetre, in which hosts keep sizes, and pixels of the screen.
+/// Conversion between hundredths of a millimetre, in which hosts keep sizes, and screen pixels.
 SIZE in_pixels(SIZEL himetric);
 SIZEL in_himetric(SIZE pixels);
 

@@ -6,8 +6,9 @@
 
 namespace qel::com {
 
-/// Keeps an object while its host is called, and until what called the host is over: a host may let
-/// go of the last reference meanwhile. `release_later` lets go of one when nothing runs any more.
+/// Keeps an object alive while its host is called, and until the caller has returned: the host may
+/// release the last reference meanwhile. `release_later` releases a reference when no call is
+/// running any more.
 class Hold {
  public:
   Hold(IUnknown& whole, const std::function<void()>& release_later)

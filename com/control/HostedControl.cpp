@@ -15,7 +15,7 @@
 namespace qel::com {
 namespace {
 
-// What a control takes that no host has given a place.
+// The size of a control until a host gives it a place.
 constexpr SIZEL first_extent = {4233, 635};
 
 COLORREF shown(Color color) {
@@ -92,7 +92,7 @@ void HostedControl::notify(DISPID property) {
       [&](IUnknown& sink) { static_cast<IPropertyNotifySink&>(sink).OnChanged(property); });
 }
 
-/// Whatever changes the text changes both properties that say it.
+/// A change of the text is a change of both properties that hold it.
 void HostedControl::on_text_change() {
   is_dirty_ = true;
   notify(DISPID_TEXT);
@@ -107,11 +107,11 @@ void HostedControl::property_changed(std::u16string_view name) {
   std::u16string wanted(name);
   auto* text = const_cast<LPOLESTR>(wide(wanted));
   DISPID property = DISPID_UNKNOWN;
-  // What a bag keeps without being a property has no number to tell.
+  // A name that the bag keeps but is not a property has no number to report.
   if (SUCCEEDED(ids_of_names(__uuidof(IQELTextbox), &text, 1, &property))) notify(property);
 }
 
-/// Hosts keep what they know of the control's use of Enter.
+/// Tells the host to ask again, since hosts remember whether the control uses Enter.
 void HostedControl::tell_keys_changed() const {
   const Pointer<IOleControlSite> site = client_site_.as<IOleControlSite>();
   if (site) site->OnControlInfoChanged();
@@ -151,7 +151,7 @@ void HostedControl::put_place(const RECT& place, const RECT& clip) {
   InvalidateRect(handle(), nullptr, TRUE);
 }
 
-/// The host decides about the place of a control that lies in it.
+/// The host decides the place of a control that is active in it.
 void HostedControl::put_extent(platform::ControlExtent extent) {
   const SIZE size = {std::max(extent.width, 0), std::max(extent.height, 0)};
   natural_extent_ = in_himetric(size);
@@ -228,7 +228,7 @@ void HostedControl::on_paint(HDC context) {
 
 void HostedControl::draw(HDC context, const RECT& bounds) {
   if (GetDeviceCaps(context, TECHNOLOGY) == DT_METAFILE) return draw_picture(context, bounds);
-  // The bounds are in the host's units: what is drawn in pixels is laid over them.
+  // The bounds are in the host's units: the pixels of the drawing are scaled to them.
   RECT place = bounds;
   LPtoDP(context, reinterpret_cast<POINT*>(&place), 2);
   const platform::ControlExtent pixels = extent();
@@ -245,7 +245,7 @@ void HostedControl::draw(HDC context, const RECT& bounds) {
 void HostedControl::draw_pixels(HDC context) {
   SetWindowOrgEx(context, 0, 0, nullptr);
   on_paint(context);
-  // Not the large editor's, which may be the one that is edited.
+  // Not the large editor's box, which may be the current one.
   const auto& shown = textbox_->boxes()[textbox_->get_Multiline() ? 1 : 0];
   const HWND box = static_cast<const windows::RichEdit&>(*shown).window();
   POINT place = {0, 0};
@@ -254,7 +254,7 @@ void HostedControl::draw_pixels(HDC context) {
   SendMessageW(box, WM_PRINTCLIENT, reinterpret_cast<WPARAM>(context), PRF_CLIENT | PRF_ERASEBKGND);
 }
 
-/// Metafiles of old know neither pixels nor where they lie on a device.
+/// Old metafiles have neither pixels nor a position on a device.
 void HostedControl::draw_picture(HDC context, const RECT& bounds) {
   const platform::ControlExtent pixels = extent();
   const HDC screen = GetDC(nullptr);
@@ -289,7 +289,7 @@ HRESULT HostedControl::enter_place() {
   return done;
 }
 
-/// The host may take its site or its window back whenever it is called.
+/// The host may take back its site or its window during any of these calls.
 HRESULT HostedControl::lie_on(const Pointer<IOleInPlaceSite>& place) {
   HWND parent = nullptr;
   RECT position = {};
@@ -314,7 +314,7 @@ HRESULT HostedControl::lie_on(const Pointer<IOleInPlaceSite>& place) {
   return S_OK;
 }
 
-/// Boxes have windows of their own as long as they can be seen.
+/// Puts the boxes on a window, or on none (null) while they cannot be seen.
 void HostedControl::put_boxes_on(HWND window) {
   for (const auto& box : textbox_->boxes()) {
     static_cast<windows::RichEdit&>(*box).put_owner(window);
@@ -343,7 +343,7 @@ HRESULT HostedControl::activate_ui() {
     const Pointer<IOleInPlaceActiveObject> active =
         Pointer<IUnknown>(&whole_).as<IOleInPlaceActiveObject>();
     if (is_ui_active_) show_active(active.get());
-    // Meanwhile the host may have called another one.
+    // The host may have activated another control meanwhile.
     if (!is_ui_active_) return FAILED(done) ? done : E_FAIL;
   }
   const HWND focused = GetFocus();
@@ -351,7 +351,7 @@ HRESULT HostedControl::activate_ui() {
   return S_OK;
 }
 
-/// None (null) when another one may take the keys.
+/// Null when another object may take the keys.
 void HostedControl::show_active(IOleInPlaceActiveObject* active) {
   const auto windows = host_windows_;
   for (const Pointer<IOleInPlaceUIWindow>& window : windows) {
@@ -372,7 +372,7 @@ void HostedControl::deactivate() {
   deactivate_ui();
   const Pointer<IOleInPlaceSite> place = std::exchange(place_, {});
   if (!place) return;
-  // With its boxes, lest the focus goes from one to the other.
+  // Together with its boxes, so that the focus does not move from one to the other.
   window_.put_parent(nullptr);
   put_boxes_on(nullptr);
   host_windows_.clear();
@@ -394,7 +394,7 @@ void HostedControl::on_box_focus(bool gained) {
   if (site) site->OnFocus(gained ? TRUE : FALSE);
 }
 
-/// The window is another one now, which begins as all do.
+/// There is a new window now, which has to be set up again.
 void HostedControl::on_destroy() {
   put_boxes_on(nullptr);
   SelectObject(window_.context(), test_font_handle_);

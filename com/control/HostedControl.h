@@ -16,11 +16,11 @@
 
 namespace qel::com {
 
-/// A text box in a host: its place there, its window, and what the host is told. The parts of the
-/// component that hosts talk to (`Embedding`, `Activation`, ...) work on this.
+/// A text box in a host: its place there, its window, and its notices to the host. The parts of the
+/// component that hosts call (`Embedding`, `Active`, ...) work on this.
 class HostedControl final : public platform::ControlSite, private WindowClient {
  public:
-  /// `whole` is the object that hosts hold; this is a member of it.
+  /// `whole` is the object that hosts hold, of which this is a member.
   HostedControl(IUnknown& whole, ConnectionContainer& connections);
   HostedControl(const HostedControl&) = delete;
   HostedControl& operator=(const HostedControl&) = delete;
@@ -32,7 +32,7 @@ class HostedControl final : public platform::ControlSite, private WindowClient {
   // The host.
   IOleClientSite* client_site() const { return client_site_.get(); }
   void put_client_site(IOleClientSite* site);
-  /// Its ambient property of that number; empty where it has none such.
+  /// The site's ambient property with this number; empty if it has none.
   Value ambient(DISPID property) const;
   void on_ambient_change(DISPID property);
   void freeze_events(bool frozen) { events_.freeze(frozen); }
@@ -47,14 +47,14 @@ class HostedControl final : public platform::ControlSite, private WindowClient {
   SIZEL natural_extent() const { return natural_extent_; }
   /// In hundredths of a millimetre.
   void put_natural_extent(SIZEL extent);
-  /// In pixels, on the window in which it lies.
+  /// In pixels of the parent window.
   void put_place(const RECT& place, const RECT& clip);
   void put_view_sink(DWORD aspects, DWORD flags, IAdviseSink* sink);
   void view_sink(DWORD* aspects, DWORD* flags, IAdviseSink** sink) const;
-  /// Draws it where `bounds` are, in units of the context.
+  /// Draws the control within `bounds`, which are in units of the context.
   void draw(HDC context, const RECT& bounds);
 
-  /// The font that is selected in the control's device context, for whoever measures with it.
+  /// The font that is selected in the control's device context, to measure with.
   const std::u16string& test_font() const { return test_font_; }
   /// Raises for a name that no font can have.
   void put_test_font(std::u16string_view name);
@@ -107,7 +107,7 @@ class HostedControl final : public platform::ControlSite, private WindowClient {
   EventSource events_;
   Pointer<IOleClientSite> client_site_;
   Pointer<IOleInPlaceSite> place_;  // while the control is active in place
-  // Windows of the host that ask the active control for its keys.
+  // Windows of the host that offer their keys to the active control.
   std::vector<Pointer<IOleInPlaceUIWindow>> host_windows_;
   Pointer<IAdviseSink> view_sink_;
   DWORD view_aspects_ = 0;

@@ -4,8 +4,8 @@
 
 namespace qel::com {
 
-/// A part of an object that has interfaces of its own. It is one with the object: it shares its
-/// count and its identity, and has to be a member of it.
+/// A part of an object, with interfaces of its own. It shares the reference count and the identity
+/// of the object, and has to be a member of it.
 template <class... Interfaces>
 class Part : public Interfaces... {
  public:

@@ -17,7 +17,7 @@
 
 namespace qel::com {
 
-/// The text box as a control for forms, and as an object that scripts create without one.
+/// The text box as a control on forms, and as an object that scripts create without a form.
 class QELTextboxObject final : public Members<QELTextbox, IQELTextbox> {
   using Textbox = QELTextbox;
 
@@ -376,10 +376,10 @@ class QELTextboxObject final : public Members<QELTextbox, IQELTextbox> {
   QELTextbox& object() const override { return control_.textbox(); }
 
  private:
-  /// Of a handle, 32 bits count in every kind of process.
+  /// A handle has 32 significant bits in every kind of process.
   static OLE_HANDLE handle_of(std::uintptr_t handle) { return static_cast<OLE_HANDLE>(handle); }
 
-  /// A host may forbid that a property to which it has bound a field changes.
+  /// A host may forbid changes to a property to which it has bound a field.
   template <class Member>
   HRESULT put_bound(DISPID property, Member member, BSTR value) {
     return control_.may_change(property) ? call(member, value) : CTL_E_PERMISSIONDENIED;

@@ -16,7 +16,7 @@ namespace {
 
 struct StreamHead {
   std::array<char, 4> mark;
-  std::uint32_t size;  // of the text behind it, in bytes
+  std::uint32_t size;  // of the text that follows, in bytes
 };
 constexpr std::array<char, 4> stream_mark = {'Q', 'E', 'L', 'T'};
 
@@ -25,7 +25,7 @@ constexpr std::array<char, 4> stream_mark = {'Q', 'E', 'L', 'T'};
               "the stream does not hold a text box");
 }
 
-/// Streams may give less than they are asked for.
+/// Streams may return less than they are asked for.
 void read(IStream& stream, void* target, std::size_t size) {
   auto* place = static_cast<char*>(target);
   while (size > 0) {
@@ -38,7 +38,7 @@ void read(IStream& stream, void* target, std::size_t size) {
   }
 }
 
-/// Grows as the text comes in: the size that a stream states is not to be trusted.
+/// Grows the text as it comes in: the size that a stream states cannot be trusted.
 std::u16string read_text(IStream& stream) {
   StreamHead head = {};
   read(stream, &head, sizeof head);
@@ -70,7 +70,8 @@ class HostBag : public platform::PropertyBag {
 
   Variant read(std::u16string_view name, const Variant& preset) const override {
     const std::u16string wanted(name);
-    // Hosts that keep text convert to the type that they find. Not all free what they find.
+    // Hosts that keep text convert it to the type that they find here. Not all of them free what
+    // they find.
     VARIANT found = {};
     found.vt = value_of(preset).type();
     const HRESULT result = bag_.Read(wide(wanted), &found, nullptr);

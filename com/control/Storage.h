@@ -25,7 +25,7 @@ class StreamStorage final : public Part<IPersistStreamInit> {
   HostedControl& control_;
 };
 
-/// Keeps them in a property bag of the host.
+/// Keeps the control's properties in a property bag of the host.
 class BagStorage final : public Part<IPersistPropertyBag> {
  public:
   BagStorage(IUnknown& whole, HostedControl& control) : Part(whole), control_(control) {}

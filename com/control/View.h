@@ -7,7 +7,7 @@
 
 namespace qel::com {
 
-/// Draws the control where the host wants it: on paper, or while it is not active.
+/// Draws the control wherever the host wants it: on paper, or while it is not active.
 class View final : public Part<IViewObject2> {
  public:
   View(IUnknown& whole, HostedControl& control) : Part(whole), control_(control) {}

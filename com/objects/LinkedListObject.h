@@ -5,7 +5,7 @@
 
 namespace qel::com {
 
-/// Stands for a list towards a host.
+/// Represents a list to a host.
 class LinkedListObject final : public Adapter<LinkedList, ILinkedList> {
  public:
   using Adapter::Adapter;

@@ -5,7 +5,7 @@
 
 namespace qel::com {
 
-/// Stands for a table of colours towards a host.
+/// Represents a table of colours to a host.
 class QELIndexColorsObject final : public Adapter<QELIndexColors, IQELIndexColors> {
  public:
   using Adapter::Adapter;

@@ -6,7 +6,7 @@
 
 namespace qel::com {
 
-/// Stands for a table of fonts towards a host.
+/// Represents a table of fonts to a host.
 class QELIndexFontsObject final : public Adapter<QELIndexFonts, IQELIndexFonts> {
  public:
   using Adapter::Adapter;
@@ -14,7 +14,7 @@ class QELIndexFontsObject final : public Adapter<QELIndexFonts, IQELIndexFonts> 
   STDMETHODIMP FontIndexGivenFontName(BSTR Name, SHORT* Result) override {
     return answer(Result, &QELIndexFonts::FontIndexGivenFontName, Name);
   }
-  /// Without a surface fonts are tried out on that of the thread's control.
+  /// Without a surface, fonts are tried out on that of the thread's control.
   STDMETHODIMP FontTable(IDispatch* Surface, BSTR* Result) override {
     return answer(Result, [&] { return object().FontTable(surface_on(Surface).get()); });
   }

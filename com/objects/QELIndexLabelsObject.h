@@ -5,7 +5,7 @@
 
 namespace qel::com {
 
-/// Stands for a table of labels towards a host.
+/// Represents a table of labels to a host.
 class QELIndexLabelsObject final : public Adapter<QELIndexLabels, IQELIndexLabels> {
  public:
   using Adapter::Adapter;

@@ -6,7 +6,7 @@
 
 namespace qel::com {
 
-/// Stands for a text object towards a host.
+/// Represents a text object to a host.
 class QELTextObject final : public Adapter<QELText, IQELText> {
  public:
   using Adapter::Adapter;

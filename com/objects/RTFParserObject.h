@@ -8,7 +8,7 @@
 
 namespace qel::com {
 
-/// Stands for a parser towards a host.
+/// Represents a parser to a host.
 class RTFParserObject final : public Adapter<RTFParser, IRTFParser> {
  public:
   using Adapter::Adapter;
@@ -69,7 +69,8 @@ class RTFParserObject final : public Adapter<RTFParser, IRTFParser> {
   }
 
  private:
-  /// A parser works without any control, too: then it brings along what it converts with.
+  /// A parser works without a control too: it then makes the surface and the box to convert with
+  /// itself.
   RTFParser& ready() {
     if (!Common::measuring_surface() || !Common::conversion_box()) slots_.emplace();
     return object();

@@ -5,7 +5,7 @@
 
 namespace qel::com {
 
-/// Stands for the box of a control towards a host. What differs within the selection reads Null.
+/// Represents the box of a control to a host. A property that differs within the selection is Null.
 class RichTextBoxObject final : public Adapter<platform::RichEdit, IRichTextBox> {
   using Box = platform::RichEdit;
 

@@ -6,7 +6,7 @@
 
 namespace qel::com {
 
-/// Stands for the runs of a text towards a host.
+/// Represents the runs of a text to a host.
 class SegmentCollectionObject final : public Adapter<SegmentCollection, ISegmentCollection> {
  public:
   using Adapter::Adapter;

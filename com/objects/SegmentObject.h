@@ -5,7 +5,7 @@
 
 namespace qel::com {
 
-/// Stands for a run of text towards a host.
+/// Represents a run of text to a host.
 class SegmentObject final : public Adapter<Segment, ISegment> {
  public:
   using Adapter::Adapter;

@@ -5,7 +5,7 @@
 
 namespace qel::com {
 
-/// Stands for a decoder towards a host.
+/// Represents a decoder to a host.
 class StyleDecoderObject final : public Adapter<StyleDecoder, IStyleDecoder> {
  public:
   using Adapter::Adapter;

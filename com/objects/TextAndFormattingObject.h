@@ -6,7 +6,7 @@
 
 namespace qel::com {
 
-/// Stands for a layout engine towards a host.
+/// Represents a layout engine to a host.
 class TextAndFormattingObject final : public Adapter<TextAndFormatting, ITextAndFormatting> {
  public:
   using Adapter::Adapter;

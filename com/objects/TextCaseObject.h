@@ -5,7 +5,7 @@
 
 namespace qel::com {
 
-/// Stands for a changer of letters towards a host.
+/// Represents a case converter to a host.
 class TextCaseObject final : public Adapter<TextCase, ITextCase> {
  public:
   using Adapter::Adapter;

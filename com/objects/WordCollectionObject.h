@@ -6,7 +6,7 @@
 
 namespace qel::com {
 
-/// Stands for the words of a text towards a host.
+/// Represents the words of a text to a host.
 class WordCollectionObject final : public Adapter<WordCollection, IWordCollection> {
  public:
   using Adapter::Adapter;

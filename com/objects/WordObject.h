@@ -5,7 +5,7 @@
 
 namespace qel::com {
 
-/// Stands for a word towards a host.
+/// Represents a word to a host.
 class WordObject final : public Adapter<Word, IWord> {
  public:
   using Adapter::Adapter;

@@ -5,7 +5,7 @@
 
 namespace qel::com {
 
-/// Stands for replacement data towards a host.
+/// Represents replacement data to a host.
 class cReplaceDataObject final : public Adapter<cReplaceData, IcReplaceData> {
  public:
   using Adapter::Adapter;

@@ -5,7 +5,7 @@
 
 namespace qel::com {
 
-/// Stands for a style record towards a host.
+/// Represents a style record to a host.
 class iStyleObject final : public Adapter<iStyle, IiStyle> {
  public:
   using Adapter::Adapter;

@@ -6,8 +6,8 @@
 namespace qel {
 
 /// Simple, one-to-one case mappings of the Unicode character database, the same on every system and
-/// whatever the locale. A character without such a mapping maps to itself. None takes more code
-/// units than it did.
+/// whatever the locale. A character without such a mapping maps to itself. A mapped character takes
+/// as many code units as before.
 char32_t to_lower(char32_t character);
 char32_t to_upper(char32_t character);
 
@@ -15,10 +15,11 @@ char32_t to_upper(char32_t character);
 std::u16string to_lower(std::u16string_view text);
 std::u16string to_upper(std::u16string_view text);
 
-/// Whether the texts are equal but for case.
+/// Whether the texts are equal, ignoring case.
 bool equal_ignoring_case(std::u16string_view left, std::u16string_view right);
 
-/// Punctuation or a symbol: a character that is neither letter, mark, number nor blank.
+/// Whether the character is punctuation or a symbol: neither a letter, a mark, a number nor a
+/// blank.
 bool is_punctuation(char32_t character);
 
 }  // namespace qel

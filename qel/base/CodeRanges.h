@@ -5,7 +5,7 @@
 #include <cstdint>
 #include <iterator>
 
-/// Tables of characters by ranges.
+/// Lookup in tables of character ranges.
 namespace qel {
 
 struct CodeRange {
@@ -44,7 +44,7 @@ struct ClusterRange {
   ClusterClass value;
 };
 
-/// The range of a table, in ascending order, in which the character lies; null when it is in none.
+/// The range that holds the character; null when none does. The table is in ascending order.
 template <class Range, std::size_t Size>
 const Range* find_range(const Range (&ranges)[Size], char32_t character) {
   const auto found =

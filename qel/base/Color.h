@@ -4,8 +4,8 @@
 
 namespace qel {
 
-/// A colour as 0x00BBGGRR (red in the low byte). A negative value, that is one whose high bit is
-/// set, names a system colour by its index in the low bits.
+/// A colour as 0x00BBGGRR (red in the low byte). A negative value, one whose high bit is set, names
+/// a system colour by its index in the low bits.
 using Color = std::int32_t;
 
 constexpr Color rgb(int red, int green, int blue) {
@@ -21,7 +21,7 @@ constexpr bool is_system_color(Color color) { return color < 0; }
 constexpr Color system_color(std::int32_t index) {
   return static_cast<Color>(static_cast<std::uint32_t>(index) | 0x80000000U);
 }
-/// The index that a system colour value names: the value without its high bit.
+/// The index in a system colour value: the value without its high bit.
 constexpr std::int32_t system_color_index(Color color) {
   return static_cast<std::int32_t>(static_cast<std::uint32_t>(color) & 0x7FFFFFFFU);
 }

@@ -6,16 +6,16 @@
 
 namespace qel {
 
-/// An error reported to the host: what the platform's error object carries.
+/// An error reported to the host, with what the platform's error object holds.
 class Error : public std::runtime_error {
  public:
   /// Base of the component's own error numbers.
   static constexpr std::uint32_t component_base = 0x80040000U;
   /// The platform's number for a subscript out of range.
   static constexpr std::uint32_t subscript_out_of_range = 9;
-  /// The platform's number for a number too large.
+  /// The platform's number for a value that is too large.
   static constexpr std::uint32_t overflow = 6;
-  /// A member was called that needs an object which is not there.
+  /// The platform's number for a call that needs an object which is not set.
   static constexpr std::uint32_t object_not_set = 91;
 
   /// `source` names the class that raised the error; both texts are plain ASCII.

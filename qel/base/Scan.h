@@ -14,7 +14,7 @@ namespace qel {
 using CharacterBlock = std::uint16_t __attribute__((vector_size(16)));
 
 /// How many of the eight come before the first for which the comparison holds; 8 when it holds for
-/// none. A comparison sets all bits of an element.
+/// none. Where the comparison holds, all bits of the element are set.
 template <class Mask>
 std::size_t first_hit(const Mask& mask) {
   std::uint64_t halves[2];
@@ -31,8 +31,8 @@ std::size_t first_hit(const Mask& mask) {
 
 /// Position of the first character at or after `from` for which `wanted` holds; the length of the
 /// text when there is none. The conversions spend most of their time here, so it looks at eight
-/// characters at a time where the compiler can: `wanted` takes one character or a block of them,
-/// and is made of comparisons joined by `|`.
+/// characters at a time where the compiler is able to: `wanted` takes one character or a block of
+/// them, and is made of comparisons joined by `|`.
 template <class Predicate>
 std::size_t find_first(std::u16string_view text, std::size_t from, Predicate wanted) {
   std::size_t at = from;
@@ -56,7 +56,7 @@ std::size_t find_any(std::u16string_view text, std::size_t from) {
                     [](auto c) { return ((c == static_cast<std::uint16_t>(Wanted)) | ...); });
 }
 
-/// Where the bytes below 0x80 that begin at `from` end. Looks at eight at a time.
+/// Where the run of bytes below 0x80 that begins at `from` ends. Looks at eight at a time.
 inline std::size_t end_of_ascii(std::string_view bytes, std::size_t from) {
   constexpr std::uint64_t high_bits = 0x8080808080808080U;
   std::size_t at = from;

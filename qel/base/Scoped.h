@@ -4,7 +4,8 @@
 
 namespace qel {
 
-/// Gives a variable another value for as long as this lives, also where an error ends it.
+/// Gives a variable another value as long as this object lives, even if an exception ends its
+/// scope.
 template <class Value>
 class Scoped {
  public:

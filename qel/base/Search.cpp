@@ -11,15 +11,15 @@ namespace {
 
 constexpr std::size_t npos = std::u16string_view::npos;
 
-/// Up to this length trying every place costs at most so many times the text.
+/// Up to this length every place is tried, which costs at most this many times the text's length.
 constexpr std::size_t short_search = 32;
 
-/// Where in the text the first occurrence ends, by the method of Knuth, Morris and Pratt: no
-/// character of the text is looked at again. `Iterator` goes forwards or backwards.
+/// Where in the text the first occurrence ends, by the algorithm of Knuth, Morris and Pratt, which
+/// never goes back in the text. `Iterator` goes forwards or backwards.
 template <class Iterator>
 Iterator end_of_occurrence(Iterator text, Iterator text_end, Iterator search, std::size_t size) {
   const auto at = [search](std::size_t i) { return search[static_cast<std::ptrdiff_t>(i)]; };
-  // For each beginning of `search` the length of the longest one that it ends with.
+  // For each prefix of `search`, the length of the longest shorter prefix that it ends with.
   std::vector<std::size_t> borders(size + 1, 0);
   const auto next_length = [&](std::size_t length, char16_t character) {
     while (length > 0 && at(length) != character) length = borders[length];

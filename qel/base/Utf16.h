@@ -22,20 +22,20 @@ constexpr char32_t character_at(std::u16string_view text, std::size_t at) {
   return 0x10000U + ((unit - 0xD800U) << 10U) + (static_cast<char32_t>(text[at + 1]) - 0xDC00U);
 }
 
-/// The same; `at` moves behind it, and a lone surrogate reads as U+FFFD.
+/// The same; `at` moves past it, and a lone surrogate reads as U+FFFD.
 constexpr char32_t next_character(std::u16string_view text, std::size_t& at) {
   const char32_t character = character_at(text, at);
   at += units_of(character);
   return (character & 0xFFFFF800U) == 0xD800U ? U'\uFFFD' : character;
 }
 
-/// Whether both halves of a character stand at `at`, which lies within the text.
+/// Whether a surrogate pair begins at `at`, which lies within the text.
 constexpr bool is_pair_at(std::u16string_view text, std::size_t at) {
   return units_of(character_at(text, at)) == 2;
 }
 
-/// The position behind what begins at `at`, and the one before what ends there, as a caret steps:
-/// CR LF and both halves of a character are one step. Neither leaves the text.
+/// The position one step after or before `at`, as a caret moves: CR LF is one step, and so is a
+/// surrogate pair. Neither leaves the text.
 constexpr std::size_t step_after(std::u16string_view text, std::size_t at) {
   if (at >= text.size()) return text.size();
   return at + (text.substr(at, 2) == u"\r\n" || is_pair_at(text, at) ? 2 : 1);

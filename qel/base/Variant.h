@@ -7,7 +7,7 @@
 
 namespace qel {
 
-/// What a host's own objects derive from, to be kept in a `Variant`.
+/// The base class of a host's own objects that a `Variant` may hold.
 class Object {
  public:
   Object() = default;
@@ -17,7 +17,7 @@ class Object {
 };
 
 /// A host's value of any type: empty (the default), a Boolean, a number, a text, or a reference to
-/// an object, which copies of the value share. A null pointer is the reference to nothing.
+/// an object, which copies of the value share. A null pointer is a reference to nothing.
 using Variant = std::variant<std::monostate, bool, std::int16_t, std::int32_t, float, double,
                              std::u16string, std::shared_ptr<Object>>;
 

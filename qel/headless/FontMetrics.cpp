@@ -28,7 +28,7 @@ constexpr std::array<std::uint16_t, ascii_count> mono_ascii_advances = [] {
   return advances;
 }();
 
-/// Marks that stand on the character before them, and characters that only format.
+/// Combining marks and formatting characters.
 constexpr CodeRange zero_width_ranges[] = {
     {0xAD, 0xAD},     {0x300, 0x36F},   {0x483, 0x489},    {0x591, 0x5BD},   {0x610, 0x61A},
     {0x64B, 0x65F},   {0xE34, 0xE3A},   {0xE47, 0xE4E},    {0x1AB0, 0x1AFF}, {0x1DC0, 0x1DFF},
@@ -40,12 +40,13 @@ constexpr CodeRange wide_ranges[] = {
     {0x1100, 0x115F}, {0x2600, 0x27BF}, {0x2E80, 0xA4CF}, {0xA960, 0xA97F},   {0xAC00, 0xD7A3},
     {0xF900, 0xFAFF}, {0xFE30, 0xFE6F}, {0xFF01, 0xFF60}, {0x1F000, 0x1FAFF}, {0x20000, 0x3FFFD}};
 
-/// Where the encoding of Symbol has the character, or a place that it leaves empty.
+/// The place of the character in the encoding of Symbol; a place that is empty there if it has
+/// none.
 std::size_t symbol_index(char32_t character) {
   constexpr char32_t no_break_space = 0xA0;
   constexpr std::size_t empty = 0x80 - U' ';
   static_assert(symbol_characters[empty] == 0);
-  if (character == no_break_space) return empty;  // The euro of that place is U+F0A0 only.
+  if (character == no_break_space) return empty;  // The euro sign in that place is U+F0A0 only.
   const char32_t code = (character & ~0xFFU) == 0xF000 ? character & 0xFFU : character;
   const std::size_t index = code - U' ';
   return index < std::size(symbol_characters) ? index : empty;
@@ -56,7 +57,7 @@ struct NamedFamily {
   FontFamily family;
 };
 
-/// The first row counts that a name begins with.
+/// The first row that a name begins with counts.
 constexpr std::array named_families = {NamedFamily{u"arial", FontFamily::sans},
                                        NamedFamily{u"times", FontFamily::serif},
                                        NamedFamily{u"courier", FontFamily::mono},
@@ -93,7 +94,7 @@ constexpr std::array named_families = {NamedFamily{u"arial", FontFamily::sans},
                                        NamedFamily{u"terminal", FontFamily::mono},
                                        NamedFamily{u"monospace", FontFamily::mono}};
 
-/// Whether the name is `known`, which is in lower case, or begins with it and a blank.
+/// Whether the name is `known` (in lower case) or begins with it and a blank.
 bool is_named(std::u16string_view name, std::u16string_view known) {
   if (name.size() < known.size()) return false;
   if (name.size() > known.size() && name[known.size()] != u' ') return false;

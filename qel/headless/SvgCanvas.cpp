@@ -14,14 +14,14 @@
 namespace qel::headless {
 namespace {
 
-/// What the families of a style sheet are, best first.
+/// The families as a style sheet names them, best first.
 struct FamilyList {
   std::u16string_view first;
   std::string_view all;
 };
 
-/// Fonts of the name Symbol are left out: where they are found, they are read by their own
-/// encoding.
+/// Fonts named Symbol are left out: where a viewer has one, it would read the text in that font's
+/// own encoding.
 const FamilyList& families(FontFamily family) {
   static constexpr std::string_view serif = "'Times New Roman', 'Liberation Serif', Times, serif";
   static constexpr std::array<FamilyList, 4> lists = {
@@ -34,7 +34,7 @@ const FamilyList& families(FontFamily family) {
 
 bool is_forbidden(char16_t unit) { return unit < u' ' || unit == 0xFFFE || unit == 0xFFFF; }
 
-/// For XML: without forbidden characters and with the special ones escaped.
+/// Text for XML: without forbidden characters and with the special ones escaped.
 std::string escaped(std::u16string text) {
   std::replace_if(text.begin(), text.end(), is_forbidden, u'\uFFFD');
   std::string out;
@@ -59,7 +59,7 @@ std::string escaped(std::u16string text) {
   return out;
 }
 
-/// The text with the characters that its font means.
+/// The text with the characters that it stands for in its font.
 std::u16string shown(std::u16string_view text, FontFamily family) {
   std::u16string out;
   out.reserve(text.size());
@@ -74,10 +74,10 @@ std::u16string shown(std::u16string_view text, FontFamily family) {
   return out;
 }
 
-/// The named font, then those that stand in for it.
+/// The font by its name, then those that can replace it.
 std::string font_families(const std::u16string& name, FontFamily family) {
   const FamilyList& list = families(family);
-  // Longer than any font's name, and it is repeated with each text.
+  // Longer than the name of any font; it is repeated with each text.
   constexpr std::size_t longest_name = 64;
   const bool named = !name.empty() && name.size() <= longest_name && family != FontFamily::symbol &&
                      !equal_ignoring_case(name, list.first);
@@ -90,7 +90,7 @@ std::string font_families(const std::u16string& name, FontFamily family) {
   return escaped(quoted.append(u"', ")).append(list.all);
 }
 
-/// In decimals, three at the most.
+/// The value with three decimals at most.
 std::string number(float value) {
   constexpr float limit = 1e9F;
   constexpr std::int64_t scale = 1000;
@@ -133,7 +133,7 @@ std::string font_attributes(const platform::TextFont& font, FontFamily family) {
   return out;
 }
 
-/// Glyphs are stretched too: gaps alone would not fit a single character, and would tear joined
+/// Glyphs are stretched too: spacing alone could not fit a single character, and would tear joined
 /// letters apart.
 std::string length_attributes(float width) {
   const std::string length = number(width);
@@ -187,8 +187,8 @@ void SvgCanvas::draw_text(const platform::CanvasText& text) {
   }
 }
 
-/// In which either all widths are true or all are guesses: a viewer whose font is wider has to
-/// squeeze that part alone.
+/// Draws a part in which either all widths are known or all are guessed: a viewer with a wider font
+/// has to squeeze that part only.
 void SvgCanvas::draw_part(const platform::CanvasText& text) {
   if (is_blank(text.text)) return;
   const std::size_t end = text.text.find_last_not_of(u' ') + 1;
@@ -197,7 +197,7 @@ void SvgCanvas::draw_part(const platform::CanvasText& text) {
       right_,
       text.x + (ends_in_blanks ? text_width(text.text.substr(0, end), text.font) : text.width));
   const FontFamily family = family_named(text.font.name);
-  // Browsers do not let a text inherit how it treats its blanks.
+  // Browsers do not let a text inherit how its blanks are treated.
   elements_ += "<text" + attribute("x", number(text.x)) + attribute("y", number(text.y)) +
                length_attributes(text.width) + font_attributes(text.font, family) +
                attribute("fill", hex(text.color)) + attribute("xml:space", "preserve") + ">" +
@@ -212,7 +212,7 @@ void SvgCanvas::fill_rectangle(const platform::CanvasRectangle& rectangle, Color
 }
 
 std::string SvgCanvas::svg() const {
-  // A page without any extent is none to a viewer.
+  // Viewers do not show a page without any extent.
   constexpr float least = 1;
   const platform::CanvasRectangle page = {-margin_, -margin_,
                                           std::max(std::max(width_, right_) + 2 * margin_, least),

@@ -8,38 +8,38 @@
 
 namespace qel::headless {
 
-/// Draws into an SVG document, and measures with the advance widths of the default fonts on every
-/// system, whatever fonts it has. Its unit is the point.
+/// Draws into an SVG document, and measures with the advance widths of the default fonts, whatever
+/// fonts the system has. Its unit is the point.
 ///
-/// Measured as they are: Arial, Times New Roman, Courier New (in regular, bold, italic and both)
-/// and Symbol, under these names and those of fonts as wide as they are. Other fonts with serifs or
-/// of one width that are widely known count as Times New Roman or Courier New; every other font,
-/// so every unknown one, counts as Arial. Names are compared whatever their case. Each text carries
-/// the width it was measured with, so a viewer that has another font fits it into its place; it
-/// names its own font first, unless that name is longer than 64 code units.
+/// Exact are the widths of Arial, Times New Roman, Courier New (in regular, bold, italic and both)
+/// and Symbol, also under the names of fonts that are as wide. Other well-known fonts with serifs
+/// or of fixed width count as Times New Roman or Courier New, and every other font as Arial. The
+/// case of names does not matter. Each text states the width that was measured, so that a viewer
+/// with another font fits it into its place; it names its own font first, unless that name is
+/// longer than 64 code units.
 ///
 /// Kerning and ligatures are neither measured nor drawn: a text is as wide as its characters.
-/// Characters of font Symbol are written as the Unicode characters that they mean, in a font with
-/// serifs. A TAB is a gap of four blanks. Characters that XML forbids are drawn as U+FFFD.
+/// Characters of the font Symbol are written as the Unicode characters that they stand for, in a
+/// font with serifs. A TAB is as wide as four blanks. Characters that XML forbids are drawn as
+/// U+FFFD.
 class SvgCanvas : public platform::Canvas {
  public:
-  /// A page on which `width` points from the left, more if more is drawn on, and as much height as
-  /// is drawn on lie within margins of `margin` points. Without a background the page is
-  /// transparent.
+  /// A page `width` points wide, or as wide as what is drawn, and as high as what is drawn, with
+  /// margins of `margin` points around that. Without a background the page is transparent.
   explicit SvgCanvas(float width, float margin = 0, std::optional<Color> background = {});
 
-  /// Additive: the width of a text is the sum of those of its characters.
+  /// The width of a text is the sum of the widths of its characters.
   float text_width(std::u16string_view text, const platform::TextFont& font) const override;
   platform::FontExtent font_extent(const platform::TextFont& font) const override;
 
-  /// Blanks alone and text of no size are not drawn. Runs are drawn where they are put: a text in
-  /// which letters run from right to left is right within itself only.
+  /// Text that is only blanks or has no size is not drawn. Texts are drawn where they are put:
+  /// right-to-left order holds within one text only.
   void draw_text(const platform::CanvasText& text) override;
   /// Rectangles without width or height are not drawn.
   void fill_rectangle(const platform::CanvasRectangle& rectangle, Color color) override;
 
-  /// How far down was drawn on, without margins: to the descenders of the lowest text, to the edge
-  /// of the lowest rectangle.
+  /// How far down anything was drawn, without margins: to the descenders of the lowest text or the
+  /// edge of the lowest rectangle.
   float height() const { return height_; }
 
   /// The whole document with all that was drawn so far, in UTF-8.

@@ -11,7 +11,7 @@ class CustomCodes {
  public:
   CustomCodes() = default;
   /// Reads items "code=replacement" separated by TAB, for example "/b1=<b>\t/b0=</b>\t/nl=<br>".
-  /// The last item of a code counts; an item that does not begin with a code and "=" is ignored.
+  /// The last item for a code counts; an item that does not begin with a code and "=" is ignored.
   explicit CustomCodes(std::u16string_view items);
 
   /// Appends the replacement of each code in `codes`, a sequence of codes and nothing else. A code

@@ -1,6 +1,8 @@
 #include "qel/model/Division.h"
 
+#include <algorithm>
 #include <cstddef>
+#include <iterator>
 #include <string_view>
 #include <utility>
 
@@ -11,13 +13,13 @@
 namespace qel::division {
 namespace {
 
-/// A placeholder in the middle of which the text is about to be cut becomes the escaped code that
-/// it stands for: its halves would not.
-void restore_placeholder_around(Segment& segment, std::int32_t cut) {
-  constexpr std::int32_t reach = 3;  // a placeholder has four characters
-  for (std::int32_t begin = cut - 1; begin >= 0 && begin >= cut - reach; --begin) {
+/// Turns a placeholder that is about to be cut in two back into its escaped code: its halves could
+/// not be turned back.
+void restore_placeholder_around(Segment& segment, std::size_t cut) {
+  constexpr std::size_t reach = 3;  // a placeholder has four characters
+  for (std::size_t before = 1; before <= std::min(cut, reach); ++before) {
     const std::u16string_view text = segment.text();
-    const auto at = static_cast<std::size_t>(begin);
+    const std::size_t at = cut - before;
     if (!begins_with_placeholder(text.substr(at))) continue;
     std::u16string restored(text.substr(0, at));
     restored.append(restore_escaped_codes(std::u16string(text.substr(at, 4))));
@@ -26,16 +28,18 @@ void restore_placeholder_around(Segment& segment, std::int32_t cut) {
 }
 
 /// Cuts the segment in which `boundary` falls, unless it is that segment's end.
-void cut_at(SegmentCollection& segments, std::int32_t boundary, bool cut_at_beginning) {
+void cut_at(SegmentCollection& segments, std::ptrdiff_t boundary, bool cut_at_beginning) {
   if (boundary < 0) return;
-  std::int32_t total = 0;
+  auto kept = static_cast<std::size_t>(boundary);
   std::int32_t index = 0;
   for (const auto& segment : segments) {
     ++index;
-    total += segment->length();
-    if (total < boundary) continue;
-    const std::int32_t kept = boundary - (total - segment->length());
-    if (kept == segment->length() || (kept == 0 && !cut_at_beginning)) return;
+    const std::size_t size = segment->text().size();
+    if (kept > size) {
+      kept -= size;
+      continue;
+    }
+    if (kept == size || (kept == 0 && !cut_at_beginning)) return;
     restore_placeholder_around(*segment, kept);
     segments.insert(segment->split_off(kept), index + 1);
     return;
@@ -62,22 +66,22 @@ Kind kind_at(std::u16string_view text, std::size_t at, Pieces pieces) {
 
 }  // namespace
 
-void divide(SegmentCollection& segments, std::int32_t start, std::int32_t length) {
+void divide(SegmentCollection& segments, std::ptrdiff_t start, std::ptrdiff_t length) {
   cut_at(segments, start, false);
   cut_at(segments, start + length, true);
 }
 
-Span find_span(const SegmentCollection& segments, std::int32_t start, std::int32_t length) {
+Span find_span(const SegmentCollection& segments, std::ptrdiff_t start, std::ptrdiff_t length) {
   Span span;
-  std::int32_t total = 0;
-  std::int32_t inside = 0;
+  std::ptrdiff_t total = 0;
+  std::ptrdiff_t inside = 0;
   std::int32_t index = 0;
   for (const auto& segment : segments) {
     ++index;
     if (span.first == 0 && total == start) span = {index, index};
-    total += segment->length();
+    total += std::ssize(segment->text());
     if (span.first == 0) continue;
-    inside += segment->length();
+    inside += std::ssize(segment->text());
     if (inside == length) {
       span.last = index;
       break;
@@ -97,7 +101,7 @@ void divide_words(SegmentCollection& segments, Pieces pieces) {
           at < text.size() && kind_at(text, at, pieces) == kind_at(text, at - 1, pieces);
       if (goes_on) continue;
       if (begin == 0) {
-        segment->keep_first(static_cast<std::int32_t>(at));
+        segment->keep_first(at);
       } else {
         divided.append(segment->with_text(text.substr(begin, at - begin)));
       }

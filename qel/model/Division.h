@@ -1,16 +1,17 @@
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 
 #include "qel/model/SegmentCollection.h"
 
-/// Cutting segments so that spans of a text become whole numbers of segments. Positions count
+/// Cutting segments so that a span of text becomes a whole number of segments. Positions count
 /// visible characters; both halves of a cut keep the style.
 namespace qel::division {
 
 /// Cuts so that segment boundaries lie `start` and `start + length` characters into the text.
 /// A boundary beyond the text or before it cuts nothing.
-void divide(SegmentCollection& segments, std::int32_t start, std::int32_t length);
+void divide(SegmentCollection& segments, std::ptrdiff_t start, std::ptrdiff_t length);
 
 /// One-based positions of the segments of a span; `first` is 0 when no segment begins at its start.
 struct Span {
@@ -18,15 +19,15 @@ struct Span {
   std::int32_t last = 0;
 };
 
-/// The segments of a span along whose edges the segments are divided. Where no segment ends at the
-/// end of the span, `last` is `first`.
-Span find_span(const SegmentCollection& segments, std::int32_t start, std::int32_t length);
+/// The segments of a span, which have been divided at its edges. Where no segment ends at the end
+/// of the span, `last` is `first`.
+Span find_span(const SegmentCollection& segments, std::ptrdiff_t start, std::ptrdiff_t length);
 
 /// How finely `divide_words` cuts.
 enum class Pieces {
   words = 1,        ///< between words and blanks
-  numbers = 2,      ///< also around numbers within words
-  punctuation = 3,  ///< also around punctuation
+  numbers = 2,      ///< around numbers within words too
+  punctuation = 3,  ///< around punctuation too
 };
 
 /// Cuts every segment between pieces; the text and the styles stay the same.

@@ -16,19 +16,19 @@ namespace {
 using style_codes::CodeSet;
 using style_codes::CodeState;
 
-bool is_left_out(const CodeState& state, const OutputForm& form) {
-  return (form.without_ignored && state.color == ignored_color) ||
-         (form.without_hidden && state.color == hidden_color) ||
-         (form.without_note && state.color == note_color);
+bool is_left_out(const CodeState& state, const OutputOptions& options) {
+  return (options.without_ignored && state.color == ignored_color) ||
+         (options.without_hidden && state.color == hidden_color) ||
+         (options.without_note && state.color == note_color);
 }
 
-/// Writes the codes of one output form.
+/// Writes codes in the spelling that the options ask for.
 class CodeWriter {
  public:
-  CodeWriter(std::u16string& out, const OutputForm& form)
+  CodeWriter(std::u16string& out, const OutputOptions& options)
       : out_(out),
-        form_(form),
-        set_(form.codes == OutputForm::Codes::v6 ? CodeSet::v6 : CodeSet::current) {}
+        options_(options),
+        set_(options.codes == OutputOptions::Codes::v6 ? CodeSet::v6 : CodeSet::current) {}
 
   void opening(const CodeState& state, const CodeState* last) {
     write([&](std::u16string& to) {
@@ -45,9 +45,9 @@ class CodeWriter {
   }
 
   void line_codes(std::int32_t count) {
-    if (!form_.line_codes && form_.codes != OutputForm::Codes::custom) return;
+    if (!options_.line_codes && options_.codes != OutputOptions::Codes::custom) return;
     for (; count > 0; --count) {
-      if (form_.codes == OutputForm::Codes::none) {
+      if (options_.codes == OutputOptions::Codes::none) {
         out_.append(u"\r\n");
       } else {
         write([](std::u16string& to) { to.append(u"/nl"); });
@@ -58,13 +58,13 @@ class CodeWriter {
  private:
   template <class Append>
   void write(Append append) {
-    switch (form_.codes) {
-      case OutputForm::Codes::none:
+    switch (options_.codes) {
+      case OutputOptions::Codes::none:
         return;
-      case OutputForm::Codes::custom:
+      case OutputOptions::Codes::custom:
         scratch_.clear();
         append(scratch_);
-        form_.custom->append_translated(out_, scratch_);
+        options_.custom->append_translated(out_, scratch_);
         return;
       default:
         append(out_);
@@ -72,17 +72,19 @@ class CodeWriter {
   }
 
   std::u16string& out_;
-  const OutputForm& form_;
+  const OutputOptions& options_;
   CodeSet set_;
   std::u16string scratch_;
 };
 
-/// Writes runs as they come. What stands between two of them depends on both, so each waits for the
+/// Writes runs as they come. The codes between two runs depend on both, so each run waits for the
 /// next.
 class RunWriter {
  public:
-  RunWriter(std::u16string& out, const OutputForm& form)
-      : out_(out), codes_(out, form), is_custom_(form.codes == OutputForm::Codes::custom) {}
+  RunWriter(std::u16string& out, const OutputOptions& options)
+      : out_(out),
+        codes_(out, options),
+        is_custom_(options.codes == OutputOptions::Codes::custom) {}
 
   void add(const Run& run) {
     if (run_) write(*run_, &run.state);
@@ -100,7 +102,7 @@ class RunWriter {
     codes_.line_codes(run.line_codes_before);
     codes_.opening(run.state, last_ ? &*last_ : nullptr);
     if (is_custom_) {
-      // Only here: what stands in the host's own spelling is not ours to restore.
+      // Only the text: the host's own spelling of the codes is not ours to change.
       out_.append(restore_escaped_codes(std::u16string(run.text)));
     } else {
       out_.append(run.text);
@@ -124,12 +126,13 @@ std::size_t expected_size(const SegmentCollection& segments) {
 
 /// Calls `visit` with each run that is not left out, and returns the line codes after the last.
 template <class Visit>
-std::int32_t for_each_run(const SegmentCollection& segments, const OutputForm& form, Visit visit) {
+std::int32_t for_each_run(const SegmentCollection& segments, const OutputOptions& options,
+                          Visit visit) {
   std::int32_t line_codes = 0;
   for (const auto& segment : segments) {
     line_codes += segment->line_codes_before();
     const CodeState state = segment->code_state();
-    if (is_left_out(state, form)) continue;
+    if (is_left_out(state, options)) continue;
     visit(Run{segment->text(), state, std::exchange(line_codes, 0)});
   }
   return line_codes;
@@ -138,25 +141,26 @@ std::int32_t for_each_run(const SegmentCollection& segments, const OutputForm& f
 }  // namespace
 
 std::u16string encode(const SegmentCollection& segments, std::int32_t line_codes_at_end,
-                      const OutputForm& form) {
+                      const OutputOptions& options) {
   std::u16string out;
   const auto only_segment = segments.Count() == 1 ? segments.Item(1) : nullptr;
   const bool nothing_to_style = only_segment && only_segment->length() == 0;
-  if (nothing_to_style && !form.line_codes) return out;
+  if (nothing_to_style && !options.line_codes) return out;
   out.reserve(expected_size(segments));
-  RunWriter writer(out, form);
-  if (trims(form)) {
+  RunWriter writer(out, options);
+  if (trims(options)) {
     std::vector<Run> runs;
-    line_codes_at_end += for_each_run(segments, form, [&](const Run& run) { runs.push_back(run); });
+    line_codes_at_end +=
+        for_each_run(segments, options, [&](const Run& run) { runs.push_back(run); });
     std::deque<std::u16string> changed_texts;
-    trim(runs, form, changed_texts);
+    trim(runs, options, changed_texts);
     for (const Run& run : runs) writer.add(run);
     writer.finish(line_codes_at_end);
   } else {
-    line_codes_at_end += for_each_run(segments, form, [&](const Run& run) { writer.add(run); });
+    line_codes_at_end += for_each_run(segments, options, [&](const Run& run) { writer.add(run); });
     writer.finish(line_codes_at_end);
   }
-  if (form.codes == OutputForm::Codes::custom) return out;
+  if (options.codes == OutputOptions::Codes::custom) return out;
   return restore_escaped_codes(std::move(out));
 }
 

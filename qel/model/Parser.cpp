@@ -28,7 +28,7 @@ unsigned bit_of(char16_t letter) {
 }
 
 /// The characters and the segments of one decoded text. Every segment that is handed out keeps all
-/// of it alive; in return a segment costs no allocation of its own.
+/// of it alive; in return a segment needs no allocation of its own.
 class DecodedText : public std::enable_shared_from_this<DecodedText> {
  public:
   explicit DecodedText(std::u16string text) : text_(std::move(text)) {}

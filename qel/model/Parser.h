@@ -13,17 +13,17 @@ namespace qel {
 /// Reads the runs of a markup text, one after the other.
 class MarkupScanner {
  public:
-  /// The escaped codes of `text`, which has to stay, are protected.
+  /// `text` has to outlive the scanner, with its escaped codes protected.
   explicit MarkupScanner(std::u16string_view text) : text_(text) {}
 
-  /// Goes to the next run; false, and no run, after the last.
+  /// Moves to the next run; false, and no run, after the last.
   bool next();
 
-  /// The characters of the run, never empty, and what the codes before it say of them.
+  /// The characters of the run, at least one, and the state that the codes before it set.
   std::u16string_view run() const { return run_; }
   style_codes::CodeState state() const;
-  /// How many line codes stand between the run before and this one. After the last run: how many
-  /// stand behind it.
+  /// How many line codes stand between the previous run and this one; after the last run, how many
+  /// follow it.
   std::int32_t line_codes_before() const { return line_codes_; }
 
  private:

@@ -15,7 +15,7 @@ bool is_toggle_digit(char16_t digit) { return digit == u'0' || digit == u'1'; }
 bool is_digit(char16_t digit) { return digit >= u'0' && digit <= u'9'; }
 bool is_index_letter(char16_t letter) { return letter == u'f' || letter == u'y'; }
 
-// Small capitals are missing here, unlike in the set of sfAll, and stay missing.
+// Small capitals are left out here on purpose, unlike in the set of sfAll.
 constexpr std::u16string_view formatting_letters = u"biufypskt";
 
 bool is_any_code(char16_t letter, char16_t digit) {

@@ -9,16 +9,16 @@ namespace qel {
 /// Which codes `IsQELCode` accepts.
 enum QELCodeFlags : std::int32_t {
   sfAll = 0,         ///< any code of the text model
-  sfFormatting = 1,  ///< attribute (but "c"), font and colour codes
+  sfFormatting = 1,  ///< attribute (except "c"), font and colour codes
   sfColor = 2,       ///< "y" with any digit, and any toggle code
   sfFont = 3,        ///< "f" with any digit, and any toggle code
-  sfOnCode = 4,      ///< codes that switch something on (but "/c1")
-  sfOffCode = 5,     ///< codes that switch something off (but "/c0")
+  sfOnCode = 4,      ///< codes that switch something on (except "/c1")
+  sfOffCode = 5,     ///< codes that switch something off (except "/c0")
 };
 
 /// Whether `Text` is a code of the kind that `Flags` asks for. Only the leading slash, the second
-/// and the last character are looked at; "/nl" is a code under every value, also one outside 0 to
-/// 5, which accepts nothing else.
+/// and the last character are looked at; "/nl" is a code for every value, even one outside 0 to 5,
+/// which accepts nothing else.
 bool IsQELCode(std::u16string_view Text, std::int32_t Flags = sfAll);
 
 /// Turns each escaped code ("~/b1") into the placeholder that hides its slash ("<b1]").

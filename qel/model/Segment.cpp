@@ -11,7 +11,7 @@ Segment::Segment(std::u16string_view text, const iStyle& style) {
 }
 
 void Segment::put_Text(std::u16string_view text) {
-  // The old text goes last: `text` may be a part of it.
+  // The old text is released last: `text` may be a part of it.
   auto own_text = std::make_unique<const std::u16string>(text);
   text_ = *own_text;
   own_text_ = std::move(own_text);
@@ -26,8 +26,8 @@ style_codes::CodeState Segment::code_state() const {
   return style_ ? style_codes::state_of(*style_) : decoded_state_;
 }
 
-std::shared_ptr<Segment> Segment::split_off(std::int32_t count) {
-  auto rest = with_text(text_.substr(static_cast<std::size_t>(count)));
+std::shared_ptr<Segment> Segment::split_off(std::size_t count) {
+  auto rest = with_text(text_.substr(count));
   keep_first(count);
   return rest;
 }

@@ -11,7 +11,7 @@ namespace qel {
 
 std::shared_ptr<Segment> SegmentCollection::Add(std::u16string_view text, const iStyle& style) {
   ++count_;
-  // Removing from an empty collection leaves a negative count, for which there is no slot.
+  // Removing from an empty collection leaves a negative count, which has no slot.
   if (count_ < 0) return nullptr;
   try {
     auto segment = std::make_shared<Segment>(text, style);

@@ -10,7 +10,7 @@
 namespace qel {
 
 /// The ordered list of the segments of a text. Positions are one-based. Segments handed out are
-/// shared with the caller; nothing is an empty pointer.
+/// shared with the caller; where there is none, the pointer is empty.
 class SegmentCollection {
  public:
   SegmentCollection() = default;
@@ -18,33 +18,35 @@ class SegmentCollection {
   SegmentCollection(const SegmentCollection&) = delete;
   SegmentCollection& operator=(const SegmentCollection&) = delete;
 
-  /// Appends a new segment with a copy of `style`; nothing when memory ran out.
+  /// Appends a new segment with a copy of `style`. Returns none if memory has run out.
   std::shared_ptr<Segment> Add(std::u16string_view text, const iStyle& style);
   std::int32_t Count() const { return count_; }
   /// Position of that very object (not of an equal one), 0 when absent.
   std::int32_t IndexOf(const std::shared_ptr<Segment>& FindSegment) const;
-  /// New segment at `Index`; nothing, and no change, unless `Index` is 1 to `Count`.
+  /// Inserts a new segment at `Index`. Returns none and changes nothing unless `Index` is 1 to
+  /// `Count`.
   std::shared_ptr<Segment> InsertBefore(std::u16string_view text, const iStyle& style,
                                         std::int32_t Index);
-  /// New segment at `Index` + 1; nothing, and no change, unless `Index` is 1 to `Count`.
+  /// Inserts a new segment at `Index` + 1. Returns none and changes nothing unless `Index` is 1 to
+  /// `Count`.
   std::shared_ptr<Segment> InsertAfter(std::u16string_view text, const iStyle& style,
                                        std::int32_t Index);
   void Clear();
-  /// The segment at `Index`; nothing unless `Index` is 1 to `Count`.
+  /// The segment at `Index`; none unless `Index` is 1 to `Count`.
   std::shared_ptr<Segment> Item(std::int32_t Index) const;
-  /// Takes the segment at `Index` out. A position of `Count` or more removes the last segment,
-  /// position 0 the first. A negative position raises error 9. So does any other on an empty
-  /// collection, whose `Count` falls below 0 with each call until it is cleared.
+  /// Removes the segment at `Index`. A position of `Count` or more removes the last segment,
+  /// position 0 the first. A negative position raises error 9. So does any other position in an
+  /// empty collection, whose `Count` falls further below 0 with each call until it is cleared.
   void Remove(std::int32_t Index);
 
   void swap(SegmentCollection& other) noexcept;
 
   /// Appends a segment as it is, shared with the caller.
   void append(std::shared_ptr<Segment> segment);
-  /// Puts a segment, shared with the caller, at `Index` (1 to `Count` + 1).
+  /// Inserts a segment, shared with the caller, at `Index` (1 to `Count` + 1).
   void insert(std::shared_ptr<Segment> segment, std::int32_t Index);
 
-  /// Takes all segments but the first `count`, or the first `count`, out; `count` is 0 to `Count`.
+  /// Removes all segments but the first `count`, or the first `count`; `count` is 0 to `Count`.
   void keep_first(std::int32_t count);
   void remove_first(std::int32_t count);
 
@@ -53,7 +55,7 @@ class SegmentCollection {
   auto end() const { return slots_.end(); }
 
  private:
-  // Slot 0 is there but never used, so that positions are indexes.
+  // Slot 0 is never used, so that positions are indexes.
   std::vector<std::shared_ptr<Segment>> slots_ = std::vector<std::shared_ptr<Segment>>(1);
   std::int32_t count_ = 0;
 };

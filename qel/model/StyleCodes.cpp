@@ -65,7 +65,7 @@ void append_font_on(std::u16string& out, std::int16_t font, CodeSet set) {
   append_code(out, u'f', font);
 }
 
-// Fonts 3 to 9 have no v6 code that switches them on, yet they are switched off there too.
+// No v6 code switches fonts 3 to 9 on, yet they are switched off in v6 too.
 void append_font_off(std::u16string& out, std::int16_t font) {
   if (is_index(font)) append_code(out, u'f', 0);
 }
@@ -112,8 +112,8 @@ void append_off(std::u16string& out, const CodeState& state, CodeSet set) {
 void append_different_on(std::u16string& out, const CodeState& state, const CodeState& last,
                          CodeSet set) {
   append_attributes_on(out, in_set(state.attributes & ~unsigned{last.attributes}, set));
-  // The font goes off where a colour is on and the font stays, and is not switched on again. A font
-  // out of range has no codes, so it does not go off either.
+  // Where a colour is on and the font stays, the font is switched off and not on again. A font out
+  // of range has no codes, so it is not switched off either.
   if (set == CodeSet::current && state.color != 0 && is_index(last.font) &&
       state.font == last.font) {
     append_code(out, u'f', 0);

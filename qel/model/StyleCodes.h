@@ -5,8 +5,8 @@
 
 #include "qel/model/iStyle.h"
 
-/// The code builders of `iStyle` in the form that the decoder and the encoder use: they work on the
-/// few bytes of a style that have codes, and append to a buffer.
+/// The code builders of `iStyle` as the decoder and the encoder use them: they work on the few
+/// bytes of a style that have codes, and append to a buffer.
 namespace qel::style_codes {
 
 enum class CodeSet { current, v6 };
@@ -23,7 +23,7 @@ enum AttributeBit : std::uint8_t {
   unicode_bit = 128,
 };
 
-/// What of a style has codes.
+/// The part of a style that has codes.
 struct CodeState {
   std::uint8_t attributes = 0;  ///< `AttributeBit`s
   std::int16_t font = 0;
@@ -43,7 +43,7 @@ void append_on(std::u16string& out, const CodeState& state, CodeSet set);
 void append_off(std::u16string& out, const CodeState& state, CodeSet set);
 void append_different_on(std::u16string& out, const CodeState& state, const CodeState& last,
                          CodeSet set);
-/// `next` is null after the last run: then everything is switched off.
+/// `next` is null after the last run: everything is switched off.
 void append_different_off(std::u16string& out, const CodeState& state, const CodeState* next,
                           CodeSet set);
 

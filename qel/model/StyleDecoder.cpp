@@ -11,17 +11,18 @@
 namespace qel {
 namespace {
 
-OutputForm form_of(OutputForm::Codes codes, std::int32_t flags, bool trim, bool single_blanks) {
-  OutputForm form;
-  form.codes = (flags & ofPlainText) != 0 ? OutputForm::Codes::none : codes;
-  form.without_ignored = (flags & ofWithoutIgnored) != 0;
-  form.without_hidden = (flags & ofWithoutHidden) != 0;
-  form.without_note = (flags & ofWithoutNote) != 0;
-  form.line_codes = (flags & ofLineCodes) != 0;
-  form.trim_left = trim;
-  form.trim_right = trim;
-  form.single_blanks = single_blanks;
-  return form;
+OutputOptions options_of(OutputOptions::Codes codes, std::int32_t flags, bool trim,
+                         bool single_blanks) {
+  OutputOptions options;
+  options.codes = (flags & ofPlainText) != 0 ? OutputOptions::Codes::none : codes;
+  options.without_ignored = (flags & ofWithoutIgnored) != 0;
+  options.without_hidden = (flags & ofWithoutHidden) != 0;
+  options.without_note = (flags & ofWithoutNote) != 0;
+  options.line_codes = (flags & ofLineCodes) != 0;
+  options.trim_left = trim;
+  options.trim_right = trim;
+  options.single_blanks = single_blanks;
+  return options;
 }
 
 std::u16string spelled(const std::u16string& codes, const CustomCodes& spelling) {
@@ -39,7 +40,7 @@ std::u16string spelled(const std::u16string& codes, std::u16string_view spelling
 std::u16string StyleDecoder::get_QELText() const { return GetQELText(ofMarkup, false, false); }
 
 void StyleDecoder::put_QELText(std::u16string_view Text) {
-  // Taken first: `Text` may be a view of a segment that is about to go.
+  // Copied first: `Text` may be a view of a segment that is about to go.
   std::u16string text = protect_escaped_codes(std::u16string(Text));
   words_.reset();
   segments_->Clear();
@@ -67,15 +68,15 @@ std::shared_ptr<iStyle> StyleDecoder::SegmentStyle(std::int32_t Index) const {
 std::u16string StyleDecoder::GetQELText(std::int32_t Flags, bool RemoveLeadingAndTrailingSpaces,
                                         bool RemoveDoubleSpaces) const {
   return encode(*segments_, line_codes_at_end_,
-                form_of(OutputForm::Codes::current, Flags, RemoveLeadingAndTrailingSpaces,
-                        RemoveDoubleSpaces));
+                options_of(OutputOptions::Codes::current, Flags, RemoveLeadingAndTrailingSpaces,
+                           RemoveDoubleSpaces));
 }
 
 std::u16string StyleDecoder::GetQELTextv6(std::int32_t Flags, bool RemoveLeadingAndTrailingSpaces,
                                           bool RemoveDoubleSpaces) const {
-  return encode(
-      *segments_, line_codes_at_end_,
-      form_of(OutputForm::Codes::v6, Flags, RemoveLeadingAndTrailingSpaces, RemoveDoubleSpaces));
+  return encode(*segments_, line_codes_at_end_,
+                options_of(OutputOptions::Codes::v6, Flags, RemoveLeadingAndTrailingSpaces,
+                           RemoveDoubleSpaces));
 }
 
 std::u16string StyleDecoder::get_QELTextv6() const { return GetQELTextv6(ofMarkup, false, false); }
@@ -89,10 +90,10 @@ std::u16string StyleDecoder::get_Text() const { return GetQELText(ofPlainText, f
 void StyleDecoder::SetCustomCodes(std::u16string_view Codes) { custom_codes_ = CustomCodes(Codes); }
 
 std::u16string StyleDecoder::get_TextCustom() const {
-  OutputForm form;
-  form.codes = OutputForm::Codes::custom;
-  form.custom = &custom_codes_;
-  return encode(*segments_, line_codes_at_end_, form);
+  OutputOptions options;
+  options.codes = OutputOptions::Codes::custom;
+  options.custom = &custom_codes_;
+  return encode(*segments_, line_codes_at_end_, options);
 }
 
 std::u16string StyleDecoder::OnCodes(const iStyle& Style, std::u16string_view Codes) const {
@@ -108,10 +109,9 @@ std::u16string StyleDecoder::CustomOffCodes(const iStyle& Style, std::u16string_
   return OffCodes(Style, Codes);
 }
 
-void StyleDecoder::DivideSegmentsGivenSelStartAndLength(std::int16_t SelStart,
-                                                        std::int16_t SelLength) {
+void StyleDecoder::divide(std::ptrdiff_t start, std::ptrdiff_t length) {
   words_.reset();
-  division::divide(*segments_, SelStart, SelLength);
+  division::divide(*segments_, start, length);
 }
 
 std::int16_t StyleDecoder::GetSegmentIndexGivenStartAndLength(std::int16_t SelStart,
@@ -187,35 +187,35 @@ std::int32_t StyleDecoder::WordSegmentIndex(std::int32_t Index, std::int32_t Seg
 namespace {
 
 std::u16string trimmed(StyleDecoder& decoder, std::u16string_view text,
-                       const SegmentCollection& segments, bool OutputForm::*left,
-                       bool OutputForm::*right) {
+                       const SegmentCollection& segments, bool OutputOptions::*left,
+                       bool OutputOptions::*right) {
   decoder.put_QELText(text);
-  OutputForm form;
-  if (left != nullptr) form.*left = true;
-  if (right != nullptr) form.*right = true;
-  return encode(segments, 0, form);
+  OutputOptions options;
+  if (left != nullptr) options.*left = true;
+  if (right != nullptr) options.*right = true;
+  return encode(segments, 0, options);
 }
 
 }  // namespace
 
 std::u16string StyleDecoder::TrimStr(std::u16string_view Text) {
-  return trimmed(*this, Text, *segments_, &OutputForm::trim_left, &OutputForm::trim_right);
+  return trimmed(*this, Text, *segments_, &OutputOptions::trim_left, &OutputOptions::trim_right);
 }
 
 std::u16string StyleDecoder::LTrimStr(std::u16string_view Text) {
-  return trimmed(*this, Text, *segments_, &OutputForm::trim_left, nullptr);
+  return trimmed(*this, Text, *segments_, &OutputOptions::trim_left, nullptr);
 }
 
 std::u16string StyleDecoder::RTrimStr(std::u16string_view Text) {
-  return trimmed(*this, Text, *segments_, nullptr, &OutputForm::trim_right);
+  return trimmed(*this, Text, *segments_, nullptr, &OutputOptions::trim_right);
 }
 
 std::u16string StyleDecoder::RemoveLeadingPunctuation(std::u16string_view Text) {
-  return trimmed(*this, Text, *segments_, &OutputForm::trim_left_punctuation, nullptr);
+  return trimmed(*this, Text, *segments_, &OutputOptions::trim_left_punctuation, nullptr);
 }
 
 std::u16string StyleDecoder::RemoveTrailingPunctuation(std::u16string_view Text) {
-  return trimmed(*this, Text, *segments_, nullptr, &OutputForm::trim_right_punctuation);
+  return trimmed(*this, Text, *segments_, nullptr, &OutputOptions::trim_right_punctuation);
 }
 
 }  // namespace qel

@@ -16,16 +16,16 @@ namespace qel {
 enum OutputFlags : std::int32_t {
   ofMarkup = 0,
   ofPlainText = 1,       ///< the text without codes
-  ofWithoutIgnored = 2,  ///< leave runs in colour 1 out
-  ofWithoutHidden = 4,   ///< leave runs in colour 2 out
-  ofWithoutNote = 8,     ///< leave runs in colour 3 out
+  ofWithoutIgnored = 2,  ///< leave out runs in colour 1
+  ofWithoutHidden = 4,   ///< leave out runs in colour 2
+  ofWithoutNote = 8,     ///< leave out runs in colour 3
   /// Write "/nl" (in plain text CR LF) where the decoded text had it. Without this flag line codes
   /// are dropped, as decoding drops them from the runs.
   ofLineCodes = 16,
 };
 
-/// Turns markup into styled segments and segments back into markup. Decoding never fails: what is
-/// not a code is text. Positions and lengths count visible characters in UTF-16 code units.
+/// Turns markup into styled segments and segments back into markup. Decoding never fails: whatever
+/// is not a code is text. Positions and lengths count visible characters in UTF-16 code units.
 class StyleDecoder {
  public:
   StyleDecoder() = default;
@@ -33,37 +33,36 @@ class StyleDecoder {
   StyleDecoder(const StyleDecoder&) = delete;
   StyleDecoder& operator=(const StyleDecoder&) = delete;
 
-  /// The markup of the segments, without their line codes. Between two runs stand the codes that
-  /// pass from one style to the other, and the last run closes everything. A run that has a colour
-  /// and keeps the font of the one before it is written with "/f0" (see
-  /// `iStyle::DifferentOnCodes`), so that dividing coloured text in a font costs the second part
-  /// its font once the markup is read.
+  /// The markup of the segments, without their line codes. Between two runs are the codes that
+  /// change from one style to the other, and the last run closes everything. A run that has a
+  /// colour and the font of the run before is written with "/f0" (see `iStyle::DifferentOnCodes`):
+  /// where coloured text in a font was divided, the second part has lost its font when the markup
+  /// is read again.
   std::u16string get_QELText() const;
   /// Decodes `Text`, replacing the segments.
   void put_QELText(std::u16string_view Text);
-  /// Decodes `Text` like the property. Options 1 to 3 then divide the segments, without any change
-  /// to the segments' text or styles: 1 between words and blanks, 2 also around numbers, 3 also
-  /// around punctuation. Any other value divides nothing.
+  /// Decodes `Text` as the property does. Options 1 to 3 then divide the segments and leave the
+  /// text and its styles as they are: 1 between words and blanks, 2 around numbers too, 3 around
+  /// punctuation too. Any other value divides nothing.
   void SetQELText(std::u16string_view Text, std::int32_t Options);
 
-  /// The decoder's own segments, shared with the caller. Escaped codes stand in them as
-  /// placeholders
-  /// ("<b1]" for "~/b1"); `restore_escaped_codes` turns those back.
+  /// The decoder's own segments, shared with the caller. In them, escaped codes are placeholders
+  /// ("<b1]" for "~/b1"), which `restore_escaped_codes` turns back.
   std::shared_ptr<SegmentCollection> get_Segments() { return segments_; }
   std::int32_t get_SegmentCount() const { return segments_->Count(); }
   /// Text of the segment at the one-based `Index`; empty when there is none.
   std::u16string SegmentText(std::int32_t Index) const;
-  /// The segment's own style record; nothing when there is no such segment.
+  /// The segment's own style record; none when there is no such segment.
   std::shared_ptr<iStyle> SegmentStyle(std::int32_t Index) const;
 
   static bool IsQELCode(std::u16string_view Text, std::int32_t Flags = sfAll) {
     return qel::IsQELCode(Text, Flags);
   }
 
-  // Further output forms. All of them turn placeholders back into escaped codes.
+  // Other outputs. All of them turn placeholders back into escaped codes.
 
-  /// The text in the form that `Flags` (see `OutputFlags`) asks for. Trimming and the removal of
-  /// double blanks act on visible blanks, also across runs; codes stay.
+  /// The text as `Flags` (see `OutputFlags`) asks for it. Trimming and removing double blanks take
+  /// away visible blanks, across runs too; codes stay.
   std::u16string GetQELText(std::int32_t Flags, bool RemoveLeadingAndTrailingSpaces,
                             bool RemoveDoubleSpaces) const;
   /// The same in the older code set.
@@ -75,8 +74,8 @@ class StyleDecoder {
   /// The text without codes; its length is the sum of the segments' lengths.
   std::u16string get_Text() const;
 
-  /// Sets the spelling of `TextCustom`: items "code=replacement" separated by TAB, "/nl" among the
-  /// codes. A code that is not listed writes nothing.
+  /// Sets the spelling of `TextCustom`: items "code=replacement" separated by TAB, where "/nl" is a
+  /// code too. A code that is not listed writes nothing.
   void SetCustomCodes(std::u16string_view Codes);
   /// The text with the custom spelling of its codes and line codes. The characters of the text
   /// are written as they are, escaped codes with their tilde. As in markup, a font may be switched
@@ -94,13 +93,17 @@ class StyleDecoder {
   /// Cuts segments so that boundaries fall exactly at the edges of the span. An edge beyond the
   /// text, or before it, cuts nothing. A placeholder that is cut becomes the four characters of the
   /// escaped code.
-  void DivideSegmentsGivenSelStartAndLength(std::int16_t SelStart, std::int16_t SelLength);
+  void DivideSegmentsGivenSelStartAndLength(std::int16_t SelStart, std::int16_t SelLength) {
+    divide(SelStart, SelLength);
+  }
+  /// The same for positions beyond 16 bits.
+  void divide(std::ptrdiff_t start, std::ptrdiff_t length);
   /// Divides, then returns the one-based position of the span's first segment, 0 when no segment
   /// begins there, and sets `LastIndex` to that of its last. Without a segment that ends where the
   /// span does, `LastIndex` is the first; without a first segment it is left alone.
   std::int16_t GetSegmentIndexGivenStartAndLength(std::int16_t SelStart, std::int16_t SelLength,
                                                   std::int16_t& LastIndex);
-  /// Divides, then returns the span's first segment; nothing when no segment begins there.
+  /// Divides, then returns the span's first segment; none when no segment begins there.
   std::shared_ptr<Segment> GetSegmentGivenStartAndLength(std::int16_t SelStart,
                                                          std::int16_t SelLength);
   /// Divides, then gives every segment inside the span a copy of `Style` (all that a style's record
@@ -110,9 +113,9 @@ class StyleDecoder {
   void ApplyAttributeToSegmentedText(std::int16_t SelStart, std::int16_t SelLength,
                                      std::int32_t Attribute, bool Value);
 
-  // Words: maximal runs of characters that are not blank. They are taken when first asked for after
-  // a member of this class changed the text or its segments; changes that a host makes to the
-  // segments themselves do not show. Positions are one-based. Escaped codes stand as their
+  // Words: maximal runs of characters that are not blank. They are found when first asked for after
+  // a member of this class has changed the text or its segments; changes that a host makes to the
+  // segments themselves do not show. Positions are one-based. Escaped codes appear as their
   // placeholders.
 
   std::shared_ptr<WordCollection> get_Words() const;
@@ -121,7 +124,7 @@ class StyleDecoder {
   std::u16string WordText(std::int32_t Index) const;
   /// How many segments the word lies in; 0 when there is no such word.
   std::int32_t WordSegmentCount(std::int32_t Index) const;
-  /// The word's `SegmentNumber`-th segment; nothing when there is none.
+  /// The word's `SegmentNumber`-th segment, if there is one.
   std::shared_ptr<Segment> WordSegment(std::int32_t Index, std::int32_t SegmentNumber) const;
   /// Where that segment stands in `Segments`; 0 when there is none.
   std::int32_t WordSegmentIndex(std::int32_t Index, std::int32_t SegmentNumber) const;

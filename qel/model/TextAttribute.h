@@ -34,7 +34,7 @@ enum TextAttribute : std::int32_t {
   taColor7,
   taColor8,
   taColor9 = 25,
-  // Changes of the letters; these are no part of a style.
+  // Changes of case, which are not part of a style.
   taUpperCase = 26,
   taLowerCase = 27,
   taChangeCase = 28,
@@ -43,13 +43,13 @@ enum TextAttribute : std::int32_t {
   taFirstToLower = 31,
 };
 
-/// Whether the style has the attribute: the flag is set, or the font or colour is that one.
-/// `taPlain` and the changes of letters, which no style has, are never set.
+/// Whether the style has the attribute: the flag is set, or the font or colour is that one. No
+/// style has `taPlain` or a change of case.
 bool has_attribute(const iStyle& style, std::int32_t attribute);
 
-/// Switches the attribute of `style` on or off. Off, a font or colour becomes index 0 whatever it
-/// was; `taPlain` resets the style either way. Changes of letters, and any other number, change
-/// nothing.
+/// Switches the attribute of `style` on or off. Switching off a font or colour gives index 0,
+/// whatever it was; `taPlain` resets the style either way. Changes of case, and any other number,
+/// do nothing.
 void set_attribute(iStyle& style, std::int32_t attribute, bool on);
 
 }  // namespace qel

@@ -25,7 +25,7 @@ std::size_t trailing_blanks(std::u16string_view text) {
   return text.size() - (text.find_last_not_of(u' ') + 1);
 }
 
-// The placeholder of an escaped code looks like punctuation at both ends, and is none.
+// The placeholder of an escaped code looks like punctuation at both ends, but is not.
 
 std::size_t leading_punctuation(std::u16string_view text) {
   std::size_t count = 0;
@@ -61,7 +61,7 @@ void trim_right(std::vector<Run>& runs, Measure unwanted) {
   }
 }
 
-/// Of several blanks in a row, whatever the runs they lie in, the first stays.
+/// Keeps the first of several blanks in a row, whichever runs they lie in.
 void remove_double_blanks(std::vector<Run>& runs, std::deque<std::u16string>& storage) {
   bool after_blank = false;
   const auto is_surplus = [&](char16_t character) {
@@ -80,17 +80,18 @@ void remove_double_blanks(std::vector<Run>& runs, std::deque<std::u16string>& st
 
 }  // namespace
 
-bool trims(const OutputForm& form) {
-  return form.trim_left || form.trim_right || form.trim_left_punctuation ||
-         form.trim_right_punctuation || form.single_blanks;
+bool trims(const OutputOptions& options) {
+  return options.trim_left || options.trim_right || options.trim_left_punctuation ||
+         options.trim_right_punctuation || options.single_blanks;
 }
 
-void trim(std::vector<Run>& runs, const OutputForm& form, std::deque<std::u16string>& storage) {
-  if (form.trim_left) trim_left(runs, leading_blanks);
-  if (form.trim_right) trim_right(runs, trailing_blanks);
-  if (form.trim_left_punctuation) trim_left(runs, leading_punctuation);
-  if (form.trim_right_punctuation) trim_right(runs, trailing_punctuation);
-  if (form.single_blanks) remove_double_blanks(runs, storage);
+void trim(std::vector<Run>& runs, const OutputOptions& options,
+          std::deque<std::u16string>& storage) {
+  if (options.trim_left) trim_left(runs, leading_blanks);
+  if (options.trim_right) trim_right(runs, trailing_blanks);
+  if (options.trim_left_punctuation) trim_left(runs, leading_punctuation);
+  if (options.trim_right_punctuation) trim_right(runs, trailing_punctuation);
+  if (options.single_blanks) remove_double_blanks(runs, storage);
 }
 
 }  // namespace qel

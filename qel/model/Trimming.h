@@ -10,7 +10,7 @@
 
 namespace qel {
 
-struct OutputForm;
+struct OutputOptions;
 
 /// One run on its way to the output.
 struct Run {
@@ -19,11 +19,13 @@ struct Run {
   std::int32_t line_codes_before = 0;
 };
 
-/// Whether the form wants any visible characters taken away.
-bool trims(const OutputForm& form);
+/// Whether the options ask for the removal of visible characters.
+bool trims(const OutputOptions& options);
 
-/// Takes away the visible characters that the form does not want. Every run stays, if only as an
-/// empty one, so that its codes do. `storage` holds the texts that are no longer parts of the old.
-void trim(std::vector<Run>& runs, const OutputForm& form, std::deque<std::u16string>& storage);
+/// Removes the visible characters that the options do not want. Every run stays, if only as an
+/// empty one, so that its codes stay. `storage` holds the texts that are no longer parts of the old
+/// ones.
+void trim(std::vector<Run>& runs, const OutputOptions& options,
+          std::deque<std::u16string>& storage);
 
 }  // namespace qel

@@ -22,10 +22,10 @@ class Word {
   const std::u16string& get_Text() const { return text_; }
   /// How many segments the word lies in.
   std::int32_t SegmentCount() const { return static_cast<std::int32_t>(segments_.size()); }
-  /// The `Index`-th of them, from 1; nothing outside 1 to `SegmentCount`.
+  /// The `Index`-th of them, from 1; none outside 1 to `SegmentCount`.
   std::shared_ptr<qel::Segment> Segment(std::int32_t Index) const;
-  /// Where the `Index`-th of them stood in the text's segments when the words were taken, from 1;
-  /// 0 outside 1 to `SegmentCount`.
+  /// Where the `Index`-th of them stood among the text's segments when the words were found, from
+  /// 1; 0 outside 1 to `SegmentCount`.
   std::int32_t SegmentIndex(std::int32_t Index) const;
 
  private:

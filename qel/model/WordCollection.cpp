@@ -12,7 +12,7 @@ constexpr std::u16string_view blanks =
     u" \t\n\v\f\r\u0085\u1680\u2000\u2001\u2002\u2003\u2004\u2005\u2006\u2008\u2009\u200A\u2028"
     u"\u2029\u205F\u3000";
 
-/// Puts words together from the pieces of them that lie in each segment.
+/// Puts words together from their pieces in each segment.
 class WordBuilder {
  public:
   explicit WordBuilder(std::vector<std::shared_ptr<Word>>& words) : words_(words) {}

@@ -9,16 +9,16 @@
 
 namespace qel {
 
-/// The words of a decoded text in their order. Positions are one-based.
+/// The words of a decoded text in order. Positions are one-based.
 class WordCollection {
  public:
   WordCollection() = default;
-  /// The words of the segments: the maximal runs of characters that are not blank, whatever the
-  /// segments. Blank is white space but the no-break space, which joins.
+  /// The words of the segments: the maximal runs of characters that are not blank, even across
+  /// segments. Blanks are white space other than no-break spaces.
   explicit WordCollection(const SegmentCollection& segments);
 
   std::int32_t Count() const { return static_cast<std::int32_t>(words_.size()); }
-  /// The word at `Index`; nothing outside 1 to `Count`.
+  /// The word at `Index`; none outside 1 to `Count`.
   std::shared_ptr<Word> Item(std::int32_t Index) const;
 
   auto begin() const { return words_.begin(); }

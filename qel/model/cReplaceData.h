@@ -8,11 +8,11 @@
 
 namespace qel {
 
-/// A style to be put onto text, and which parts of the text's own style to keep. A new record keeps
+/// A style to apply to text, and which parts of the text's own style to keep. A new record keeps
 /// all of them. No member raises an error; indexes out of range are stored as given.
 class cReplaceData : public ReservedColors<cReplaceData> {
  public:
-  bool DontChangeStyle = true;  ///< keep the target's character attributes
+  bool DontChangeStyle = true;  ///< keep the target's attributes (`QELText`: its whole style)
   bool DontChangeFont = true;   ///< keep the target's font index
   bool DontChangeColor = true;  ///< keep the target's colour index
   bool Bold = false;
@@ -29,7 +29,7 @@ class cReplaceData : public ReservedColors<cReplaceData> {
   /// Reads such a text; a value that does not convert leaves its field as it was. Never raises.
   void put_All(std::u16string_view Value);
 
-  /// Back to the defaults.
+  /// Resets all fields to the defaults.
   void Initialize();
 
   friend bool operator==(const cReplaceData&, const cReplaceData&) = default;

@@ -60,8 +60,8 @@ void iStyle::put_All(std::u16string_view Value) {
 }
 
 void iStyle::copy_record(const iStyle& source) {
-  // Only a separator in the name, or a size that is no decimal number, changes on the way through
-  // the text.
+  // Only a separator in the name, or a size that is not finite, changes on the way through the
+  // text.
   if (source.Name.find(separator) != std::u16string::npos || !std::isfinite(source.Size)) {
     put_All(source.get_All());
     return;

@@ -30,29 +30,29 @@ class iStyle : public ReservedColors<iStyle> {
   static std::u16string OnCodes(const iStyle& pStyle);
   /// The codes that switch off all that `pStyle` has.
   static std::u16string OffCodes(const iStyle& pStyle);
-  /// The codes that switch on what `pStyle` has and `LastStyle`, the run before, had not. Where
+  /// The codes that switch on what `pStyle` has and `LastStyle`, the run before, does not. Where
   /// `pStyle` has a colour and keeps the font, "/f0" is written too and the font is lost: this is
-  /// meant.
+  /// intended.
   static std::u16string DifferentOnCodes(const iStyle& pStyle, const iStyle& LastStyle);
-  /// The codes that switch off what `pStyle` has and the run after lacks; all of it when there is
-  /// no run after (null).
+  /// The codes that switch off what `pStyle` has and `NextStyle`, the run after, lacks; all of it
+  /// when there is no run after (null).
   static std::u16string DifferentOffCodes(const iStyle& pStyle, const iStyle* NextStyle);
-
-  /// The record as text: twelve values joined by "<Font:Rec>".
-  std::u16string get_All() const;
-  /// Reads such a text; a value that does not convert leaves its field as it was. Never raises.
-  void put_All(std::u16string_view Value);
-  /// Takes over from `source` what its record text carries: everything but `TitleCase`.
-  void copy_record(const iStyle& source);
-
-  /// Back to the defaults, but for `TitleCase`, which stays.
-  void Initialize();
 
   /// The same four in the older code set, which has two fonts and two colours.
   static std::u16string v6OnCodes(const iStyle& pStyle);
   static std::u16string v6OffCodes(const iStyle& pStyle);
   static std::u16string v6DifferentOnCodes(const iStyle& pStyle, const iStyle& LastStyle);
   static std::u16string v6DifferentOffCodes(const iStyle& pStyle, const iStyle* NextStyle);
+
+  /// The record as text: twelve values joined by "<Font:Rec>".
+  std::u16string get_All() const;
+  /// Reads such a text; a value that does not convert leaves its field as it was. Never raises.
+  void put_All(std::u16string_view Value);
+  /// Copies what the record text of `source` carries: everything but `TitleCase`.
+  void copy_record(const iStyle& source);
+
+  /// Resets everything but `TitleCase` to the defaults.
+  void Initialize();
 
   friend bool operator==(const iStyle&, const iStyle&) = default;
 };

@@ -45,7 +45,7 @@ void QELIndexColors::put_All(std::u16string_view Value) {
     try {
       put_LabelColor(index, color);
     } catch (const std::exception&) {
-      // Another label has this colour, say: the item is skipped like one that is no number.
+      // Another label may have this colour: the item is skipped like one that is not a number.
       return;
     }
   });

@@ -21,9 +21,9 @@ class QELIndexColors {
   QELIndexColors(const QELIndexColors&) = delete;
   QELIndexColors& operator=(const QELIndexColors&) = delete;
 
-  /// The lowest of 1 to 9 with this colour; 0 when colour 0 has it; -1 when none has.
+  /// 0 when colour 0 is this colour, else the lowest of 1 to 9 that is; -1 when none is.
   std::int16_t ColorIndexGivenColor(Color Value) const;
-  /// The current value of the system colour that `Value` names. The high bit is not looked at.
+  /// The current value of the system colour that `Value` names. The high bit is ignored.
   static Color ConvertSystemColor(Color Value);
 
   /// The table as text: colours, label colours, label names and the active label, joined by
@@ -43,7 +43,7 @@ class QELIndexColors {
   void put_ActiveLabelIndex(std::int16_t Index) { get_Labels()->put_ActiveLabelIndex(Index); }
   Color get_ActiveLabelColor() const { return get_Labels()->get_ActiveLabelColor(); }
 
-  /// Takes over colours and labels as they are; `ColorTable` is not rebuilt.
+  /// Copies colours and labels as they are; `ColorTable` is not rebuilt.
   void CopyFrom(const QELIndexColors& Source);
   /// Sets the target's colours and labels one by one.
   void CopyTo(QELIndexColors& Target) const;
@@ -72,11 +72,11 @@ class QELIndexColors {
   Color get_NoteColor() const { return get_Color(3); }
   void put_NoteColor(Color Value) { put_Color(3, Value); }
 
-  /// For hosts that want no colour twice: raises 0x80042AF9 when an index other than `index` has
-  /// `value`. No setter asks.
+  /// For hosts that do not want any colour twice: raises 0x80042AF9 when an index other than
+  /// `index` has `value`. No setter checks this.
   void require_unused_color(Color value, std::int16_t index) const;
-  /// The same question before `value` becomes a label's colour; raises 0x80042AFA. It too looks at
-  /// the text colours.
+  /// The same check before `value` becomes a label's colour, against the text colours too; raises
+  /// 0x80042AFA.
   void require_unused_label_color(Color value, std::int16_t index) const;
 
  private:

@@ -37,7 +37,7 @@ std::u16string QELIndexFonts::FontTable(platform::MeasuringSurface* Surface) {
 }
 
 void QELIndexFonts::mark_symbol_fonts(platform::MeasuringSurface& surface) {
-  // A surface may answer by way of the host's own fonts, font 0 of this table among them.
+  // A surface may try a font out by changing the host's own fonts, and so font 0 of this table.
   const std::u16string default_font = names_.front();
   for (std::size_t i = 0; i < count; ++i) {
     is_symbol_[i] = false;
@@ -46,7 +46,7 @@ void QELIndexFonts::mark_symbol_fonts(platform::MeasuringSurface& surface) {
       surface.put_TestFont(names_[i]);
       is_symbol_[i] = surface.test_font_character_set() == platform::CharacterSet::symbol;
     } catch (const std::exception&) {
-      // The font stays unmarked: a font that cannot be tried out is no reason not to convert.
+      // The font stays unmarked: not being able to try a font out is no reason to give up.
       continue;
     }
   }

@@ -16,16 +16,16 @@ class QELIndexFonts {
   /// The name of an unused entry.
   static constexpr std::u16string_view unused = u"<none>";
 
-  /// The lowest of 1 to 9 with this name, whatever its case; 0 when font 0 has it; -1 when none
-  /// has.
+  /// 0 when font 0 has this name, else the lowest of 1 to 9 that has it, ignoring case; -1 when
+  /// none has.
   std::int16_t FontIndexGivenFontName(std::u16string_view Name) const;
   /// The font table of an RTF document. Fonts that the surface reports as symbol fonts are marked;
-  /// one that it cannot answer for is not. Raises an error when there is no surface (null).
+  /// a font that it cannot try out is not. Raises an error when there is no surface (null).
   std::u16string FontTable(platform::MeasuringSurface* Surface);
 
   /// The table as text: the ten names joined by TAB, then "<Fonts:Rec>" and the size.
   std::u16string get_All() const;
-  /// Reads such a text. Never raises: missing names become empty, and a size that is no number
+  /// Reads such a text. Never raises: missing names become empty, and a size that is not a number
   /// leaves the size as it was.
   void put_All(std::u16string_view Value);
 

@@ -18,7 +18,7 @@ std::u16string QELIndexLabels::get_All() const {
   std::u16string record = table_records::write_items(
       [&](std::int16_t index) { return records::from_integer(get_Color(index)); });
   record.append(separator);
-  // Not a slip: stored records have colour 0 in the place of name 0.
+  // Not a slip: stored records have colour 0 in place of name 0.
   record.append(table_records::write_items([&](std::int16_t index) {
     return index == 0 ? records::from_integer(get_Color(0)) : get_Name(index);
   }));

@@ -9,16 +9,16 @@
 
 namespace qel {
 
-/// Ten label colours with names and one active label. Label 0 is a placeholder; 1 to 9 are the ones
-/// to choose from.
+/// Ten label colours with names and one active label. Label 0 is a placeholder; 1 to 9 are those to
+/// choose from.
 class QELIndexLabels {
  public:
-  /// The table as text: colours, names and active index, joined by "<Labels:Rec>". The first of the
-  /// names is the number of colour 0.
+  /// The table as text: colours, names and active index, joined by "<Labels:Rec>". In place of the
+  /// first name it has the number of colour 0.
   std::u16string get_All() const;
   /// Reads such a text. Never raises; what does not convert is skipped. Colours convert as 16-bit
-  /// integers only, so most real colours are skipped; names and the active index are taken
-  /// unchecked, that of label 0 too, and missing names become empty.
+  /// integers only, so most real colours are skipped; names, that of label 0 too, and the active
+  /// index are not checked, and missing names become empty.
   void put_All(std::u16string_view Value);
 
   std::int16_t get_ActiveLabelIndex() const { return active_; }
@@ -27,7 +27,7 @@ class QELIndexLabels {
   /// Colour of the active label.
   Color get_ActiveLabelColor() const { return get_Color(active_); }
 
-  /// Takes over the colours, names and active index; name 0 becomes empty.
+  /// Copies the colours, names and active index; name 0 becomes empty.
   void CopyFrom(const QELIndexLabels& Source);
   /// Sets the target's colours, names and active index one by one, with the checks of its setters.
   void CopyTo(QELIndexLabels& Target) const;

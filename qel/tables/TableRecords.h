@@ -14,7 +14,7 @@ namespace qel::table_records {
 constexpr std::u16string_view item_separator = u"\t";
 constexpr std::size_t table_size = 10;
 
-/// Whether `index` is one of a table's, 0 to 9.
+/// Whether `index` is an index of a table, 0 to 9.
 constexpr bool is_index(std::int32_t index) {
   return index >= 0 && index < static_cast<std::int32_t>(table_size);
 }

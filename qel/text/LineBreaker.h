@@ -6,23 +6,24 @@
 
 namespace qel {
 
-/// How many characters of a text go onto the next line: all of them if they fit; else as many whole
-/// words as fit, without the blank behind the last; else as many characters as fit, one at the
-/// least, so that every line moves on.
+/// How many characters of a text go on the next line: all of them if they fit; else as many whole
+/// words as fit, without the blank after the last; else as many characters as fit, but at least
+/// one, so that every line makes progress.
 ///
-/// The rule is to back off from the end of the text word by word. Longer beginnings are at least as
-/// wide as shorter ones where a line may end, so the place is searched for from the front, by
-/// widths of doubling beginnings and then by halving: a line costs what the line is long.
+/// The rule is to back off from the end of the text word by word. Where a line may end, longer
+/// beginnings of the text are at least as wide as shorter ones. So the place is searched for from
+/// the front, by measuring beginnings of doubling length and then halving: the cost depends on the
+/// line, not on the text.
 ///
-/// `Text` answers for the beginnings of the text:
+/// `Text` answers questions about beginnings of the text:
 ///   bool has(k)                whether there are at least `k` characters
 ///   bool is_blank(k)           whether the k-th (one-based) is a blank
-///   bool may_end_after(k)      whether a line may be cut behind the k-th
-///   bool fits(k), fits()       whether the first `k`, or all, fit onto the line
+///   bool may_end_after(k)      whether a line may end after the k-th
+///   bool fits(k), fits()       whether the first `k`, or all, fit on the line
 template <class Text>
 class LineBreaker {
  public:
-  /// `usual` is a guess at the result: what the line before took.
+  /// `usual` is a guess at the result: the length of the line before.
   static std::size_t length_of_line(Text& text, std::size_t usual) {
     std::size_t fitting = 0;
     std::size_t bound = end_at_or_after(text, std::max<std::size_t>(usual + usual / 4, 16));
@@ -55,7 +56,7 @@ class LineBreaker {
     return fitting_characters(text, fitting, words.empty() ? bound : words.front());
   }
 
-  /// The counts before blanks, but for a blank at the very beginning.
+  /// The counts before blanks, except a blank at the very beginning.
   static std::vector<std::size_t> word_ends(Text& text, std::size_t bound) {
     std::vector<std::size_t> ends;
     for (std::size_t k = 2; k <= bound; ++k) {

@@ -22,7 +22,7 @@ std::size_t LinkedList::checked(std::int32_t id, std::string_view member) const 
   return place;
 }
 
-/// A new node without neighbours, which becomes the current one.
+/// Appends a node without neighbours, which becomes the current one.
 std::int32_t LinkedList::append(Variant value) {
   nodes_.push_back({0, 0, std::move(value)});
   return current_ = static_cast<std::int32_t>(nodes_.size() - 1);
@@ -70,9 +70,9 @@ std::int32_t LinkedList::AddAfterCurrent(Variant Value) {
   return added;
 }
 
-/// Back to the state of a new list.
+/// Resets the list to the state of a new one.
 void LinkedList::reset() {
-  // The values go last: their end may run code that uses this list.
+  // The values are released last: their destructors may run code that uses this list.
   const auto released = std::exchange(nodes_, std::vector<ListNode>(1));
   first_ = last_ = current_ = 0;
 }
@@ -114,8 +114,8 @@ void LinkedList::Clear() {
   if (current_ != 0) reset();
 }
 
-/// Calls `visit` with the id of each node from the top while it returns true. No link is known to
-/// lead back up, whatever the cursor stood on; the bound does not depend on it.
+/// Calls `visit` with the id of each node from the top while it returns true. No way is known to
+/// make a link lead back up, but the bound does not rely on that.
 template <class Visit>
 void LinkedList::walk(std::string_view member, Visit visit) const {
   std::size_t left = nodes_.size();
@@ -138,7 +138,8 @@ void LinkedList::Compress() {
   for (const std::int32_t id : order) {
     const auto added = static_cast<std::int32_t>(nodes.size());
     ListNode& old = node(id);
-    // Found by the link to it, which the first node has none of; so is the end of the list.
+    // The current node is found by the link to it: none leads to the first node, and 0 is the link
+    // at the end.
     if (old.NextID == current_) current = added + 1;
     nodes.push_back({added + 1, added - 1, std::move(old.Data)});
   }
@@ -146,13 +147,13 @@ void LinkedList::Compress() {
   first_ = 1;
   last_ = static_cast<std::int32_t>(order.size());
   current_ = current;
-  nodes_.swap(nodes);  // the values in holes go last, as in `reset`
+  nodes_.swap(nodes);  // the values in holes are released last, as in `reset`
 }
 
 Variant LinkedList::GetData(std::int32_t ID) const { return nodes_[checked(ID, "GetData")].Data; }
 
 std::int32_t LinkedList::SetData(Variant Value) {
-  current_node("SetData").Data.swap(Value);  // the old value goes last, as in `reset`
+  current_node("SetData").Data.swap(Value);  // the old value is released last, as in `reset`
   return 0;
 }
 

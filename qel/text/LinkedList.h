@@ -18,16 +18,16 @@ struct ListNode {
 
 /// A doubly linked list of values with a cursor, the current node.
 ///
-/// Nodes are known by ids from 1 up, which stay valid until the node is taken out, or renumbered by
-/// `Compress`; 0 is no node. The place of a node that was taken out stays as a hole: its id is not
-/// used again before the list is compressed, or emptied by `DeleteCurrent` or `Clear`.
+/// Nodes have ids from 1 up, which stay valid until the node is removed or `Compress` renumbers it;
+/// 0 is no node. The place of a removed node remains as a hole: its id is not used again before the
+/// list is compressed, or emptied by `DeleteCurrent` or `Clear`.
 ///
-/// `GotoID` lets the cursor stand on a hole or on nothing. Members that work on the current node
-/// then do so without a check: they read and write the links of the hole, or those of an unused
-/// place with id 0, and may leave nodes out of the list. This is meant, and harms nothing but the
-/// order. A cursor on an id that has no place at all makes them raise error 9 (subscript out of
-/// range) and change nothing. Walks along the list end after as many nodes as there are places;
-/// links that lead on from there would raise the same error.
+/// `GotoID` lets the cursor stand on a hole or on nothing. Members that work on the current node do
+/// not check that: they read and write the links of the hole, or of an unused place with id 0, and
+/// may cut nodes off the list. This is intended and harms only the order. With a cursor on an id
+/// that has no place at all, they raise error 9 (subscript out of range) and change nothing. Walks
+/// along the list end after as many nodes as there are places; links that lead on from there would
+/// raise the same error.
 class LinkedList {
  public:
   // Adding returns the id of the new node, which becomes the current one.
@@ -39,19 +39,19 @@ class LinkedList {
   /// Adds below the current node; an empty list gets its only node.
   std::int32_t AddAfterCurrent(Variant Value);
 
-  /// Takes the current node out and returns the id of the new current node: the one below, at the
-  /// bottom the last, 0 in a list that is now empty. The hole keeps its value, but with the last
-  /// node all places and values go. A current node without neighbours counts as the last one, and
-  /// so does a cursor on nothing: then the whole list goes.
+  /// Removes the current node and returns the id of the new current node: the one below, at the
+  /// bottom the last, 0 in a list that is now empty. The hole keeps its value, but when the only
+  /// node is removed, all places and values are dropped. A current node without neighbours counts
+  /// as the only one, and so does a cursor on nothing: the whole list is dropped.
   Variant DeleteCurrent();
-  /// Takes the current node out and returns its value, which becomes the empty text in the hole.
-  /// The node below becomes the current one, or the one above. Empty, without any change, when
-  /// there is no current node.
+  /// Removes the current node and returns its value; the hole holds the empty text. The node below
+  /// becomes the current one, else the one above. Without a current node the result is empty and
+  /// nothing changes.
   Variant RemoveCurrentLink();
   /// Deletes all nodes, and the holes with them. A list that has only holes keeps them.
   void Clear();
-  /// Renumbers the nodes 1, 2, ... in their order and drops the holes. The cursor stays on its
-  /// node, but goes from the first node to none (0), and from none to the id after the last.
+  /// Renumbers the nodes 1, 2, ... in order and drops the holes. The cursor stays on its node, but
+  /// moves from the first node to none (0), and from none to the id after the last.
   void Compress();
 
   std::int32_t Current() const { return current_; }
@@ -69,22 +69,23 @@ class LinkedList {
 
   std::int32_t GotoFirst() { return current_ = first_; }
   std::int32_t GotoLast() { return current_ = last_; }
-  /// One node down or up, where there is one. Returns the current id.
+  /// Moves one node down or up, if there is one. Returns the current id.
   std::int32_t GotoNext();
   std::int32_t GotoPrevious();
-  /// Puts the cursor on any id up to the highest that has a place, also on holes, 0 and below.
-  /// A higher one is ignored.
+  /// Puts the cursor on any id up to the highest that has a place, including holes, 0 and negative
+  /// ids. A higher id is ignored.
   void GotoID(std::int32_t ID);
-  /// Puts the cursor on a node of the list and returns its id; 0, without any change, for any
-  /// other id. Takes time in proportion to the list, as do `Count` and `ListIndex`.
+  /// Puts the cursor on a node of the list and returns its id. For any other id it returns 0 and
+  /// changes nothing. Takes time in proportion to the list, as do `Count` and `ListIndex`.
   std::int32_t SetCurrent(std::int32_t ID);
 
   std::int32_t Count() const;
   /// Position of the current node from the top, from 1; 0 when it is not in the list.
   std::int32_t ListIndex() const;
 
-  // Moving the current node. It gets a new id, which is returned, and leaves a hole, also where it
-  // stands at that end already. Without a current node, or one to pass: 0 and no change.
+  // Moving the current node. It gets a new id, which is returned, and leaves a hole, even if it is
+  // at that end already. Without a current node, or a node to pass, these return 0 and change
+  // nothing.
 
   std::int32_t MoveCurrentToTop();
   std::int32_t MoveCurrentToBottom();
@@ -102,7 +103,7 @@ class LinkedList {
   template <class Visit>
   void walk(std::string_view member, Visit visit) const;
 
-  // Place 0 is no node, so that ids are indexes.
+  // Place 0 is not a node, so that ids are indexes.
   std::vector<ListNode> nodes_ = std::vector<ListNode>(1);
   std::int32_t first_ = 0;
   std::int32_t last_ = 0;

@@ -16,7 +16,7 @@ bool is_escaped_code(std::u16string_view text) {
          begins_with_placeholder(protect_escaped_codes(std::u16string(text.substr(0, 4))));
 }
 
-/// What is left of a paragraph, read only as far as its next line asks.
+/// The rest of a paragraph, read only as far as its next line needs.
 class Rest {
  public:
   Rest(std::u16string_view text, float available, const MarkupLines::Measure& measure)
@@ -32,8 +32,8 @@ class Rest {
     return characters_.size() >= count;
   }
   bool is_blank(std::size_t k) const { return text_[character(k).end - 1] == u' '; }
-  /// Not within what is shown as something else: a code that is none of ours, an escaped code. A
-  /// part of one could even be wider than all of it.
+  /// Not within a code that the layout engine does not count as one, or an escaped code: a part of
+  /// it could even be wider than the whole.
   bool may_end_after(std::size_t k) {
     return (!character(k).is_half && character(k).token_left == 0) || !has(k + 1);
   }
@@ -44,7 +44,7 @@ class Rest {
   struct Character {
     std::size_t end;         // in the text
     bool is_half;            // the first of a pair
-    std::size_t token_left;  // how much follows of a code that is none of ours
+    std::size_t token_left;  // how much of the token is still to come
   };
 
   const Character& character(std::size_t k) const { return characters_[k - 1]; }
@@ -56,7 +56,7 @@ class Rest {
     if (token_left_ > 0) {
       --token_left_;
     } else if (is_escaped_code(text_.substr(at_)) && visible::has_code_at(text_, at_ + 1)) {
-      // All of the escaped code but "~" is a code of ours too, which is passed over.
+      // What follows the "~" is one of the engine's own codes too, and is passed over.
       characters_.push_back({++at_, false, 1});
       return true;
     } else {
@@ -67,7 +67,7 @@ class Rest {
     return true;
   }
 
-  /// Of the token that begins here; 1 for a character.
+  /// The length of the token that begins here; 1 for a character.
   std::size_t token_length() const {
     const std::u16string_view rest = text_.substr(at_);
     if (rest.front() == u'/' && IsQELCode(rest.substr(0, 3))) return 3;
@@ -91,7 +91,7 @@ std::optional<std::u16string_view> MarkupLines::next() {
   usual_ = LineBreaker<Rest>::length_of_line(rest, usual_);
   const bool takes_all = !rest.has(usual_ + 1) && rest.fits();
   const std::u16string_view line = takes_all ? rest_ : rest.beginning(usual_);
-  std::u16string_view left = visible::mid(rest_.substr(line.size()), 1, 0);
+  std::u16string_view left = visible::mid(rest_.substr(line.size()), 0);
   left.remove_prefix(std::min(left.find_first_not_of(u' '), left.size()));
   rest_ = left;
   return line;

@@ -8,16 +8,16 @@
 
 namespace qel {
 
-/// The lines of a markup paragraph, one after the other, as word wrap breaks it. Each line is a
-/// part of the paragraph: a line does not repeat the codes of the lines before, and codes between
-/// the last character of a line and the first of the next are in neither. Positions count visible
-/// characters (see VisibleCharacters.h).
+/// The lines into which word wrap breaks a markup paragraph, one after the other. Each line is a
+/// part of the paragraph: it does not repeat the codes of earlier lines, and codes between the last
+/// character of a line and the first of the next are in neither. Positions count visible characters
+/// (see VisibleCharacters.h).
 class MarkupLines {
  public:
   /// Width of a piece of markup with its codes applied.
   using Measure = std::function<float(std::u16string_view markup)>;
 
-  /// `paragraph` has to stay while this lives. The first line may be `width` wide, every later one
+  /// `paragraph` has to outlive this object. The first line may be `width` wide, every later one
   /// `width` less `indent`.
   MarkupLines(std::u16string_view paragraph, float width, float indent, Measure measure)
       : rest_(paragraph),
@@ -25,7 +25,7 @@ class MarkupLines {
         available_later_(width - indent),
         measure_(std::move(measure)) {}
 
-  /// The next line; nothing after the last.
+  /// The next line; none after the last.
   std::optional<std::u16string_view> next();
 
  private:

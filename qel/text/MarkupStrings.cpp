@@ -1,201 +1,150 @@
 #include "qel/text/MarkupStrings.h"
 
 #include <algorithm>
-#include <cstddef>
-#include <optional>
 #include <utility>
 
-#include "qel/base/CaseMapping.h"
 #include "qel/base/Search.h"
-#include "qel/model/Division.h"
-#include "qel/model/QELCode.h"
-#include "qel/model/StyleCodes.h"
+#include "qel/model/StyleDecoder.h"
+#include "qel/text/DecodedStrings.h"
+#include "qel/text/LineCodePositions.h"
+#include "qel/text/MarkupCase.h"
 
 namespace qel::markup {
 namespace {
 
-std::int32_t size_of(std::u16string_view text) { return static_cast<std::int32_t>(text.size()); }
+/// A span within a text.
+class Span {
+ public:
+  Span(const LineCodePositions& text, std::size_t start, std::size_t count)
+      : begin_(std::min(start, text.length())),
+        end_(begin_ + std::min(count, text.length() - begin_)) {}
 
-/// The position of the first segment that ends `end` characters into the text; 0 when none does.
-std::int32_t segment_ending_at(const SegmentCollection& segments, std::int32_t end) {
-  std::int32_t index = 0;
-  std::int32_t total = 0;
-  for (const auto& segment : segments) {
-    ++index;
-    total += segment->length();
-    if (total == end) return index;
-  }
-  return 0;
-}
+  std::size_t begin() const { return begin_; }
+  std::size_t end() const { return end_; }
+  std::ptrdiff_t start() const { return static_cast<std::ptrdiff_t>(begin_); }
+  std::ptrdiff_t count() const { return static_cast<std::ptrdiff_t>(end_ - begin_); }
 
-/// The markup of the last `length` characters that the decoder holds, which it keeps.
-std::u16string keep_last(StyleDecoder& decoder, std::int32_t length) {
-  SegmentCollection& segments = *decoder.get_Segments();
-  const std::int32_t cut = plain_length(decoder) - length;
-  division::divide(segments, 0, cut);
-  segments.remove_first(segment_ending_at(segments, cut));
-  return decoder.get_QELText();
-}
+ private:
+  std::size_t begin_;
+  std::size_t end_;
+};
 
-/// Equal for characters that differ in case alone, final forms of letters included.
-std::u16string folded(std::u16string_view text) { return to_lower(to_upper(text)); }
-
-/// One-based; 0 for none. Nothing is found in an empty text.
-std::size_t position_of(std::size_t found, std::u16string_view text) {
-  return found == std::u16string_view::npos || text.empty() ? 0 : found + 1;
+/// `made` with the line codes if they are to be kept.
+std::u16string with_line_codes(std::u16string made, const LineCodePositions& positions,
+                               LineCodes line_codes) {
+  if (line_codes == LineCodes::kept) return positions.put_into(made);
+  return made;
 }
 
 }  // namespace
 
-std::size_t find(std::u16string_view plain, std::u16string_view search, bool ignores_case) {
-  return position_of(
-      ignores_case ? find_text(folded(plain), folded(search)) : find_text(plain, search), plain);
+std::u16string plain_text(std::u16string_view markup) {
+  StyleDecoder decoder;
+  decoder.put_QELText(markup);
+  return decoder.get_Text();
 }
 
-std::size_t find_last(std::u16string_view plain, std::u16string_view search, bool ignores_case) {
-  if (search.empty()) return position_of(0, plain);
-  return position_of(
-      ignores_case ? find_last_text(folded(plain), folded(search)) : find_last_text(plain, search),
-      plain);
+std::size_t length(std::u16string_view markup) { return LineCodePositions(markup).length(); }
+
+std::size_t find(std::u16string_view markup, std::u16string_view search, Matching matching) {
+  return decoded::find(plain_text(markup), plain_text(search), matching == Matching::ignoring_case);
 }
 
-std::int32_t plain_length(StyleDecoder& decoder) {
-  std::int32_t length = 0;
-  for (const auto& segment : *decoder.get_Segments()) length += segment->length();
-  return length;
+std::size_t find_last(std::u16string_view markup, std::u16string_view search, Matching matching,
+                      std::size_t within) {
+  const std::u16string plain = plain_text(markup);
+  return decoded::find_last(std::u16string_view(plain).substr(0, within), plain_text(search),
+                            matching == Matching::ignoring_case);
 }
 
-std::u16string left(StyleDecoder& decoder, std::u16string_view text, std::int32_t length) {
-  length = std::max(length, 0);
-  decoder.put_QELText(text);
-  SegmentCollection& segments = *decoder.get_Segments();
-  division::divide(segments, 0, length);
-  const std::int32_t last = segment_ending_at(segments, length);
-  if (last > 0) segments.keep_first(last);
-  return decoder.get_QELText();
+std::u16string left(std::u16string_view markup, std::size_t count, LineCodes line_codes) {
+  const LineCodePositions positions(markup);
+  const Span span(positions, 0, count);
+  StyleDecoder decoder;
+  return with_line_codes(decoded::left(decoder, markup, span.count()),
+                         positions.part(span.begin(), span.end()), line_codes);
 }
 
-std::u16string right(StyleDecoder& decoder, std::u16string_view text, std::int32_t length) {
-  decoder.put_QELText(text);
-  return keep_last(decoder, std::max(length, 0));
+std::u16string right(std::u16string_view markup, std::size_t count, LineCodes line_codes) {
+  const LineCodePositions positions(markup);
+  const Span span(positions, positions.length() - std::min(count, positions.length()), count);
+  StyleDecoder decoder;
+  return with_line_codes(decoded::right(decoder, markup, span.count()),
+                         positions.part(span.begin(), span.end()), line_codes);
 }
 
-Surroundings around(StyleDecoder& decoder, std::u16string_view text, std::int32_t start,
-                    std::int32_t length) {
-  Surroundings surroundings;
-  surroundings.before = left(decoder, text, start - 1);
-  decoder.put_QELText(text);
-  const std::int32_t behind = plain_length(decoder) - (start + length - 1);
-  surroundings.behind = keep_last(decoder, std::clamp(behind, 0, size_of(text)));
-  return surroundings;
+std::u16string mid(std::u16string_view markup, std::size_t start, std::size_t count,
+                   LineCodes line_codes) {
+  const LineCodePositions positions(markup);
+  const Span span(positions, start, count);
+  StyleDecoder decoder;
+  return with_line_codes(decoded::mid(decoder, markup, span.start(), span.count()),
+                         positions.part(span.begin(), span.end()), line_codes);
 }
 
-namespace {
+std::u16string replace(std::u16string_view markup, std::size_t start, std::size_t count,
+                       std::u16string_view replacement, LineCodes line_codes) {
+  const LineCodePositions positions(markup);
+  const Span span(positions, start, count);
+  StyleDecoder decoder;
+  auto [made, behind] = decoded::around(decoder, markup, span.start(), span.count());
+  made.append(replacement).append(behind);
+  return with_line_codes(std::move(made),
+                         positions.replaced(span.begin(), span.end(), length(replacement)),
+                         line_codes);
+}
 
-/// Writes the markup of one piece of a text after the other.
-class PieceWriter {
- public:
-  void add(std::u16string_view text, const style_codes::CodeState& state) {
-    if (last_) {
-      style_codes::append_different_off(markup_, *last_, &state, style_codes::CodeSet::current);
-      style_codes::append_different_on(markup_, state, *last_, style_codes::CodeSet::current);
-    } else {
-      style_codes::append_on(markup_, state, style_codes::CodeSet::current);
-    }
-    markup_.append(text);
-    last_ = state;
+std::u16string replace(std::u16string_view markup, std::size_t start, std::size_t count,
+                       std::u16string_view replacement, const cReplaceData& style,
+                       LineCodes line_codes) {
+  const LineCodePositions positions(markup);
+  const Span span(positions, start, count);
+  StyleDecoder decoder;
+  decoded::replace(decoder, markup, span.start(), span.count(), replacement, style);
+  // The decoder has the line codes of the replacement, and of the rest none.
+  const std::int32_t flags = line_codes == LineCodes::kept ? ofLineCodes : ofMarkup;
+  return with_line_codes(decoder.GetQELText(flags, false, false),
+                         positions.replaced(span.begin(), span.end(), length(replacement)),
+                         line_codes);
+}
+
+std::vector<std::u16string> split(std::u16string_view markup, std::u16string_view delimiter,
+                                  LineCodes line_codes) {
+  StyleDecoder decoder;
+  std::vector<std::u16string> parts = decoded::split(decoder, markup, delimiter);
+  const std::u16string plain = plain_text(markup);
+  const bool is_cut = !delimiter.empty() && find_text(plain, delimiter) != npos;
+  if (!is_cut || line_codes == LineCodes::dropped) return parts;
+  const LineCodePositions positions(markup);
+  std::size_t begin = 0;
+  for (std::u16string& part : parts) {
+    const std::size_t end = std::min(find_text(plain, delimiter, begin), plain.size());
+    part = positions.part(begin, end).put_into(part);
+    begin = std::min(end + delimiter.size(), plain.size());
   }
-
-  std::u16string take() {
-    if (last_) style_codes::append_off(markup_, *last_, style_codes::CodeSet::current);
-    last_.reset();
-    return restore_escaped_codes(std::exchange(markup_, {}));
-  }
-
- private:
-  std::u16string markup_;
-  std::optional<style_codes::CodeState> last_;
-};
-
-/// Where a text is cut: at the first `most` delimiters.
-class Cuts {
- public:
-  Cuts(std::u16string_view plain, std::u16string_view delimiter, std::size_t most)
-      : plain_(plain), delimiter_(delimiter), left_(most) {
-    find_end();
-  }
-
-  std::size_t begin() const { return begin_; }  ///< of the current piece
-  std::size_t end() const { return end_; }      ///< `npos` where the rest is one piece
-  bool has_piece() const { return begin_ < plain_.size(); }
-
-  void next() {
-    begin_ = end_ + delimiter_.size();
-    --left_;
-    find_end();
-  }
-
- private:
-  void find_end() {
-    end_ = left_ == 0 ? std::u16string_view::npos : find_text(plain_, delimiter_, begin_);
-  }
-
-  std::u16string_view plain_;
-  std::u16string_view delimiter_;
-  std::size_t left_;
-  std::size_t begin_ = 0;
-  std::size_t end_ = 0;
-};
-
-/// Appends the pieces of the decoder's text, all in one walk along its segments. Whether there is
-/// something left behind the last cut, which is the last piece then.
-bool append_pieces(StyleDecoder& decoder, Cuts cuts, std::vector<std::u16string>& pieces) {
-  PieceWriter writer;
-  std::size_t position = 0;
-  for (const auto& segment : *decoder.get_Segments()) {
-    // Escaped codes as they are in the plain text: a cut may go through the middle of one.
-    const std::u16string text = restore_escaped_codes(segment->get_Text());
-    const std::size_t segment_end = position + text.size();
-    while (cuts.begin() < segment_end) {
-      const std::size_t from = std::max(cuts.begin(), position);
-      const std::size_t to = std::min(std::max(cuts.end(), from), segment_end);
-      if (to > from) {
-        writer.add(std::u16string_view(text).substr(from - position, to - from),
-                   segment->code_state());
-      }
-      if (cuts.end() > segment_end) break;
-      pieces.push_back(writer.take());
-      cuts.next();
-    }
-    position = segment_end;
-  }
-  if (cuts.has_piece()) pieces.push_back(writer.take());
-  return cuts.has_piece();
+  return parts;
 }
 
-}  // namespace
+std::u16string toggle(std::u16string_view markup, std::int32_t attribute, std::size_t start,
+                      std::size_t count, LineCodes line_codes) {
+  const LineCodePositions positions(markup);
+  const Span span(positions, start, count);
+  StyleDecoder decoder;
+  decoder.put_QELText(markup);
+  if (span.count() > 0) {
+    decoded::toggle(decoder, attribute, span.start(), span.count(), TextCase().ignored_words());
+  }
+  return with_line_codes(decoder.get_QELText(), positions, line_codes);
+}
 
-std::vector<std::u16string> split(StyleDecoder& decoder, std::u16string_view text,
-                                  std::u16string_view delimiter) {
-  if (text.empty()) return {};
-  constexpr std::size_t all = std::u16string_view::npos;
-  const auto is_in = [&](const std::u16string& plain) {
-    return !delimiter.empty() && find_text(plain, delimiter) != all;
-  };
-  decoder.put_QELText(text);
-  std::u16string plain = decoder.get_Text();
-  if (!is_in(plain)) return {std::u16string(text)};
-  std::vector<std::u16string> pieces;
-  const bool has_rest = append_pieces(decoder, Cuts(plain, delimiter, 1), pieces);
-  // What is left is decoded again, as it is for each piece: encoding may have cost it a font. Once
-  // is enough, for decoding and encoding what was encoded changes no style.
-  decoder.put_QELText(has_rest ? std::u16string_view(pieces.back()) : std::u16string_view());
-  plain = decoder.get_Text();
-  if (!is_in(plain)) return pieces;
-  pieces.pop_back();
-  const bool has_end = append_pieces(decoder, Cuts(plain, delimiter, all), pieces);
-  decoder.put_QELText(has_end ? std::u16string_view(pieces.back()) : std::u16string_view());
-  return pieces;
+std::u16string change_case(std::u16string_view markup, CaseChange change, std::size_t start,
+                           std::size_t count, LineCodes line_codes, const TextCase& rules) {
+  const LineCodePositions positions(markup);
+  const Span span(positions, start, count);
+  if (span.count() == 0) return left(markup, npos, line_codes);
+  return with_line_codes(
+      qel::change_case(markup, change, span.start(), span.count(), rules.ignored_words()),
+      positions, line_codes);
 }
 
 }  // namespace qel::markup

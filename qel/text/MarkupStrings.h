@@ -6,38 +6,80 @@
 #include <string_view>
 #include <vector>
 
-#include "qel/model/StyleDecoder.h"
+#include "qel/model/cReplaceData.h"
+#include "qel/text/TextCase.h"
 
-/// Cutting and joining markup by the characters of its plain text, in a decoder. Lengths and
-/// positions of any size, unlike those of the members that are built on these.
+/// String functions for markup of any length. They count the characters of its plain text in UTF-16
+/// code units: codes and line codes ("/nl") do not count, and an escaped code ("~/b1") counts as
+/// the four characters that plain text has for it.
+///
+/// Positions are zero-based. A count of `npos`, or one that reaches beyond the text, means all the
+/// rest. The members of `QELText` do the same in 16 bits, with positions that begin at 1 (at 0 in
+/// `ToggleTextAttribute` and the changes of case).
+///
+/// The markup that they return was decoded and encoded again: codes that do nothing are gone (see
+/// `StyleDecoder::get_QELText`), and so are line codes unless `LineCodes::kept` asks for them. A
+/// cut through an escaped code separates its characters, and what begins with "/b1" then reads as a
+/// code.
 namespace qel::markup {
 
-/// Where `search` first or last occurs in a plain text, one-based; 0 when it does not. Nothing
-/// occurs in an empty text; an empty `search` occurs at 1.
-std::size_t find(std::u16string_view plain, std::u16string_view search, bool ignores_case);
-std::size_t find_last(std::u16string_view plain, std::u16string_view search, bool ignores_case);
+inline constexpr std::size_t npos = std::u16string_view::npos;
 
-/// Length of the plain text that the decoder holds.
-std::int32_t plain_length(StyleDecoder& decoder);
-
-/// Decodes `text` and leaves its first `length` characters, whose markup it returns. A length
-/// beyond the text leaves all of it.
-std::u16string left(StyleDecoder& decoder, std::u16string_view text, std::int32_t length);
-/// Decodes `text` and leaves its last `length` characters, whose markup it returns.
-std::u16string right(StyleDecoder& decoder, std::u16string_view text, std::int32_t length);
-
-/// What stands before and behind `length` characters from `start` (one-based) on. Decodes `text`
-/// and leaves what is behind.
-struct Surroundings {
-  std::u16string before;
-  std::u16string behind;
+/// What becomes of the line codes of a text.
+enum class LineCodes : std::uint8_t {
+  dropped,
+  kept,  ///< between the same characters as before, except at a cut
 };
-Surroundings around(StyleDecoder& decoder, std::u16string_view text, std::int32_t start,
-                    std::int32_t length);
 
-/// The markup between the delimiters, which are looked for in the plain text. Leaves what is behind
-/// the last one in the decoder.
-std::vector<std::u16string> split(StyleDecoder& decoder, std::u16string_view text,
-                                  std::u16string_view delimiter);
+enum class Matching : std::uint8_t { exact, ignoring_case };
+
+/// The text without codes and line codes, and how many characters it has.
+std::u16string plain_text(std::u16string_view markup);
+std::size_t length(std::u16string_view markup);
+
+/// Position of the first match in the plain text; `npos` when there is none, and always in an empty
+/// text. `search` is markup too, whose codes do not matter; an empty one is found at 0.
+std::size_t find(std::u16string_view markup, std::u16string_view search,
+                 Matching matching = Matching::exact);
+/// Position of the last match that lies wholly within the first `within` characters.
+std::size_t find_last(std::u16string_view markup, std::u16string_view search,
+                      Matching matching = Matching::exact, std::size_t within = npos);
+
+/// The markup of the first `count` characters, of the last `count`, or of `count` from the one at
+/// `start` on.
+std::u16string left(std::u16string_view markup, std::size_t count,
+                    LineCodes line_codes = LineCodes::dropped);
+std::u16string right(std::u16string_view markup, std::size_t count,
+                     LineCodes line_codes = LineCodes::dropped);
+std::u16string mid(std::u16string_view markup, std::size_t start, std::size_t count = npos,
+                   LineCodes line_codes = LineCodes::dropped);
+
+/// The markup with `replacement` in place of `count` characters from the one at `start` on; beyond
+/// the text, `replacement` is appended. It is markup too and is inserted as it is, line codes
+/// included.
+std::u16string replace(std::u16string_view markup, std::size_t start, std::size_t count,
+                       std::u16string_view replacement, LineCodes line_codes = LineCodes::dropped);
+/// The same with the replacement enclosed in the codes of a style (see
+/// `QELText::StuffWithStyleData`). Line codes of the replacement are dropped or kept with the
+/// others.
+std::u16string replace(std::u16string_view markup, std::size_t start, std::size_t count,
+                       std::u16string_view replacement, const cReplaceData& style,
+                       LineCodes line_codes = LineCodes::dropped);
+
+/// The markup between the delimiters, which are searched for in the plain text. A delimiter at the
+/// very end adds no part; an empty text has none. An empty delimiter is never found, and a text
+/// without the delimiter is returned as it is.
+std::vector<std::u16string> split(std::u16string_view markup, std::u16string_view delimiter,
+                                  LineCodes line_codes = LineCodes::dropped);
+
+/// Toggles an attribute (see `TextAttribute`) of `count` characters from the one at `start` on: if
+/// the first run of the span has it, it is cleared in all of the span, else it is set.
+std::u16string toggle(std::u16string_view markup, std::int32_t attribute, std::size_t start = 0,
+                      std::size_t count = npos, LineCodes line_codes = LineCodes::dropped);
+
+/// Changes the case of the same span; title case leaves the ignored words of `rules` in lower case.
+std::u16string change_case(std::u16string_view markup, CaseChange change, std::size_t start = 0,
+                           std::size_t count = npos, LineCodes line_codes = LineCodes::dropped,
+                           const TextCase& rules = TextCase());
 
 }  // namespace qel::markup

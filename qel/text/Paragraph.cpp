@@ -60,7 +60,7 @@ void Paragraph::for_each_piece(std::size_t begin, std::size_t end, Visit visit) 
   }
 }
 
-/// What is left of one paragraph within the text.
+/// The rest of one paragraph within the text.
 class ParagraphRest {
  public:
   ParagraphRest(const Paragraph& paragraph, std::size_t begin, std::size_t end, float available,

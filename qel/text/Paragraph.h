@@ -39,7 +39,7 @@ struct ParagraphLine {
 };
 
 /// The text of a paragraph as a reader sees it, broken into lines. Unlike the lines of
-/// `MarkupLines` these keep the styles that began on a line before. Line codes and line breaks
+/// `MarkupLines`, these keep the styles that began on an earlier line. Line codes and line breaks
 /// begin a new paragraph within the text.
 class Paragraph {
  public:

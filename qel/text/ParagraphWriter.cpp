@@ -8,8 +8,8 @@
 namespace qel {
 namespace {
 
-// Of the ascent of the font that stands on the canvas; the height is that of the bar's top above
-// the base line.
+// As parts of the ascent of the canvas's font; a height is that of the bar's top above the base
+// line.
 constexpr float underline_height = -0.1F;
 constexpr float strike_through_height = 0.32F;
 constexpr float bar_thickness = 0.08F;
@@ -93,7 +93,7 @@ float ParagraphWriter::beginning_of(const ParagraphLine& line) const {
     case alRight:
       return margins_.left + std::max(line.indent, margins_.width - line.width);
     case alCenter:
-      // An indent on one side would give the text two axes.
+      // Without the indent: it would move the axis of the later lines.
       return margins_.left + std::max(0.0F, margins_.width - line.width) / 2;
     default:
       return margins_.left + line.indent;

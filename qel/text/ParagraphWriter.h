@@ -17,7 +17,7 @@ namespace qel {
 /// Height of a line, never less than that of a line without text.
 float line_height(const ParagraphLine& line, Typesetter& typesetter);
 
-/// Where the lines go from left to right.
+/// Where the lines lie horizontally.
 struct ParagraphMargins {
   float left = 0;
   float width = 0;
@@ -30,8 +30,8 @@ class ParagraphWriter {
   ParagraphWriter(platform::Canvas& canvas, Typesetter& typesetter, const ParagraphMargins& margins)
       : canvas_(canvas), typesetter_(typesetter), margins_(margins) {}
 
-  /// The text colours, or only the first of them; and the label behind the lines, if there is one
-  /// of this number.
+  /// Sets the text colours, or only the first of them for all text, and the label behind the lines
+  /// if there is one with this number.
   void set_colors(const QELIndexColors& colors, bool only_default, std::int16_t label);
 
   /// Draws the lines one below the other and returns where the next one would go.
@@ -42,7 +42,7 @@ class ParagraphWriter {
   float beginning_of(const ParagraphLine& line) const;
   float draw(const ParagraphPiece& piece, float x, float base_line);
   /// Draws a bar along the pieces of a line that have the attribute, at this height above the base
-  /// line. It goes through where the font or its size changes.
+  /// line. The bar does not break where the font or its size changes.
   void draw_bars(const ParagraphLine& line, style_codes::AttributeBit attribute, float base_line,
                  float height);
   Color color_of(const ParagraphPiece& piece) const;

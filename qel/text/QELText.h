@@ -18,11 +18,10 @@ namespace qel {
 /// visible characters, toggles of attributes, changes of case, words and segments, measuring and
 /// drawing.
 ///
-/// It owns one decoder, one case converter and one layout engine, and hands most calls on to them
-/// (their headers say what each member does). The text is what the decoder was last given: every
-/// string function loads its argument into the decoder and leaves it there, so load the text again
-/// before asking for its segments. Positions are those of the plain text, the first is 1, where
-/// nothing else is said.
+/// It owns one decoder, one case converter and one layout engine, and passes most calls on to them
+/// (their headers say what each member does). The text is whatever the decoder was last given: the
+/// string functions use the decoder too, so load the text again after them before asking for its
+/// segments. Positions are those of the plain text and begin at 1, unless stated otherwise.
 class QELText {
  public:
   /// The layout engine begins with Arial at 10 points, black, at the left, wrapped.
@@ -33,50 +32,50 @@ class QELText {
 
   // Objects.
 
-  /// A new style record, and a new decoder, which have nothing to do with this object.
+  /// A new style record, and a new decoder, independent of this object.
   static std::shared_ptr<iStyle> NewiStyleObject() { return std::make_shared<iStyle>(); }
   static std::shared_ptr<StyleDecoder> NewStyleDecoderObject();
-  /// This object's own decoder: what is changed in it is changed here.
+  /// This object's own decoder: changing it changes the text here.
   std::shared_ptr<StyleDecoder> get_StyleDecoderObj();
 
   // Strings. Each loads the text into the decoder. Escaped codes count as the four characters that
-  // plain text has for them. A cut through one ("~/b1") parts these characters, and what begins
-  // with "/b1" then reads as a code.
+  // plain text has for them. A cut through one ("~/b1") separates these characters, and what begins
+  // with "/b1" then reads as a code. MarkupStrings.h has the same for texts of any length.
 
   /// Position of the first match in the plain text; 0 when there is none, and always in an empty
-  /// text. An empty search text is found at 1. `Compare` is 1 to ignore case; any other value, -1
-  /// and 0 as a rule, compares exactly.
+  /// text. An empty search text is found at 1. `Compare` is 1 to ignore case; any other value,
+  /// usually -1 or 0, compares exactly.
   std::int16_t InString(std::u16string_view Text, std::u16string_view SearchText,
                         std::int16_t Compare = -1);
-  /// Position of the last exact match that lies within the first `Start` characters, -1 or more
-  /// than there are for all of them.
+  /// Position of the last exact match that lies within the first `Start` characters; -1, or more
+  /// than there are, means all of them.
   std::int16_t InStringRev(std::u16string_view Text, std::u16string_view SearchText,
                            std::int16_t Start = -1);
-  /// As `TextAndFormatting::fmtLen`: unlike the others it takes "/k1", "/k0" and "/nl" for text,
-  /// and it loads nothing.
+  /// The same as `TextAndFormatting::fmtLen`: unlike the others, it counts "/k1", "/k0" and "/nl"
+  /// as text, and it loads nothing.
   std::int16_t LenStr(std::u16string_view Text) const { return TextAndFormatting::fmtLen(Text); }
   /// The text without codes.
   std::u16string PlainText(std::u16string_view Text);
 
-  /// Markup of the first or last `Length` characters, all of it when there are fewer. `Length`
-  /// comes back as what was used: not below 0, not above the length of the markup.
+  /// Markup of the first or last `Length` characters, or of the whole text when there are fewer.
+  /// `Length` is set to the value that was used, from 0 to the length of the markup.
   std::u16string LeftStr(std::u16string_view Text, std::int16_t& Length);
   std::u16string RightStr(std::u16string_view Text, std::int16_t& Length);
-  /// Markup of `Length` characters from `Start` on, -1 for all of them. Empty for a start below 1
-  /// and any other length below 1.
+  /// Markup of `Length` characters from `Start` on, or of all the rest for -1. Empty for a start
+  /// below 1 and any other length below 1.
   std::u16string MidStr(std::u16string_view Text, std::int16_t Start, std::int16_t Length = -1);
 
   /// The markup with `Length` characters from `Start` on replaced. The replacement is markup too
-  /// and is taken as it stands; with a style the codes that switch the style on come before it, and
-  /// nothing switches them off: that is up to the replacement. `Style` may be null; it comes back
-  /// in its initial state.
+  /// and is inserted as it is. With a style, the codes that switch the style on come before it;
+  /// nothing switches them off but the replacement itself. `Style` may be null; it is reset to its
+  /// initial state.
   std::u16string Stuff(std::u16string_view Text, std::int16_t Start, std::int16_t Length,
                        std::u16string_view Replacement, iStyle* Style = nullptr);
-  /// The same with the replacement in explicit codes, and the whole encoded anew. What of the style
-  /// comes from the text itself (the first segment that begins at `Start` or behind it, plain if
-  /// there is none or `Length` is not above 0) the record says: all of it when `Ignored` of a style
-  /// or `DontChangeStyle` of replacement data is set; else the font, the colour, or both, where
-  /// `DontChangeFont` or `DontChangeColor` is set.
+  /// The same with the replacement enclosed in the codes of a style, and the whole encoded again.
+  /// The record says which parts of the style to take from the text, that is from the first segment
+  /// that begins at or after `Start` (plain if there is none, or if `Length` is below 1): all of it
+  /// when `Ignored` of a style or `DontChangeStyle` of replacement data is set; else the font where
+  /// `DontChangeFont` is set, and the colour where `DontChangeColor` is.
   std::u16string StuffWithStyleData(std::u16string_view Text, std::int16_t Start,
                                     std::int16_t Length, std::u16string_view Replacement,
                                     const iStyle& Style);
@@ -84,17 +83,17 @@ class QELText {
                                     std::int16_t Length, std::u16string_view Replacement,
                                     const cReplaceData& Style);
 
-  /// The markup between the delimiters, which are looked for in the plain text. A delimiter at the
-  /// very end adds no element; an empty text has none. An empty delimiter is found nowhere.
+  /// The markup between the delimiters, which are searched for in the plain text. A delimiter at
+  /// the very end adds no element; an empty text has none. An empty delimiter is never found.
   std::vector<std::u16string> Split(std::u16string_view Text, std::u16string_view Delimiter);
-  /// Whether both texts have the same characters in the same styles. The third argument is not
-  /// used.
+  /// Whether both texts have the same characters in the same styles. The third argument is ignored.
   bool Compare(std::u16string_view Text1, std::u16string_view Text2, std::int16_t Unused = 0);
 
-  /// Toggles an attribute (see `TextAttribute`) of `Length` characters behind the first `Start`, or
-  /// of the whole text when `Length` is below 1. The first segment of the span decides: what is set
-  /// there is cleared everywhere, else it is set everywhere. Nothing happens without a text, for
-  /// any other attribute, or where the span does not begin within the text.
+  /// Toggles an attribute (see `TextAttribute`) of `Length` characters after the first `Start`, or
+  /// of the whole text when `Length` is below 1. An attribute that the first segment of the span
+  /// has is cleared in all of the span, any other is set. In a span that reaches beyond the text,
+  /// only the first segment changes, except for changes of case. Nothing happens without a text,
+  /// for any other attribute, or if the span does not begin within the text.
   void ToggleTextAttribute(std::int32_t Attribute, std::int16_t Start, std::int16_t Length);
 
   // The decoder's members.

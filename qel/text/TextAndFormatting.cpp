@@ -36,7 +36,7 @@ platform::Canvas& TextAndFormatting::canvas_in_default_font(const char* member) 
 
 namespace {
 
-/// Measures markup as the settings of the engine say.
+/// Measures markup with the settings of the engine.
 MarkupLines::Measure measure_with(Typesetter& typesetter, bool reveal_codes, bool with_hidden) {
   return [&typesetter, reveal_codes, with_hidden](std::u16string_view markup) {
     return reveal_codes ? typesetter.revealed_width(markup)
@@ -129,16 +129,22 @@ std::int16_t TextAndFormatting::fmtRevInStr(std::u16string_view Text,
 }
 
 std::u16string TextAndFormatting::fmtLeft(std::u16string_view Text, std::int16_t Count) {
-  return std::u16string(visible::left(Text, Count));
+  if (Count > 0) return std::u16string(visible::left(Text, static_cast<std::size_t>(Count)));
+  const bool stops_at_code = Count == 0 && visible::has_code_at(Text, 0);
+  return std::u16string(stops_at_code ? Text.substr(0, 3) : Text);
 }
 
 std::u16string TextAndFormatting::fmtRight(std::u16string_view Text, std::int16_t Count) {
-  return std::u16string(visible::right(Text, Count));
+  if (Count < 0) return std::u16string(Text);
+  return std::u16string(visible::right(Text, static_cast<std::size_t>(Count)));
 }
 
 std::u16string TextAndFormatting::fmtMid(std::u16string_view Text, std::int16_t Start,
                                          std::int16_t Length) {
-  return std::u16string(visible::mid(Text, Start, Length));
+  if (Start < 1 || Length < 0) return {};
+  const auto before = static_cast<std::size_t>(Start - 1);
+  return std::u16string(Length == 0 ? visible::mid(Text, before)
+                                    : visible::mid(Text, before, static_cast<std::size_t>(Length)));
 }
 
 bool TextAndFormatting::IsSortCode(std::u16string_view Text) {

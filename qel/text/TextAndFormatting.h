@@ -12,7 +12,7 @@
 
 namespace qel {
 
-/// How the lines of a paragraph lie between its margins.
+/// How the lines of a paragraph are aligned between its margins.
 enum TextAlignment : std::int16_t { alLeft = 0, alRight = 1, alCenter = 2 };
 
 /// Measures and draws markup on a canvas, breaks it into lines, and counts and cuts it by visible
@@ -20,9 +20,9 @@ enum TextAlignment : std::int16_t { alLeft = 0, alRight = 1, alCenter = 2 };
 ///
 /// Text without a font code is in font 0 and text without a colour code in colour 0 of this
 /// object's own tables; the default font, its size, the text colour and the three reserved colours
-/// are entries of those tables under other names. Superscript and subscript are drawn at two
-/// thirds of the size, small capitals at four fifths. A code behind "~" or behind two backslashes
-/// is shown as text. Lengths and positions on the canvas are in its units.
+/// are entries of those tables under other names. Superscript and subscript are drawn at two thirds
+/// of the size, small capitals at four fifths. A code after "~" or after two backslashes is shown
+/// as text. Lengths and positions on the canvas are in its units.
 ///
 /// Members that measure or draw raise error 91 when there is no canvas.
 class TextAndFormatting {
@@ -32,11 +32,11 @@ class TextAndFormatting {
   TextAndFormatting(const TextAndFormatting&) = delete;
   TextAndFormatting& operator=(const TextAndFormatting&) = delete;
 
-  /// What later members measure and draw on, shared with the caller; nothing for none.
+  /// The canvas to measure and draw on, shared with the caller; null for none.
   std::shared_ptr<platform::Canvas> get_Canvas() const { return canvas_; }
   void put_Canvas(std::shared_ptr<platform::Canvas> Value) { canvas_ = std::move(Value); }
 
-  // The tables. Setting them copies: later changes to the host's own do not show here.
+  // The tables. Setting copies them: later changes to the host's tables do not show here.
 
   void SetFonts(const QELIndexFonts& Fonts) { fonts_->CopyFrom(Fonts); }
   void SetColors(const QELIndexColors& Colors) { colors_->CopyFrom(Colors); }
@@ -50,7 +50,7 @@ class TextAndFormatting {
   void put_DefaultFont(std::u16string_view Value) { fonts_->put_DefaultFont(Value); }
   float get_DefaultFontSize() const { return fonts_->get_FontSize(); }
   void put_DefaultFontSize(float Value) { fonts_->put_FontSize(Value); }
-  /// Colour 0. A system colour is stored as the value that it has at that moment.
+  /// Colour 0. A system colour is stored as its value at that moment.
   Color get_ForeColor() const { return colors_->get_DefaultColor(); }
   void put_ForeColor(Color Value) { colors_->put_DefaultColor(Value); }
   /// Colours 1, 2 and 3.
@@ -63,7 +63,7 @@ class TextAndFormatting {
 
   // How text is shown.
 
-  /// See `TextAlignment`; any other value is kept and lies at the left.
+  /// See `TextAlignment`; any other value is kept and aligns left.
   std::int16_t get_Align() const { return align_; }
   void put_Align(std::int16_t Value) { align_ = Value; }
   /// Whether `WriteParagraph` breaks lines that are too wide.
@@ -83,7 +83,7 @@ class TextAndFormatting {
   std::int16_t get_LabelID() const { return label_id_; }
   void put_LabelID(std::int16_t Value) { label_id_ = Value; }
 
-  // Measuring, with the font that stands on the canvas (`Canvas::get_FontName`, `get_FontSize`).
+  // Measuring, in the font that is set on the canvas (`Canvas::get_FontName`, `get_FontSize`).
 
   /// Width of the markup on one line.
   float fmtTextWidth(std::u16string_view Text) const;
@@ -91,23 +91,23 @@ class TextAndFormatting {
   float TextHeight(std::u16string_view Text) const;
 
   // Word wrap. A line takes as many words as fit, or as many characters of a word that is too wide,
-  // one at the least; it never ends within a code or a surrogate pair. The first line may be
-  // `Width` wide, every later one `Width` less `Indent`. A line is a part of the markup: one does
-  // not repeat the codes of the lines before it. Blanks at a break are in neither line.
+  // but at least one; it never ends within a code or a surrogate pair. The first line may be
+  // `Width` wide, every later one `Width` less `Indent`. A line is a part of the markup and does
+  // not repeat the codes of earlier lines. Blanks at a break are in neither line.
 
   /// How many lines the paragraph needs; 0 without a visible character.
   std::int16_t LineCount(std::u16string_view Text, float Width, float Indent) const;
-  /// Markup of the one-based line, empty when there is no such line. Puts `DefaultFont` and
-  /// `DefaultFontSize` on the canvas first.
+  /// Markup of the line with this one-based number; empty when there is none. Sets the canvas to
+  /// `DefaultFont` and `DefaultFontSize` first.
   std::u16string GetLine(std::u16string_view Text, float Width, float Indent,
                          std::int16_t LineNumber) const;
-  /// All that `GetLine` returns for 1, 2, and so on.
+  /// All the lines, as `GetLine` returns them.
   std::vector<std::u16string> all_lines(std::u16string_view Text, float Width, float Indent) const;
 
   /// Draws a paragraph whose first line has its top left corner at (`X`, `Y`), in `DefaultFont` and
-  /// `DefaultFontSize`, which stay on the canvas; returns where the next one may begin. Lines are
-  /// broken as above, but keep the styles that began on a line before, and are measured with them.
-  /// "/nl" and line breaks begin a new paragraph within the text.
+  /// `DefaultFontSize`, which stay set on the canvas. Returns where the next paragraph may begin.
+  /// Lines are broken as above, but keep the styles that began on an earlier line and are measured
+  /// with them. "/nl" and line breaks begin a new paragraph within the text.
   float WriteParagraph(std::u16string_view Text, float X, float Y, float Width, float Indent = 0);
   /// How many lines the last `WriteParagraph` drew.
   std::int16_t get_LinesPrinted() const { return lines_printed_; }
@@ -120,12 +120,12 @@ class TextAndFormatting {
   /// there is none. An empty search text is found at 1, but not in an empty text.
   static std::int16_t fmtInStr(std::u16string_view Text, std::u16string_view SearchText);
   static std::int16_t fmtRevInStr(std::u16string_view Text, std::u16string_view SearchText);
-  /// The markup of the first `Count` characters, without the codes behind them. Of a text that
-  /// begins with a visible character, 0 gives all; of one that begins with a code, that code.
-  /// A negative count gives all.
+  /// The markup of the first `Count` characters, without the codes after them. A count of 0 gives
+  /// the code that the text begins with, or the whole text when it begins with none. A negative
+  /// count gives the whole text.
   static std::u16string fmtLeft(std::u16string_view Text, std::int16_t Count);
   /// The markup of the last `Count` characters, without the codes before them. A negative count
-  /// gives all.
+  /// gives the whole text.
   static std::u16string fmtRight(std::u16string_view Text, std::int16_t Count);
   /// The markup of `Length` characters from `Start` on, or of all the rest when `Length` is 0,
   /// without the codes before. Empty for a start below 1 or a negative length.
@@ -135,8 +135,8 @@ class TextAndFormatting {
   static bool IsSortCode(std::u16string_view Text);
   /// Whether the text is a code with two backslashes in place of the slash.
   static bool IsEscapeCode(std::u16string_view Text);
-  /// The decimal value of a Roman number in any case; empty when it is none. Four equal letters in
-  /// a row are fine.
+  /// The decimal value of a Roman numeral in any case; empty when the text is not one. Four equal
+  /// letters in a row are allowed.
   static std::u16string RomanToArabic(std::u16string_view Text);
 
  private:

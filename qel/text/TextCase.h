@@ -17,25 +17,35 @@ enum TextCaseKind : std::int32_t {
   tcTitleCase = 4,
 };
 
+/// The changes of letter case that `TextCase` makes.
+enum class CaseChange : std::uint8_t {
+  lower,
+  upper,
+  swap,  ///< see `TextCase::ChangeCase`
+  title,
+  initial,
+  first_to_lower,
+  first_to_upper,
+};
+
 /// Changes the letter case of markup and leaves its codes, escaped ones too, as they are. Letters
 /// map one to one, so the visible text keeps its length. No member raises an error or changes its
 /// argument.
 ///
-/// `Start` counts the visible characters before the span, `Length` those in it; a `Length` of -1
-/// reaches to the end of the text, and so does one that goes beyond it. A `Start` beyond the text
-/// changes nothing. What is returned was decoded, divided along the span and encoded: codes that do
-/// nothing are gone, line codes too (see `StyleDecoder::get_QELText`).
+/// `Start` counts the visible characters before the span, `Length` those in it; a `Length` of -1,
+/// or one that goes beyond the text, reaches to its end. A `Start` beyond the text changes nothing.
+/// The markup is decoded, divided at the edges of the span and encoded again: codes that do nothing
+/// are gone, and so are line codes (see `StyleDecoder::get_QELText`).
 class TextCase {
  public:
   TextCase();
 
-  /// A kind that the object keeps for its host. It selects nothing.
+  /// A value that the object keeps for its host and does not use.
   TextCaseKind get_TextCase() const { return kind_; }
   void put_TextCase(TextCaseKind Value) { kind_ = Value; }
 
-  /// The words that title case leaves in lower case, joined with ",": at first articles,
-  /// conjunctions and short prepositions of English. Nothing is trimmed: a word with a blank before
-  /// it is never found.
+  /// The words that title case leaves in lower case, separated by ",": English articles and
+  /// prepositions at first. Nothing is trimmed: a word with a blank before it is never found.
   const std::u16string& get_IgnoredWordList() const { return ignored_word_list_; }
   void put_IgnoredWordList(std::u16string_view Value);
 
@@ -49,17 +59,18 @@ class TextCase {
   static std::u16string ChangeCase(std::u16string_view Text, std::int16_t Start,
                                    std::int16_t Length);
 
-  // Hidden runs stay in the following members, which see the text as if it had none.
+  // The following members leave hidden runs as they are, and treat the text as if it had none.
 
-  /// Raises the first letter of each word of the span and lowers the rest. Words begin behind
-  /// blanks, double quotes, opening brackets, tabs, line breaks and line codes, also in another
-  /// run. A word that begins with anything but a letter, opening quotes aside, has none to raise.
-  /// With `NotIgnoredWords` the words of the list stay in lower case, but for the first and the
-  /// last word of the text. A `Length` of -1 means the whole text also with a `Start` of 1.
+  /// Raises the first letter of each word of the span and lowers the rest. Words begin after
+  /// blanks, double quotes, opening brackets, tabs, line breaks and line codes, even if those are
+  /// in another run. A word that begins with anything but a letter, apart from opening quotes, has
+  /// none to raise. With `NotIgnoredWords` the words of the list stay in lower case, except as the
+  /// first or the last word of the text. A `Length` of -1 means the whole text with a `Start` of 1
+  /// too.
   std::u16string TitleCase(std::u16string_view Text, std::int16_t Start, std::int16_t Length,
                            bool NotIgnoredWords) const;
-  /// Raises the first letter of the span, the first character that is no blank, break, opening
-  /// quote or opening bracket, and lowers the rest.
+  /// Raises the first letter of the span, that is the first character that is not a blank, a break,
+  /// an opening quote or an opening bracket, and lowers the rest.
   static std::u16string InitialCap(std::u16string_view Text, std::int16_t Start,
                                    std::int16_t Length);
   /// Change that first letter alone.
@@ -71,30 +82,29 @@ class TextCase {
   /// The words of the list.
   const WordSet& ignored_words() const { return ignored_words_; }
 
-  /// Title case of the whole text, but for the words of the list.
+  /// Title case of the whole text, except for the words of the list.
   std::u16string AutoTitleCase(std::u16string_view Text) const;
   static std::u16string AutoInitialCap(std::u16string_view Text);
 
-  // The same on the visible text of RTF, a document or a part of one. All else stays as it is:
-  // control words, tables, hidden text, slash codes in the text (which neither begin nor end a
-  // word, but for the line code), and escaped characters whose counterpart code page 1252 does not
-  // have.
+  // The same on the visible text of RTF, a document or a part of one. Everything else stays as it
+  // is: control words, tables, hidden text, slash codes in the text (of which only the line code
+  // begins or ends a word), and escaped characters whose counterpart is not in code page 1252.
 
   std::u16string AutoTitleCaseRTF(std::u16string_view Text) const;
   static std::u16string AutoInitialCapRTF(std::u16string_view Text);
 
-  /// RTF that shows `Text` in capitals: "{\caps " before it, "\capsoff}" after it.
+  /// RTF that shows `Text` in capitals, with "{\caps " before it and "\capsoff}" after it.
   static std::u16string UpperCaseRTF(std::u16string_view Text);
   /// The same group, without "\capsoff".
   static std::u16string LowerCaseRTF(std::u16string_view Text);
 
-  /// Whether the text is not empty and each character is a letter whose small form has a higher
-  /// number than its capital, as most have.
+  /// Whether the text is not empty and each character is a letter whose lower case has a higher
+  /// code than its upper case, as most have.
   static bool IsAlphabet(std::u16string_view Text);
-  /// Whether the text is a part of the row of quotes U+0022, U+0027, U+201C, U+201D, U+2018,
-  /// U+2019, U+201E, U+201A: one of them, or none.
+  /// Whether the text occurs in the sequence of quotes U+0022, U+0027, U+201C, U+201D, U+2018,
+  /// U+2019, U+201E, U+201A: it is one of them, for example, or empty.
   static bool IsQuote(std::u16string_view Text);
-  /// Whether a word may begin behind the text: its last character is a blank, a double quote
+  /// Whether a word may begin after the text: its last character is a blank, a double quote
   /// (straight or left) or an opening bracket.
   static bool IsWhitespace(std::u16string_view Text);
   /// Whether the text is not empty and has only left and straight quotes.

@@ -12,7 +12,7 @@ namespace {
 struct Word {
   std::size_t first_letter = 0;
   std::size_t end = 0;
-  bool has_gaps = false;  // there is something to look through
+  bool has_gaps = false;  // has characters to look through
 };
 
 bool begins_word(char16_t character) {
@@ -29,7 +29,7 @@ bool is_sign(char32_t character) {
   return !is_ascii_letter && is_punctuation(character);
 }
 
-/// Where the first character stands, from `at` on, that is neither looked through nor a quote.
+/// The position, from `at` on, of the first character that is neither looked through nor a quote.
 std::size_t skip_quotes(std::u16string_view text, std::size_t at) {
   while (at < text.size() && (text[at] == looked_through || is_left_quote(text[at]))) ++at;
   return at;
@@ -70,7 +70,7 @@ bool is_listed(std::u16string_view word, const WordSet& list) {
   return word.size() < size && list.contains(word);
 }
 
-/// The same for a word with letters of any case, parts of which may be looked through.
+/// The same for a word in any case, in which some characters may have to be looked through.
 bool is_listed_somehow(std::u16string_view word, const WordSet& list) {
   std::u16string letters = to_lower(word);
   std::erase(letters, looked_through);

@@ -13,8 +13,8 @@ using style_codes::CodeState;
 
 constexpr float script_scale = 2.0F / 3.0F;
 constexpr float small_capitals_scale = 4.0F / 5.0F;
-// Of the ascent of the full size: letters of two thirds of it then end at its top, or reach below
-// the base line by about its descent.
+// As parts of the ascent at full size: letters of two thirds of the size then end at its top, or
+// reach below the base line by about its descent.
 constexpr float superscript_rise = 1.0F / 3.0F;
 constexpr float subscript_drop = 0.15F;
 
@@ -26,7 +26,7 @@ constexpr bool is_script(const CodeState& state) {
   return has(state, style_codes::superscript_bit) || has(state, style_codes::subscript_bit);
 }
 
-/// The first character that is not simply shown.
+/// The first character that may not be shown as it is.
 std::size_t find_special(std::u16string_view run, std::size_t from) {
   return find_any<u'<', u'\\'>(run, from);
 }

@@ -13,15 +13,15 @@
 
 namespace qel {
 
-/// The characters of a run as a reader sees them: an escaped code, in either of its forms, is the
+/// The characters of a run as a reader sees them: an escaped code, in either spelling, shows as the
 /// code itself.
 std::u16string shown_text(std::u16string_view run);
 
-/// Which font a run is set in and how wide that makes it. Text in font 0 has the font that stood on
-/// the canvas when this was made.
+/// Decides which font a run is set in, and measures it. Text in font 0 has the font that the canvas
+/// had when this object was made.
 class Typesetter {
  public:
-  /// Both have to stay while this lives; the fonts must not change.
+  /// Both have to outlive this object; the fonts must not change.
   Typesetter(const platform::Canvas& canvas, const QELIndexFonts& fonts);
 
   /// Calls `visit(text, font)` with each part of `text` that is in one font: small capitals are
@@ -31,12 +31,12 @@ class Typesetter {
 
   /// Width of a text as a reader sees it.
   float text_width(std::u16string_view text, const style_codes::CodeState& state);
-  /// Width of markup with its codes applied; without those in colour 2 unless `with_hidden`.
+  /// Width of markup with its codes applied, without text in colour 2 unless `with_hidden`.
   float markup_width(std::u16string_view markup, bool with_hidden);
   /// Width of the same text with the codes shown.
   float revealed_width(std::u16string_view markup);
 
-  /// The extent of a font at its full size, whatever its state makes of it.
+  /// The extent of a run's font at its full size, even where the run is drawn smaller.
   platform::FontExtent extent(const style_codes::CodeState& state);
   /// How far the base line of a run lies above that of its line, in canvas units.
   float rise(const style_codes::CodeState& state);

@@ -11,18 +11,18 @@ bool is_one_of(char16_t character, std::u16string_view set) {
   return set.find(character) != std::u16string_view::npos;
 }
 
-/// How far one goes from `at` to pass a code or a visible character.
+/// The length of the code or visible character at `at`.
 std::size_t step(std::u16string_view text, std::size_t at) {
   return has_code_at(text, at) ? code_length : 1;
 }
 
 /// Where the `count`-th visible character at or after `at` ends; the end of the text when there are
-/// fewer. `count` is above 0.
-std::size_t end_of_character(std::u16string_view text, std::size_t at, std::ptrdiff_t count) {
-  while (at < text.size()) {
+/// fewer.
+std::size_t end_of_character(std::u16string_view text, std::size_t at, std::size_t count) {
+  while (at < text.size() && count > 0) {
     const std::size_t passed = step(text, at);
     at += passed;
-    if (passed == 1 && --count == 0) break;
+    if (passed == 1) --count;
   }
   return at;
 }
@@ -53,16 +53,13 @@ std::size_t length(std::u16string_view text) {
   return count;
 }
 
-std::u16string_view left(std::u16string_view text, std::ptrdiff_t count) {
-  if (count > 0) return text.substr(0, end_of_character(text, 0, count));
-  const bool stops_at_code = count == 0 && has_code_at(text, 0);
-  return stops_at_code ? text.substr(0, code_length) : text;
+std::u16string_view left(std::u16string_view text, std::size_t count) {
+  return text.substr(0, end_of_character(text, 0, count));
 }
 
-std::u16string_view right(std::u16string_view text, std::ptrdiff_t count) {
-  if (count == 0) return {};
+std::u16string_view right(std::u16string_view text, std::size_t count) {
   std::size_t at = text.size();
-  while (at > 0 && count != 0) {
+  while (at > 0 && count > 0) {
     if (at >= code_length && has_code_at(text, at - code_length)) {
       at -= code_length;
     } else {
@@ -73,12 +70,11 @@ std::u16string_view right(std::u16string_view text, std::ptrdiff_t count) {
   return text.substr(at);
 }
 
-std::u16string_view mid(std::u16string_view text, std::ptrdiff_t start, std::ptrdiff_t length) {
-  if (start < 1 || length < 0) return {};
-  std::size_t at = start == 1 ? 0 : end_of_character(text, 0, start - 1);
+std::u16string_view mid(std::u16string_view text, std::size_t start, std::size_t count) {
+  std::size_t at = end_of_character(text, 0, start);
   while (has_code_at(text, at)) at += code_length;
-  text.remove_prefix(at);
-  return length == 0 ? text : text.substr(0, end_of_character(text, 0, length));
+  const std::u16string_view rest = text.substr(at);
+  return count == std::u16string_view::npos ? rest : left(rest, count);
 }
 
 }  // namespace qel::visible

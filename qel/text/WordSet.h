@@ -9,7 +9,7 @@
 
 namespace qel {
 
-/// Words to look up. Most that are not in it are told by their length and first letter.
+/// A set of words. Most words that are not in it are rejected by their length and first letter.
 class WordSet {
  public:
   void insert(std::u16string_view word) {

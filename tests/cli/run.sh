@@ -8,7 +8,7 @@ qel=$1
 # shellcheck source=tests/cli/support.sh
 . "$(dirname "${BASH_SOURCE[0]}")/support.sh"
 
-# piped INPUT OPTION...: converts what printf makes of INPUT.
+# piped INPUT OPTION...: converts what printf prints for INPUT.
 piped() {
   # shellcheck disable=SC2059
   printf "$1" | "$qel" convert "${@:2}"
@@ -21,7 +21,7 @@ no_rest_in() {
 fonts='{\fonttbl{\f0 Arial;}{\f1\ftech Symbol;}{\f2 Courier New;}{\f3 Times New Roman;}{\f4 <none>;}{\f5 <none>;}{\f6 <none>;}{\f7 <none>;}{\f8 <none>;}{\f9 <none>;}}'
 colors='{\colortbl\red0\green0\blue0;\red0\green192\blue0;\red0\green0\blue255;\red192\green192\blue0;\red217\green122\blue36;\red255\green0\blue0;\red0\green255\blue0;\red64\green64\blue64;\red128\green128\blue128;\red192\green192\blue192;}'
 
-echo "== forms =="
+echo "== formats =="
 gives "markup to RTF" "{\\rtf1\\ansi\\ansicpg1252\\deff0 $fonts$colors{\\f0\\fs20 Hello \\b1 world\\b0 \\par }}" \
   piped 'Hello /b1world/b0/nl' --from qel --to rtf
 gives "body" 'a\b1 b\b0 \par ' piped 'a/b1b/b0/nl' --to rtf-body
@@ -80,7 +80,7 @@ printf '{\\rtf1 r}' >R.RTF
 printf '/b1' >t.txt
 breaks 2 "required (see 'qel --help')" "$qel"
 breaks 2 '--to is required' "$qel" convert a.qel
-breaks 2 "'html' is none of qel, qelv6" "$qel" convert a.qel --to html
+breaks 2 "'html' is not one of qel, qelv6" "$qel" convert a.qel --to html
 breaks 2 '--nonsense' "$qel" convert a.qel --to qel --nonsense
 breaks 2 'excludes' "$qel" convert a.qel --to qel -o x -d y
 breaks 2 '-d DIR' "$qel" convert a.qel t.txt --to qel
@@ -95,8 +95,8 @@ breaks 2 '--jobs' "$qel" convert a.qel --to qel --jobs 0
 gives "a usage error writes nothing" a/b1b cat a.qel
 
 echo "== files =="
-gives "endings" 'r' "$qel" convert R.RTF --to text
-gives "text by its ending" '\\b1' "$qel" convert t.txt --to qel
+gives "extensions" 'r' "$qel" convert R.RTF --to text
+gives "text by its extension" '\\b1' "$qel" convert t.txt --to qel
 cp a.qel '[a,b].qel'
 gives "a name in brackets" 'ab' "$qel" convert '[a,b].qel' --to text
 gives "a folder is made" '' "$qel" convert a.qel R.RTF t.txt --to rtf-body -d new/out --jobs 2
@@ -115,7 +115,7 @@ if [[ -e /dev/full ]]; then
   breaks 1 'cannot write standard output: No space left' bash -c "$qel convert a.qel --to text >/dev/full"
   breaks 1 'cannot write standard output: No space left' bash -c "$qel --help >/dev/full"
 fi
-# More than a pipe holds, so that the write fails for sure.
+# More than a pipe holds, so that the write is sure to fail.
 head -c 1000000 /dev/zero | tr '\0' x >large.qel
 breaks 1 'cannot write standard output: Broken pipe' \
   bash -c "set -o pipefail; $qel convert large.qel --to text | true"

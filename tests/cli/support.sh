@@ -1,5 +1,5 @@
-# What the scripts that drive the command share; they set qel to its path and source this.
-# shellcheck shell=bash disable=SC2317
+# What the scripts that drive the programs share. They source this file. shellcheck shell=bash
+# disable=SC2317
 
 # shellcheck disable=SC2034
 here=$(cd "$(dirname "${BASH_SOURCE[0]}")" && pwd)
@@ -13,7 +13,7 @@ fail() {
   failures=$((failures + 1))
 }
 
-# gives WHAT EXPECTED COMMAND...: the command's output, to the byte, and that it succeeds.
+# gives WHAT EXPECTED COMMAND...: the command succeeds with exactly this output.
 gives() {
   local what=$1 expected=$2
   shift 2
@@ -22,7 +22,8 @@ gives() {
     fail "$what" "  expected: $expected" "  got:      $(cat -v "$work/.out")"
 }
 
-# breaks STATUS MESSAGE COMMAND...: the exit status, and one line on stderr that holds the message.
+# breaks STATUS MESSAGE COMMAND...: the command ends with this exit status, and with one line on
+# stderr that contains the message.
 breaks() {
   local status=$1 message=$2 got=0
   shift 2

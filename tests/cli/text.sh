@@ -9,7 +9,7 @@ qel=$1
 . "$(dirname "${BASH_SOURCE[0]}")/support.sh"
 
 text() { "$qel" text "$@"; }
-# With a dot behind, which keeps line breaks at the end.
+# With a dot after the output, which keeps line breaks at the end.
 dotted() { text "$@" && printf .; }
 
 echo "== verbs =="
@@ -58,6 +58,8 @@ a/nlb|left 2 -t a/nlb/nlc
 b/nlc/nl|right 2 -t a/nlb/nlc/nl
 bc/nld|mid 2 3 -t a/nlbc/nlde/nlf
 a/nlXX/nlc|stuff 2 1 XX -t a/nlb/nlc
+/nla/nlb|left 9 -t /nla/nlb
+a/nlb\nc\n|split , -t a/nlb/nl,/nlc
 5\n|len -t [abc]
 2\n|find [ -t a[b
 0\n|len --text=
@@ -78,6 +80,10 @@ gives "the end of a line stays" $'AB\r\n' bash -c "printf 'ab\r\n' | $qel text c
 head -c 40000 /dev/zero | tr '\0' x >long.qel
 gives "a long text" 40000$'\n' text len long.qel
 gives "far on in it" 40001$'\n' text find y -t "$(cat long.qel)y"
+printf %s/nl/i1yz "$(<long.qel)" >longer.qel
+gives "a cut there" /i1z/i0 text mid 40002 -1 longer.qel
+gives "a switch there" x/i1/nly/b1z/i0/b0 \
+  bash -c "$qel text toggle bold --start 40002 longer.qel | tail -c 18"
 gives "a file" '' text left 2 a.qel -o left.qel
 [[ $(cat left.qel) == /b1ab/b0 ]] || fail "written: $(cat left.qel)"
 
@@ -97,22 +103,21 @@ echo "== usage =="
 breaks 2 'required' "$qel" text
 breaks 2 'COUNT' text left
 breaks 2 'COUNT' text left three a.qel
-breaks 2 'COUNT' text left 70000 a.qel
+breaks 2 'COUNT' text left 1000000000001 a.qel
 breaks 2 '--start' text case upper a.qel --start 0
-breaks 2 "'loud' is none of upper" text case loud a.qel
-breaks 2 "'font0' is none of plain" text toggle font0 a.qel
-breaks 2 "'b,z' is none of b, i" text stuff 1 1 x a.qel --style b,z
+breaks 2 "'loud' is not one of upper" text case loud a.qel
+breaks 2 "'font0' is not one of plain" text toggle font0 a.qel
+breaks 2 "'b,z' is not one of b, i" text stuff 1 1 x a.qel --style b,z
 breaks 2 'exclude' text len a.qel -t x
-breaks 2 "'loud' is no command" "$qel" loud
-breaks 2 "'loud' is no command (see 'qel text --help')" text loud
+breaks 2 "'loud' is not a command" "$qel" loud
+breaks 2 "'loud' is not a command (see 'qel text --help')" text loud
 breaks 2 "not expected: --start (see 'qel text len --help')" text len --start 3 -t x
-breaks 2 "'' is no whole number" text left '' a.qel
-breaks 2 "'0x2' is no whole number" text left 0x2 a.qel
-breaks 2 "'nan' is no number" text wrap -w nan a.qel
-breaks 2 "'nan' is no number" "$qel" render a.qel -o x.svg --width nan
+breaks 2 "'' is not a whole number" text left '' a.qel
+breaks 2 "'0x2' is not a whole number" text left 0x2 a.qel
+breaks 2 "'nan' is not a number" text wrap -w nan a.qel
+breaks 2 "'nan' is not a number" "$qel" render a.qel -o x.svg --width nan
 breaks 2 'standard input can be only one' text compare -
 breaks 2 '--indent leaves no room' "$qel" render a.qel -o x.svg --width 30 --indent 30
-breaks 1 'give a --length' text toggle bold --start 2 long.qel
 printf '{\\rtf1 x}' >x.rtf
 breaks 1 'x.rtf is RTF' text plain x.rtf
 breaks 2 '--width' text wrap a.qel

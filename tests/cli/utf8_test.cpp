@@ -10,7 +10,7 @@
 namespace qel {
 namespace {
 
-/// Characters that no input below holds, so that invalid bytes can be told from all else.
+/// Characters that are in none of the inputs below, so that they can mark invalid bytes.
 constexpr char16_t first_mark = 0xF700;
 
 char16_t mark_of(std::uint8_t byte) { return static_cast<char16_t>(first_mark + byte); }

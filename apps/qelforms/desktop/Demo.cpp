@@ -21,7 +21,7 @@ Record record_of(std::u16string_view title, std::u16string_view body) {
   return record;
 }
 
-/// The keyboard of a user whose focus is in `widget`.
+/// The keyboard of a user while `widget` has the focus.
 class Keyboard {
  public:
   explicit Keyboard(QWidget& widget) : widget_(widget) {}
@@ -35,7 +35,7 @@ class Keyboard {
       QApplication::sendEvent(&widget_, &event);
     }
   }
-  /// Text while a format is switched on by its key.
+  /// Types text with a format that its key switches on and off.
   void type_in(Qt::Key format, const QString& text) {
     press(format, Qt::ControlModifier);
     type(text);

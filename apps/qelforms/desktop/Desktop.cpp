@@ -13,7 +13,7 @@
 namespace qel::forms {
 namespace {
 
-/// Qt would end the program where it finds no display.
+/// Qt would end the program if it found no display.
 void require_display(bool is_demo) {
 #ifdef Q_OS_LINUX
   const auto has = [](const char* name) { return !qEnvironmentVariableIsEmpty(name); };
@@ -66,7 +66,7 @@ int run_window(const WindowRequest& request) {
     play(window, QString::fromStdString(request.demo_picture));
     return 0;
   }
-  // What another window of the same records keeps as drafts was not left by a crash.
+  // Drafts that another window of the same file keeps were not left by a crash.
   QLockFile lock(database + QStringLiteral(".lock"));
   lock.setStaleLockTime(0);
   window.begin(lock.tryLock());

@@ -4,7 +4,7 @@
 
 namespace qel::forms {
 
-/// Opens the window of the records, and returns the exit status when it was closed.
+/// Opens the window of the records, and returns the exit status when it is closed.
 int run_window(const WindowRequest& request);
 
 }  // namespace qel::forms

@@ -25,7 +25,6 @@
 #include "RecordList.h"
 #include "TablesDialog.h"
 #include "qel/base/Scoped.h"
-#include "qt/platform/Text.h"
 
 namespace qel::forms {
 namespace {
@@ -36,10 +35,10 @@ constexpr auto draft_retry = std::chrono::seconds(30);
 std::string document_in(const QString& suffix, std::span<const Record> records,
                         const command::Tables& tables) {
   if (suffix == QLatin1String("pdf")) return pdf_of(records, tables);
-  if (suffix == QLatin1String("rtf")) return exported(records, ExportForm::rtf, tables);
-  if (suffix == QLatin1String("txt")) return exported(records, ExportForm::text, tables);
-  if (suffix == QLatin1String("svg")) return exported(records, ExportForm::svg, tables);
-  return exported(records, ExportForm::qel, tables);
+  if (suffix == QLatin1String("rtf")) return exported(records, ExportFormat::rtf, tables);
+  if (suffix == QLatin1String("txt")) return exported(records, ExportFormat::text, tables);
+  if (suffix == QLatin1String("svg")) return exported(records, ExportFormat::svg, tables);
+  return exported(records, ExportFormat::qel, tables);
 }
 
 QLabel* label_for(const QString& text, QWidget* of) {
@@ -69,7 +68,7 @@ MainWindow::MainWindow(RecordStore& store)
 
   form_ = std::make_unique<RecordForm>(store_, title_->control(), body_->control(),
                                        [this] { note_change(); });
-  // The form listens to the controls; from here on the widgets do, and hand changes on.
+  // The form listens to the controls; from here on the widgets do, and pass changes on.
   title_->take_events();
   body_->take_events();
   connect(title_, &qt::TextBox::Change, this, [this] { form_->title_events().Change(); });
@@ -106,7 +105,7 @@ QWidget* MainWindow::create_list_side() {
   search_->setAccessibleName(tr("Search"));
   search_->setClearButtonEnabled(true);
   connect(search_, &QLineEdit::textChanged, this, [this] { list_records(); });
-  // The list is in the middle of its own work when it tells of a selection.
+  // The list is in the middle of its own work when it reports a selection.
   connect(
       list_, &QTreeWidget::itemSelectionChanged, this, [this] { follow_selection(); },
       Qt::QueuedConnection);
@@ -163,7 +162,7 @@ void MainWindow::refuse_changes() {
 void MainWindow::list_records() {
   attempt([this] {
     const QString wanted = search_->text();
-    list_->show_headings(wanted.isEmpty() ? store_.list() : store_.find(qt::view_of(wanted)));
+    list_->show_headings(wanted.isEmpty() ? store_.list() : store_.find(wanted.toStdU16String()));
     if (list_->selected().empty()) list_->select(form_->record().id);
   });
 }
@@ -178,7 +177,7 @@ void MainWindow::show_state() {
   save_->setEnabled(is_changed);
   revert_->setEnabled(is_changed);
   setWindowModified(is_changed);
-  const QString title = qt::to_qt(visible_text(form_->record().title)).simplified();
+  const QString title = QString::fromStdU16String(visible_text(form_->record().title)).simplified();
   setWindowTitle(tr("%1[*] - Records").arg(title.isEmpty() ? tr("New record") : title));
 }
 
@@ -208,7 +207,7 @@ void MainWindow::keep_draft() {
   try {
     form_->keep_draft();
   } catch (const std::exception& error) {
-    // No reason to interrupt the user: it is tried again.
+    // No reason to interrupt the user: this is tried again.
     tell(tr("Unsaved changes are not kept: %1").arg(QString::fromUtf8(error.what())));
     draft_timer_.start(draft_retry);
   }
@@ -230,7 +229,7 @@ void MainWindow::show_record(std::int64_t id) {
 }
 
 void MainWindow::follow_selection() {
-  // Keys that come while the user is asked ask nothing more.
+  // Keys pressed while the user is being asked do not ask again.
   if (is_following_) return;
   const Scoped following(is_following_, true);
   const std::vector<std::int64_t> selected = list_->selected();
@@ -390,7 +389,7 @@ void MainWindow::report(const std::exception& error) {
 
 void MainWindow::closeEvent(QCloseEvent* event) {
   const bool may_close = settle();
-  // What the user gives up is not to come back at the next start.
+  // Work that the user gave up must not come back at the next start.
   if (may_close && form_->is_changed()) attempt([this] { form_->new_record(); });
   event->setAccepted(may_close);
 }

@@ -24,24 +24,25 @@ class RecordList;
 
 /// The window of the records: a list of them with a search field, and the form of one record.
 ///
-/// Unsaved work is kept as a draft while the user works. Another record is only shown, and the
-/// window only closed, when unsaved work was saved or the user gave it up.
+/// Unsaved work is kept as a draft while the user works. Another record is shown, or the window
+/// closed, only after unsaved work was saved or the user gave it up.
 class MainWindow : public QMainWindow {
  public:
   /// The store has to outlive the window, which begins with a new record.
   explicit MainWindow(RecordStore& store);
   ~MainWindow() override;
 
-  /// To be called when the window is shown: shows the newest record, or goes on with the newest
-  /// unsaved work that the store holds if `recovers`.
+  /// Must be called when the window is shown: shows the newest record or, if `recovers` is true,
+  /// goes on with the newest unsaved work in the store.
   void begin(bool recovers);
 
   RecordForm& form() { return *form_; }
   qt::TextBox& title_box() { return *title_; }
   qt::TextBox& body_box() { return *body_; }
 
-  /// Writes the selected records to a file, in the form that the end of its name says: rtf, txt,
-  /// svg, pdf, or markup. Whether that went well; the user is told if not, and no file is changed.
+  /// Writes the selected records to a file, in the format that its extension stands for: rtf, txt,
+  /// svg, pdf, or markup. Returns whether that succeeded; if not, the user is told, and no file is
+  /// changed.
   bool export_to(const QString& path);
 
  protected:
@@ -92,11 +93,11 @@ class MainWindow : public QMainWindow {
   void recover_other();
   void recover(const Draft& draft);
 
-  /// Whether there is no unsaved work left, or the user gives it up.
+  /// Returns whether there is no unsaved work left, or the user gives it up.
   bool settle();
   QMessageBox::StandardButton ask(const QString& question, QMessageBox::StandardButtons answers,
                                   QMessageBox::StandardButton preset);
-  /// Whether the work was done; the user is told if not.
+  /// Returns whether the work was done; if not, the user is told.
   bool attempt(const std::function<void()>& work);
   void report(const std::exception& error);
 
@@ -112,7 +113,7 @@ class MainWindow : public QMainWindow {
   std::vector<Format> formats_;
   QTimer draft_timer_;
   std::unique_ptr<RecordForm> form_;
-  bool is_following_ = false;  // the selection, while the user may be asked
+  bool is_following_ = false;  // the selection, where the user may have to be asked
 };
 
 }  // namespace qel::forms

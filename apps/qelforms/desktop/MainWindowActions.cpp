@@ -36,7 +36,7 @@ void MainWindow::add_actions() {
     }
   }
   addToolBar(bar);
-  // Each letter is in the format that it stands for.
+  // Each button shows its letter in the format that it sets.
   for (const Format& format : formats_) {
     QFont font = bar->font();
     font.setBold(format.get == &QELTextbox::get_SelBold);
@@ -56,7 +56,7 @@ void MainWindow::add_record_actions() {
   save_->setShortcut(QKeySequence::Save);
   revert_ = add_action(menu, "revert", tr("Re&vert"), [this] { revert(); });
   QAction* const remove = add_action(menu, "delete", tr("&Delete"), [this] { remove_selected(); });
-  // In a text the same key erases a character.
+  // In a text, the same key deletes a character.
   remove->setShortcut(QKeySequence::Delete);
   remove->setShortcutContext(Qt::WidgetShortcut);
   list_->addAction(remove);
@@ -75,7 +75,7 @@ void MainWindow::add_record_actions() {
 
 void MainWindow::add_text_actions() {
   QMenu& menu = *menuBar()->addMenu(tr("F&ormat"));
-  // The keys behind the TAB are the control's own.
+  // The keys after the TAB are only shown: the control handles them.
   add_format(menu, "bold", tr("&Bold\tCtrl+B"),
              {nullptr, &QELTextbox::get_SelBold, &QELTextbox::put_SelBold});
   add_format(menu, "italic", tr("&Italic\tCtrl+I"),

@@ -34,7 +34,7 @@ void Pages::fill_rectangle(const platform::CanvasRectangle& rectangle, Color col
       });
 }
 
-/// Raised text and bars lie within their line, or most of them does.
+/// Raised text and bars lie within their line at least by half.
 void Pages::add(Band band, Part part) {
   const float common = std::min(band.bottom, line_.bottom) - std::max(band.top, line_.top);
   const float smaller = std::min(band.bottom - band.top, line_.bottom - line_.top);

@@ -8,11 +8,12 @@
 
 namespace qel::forms {
 
-/// Lays what is drawn, line below line, out on pages of one height: a line that does not fit on
-/// what is left of a page begins the next. What is drawn at one height belongs to one line.
+/// Lays out what is drawn, line by line, on pages of the same height: a line that does not fit on
+/// the rest of a page begins the next. What is drawn at the same height belongs to one line.
 class Pages : public platform::Canvas {
  public:
-  /// Measures with `page` and draws on it; `turn` begins the next page. Both have to outlive this.
+  /// Measures with `page` and draws on it; `turn` begins the next page. Both have to outlive this
+  /// object.
   Pages(platform::Canvas& page, float height, std::function<void()> turn);
 
   float text_width(std::u16string_view text, const platform::TextFont& font) const override;
@@ -20,7 +21,7 @@ class Pages : public platform::Canvas {
   void draw_text(const platform::CanvasText& text) override;
   void fill_rectangle(const platform::CanvasRectangle& rectangle, Color color) override;
 
-  /// To be called when all is drawn.
+  /// Must be called when everything is drawn.
   void finish();
 
  private:
@@ -30,7 +31,7 @@ class Pages : public platform::Canvas {
     float bottom = 0;
   };
 
-  /// Draws something that far further up.
+  /// Draws something, moved up by `up`.
   using Part = std::function<void(platform::Canvas& page, float up)>;
 
   void add(Band band, Part part);
@@ -38,7 +39,7 @@ class Pages : public platform::Canvas {
   platform::Canvas& page_;
   float height_;
   std::function<void()> turn_;
-  float top_ = 0;  // of this page, in what is drawn
+  float top_ = 0;  // of this page, in the coordinates of what is drawn
   Band line_;
   std::vector<Part> parts_;  // of the line
 };

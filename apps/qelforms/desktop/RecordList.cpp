@@ -7,8 +7,6 @@
 #include <QTreeWidgetItem>
 #include <algorithm>
 
-#include "qt/platform/Text.h"
-
 namespace qel::forms {
 namespace {
 
@@ -21,7 +19,7 @@ std::int64_t id_of(const QTreeWidgetItem& item) {
 
 QTreeWidgetItem* item_of(const Heading& heading, int height) {
   auto* const item = new QTreeWidgetItem;
-  const QString title = qt::to_qt(heading.title).simplified();
+  const QString title = QString::fromStdU16String(heading.title).simplified();
   item->setText(title_column, title.isEmpty() ? RecordList::tr("(no title)") : title);
   item->setToolTip(title_column, title);
   item->setSizeHint(title_column, QSize(0, height));

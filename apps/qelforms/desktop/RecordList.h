@@ -8,18 +8,18 @@
 
 namespace qel::forms {
 
-/// The records as a list, the one that was changed last on top.
+/// The records as a list, with the one that was changed last on top.
 class RecordList : public QTreeWidget {
  public:
   explicit RecordList(QWidget* parent = nullptr);
 
-  /// Shows these; those that were selected stay so. Nobody is told.
+  /// Shows these records; those that were selected stay selected. No signal is sent.
   void show_headings(std::vector<Heading> headings);
   /// The numbers of the selected records, from top to bottom.
   std::vector<std::int64_t> selected() const;
-  /// Selects the record and no other; none when it is not shown. Nobody is told.
+  /// Selects this record only, or none if it is not shown. No signal is sent.
   void select(std::int64_t id);
-  /// The number of the record on top, 0 for none.
+  /// The number of the record on top; 0 when there is none.
   std::int64_t first() const;
 };
 

@@ -13,17 +13,16 @@
 #include <cstddef>
 #include <cstdint>
 
-#include "qt/platform/FormatMapping.h"
-#include "qt/platform/Text.h"
-
 namespace qel::forms {
 namespace {
 
 constexpr double smallest_size = 4;
 constexpr double largest_size = 96;
 
-/// What marks an unused font.
-QString unused() { return qt::to_qt(QELIndexFonts::unused); }
+/// The name that marks an unused font.
+QString unused() { return QString::fromStdU16String(std::u16string(QELIndexFonts::unused)); }
+
+QColor shown_color(Color color) { return {red_of(color), green_of(color), blue_of(color)}; }
 
 }  // namespace
 
@@ -38,7 +37,7 @@ TablesDialog::TablesDialog(const command::Tables& tables, QWidget* parent)
   for (int i = 0; i < entries; ++i) {
     add_row(*grid, i, meanings.value(i));
     fonts_[static_cast<std::size_t>(i)]->setEditText(
-        qt::to_qt(tables.fonts.get_Font(static_cast<std::int16_t>(i))));
+        QString::fromStdU16String(tables.fonts.get_Font(static_cast<std::int16_t>(i))));
     put_color(i, tables.colors->get_Color(static_cast<std::int16_t>(i)));
   }
   size_->setRange(smallest_size, largest_size);
@@ -78,16 +77,16 @@ void TablesDialog::add_row(QGridLayout& grid, int index, const QString& meaning)
 }
 
 void TablesDialog::choose_color(int index) {
-  const QColor old = qt::to_qt(colors_[static_cast<std::size_t>(index)]);
+  const QColor old = shown_color(colors_[static_cast<std::size_t>(index)]);
   const QColor chosen = QColorDialog::getColor(old, this, tr("Colour %1").arg(index));
-  if (chosen.isValid()) put_color(index, qt::from_qt(chosen));
+  if (chosen.isValid()) put_color(index, rgb(chosen.red(), chosen.green(), chosen.blue()));
 }
 
 void TablesDialog::put_color(int index, Color color) {
   QPushButton& button = *buttons_[static_cast<std::size_t>(index)];
-  const QString name = qt::to_qt(color).name().toUpper();
+  const QString name = shown_color(color).name().toUpper();
   QPixmap swatch(button.iconSize());
-  swatch.fill(qt::to_qt(color));
+  swatch.fill(shown_color(color));
   button.setIcon(swatch);
   button.setText(name);
   button.setAccessibleName(tr("Colour %1, %2").arg(index).arg(name));
@@ -98,9 +97,9 @@ void TablesDialog::put_into(command::Tables& tables) const {
   for (std::size_t i = 0; i < colors_.size(); ++i) {
     const auto index = static_cast<std::int16_t>(i);
     const QString name = fonts_[i]->currentText().trimmed();
-    // Without a default font text would be in whatever font there is.
+    // Without a default font, text would be shown in some arbitrary font.
     if (i != 0 || (!name.isEmpty() && name != unused())) {
-      tables.fonts.put_Font(index, qt::from_qt(name.isEmpty() ? unused() : name));
+      tables.fonts.put_Font(index, (name.isEmpty() ? unused() : name).toStdU16String());
     }
     tables.colors->put_Color(index, colors_[i]);
   }

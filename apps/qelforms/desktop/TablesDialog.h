@@ -17,7 +17,7 @@ class TablesDialog : public QDialog {
  public:
   explicit TablesDialog(const command::Tables& tables, QWidget* parent = nullptr);
 
-  /// Puts what was chosen into the tables; what else they hold stays.
+  /// Puts the chosen values into the tables; everything else in them stays.
   void put_into(command::Tables& tables) const;
 
  private:

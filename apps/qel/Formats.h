@@ -1,0 +1,28 @@
+#pragma once
+
+#include <optional>
+#include <string>
+#include <string_view>
+
+namespace qel::command {
+
+/// The formats of files that are read.
+enum class InputFormat { qel, rtf, text };
+
+/// The formats of files that are written.
+enum class OutputFormat { qel, qelv6, rtf, rtf_body, simple_rtf, text, segments };
+
+/// The format of this name, as "--from" and "--to" take it.
+std::optional<InputFormat> input_format_named(std::string_view name);
+std::optional<OutputFormat> output_format_named(std::string_view name);
+
+/// The names joined by commas, for messages.
+std::string input_format_names();
+std::string output_format_names();
+
+/// The format that a file's extension stands for: ".qel", ".rtf" or ".txt" in any case.
+std::optional<InputFormat> input_format_of_file(std::string_view path);
+/// The extension that a file in this format gets, such as ".rtf".
+std::string_view extension_of(OutputFormat format);
+
+}  // namespace qel::command
