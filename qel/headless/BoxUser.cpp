@@ -63,8 +63,9 @@ void BoxUser::mouse_down(float x, float y, std::int16_t shift, std::int16_t butt
   const box::Box& box = view_.box();
   if (!box.appearance().enabled) return;
   button_ = button;
-  const std::size_t at = view_.position_at(x, y);
-  const bool on_selection = at > box.selected().start() && at < box.selected().end();
+  // The character under the pointer, not the gap next to it.
+  const std::size_t at = view_.position_at(x - BoxView::character_width / 2, y);
+  const bool on_selection = at >= box.selected().start() && at < box.selected().end();
   const bool places = view_.mouse().press({button, shift, x, y}, on_selection);
   if (places && button == left_button) put_caret(x, y, (shift & shift_key) != 0);
 }

@@ -16,18 +16,25 @@ void Drag::over(const platform::RichEdit& target, float x, float y, std::int16_t
     drop_.emplace(box);
     effect_ = drop_->enter(drag_.data(), drag_.allowed_effects(), at_);
   }
+  if (drop_->is_over()) give_feedback();
+}
+
+void Drag::give_feedback() {
   bool default_cursors = true;
-  if (drop_->is_over()) drag_.give_feedback(effect_, default_cursors);
+  drag_.give_feedback(effect_, default_cursors);
 }
 
 void Drag::leave() {
+  const bool was_over = drop_ && drop_->is_over();
   if (drop_) drop_->leave();
   effect_ = platform::no_drop;
+  if (was_over) give_feedback();
   drop_.reset();
   target_.reset();
 }
 
 void Drag::drop() {
+  if (effect_ == platform::no_drop) leave();
   if (!drop_) return;
   effect_ = drop_->drop(drag_.data(), drag_.allowed_effects(), at_,
                         [this] { return BoxView::of(*target_).position_at(at_.x, at_.y); });

@@ -19,7 +19,7 @@ class Drag {
   void over(const platform::RichEdit& target, float x, float y, std::int16_t shift = 0);
   /// Leaves the box without dropping.
   void leave();
-  /// Drops where the pointer is.
+  /// Drops where the pointer is; leaves where that would do nothing.
   void drop();
 
   platform::DragData& data() const { return drag_.data(); }
@@ -27,6 +27,8 @@ class Drag {
   std::int32_t effect() const { return effect_; }
 
  private:
+  void give_feedback();
+
   box::Drag& drag_;
   std::shared_ptr<box::Box> target_;
   std::optional<box::Drop> drop_;

@@ -22,6 +22,15 @@ class EditorHand {
   virtual bool is_open() const = 0;
 };
 
+/// Where a user takes what is dragged: over a box, to a position of its text, with those modifiers
+/// held, and lets it go there or, where `drops` is false, where nothing takes it.
+struct DragPath {
+  platform::RichEdit& target;
+  std::int32_t position = 0;
+  std::int16_t shift = 0;
+  bool drops = true;
+};
+
 /// A platform with a user at it. Boxes are those that the stage's platform created. Key codes and
 /// masks are those of `platform/Keys.h`; places in a text are positions.
 class Stage {
@@ -38,7 +47,12 @@ class Stage {
   virtual void click(platform::RichEdit& box, std::int32_t position, std::int16_t shift) = 0;
   virtual void double_click(platform::RichEdit& box, std::int32_t position) = 0;
   /// Presses the left button at one place and lets it go at another.
-  virtual void sweep(platform::RichEdit& box, std::int32_t from, std::int32_t to) = 0;
+  virtual void sweep(platform::RichEdit& box, std::int32_t from, std::int32_t to,
+                     std::int16_t shift) = 0;
+  /// Drags what is selected in the source along the path: `start` begins the drag in a host's name;
+  /// without one the user does, who presses the left button on the selection and moves.
+  virtual void drag(platform::RichEdit& source, const DragPath& path,
+                    const std::function<void()>& start) = 0;
 
   /// Another program puts something on the clipboard.
   virtual void copy_text(std::u16string_view text) = 0;

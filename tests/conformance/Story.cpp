@@ -5,12 +5,14 @@
 #include <algorithm>
 #include <array>
 #include <fstream>
-#include <map>
+#include <functional>
 #include <optional>
 #include <stdexcept>
 #include <utility>
 
+#include "conformance/Host.h"
 #include "qel/base/Scan.h"
+#include "qel/base/Scoped.h"
 #include "qel/base/Utf8.h"
 #include "qel/control/QELTextbox.h"
 #include "qel/headless/PropertyBag.h"
@@ -46,31 +48,6 @@ struct Chord {
   std::int16_t shift = 0;
 };
 
-const std::map<Word, std::int16_t>& named_keys() {
-  static const std::map<Word, std::int16_t> keys = {{u"Backspace", keys::backspace_key},
-                                                    {u"Delete", keys::delete_key},
-                                                    {u"Down", keys::down_key},
-                                                    {u"End", keys::end_key},
-                                                    {u"Enter", keys::enter_key},
-                                                    {u"Escape", keys::escape_key},
-                                                    {u"Home", keys::home_key},
-                                                    {u"Insert", keys::insert_key},
-                                                    {u"Left", keys::left_key},
-                                                    {u"Right", keys::right_key},
-                                                    {u"Tab", keys::tab_key},
-                                                    {u"Up", keys::up_key},
-                                                    {u"Grave", keys::grave_accent_key},
-                                                    {u"Apostrophe", keys::apostrophe_key}};
-  return keys;
-}
-
-std::int16_t key_named(Word name) {
-  if (const auto key = named_keys().find(name); key != named_keys().end()) return key->second;
-  if (name.size() == 1) return static_cast<std::int16_t>(name[0]);
-  if (name.starts_with(u"F")) return keys::function_key(std::stoi(to_utf8(name.substr(1))));
-  throw std::invalid_argument("no key is called " + to_utf8(name));
-}
-
 Chord chord_named(Word name) {
   Chord chord;
   for (const auto& [modifier, mask] :
@@ -84,70 +61,41 @@ Chord chord_named(Word name) {
   return chord;
 }
 
-std::string name_of(std::int16_t key_code, std::int16_t shift) {
-  std::string name = (shift & keys::ctrl_key) != 0 ? "Ctrl+" : "";
-  if ((shift & keys::alt_key) != 0) name += "Alt+";
-  if ((shift & keys::shift_key) != 0) name += "Shift+";
-  for (const auto& [key, code] : named_keys()) {
-    if (code == key_code) return name + to_utf8(key);
-  }
-  if (key_code >= keys::first_function_key && key_code < keys::first_function_key + 12) {
-    return name + "F" + std::to_string(key_code - keys::first_function_key + 1);
-  }
-  return name + static_cast<char>(key_code);
+/// The mask of the modifier that a line ends with, if any.
+std::int16_t modifier(Word name) {
+  if (name == u"Ctrl") return keys::ctrl_key;
+  if (name == u"Shift") return keys::shift_key;
+  if (!name.empty()) throw std::invalid_argument("no modifier is called " + to_utf8(name));
+  return keys::no_modifier;
 }
 
-std::string name_of(std::int16_t character) {
-  if (character < u' ') return std::to_string(character);
-  return to_utf8(std::u16string(1, static_cast<char16_t>(character)));
-}
-
-/// Whether it is Shift, Ctrl or Alt alone, which only a real keyboard presses.
-bool is_modifier(std::int16_t key_code) { return key_code >= 16 && key_code <= 18; }
-
-/// The host: it writes down what it is told, and may change keys.
-class Host : public ControlEvents {
- public:
-  void Change() override { log("Change"); }
-  void Click() override { log("Click"); }
-  void DblClick() override { log("DblClick"); }
-  void KeyDown(std::int16_t& KeyCode, std::int16_t& Shift) override {
-    if (!is_modifier(KeyCode)) log("Down:" + name_of(KeyCode, Shift));
-    if (KeyCode == swallowed_key) KeyCode = 0;
-  }
-  void KeyPress(std::int16_t& KeyAscii) override {
-    log("Press:" + name_of(KeyAscii));
-    if (KeyAscii == turned_from) KeyAscii = turned_to;
-  }
-  void KeyUp(std::int16_t& KeyCode, std::int16_t& Shift) override {
-    if (!is_modifier(KeyCode)) log("Up:" + name_of(KeyCode, Shift));
-  }
-  void MouseDown(std::int16_t Button, std::int16_t, float, float) override {
-    log("MouseDown:" + std::to_string(Button));
-  }
-  void MouseUp(std::int16_t Button, std::int16_t, float, float) override {
-    log("MouseUp:" + std::to_string(Button));
+/// A text box on the stage, and its host.
+struct Seat {
+  /// `box_top` is where the box lies on the stage's window.
+  Seat(Stage& stage, std::int32_t box_top)
+      : form(stage.window()), control(form, stage.platform()), top(box_top) {
+    control.listen(&host);
+    lay_out();
   }
 
-  std::string take_log() { return std::exchange(log_, {}); }
+  void lay_out() {
+    control.Resize();
+    for (const auto& box : control.boxes()) {
+      platform::BoxAppearance appearance = box->appearance();
+      appearance.top += top;
+      box->put_appearance(appearance);
+    }
+  }
 
-  std::int16_t swallowed_key = -1;
-  std::int16_t turned_from = -1;
-  std::int16_t turned_to = 0;
-
- private:
-  void log(const std::string& event) { log_ += (log_.empty() ? "" : " ") + event; }
-
-  std::string log_;
+  test::Form form;
+  QELTextbox control;
+  Host host;
+  std::int32_t top;
 };
 
 class Player {
  public:
-  Player(const Story& story, Stage& stage)
-      : story_(story), stage_(stage), form_(stage.window()), control_(form_, stage.platform()) {
-    control_.listen(&host_);
-    control_.Resize();
-  }
+  Player(const Story& story, Stage& stage) : story_(story), stage_(stage), first_(stage, 0) {}
 
   void play() { perform(story_.lines); }
 
@@ -170,7 +118,15 @@ class Player {
         << story_.title << ": " << to_utf8(line.text) << "\n  " << message;
   }
 
-  platform::RichEdit& box() const { return *control_.CurrentRichTextBox(); }
+  QELTextbox& control() const { return seat_->control; }
+  Host& host() const { return seat_->host; }
+  platform::RichEdit& box() const { return *control().CurrentRichTextBox(); }
+  /// The text box below the first.
+  Seat& other() {
+    constexpr std::int32_t top = 60;
+    if (!other_) other_.emplace(stage_, top);
+    return *other_;
+  }
 
   /// The row of a table; a name that it does not have is a fault of the story.
   template <class Rows>
@@ -195,21 +151,28 @@ class Player {
     Word rest = line.text;
     const Word name = take_word(rest);
     if (name == u"=") return expect(line, rest);
+    if (name == u"other") {
+      const Scoped at_other(seat_, &other());
+      return perform({line.number, std::u16string(rest)});
+    }
     if (name == u"editor") {
       editor_lines_.push_back({line.number, std::u16string(rest)});
       if (editor_lines_.size() == 1) stage_.at_editor([this](EditorHand& hand) { edit(hand); });
       return;
     }
     static constexpr std::array commands = {
-        Command{u"bag", &Player::read_bag},        Command{u"put", &Player::put_switch},
-        Command{u"qel", &Player::put_qel},         Command{u"text", &Player::put_text},
-        Command{u"select", &Player::select},       Command{u"keys", &Player::press_keys},
-        Command{u"click", &Player::click},         Command{u"doubleclick", &Player::double_click},
-        Command{u"sweep", &Player::sweep},         Command{u"copied", &Player::copy_text},
-        Command{u"copiedrtf", &Player::copy_rtf},  Command{u"paste", &Player::paste},
-        Command{u"swallow", &Player::swallow},     Command{u"turn", &Player::turn},
-        Command{u"choose", &Player::choose},       Command{u"ok", &Player::press_ok},
-        Command{u"cancel", &Player::press_cancel}, Command{u"close", &Player::close}};
+        Command{u"bag", &Player::read_bag},     Command{u"put", &Player::put_switch},
+        Command{u"qel", &Player::put_qel},      Command{u"text", &Player::put_text},
+        Command{u"select", &Player::select},    Command{u"keys", &Player::press_keys},
+        Command{u"click", &Player::click},      Command{u"doubleclick", &Player::double_click},
+        Command{u"sweep", &Player::sweep},      Command{u"drag", &Player::drag},
+        Command{u"oledrag", &Player::ole_drag}, Command{u"allow", &Player::allow},
+        Command{u"want", &Player::want},        Command{u"promise", &Player::promise},
+        Command{u"copied", &Player::copy_text}, Command{u"copiedrtf", &Player::copy_rtf},
+        Command{u"paste", &Player::paste},      Command{u"swallow", &Player::swallow},
+        Command{u"turn", &Player::turn},        Command{u"choose", &Player::choose},
+        Command{u"ok", &Player::press_ok},      Command{u"cancel", &Player::press_cancel},
+        Command{u"close", &Player::close}};
     (this->*row_named(commands, name).run)(rest);
   }
 
@@ -228,10 +191,10 @@ class Player {
 
   // What a story can look at.
 
-  std::u16string qel() { return control_.get_TextQEL(); }
-  std::u16string text() { return control_.get_Text(); }
-  std::u16string selected() { return control_.get_SelTextQEL(); }
-  std::u16string events() { return wide(host_.take_log()); }
+  std::u16string qel() { return control().get_TextQEL(); }
+  std::u16string text() { return control().get_Text(); }
+  std::u16string selected() { return control().get_SelTextQEL(); }
+  std::u16string events() { return wide(host().take_log()); }
   std::u16string selection() {
     const platform::Range range = box().selection();
     return wide(std::to_string(range.start) + " " + std::to_string(range.length));
@@ -242,9 +205,10 @@ class Player {
   // What the host does.
 
   void read_bag(Word arguments) {
-    control_.ReadProperties(
+    control().ReadProperties(
         headless::PropertyBag(replace_all(std::u16string(arguments), u" ", u"\n")));
-    host_.take_log();
+    seat_->lay_out();
+    host().take_log();
   }
   void put_switch(Word arguments) {
     static constexpr std::array switches = {
@@ -256,20 +220,23 @@ class Player {
         Switch{u"SelBold", &QELTextbox::put_SelBold},
         Switch{u"SelHide", &QELTextbox::put_SelHide}};
     const Word name = take_word(arguments);
-    (control_.*row_named(switches, name).put)(arguments == u"True");
+    (control().*row_named(switches, name).put)(arguments == u"True");
   }
-  void put_qel(Word arguments) { control_.put_TextQEL(unescaped(arguments)); }
-  void put_text(Word arguments) { control_.put_Text(unescaped(arguments)); }
+  void put_qel(Word arguments) { control().put_TextQEL(unescaped(arguments)); }
+  void put_text(Word arguments) { control().put_Text(unescaped(arguments)); }
   void select(Word arguments) {
     const std::int32_t start = take_number(arguments);
     box().select({start, take_number(arguments)});
   }
-  void paste(Word /*arguments*/) { control_.PasteClipboardContents(); }
-  void swallow(Word arguments) { host_.swallowed_key = key_named(arguments); }
+  void paste(Word /*arguments*/) { control().PasteClipboardContents(); }
+  void swallow(Word arguments) { host().swallowed_key = key_named(arguments); }
   void turn(Word arguments) {
-    host_.turned_from = static_cast<std::int16_t>(take_word(arguments)[0]);
-    host_.turned_to = static_cast<std::int16_t>(arguments.empty() ? u'\0' : arguments[0]);
+    host().turned_from = static_cast<std::int16_t>(take_word(arguments)[0]);
+    host().turned_to = static_cast<std::int16_t>(arguments.empty() ? u'\0' : arguments[0]);
   }
+  void allow(Word arguments) { host().allowed_effects = take_number(arguments); }
+  void want(Word arguments) { host().wanted_effect = take_number(arguments); }
+  void promise(Word arguments) { host().promised_rtf = arguments; }
 
   // What the user does.
 
@@ -291,13 +258,26 @@ class Player {
   }
   void click(Word arguments) {
     const std::int32_t at = take_number(arguments);
-    const bool extends = arguments == u"Shift";
-    stage_.click(box(), at, extends ? keys::shift_key : keys::no_modifier);
+    stage_.click(box(), at, modifier(arguments));
   }
   void double_click(Word arguments) { stage_.double_click(box(), take_number(arguments)); }
   void sweep(Word arguments) {
     const std::int32_t from = take_number(arguments);
-    stage_.sweep(box(), from, take_number(arguments));
+    const std::int32_t to = take_number(arguments);
+    stage_.sweep(box(), from, to, modifier(arguments));
+  }
+  void drag(Word arguments) { drag(arguments, nullptr); }
+  void ole_drag(Word arguments) {
+    drag(arguments, [this] { control().OLEDrag(); });
+  }
+  void drag(Word arguments, const std::function<void()>& start) {
+    const bool is_far = arguments.starts_with(u"other");
+    if (is_far) take_word(arguments);
+    QELTextbox& target = is_far ? other().control : control();
+    const std::int32_t to = take_number(arguments);
+    const bool drops = arguments != u"away";
+    const std::int16_t shift = modifier(drops ? arguments : Word());
+    stage_.drag(box(), {*target.CurrentRichTextBox(), to, shift, drops}, start);
   }
   void copy_text(Word arguments) { stage_.copy_text(unescaped(arguments)); }
   void copy_rtf(Word arguments) { stage_.copy_rtf(u"(plain)", arguments); }
@@ -320,9 +300,9 @@ class Player {
 
   const Story& story_;
   Stage& stage_;
-  test::Form form_;
-  QELTextbox control_;
-  Host host_;
+  Seat first_;
+  std::optional<Seat> other_;
+  Seat* seat_ = &first_;
   EditorHand* hand_ = nullptr;
   std::vector<Story::Line> editor_lines_;
 };

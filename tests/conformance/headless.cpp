@@ -6,7 +6,9 @@
 
 #include "conformance/Stage.h"
 #include "qel/headless/BoxUser.h"
+#include "qel/headless/Drag.h"
 #include "qel/headless/HeadlessPlatform.h"
+#include "qel/platform/Keys.h"
 
 namespace qel::conformance {
 namespace {
@@ -43,12 +45,31 @@ class HeadlessStage : public Stage {
     const auto [x, y] = point_of(box, position);
     user_of(box).double_click(x, y);
   }
-  void sweep(platform::RichEdit& box, std::int32_t from, std::int32_t to) override {
+  void sweep(platform::RichEdit& box, std::int32_t from, std::int32_t to,
+             std::int16_t shift) override {
     const auto [from_x, from_y] = point_of(box, from);
     const auto [to_x, to_y] = point_of(box, to);
-    user_of(box).mouse_down(from_x, from_y);
-    user_of(box).mouse_move(to_x, to_y);
-    user_of(box).mouse_up(to_x, to_y);
+    user_of(box).mouse_down(from_x, from_y, shift);
+    user_of(box).mouse_move(to_x, to_y, shift);
+    user_of(box).mouse_up(to_x, to_y, shift);
+  }
+  void drag(platform::RichEdit& source, const DragPath& path,
+            const std::function<void()>& start) override {
+    const auto [x, y] = point_of(path.target, path.position);
+    platform_->put_dragger([&path, x = x, y = y](headless::Drag& drag) {
+      for (int moves = 0; moves < 2; ++moves) drag.over(path.target, x, y, path.shift);
+      if (path.drops) {
+        drag.drop();
+      } else {
+        drag.leave();
+      }
+    });
+    if (start) {
+      start();
+    } else {
+      sweep(source, source.selection().start, path.position, keys::no_modifier);
+    }
+    platform_->put_dragger(nullptr);
   }
 
   void copy_text(std::u16string_view text) override { platform_->clipboard().put_text(text); }

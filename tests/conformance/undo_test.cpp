@@ -101,8 +101,8 @@ class Model {
   Character format_;  // what was typed or erased last: an empty text keeps it
 };
 
-/// One edit of the box and of the model.
-void edit(RichEdit& box, Model& model, Stage& stage, test::Random& random) {
+/// One edit of the box and of the model. Whether it is a step that can be undone.
+bool edit(RichEdit& box, Model& model, Stage& stage, test::Random& random) {
   const auto size = static_cast<std::size_t>(box.get_Text().size());
   const auto start = static_cast<std::int32_t>(random.below(size + 1));
   const auto length = static_cast<std::int32_t>(random.below(6));
@@ -112,55 +112,70 @@ void edit(RichEdit& box, Model& model, Stage& stage, test::Random& random) {
   const Range range = box.selection();
   const std::size_t kind = random.below(5);
   // Formats of text to come are not the model's.
-  if (range.length == 0 && kind < 2) return;
+  if (range.length == 0 && kind < 2) return false;
   switch (kind) {
-    case 0:
-      box.put_SelBold(random.one_in(2));
-      model.format(range, [bold = box.get_SelBold() == true](auto& c) { c.bold = bold; });
-      break;
-    case 1:
+    case 0: {
+      const bool bold = random.one_in(2);
+      const bool is_new = box.get_SelBold() != bold;
+      box.put_SelBold(bold);
+      model.format(range, [bold](auto& c) { c.bold = bold; });
+      return is_new;
+    }
+    case 1: {
+      const bool is_new = box.get_SelColor() != 255;
       box.put_SelColor(255);
       model.format(range, [](auto& c) { c.color = 255; });
-      break;
+      return is_new;
+    }
     case 2: {
       const std::u16string text = random.text({u"a", u"\n", u"bc"}, random.below(4));
       box.put_SelText(text);
       model.put(range, text);
-      break;
+      return range.length != 0 || !text.empty();
     }
     case 3:
       stage.type(box, u"xy");
       model.put(range, u"xy");
-      break;
+      return true;
     default:
-      if (range.length == 0) return;
+      if (range.length == 0) return false;
       stage.press(box, keys::delete_key, keys::no_modifier);
       model.put(range, u"");
+      return true;
   }
-  if (random.one_in(5)) box.put_alignment(richtext::Alignment::right);
 }
 
-TEST(Undo, TakesBackAllThatWasEdited) {
+bool align(RichEdit& box) {
+  const bool is_new = box.alignment() != richtext::Alignment::right;
+  box.put_alignment(richtext::Alignment::right);
+  return is_new;
+}
+
+TEST(Undo, TakesBackStepByStepWhatWasEdited) {
   for (std::uint32_t i = 0; i < 60; ++i) {
     test::Random random(test::base_seed() + i);
     SCOPED_TRACE(random.describe());
     const std::unique_ptr<Stage> stage = make_stage();
     const std::shared_ptr<RichEdit> box = stage->platform()->create_rich_edit(stage->window());
     box->put_TextRTF(u"{\\rtf1 one\\par\\pard\\qc two\\par\\pard\\b three}");
-    const std::u16string original = box->get_TextRTF();
     Model model(u"one\ntwo\n");
     model.append_bold(u"three");
-    constexpr int edits = 30;
-    for (int n = 0; n < edits; ++n) {
-      edit(*box, model, *stage, random);
+    std::vector<std::u16string> states = {box->get_TextRTF()};
+    for (int n = 0; n < 30; ++n) {
+      if (edit(*box, model, *stage, random)) states.push_back(box->get_TextRTF());
       ASSERT_EQ(Model::shown(*box), model.shown()) << "edit " << n;
+      if (random.one_in(5) && align(*box)) states.push_back(box->get_TextRTF());
     }
-    const std::u16string edited = box->get_TextRTF();
-    // An edit and its alignment are two steps.
-    for (int n = 0; n < 2 * edits; ++n) stage->press(*box, 'Z', keys::ctrl_key);
-    EXPECT_EQ(box->get_TextRTF(), original);
-    for (int n = 0; n < 2 * edits; ++n) stage->press(*box, 'Y', keys::ctrl_key);
-    EXPECT_EQ(box->get_TextRTF(), edited);
+    for (std::size_t step = states.size() - 1; step > 0; --step) {
+      stage->press(*box, 'Z', keys::ctrl_key);
+      ASSERT_EQ(box->get_TextRTF(), states[step - 1]) << "before step " << step;
+    }
+    stage->press(*box, 'Z', keys::ctrl_key);
+    EXPECT_EQ(box->get_TextRTF(), states.front()) << "there is no more";
+    for (std::size_t step = 1; step < states.size(); ++step) {
+      stage->press(*box, 'Y', keys::ctrl_key);
+      ASSERT_EQ(box->get_TextRTF(), states[step]) << "step " << step;
+    }
   }
 }
 

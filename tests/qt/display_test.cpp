@@ -225,6 +225,23 @@ TEST_F(Display, ShowsLargeChanges) {
   compare();
 }
 
+TEST_F(Display, TakesBackInOneStepWhatWasComposedOverASelection) {
+  box->put_Text(u"one two");
+  box->select(platform::Range{0, 3});
+  for (const QString& composed : {QStringLiteral("a"), QStringLiteral("ab")}) {
+    QInputMethodEvent composes(composed, {});
+    QCoreApplication::sendEvent(&view, &composes);
+  }
+  QInputMethodEvent commits;
+  commits.setCommitString(QStringLiteral("\u5B57"));
+  QCoreApplication::sendEvent(&view, &commits);
+  compare();
+  EXPECT_EQ(box->text(), u"\u5B57 two");
+  QTest::keyClick(&view, Qt::Key_Z, Qt::ControlModifier);
+  compare();
+  EXPECT_EQ(box->text(), u"one two");
+}
+
 TEST_F(Display, RefusesEditsByOthersWhereTheUserMayNotEdit) {
   platform::BoxAppearance appearance = box->appearance();
   box->put_Text(u"text");

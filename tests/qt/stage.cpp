@@ -11,7 +11,6 @@
 #include <QTest>
 #include <QTimer>
 #include <QWidget>
-#include <map>
 #include <utility>
 
 #include "qel/platform/Keys.h"
@@ -26,6 +25,12 @@ namespace qel::conformance {
 namespace {
 
 using qt::BoxView;
+
+/// Qt's usual platform without a screen ends drags at once; this one has them.
+[[maybe_unused]] const bool has_drags = []() noexcept {
+  const QByteArray asked = qgetenv("QT_QPA_PLATFORM");
+  return (asked.isEmpty() || asked == "offscreen") && qputenv("QT_QPA_PLATFORM", "minimal");
+}();
 
 class Hand : public EditorHand {
  public:
@@ -91,11 +96,36 @@ class QtStage : public Stage {
     QTest::mouseClick(view_of(box).viewport(), Qt::LeftButton, {}, point);
     QTest::mouseDClick(view_of(box).viewport(), Qt::LeftButton, {}, point);
   }
-  void sweep(platform::RichEdit& box, std::int32_t from, std::int32_t to) override {
+  void sweep(platform::RichEdit& box, std::int32_t from, std::int32_t to,
+             std::int16_t shift) override {
+    const Qt::KeyboardModifiers held = qt::modifiers_of(shift);
     QWidget* const port = view_of(box).viewport();
-    QTest::mousePress(port, Qt::LeftButton, {}, point_of(box, from));
-    QTest::mouseMove(port, point_of(box, to));
-    QTest::mouseRelease(port, Qt::LeftButton, {}, point_of(box, to));
+    QTest::mousePress(port, Qt::LeftButton, held, point_of(box, from));
+    QTest::mouseEvent(QTest::MouseMove, port, Qt::NoButton, held, point_of(box, to));
+    QTest::mouseRelease(port, Qt::LeftButton, held, point_of(box, to));
+  }
+  /// Qt waits in a loop of its own until the button comes up.
+  void drag(platform::RichEdit& source, const DragPath& path,
+            const std::function<void()>& start) override {
+    const QPoint from = window_point_of(source, source.selection().start) + QPoint(1, 0);
+    const QPoint to = window_point_of(path.target, path.position);
+    const QPoint off = window_.rect().bottomRight();
+    QTimer hand;
+    hand.setSingleShot(true);
+    QObject::connect(&hand, &QTimer::timeout, &window_, [&] {
+      mouse(QTest::MouseMove, to, path.shift);
+      mouse(QTest::MouseMove, to, path.shift);
+      if (!path.drops) mouse(QTest::MouseMove, off, path.shift);
+      mouse(QTest::MouseRelease, path.drops ? to : off, path.shift);
+    });
+    if (start) {
+      hand.start(0);
+      start();
+      return;
+    }
+    mouse(QTest::MousePress, from, keys::no_modifier);
+    hand.start(0);
+    mouse(QTest::MouseMove, from + QPoint(0, QApplication::startDragDistance()), keys::no_modifier);
   }
 
   void copy_text(std::u16string_view text) override {
@@ -132,6 +162,15 @@ class QtStage : public Stage {
     QTextCursor cursor(view.document());
     cursor.setPosition(qt::document_position(*view.document(), position));
     return view.cursorRect(cursor).center();
+  }
+
+  QPoint window_point_of(platform::RichEdit& box, std::int32_t position) const {
+    return BoxView::of(box)->viewport()->mapTo(&window_, point_of(box, position));
+  }
+  /// As the window system tells it, at a point of the stage's window.
+  void mouse(QTest::MouseAction action, QPoint at, std::int16_t shift) {
+    const Qt::MouseButton button = action == QTest::MouseMove ? Qt::NoButton : Qt::LeftButton;
+    QTest::mouseEvent(action, window_.windowHandle(), button, qt::modifiers_of(shift), at);
   }
 
   QWidget window_;

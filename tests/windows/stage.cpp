@@ -3,7 +3,9 @@
 #include "conformance/Stage.h"
 
 #include <windows.h>
+#include <windowsx.h>
 
+#include <deque>
 #include <functional>
 #include <stdexcept>
 #include <utility>
@@ -92,11 +94,38 @@ std::vector<INPUT> modifiers(std::int16_t shift) {
   return held;
 }
 
-/// The window of all stages: to show one takes a system without window manager long.
+void send_mouse(DWORD flags) {
+  INPUT input = {};
+  input.type = INPUT_MOUSE;
+  input.mi.dwFlags = flags;
+  SendInput(1, &input, sizeof input);
+}
+
+void move_pointer(POINT at) {
+  SetCursorPos(at.x, at.y);
+  send_mouse(MOUSEEVENTF_MOVE);
+}
+
+/// What the hand with the mouse does next: one thing at a time, since the system waits for each in
+/// a loop of its own.
+std::deque<std::function<void()>> next_moves;
+
+void CALLBACK move_on(HWND window, UINT /*message*/, UINT_PTR timer, DWORD /*time*/) {
+  if (next_moves.empty()) {
+    KillTimer(window, timer);
+    return;
+  }
+  const std::function<void()> move = std::move(next_moves.front());
+  next_moves.pop_front();
+  move();
+}
+
+/// The window of all stages: to show one takes a system without window manager long. It takes the
+/// mouse where no box does.
 HWND form() {
-  static const HWND window =
-      CreateWindowExW(0, L"STATIC", L"Stage", WS_OVERLAPPEDWINDOW | WS_VISIBLE | WS_CLIPCHILDREN, 0,
-                      0, 600, 400, nullptr, nullptr, GetModuleHandleW(nullptr), nullptr);
+  static const HWND window = CreateWindowExW(
+      0, L"STATIC", L"Stage", WS_OVERLAPPEDWINDOW | WS_VISIBLE | WS_CLIPCHILDREN | SS_NOTIFY, 0, 0,
+      600, 400, nullptr, nullptr, GetModuleHandleW(nullptr), nullptr);
   return window;
 }
 
@@ -144,10 +173,43 @@ class WindowsStage : public Stage {
     mouse(box, WM_LBUTTONDBLCLK, MK_LBUTTON, point);
     mouse(box, WM_LBUTTONUP, 0, point);
   }
-  void sweep(platform::RichEdit& box, std::int32_t from, std::int32_t to) override {
-    mouse(box, WM_LBUTTONDOWN, MK_LBUTTON, point_of(box, from));
-    mouse(box, WM_MOUSEMOVE, MK_LBUTTON, point_of(box, to));
-    mouse(box, WM_LBUTTONUP, 0, point_of(box, to));
+  void sweep(platform::RichEdit& box, std::int32_t from, std::int32_t to,
+             std::int16_t shift) override {
+    const WPARAM held = (shift & keys::shift_key) != 0 ? MK_SHIFT : 0;
+    send(modifiers(shift));
+    mouse(box, WM_LBUTTONDOWN, MK_LBUTTON | held, point_of(box, from));
+    mouse(box, WM_MOUSEMOVE, MK_LBUTTON | held, point_of(box, to));
+    mouse(box, WM_LBUTTONUP, held, point_of(box, to));
+    send(modifiers(shift), KEYEVENTF_KEYUP);
+  }
+  void drag(platform::RichEdit& source, const DragPath& path,
+            const std::function<void()>& start) override {
+    constexpr POINT nowhere = {500, 300};
+    const POINT from = start ? nowhere : on_screen(source, source.selection().start);
+    const POINT to = on_screen(path.target, path.position);
+    const POINT last = path.drops ? to : nowhere;
+    std::vector<INPUT> held = modifiers(path.shift);
+    const auto hold_and_move = [&] {
+      SendInput(static_cast<UINT>(held.size()), held.data(), sizeof(INPUT));
+      move_pointer(to);
+    };
+    next_moves = {hold_and_move, [&] { move_pointer(to); }, [&] { move_pointer(last); },
+                  [&] { send_mouse(MOUSEEVENTF_LEFTUP); }};
+    move_pointer(from);
+    send_mouse(MOUSEEVENTF_LEFTDOWN);
+    handle_messages();
+    constexpr UINT pause = 20;
+    SetTimer(window_, 2, pause, move_on);
+    if (start) {
+      start();
+    } else {
+      move_pointer({from.x, from.y + GetSystemMetrics(SM_CYDRAG)});
+    }
+    while (!next_moves.empty()) {
+      handle_messages();
+      MsgWaitForMultipleObjects(0, nullptr, FALSE, pause, QS_ALLINPUT);
+    }
+    send(std::move(held), KEYEVENTF_KEYUP);
   }
 
   void copy_text(std::u16string_view text) override {
@@ -201,6 +263,14 @@ class WindowsStage : public Stage {
   static LPARAM point_of(platform::RichEdit& box, std::int32_t position) {
     const POINT point = own(box).point_of(position);
     return MAKELPARAM(point.x, point.y + 4);
+  }
+
+  /// On the character there.
+  static POINT on_screen(platform::RichEdit& box, std::int32_t position) {
+    const LPARAM point = point_of(box, position);
+    POINT at = {GET_X_LPARAM(point) + 1, GET_Y_LPARAM(point)};
+    ClientToScreen(reinterpret_cast<HWND>(box.window()), &at);
+    return at;
   }
 
   std::vector<INPUT> held_;
