@@ -112,9 +112,10 @@ std::vector<std::u16string> split(std::u16string_view markup, std::u16string_vie
                                   LineCodes line_codes) {
   StyleDecoder decoder;
   std::vector<std::u16string> parts = decoded::split(decoder, markup, delimiter);
+  if (line_codes == LineCodes::dropped) return parts;
   const std::u16string plain = plain_text(markup);
   const bool is_cut = !delimiter.empty() && find_text(plain, delimiter) != npos;
-  if (!is_cut || line_codes == LineCodes::dropped) return parts;
+  if (!is_cut) return parts;
   const LineCodePositions positions(markup);
   std::size_t begin = 0;
   for (std::u16string& part : parts) {

@@ -39,8 +39,7 @@ bool is_code(std::u16string_view characters) {
 }
 
 bool has_code_at(std::u16string_view text, std::size_t at) {
-  return at + code_length <= text.size() && text[at] == u'/' &&
-         is_code(text.substr(at, code_length));
+  return at < text.size() && text[at] == u'/' && is_code(text.substr(at, code_length));
 }
 
 std::size_t length(std::u16string_view text) {
