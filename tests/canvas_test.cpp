@@ -3,9 +3,7 @@
 #include <cmath>
 #include <limits>
 
-#include "qel/headless/FixedCanvas.h"
 #include "qel/headless/SvgCanvas.h"
-#include "support/Random.h"
 #include "support/Text.h"
 
 namespace qel::headless {
@@ -34,24 +32,6 @@ std::string content(std::u16string_view text, std::u16string_view font = u"Arial
   const std::string element = drawn({text, 0, 0, 1, {std::u16string(font), 8}});
   const std::size_t begin = element.find('>') + 1;
   return element.substr(begin, element.rfind("</text>") - begin);
-}
-
-TEST(FixedCanvas, MeasuresAndRemembers) {
-  FixedCanvas canvas;
-  EXPECT_FLOAT_EQ(canvas.text_width(u"Wi\t", {u"Times", 10}), 30);
-  EXPECT_FLOAT_EQ(canvas.text_width(u"\U0001F600\xD83D-", {u"Arial", 10, true, true}), 18);
-  EXPECT_FLOAT_EQ(canvas.font_extent({u"Arial", 10}).ascent, 9);
-  EXPECT_FLOAT_EQ(canvas.font_extent({u"Arial", 10}).descent, 3);
-  std::u16string text = u"gone";
-  canvas.draw_text({text, 1, 2, 20, {u"Arial", 10, true}, rgb(1, 2, 3)});
-  text = u"over";
-  canvas.fill_rectangle({1, 2, 3, 4}, 5);
-  EXPECT_EQ(canvas.texts(),
-            (std::vector<DrawnText>{{u"gone", 1, 2, 20, rgb(1, 2, 3), {u"Arial", 10, true}}}));
-  EXPECT_EQ(canvas.rectangles(), (std::vector<DrawnRectangle>{{1, 2, 3, 4, 5}}));
-  canvas.clear();
-  EXPECT_TRUE(canvas.texts().empty());
-  EXPECT_TRUE(canvas.rectangles().empty());
 }
 
 // The widths were read from the fonts by another program.
@@ -95,26 +75,6 @@ TEST(SvgCanvas, MeasuresAsTheFontsDo) {
   EXPECT_FLOAT_EQ(arial.descent, 434);
   EXPECT_FLOAT_EQ(arial.leading, 67);
   EXPECT_FLOAT_EQ(canvas.font_extent({u"Courier New", em}).ascent, 1705);
-}
-
-TEST(SvgCanvas, AddsUpCharacters) {
-  test::Random random(test::base_seed());
-  SCOPED_TRACE(random.describe());
-  const SvgCanvas canvas(100);
-  const std::vector<std::u16string> names = {u"Arial", u"Times", u"Courier", u"Symbol"};
-  for (int round = 0; round < 2000; ++round) {
-    const TextFont font = {random.pick(names), em, random.one_in(2), random.one_in(2)};
-    std::u16string text;
-    float sum = 0;
-    for (int i = 0; i < 20; ++i) {
-      const auto any = static_cast<char16_t>(random.below(random.one_in(2) ? 0x180 : 0x10000));
-      const bool pair = (any & 0xF800) == 0xD800;
-      const std::u16string piece = pair ? u"\U0001F600" : std::u16string(1, any);
-      sum += canvas.text_width(piece, font);
-      text += piece;
-      ASSERT_EQ(canvas.text_width(text, font), sum) << test::shown(text);
-    }
-  }
 }
 
 TEST(SvgCanvas, WritesTextWithItsFormat) {

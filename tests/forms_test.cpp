@@ -9,7 +9,6 @@
 #include <cstdint>
 #include <cstdlib>
 #include <filesystem>
-#include <fstream>
 #include <functional>
 #include <optional>
 #include <string>
@@ -170,12 +169,8 @@ TEST_F(Forms, SaysWhatIsWrongAndKeepsWhatIsThere) {
     bool opens_later = false;
   };
   const std::vector<Row> rows = {
-      {"missing", [&] { fs::remove(path()); }, [&] { open(existing); }, store_failed,
-       "No such file"},
       {"empty", [&] { fs::resize_file(path(), 0); }, [&] { open(existing); }, not_a_database,
        "not a database of records"},
-      {"text", [&] { std::ofstream(path()) << "text"; }, [&] { open(); }, not_a_database,
-       "not a database"},
       {"foreign", [&] { alter("PRAGMA application_id = 7"); }, [&] { open(); }, not_a_database,
        "not a database of records"},
       {"newer", [&] { alter("PRAGMA user_version = 99"); }, [&] { open(); }, newer_version, "99"},
