@@ -117,14 +117,14 @@ void Host::OLEDragOver(platform::DragData& /*Data*/, std::int32_t& Effect, std::
   if (State == platform::drag_leaves) event += other_than_last(place);
   last_ = place;
   if (!log_.ends_with(event)) log(event);
-  if (wanted_effect >= 0) Effect = wanted_effect;
+  if (wanted_over >= 0) Effect = wanted_over;
 }
 
 void Host::OLEDragDrop(platform::DragData& Data, std::int32_t& Effect, std::int16_t Button,
                        std::int16_t /*Shift*/, float X, float Y) {
   const std::u16string text = Data.get(platform::text_format).value_or(u"");
   log(with_number("Drop", Effect) + ":" + to_utf8(text) + other_than_last({Button, X, Y}));
-  if (wanted_effect >= 0) Effect = wanted_effect;
+  if (wanted_drop >= 0) Effect = wanted_drop;
 }
 
 void Host::OLECompleteDrag(std::int32_t& Effect) {

@@ -41,7 +41,8 @@ class Host : public ControlEvents {
   std::int16_t turned_from = -1;
   std::int16_t turned_to = 0;
   std::int32_t allowed_effects = -1;
-  std::int32_t wanted_effect = -1;
+  std::int32_t wanted_over = -1;
+  std::int32_t wanted_drop = -1;
   std::u16string promised_rtf;
 
  private:

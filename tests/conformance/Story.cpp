@@ -235,7 +235,10 @@ class Player {
     host().turned_to = static_cast<std::int16_t>(arguments.empty() ? u'\0' : arguments[0]);
   }
   void allow(Word arguments) { host().allowed_effects = take_number(arguments); }
-  void want(Word arguments) { host().wanted_effect = take_number(arguments); }
+  void want(Word arguments) {
+    host().wanted_over = take_number(arguments);
+    host().wanted_drop = arguments.empty() ? host().wanted_over : take_number(arguments);
+  }
   void promise(Word arguments) { host().promised_rtf = arguments; }
 
   // What the user does.

@@ -5,6 +5,7 @@
 #include <QApplication>
 #include <QClipboard>
 #include <QDialog>
+#include <QDrag>
 #include <QMenu>
 #include <QMenuBar>
 #include <QPushButton>
@@ -61,6 +62,10 @@ class QtStage : public Stage {
   QtStage() {
     window_.resize(400, 300);
     window_.show();
+    // A drag that nobody expects would wait for the mouse for ever.
+    constexpr int patience = 5000;
+    patience_.callOnTimeout([] { QDrag::cancel(); });
+    patience_.start(patience);
   }
 
   std::shared_ptr<const platform::Platform> platform() const override {
@@ -174,6 +179,7 @@ class QtStage : public Stage {
   }
 
   QWidget window_;
+  QTimer patience_;
 };
 
 }  // namespace
