@@ -4,8 +4,8 @@
 
 #include <windows.h>
 
-#include <array>
 #include <functional>
+#include <stdexcept>
 #include <utility>
 #include <vector>
 
@@ -13,6 +13,7 @@
 #include "windows/EditorMenu.h"
 #include "windows/EditorWindow.h"
 #include "windows/GlobalMemory.h"
+#include "windows/Modifiers.h"
 #include "windows/RichEdit.h"
 #include "windows/WindowsPlatform.h"
 
@@ -25,6 +26,18 @@ void handle_messages() {
     TranslateMessage(&message);
     DispatchMessageW(&message);
   }
+}
+
+/// Waits for what the system does in its own time; gives up when that takes far too long.
+template <class Condition>
+bool comes_true(Condition condition) {
+  constexpr DWORD interval = 10;
+  const ULONGLONG deadline = GetTickCount64() + 10'000;
+  while (!condition() && GetTickCount64() < deadline) {
+    MsgWaitForMultipleObjects(0, nullptr, FALSE, interval, QS_ALLINPUT);
+    handle_messages();
+  }
+  return condition();
 }
 
 class Hand : public EditorHand {
@@ -43,13 +56,12 @@ class Hand : public EditorHand {
 };
 
 std::function<void(EditorHand&)> user_of_editor;
+constexpr UINT_PTR editor_timer = 1;
 
 /// The editor may not be open yet.
 void CALLBACK act_in_editor(HWND window, UINT /*message*/, UINT_PTR timer, DWORD /*time*/) {
-  HWND editor = GetActiveWindow();
-  std::array<wchar_t, 20> name = {};
-  GetClassNameW(editor, name.data(), static_cast<int>(name.size()));
-  if (std::wstring_view(name.data()) != windows::EditorWindow::class_name) return;
+  HWND editor = FindWindowW(windows::EditorWindow::class_name, nullptr);
+  if (IsWindowVisible(editor) == FALSE) return;
   KillTimer(window, timer);
   Hand hand(editor);
   std::exchange(user_of_editor, nullptr)(hand);
@@ -94,6 +106,7 @@ class WindowsStage : public Stage {
     SetForegroundWindow(window_);
     handle_messages();
   }
+  ~WindowsStage() override { KillTimer(window_, editor_timer); }
   std::shared_ptr<const platform::Platform> platform() const override {
     return windows::WindowsPlatform::shared();
   }
@@ -120,10 +133,10 @@ class WindowsStage : public Stage {
   void click(platform::RichEdit& box, std::int32_t position, std::int16_t shift) override {
     const LPARAM point = point_of(box, position);
     const WPARAM held = (shift & keys::shift_key) != 0 ? MK_SHIFT : 0;
-    send(modifiers(shift));
+    hold(shift);
     mouse(box, WM_LBUTTONDOWN, MK_LBUTTON | held, point);
     mouse(box, WM_LBUTTONUP, held, point);
-    send(modifiers(shift), KEYEVENTF_KEYUP);
+    let_go();
   }
   void double_click(platform::RichEdit& box, std::int32_t position) override {
     click(box, position, keys::no_modifier);
@@ -152,7 +165,7 @@ class WindowsStage : public Stage {
       let_go();
       user(hand);
     };
-    SetTimer(window_, 1, 1, act_in_editor);
+    SetTimer(window_, editor_timer, 1, act_in_editor);
   }
 
  private:
@@ -161,13 +174,23 @@ class WindowsStage : public Stage {
   }
   /// A window that a key opens is closed again before that key comes up.
   void stroke(platform::RichEdit& box, INPUT key, std::int16_t shift) {
-    SetFocus(own(box).window());
-    held_ = modifiers(shift);
-    std::vector<INPUT> down = held_;
-    down.push_back(key);
-    send(std::move(down));
+    const HWND window = own(box).window();
+    SetFocus(window);
+    const auto is_in_front = [form = GetAncestor(window, GA_ROOT)] {
+      return GetForegroundWindow() == form;
+    };
+    if (!comes_true(is_in_front)) throw std::runtime_error("another window gets the keys");
+    hold(shift);
+    send({key});
     send({key}, KEYEVENTF_KEYUP);
     let_go();
+  }
+  void hold(std::int16_t shift) {
+    held_ = modifiers(shift);
+    send(held_);
+    if (comes_true([shift] { return windows::held_modifiers() == shift; })) return;
+    let_go();
+    throw std::runtime_error("the system took Ctrl, Alt and Shift for others than were sent");
   }
   void let_go() { send(std::exchange(held_, {}), KEYEVENTF_KEYUP); }
 
