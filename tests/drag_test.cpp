@@ -36,8 +36,9 @@ class Host : public ControlEvents {
   void OLEGiveFeedback(std::int32_t& Effect, bool& DefaultCursors) override {
     tell("feedback" + std::to_string(Effect) + (DefaultCursors ? "" : "!"));
   }
-  void OLEDragOver(platform::DragData&, std::int32_t& Effect, std::int16_t, std::int16_t, float,
+  void OLEDragOver(platform::DragData&, std::int32_t& Effect, std::int16_t, std::int16_t, float X,
                    float, std::int16_t State) override {
+    last_x = X;
     tell("over" + std::to_string(State) + "/" + std::to_string(Effect));
     if (wanted_effect >= 0) Effect = wanted_effect;
   }
@@ -52,6 +53,7 @@ class Host : public ControlEvents {
   bool promises = false;
   bool forbids = false;
   std::int32_t wanted_effect = -1;
+  float last_x = 0;
   std::u16string dropped;
 
  private:
@@ -154,6 +156,9 @@ TEST_F(Dragging, LeavesTheHostInCharge) {
   EXPECT_EQ(to.dropped, u"bc") << "the host has it";
   EXPECT_EQ(target.get_Text(), u"late12") << "and the box leaves it alone";
   EXPECT_EQ(source.get_Text(), u"abc") << "nor is it lost here";
+  to.wanted_effect = platform::copy_drop | platform::move_drop;
+  drag(target, 0);
+  EXPECT_EQ(source.get_Text(), u"abc") << "of both a copy loses nothing";
   to.wanted_effect = platform::move_drop;
   drag(target, 0);
   EXPECT_EQ(source.get_Text(), u"a") << "the host has moved it";
@@ -167,6 +172,16 @@ TEST_F(Dragging, LeavesTheHostInCharge) {
   source.CurrentRichTextBox()->select({0, 1});
   source.OLEDrag();
   EXPECT_EQ(log, "s.start3 s.done0 ") << "the host starts it, and nobody takes it";
+}
+
+TEST_F(Dragging, TellsWhereItLeft) {
+  platform->put_dragger([&](headless::Drag& drag) {
+    drag.over(box(target), BoxView::character_width, 5);
+    drag.leave();
+  });
+  source.OLEDrag();
+  EXPECT_EQ(log, "s.start3 t.over0/2 s.feedback2 t.over1/0 s.done0 ");
+  EXPECT_EQ(to.last_x, BoxView::character_width);
 }
 
 TEST_F(Dragging, DropsOneLineInASingleLineBox) {
