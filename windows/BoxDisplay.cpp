@@ -1,15 +1,18 @@
 #include "windows/BoxDisplay.h"
 
 #include <algorithm>
+#include <limits>
 #include <utility>
 
 #include "qel/base/Scoped.h"
+#include "qel/base/Utf16.h"
 #include "windows/FormatMapping.h"
-#include "windows/Positions.h"
 #include "windows/Text.h"
 
 namespace qel::windows {
 
+using box::Change;
+using box::Selection;
 using richtext::CharFormat;
 using richtext::Document;
 using richtext::Extent;
@@ -22,9 +25,39 @@ constexpr UINT utf16_code_page = 1200;
 /// in its formats when the user sees its beginning.
 constexpr std::chrono::milliseconds time_for_formats(40);
 
-Extent common(Extent a, Extent b) {
-  const std::size_t start = std::max(a.start, b.start);
-  return {start, std::max(start, std::min(a.end, b.end))};
+bool is_same(CHARRANGE a, CHARRANGE b) { return a.cpMin == b.cpMin && a.cpMax == b.cpMax; }
+
+/// Where a part of a text is after a change.
+Extent moved(Extent part, const Change& change) {
+  const auto move = [&](std::size_t position, std::size_t when_replaced) {
+    if (position <= change.extent.start) return position;
+    if (position < change.extent.end) return when_replaced;
+    return position - change.extent.length() + change.length;
+  };
+  const std::size_t start = move(part.start, change.after().end);
+  return {start, std::max(start, move(part.end, change.extent.start))};
+}
+
+Extent around(Extent a, Extent b) { return {std::min(a.start, b.start), std::max(a.end, b.end)}; }
+
+/// What differs between two texts; around it they are equal. It cuts no pair.
+struct Difference {
+  Extent before;
+  Extent after;
+};
+
+Difference difference(std::u16string_view before, std::u16string_view after) {
+  const std::size_t shorter = std::min(before.size(), after.size());
+  std::size_t front = 0;
+  while (front < shorter && before[front] == after[front]) ++front;
+  if (front > 0 && is_high_surrogate(before[front - 1])) --front;
+  std::size_t back = 0;
+  while (back < shorter - front &&
+         before[before.size() - back - 1] == after[after.size() - back - 1]) {
+    ++back;
+  }
+  if (back > 0 && is_low_surrogate(before[before.size() - back])) --back;
+  return {{front, before.size() - back}, {front, after.size() - back}};
 }
 
 }  // namespace
@@ -61,10 +94,16 @@ LRESULT BoxDisplay::send(UINT message, WPARAM parameter, LPARAM data) const {
   return SendMessageW(window_, message, parameter, data);
 }
 
+BoxDisplay::Deadline BoxDisplay::moment() {
+  return std::chrono::steady_clock::now() + time_for_formats;
+}
+
 void BoxDisplay::attach(HWND window) {
   window_ = window;
-  shown_ = Document();
-  selected_ = {0, 0};
+  positions_ = Positions();
+  unformatted_ = {};
+  selected_ = {};
+  caret_ = 0;
   constexpr LPARAM no_limit = 0x7FFFFFFE;
   send(EM_EXLIMITTEXT, 0, no_limit);
   send(EM_SETUNDOLIMIT, 0, LPARAM{0});
@@ -77,12 +116,10 @@ void BoxDisplay::put_read_only(bool read_only) {
   send(EM_SETREADONLY, read_only ? TRUE : FALSE, LPARAM{0});
 }
 
-void BoxDisplay::put_background(Color color) {
+bool BoxDisplay::put_background(Color color) {
   send(EM_SETBKGNDCOLOR, 0, static_cast<LPARAM>(color_value(color)));
   const std::optional<COLORREF> before = std::exchange(automatic_, text_color_on(color));
-  if (before == automatic_ || shown_.size() == 0) return;
-  // All text of no colour is in another one now.
-  forget({0, shown_.size()}, std::u16string(shown_.text()));
+  return before != automatic_;
 }
 
 void BoxDisplay::put_font(const std::u16string& name, float size) {
@@ -93,95 +130,91 @@ void BoxDisplay::put_font(const std::u16string& name, float size) {
   send(EM_SETCHARFORMAT, SCF_DEFAULT, &native);
 }
 
-void BoxDisplay::show(const Document& document, Extent selection, Patience patience) {
+void BoxDisplay::show(const Change& change) {
   if (window_ == nullptr) return;
-  const Deadline deadline = patience == Patience::all
-                                ? Deadline::max()
-                                : std::chrono::steady_clock::now() + time_for_formats;
-  const Difference change = difference(shown_, document);
-  const bool is_same_text = change.text.is_empty();
-  const bool is_same = is_same_text && change.formats.is_empty() && change.alignments.is_empty();
-  if (!is_same) {
+  const bool has_new_text =
+      change.kind == Change::Kind::everything || change.kind == Change::Kind::content;
+  {
     const Frozen frozen(*this);
-    if (!is_same_text) replace_text(document, change.text);
-    // What the window makes of paragraphs that were joined or cut is its own.
-    Extent aligned = change.alignments.after;
-    if (!is_same_text) aligned.end = std::max(aligned.end, change.text.after.end + 1);
-    put_alignments(document, aligned);
+    if (has_new_text) put_text(change);
+    if (change.kind != Change::Kind::formats) put_alignments(change.after());
     // What the user has just changed comes before what is left from earlier.
-    put_formats(document,
-                is_same_text ? common(change.formats.after, selection) : change.text.after,
-                deadline);
-    const bool goes_on = is_same_text || patience == Patience::all;
-    if (goes_on) put_formats(document, difference(shown_, document).formats.after, deadline);
-    select(native_range(selection));
+    if (change.kind != Change::Kind::alignments) {
+      const Extent left = put_formats(change.after(), moment());
+      if (left.length() > 0) unformatted_ = is_complete() ? left : around(unformatted_, left);
+    }
+    show_selection();
   }
-  show_selection(selection);
-  if (!is_same_text) send(EM_SCROLLCARET, 0, LPARAM{0});
-  if (!is_same) send(EM_SETMODIFY, FALSE, LPARAM{0});
-  is_complete_ = is_same || difference(shown_, document).formats.is_empty();
+  if (has_new_text) send(EM_SCROLLCARET, 0, LPARAM{0});
+  send(EM_SETMODIFY, FALSE, LPARAM{0});
 }
 
-void BoxDisplay::show_selection(Extent selection) {
-  const CHARRANGE wanted = native_range(selection);
-  const CHARRANGE now = native_selection();
-  if (wanted.cpMin != now.cpMin || wanted.cpMax != now.cpMax) select(wanted);
-  selected_ = native_selection();
-}
-
-void BoxDisplay::replace_text(const Document& document, const Change& change) {
-  select(native_range(change.before));
-  const std::u16string_view text = document.text();
-  const std::u16string_view put = text.substr(change.after.start, change.after.length());
-  std::u16string native = native_text(put);
+void BoxDisplay::put_text(const Change& change) {
+  const bool is_all = change.kind == Change::Kind::everything;
+  select(is_all ? CHARRANGE{0, std::numeric_limits<LONG>::max()} : native_range(change.extent));
+  const Extent after = change.after();
+  const std::u16string_view text =
+      std::u16string_view(box_.text()).substr(after.start, after.length());
+  std::u16string native = native_text(text);
   send(EM_REPLACESEL, FALSE, native.data());
-  forget(change.before, put);
+  positions_.replace(change.extent, text);
+  unformatted_ = moved(unformatted_, change);
 }
 
-/// Text stands in place of an extent in the window, in formats that nobody knows.
-void BoxDisplay::forget(Extent extent, std::u16string_view text) {
-  // No format and no alignment is the same as these.
-  CharFormat unknown;
-  unknown.size = 0;
-  shown_.replace(extent, richtext::plain_document(text, unknown));
-  shown_.align({extent.start, extent.start + text.size()}, static_cast<richtext::Alignment>(-1));
-}
-
-/// Run by run, until the time is up; at least one of them.
-void BoxDisplay::put_formats(const Document& document, Extent extent, Deadline deadline) {
-  if (extent.length() == 0) return;
-  const RunList& runs = document.runs();
-  NativePositions positions(document.text());
-  std::size_t done = extent.start;
-  for (std::size_t i = runs.find(extent.start); done < extent.end; ++i) {
-    const RunList::Run run = runs.run(i);
-    const long start = positions.of(done);
-    done = std::min(run.end, extent.end);
-    select({start, positions.of(done)});
+/// Run by run, until the time is up, but at least one of them. What is left over.
+Extent BoxDisplay::put_formats(Extent extent, Deadline deadline) {
+  const Document& document = box_.document();
+  for (std::size_t i = document.runs().find(extent.start); extent.length() > 0; ++i) {
+    const RunList::Run run = document.runs().run(i);
+    const std::size_t end = std::min(run.end, extent.end);
+    select(native_range({extent.start, end}));
     CHARFORMAT2W format = native_format(document.format(run.value), automatic_);
     send(EM_SETCHARFORMAT, SCF_SELECTION, &format);
+    extent.start = end;
     if (std::chrono::steady_clock::now() > deadline) break;
   }
-  shown_.restore({extent.start, done}, document.part({extent.start, done}));
+  return extent;
 }
 
-void BoxDisplay::put_alignments(const Document& document, Extent extent) {
-  if (extent.length() == 0) return;
+void BoxDisplay::put_formats_until(Deadline deadline) {
+  if (window_ == nullptr || is_complete()) return;
+  {
+    const Frozen frozen(*this);
+    unformatted_ = put_formats(unformatted_, deadline);
+    show_selection();
+  }
+  send(EM_SETMODIFY, FALSE, LPARAM{0});
+}
+
+/// To all paragraphs that the extent touches: what the window makes of those that were joined or
+/// cut is its own.
+void BoxDisplay::put_alignments(Extent extent) {
+  const Document& document = box_.document();
+  const Extent paragraphs = document.paragraphs(extent);
   const RunList& runs = document.alignments();
-  NativePositions positions(document.text());
-  for (std::size_t i = runs.find(extent.start); i < runs.run_count(); ++i) {
+  for (std::size_t i = runs.find(paragraphs.start); i < runs.run_count(); ++i) {
     const RunList::Run run = runs.run(i);
-    if (run.start >= extent.end) return;
-    const std::size_t start = std::max(run.start, extent.start);
-    const std::size_t last = std::min(run.end, extent.end) - 1;
-    select({positions.of(document.without_cut_breaks({start, start}).start),
-            positions.of(document.without_cut_breaks({last, last}).start)});
-    const auto alignment = static_cast<richtext::Alignment>(run.value);
-    PARAFORMAT2 format = native_format(alignment);
+    if (run.start > paragraphs.end) return;
+    PARAFORMAT2 format = native_format(static_cast<richtext::Alignment>(run.value));
+    const Extent aligned = {std::max(run.start, paragraphs.start),
+                            std::min(run.end - 1, paragraphs.end)};
+    const CHARRANGE range = native_range(aligned);
+    select(range);
     send(EM_SETPARAFORMAT, 0, &format);
-    shown_.align({start, last}, alignment);
+    // An empty paragraph at the end of what is selected is not a part of it.
+    const std::size_t last = document.paragraphs({aligned.end, aligned.end}).start;
+    if (range.cpMin == range.cpMax || positions_.native(last) < range.cpMax) continue;
+    select({range.cpMax, range.cpMax});
+    send(EM_SETPARAFORMAT, 0, &format);
   }
 }
+
+void BoxDisplay::put_typing_format() {
+  CHARFORMAT2W format = native_format(box_.typing_format(), automatic_);
+  if (box_.selected().is_empty()) send(EM_SETCHARFORMAT, SCF_SELECTION, &format);
+}
+
+// The selection.
 
 CHARRANGE BoxDisplay::native_selection() const {
   CHARRANGE range = {0, 0};
@@ -189,24 +222,50 @@ CHARRANGE BoxDisplay::native_selection() const {
   return range;
 }
 
-/// Of a part of what is shown.
-CHARRANGE BoxDisplay::native_range(Extent extent) const {
-  NativePositions positions(shown_.text());
-  const Extent whole = shown_.without_cut_breaks(extent);
-  const long start = positions.of(whole.start);
-  return {start, positions.of(whole.end)};
+void BoxDisplay::select(CHARRANGE range) {
+  send(EM_EXSETSEL, 0, &range);
+  selected_ = {range.cpMin, range.cpMax};
+  caret_ = range.cpMax;
 }
 
-void BoxDisplay::select(CHARRANGE range) const { send(EM_EXSETSEL, 0, &range); }
+/// The window puts its caret at the end and scrolls there, so that has to be taken back.
+void BoxDisplay::select_backward(NativeSelection selection) {
+  select({selection.caret, selection.caret});
+  send(EM_SCROLLCARET, 0, LPARAM{0});
+  POINT scrolled = {0, 0};
+  send(EM_GETSCROLLPOS, 0, &scrolled);
+  select(selection.range());
+  send(EM_SETSCROLLPOS, 0, &scrolled);
+  selected_ = selection;
+}
 
-std::optional<Extent> BoxDisplay::take_selection() {
+void BoxDisplay::show_selection() {
+  take_selection();
+  const Selection& selection = box_.selected();
+  const NativeSelection wanted = {positions_.native(selection.anchor),
+                                  positions_.native(selection.caret)};
+  if (wanted == selected_) return;
+  if (wanted.caret < wanted.anchor) return select_backward(wanted);
+  // The window does nothing about what it has selected already.
+  if (is_same(wanted.range(), selected_.range())) put_caret(selection.caret);
+  select(wanted.range());
+}
+
+std::optional<Selection> BoxDisplay::take_selection() {
   const CHARRANGE now = native_selection();
-  if (now.cpMin == selected_.cpMin && now.cpMax == selected_.cpMax) return {};
-  selected_ = now;
-  return Extent{box_position(shown_.text(), now.cpMin), box_position(shown_.text(), now.cpMax)};
+  if (!is_same(now, selected_.range())) {
+    // The end from which the user selects stays where it was.
+    const bool is_backward = now.cpMax == selected_.anchor;
+    selected_ =
+        is_backward ? NativeSelection{now.cpMax, now.cpMin} : NativeSelection{now.cpMin, now.cpMax};
+    caret_ = selected_.caret;
+  }
+  const Selection taken = {positions_.of_native(selected_.anchor),
+                           positions_.of_native(selected_.caret)};
+  return taken == box_.selected() ? std::nullopt : std::optional(taken);
 }
 
-bool BoxDisplay::is_touched() const { return send(EM_GETMODIFY, 0, LPARAM{0}) != 0; }
+// What others do.
 
 std::u16string BoxDisplay::read_text() const {
   GETTEXTLENGTHEX measured = {GTL_NUMCHARS | GTL_PRECISE, utf16_code_page};
@@ -220,36 +279,43 @@ std::u16string BoxDisplay::read_text() const {
   return text;
 }
 
-BoxDisplay::ForeignChange BoxDisplay::take_text(Touch touch) {
+std::optional<BoxDisplay::ForeignEdit> BoxDisplay::take_text(Touch touch) {
   send(EM_SETMODIFY, FALSE, LPARAM{0});
   const std::u16string native = read_text();
-  const Change change = text_change(native_text(shown_.text()), native);
-  const auto position = [&](std::size_t at) {
-    return box_position(shown_.text(), static_cast<long>(at));
+  const auto [before, after] = difference(native_text(box_.text()), native);
+  const bool is_same = before.length() == 0 && after.length() == 0;
+  const Extent selected = box_.selected().extent();
+  if (is_same && selected.length() == 0 && touch != Touch::all) return {};
+  const auto position = [this](std::size_t at) {
+    return positions_.of_native(static_cast<long>(at));
   };
-  ForeignChange foreign = {
-      {position(change.before.start), position(change.before.end)},
-      box_text(std::u16string_view(native).substr(change.after.start, change.after.length()))};
-  if (!change.is_empty()) forget(foreign.extent, foreign.text);
-  if (touch == Touch::all) forget({0, shown_.size()}, std::u16string(shown_.text()));
-  return foreign;
+  ForeignEdit edit = {{position(before.start), position(before.end)},
+                      box_text(std::u16string_view(native).substr(after.start, after.length()))};
+  positions_.replace(edit.extent, edit.text);
+  if (touch == Touch::all) {
+    show_everything();
+  } else {
+    // Text that is the same may be in another format, where it was put in place of the selection.
+    const Extent own = is_same ? selected : around(edit.extent, selected);
+    const std::size_t length = own.length() - edit.extent.length() + edit.text.size();
+    show({Change::Kind::content, {own.start, own.start + length}, own.length()});
+  }
+  return is_same ? std::nullopt : std::optional(std::move(edit));
 }
 
 LONG BoxDisplay::line_of_caret() const {
   return static_cast<LONG>(send(EM_EXLINEFROMCHAR, 0, LPARAM{native_selection().cpMax}));
 }
 
-std::int32_t BoxDisplay::position_at(POINT point) const {
+std::size_t BoxDisplay::position_at(POINT point) const {
   POINTL asked = {point.x, point.y};
-  const LRESULT native = send(EM_CHARFROMPOS, 0, &asked);
-  return static_cast<std::int32_t>(box_position(shown_.text(), static_cast<long>(native)));
+  const auto native = static_cast<long>(send(EM_CHARFROMPOS, 0, &asked));
+  return std::min(positions_.of_native(native), box_.text().size());
 }
 
-POINT BoxDisplay::point_of(std::int32_t position) const {
-  const auto at = static_cast<std::size_t>(std::max(position, 0));
+POINT BoxDisplay::point_of(std::size_t position) const {
   POINTL point = {0, 0};
-  const CHARRANGE range = native_range({std::min(at, shown_.size()), std::min(at, shown_.size())});
-  send(EM_POSFROMCHAR, reinterpret_cast<WPARAM>(&point), static_cast<LPARAM>(range.cpMin));
+  send(EM_POSFROMCHAR, reinterpret_cast<WPARAM>(&point), LPARAM{positions_.native(position)});
   return {point.x, point.y};
 }
 

@@ -4,70 +4,96 @@
 // Needs the types of the other.
 #include <richedit.h>
 
+#include <algorithm>
 #include <chrono>
-#include <cstdint>
+#include <cstddef>
 #include <optional>
 #include <string>
 #include <string_view>
 
-#include "qel/platform/RichEdit.h"
-#include "qel/richtext/Document.h"
-#include "windows/Difference.h"
+#include "qel/box/Box.h"
+#include "windows/Positions.h"
 
 namespace qel::windows {
 
-/// A rich edit window of the system as the view of a document. It is told what has become of the
-/// document and changes no more than what differs, character by character and run by run: its own
-/// reader and writer of RTF are never used.
+/// What a rich edit window of the system shows of a box. It is told what has changed in the box and
+/// touches that part of the window only, run by run: the window's own reader and writer of RTF are
+/// never used.
+///
+/// A long text has its formats later than its characters, from its beginning on.
 class BoxDisplay {
  public:
+  /// The box must outlive this.
+  explicit BoxDisplay(const box::Box& box) : box_(box) {}
+
   /// Shows things in that empty window from now on; null for none.
   void attach(HWND window);
-  HWND window() const { return window_; }
 
   void put_read_only(bool read_only);
   /// Colours the background; text of no colour of its own is shown in one that is readable on it.
-  void put_background(Color color);
+  /// Whether that is another one now, so that all formats have to be shown again.
+  bool put_background(Color color);
   /// The font of an empty text; a size that is none is left out.
   void put_font(const std::u16string& name, float size);
 
-  /// Whether to come back before a long text has all of its formats.
-  enum class Patience { some, all };
-  /// Makes the window show the document, with that part of it selected, and scrolls to the caret
-  /// where the text is another. Formats may be left over for the next time.
-  void show(const richtext::Document& document, richtext::Extent selection, Patience patience);
-  /// Shows which part of what is shown is selected.
-  void show_selection(richtext::Extent selection);
+  /// Shows what has become of the box, and what is selected in it, and scrolls to the caret where
+  /// the text has changed. Formats may be left over.
+  void show(const box::Change& change);
+  void show_everything() {
+    show({box::Change::Kind::everything, {0, positions_.size()}, box_.text().size()});
+  }
+  void show_selection();
   /// Whether no format is left over.
-  bool is_complete() const { return is_complete_; }
+  bool is_complete() const { return unformatted_.length() == 0; }
+  /// Goes on with them for a moment, or to their end.
+  void put_more_formats() { put_formats_until(moment()); }
+  void put_all_formats() { put_formats_until(Deadline::max()); }
+  /// What is composed from now on has the format of what is typed.
+  void put_typing_format();
 
-  /// The part of the document that was selected in the window since it was shown; nothing when it
-  /// is still the same.
-  std::optional<richtext::Extent> take_selection();
-  /// Whether somebody else may have changed the window's text.
-  bool is_touched() const;
+  /// What is selected in the window; nothing when it is the same in the box.
+  std::optional<box::Selection> take_selection();
+  /// Whether the window's caret is not at the box's one. A window puts it at the end of what it is
+  /// told to select.
+  bool has_other_caret() const { return caret_ != positions_.native(box_.selected().caret); }
+  /// Puts the window's caret there, and selects nothing in it; the box keeps its selection.
+  void put_caret(std::size_t position) { select(native_range({position, position})); }
+
   /// How much of the window somebody else may have changed.
   enum class Touch { none, part, all };
-  /// The change that brings the document to the text that somebody else has left in the window.
-  struct ForeignChange {
+  /// Whether somebody else may have changed the window's text.
+  bool is_touched() const { return send(EM_GETMODIFY, 0, LPARAM{0}) != 0; }
+  /// Text that somebody else has put in place of a part of the box's.
+  struct ForeignEdit {
     richtext::Extent extent;
     std::u16string text;
   };
-  ForeignChange take_text(Touch touch);
+  /// What somebody else has done to the window's text, which is the box's own again afterwards.
+  std::optional<ForeignEdit> take_text(Touch touch);
 
   /// Whether this is at work on the window: messages that reach it are this class's own.
   bool is_busy() const { return busy_ > 0; }
   /// The line that the caret or the end of the selection is in, from 0; wrapped lines count.
   LONG line_of_caret() const;
   /// The position nearest to a point in the window.
-  std::int32_t position_at(POINT point) const;
+  std::size_t position_at(POINT point) const;
   /// Where the character at a position is in the window.
-  POINT point_of(std::int32_t position) const;
+  POINT point_of(std::size_t position) const;
 
  private:
   class Frozen;
   using Deadline = std::chrono::steady_clock::time_point;
 
+  /// In the window's positions.
+  struct NativeSelection {
+    long anchor = 0;
+    long caret = 0;
+
+    CHARRANGE range() const { return {std::min(anchor, caret), std::max(anchor, caret)}; }
+    friend bool operator==(const NativeSelection&, const NativeSelection&) = default;
+  };
+
+  static Deadline moment();
   LRESULT send(UINT message, WPARAM parameter, LPARAM data) const;
   template <class Data>
   LRESULT send(UINT message, WPARAM parameter, Data* data) const {
@@ -75,19 +101,24 @@ class BoxDisplay {
   }
   std::u16string read_text() const;
   CHARRANGE native_selection() const;
-  CHARRANGE native_range(richtext::Extent extent) const;
-  void select(CHARRANGE range) const;
-  void replace_text(const richtext::Document& document, const Change& change);
-  void forget(richtext::Extent extent, std::u16string_view text);
-  void put_formats(const richtext::Document& document, richtext::Extent extent, Deadline deadline);
-  void put_alignments(const richtext::Document& document, richtext::Extent extent);
+  CHARRANGE native_range(richtext::Extent extent) const {
+    return {positions_.native(extent.start), positions_.native(extent.end)};
+  }
+  void select(CHARRANGE range);
+  void select_backward(NativeSelection selection);
+  void put_text(const box::Change& change);
+  richtext::Extent put_formats(richtext::Extent extent, Deadline deadline);
+  void put_formats_until(Deadline deadline);
+  void put_alignments(richtext::Extent extent);
 
+  const box::Box& box_;
   HWND window_ = nullptr;
-  richtext::Document shown_;  // as the window has it
-  CHARRANGE selected_ = {0, 0};
+  Positions positions_;           // in the text that the window has
+  richtext::Extent unformatted_;  // holds all formats that are left over
+  NativeSelection selected_;      // when it was shown or taken
+  long caret_ = 0;                // the window's own one then
   std::optional<COLORREF> automatic_;
   bool read_only_ = false;
-  bool is_complete_ = true;
   mutable int busy_ = 0;
 };
 

@@ -3,7 +3,6 @@
 #include <windows.h>
 
 #include <algorithm>
-#include <iterator>
 
 #include "qel/base/Utf16.h"
 #include "qel/platform/Keys.h"
@@ -16,25 +15,15 @@ using namespace keys;
 
 namespace {
 
-/// Keys that move the caret: the window knows its lines and the direction of its text.
-bool moves_caret(std::int16_t key_code) { return key_code >= page_up_key && key_code <= down_key; }
-
-/// Whether a key only leaves what is selected, for the end where it points.
-bool leaves_selection(std::int16_t key_code, std::int16_t shift, platform::Range selected) {
-  const bool is_step = key_code == left_key || key_code == right_key;
-  return is_step && shift == no_modifier && selected.length != 0;
+/// Keys that move the caret by lines: the window knows where those are.
+bool moves_by_lines(std::int16_t key_code, std::int16_t shift) {
+  if ((shift & alt_key) != 0) return false;
+  if (key_code == home_key || key_code == end_key) return (shift & ctrl_key) == 0;
+  return key_code == page_up_key || key_code == page_down_key || key_code == up_key ||
+         key_code == down_key;
 }
 
 bool is_control(char16_t character) { return character < u' ' || character == u'\u007F'; }
-
-/// Whether the range begins or ends between the halves of a character.
-bool cuts_character(std::u16string_view text, platform::Range range) {
-  const auto is_cut = [text](std::int32_t position) {
-    const auto at = static_cast<std::size_t>(position);
-    return at > 0 && at < text.size() && is_pair_at(text, at - 1);
-  };
-  return is_cut(range.start) || is_cut(range.start + range.length);
-}
 
 /// The character that was made of the key that is being pressed, whatever becomes of it.
 std::optional<char16_t> pending_character(HWND window) {
@@ -47,7 +36,7 @@ std::optional<char16_t> pending_character(HWND window) {
 
 BoxWindow::Handled BoxWindow::handle_key(UINT message, WPARAM parameter, LPARAM data) {
   const bool is_key = message >= WM_KEYFIRST && message <= WM_KEYLAST;
-  if (is_key && !appearance_.enabled) return 0;
+  if (is_key && !is_enabled()) return 0;
   switch (message) {
     case WM_KEYDOWN:
     case WM_SYSKEYDOWN:
@@ -62,14 +51,16 @@ BoxWindow::Handled BoxWindow::handle_key(UINT message, WPARAM parameter, LPARAM 
       return take_character(static_cast<char16_t>(parameter));
     case WM_UNICHAR: {
       if (parameter == UNICODE_NOCHAR) return TRUE;
-      std::u16string units(units_of(static_cast<char32_t>(parameter)), u'\0');
-      put_character(units, 0, static_cast<char32_t>(parameter));
-      for (const char16_t unit : units) take_character(unit);
+      const auto character = static_cast<char32_t>(parameter);
+      if (units_of(character) == 1) return take_character(static_cast<char16_t>(character));
+      std::u16string pair(2, u'\0');
+      put_character(pair, 0, character);
+      keyboard_.type(pair);
       return FALSE;
     }
     case WM_SYSCHAR:
     case WM_SYSDEADCHAR:
-      // A menu's.
+      // Belongs to a menu.
       return DefWindowProcW(window_, message, parameter, data);
     case WM_GETDLGCODE:
       return DLGC_WANTALLKEYS | DLGC_WANTARROWS | DLGC_WANTCHARS;
@@ -83,19 +74,17 @@ LRESULT BoxWindow::press(UINT message, WPARAM key, LPARAM data) {
   const std::int16_t shift = held_modifiers();
   std::int16_t left = key_code;
   std::int16_t mask = shift;
-  listener_->on_key_down(left, mask);
-  if (left == 0 || is_closed_) {
+  box_.listener().on_key_down(left, mask);
+  if (left == 0 || window_ == nullptr) {
     drop_characters();
     return 0;
   }
   if (is_about_to_type()) return 0;
   drop_characters();
   const bool is_own = left == key_code && mask == shift;
-  const bool is_native = is_own && moves_caret(left) && (mask & alt_key) == 0 &&
-                         !leaves_selection(left, mask, content_.selection());
   if (left == tab_key && (mask & ~shift_key) == 0) {
     leave_by_tab((mask & shift_key) != 0);
-  } else if (is_native) {
+  } else if (is_own && moves_by_lines(left, mask)) {
     move_natively(message, key, data);
   } else {
     act(left, mask);
@@ -105,52 +94,49 @@ LRESULT BoxWindow::press(UINT message, WPARAM key, LPARAM data) {
   return 0;
 }
 
-/// Lets the window move the caret. Not every system's stays in the line that it goes to: one that
-/// is too short for the place of the caret ends before its break. Nor does every one step over both
-/// halves of a character.
+/// Lets the window move its caret, from where the box has it. Not every system's stays in the line
+/// that it goes to: one that is too short for the place of the caret ends before its break.
 void BoxWindow::move_natively(UINT message, WPARAM key, LPARAM data) {
-  const bool is_vertical = (key == VK_UP || key == VK_DOWN) && held_modifiers() == no_modifier;
+  const box::Selection before = box_.selected();
+  const bool goes_from_caret = display_.has_other_caret();
+  if (goes_from_caret) display_.put_caret(before.caret);
+  const std::int16_t shift = held_modifiers();
+  const bool is_vertical = (key == VK_UP || key == VK_DOWN) && shift == no_modifier;
   const LONG line = is_vertical ? display_.line_of_caret() : 0;
   act_natively(message, key, data);
-  const bool is_step = key == VK_LEFT || key == VK_RIGHT;
-  if (is_step && window_ != nullptr && cuts_character(content_.text(), content_.selection())) {
-    act_natively(message, key, data);
+  if (window_ == nullptr) return;
+  if (goes_from_caret && (shift & shift_key) != 0) {
+    box_.put_selection({before.anchor, box_.selected().caret});
   }
-  if (!is_vertical || window_ == nullptr) return;
+  if (!is_vertical) return;
   const LONG wanted = key == VK_UP ? std::max(line - 1, 0L) : line + 1;
-  const platform::Range caret = content_.selection();
-  if (display_.line_of_caret() != wanted + 1 || caret.start == 0) return;
-  const auto before = step_before(content_.text(), static_cast<std::size_t>(caret.start));
-  select({static_cast<std::int32_t>(before), 0});
+  const std::size_t caret = box_.selected().caret;
+  if (display_.line_of_caret() != wanted + 1 || caret == 0) return;
+  box_.put_caret(step_before(box_.text(), caret), false);
 }
 
 /// Does what the key does in the box.
 void BoxWindow::act(std::int16_t key_code, std::int16_t shift) {
-  hands_.act_on_key(key_code, shift);
-  if (is_closed_) return;
-  show();
-  const bool is_unused =
-      key_code == escape_key || (key_code == enter_key && !appearance_.multiline);
-  if (is_unused) leave_to_dialog(key_code);
+  if (keyboard_.act_on_key(key_code, shift) || window_ == nullptr) return;
+  if (key_code == escape_key || key_code == enter_key) leave_to_dialog(key_code);
 }
 
 LRESULT BoxWindow::release(UINT message, WPARAM key, LPARAM data) {
   auto key_code = static_cast<std::int16_t>(key);
   std::int16_t shift = held_modifiers();
-  listener_->on_key_up(key_code, shift);
+  box_.listener().on_key_up(key_code, shift);
   return window_ == nullptr ? 0 : DefWindowProcW(window_, message, key, data);
 }
 
 /// A control character that comes without its key is as good as the key.
 LRESULT BoxWindow::take_character(char16_t character) {
   if (!is_control(character)) {
-    hands_.type_character(static_cast<std::int16_t>(character));
+    keyboard_.type({&character, 1});
   } else if (character == backspace_key || character == enter_key) {
-    hands_.act_on_key(static_cast<std::int16_t>(character), no_modifier);
+    keyboard_.act_on_key(static_cast<std::int16_t>(character), no_modifier);
   } else if (character == tab_key) {
-    hands_.act_on_key(tab_key, ctrl_key);
+    keyboard_.act_on_key(tab_key, ctrl_key);
   }
-  show();
   return 0;
 }
 

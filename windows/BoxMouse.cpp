@@ -12,12 +12,20 @@ namespace qel::windows {
 
 namespace {
 
-constexpr std::int32_t box_drags = 1;
 constexpr std::int16_t left_button = 1;
 constexpr std::int16_t right_button = 2;
 constexpr std::int16_t middle_button = 4;
 
 POINT point_in(LPARAM data) { return {GET_X_LPARAM(data), GET_Y_LPARAM(data)}; }
+
+box::Mouse::Event event_of(std::int16_t button, POINT at) {
+  return {button, held_modifiers(), static_cast<float>(at.x), static_cast<float>(at.y)};
+}
+
+bool is_far(POINT from, POINT to) {
+  return std::abs(to.x - from.x) >= GetSystemMetrics(SM_CXDRAG) ||
+         std::abs(to.y - from.y) >= GetSystemMetrics(SM_CYDRAG);
+}
 
 /// The button that a message is about; 0 for none that the box knows.
 std::int16_t button_of(UINT message) {
@@ -42,7 +50,7 @@ std::int16_t button_of(UINT message) {
 }  // namespace
 
 BoxWindow::Handled BoxWindow::handle_mouse(UINT message, WPARAM parameter, LPARAM data) {
-  if (!appearance_.enabled) return 0;
+  if (!is_enabled()) return 0;
   switch (message) {
     case WM_LBUTTONDBLCLK:
       return double_click(data);
@@ -65,82 +73,66 @@ BoxWindow::Handled BoxWindow::handle_mouse(UINT message, WPARAM parameter, LPARA
 
 LRESULT BoxWindow::press_button(UINT message, WPARAM parameter, LPARAM data) {
   const POINT at = point_in(data);
-  after_double_click_ = false;
-  may_drag_from_.reset();
-  const std::int16_t shift = held_modifiers();
-  listener_->on_mouse_down(button_of(message), shift, static_cast<float>(at.x),
-                           static_cast<float>(at.y));
-  if (is_closed_ || window_ == nullptr) return 0;
-  const bool on_selection =
-      message == WM_LBUTTONDOWN && shift == keys::no_modifier && is_on_selection(at);
-  if (on_selection && appearance_.drag_mode == box_drags) {
-    may_drag_from_ = at;
+  const bool places = mouse_.press(event_of(button_of(message), at), is_on_selection(at));
+  if (window_ == nullptr) return 0;
+  if (!places) {
+    pressed_at_ = at;
     SetFocus(window_);
     SetCapture(window_);
     return 0;
   }
-  // The window would begin a drag of its own.
-  if (on_selection) select({position_at(at), 0});
+  if (message == WM_LBUTTONDOWN) {
+    const std::int16_t shift = held_modifiers();
+    if (shift == keys::no_modifier && is_on_selection(at)) {
+      // The window would begin a drag of its own.
+      box_.put_caret(display_.position_at(at), false);
+    } else if ((shift & keys::shift_key) != 0 && display_.has_other_caret()) {
+      display_.put_caret(box_.selected().anchor);
+    }
+  }
   return act_natively(message, parameter, data);
 }
 
 LRESULT BoxWindow::double_click(LPARAM data) {
-  after_double_click_ = true;
-  listener_->on_double_click();
-  if (is_closed_ || window_ == nullptr) return 0;
+  mouse_.double_click();
+  if (window_ == nullptr) return 0;
   SetFocus(window_);
-  hands_.select_word(static_cast<std::size_t>(position_at(point_in(data))));
-  show();
+  keyboard_.select_word(display_.position_at(point_in(data)));
   return 0;
 }
 
 LRESULT BoxWindow::move_mouse(UINT message, WPARAM parameter, LPARAM data) {
   const POINT at = point_in(data);
-  listener_->on_mouse_move(button_mask(parameter), held_modifiers(), static_cast<float>(at.x),
-                           static_cast<float>(at.y));
-  if (is_closed_ || window_ == nullptr) return 0;
-  // The button may have come up where nobody saw it.
-  if ((parameter & MK_LBUTTON) == 0) may_drag_from_.reset();
-  if (!may_drag_from_) return act_natively(message, parameter, data);
-  const bool is_far = std::abs(at.x - may_drag_from_->x) >= GetSystemMetrics(SM_CXDRAG) ||
-                      std::abs(at.y - may_drag_from_->y) >= GetSystemMetrics(SM_CYDRAG);
-  if (!is_far) return 0;
-  may_drag_from_.reset();
-  ReleaseCapture();
-  start_drag();
-  return 0;
+  const bool drags = mouse_.may_drag() && is_far(pressed_at_, at);
+  if (drags) ReleaseCapture();
+  const bool selects = mouse_.move(event_of(button_mask(parameter), at), drags);
+  return selects && window_ != nullptr ? act_natively(message, parameter, data) : 0;
 }
 
 LRESULT BoxWindow::release_button(UINT message, WPARAM parameter, LPARAM data) {
   const POINT at = point_in(data);
-  const std::int16_t button = button_of(message);
   LRESULT result = 0;
-  if (may_drag_from_) {
-    may_drag_from_.reset();
+  if (mouse_.release()) {
     ReleaseCapture();
-    select({position_at(at), 0});
+    box_.put_caret(display_.position_at(at), false);
   } else {
     result = act_natively(message, parameter, data);
   }
-  listener_->on_mouse_up(button, held_modifiers(), static_cast<float>(at.x),
-                         static_cast<float>(at.y));
-  const bool clicks = button == left_button && !after_double_click_;
-  after_double_click_ = false;
-  if (clicks) listener_->on_click();
+  mouse_.released(event_of(button_of(message), at));
   return result;
 }
 
 /// Whether the point is on a selected character.
 bool BoxWindow::is_on_selection(POINT point) const {
-  const platform::Range selected = content_.selection();
-  if (selected.length == 0) return false;
-  const POINT first = point_of(selected.start);
-  const POINT last = point_of(selected.start + selected.length);
-  const std::int32_t at = position_at(point);
+  const richtext::Extent selected = box_.selected().extent();
+  if (selected.length() == 0) return false;
+  const POINT first = display_.point_of(selected.start);
+  const POINT last = display_.point_of(selected.end);
+  const std::size_t at = display_.position_at(point);
   const bool is_before =
       point.y < first.y || (point.y < last.y && at == selected.start && point.x < first.x);
-  const bool is_behind = at >= selected.start + selected.length && point.x >= last.x;
-  return at >= selected.start && at <= selected.start + selected.length && !is_before && !is_behind;
+  const bool is_behind = at >= selected.end && point.x >= last.x;
+  return at >= selected.start && at <= selected.end && !is_before && !is_behind;
 }
 
 }  // namespace qel::windows

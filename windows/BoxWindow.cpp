@@ -9,13 +9,14 @@
 #include <utility>
 
 #include "qel/base/Error.h"
+#include "qel/base/Scan.h"
 #include "qel/platform/Keys.h"
-#include "windows/FormatMapping.h"
+#include "windows/DragSource.h"
+#include "windows/WindowHandle.h"
 
 namespace qel::windows {
 
 using platform::BoxAppearance;
-using richtext::Extent;
 
 namespace {
 
@@ -62,7 +63,6 @@ BoxDisplay::Touch touch_of(UINT message) {
     case EM_STREAMIN:
       return BoxDisplay::Touch::all;
     case EM_REPLACESEL:
-    case EM_PASTESPECIAL:
       return BoxDisplay::Touch::part;
     default:
       return BoxDisplay::Touch::none;
@@ -80,9 +80,9 @@ const Command* command_of(UINT message) {
   using namespace keys;
   static constexpr Command commands[] = {
       {WM_CUT, letter_key('X'), ctrl_key},   {WM_COPY, letter_key('C'), ctrl_key},
-      {WM_PASTE, letter_key('V'), ctrl_key}, {WM_CLEAR, delete_key, no_modifier},
+      {WM_PASTE, letter_key('V'), ctrl_key}, {EM_PASTESPECIAL, letter_key('V'), ctrl_key},
       {WM_UNDO, letter_key('Z'), ctrl_key},  {EM_UNDO, letter_key('Z'), ctrl_key},
-      {EM_REDO, letter_key('Y'), ctrl_key}};
+      {EM_REDO, letter_key('Y'), ctrl_key},  {WM_CLEAR, delete_key, no_modifier}};
   const auto* const row =
       std::find_if(std::begin(commands), std::end(commands),
                    [message](const Command& command) { return command.message == message; });
@@ -91,81 +91,73 @@ const Command* command_of(UINT message) {
 
 }  // namespace
 
-/// While one of these lives, the window handles a message and must not go.
-class BoxWindow::Busy {
- public:
-  explicit Busy(BoxWindow& box) : box_(box) { ++box_.busy_; }
-  Busy(const Busy&) = delete;
-  Busy& operator=(const Busy&) = delete;
-  ~Busy() {
-    if (--box_.busy_ == 0 && box_.is_closed_) box_.destroy();
-  }
+std::shared_ptr<box::Box> BoxWindow::create(HWND owner, platform::Clipboard& clipboard) {
+  auto box = std::make_shared<box::Box>();
+  box->attach(new BoxWindow(*box, clipboard));
+  if (owner != nullptr) box->put_owner(window_handle(owner));
+  return box;
+}
 
- private:
-  BoxWindow& box_;
-};
-
-BoxWindow::BoxWindow(platform::Clipboard& clipboard) : content_(*this, clipboard) {
-  content_.listen(&teller_);
+BoxWindow::~BoxWindow() {
+  if (window_ == nullptr) return;
+  drop_target_.reset();
+  RemoveWindowSubclass(window_, procedure, subclass_id);
+  DestroyWindow(window_);
 }
 
 // The window.
 
-HWND BoxWindow::window() {
-  if (window_ == nullptr && !is_closed_) create(owner_ == nullptr ? HWND_MESSAGE : owner_);
-  return window_;
+platform::WindowHandle BoxWindow::window() {
+  if (window_ == nullptr) create(owner_ == nullptr ? HWND_MESSAGE : owner_);
+  return window_handle(window_);
 }
 
 void BoxWindow::create(HWND parent) {
   load_window_class();
-  window_ = CreateWindowExW(0, MSFTEDIT_CLASS, L"", style_of(appearance_), 0, 0, 0, 0, parent,
-                            nullptr, GetModuleHandleW(nullptr), nullptr);
-  if (window_ == nullptr) {
-    throw Error(Error::component_base, "RichEdit", "no window for the box");
-  }
-  SetWindowSubclass(window_, procedure, subclass_id, reinterpret_cast<DWORD_PTR>(this));
+  const BoxAppearance is = box_.appearance();
+  const HWND made = CreateWindowExW(0, MSFTEDIT_CLASS, L"", style_of(is), 0, 0, 0, 0, parent,
+                                    nullptr, GetModuleHandleW(nullptr), nullptr);
+  if (made == nullptr) throw Error(Error::component_base, "RichEdit", "no window for the box");
+  window_ = made;
   display_.attach(window_);
-  display_.put_read_only(appearance_.read_only);
-  display_.put_background(appearance_.back_color);
-  display_.put_font(appearance_.font_name, appearance_.font_size);
+  display_.put_read_only(is.read_only);
+  display_.put_background(is.back_color);
+  display_.put_font(is.font_name, is.font_size);
   // Lines are wrapped at the window's edge or not at all.
-  SendMessageW(window_, EM_SETTARGETDEVICE, 0, appearance_.multiline ? 0 : 1);
+  SendMessageW(window_, EM_SETTARGETDEVICE, 0, is.multiline ? 0 : 1);
   place();
-  show();
-  drop_target_.emplace(window_, static_cast<DropClient&>(*this));
+  composes_ = false;
+  display_.show_everything();
+  SetWindowSubclass(window_, procedure, subclass_id, reinterpret_cast<DWORD_PTR>(this));
+  go_on_later();
+  drop_target_.emplace(window_, box_, [this](POINT at) { return display_.position_at(at); });
 }
 
-void BoxWindow::destroy() {
-  if (window_ != nullptr) DestroyWindow(window_);
+/// Somebody else destroys the window: what it does with its text now is no change of the box.
+void BoxWindow::lose() {
+  window_ = nullptr;
+  owner_ = nullptr;
+  composes_ = false;
+  mouse_.forget_drag();
+  drop_target_.reset();
+  display_.attach(nullptr);
 }
 
-void BoxWindow::close() {
-  listener_ = &nobody_;
-  is_closed_ = true;
-  if (busy_ == 0) {
-    destroy();
-  } else if (window_ != nullptr) {
-    ShowWindow(window_, SW_HIDE);
-    SetParent(window_, HWND_MESSAGE);
-  }
-}
-
-void BoxWindow::put_owner(HWND owner) {
-  owner_ = owner;
+void BoxWindow::put_owner(platform::WindowHandle owner) {
+  owner_ = native_window(owner);
   if (window_ == nullptr) {
-    if (owner != nullptr) create(owner);
+    if (owner_ != nullptr) create(owner_);
     return;
   }
-  if (owner == nullptr) ShowWindow(window_, SW_HIDE);
-  SetParent(window_, owner == nullptr ? HWND_MESSAGE : owner);
+  if (owner_ == nullptr) ShowWindow(window_, SW_HIDE);
+  SetParent(window_, owner_ == nullptr ? HWND_MESSAGE : owner_);
   place();
 }
 
-void BoxWindow::put_appearance(const BoxAppearance& appearance) {
-  const BoxAppearance before = std::exchange(appearance_, appearance);
-  content_.put_appearance(appearance);
+void BoxWindow::show_appearance(const BoxAppearance& before) {
   if (window_ == nullptr) return;
-  if (are_styles_fixed(before, appearance)) {
+  const BoxAppearance is = box_.appearance();
+  if (are_styles_fixed(before, is)) {
     const bool had_focus = GetFocus() == window_;
     const HWND old = window_;
     create(owner_ == nullptr ? HWND_MESSAGE : owner_);
@@ -174,18 +166,20 @@ void BoxWindow::put_appearance(const BoxAppearance& appearance) {
     DestroyWindow(old);
     return;
   }
-  if (before.read_only != appearance.read_only) display_.put_read_only(appearance.read_only);
-  if (before.back_color != appearance.back_color) display_.put_background(appearance.back_color);
-  if (before.font_name != appearance.font_name || before.font_size != appearance.font_size) {
-    display_.put_font(appearance.font_name, appearance.font_size);
+  if (before.read_only != is.read_only) display_.put_read_only(is.read_only);
+  if (before.back_color != is.back_color && display_.put_background(is.back_color)) {
+    const std::size_t size = box_.text().size();
+    show({box::Change::Kind::formats, {0, size}, size});
+  }
+  if (before.font_name != is.font_name || before.font_size != is.font_size) {
+    display_.put_font(is.font_name, is.font_size);
   }
   place();
-  show();
 }
 
 /// Where the window is, and what can be done with it.
 void BoxWindow::place() {
-  const BoxAppearance& is = appearance_;
+  const BoxAppearance is = box_.appearance();
   SetWindowPos(window_, nullptr, is.left, is.top, std::max(is.width, 0), std::max(is.height, 0),
                SWP_NOZORDER | SWP_NOACTIVATE);
   const LONG_PTR style = GetWindowLongPtrW(window_, GWL_STYLE) & ~LONG_PTR{WS_TABSTOP};
@@ -196,79 +190,63 @@ void BoxWindow::place() {
 
 // What the window shows, and what is taken from it.
 
-void BoxWindow::show(BoxDisplay::Patience patience) {
+void BoxWindow::show(const box::Change& change) {
+  is_stale_ = composes_;
   if (window_ == nullptr || composes_) return;
-  display_.show(content_.document(), selected(), patience);
-  // When no key and nothing of the mouse waits.
+  display_.show(change);
+  go_on_later();
+}
+
+void BoxWindow::show_selection() {
+  if (window_ != nullptr && !composes_) display_.show_selection();
+}
+
+/// When no key and nothing of the mouse waits.
+void BoxWindow::go_on_later() {
   constexpr UINT soon = 10;
-  if (!display_.is_complete()) {
-    SetTimer(window_, timer_id, soon, nullptr);
-  } else if (goes_on_) {
-    KillTimer(window_, timer_id);
-  }
-  goes_on_ = !display_.is_complete();
-}
-
-Extent BoxWindow::selected() const {
-  const platform::Range range = content_.selection();
-  const auto start = static_cast<std::size_t>(range.start);
-  return {start, start + static_cast<std::size_t>(range.length)};
-}
-
-void BoxWindow::select(platform::Range range) {
-  content_.select(range);
-  if (window_ != nullptr && !composes_) display_.show_selection(selected());
+  if (!display_.is_complete()) SetTimer(window_, timer_id, soon, nullptr);
 }
 
 void BoxWindow::take_from_window(BoxDisplay::Touch touch) {
-  if (window_ == nullptr || composes_ || is_closed_) return;
+  if (window_ == nullptr || composes_) return;
   if (touch == BoxDisplay::Touch::none && display_.is_touched()) touch = BoxDisplay::Touch::part;
   if (touch != BoxDisplay::Touch::none) take_foreign_text(touch);
-  if (window_ == nullptr || is_closed_) return;
-  const std::optional<Extent> selected = display_.take_selection();
+  if (window_ == nullptr) return;
+  const std::optional<box::Selection> selected = display_.take_selection();
   if (!selected) return;
-  content_.select(
-      {static_cast<std::int32_t>(selected->start), static_cast<std::int32_t>(selected->length())});
+  box_.put_selection(*selected);
+  // The window may have stopped within a character.
+  display_.show_selection();
 }
 
-/// What was composed, or put in by another program: the listener is told of its characters.
+/// The listener is told of its characters as of those that are typed.
 void BoxWindow::take_foreign_text(BoxDisplay::Touch touch) {
-  const BoxDisplay::ForeignChange change = display_.take_text(touch);
-  if (change.extent.length() == 0 && change.text.empty()) return show();
-  std::u16string left;
-  for (const char16_t unit : change.text) {
-    if (unit == u'\n') continue;
-    auto character = static_cast<std::int16_t>(unit);
-    listener_->on_key_press(character);
-    if (character != 0) left.push_back(static_cast<char16_t>(character));
-  }
-  if (!appearance_.read_only && appearance_.enabled) {
-    const Extent extent = change.extent;
-    content_.select(
-        {static_cast<std::int32_t>(extent.start), static_cast<std::int32_t>(extent.length())});
-    content_.put_text(platform::Scope::selection, left);
-  }
-  show();
+  const auto edit = display_.take_text(touch);
+  go_on_later();
+  if (!edit) return;
+  if (edit->text.empty()) return box_.take_edit(edit->extent, {});
+  if (box_.may_edit()) box_.put_selection({edit->extent.start, edit->extent.end});
+  keyboard_.type(replace_all(edit->text, u"\r\n", u"\r"));
 }
+
+void BoxWindow::carry(box::Drag& drag) { windows::carry(drag); }
 
 // Messages.
 
 LRESULT CALLBACK BoxWindow::procedure(HWND window, UINT message, WPARAM parameter, LPARAM data,
-                                      UINT_PTR id, DWORD_PTR box) {
-  const auto self = reinterpret_cast<BoxWindow*>(box)->shared_from_this();
-  if (message == WM_NCDESTROY) RemoveWindowSubclass(window, procedure, id);
-  if (message == WM_DESTROY && self->window_ == window) {
-    // What it does with its text now is no change of the box.
-    self->window_ = nullptr;
-    self->owner_ = nullptr;
-    self->drop_target_.reset();
-    self->display_.attach(nullptr);
+                                      UINT_PTR id, DWORD_PTR view) {
+  auto& self = *reinterpret_cast<BoxWindow*>(view);
+  // A listener may let go of it, and this goes with it.
+  const auto held = self.box_.weak_from_this().lock();
+  if (message == WM_DESTROY) {
+    RemoveWindowSubclass(window, procedure, id);
+    if (self.window_ == window) self.lose();
   }
-  if (self->window_ != window || self->display_.is_busy()) {
+  if (self.window_ != window || self.display_.is_busy()) {
     return DefSubclassProc(window, message, parameter, data);
   }
   try {
-    return self->handle(message, parameter, data);
+    return self.handle(message, parameter, data);
   } catch (const std::exception&) {
     // There is nobody above who could be told.
     MessageBeep(MB_ICONERROR);
@@ -277,7 +255,6 @@ LRESULT CALLBACK BoxWindow::procedure(HWND window, UINT message, WPARAM paramete
 }
 
 LRESULT BoxWindow::handle(UINT message, WPARAM parameter, LPARAM data) {
-  const Busy busy(*this);
   if (const Handled result = handle_own(message, parameter, data)) return *result;
   return act_natively(message, parameter, data);
 }
@@ -290,37 +267,46 @@ LRESULT BoxWindow::act_natively(UINT message, WPARAM parameter, LPARAM data) {
 }
 
 BoxWindow::Handled BoxWindow::handle_own(UINT message, WPARAM parameter, LPARAM data) {
-  if (is_closed_) return {};
   if (message == WM_TIMER && parameter == timer_id) {
-    show();
+    if (!composes_) display_.put_more_formats();
+    if (display_.is_complete()) KillTimer(window_, timer_id);
     return 0;
   }
-  if (!display_.is_complete() && reads_formats(message)) show(BoxDisplay::Patience::all);
+  if (reads_formats(message) && !composes_) display_.put_all_formats();
   if (const Handled handled = compose(message, parameter, data)) return handled;
   if (message >= WM_MOUSEFIRST && message <= WM_MOUSELAST) {
     return handle_mouse(message, parameter, data);
   }
-  if (message == WM_CLEAR && content_.get_SelLength() == 0) return 0;
+  if (message == WM_CLEAR && box_.selected().is_empty()) return 0;
   if (const Command* const command = command_of(message)) {
-    hands_.run_command(command->key_code, command->shift);
-    show();
+    keyboard_.run_command(command->key_code, command->shift);
     return TRUE;
   }
-  // Nobody is told whether there is anything to be undone; undoing nothing does no harm.
-  if (message == EM_CANUNDO || message == EM_CANREDO) return appearance_.read_only ? FALSE : TRUE;
+  if (message == EM_CANUNDO) return box_.may_edit() && box_.can_undo() ? TRUE : FALSE;
+  if (message == EM_CANREDO) return box_.may_edit() && box_.can_redo() ? TRUE : FALSE;
   // The box has a font of its own.
   if (message == WM_SETFONT) return 0;
   return handle_key(message, parameter, data);
 }
 
-/// While text is composed it is the window's alone.
+/// While text is composed it is the window's alone. Where the box has changed meanwhile it is lost:
+/// nobody could say where it belongs.
 BoxWindow::Handled BoxWindow::compose(UINT message, WPARAM parameter, LPARAM data) {
-  if (message == WM_IME_STARTCOMPOSITION) composes_ = true;
+  if (message == WM_IME_STARTCOMPOSITION) {
+    display_.put_typing_format();
+    composes_ = true;
+    is_stale_ = false;
+  }
   const bool ends = message == WM_IME_ENDCOMPOSITION || message == WM_KILLFOCUS;
   if (!composes_ || !ends) return {};
   const LRESULT result = DefSubclassProc(window_, message, parameter, data);
   composes_ = false;
-  take_from_window(BoxDisplay::Touch::part);
+  if (std::exchange(is_stale_, false)) {
+    display_.show_everything();
+    go_on_later();
+  } else {
+    take_from_window(BoxDisplay::Touch::part);
+  }
   return result;
 }
 

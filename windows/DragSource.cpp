@@ -2,8 +2,6 @@
 
 #include <ole2.h>
 
-#include <utility>
-
 #include "windows/DataObject.h"
 #include "windows/Guard.h"
 #include "windows/OleSession.h"
@@ -17,7 +15,7 @@ static_assert(platform::copy_drop == DROPEFFECT_COPY && platform::move_drop == D
 
 class DropSource : public ComObject<IDropSource> {
  public:
-  explicit DropSource(windows::GiveFeedback feedback) : feedback_(std::move(feedback)) {}
+  explicit DropSource(box::Drag& drag) : drag_(drag) {}
 
   HRESULT STDMETHODCALLTYPE QueryContinueDrag(BOOL escape, DWORD keys) noexcept override {
     const DWORD buttons = keys & (MK_LBUTTON | MK_RBUTTON | MK_MBUTTON);
@@ -30,28 +28,27 @@ class DropSource : public ComObject<IDropSource> {
     return guarded([&]() -> HRESULT {
       auto told = static_cast<std::int32_t>(effect & all_effects);
       bool default_cursors = true;
-      if (feedback_) feedback_(told, default_cursors);
+      drag_.give_feedback(told, default_cursors);
       return default_cursors ? DRAGDROP_S_USEDEFAULTCURSORS : S_OK;
     });
   }
 
  private:
-  windows::GiveFeedback feedback_;
+  box::Drag& drag_;
 };
 
 }  // namespace
 
-std::int32_t drag(platform::DragData data, std::int32_t allowed_effects, GiveFeedback feedback) {
+void carry(box::Drag& drag) {
   const OleSession session;
-  const auto allowed = static_cast<DWORD>(allowed_effects) & all_effects;
-  if (!session || allowed == 0) return platform::no_drop;
-  const auto object = Pointer<DataObject>::adopted(new DataObject(std::move(data)));
-  const auto source = Pointer<DropSource>::adopted(new DropSource(std::move(feedback)));
+  const auto allowed = static_cast<DWORD>(drag.allowed_effects()) & all_effects;
+  if (!session || allowed == 0) return;
+  const auto object = Pointer<DataObject>::adopted(new DataObject(drag.data()));
+  const auto source = Pointer<DropSource>::adopted(new DropSource(drag));
   DWORD effect = DROPEFFECT_NONE;
   const HRESULT result = DoDragDrop(object.get(), source.get(), allowed, &effect);
   object->end_supply();
-  return result == DRAGDROP_S_DROP ? static_cast<std::int32_t>(effect & allowed)
-                                   : platform::no_drop;
+  if (result == DRAGDROP_S_DROP) drag.end(static_cast<std::int32_t>(effect));
 }
 
 }  // namespace qel::windows

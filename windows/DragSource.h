@@ -1,20 +1,12 @@
 #pragma once
 
-#include <cstdint>
-#include <functional>
-
-#include "qel/platform/DragData.h"
+#include "qel/box/Drag.h"
 
 namespace qel::windows {
 
-/// Tells the source what a drop would do now; with `default_cursors` false the pointer stays as it
-/// is.
-using GiveFeedback = std::function<void(std::int32_t& effect, bool& default_cursors)>;
-
-/// Drags the data with the mouse until it is dropped, and returns what has become of it: one of the
-/// effects in `allowed_effects`, or none when the user gave up. What `data` promises is supplied
-/// until then only. The caller, and all that it lends to `data` and `feedback`, has to live on
-/// meanwhile, whatever happens to its window.
-std::int32_t drag(platform::DragData data, std::int32_t allowed_effects, GiveFeedback feedback);
+/// Lets the user drag that with the mouse until it is dropped, or given up, and tells it the end.
+/// What its data promises is supplied until then only. The drag, and all that it lends, has to live
+/// on meanwhile, whatever happens to its window.
+void carry(box::Drag& drag);
 
 }  // namespace qel::windows

@@ -6,8 +6,8 @@
 #include "qel/base/Error.h"
 #include "windows/Guard.h"
 #include "windows/Module.h"
-#include "windows/RichEdit.h"
 #include "windows/Text.h"
+#include "windows/WindowHandle.h"
 #include "windows/WindowsPlatform.h"
 
 namespace qel::windows {
@@ -71,7 +71,7 @@ EditorWindow::EditorWindow(const platform::EditorDescription& description)
     throw Error(Error::object_not_set, "EditorWindow", "The window cannot be made.");
   }
   try {
-    box_ = std::make_shared<RichEdit>(window_, WindowsPlatform::shared()->clipboard());
+    box_ = WindowsPlatform::shared()->create_rich_edit(window_handle(window_));
   } catch (...) {
     DestroyWindow(window_);
     throw;
@@ -83,7 +83,7 @@ EditorWindow::EditorWindow(const platform::EditorDescription& description)
 EditorWindow::~EditorWindow() {
   if (window_ != nullptr) {
     SetWindowLongPtrW(window_, GWLP_USERDATA, 0);
-    box_->put_owner(nullptr);
+    box_->put_owner(0);
     DestroyWindow(window_);
   }
   // Fails while another one is there. A library's classes must not stay when it is unloaded.
@@ -97,8 +97,6 @@ HWND EditorWindow::create_button(const std::u16string& caption, int command, DWO
   SendMessageW(button, WM_SETFONT, reinterpret_cast<WPARAM>(font_.handle()), FALSE);
   return button;
 }
-
-std::shared_ptr<platform::RichEdit> EditorWindow::box() const { return box_; }
 
 void EditorWindow::put_extent(std::int32_t width, std::int32_t height) {
   if (window_ == nullptr) return;
@@ -135,7 +133,7 @@ void EditorWindow::lay_out(const platform::EditorRectangle& box,
 }
 
 void EditorWindow::focus_box() {
-  if (window_ != nullptr) SetFocus(box_->window());
+  if (window_ != nullptr) SetFocus(native_window(box_->window()));
 }
 
 /// To the part that had it, which is the box at first.
@@ -250,7 +248,7 @@ LRESULT EditorWindow::handle(UINT message, WPARAM w, LPARAM l) {
       close_by_frame();
       return 0;
     case WM_DESTROY:
-      if (box_) box_->put_owner(nullptr);
+      if (box_) box_->put_owner(0);
       close_by_frame();
       return 0;
     case WM_NCDESTROY:

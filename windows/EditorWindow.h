@@ -12,8 +12,6 @@
 
 namespace qel::windows {
 
-class RichEdit;
-
 /// The large editor's window, owned by the window of the thread that is active when it is made.
 /// While it is shown, the thread's other windows do not react to the user. Everything of the
 /// interface is supported but the pane.
@@ -31,7 +29,7 @@ class EditorWindow : public platform::EditorWindow {
   EditorWindow& operator=(const EditorWindow&) = delete;
   ~EditorWindow() override;
 
-  std::shared_ptr<platform::RichEdit> box() const override;
+  std::shared_ptr<platform::RichEdit> box() const override { return box_; }
   void put_extent(std::int32_t width, std::int32_t height) override;
   void lay_out(const platform::EditorRectangle& box, const platform::EditorRectangle& ok,
                const platform::EditorRectangle& cancel) override;
@@ -56,7 +54,7 @@ class EditorWindow : public platform::EditorWindow {
   HWND window_ = nullptr;
   EditorMenu menu_;
   Font font_;
-  std::shared_ptr<RichEdit> box_;
+  std::shared_ptr<platform::RichEdit> box_;
   HWND ok_ = nullptr;
   HWND cancel_ = nullptr;
   HWND focus_ = nullptr;  // had the focus when the window was active last

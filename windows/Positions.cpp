@@ -21,22 +21,34 @@ char16_t shown(char16_t character) {
 
 }  // namespace
 
-long NativePositions::of(std::size_t position) {
-  if (position < at_) at_ = breaks_ = 0;
-  const std::u16string_view passed = text_.substr(at_, position - at_);
-  breaks_ += static_cast<std::size_t>(std::count(passed.begin(), passed.end(), u'\n'));
-  at_ = position;
-  return static_cast<long>(position - breaks_);
+void Positions::replace(richtext::Extent extent, std::u16string_view text) {
+  std::vector<std::size_t> added;
+  for (std::size_t at = text.find(u'\r'); at != text.npos; at = text.find(u'\r', at + 1)) {
+    added.push_back(extent.start + at);
+  }
+  const auto first = std::lower_bound(breaks_.begin(), breaks_.end(), extent.start);
+  const auto last = std::lower_bound(first, breaks_.end(), extent.end);
+  std::for_each(last, breaks_.end(),
+                [&](std::size_t& at) { at = at - extent.length() + text.size(); });
+  const auto next = breaks_.erase(first, last);
+  breaks_.insert(next, added.begin(), added.end());
+  size_ = size_ - extent.length() + text.size();
 }
 
-std::size_t box_position(std::u16string_view text, long native) {
-  std::size_t position = static_cast<std::size_t>(std::max(native, 0L));
-  std::size_t found = text.find(u'\r');
-  while (found < position) {
-    ++position;
-    found = text.find(u'\r', found + 1);
-  }
-  return std::min(position, text.size());
+long Positions::native(std::size_t position) const {
+  const auto next = std::lower_bound(breaks_.begin(), breaks_.end(), position);
+  return static_cast<long>(position) - static_cast<long>(next - breaks_.begin());
+}
+
+std::size_t Positions::of_native(long native) const {
+  // The window has taken one position less for each break before.
+  const auto next =
+      std::partition_point(breaks_.begin(), breaks_.end(), [&](const std::size_t& at) {
+        return static_cast<long>(at) - (&at - breaks_.data()) < native;
+      });
+  const auto position = static_cast<std::size_t>(std::max(native, 0L)) +
+                        static_cast<std::size_t>(next - breaks_.begin());
+  return std::min(position, size_);
 }
 
 std::u16string native_text(std::u16string_view text) {

@@ -3,28 +3,30 @@
 #include <cstddef>
 #include <string>
 #include <string_view>
+#include <vector>
 
-/// Positions between a box, where a break is CR LF, and the system's rich edit window, where it is
-/// CR alone.
+#include "qel/richtext/Document.h"
+
 namespace qel::windows {
 
-/// Walks through a text of a box; a walk forward costs what it passes.
-class NativePositions {
+/// Finds its way between the positions of a text in a box, where a break is CR LF, and those in the
+/// system's rich edit window, where it is CR alone. Takes logarithmic time.
+class Positions {
  public:
-  /// The text must outlive this.
-  explicit NativePositions(std::u16string_view text) : text_(text) {}
+  /// Text comes in place of an extent, which cuts no break.
+  void replace(richtext::Extent extent, std::u16string_view text);
+  /// Of the text.
+  std::size_t size() const { return size_; }
 
-  /// The window's position for one that lies in the text and within no break.
-  long of(std::size_t position);
+  /// The window's position; of one within a break, that before it.
+  long native(std::size_t position) const;
+  /// The position in the text for one of the window; the end for those behind it.
+  std::size_t of_native(long native) const;
 
  private:
-  std::u16string_view text_;
-  std::size_t at_ = 0;
-  std::size_t breaks_ = 0;  // before `at_`
+  std::vector<std::size_t> breaks_;  // where each one begins
+  std::size_t size_ = 0;
 };
-
-/// The position in the text for one of the window; the end for those behind it.
-std::size_t box_position(std::u16string_view text, long native);
 
 /// The text as the window shows it: with its breaks, and a blank or a sign in place of each
 /// character that the window would make something else of. Each character takes as many positions.

@@ -2,11 +2,12 @@
 
 #include <windows.h>
 
+#include "windows/BoxWindow.h"
 #include "windows/Clipboard.h"
 #include "windows/EditorWindow.h"
-#include "windows/RichEdit.h"
 #include "windows/TestFont.h"
 #include "windows/VisualStyles.h"
+#include "windows/WindowHandle.h"
 
 namespace qel::windows {
 namespace {
@@ -56,7 +57,7 @@ platform::Screen WindowsPlatform::screen() const {
 
 std::shared_ptr<platform::RichEdit> WindowsPlatform::create_rich_edit(
     platform::WindowHandle owner) const {
-  return std::make_shared<RichEdit>(reinterpret_cast<HWND>(owner), clipboard());
+  return BoxWindow::create(native_window(owner), clipboard());
 }
 
 std::shared_ptr<platform::MeasuringSurface> WindowsPlatform::create_measuring_surface() const {

@@ -9,7 +9,7 @@
 #include "com/control/Extents.h"
 #include "com/control/Hold.h"
 #include "qel/base/Error.h"
-#include "windows/RichEdit.h"
+#include "windows/WindowHandle.h"
 #include "windows/WindowsPlatform.h"
 
 namespace qel::com {
@@ -175,7 +175,7 @@ void HostedControl::invalidate() {
 }
 
 platform::WindowHandle HostedControl::window() const {
-  return is_in_place() ? reinterpret_cast<platform::WindowHandle>(handle()) : 0;
+  return is_in_place() ? windows::window_handle(handle()) : 0;
 }
 
 std::uintptr_t HostedControl::device_context() const {
@@ -247,7 +247,7 @@ void HostedControl::draw_pixels(HDC context) {
   on_paint(context);
   // Not the large editor's box, which may be the current one.
   const auto& shown = textbox_->boxes()[textbox_->get_Multiline() ? 1 : 0];
-  const HWND box = static_cast<const windows::RichEdit&>(*shown).window();
+  const HWND box = windows::native_window(shown->window());
   POINT place = {0, 0};
   MapWindowPoints(box, handle(), &place, 1);
   SetWindowOrgEx(context, -place.x, -place.y, nullptr);
@@ -276,7 +276,7 @@ void HostedControl::on_system_change() { invalidate(); }
 // Activation.
 
 HWND HostedControl::box_window() const {
-  return static_cast<const windows::RichEdit&>(*textbox_->CurrentRichTextBox()).window();
+  return windows::native_window(textbox_->CurrentRichTextBox()->window());
 }
 
 HRESULT HostedControl::enter_place() {
@@ -316,9 +316,7 @@ HRESULT HostedControl::lie_on(const Pointer<IOleInPlaceSite>& place) {
 
 /// Puts the boxes on a window, or on none (null) while they cannot be seen.
 void HostedControl::put_boxes_on(HWND window) {
-  for (const auto& box : textbox_->boxes()) {
-    static_cast<windows::RichEdit&>(*box).put_owner(window);
-  }
+  for (const auto& box : textbox_->boxes()) box->put_owner(windows::window_handle(window));
 }
 
 HRESULT HostedControl::activate() {

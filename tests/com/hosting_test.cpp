@@ -337,33 +337,5 @@ TEST_F(Hosting, TellsWhatItsHostKeepsOfIt) {
   Host::let_go(*control);
 }
 
-TEST_F(Hosting, StepsOverWholeCharacters) {
-  struct Row {
-    std::vector<WORD> keys;
-    std::vector<WORD> held;
-    LONG start;
-    LONG length;
-  };
-  const Row rows[] = {{{VK_END, VK_LEFT}, {}, 2, 0},
-                      {{VK_HOME, VK_RIGHT}, {}, 2, 0},
-                      {{VK_LEFT, VK_LEFT}, {VK_SHIFT}, 0, 4},
-                      {{VK_RIGHT, VK_RIGHT, VK_LEFT}, {VK_SHIFT}, 0, 2}};
-  const auto control = create();
-  Host host;
-  host.take(*control);
-  control->put_Text(Text(L"\U0001F600\U0001F601"));
-  for (const Row& row : rows) {
-    press(row.keys[0] == VK_LEFT ? VK_END : VK_HOME);
-    for (const WORD key : row.keys) press(key, row.held);
-    LONG start = 0;
-    LONG length = 0;
-    control->get_SelStart(&start);
-    control->get_SelLength(&length);
-    EXPECT_EQ(start, row.start) << row.keys[0];
-    EXPECT_EQ(length, row.length) << row.keys[0];
-  }
-  Host::let_go(*control);
-}
-
 }  // namespace
 }  // namespace qel::com::test

@@ -11,7 +11,10 @@
 #include "windows/ComObject.h"
 #include "windows/Pointer.h"
 
-namespace qel::windows::test {
+namespace qel::test {
+
+using windows::ComObject;
+using windows::Pointer;
 
 /// Data of another program, or what the system puts in another's place.
 class ForeignObject : public ComObject<IDataObject> {
@@ -72,4 +75,4 @@ ULONG others_of(const Pointer<Object>& object) {
   return object->Release() - 1;
 }
 
-}  // namespace qel::windows::test
+}  // namespace qel::test

@@ -10,19 +10,22 @@
 #include <string>
 #include <vector>
 
+#include "BoxInWindow.h"
 #include "qel/base/Scan.h"
 #include "qel/headless/Desktop.h"
 #include "qel/platform/Keys.h"
 #include "support/Random.h"
 #include "support/Text.h"
-#include "windows/RichEdit.h"
+#include "windows/BoxWindow.h"
 #include "windows/Text.h"
 
 namespace qel::windows {
 namespace {
 
 using platform::Range;
+using platform::RichEdit;
 using richtext::Alignment;
+using test::window_of;
 
 HWND form() {
   static const HWND window =
@@ -33,8 +36,8 @@ HWND form() {
 
 class BoxWindows : public testing::Test {
  protected:
-  std::unique_ptr<RichEdit> new_box(HWND owner = form()) {
-    auto box = std::make_unique<RichEdit>(owner, clipboard_);
+  std::shared_ptr<box::Box> new_box(HWND owner = form()) {
+    auto box = BoxWindow::create(owner, clipboard_);
     platform::BoxAppearance appearance = box->appearance();
     appearance.width = 300;
     appearance.height = 200;
@@ -48,7 +51,7 @@ class BoxWindows : public testing::Test {
 /// The window asked directly, as another program would.
 class Window {
  public:
-  explicit Window(const RichEdit& box) : window_(box.window()) {}
+  explicit Window(const RichEdit& box) : window_(window_of(box)) {}
 
   LRESULT send(UINT message, WPARAM parameter = 0, LPARAM data = 0) const {
     return SendMessageW(window_, message, parameter, data);
@@ -156,13 +159,15 @@ void edit(RichEdit& box, test::Random& random) {
       return box.put_SelRTF(u"{\\rtf1 x\\par\\pard\\qr{\\i y}\\ul z\\par\\pard w}");
     case 7:
     case 8:
-      SendMessageW(box.window(), random.one_in(2) ? UINT{EM_UNDO} : EM_REDO, 0, 0);
+      SendMessageW(window_of(box), random.one_in(2) ? UINT{EM_UNDO} : EM_REDO, 0, 0);
       return;
     case 9:
       if (random.one_in(4)) box.put_TextRTF(u"{\\rtf1\\qc\\strike a\\par\\b b\\par\\pard c}");
       return;
-    default:
-      return box.put_SelText(random.text({u"a", u"\n", u"bcd", u"😀", u"\t"}, random.below(6)));
+    default: {
+      const std::u16string text = random.text({u"a", u"\n", u"bcd", u"😀", u"\t"}, random.below(6));
+      return random.one_in(2) ? box.put_SelText(text) : Window(box).replace(text);
+    }
   }
 }
 
@@ -186,7 +191,7 @@ TEST_F(BoxWindows, FormatLongTextsInTheEnd) {
   for (int i = 0; i < 400; ++i) rtf += u"plain {\\b bold }{\\i slanted}\\par ";
   box->put_TextRTF(rtf + u"}");
   box->select({4000, 0});
-  SendMessageW(box->window(), WM_CHAR, u'x', 0);
+  SendMessageW(window_of(*box), WM_CHAR, u'x', 0);
   box->select({2000, 30});
   box->put_SelColor(255);
   EXPECT_EQ(Window(*box).text().size(), 400U * 19 + 1) << "the text is there at once";
@@ -255,25 +260,62 @@ TEST_F(BoxWindows, TakeTextOfOthers) {
   expect_shown(*box);
 }
 
+TEST_F(BoxWindows, LeaveWhatIsComposedToTheWindow) {
+  const auto box = new_box();
+  const Window window(*box);
+  box->put_Text(u"ab");
+  box->select({1, 0});
+  box->put_SelBold(true);
+  window.send(WM_IME_STARTCOMPOSITION);
+  window.replace(u"n");
+  EXPECT_EQ(window.format(1, 2).substr(0, 1), "b");
+  window.replace(u"new");
+  EXPECT_EQ(box->get_Text(), u"ab");
+  window.send(WM_IME_ENDCOMPOSITION);
+  EXPECT_EQ(box->get_Text(), u"anewb");
+  EXPECT_EQ(box->selection(), (Range{4, 0}));
+  window.send(WM_IME_STARTCOMPOSITION);
+  window.replace(u"lost");
+  box->put_Text(u"the host's");
+  window.send(WM_IME_ENDCOMPOSITION);
+  EXPECT_EQ(box->get_Text(), u"the host's");
+  expect_shown(*box);
+}
+
+TEST_F(BoxWindows, ScrollToTheCaret) {
+  const auto box = new_box();
+  std::u16string lines;
+  for (int i = 0; i < 100; ++i) lines += u"line\n";
+  box->put_Text(lines);
+  const std::size_t end = box->text().size();
+  for (const box::Selection selection :
+       {box::Selection{0, end}, box::Selection{end, 6}, box::Selection{300, 12},
+        box::Selection{12, 300}, box::Selection{end, 300}}) {
+    box->put_selection(selection);
+    const LONG y = test::point_of(*box, static_cast<std::int32_t>(selection.caret)).y;
+    EXPECT_TRUE(y >= 0 && y < 200) << selection.anchor << " to " << selection.caret;
+  }
+}
+
 TEST_F(BoxWindows, FollowTheirOwners) {
   const auto box = new_box(nullptr);
   box->put_TextRTF(u"{\\rtf1\\b a\\par\\qc b}");
   box->select({1, 2});
   expect_shown(*box);
-  EXPECT_FALSE(IsWindowVisible(box->window()));
+  EXPECT_FALSE(IsWindowVisible(window_of(*box)));
   const HWND panel = CreateWindowExW(0, L"STATIC", L"", WS_CHILD | WS_VISIBLE, 0, 0, 200, 200,
                                      form(), nullptr, GetModuleHandleW(nullptr), nullptr);
-  box->put_owner(panel);
-  EXPECT_EQ(GetParent(box->window()), panel);
-  EXPECT_TRUE(IsWindowVisible(box->window()));
+  box->put_owner(window_handle(panel));
+  EXPECT_EQ(GetParent(window_of(*box)), panel);
+  EXPECT_TRUE(IsWindowVisible(window_of(*box)));
   DestroyWindow(panel);
   EXPECT_EQ(box->get_Text(), u"a\r\nb");
   box->put_SelText(u"-");
-  box->put_owner(form());
-  EXPECT_TRUE(IsWindowVisible(box->window()));
+  box->put_owner(window_handle(form()));
+  EXPECT_TRUE(IsWindowVisible(window_of(*box)));
   expect_shown(*box);
-  box->put_owner(nullptr);
-  EXPECT_FALSE(IsWindowVisible(box->window()));
+  box->put_owner(0);
+  EXPECT_FALSE(IsWindowVisible(window_of(*box)));
   EXPECT_EQ(Window(*box).text(), u"a-b");
 }
 
@@ -281,7 +323,7 @@ TEST_F(BoxWindows, LookAsTheyAreToldTo) {
   const auto box = new_box();
   box->put_TextRTF(u"{\\rtf1\\b bold\\b0 plain}");
   box->select({2, 4});
-  const auto style = [&] { return GetWindowLongPtrW(box->window(), GWL_STYLE); };
+  const auto style = [&] { return GetWindowLongPtrW(window_of(*box), GWL_STYLE); };
   platform::BoxAppearance appearance = box->appearance();
   EXPECT_EQ(style() & (WS_HSCROLL | WS_VSCROLL | WS_DISABLED), 0);
   appearance.scroll_bars = 3;
@@ -289,13 +331,13 @@ TEST_F(BoxWindows, LookAsTheyAreToldTo) {
   appearance.enabled = false;
   appearance.left = 7;
   appearance.back_color = rgb(0, 0, 128);
-  SetFocus(box->window());
+  SetFocus(window_of(*box));
   box->put_appearance(appearance);
   EXPECT_NE(style() & WS_DISABLED, 0);
   EXPECT_NE(style() & WS_VISIBLE, 0);
   EXPECT_EQ(style() & WS_TABSTOP, 0);
   POINT corner = {0, 0};
-  MapWindowPoints(box->window(), form(), &corner, 1);
+  MapWindowPoints(window_of(*box), form(), &corner, 1);
   EXPECT_EQ(corner.x, 7);
   EXPECT_EQ(box->selection(), (Range{2, 4}));
   EXPECT_NE(Window(*box).format(0, 4).find("color 16777215"), std::string::npos)
@@ -312,7 +354,7 @@ TEST_F(BoxWindows, LookAsTheyAreToldTo) {
 /// Whoever is told of something lets go of the box.
 TEST_F(BoxWindows, GoWheneverTheyAreLetGo) {
   struct Listener : platform::BoxListener {
-    explicit Listener(std::unique_ptr<RichEdit> its, int at) : box(std::move(its)), left(at) {
+    explicit Listener(std::shared_ptr<RichEdit> its, int at) : box(std::move(its)), left(at) {
       box->listen(this);
     }
     void step() {
@@ -327,7 +369,7 @@ TEST_F(BoxWindows, GoWheneverTheyAreLetGo) {
     void on_mouse_down(std::int16_t, std::int16_t, float, float) override { step(); }
     void on_mouse_move(std::int16_t, std::int16_t, float, float) override { step(); }
     void on_mouse_up(std::int16_t, std::int16_t, float, float) override { step(); }
-    std::unique_ptr<RichEdit> box;
+    std::shared_ptr<RichEdit> box;
     int left;
   };
   const std::vector<std::pair<UINT, WPARAM>> messages = {{WM_KEYDOWN, VK_RETURN},
@@ -350,7 +392,7 @@ TEST_F(BoxWindows, GoWheneverTheyAreLetGo) {
       auto made = new_box();
       made->put_Text(u"abc");
       made->select({1, 0});
-      const HWND window = made->window();
+      const HWND window = window_of(*made);
       Listener listener(std::move(made), at);
       const LPARAM data = message == EM_REPLACESEL ? reinterpret_cast<LPARAM>(L"x") : 0;
       SendMessageW(window, message, parameter, data);

@@ -10,9 +10,9 @@
 #include <utility>
 #include <vector>
 
+#include "BoxInWindow.h"
 #include "windows/EditorMenu.h"
 #include "windows/EditorWindow.h"
-#include "windows/RichEdit.h"
 #include "windows/Text.h"
 #include "windows/WindowsPlatform.h"
 
@@ -126,7 +126,7 @@ class WindowsEditor : public testing::Test {
     return window->window() != nullptr && IsWindowVisible(window->window()) != FALSE;
   }
   HWND button(int id) const { return GetDlgItem(window->window(), id); }
-  HWND box() const { return static_cast<RichEdit&>(*window->box()).window(); }
+  HWND box() const { return test::window_of(*window->box()); }
   static void press(WORD key) {
     PostMessageW(GetFocus(), WM_KEYDOWN, key, 1);
     PostMessageW(GetFocus(), WM_KEYUP, key, 0xC0000001);

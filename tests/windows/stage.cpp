@@ -11,12 +11,12 @@
 #include <utility>
 #include <vector>
 
+#include "BoxInWindow.h"
 #include "qel/platform/Keys.h"
 #include "windows/EditorMenu.h"
 #include "windows/EditorWindow.h"
 #include "windows/GlobalMemory.h"
 #include "windows/Modifiers.h"
-#include "windows/RichEdit.h"
 #include "windows/WindowsPlatform.h"
 
 namespace qel::conformance {
@@ -231,12 +231,9 @@ class WindowsStage : public Stage {
   }
 
  private:
-  static windows::RichEdit& own(platform::RichEdit& box) {
-    return static_cast<windows::RichEdit&>(box);
-  }
   /// A window that a key opens is closed again before that key comes up.
   void stroke(platform::RichEdit& box, INPUT key, std::int16_t shift) {
-    const HWND window = own(box).window();
+    const HWND window = test::window_of(box);
     SetFocus(window);
     const auto is_in_front = [form = GetAncestor(window, GA_ROOT)] {
       return GetForegroundWindow() == form;
@@ -257,11 +254,11 @@ class WindowsStage : public Stage {
   void let_go() { send(std::exchange(held_, {}), KEYEVENTF_KEYUP); }
 
   static void mouse(platform::RichEdit& box, UINT message, WPARAM parameter, LPARAM point) {
-    SendMessageW(own(box).window(), message, parameter, point);
+    SendMessageW(test::window_of(box), message, parameter, point);
     handle_messages();
   }
   static LPARAM point_of(platform::RichEdit& box, std::int32_t position) {
-    const POINT point = own(box).point_of(position);
+    const POINT point = test::point_of(box, position);
     return MAKELPARAM(point.x, point.y + 4);
   }
 
