@@ -45,8 +45,7 @@ class BoxView : public box::View {
   box::Mouse& mouse() { return mouse_; }
 
  private:
-  BoxView(box::Box& box, std::shared_ptr<Shared> shared)
-      : box_(box), shared_(std::move(shared)) {}
+  BoxView(box::Box& box, std::shared_ptr<Shared> shared) : box_(box), shared_(std::move(shared)) {}
 
   std::ptrdiff_t lines_of(std::int16_t key_code) const;
   std::size_t line_away(std::ptrdiff_t lines);

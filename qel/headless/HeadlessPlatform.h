@@ -4,8 +4,8 @@
 #include <memory>
 #include <utility>
 
-#include "qel/headless/Shared.h"
 #include "qel/headless/EditorWindow.h"
+#include "qel/headless/Shared.h"
 #include "qel/platform/Platform.h"
 
 namespace qel::headless {

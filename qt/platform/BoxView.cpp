@@ -178,8 +178,8 @@ void BoxView::show(const Change& change) {
   } else if (is_new && wordWrapMode() != wrap_at_words) {
     setWordWrapMode(wrap_at_words);
   }
-  // As a new text, only as much of it is laid out as is seen. The caret, which goes along with what is
-  // inserted, has to be back before that: on its way all of the text would be laid out.
+  // As a new text, only as much of it is laid out as is seen. The caret, which goes along with what
+  // is inserted, has to be back before that: on its way all of the text would be laid out.
   const bool loads = DocumentDisplay::loads(content, change);
   if (loads) document()->setLayoutEnabled(false);
   display_.show(content, change);
