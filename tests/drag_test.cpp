@@ -26,7 +26,10 @@ class Host : public ControlEvents {
   void Change() override { tell("change"); }
   void OLEStartDrag(platform::DragData& Data, std::int32_t& AllowedEffects) override {
     tell("start" + std::to_string(AllowedEffects));
-    if (promises) Data.promise(platform::rtf_format);
+    if (promises) {
+      Data.clear();
+      Data.promise(platform::rtf_format);
+    }
     if (forbids) AllowedEffects = platform::no_drop;
   }
   void OLESetData(platform::DragData& Data, std::int16_t DataFormat) override {
@@ -169,12 +172,21 @@ TEST_F(Dragging, LeavesTheHostInCharge) {
   EXPECT_EQ(log, "s.start3 s.done0 ") << "the host starts it, and nobody takes it";
 }
 
-TEST_F(Dragging, DropsOneLineInASingleLineBox) {
+TEST_F(Dragging, DropsByTheRulesOfPasting) {
+  target.put_PasteTextOnly(true);
+  drag(target, 1, 2);
+  EXPECT_EQ(target.get_TextQEL(), u"1bc2");
+  from.promises = true;
+  drag(target, 0);
+  EXPECT_EQ(target.get_TextQEL(), u"1bc2") << "no text was dropped";
+  EXPECT_EQ(source.get_TextQEL(), u"ab/b1cd/b0e") << "and none moved away";
+  from.promises = false;
+  target.put_Multiline(true);
   source.put_Multiline(true);
   source.put_Text(u"x\ny");
   source.CurrentRichTextBox()->select({0, 4});
-  drag(target, 2);
-  EXPECT_EQ(target.get_Text(), u"12x y");
+  drag(target, 0);
+  EXPECT_EQ(target.get_Text(), u"x y") << "one line";
 }
 
 }  // namespace
