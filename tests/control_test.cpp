@@ -1,13 +1,16 @@
 #include <gtest/gtest.h>
 
+#include <functional>
 #include <set>
 #include <string>
 #include <vector>
 
 #include "qel/base/Error.h"
+#include "qel/box/Box.h"
 #include "qel/control/QELTextbox.h"
 #include "qel/headless/HeadlessPlatform.h"
 #include "qel/headless/PropertyBag.h"
+#include "qel/richtext/DocumentReader.h"
 #include "support/Form.h"
 #include "support/Random.h"
 #include "support/Text.h"
@@ -16,6 +19,7 @@ namespace qel {
 namespace {
 
 using headless::PropertyBag;
+using namespace std::string_view_literals;
 
 /// A platform on which styles are what a test says.
 class StyledPlatform : public headless::HeadlessPlatform, private platform::VisualStyles {
@@ -43,6 +47,42 @@ class Strangers : public platform::PropertyBag {
     return preset;
   }
   void write(std::u16string_view, const Variant&, const Variant&) override {}
+};
+
+/// A conversion box of a class that the library does not know, in front of one that it does.
+class HostsBox : public platform::RichEdit {
+ public:
+  using Scope = platform::Scope;
+  richtext::Document content(Scope scope) const override { return box_.content(scope); }
+  void put_content(Scope scope, richtext::Document content) override {
+    ++loads;
+    box_.put_content(scope, std::move(content));
+  }
+  platform::TextDefaults text_defaults(Scope scope) const override {
+    return box_.text_defaults(scope);
+  }
+  platform::Range selection() const override { return box_.selection(); }
+  void select(platform::Range range) override { box_.select(range); }
+  richtext::MixedFormat format() const override { return box_.format(); }
+  void change_format(const richtext::FormatChange& change) override { box_.change_format(change); }
+  std::optional<richtext::Alignment> alignment() const override { return box_.alignment(); }
+  void put_alignment(richtext::Alignment alignment) override { box_.put_alignment(alignment); }
+  void visit_runs(std::int32_t from, const platform::RunVisitor& visit) const override {
+    box_.visit_runs(from, visit);
+  }
+  platform::BoxAppearance appearance() const override { return box_.appearance(); }
+  void put_appearance(const platform::BoxAppearance& appearance) override {
+    box_.put_appearance(appearance);
+  }
+  platform::WindowHandle window() const override { return 0; }
+  void put_owner(platform::WindowHandle) override {}
+  void start_drag() override {}
+  void listen(platform::BoxListener*) override {}
+
+  int loads = 0;
+
+ private:
+  box::Box box_;
 };
 
 TEST(Control, KeepsNothingOfItsPresets) {
@@ -129,10 +169,108 @@ TEST(Control, HoldsTextInThreeForms) {
   EXPECT_EQ(control.get_Text(), u"\r\n");
 }
 
+/// Text in which codes are cut by formats that RTF can say and by those that it cannot.
+richtext::Document hostile_document(test::Random& random, const QELTextbox& control) {
+  const std::vector<std::u16string_view> texts = {
+      u"/",      u"/",    u"b1",   u"b",    u"1",          u"/f",    u"7",    u"/b1",
+      u"/nl",    u"{",    u"}",    u" ",    u"\t",         u"word",  u"\\",   u"\u2013",
+      u"\u00A0", u"\0"sv, u"\x01", u"\x7F", u"\U0001F600", u"\\par", u"\\'e9"};
+  const auto digit = [&] { return static_cast<std::int16_t>(random.below(10)); };
+  richtext::Document document;
+  richtext::CharFormat format;
+  for (std::size_t run = random.below(15); run > 0; --run) {
+    const std::vector<std::function<void()>> changes = {
+        [&] { format.bold = !format.bold; },
+        [&] { format.italic = !format.italic; },
+        [&] { format.underline = !format.underline; },
+        [&] { format.strike_through = !format.strike_through; },
+        [&] {
+          format.offset = random.pick(std::vector<std::int16_t>{-60, -45, -9, 0, 9, 10, 41, 45});
+        },
+        [&] {
+          format.size = random.pick(std::vector<float>{8, 8.1F, 8.2F, 10.5F});
+        },
+        [&] { format.color = random.one_in(4) ? 77 : control.GetColorGivenColorIndex(digit()); },
+        [&] { format.font_name = control.GetFontNameGivenFontIndex(digit()); }};
+    random.pick(changes)();
+    const richtext::FormatPool::Id id = document.intern(format);
+    document.append(random.text(texts, random.below(3)), id);
+    if (random.one_in(4)) {
+      document.append_break(id, static_cast<richtext::Alignment>(random.below(3)));
+    }
+  }
+  return document;
+}
+
+/// Fonts and colours of which RTF makes something else than they are.
+void put_odd_tables(QELTextbox& control) {
+  const std::u16string_view fonts[] = {u"  Led", u"Led", u"", u"A;B", u"{\\b}", u"\tT"};
+  for (std::int16_t i = 1; i <= 6; ++i) control.get_Fonts()->put_Font(i, fonts[i - 1]);
+  control.get_Colors()->put_Color(3, 0x0100C000);
+}
+
+TEST(Control, ReadsRunsAsItWouldReadTheirRTF) {
+  test::Form form;
+  QELTextbox control(form);
+  platform::RichEdit& box = *control.CurrentRichTextBox();
+  for (std::uint32_t i = 0; i < 2000; ++i) {
+    test::Random random(test::base_seed() + i);
+    SCOPED_TRACE(random.describe());
+    if (i == 1000) put_odd_tables(control);
+    for (const auto put :
+         {&QELTextbox::put_RecognizeCRLF, &QELTextbox::put_RecognizeTabs,
+          &QELTextbox::put_ConvertNLToSpace, &QELTextbox::put_ConvertTabsToSpace}) {
+      (control.*put)(random.one_in(2));
+    }
+    const auto part = [&] {
+      return static_cast<std::int32_t>(random.below(box.get_Text().size() + 1));
+    };
+    box.put_content(platform::Scope::document, hostile_document(random, control));
+    box.select({part(), part()});
+    const std::u16string markup = control.get_TextQEL();
+    const std::u16string rtf = control.get_TextRTF();
+    const std::u16string selected = control.get_SelRTF();
+    const auto hosts = std::make_shared<HostsBox>();
+    Common::publish(Common::measuring_surface(), hosts);
+    ASSERT_EQ(markup, control.get_TextQEL()) << test::shown(box.get_TextRTF());
+    ASSERT_EQ(rtf, control.get_TextRTF());
+    ASSERT_EQ(selected, control.get_SelRTF());
+    ASSERT_GT(hosts->loads, 2) << "a box of the host's is asked";
+  }
+}
+
+TEST(Control, PutsMarkupAsItWouldPutItsRTF) {
+  test::Form form;
+  QELTextbox control(form);
+  platform::RichEdit& box = *control.CurrentRichTextBox();
+  std::vector<std::u16string_view> vocabulary = test::markup_vocabulary();
+  vocabulary.insert(vocabulary.end(),
+                    {u"\r", u"\n", u"\0"sv, u"\x01", u"\\\\\\", u"b1", u"f0", u"/f5"});
+  for (std::uint32_t i = 0; i < 2000; ++i) {
+    test::Random random(test::base_seed() + i);
+    SCOPED_TRACE(random.describe());
+    if (i == 1000) put_odd_tables(control);
+    control.get_Fonts()->put_FontSize(random.pick(std::vector<float>{10, 10.25F, 0}));
+    control.put_SelAlignment(static_cast<std::int32_t>(random.below(3)));
+    const platform::TextDefaults defaults = box.text_defaults(platform::Scope::document);
+    const std::u16string markup = random.text(vocabulary, random.below(30));
+    richtext::Document expected =
+        richtext::read_document(control.QELToRTF(markup), defaults.format);
+    expected.align({0, expected.size()}, defaults.alignment);
+    control.put_TextQEL(markup);
+    const richtext::Document content = box.content(platform::Scope::document);
+    ASSERT_TRUE(content.check());
+    ASSERT_TRUE(content == expected) << test::shown(markup) << "\n"
+                                     << test::shown(box.get_TextRTF());
+  }
+}
+
 TEST(Control, KeepsBlanksAndAlignment) {
   test::Form form;
   QELTextbox control(form);
   control.put_Multiline(true);
+  control.put_Text(u"a\n  ");
+  EXPECT_EQ(control.get_TextQEL(), u"a   ") << "the break is not at the end";
   for (const std::u16string_view text : {u"name: ", u" ", u"a  ", u"/p1x /p0"}) {
     control.put_TextQEL(text);
     EXPECT_EQ(control.get_TextQEL(), text) << test::shown(text);

@@ -193,11 +193,42 @@ TEST_F(Editing, PastingLeavesTheSwitchesAndTheLines) {
   EXPECT_EQ(control.get_Text(), u"oner\r\ntwo") << "an error leaves the text as it was";
 }
 
+TEST_F(Editing, PastedTextLooksLikeTheTextAround) {
+  struct Row {
+    std::u16string_view font_here, pasted, font;
+  };
+  const Row rows[] = {
+      {u"Tahoma", u"{\\rtf1 x}", u"Tahoma"},
+      {u"Elsewhere", u"{\\rtf1{\\fonttbl{\\f0 Some Font;}}\\f0\\fs40 x}", u"Elsewhere"},
+      {u"Courier New", u"{\\rtf1 x}", u"Tahoma"},
+      {u"Tahoma", u"{\\rtf1{\\fonttbl{\\f0 Courier New;}}\\f0\\fs40 x}", u"Courier New"}};
+  control.put_FontName(u"Tahoma");
+  for (const Row& row : rows) {
+    platform::RichEdit& here = *control.CurrentRichTextBox();
+    control.put_Text(u"ab");
+    select(0, 2);
+    here.put_SelFontName(row.font_here);
+    here.put_SelFontSize(9);
+    select(1, 0);
+    platform->clipboard().put(u"t", row.pasted);
+    control.PasteClipboardContents();
+    select(1, 1);
+    EXPECT_EQ(control.get_SelText() + control.get_SelFontName(), u"x" + std::u16string(row.font));
+    EXPECT_EQ(here.get_SelFontSize(), 9) << test::shown(row.font_here);
+  }
+}
+
 TEST_F(Editing, TellsTheHost) {
   box().on_double_click();
   box().on_mouse_move(1, 0, 1, 1);
   control.TE_Change();
   EXPECT_EQ(host.log, "dblclick move1@2 change ");
+  control.put_SelAlignment(2);
+  host.log.clear();
+  control.put_TextQEL(u"y");
+  EXPECT_EQ(host.log, "change ");
+  press('Z', 2);
+  EXPECT_EQ(control.get_SelAlignment(), 2) << "it comes with the text";
 }
 
 class NamedMembers : public platform::Dispatch {

@@ -91,6 +91,8 @@ TEST_F(LargeEditor, EndsWithTheUsersError) {
   control.InvokeLargeEditor();
   control.CurrentRichTextBox()->select({0, 2});
   EXPECT_EQ(control.get_SelCharOffset(), 30) << "to the twip, although RTF cannot say it";
+  press(control.CurrentRichTextBox(), 'Z', 2);
+  EXPECT_EQ(control.get_SelCharOffset(), 0) << "what was not edited is not put back";
 }
 
 TEST_F(LargeEditor, LetsTheControlEndMeanwhile) {

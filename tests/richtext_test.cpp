@@ -13,8 +13,15 @@ namespace {
 
 using namespace std::string_view_literals;
 
+/// A base that `described` is silent about.
+CharFormat plain_base() {
+  CharFormat base;
+  base.size = 12;
+  return base;
+}
+
 Document read(std::u16string_view rtf) {
-  Document document = read_document(rtf, {});
+  Document document = read_document(rtf, plain_base());
   EXPECT_TRUE(document.check()) << test::shown(rtf.substr(0, 200));
   return document;
 }
@@ -99,11 +106,13 @@ TEST(RtfReader, ReadsFontAndColorTables) {
   CharFormat base;
   base.font_name = u"Base";
   base.color = 77;
-  EXPECT_EQ(described(read_document(u"{\\rtf1{\\colortbl;\\red1;}a{\\cf1 b}}", base)),
-            u"[ #77 Base]a[ #1 Base]b")
+  base.size = 7.5;
+  EXPECT_EQ(described(read_document(
+                u"{\\rtf1{\\colortbl;\\red1;}a{\\cf1\\fs18 b\\plain c\\fs24 d}e}", base)),
+            u"[ #77 Base 75]a[ #1 Base 90]b[ #77 Base 75]c[ #77 Base]d[ #77 Base 75]e")
       << "an empty first entry is the automatic colour";
   EXPECT_EQ(described(read_document(u"{\\rtf1{\\colortbl\\red2;\\red1;}a{\\cf1 b}}", base)),
-            u"[ #2 Base]a[ #1 Base]b");
+            u"[ #2 Base 75]a[ #1 Base 75]b");
 }
 
 TEST(RtfReader, DecodesBytesInTheirCodePage) {
@@ -228,7 +237,7 @@ void expect_equal(const Document& left, const Document& right) {
 TEST(RtfWriter, IsReadBackAsItWas) {
   EXPECT_EQ(write_rtf(read(u"{\\rtf1 a\\b b\\par}"), {0, 4}, {}),
             u"{\\rtf1\\ansi\\ansicpg1252\\deff0{\\fonttbl{\\f0 Arial;}}{\\colortbl "
-            u";\\red0\\green0\\blue0;}\\cf1 a\\b b\\par }");
+            u";\\red0\\green0\\blue0;}\\cf1\\fs24 a\\b b\\par }");
   CharFormat raised;
   raised.offset = 49;
   const Document odd = plain_document(u"x", raised);

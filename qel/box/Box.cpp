@@ -301,8 +301,9 @@ bool Box::take_drop(platform::DragData& data, std::size_t position, std::int32_t
     put_caret(position, false);
     const std::size_t start = selection_.caret;
     const std::uint64_t before = revision_;
-    if (!paste(data)) return false;
-    if (before != revision_) put_selection(Selection{start, std::max(start, selection_.caret)});
+    // What puts nothing in, as a listener may, must not move it away from where it is.
+    if (!paste(data) || before == revision_) return false;
+    put_selection(Selection{start, std::max(start, selection_.caret)});
   }
   if (dragged_) dragged_->stays = true;
   return true;

@@ -10,11 +10,12 @@
 
 #include "qel/base/CaseMapping.h"
 #include "qel/base/Scan.h"
-#include "qel/control/BoxMarkup.h"
+#include "qel/control/Conversion.h"
 #include "qel/control/QELTextbox.h"
 #include "qel/control/QuoteCodes.h"
 #include "qel/control/frmTextEditor.h"
 #include "qel/platform/Keys.h"
+#include "qel/rtf/MarkupReader.h"
 
 namespace qel {
 
@@ -22,27 +23,45 @@ using richtext::FormatChange;
 
 using namespace keys;
 
-/// What a box tells, as events of the control.
-class QELTextbox::BoxEvents : public platform::BoxListener {
+/// What the box of the large editor tells, as events of the control.
+class QELTextbox::EditorEvents : public platform::BoxListener {
  public:
-  BoxEvents(QELTextbox& control, std::size_t index) : control_(control), index_(index) {}
+  explicit EditorEvents(QELTextbox& control) : control_(control) {}
 
   void on_change() override {
-    if (index_ == control_.active_ && !control_.changes_held_) control_.raise_change();
+    // A change that the control makes itself it tells of itself.
+    if (!control_.changes_held_) control_.raise_change();
+  }
+  void on_key_down(std::int16_t& key_code, std::int16_t& shift) override {
+    control_.TE_KeyDown(key_code, shift);
+  }
+  void on_key_press(std::int16_t& character) override { control_.TE_KeyPress(character); }
+  void on_key_up(std::int16_t& key_code, std::int16_t& shift) override {
+    control_.TE_KeyUp(key_code, shift);
+  }
+
+ protected:
+  QELTextbox& control_;
+};
+
+/// What one of the control's own boxes tells, and the keys and the data that the control takes.
+class QELTextbox::BoxEvents : public EditorEvents {
+ public:
+  BoxEvents(QELTextbox& control, std::size_t index) : EditorEvents(control), index_(index) {}
+
+  void on_change() override {
+    if (index_ == control_.active_) EditorEvents::on_change();
   }
   void on_click() override { tell(&ControlEvents::Click); }
   void on_double_click() override { tell(&ControlEvents::DblClick); }
   void on_key_down(std::int16_t& key_code, std::int16_t& shift) override {
-    control_.TE_KeyDown(key_code, shift);
+    EditorEvents::on_key_down(key_code, shift);
     control_.handle_key(key_code, shift);
   }
   void on_key_press(std::int16_t& character) override {
     const std::int16_t typed = character;
-    control_.TE_KeyPress(character);
+    EditorEvents::on_key_press(character);
     character = character_of(character, typed);
-  }
-  void on_key_up(std::int16_t& key_code, std::int16_t& shift) override {
-    control_.TE_KeyUp(key_code, shift);
   }
   void on_mouse_down(std::int16_t button, std::int16_t shift, float x, float y) override {
     tell(&ControlEvents::MouseDown, button, shift, x, y);
@@ -52,6 +71,10 @@ class QELTextbox::BoxEvents : public platform::BoxListener {
   }
   void on_mouse_up(std::int16_t button, std::int16_t shift, float x, float y) override {
     tell(&ControlEvents::MouseUp, button, shift, x, y);
+  }
+  bool on_paste(platform::DragData& data) override {
+    control_.paste(*control_.boxes_[index_], data);
+    return true;
   }
   void on_start_drag(platform::DragData& data, std::int32_t& allowed_effects) override {
     tell(&ControlEvents::OLEStartDrag, data, allowed_effects);
@@ -80,7 +103,6 @@ class QELTextbox::BoxEvents : public platform::BoxListener {
     if (control_.events_ != nullptr) (control_.events_->*event)(arguments...);
   }
 
-  QELTextbox& control_;
   std::size_t index_;
 };
 
@@ -103,7 +125,7 @@ void QELTextbox::raise_change() {
 // The selection.
 
 std::u16string QELTextbox::get_SelRTF() const {
-  return parser_.SimpleRTF(CurrentRichTextBox()->get_SelRTF(), *fonts_, *colors_);
+  return conversion().simple_rtf_in(*CurrentRichTextBox(), platform::Scope::selection);
 }
 
 std::int16_t QELTextbox::get_SelCharOffset() const {
@@ -321,21 +343,14 @@ void QELTextbox::InvokeLargeEditor() {
   // The host may end the control while the user edits.
   const std::weak_ptr<const bool> alive = alive_;
   const std::shared_ptr<const platform::Platform> platform = platform_;
-  frmTextEditor form(
-      *platform,
-      {[this] {
-         // A change that the control makes itself it tells of itself.
-         if (!changes_held_) TE_Change();
-       },
-       [this](std::int16_t& key_code, std::int16_t& shift) { TE_KeyDown(key_code, shift); },
-       [this](std::int16_t& character) { TE_KeyPress(character); },
-       [this](std::int16_t& key_code, std::int16_t& shift) { TE_KeyUp(key_code, shift); }});
+  EditorEvents events(*this);
+  frmTextEditor form(*platform, events);
   EditedText edited;
   for (std::int16_t i = 0; i < 10; ++i) {
     edited.fonts[static_cast<std::size_t>(i)] = GetFontNameGivenFontIndex(i);
     edited.colors[static_cast<std::size_t>(i)] = GetColorGivenColorIndex(i);
   }
-  edited.rtf = CurrentRichTextBox()->get_TextRTF();
+  edited.content = CurrentRichTextBox()->content(platform::Scope::document);
   edited.selection = CurrentRichTextBox()->selection();
   form.SetRTFParser(parser_);
   const platform::BoxAppearance here = CurrentRichTextBox()->appearance();
@@ -355,9 +370,10 @@ void QELTextbox::InvokeLargeEditor() {
   }
   if (alive.expired()) return;
   editor_box_.reset();
-  // RTF cannot say every offset: what was not edited is not touched.
-  const std::u16string text = form.GetText();
-  if (text != edited.rtf) CurrentRichTextBox()->put_TextRTF(RTFParser::PreprocessRTF(text));
+  richtext::Document content = form.RichTextBoxObj()->content(platform::Scope::document);
+  if (!(content == edited.content)) {
+    CurrentRichTextBox()->put_content(platform::Scope::document, std::move(content));
+  }
   put_SelStart(static_cast<std::int32_t>(get_Text().size()));
 }
 
@@ -365,33 +381,50 @@ void QELTextbox::InvokeLargeEditor() {
 
 void QELTextbox::PasteClipboardContents() {
   const platform::Clipboard& clipboard = platform_->clipboard();
-  const auto rtf = paste_text_only_ ? std::nullopt : clipboard.rtf();
+  platform::DragData data;
+  if (const auto rtf = clipboard.rtf()) data.put(platform::rtf_format, *rtf);
+  if (const auto text = clipboard.text()) data.put(platform::text_format, *text);
+  paste(*CurrentRichTextBox(), data);
+}
+
+namespace {
+
+std::u16string in_one_line(std::u16string text) {
+  for (const std::u16string_view blank : {u"\r\n", u"\r", u"\n", u"\t", u"  "}) {
+    text = replace_all(std::move(text), blank, u" ");
+  }
+  return text;
+}
+
+}  // namespace
+
+void QELTextbox::paste(platform::RichEdit& box, platform::DragData& data) {
+  const auto rtf = paste_text_only_ ? std::nullopt : data.get(platform::rtf_format);
   if (rtf) {
-    if (!rtf->empty()) paste_rtf(*rtf);
-  } else if (const auto text = clipboard.text()) {
-    paste_text(*text);
+    if (!rtf->empty()) paste_rtf(box, *rtf);
+  } else if (const auto text = data.get(platform::text_format)) {
+    box.put_SelText(in_one_line(*text));
   }
 }
 
-void QELTextbox::paste_rtf(std::u16string_view rtf) {
+void QELTextbox::paste_rtf(platform::RichEdit& box, std::u16string_view rtf) {
   const bool recognizes_crlf = parser_.get_RecognizeCRLF();
   const bool nl_to_space = parser_.get_ConvertNLToSpace();
   parser_.put_RecognizeCRLF(false);
   parser_.put_ConvertNLToSpace(true);
   // Only what is pasted goes through markup: the text around it would lose what markup cannot say.
-  const std::u16string pasted =
-      QELToRTF(RTFToQEL(with_closing_paragraph(std::u16string(rtf), parser_)));
+  const std::u16string pasted = conversion().markup_of(rtf);
+  const richtext::CharFormat here = box.text_defaults(platform::Scope::selection).format;
+  rtf::MarkupFormats formats = rtf::markup_formats(parser_, *fonts_, *colors_, here);
+  // What names no font of the table looks like the text around it, unless that has one of them: it
+  // would be read as having it, too.
+  formats.fonts[0] = fonts_->FontIndexGivenFontName(here.font_name) > 0 ? box.appearance().font_name
+                                                                        : here.font_name;
+  formats.size = here.size;
   // Before the host is told of the change: it may read the text then.
   parser_.put_RecognizeCRLF(recognizes_crlf);
   parser_.put_ConvertNLToSpace(nl_to_space);
-  CurrentRichTextBox()->put_SelRTF(pasted);
-}
-
-void QELTextbox::paste_text(std::u16string text) {
-  for (const std::u16string_view blank : {u"\r\n", u"\r", u"\n", u"\t", u"  "}) {
-    text = replace_all(std::move(text), blank, u" ");
-  }
-  CurrentRichTextBox()->put_SelText(text);
+  box.put_content(platform::Scope::selection, rtf::read_markup(pasted, formats));
 }
 
 }  // namespace qel

@@ -8,11 +8,10 @@
 #include <utility>
 
 #include "qel/base/CaseMapping.h"
-#include "qel/base/Utf16.h"
-#include "qel/control/BoxMarkup.h"
+#include "qel/base/Graphemes.h"
+#include "qel/control/Conversion.h"
 #include "qel/model/ReservedColors.h"
-#include "qel/richtext/DocumentReader.h"
-#include "qel/richtext/RtfWriter.h"
+#include "qel/richtext/Document.h"
 #include "qel/tables/QELIndexColors.h"
 #include "qel/tables/QELIndexFonts.h"
 #include "qel/text/DocumentCase.h"
@@ -53,7 +52,7 @@ void delete_selection(const Target& target) {
   // The key is the command's, so without a selection it is the next character that goes.
   if (target.box.get_SelLength() == 0) {
     const auto caret = static_cast<std::size_t>(target.box.get_SelStart());
-    const std::size_t next = step_after(target.box.get_Text(), caret);
+    const std::size_t next = cluster_after(target.box.get_Text(), caret);
     target.box.put_SelLength(static_cast<std::int32_t>(next - caret));
   }
   if (target.box.get_SelLength() > 0) target.box.put_SelText(u"");
@@ -81,14 +80,11 @@ void paste(const Target& target) {
 /// As one change of the box, with all formats kept.
 void change_letters(const Target& target, CaseChange change) {
   if (target.box.get_SelLength() == 0) return;
-  richtext::Document document =
-      richtext::read_document(target.box.get_SelRTF(), richtext::CharFormat());
+  const platform::Range selection = target.box.selection();
+  richtext::Document document = target.box.content(platform::Scope::selection);
   change_case(document, change, target.edited.colors[hidden_color]);
-  const std::u16string rtf =
-      richtext::write_rtf(document, {0, document.size()}, richtext::CharFormat());
-  target.box.put_SelRTF(rtf);
-  const auto length = static_cast<std::int32_t>(document.size());
-  target.box.select({target.box.get_SelStart() - length, length});
+  target.box.put_content(platform::Scope::selection, std::move(document));
+  target.box.select(selection);
 }
 
 struct Command {
@@ -163,7 +159,7 @@ std::u16string markup(const Target& target) {
     fonts.put_Font(i, target.edited.fonts[static_cast<std::size_t>(i)]);
     colors.put_Color(i, target.edited.colors[static_cast<std::size_t>(i)]);
   }
-  return target.parser->RTFToQEL(rtf_for_markup(target.box, *target.parser), fonts, colors);
+  return Conversion{*target.parser, fonts, colors}.markup_in(target.box);
 }
 
 bool run(std::u16string_view name, const Target& target) {

@@ -1,14 +1,14 @@
 #include "qel/control/QELTextbox.h"
 
 #include <algorithm>
-#include <limits>
 #include <utility>
 
 #include "qel/base/Error.h"
 #include "qel/base/Hex.h"
-#include "qel/control/BoxMarkup.h"
+#include "qel/control/Conversion.h"
 #include "qel/headless/HeadlessPlatform.h"
 #include "qel/richtext/CodePage.h"
+#include "qel/rtf/MarkupReader.h"
 
 namespace qel {
 
@@ -107,42 +107,30 @@ void QELTextbox::put_Text(std::u16string_view Value) {
   site_.property_changed(u"Text");
 }
 
+Conversion QELTextbox::conversion() const { return {parser_, *fonts_, *colors_}; }
+
 std::u16string QELTextbox::get_TextQEL() const {
-  if (reveal_codes_) return get_Text();
-  return RTFToQEL(rtf_for_markup(*CurrentRichTextBox(), parser_));
+  return reveal_codes_ ? get_Text() : conversion().markup_in(*CurrentRichTextBox());
 }
 
 void QELTextbox::put_TextQEL(std::u16string_view Value) {
+  platform::RichEdit& box = *CurrentRichTextBox();
   if (reveal_codes_) {
-    CurrentRichTextBox()->put_Text(Value);
+    box.put_Text(Value);
   } else {
-    put_aligned(QELToRTF(Value));
+    const auto [format, alignment] = box.text_defaults(platform::Scope::document);
+    richtext::Document content =
+        rtf::read_markup(Value, rtf::markup_formats(parser_, *fonts_, *colors_, format));
+    // Markup does not know of any: that at the beginning of the text stays.
+    content.align({0, content.size()}, alignment);
+    box.put_content(platform::Scope::document, std::move(content));
   }
   site_.property_changed(u"TextQEL");
 }
 
-/// Replaces the text and keeps the alignment at its beginning, which markup does not know.
-void QELTextbox::put_aligned(std::u16string_view rtf) {
-  platform::RichEdit& box = *CurrentRichTextBox();
-  box.select({0, 0});
-  const auto alignment = box.alignment().value_or(richtext::Alignment::left);
-  if (alignment == richtext::Alignment::left) {
-    box.put_TextRTF(rtf);
-    return;
-  }
-  {
-    const Scoped holding(changes_held_, true);
-    box.put_TextRTF(rtf);
-    box.select({0, std::numeric_limits<std::int32_t>::max()});
-    box.put_alignment(alignment);
-    box.select({0, 0});
-  }
-  raise_change();
-}
-
 std::u16string QELTextbox::get_TextRTF() const {
   if (!site_.is_run_time()) return {};
-  return parser_.SimpleRTF(CurrentRichTextBox()->get_TextRTF(), *fonts_, *colors_);
+  return conversion().simple_rtf_in(*CurrentRichTextBox(), platform::Scope::document);
 }
 
 void QELTextbox::put_TextRTF(std::u16string_view Value) {

@@ -24,6 +24,8 @@
 
 namespace qel {
 
+struct Conversion;
+
 /// The line around a control: from the control's top left corner to (`right`, `bottom`), in its
 /// scale units, one unit wide.
 struct ControlFrame {
@@ -321,7 +323,7 @@ class QELTextbox {
     member = value;
     site_.property_changed(name);
   }
-  void put_aligned(std::u16string_view rtf);
+  Conversion conversion() const;
   void show_active_box();
   void compute_border_color();
 
@@ -356,9 +358,11 @@ class QELTextbox {
   void handle_key(std::int16_t& key_code, std::int16_t shift);
   bool act_on_style(std::int16_t key_code, std::int16_t shift);
   bool act_on_index(std::int16_t key_code, std::int16_t shift);
-  void paste_rtf(std::u16string_view rtf);
-  void paste_text(std::u16string text);
+  /// Puts data from elsewhere into the box, as `PasteClipboardContents` does.
+  void paste(platform::RichEdit& box, platform::DragData& data);
+  void paste_rtf(platform::RichEdit& box, std::u16string_view rtf);
 
+  class EditorEvents;
   class BoxEvents;
   void listen_to_boxes();
 

@@ -11,36 +11,11 @@ namespace qel {
 
 using namespace keys;
 
-class frmTextEditor::BoxEvents : public platform::BoxListener {
- public:
-  explicit BoxEvents(frmTextEditor& form) : form_(form) {}
-
-  void on_change() override {
-    if (form_.events_.Change) form_.events_.Change();
-  }
-  void on_key_down(std::int16_t& key_code, std::int16_t& shift) override {
-    if (form_.events_.KeyDown) form_.events_.KeyDown(key_code, shift);
-    form_.handle_key(key_code, shift);
-  }
-  void on_key_press(std::int16_t& character) override {
-    const std::int16_t typed = character;
-    if (form_.events_.KeyPress) form_.events_.KeyPress(character);
-    character = character_of(character, typed);
-  }
-  void on_key_up(std::int16_t& key_code, std::int16_t& shift) override {
-    if (form_.events_.KeyUp) form_.events_.KeyUp(key_code, shift);
-  }
-
- private:
-  frmTextEditor& form_;
-};
-
-frmTextEditor::frmTextEditor(const platform::Platform& platform, Events events)
+frmTextEditor::frmTextEditor(const platform::Platform& platform, platform::BoxListener& events)
     : platform_(platform),
-      events_(std::move(events)),
+      events_(events),
       window_(platform.create_editor_window(editor_commands::description())),
-      box_(window_->box()),
-      box_events_(std::make_unique<BoxEvents>(*this)) {
+      box_(window_->box()) {
   const platform::Screen screen = platform.screen();
   window_->put_extent(screen.width / 2 * screen.twips_per_pixel_x,
                       screen.height / 2 * screen.twips_per_pixel_y);
@@ -52,14 +27,14 @@ void frmTextEditor::SetText(EditedText Text) {
   // Nothing has been edited yet: nobody is told.
   box_->listen(nullptr);
   edited_ = std::move(Text);
-  box().put_TextRTF(edited_.rtf);
+  restore();
   box().select(edited_.selection);
-  box_->listen(box_events_.get());
+  box_->listen(this);
 }
 
 void frmTextEditor::Show() { window_->show_modal(*this); }
 
-void frmTextEditor::restore() { box().put_TextRTF(edited_.rtf); }
+void frmTextEditor::restore() { box().put_content(platform::Scope::document, edited_.content); }
 
 void frmTextEditor::cmdCancel() {
   restore();
@@ -108,6 +83,17 @@ void frmTextEditor::on_resize(std::int32_t width, std::int32_t height) {
                     std::max(buttons_top - 2 * margin_y, 0)},
                    {ok_left, buttons_top, button_width, button_height},
                    {cancel_left, buttons_top, button_width, button_height});
+}
+
+void frmTextEditor::on_key_down(std::int16_t& key_code, std::int16_t& shift) {
+  events_.on_key_down(key_code, shift);
+  handle_key(key_code, shift);
+}
+
+void frmTextEditor::on_key_press(std::int16_t& character) {
+  const std::int16_t typed = character;
+  events_.on_key_press(character);
+  character = character_of(character, typed);
 }
 
 void frmTextEditor::handle_key(std::int16_t& key_code, std::int16_t shift) {

@@ -2,14 +2,15 @@
 
 #include <array>
 #include <cstdint>
-#include <functional>
 #include <memory>
 #include <string>
 #include <string_view>
 
 #include "qel/base/Color.h"
+#include "qel/platform/BoxListener.h"
 #include "qel/platform/EditorWindow.h"
 #include "qel/platform/Platform.h"
+#include "qel/richtext/Document.h"
 #include "qel/rtf/RTFParser.h"
 
 namespace qel {
@@ -20,7 +21,7 @@ struct Target;
 
 /// What a text editor is opened on.
 struct EditedText {
-  std::u16string rtf;
+  richtext::Document content;
   platform::Range selection;
   std::array<std::u16string, 10> fonts;
   std::array<Color, 10> colors = {};
@@ -28,18 +29,11 @@ struct EditedText {
 
 /// A window in which the text of a control is edited at a larger size, with menus. It raises events
 /// to the control and decides all that happens; the window itself is the platform's.
-class frmTextEditor : private platform::EditorListener {
+class frmTextEditor : private platform::EditorListener, private platform::BoxListener {
  public:
-  /// Who is told of the box's events: before the form's own handling, arguments by reference.
-  struct Events {
-    std::function<void()> Change;
-    std::function<void(std::int16_t& KeyCode, std::int16_t& Shift)> KeyDown;
-    std::function<void(std::int16_t& KeyAscii)> KeyPress;
-    std::function<void(std::int16_t& KeyCode, std::int16_t& Shift)> KeyUp;
-  };
-
-  /// `platform` has to outlive the form.
-  frmTextEditor(const platform::Platform& platform, Events events);
+  /// `events` is told of changes and keys in the box, before the form's own handling, and may leave
+  /// a typographic quote as its code in code page 1252. Both have to outlive the form.
+  frmTextEditor(const platform::Platform& platform, platform::BoxListener& events);
   frmTextEditor(const frmTextEditor&) = delete;
   frmTextEditor& operator=(const frmTextEditor&) = delete;
   ~frmTextEditor() override;
@@ -65,7 +59,12 @@ class frmTextEditor : private platform::EditorListener {
   std::u16string pane_text() const override;
 
  private:
-  class BoxEvents;
+  void on_change() override { events_.on_change(); }
+  void on_key_down(std::int16_t& key_code, std::int16_t& shift) override;
+  void on_key_press(std::int16_t& character) override;
+  void on_key_up(std::int16_t& key_code, std::int16_t& shift) override {
+    events_.on_key_up(key_code, shift);
+  }
 
   void on_activate() override;
   void on_resize(std::int32_t width, std::int32_t height) override;
@@ -80,10 +79,9 @@ class frmTextEditor : private platform::EditorListener {
   void restore();
 
   const platform::Platform& platform_;
-  Events events_;
+  platform::BoxListener& events_;
   std::unique_ptr<platform::EditorWindow> window_;
   std::shared_ptr<platform::RichEdit> box_;
-  std::unique_ptr<BoxEvents> box_events_;
   RTFParser* parser_ = nullptr;
   EditedText edited_;
   bool was_activated_ = false;

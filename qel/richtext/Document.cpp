@@ -1,6 +1,8 @@
 #include "qel/richtext/Document.h"
 
 #include <algorithm>
+#include <array>
+#include <functional>
 #include <utility>
 
 #include "qel/base/Scan.h"
@@ -32,6 +34,29 @@ FormatPool::Id FormatPool::intern(const CharFormat& format) {
   return entry->second;
 }
 
+/// Gives the formats of another document their numbers in this one.
+class Document::Translation {
+ public:
+  Translation(const Document& from, Document& to) : from_(from), to_(to) {}
+
+  FormatPool::Id operator()(FormatPool::Id id) {
+    Known& known = known_[id % known_.size()];
+    if (!known.is_set || known.from != id) known = {id, to_.intern(from_.format(id)), true};
+    return known.to;
+  }
+
+ private:
+  struct Known {
+    FormatPool::Id from = 0;
+    FormatPool::Id to = 0;
+    bool is_set = false;
+  };
+
+  const Document& from_;
+  Document& to_;
+  std::array<Known, 32> known_;  // a few formats take turns in most texts
+};
+
 Document& Document::operator=(const Document& other) {
   if (this != &other) *this = Document(other);
   return *this;
@@ -40,9 +65,16 @@ Document& Document::operator=(const Document& other) {
 void Document::assign(const Document& other) {
   text_ = other.text_;
   alignments_ = other.alignments_;
-  for (std::size_t i = 0; i < other.runs_.run_count(); ++i) {
-    const RunList::Run run = other.runs_.run(i);
-    runs_.append(run.end - run.start, intern(other.format(run.value)));
+  append_runs(runs_, other, {0, other.size()});
+}
+
+void Document::append_runs(RunList& runs, const Document& other, Extent extent) {
+  Translation id_of(other, *this);
+  for (std::size_t at = extent.start, index = other.runs_.find(at); at < extent.end; ++index) {
+    const RunList::Run run = other.runs_.run(index);
+    const std::size_t end = std::min(run.end, extent.end);
+    runs.append(end - at, id_of(run.value));
+    at = end;
   }
 }
 
@@ -80,10 +112,7 @@ void Document::replace(Extent extent, Document content) {
   alignments_.replace(extent.start, extent.length(), content.alignments_);
 
   RunList runs;
-  for (std::size_t i = 0; i < content.runs_.run_count(); ++i) {
-    const RunList::Run run = content.runs_.run(i);
-    runs.append(run.end - run.start, intern(content.format(run.value)));
-  }
+  append_runs(runs, content, {0, inserted});
   runs_.replace(extent.start, extent.length(), runs);
   text_.replace(extent.start, extent.length(), content.text_);
 
@@ -122,12 +151,7 @@ void Document::align(Extent extent, Alignment alignment) {
 Document Document::part(Extent extent) const {
   Document part;
   part.text_ = text_.substr(extent.start, extent.length());
-  for (std::size_t at = extent.start; at < extent.end;) {
-    const RunList::Run run = runs_.run(runs_.find(at));
-    const std::size_t end = std::min(run.end, extent.end);
-    part.runs_.append(end - at, part.intern(format(run.value)));
-    at = end;
-  }
+  part.append_runs(part.runs_, *this, extent);
   part.alignments_.clear();
   for (std::size_t at = extent.start; at <= extent.end;) {
     const RunList::Run run = alignments_.run(alignments_.find(at));
@@ -159,6 +183,22 @@ std::size_t Document::paragraph_start(std::size_t position) const {
 std::size_t Document::paragraph_end(std::size_t position) const {
   const std::size_t line_feed = text_.find(u'\n', position);
   return line_feed == std::u16string::npos ? text_.size() : line_feed;
+}
+
+bool operator==(const Document& left, const Document& right) {
+  const auto are_equal = [](const RunList& one, const RunList& other, auto are_equal_values) {
+    if (one.run_count() != other.run_count()) return false;
+    for (std::size_t i = 0; i < one.run_count(); ++i) {
+      const RunList::Run run = one.run(i);
+      const RunList::Run with = other.run(i);
+      if (run.end != with.end || !are_equal_values(run.value, with.value)) return false;
+    }
+    return true;
+  };
+  return left.text_ == right.text_ &&
+         are_equal(left.runs_, right.runs_,
+                   [&](auto one, auto other) { return left.format(one) == right.format(other); }) &&
+         are_equal(left.alignments_, right.alignments_, std::equal_to<>());
 }
 
 bool Document::check() const {

@@ -100,11 +100,17 @@ class Document {
   /// The extent widened so that its edges do not lie between CR and LF.
   Extent without_cut_breaks(Extent extent) const;
 
+  /// Whether text, formats and alignments are the same.
+  friend bool operator==(const Document& left, const Document& right);
   /// Whether text, formats and alignments fit together.
   bool check() const;
 
  private:
+  class Translation;
+
   void assign(const Document& other);
+  /// Adds those of a part of another document, in the numbers of this one's formats.
+  void append_runs(RunList& runs, const Document& other, Extent extent);
   std::size_t paragraph_start(std::size_t position) const;
   std::size_t paragraph_end(std::size_t position) const;
 

@@ -13,7 +13,8 @@ namespace qel::richtext {
 /// most.
 bool is_rtf(std::u16string_view text);
 
-/// The document that the text holds; plain text in the base format when it is not RTF.
+/// The document that the text holds; plain text in the base format when it is not RTF. RTF takes
+/// from it the font, size and colour of text for which it names none.
 Document read_document(std::u16string_view text, const CharFormat& base);
 
 /// The same with a blank in place of each break.

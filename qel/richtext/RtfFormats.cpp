@@ -1,9 +1,25 @@
 #include "qel/richtext/RtfFormats.h"
 
+#include <algorithm>
+#include <cmath>
 #include <cstddef>
 #include <optional>
 
 namespace qel::richtext {
+
+std::int32_t offset_in_rtf(std::int16_t twips) { return twips / 10; }
+
+std::int32_t size_in_rtf(float points) {
+  constexpr float largest = 0x7FFF;
+  return static_cast<std::int32_t>(std::clamp(std::nearbyint(points * 2), 1.0F, largest));
+}
+
+bool are_equal_in_rtf(const CharFormat& left, const CharFormat& right) {
+  return left.bold == right.bold && left.italic == right.italic &&
+         left.underline == right.underline && left.strike_through == right.strike_through &&
+         offset_in_rtf(left.offset) == offset_in_rtf(right.offset) && left.color == right.color &&
+         left.font_name == right.font_name && size_in_rtf(left.size) == size_in_rtf(right.size);
+}
 
 namespace {
 
@@ -39,7 +55,9 @@ CharFormat RtfFormats::format_of(const CharState& state) const {
   format.underline = (state.flags & CharState::underline) != 0;
   format.strike_through = (state.flags & CharState::strike_through) != 0;
   format.offset = twips(state.offset);
-  format.size = static_cast<float>(state.half_points) / 2;
+  if (state.half_points != CharState::default_size) {
+    format.size = static_cast<float>(state.half_points) / 2;
+  }
   format.color = colors_.find(state.color).value_or(base_.color);
   if (const auto* font = font_of(state)) format.font_name = font->name;
   return format;

@@ -13,11 +13,18 @@
 
 namespace qel::richtext {
 
+/// An offset and a size in half-points, as RTF has them: what is less than a half-point of an
+/// offset is dropped, a size is rounded to one that RTF can say.
+std::int32_t offset_in_rtf(std::int16_t twips);
+std::int32_t size_in_rtf(float points);
+/// Whether nothing has to be written between texts in these formats.
+bool are_equal_in_rtf(const CharFormat& left, const CharFormat& right);
+
 /// What an RTF document's tables make of a character state: a format, and a code page for its
 /// bytes.
 class RtfFormats {
  public:
-  /// `base` gives the font and colour that the document leaves open.
+  /// `base` gives the font, size and colour that the document leaves open.
   RtfFormats(CharFormat base, RtfSink& sink) : base_(std::move(base)), sink_(sink) {}
 
   RtfFontTable& fonts() { return fonts_; }

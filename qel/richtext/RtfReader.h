@@ -35,8 +35,8 @@ class RtfSink {
 /// fields. Dropped: all other destinations, pictures, objects, field instructions, hidden and
 /// deleted text.
 ///
-/// `base` gives the font and colour of text for which the document names none (or a colour entry
-/// that is empty, the automatic colour).
+/// `base` gives the font, size and colour of text for which the document names none (or a colour
+/// entry that is empty, the automatic colour).
 void read_rtf(std::u16string_view rtf, const CharFormat& base, RtfSink& sink);
 
 /// Reads a part of a document, which need not be one group; what begins with "{\rtf" is a document

@@ -27,10 +27,11 @@ struct CharState {
   static constexpr std::uint8_t hidden = 16;
   static constexpr std::uint8_t deleted = 32;
   static constexpr std::int32_t default_font = -1;
+  static constexpr std::uint16_t default_size = 0;
 
   std::int32_t font = default_font;
   std::int32_t color = 0;
-  std::uint16_t half_points = 24;
+  std::uint16_t half_points = default_size;
   std::int16_t offset = 0;  ///< in half-points
   std::uint8_t flags = 0;
 

@@ -1,7 +1,6 @@
 #include "qel/richtext/RtfWriter.h"
 
 #include <algorithm>
-#include <cmath>
 #include <cstddef>
 #include <cstdint>
 #include <map>
@@ -12,6 +11,7 @@
 #include "qel/base/Color.h"
 #include "qel/base/Records.h"
 #include "qel/base/Scan.h"
+#include "qel/richtext/RtfFormats.h"
 #include "qel/richtext/RtfTokens.h"
 
 namespace qel::richtext {
@@ -41,8 +41,8 @@ struct Written {
   bool strike_through = false;
   std::int32_t half_points_up = 0;
   std::size_t font = 0;
-  std::size_t color = 0;  // 0 is the automatic colour, which no format has
-  std::int32_t half_points = 24;
+  std::size_t color = 0;         // 0 is the automatic colour, which no format has
+  std::int32_t half_points = 0;  // none: text that names no size takes that of where it is read
 };
 
 class Writer {
@@ -191,16 +191,14 @@ class Writer {
   }
 
   Written translate(const CharFormat& format) {
-    constexpr float largest = 0x7FFF;
-    const float size = std::clamp(std::nearbyint(format.size * 2), 1.0F, largest);
     return {format.bold,
             format.italic,
             format.underline,
             format.strike_through,
-            format.offset / 10,
+            offset_in_rtf(format.offset),
             fonts_.number_of(format.font_name),
             colors_.number_of(format.color) + 1,
-            static_cast<std::int32_t>(size)};
+            size_in_rtf(format.size)};
   }
 
   const Document& document_;

@@ -41,13 +41,6 @@ class CodeIndex {
 
 constexpr CodeIndex code_index;
 
-/// Both characters of a code behind its slash, however that is written.
-bool is_code_tail(char16_t letter, char16_t digit) {
-  if (letter == u'f' || letter == u'y') return digit >= u'0' && digit <= u'9';
-  constexpr std::u16string_view toggles = u"biupsckrl";
-  return (digit == u'0' || digit == u'1') && toggles.find(letter) != std::u16string_view::npos;
-}
-
 std::u16string_view rtf_of(char16_t character) {
   switch (character) {
     case u'{':
@@ -62,6 +55,12 @@ std::u16string_view rtf_of(char16_t character) {
 }
 
 }  // namespace
+
+bool is_code_tail(char16_t letter, char16_t digit) {
+  if (letter == u'f' || letter == u'y') return digit >= u'0' && digit <= u'9';
+  constexpr std::u16string_view toggles = u"biupsckrl";
+  return (digit == u'0' || digit == u'1') && toggles.find(letter) != std::u16string_view::npos;
+}
 
 bool is_code(std::u16string_view code) {
   return code.size() == code_length && code[0] == u'/' && is_code_tail(code[1], code[2]);

@@ -33,6 +33,9 @@ inline constexpr std::array<CodeRow, 40> code_table = {{
 /// three characters. This is the converter's own idea of a code; the text model's differs.
 bool is_code(std::u16string_view code);
 
+/// Both characters of such a code behind its slash, however that is written.
+bool is_code_tail(char16_t letter, char16_t digit);
+
 /// Appends the markup as the body of an RTF document: backslashes doubled, then each row replaced.
 /// It comes out as if the replacements were made one after the other, in a single pass. Returns
 /// whether two backslashes follow each other in the markup: without that there are no literal codes

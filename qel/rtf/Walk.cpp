@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <cstddef>
 
+#include "qel/richtext/RtfFormats.h"
+
 namespace qel::rtf {
 
 const Spelling markup_spelling = {{{{u"/b1", u"/b0"},
@@ -26,16 +28,18 @@ const Spelling rtf_spelling = {{{{u"\\b1 ", u"\\b0 "},
                                u" "};
 
 FormatWalk::FormatWalk(const Spelling& spelling, const QELIndexFonts& fonts,
-                       const QELIndexColors& colors, std::u16string& out)
+                       const QELIndexColors& colors, Origin origin, std::u16string& out)
     : spelling_(spelling),
+      origin_(origin),
       out_(out),
       fonts_{fonts.get_DefaultFont(), fonts.get_Font(1), fonts.get_Font(2), fonts.get_Font(3)},
       colors_{colors.get_DefaultColor(), colors.get_IgnoredColor(), colors.get_HiddenColor(),
               colors.get_NoteColor()} {}
 
 void FormatWalk::enter(const richtext::CharFormat& format) {
-  const std::array<bool, 6> wanted = {format.bold,           format.italic,     format.underline,
-                                      format.strike_through, format.offset > 0, format.offset < 0};
+  const std::int32_t offset = offset_of(format);
+  const std::array<bool, 6> wanted = {format.bold,           format.italic, format.underline,
+                                      format.strike_through, offset > 0,    offset < 0};
   for (std::size_t toggle = 0; toggle < wanted.size(); ++toggle) {
     set_toggle(toggle, wanted[toggle]);
   }
@@ -49,12 +53,22 @@ void FormatWalk::close() {
   set_font(0);
 }
 
+std::int32_t FormatWalk::offset_of(const richtext::CharFormat& format) const {
+  return origin_ == Origin::box ? richtext::offset_in_rtf(format.offset) : format.offset;
+}
+
 int FormatWalk::font_index(std::u16string_view name) const {
+  if (origin_ == Origin::box) {
+    // The blanks before a name are not part of it, and without a name there is no font.
+    name.remove_prefix(std::min(name.find_first_not_of(u' '), name.size()));
+    if (name.empty()) return 0;
+  }
   const auto found = std::find(fonts_.begin(), fonts_.end(), name);
   return found == fonts_.end() ? 0 : static_cast<int>(found - fonts_.begin());
 }
 
 int FormatWalk::color_index(Color color) const {
+  if (origin_ == Origin::box) color = rgb(red_of(color), green_of(color), blue_of(color));
   const auto found = std::find(colors_.begin(), colors_.end(), color);
   return found == colors_.end() ? 0 : static_cast<int>(found - colors_.begin());
 }

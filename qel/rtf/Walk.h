@@ -29,12 +29,18 @@ extern const Spelling markup_spelling;
 /// Reduced RTF: "\b1 ", "\f2 ".
 extern const Spelling rtf_spelling;
 
+/// Where the text of a walk comes from.
+enum class Origin : std::uint8_t {
+  rtf,  ///< RTF that a box was loaded with: it is taken as it is
+  box,  ///< a box, whatever is in it: only what its RTF would say counts
+};
+
 /// Writes a code wherever the format of a text changes. Only fonts 1 to 3 and colours 1 to 3 of the
 /// tables are told apart; all others count as the default.
 class FormatWalk {
  public:
   FormatWalk(const Spelling& spelling, const QELIndexFonts& fonts, const QELIndexColors& colors,
-             std::u16string& out);
+             Origin origin, std::u16string& out);
 
   /// The codes before a character in this format.
   void enter(const richtext::CharFormat& format);
@@ -45,6 +51,7 @@ class FormatWalk {
   bool wrote_color() const { return wrote_color_; }
 
  private:
+  std::int32_t offset_of(const richtext::CharFormat& format) const;
   int font_index(std::u16string_view name) const;
   int color_index(Color color) const;
   void set_toggle(std::size_t toggle, bool on);
@@ -53,6 +60,7 @@ class FormatWalk {
   void write_index(std::u16string_view prefix, int index);
 
   const Spelling& spelling_;
+  Origin origin_;
   std::u16string& out_;
   std::array<std::u16string, 4> fonts_;  // names of fonts 0 to 3
   std::array<Color, 4> colors_;          // colours 0 to 3

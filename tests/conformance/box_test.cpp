@@ -110,7 +110,7 @@ TEST_F(Box, TakesRTFForTheDocumentAndTheSelection) {
   box.select({1, 2});
   EXPECT_EQ(box.get_SelRTF(),
             u"{\\rtf1\\ansi\\ansicpg1252\\deff0{\\fonttbl{\\f0 Verdana;}}{\\colortbl ;\\red99"
-            u"\\green0\\blue0;}\\b\\cf1 X\\b0 w}");
+            u"\\green0\\blue0;}\\b\\cf1\\fs16 X\\b0 w}");
   box.put_SelRTF(u"not RTF");
   EXPECT_EQ(box.get_Text(), u"onot RTFo");
   const std::u16string rtf = box.get_TextRTF();

@@ -1,0 +1,83 @@
+#include "qel/control/Conversion.h"
+
+#include <algorithm>
+#include <cstddef>
+#include <limits>
+#include <memory>
+
+#include "qel/box/Box.h"
+#include "qel/platform/Common.h"
+#include "qel/richtext/DocumentReader.h"
+#include "qel/rtf/MarkupWriter.h"
+#include "qel/rtf/SimpleRtfWriter.h"
+
+namespace qel {
+
+using platform::FormatRun;
+using platform::RichEdit;
+using platform::Scope;
+
+namespace {
+
+/// The measuring surface where the thread has all that a conversion needs, and its conversion box
+/// is none that a host has made.
+std::shared_ptr<platform::MeasuringSurface> surface_for_runs() {
+  const bool is_own = dynamic_cast<const box::Box*>(Common::conversion_box().get()) != nullptr;
+  return is_own ? Common::measuring_surface() : nullptr;
+}
+
+/// Whether there is no text behind the last break.
+bool is_closed(std::u16string_view text) { return text.empty() || text.ends_with(u'\n'); }
+
+/// Hands the runs of that scope to a writer.
+template <class Writer>
+void write_runs(Writer& writer, const RichEdit& box, Scope scope) {
+  const bool all = scope == Scope::document;
+  const platform::Range range =
+      all ? platform::Range{0, std::numeric_limits<std::int32_t>::max()} : box.selection();
+  if (range.length == 0) return;
+  const auto start = static_cast<std::size_t>(range.start);
+  const std::size_t end = start + static_cast<std::size_t>(range.length);
+  box.visit_runs(range.start, [&](const FormatRun& run) {
+    const auto at = static_cast<std::size_t>(run.start);
+    const std::size_t from = std::max(at, start);
+    writer.add(run.format, run.text.substr(from - at, end - from));
+    return at + run.text.size() < end;
+  });
+}
+
+}  // namespace
+
+std::u16string Conversion::markup_in(const RichEdit& box) const {
+  if (surface_for_runs()) {
+    rtf::MarkupWriter writer(parser, fonts, colors, rtf::Origin::box);
+    write_runs(writer, box, Scope::document);
+    return writer.finish();
+  }
+  return markup_of(box.get_TextRTF(), is_closed(box.get_Text()));
+}
+
+std::u16string Conversion::simple_rtf_in(const RichEdit& box, Scope scope) const {
+  if (const auto surface = surface_for_runs()) {
+    rtf::SimpleRtfWriter writer(parser, fonts, colors, rtf::Origin::box);
+    write_runs(writer, box, scope);
+    return writer.finish(*surface);
+  }
+  return parser.SimpleRTF(box.rtf(scope), fonts, colors);
+}
+
+std::u16string Conversion::markup_of(std::u16string_view rtf) const {
+  const richtext::Document document = richtext::read_document(rtf, richtext::CharFormat());
+  return markup_of(std::u16string(rtf), is_closed(document.text()));
+}
+
+/// Where the parser makes blanks of breaks it takes one off the end. That of the last paragraph is
+/// there for it.
+std::u16string Conversion::markup_of(std::u16string rtf, bool is_closed) const {
+  const std::size_t end = rtf.rfind(u'}');
+  const bool closes = !is_closed && parser.get_ConvertNLToSpace();
+  if (closes && end != std::u16string::npos) rtf.insert(end, u"\\par");
+  return parser.RTFToQEL(rtf, fonts, colors);
+}
+
+}  // namespace qel
