@@ -71,14 +71,14 @@ void shortcut(State& state) {
 }
 BENCHMARK(shortcut)->Arg(small_size)->Iterations(keystrokes)->Unit(benchmark::kMicrosecond);
 
-// The text as markup, beside the conversions that it is made of.
+// The text as markup, beside the same by way of RTF.
 
 void assign_text(State& state) {
   const Documents& text = input(state);
   Desk desk(text);
   measure(state, text.markup_bytes, [&] { desk.control.put_TextQEL(text.markup); });
 }
-BENCHMARK(assign_text)->Arg(small_size)->Unit(benchmark::kMillisecond);
+BENCHMARK(assign_text)->Arg(small_size)->Arg(medium_size)->Unit(benchmark::kMillisecond);
 
 void markup_to_box(State& state) {
   const Documents& text = input(state);
@@ -90,7 +90,7 @@ void markup_to_box(State& state) {
   measure(state, text.markup_bytes,
           [&] { box.put_TextRTF(parser.QELToRTF(text.markup, fonts, colors)); });
 }
-BENCHMARK(markup_to_box)->Arg(small_size)->Unit(benchmark::kMillisecond);
+BENCHMARK(markup_to_box)->Arg(small_size)->Arg(medium_size)->Unit(benchmark::kMillisecond);
 
 void box_to_markup(State& state) {
   const Documents& text = input(state);
@@ -103,14 +103,21 @@ void box_to_markup(State& state) {
   measure(state, text.markup_bytes,
           [&] { DoNotOptimize(parser.RTFToQEL(box.get_TextRTF(), fonts, colors)); });
 }
-BENCHMARK(box_to_markup)->Arg(small_size)->Unit(benchmark::kMillisecond);
+BENCHMARK(box_to_markup)->Arg(small_size)->Arg(medium_size)->Unit(benchmark::kMillisecond);
 
 void read_text(State& state) {
   const Documents& text = input(state);
   const Desk desk(text);
   measure(state, text.markup_bytes, [&] { DoNotOptimize(desk.control.get_TextQEL()); });
 }
-BENCHMARK(read_text)->Arg(small_size)->Unit(benchmark::kMillisecond);
+BENCHMARK(read_text)->Arg(small_size)->Arg(medium_size)->Unit(benchmark::kMillisecond);
+
+void read_reduced_rtf(State& state) {
+  const Documents& text = input(state);
+  const Desk desk(text);
+  measure(state, text.markup_bytes, [&] { DoNotOptimize(desk.control.get_TextRTF()); });
+}
+BENCHMARK(read_reduced_rtf)->Arg(small_size)->Arg(medium_size)->Unit(benchmark::kMillisecond);
 
 /// 10 kB of RTF into the middle of the text, and out again.
 void paste(State& state) {

@@ -31,8 +31,9 @@ void MarkupWriter::add(const richtext::CharFormat& format, std::u16string_view t
     beginning_.append(text.substr(0, line_break.size() + 1));
   }
   ends_with_break_ = text.back() == u'\n';
-  std::u16string joined = std::exchange(held_, {});
-  if (!joined.empty()) {
+  std::u16string joined;
+  if (!held_.empty()) {
+    joined = std::exchange(held_, {});
     if (richtext::are_equal_in_rtf(held_format_, format)) {
       text = joined.append(text);
     } else {
