@@ -224,7 +224,10 @@ void BoxWindow::take_foreign_text(BoxDisplay::Touch touch) {
   const auto edit = display_.take_text(touch);
   go_on_later();
   if (!edit) return;
-  if (edit->text.empty()) return box_.take_edit(edit->extent, {});
+  if (edit->text.empty()) {
+    box_.take_edit(edit->extent, {});
+    return;
+  }
   if (box_.may_edit()) box_.put_selection({edit->extent.start, edit->extent.end});
   keyboard_.type(replace_all(edit->text, u"\r\n", u"\r"));
 }
