@@ -40,10 +40,10 @@ class SilentOutput {
 }  // namespace
 
 ProcessUse run_process(const std::vector<std::string>& command) {
-  std::vector<std::string> words = command;
+  std::vector<std::string> copies = command;
   std::vector<char*> arguments;
-  arguments.reserve(words.size() + 1);
-  for (std::string& word : words) arguments.push_back(word.data());
+  arguments.reserve(copies.size() + 1);
+  for (std::string& word : copies) arguments.push_back(word.data());
   arguments.push_back(nullptr);
 
   const SilentOutput silent;

@@ -9,7 +9,7 @@
 namespace qel::command {
 namespace {
 
-constexpr const char* examples = R"(Examples:
+constexpr const char* render_examples = R"(Examples:
   qel render letter.qel -o letter.svg
   qel render letter.qel --width 300 --indent 20 --align center -o letter.svg
   qel render letter.qel --font 4=Georgia --color 4=#1E90FF --font-size 12 -o letter.svg)";
@@ -38,7 +38,7 @@ RenderCommand::RenderCommand(CLI::App& app) : app_(app), tables_(app) {
   app.add_flag("--hide-hidden", picture_.hides_hidden, "Without text in colour 2");
   app.add_flag("--one-color", picture_.one_color, "All text in colour 0");
   app.add_flag("--no-wrap", no_wrap_, "Break lines only at line codes");
-  app.footer(examples);
+  app.footer(render_examples);
 }
 
 TextTask RenderCommand::values() const {

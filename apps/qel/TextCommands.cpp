@@ -20,7 +20,7 @@
 namespace qel::command {
 namespace {
 
-constexpr const char* examples = R"(Positions count visible characters, the first is 1.
+constexpr const char* text_examples = R"(Positions count visible characters, the first is 1.
 Examples:
   qel text len -t '/b1bold/b0 text'
   qel text left 4 letter.qel
@@ -227,7 +227,7 @@ TextCommands::TextCommands(CLI::App& app) : app_(app) {
   add_joining();
   add_styling();
   add_wrapping();
-  app.footer(examples);
+  app.footer(text_examples);
 }
 
 CLI::App& TextCommands::add_verb(const std::string& name, const std::string& meaning, Run run) {

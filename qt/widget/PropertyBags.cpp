@@ -14,12 +14,12 @@ namespace qel::qt {
 namespace {
 
 /// References to objects are not kept.
-QVariant to_qt(const Variant& value) {
+QVariant to_qvariant(const Variant& value) {
   return std::visit(
       [](const auto& held) -> QVariant {
         using Held = std::decay_t<decltype(held)>;
         if constexpr (std::is_same_v<Held, std::u16string>) {
-          return qt::to_qt(std::u16string_view(held));
+          return to_qt(std::u16string_view(held));
         } else if constexpr (std::is_same_v<Held, std::int16_t>) {
           return int{held};
         } else if constexpr (std::is_same_v<Held, float>) {
@@ -59,26 +59,26 @@ Variant from_qt(const QVariant& value, const Variant& preset) {
 }  // namespace
 
 Variant SettingsBag::read(std::u16string_view name, const Variant& preset) const {
-  return from_qt(settings_.value(qt::to_qt(name)), preset);
+  return from_qt(settings_.value(to_qt(name)), preset);
 }
 
 void SettingsBag::write(std::u16string_view name, const Variant& value, const Variant& preset) {
-  const QVariant kept = value == preset ? QVariant() : to_qt(value);
+  const QVariant kept = value == preset ? QVariant() : to_qvariant(value);
   if (kept.isValid()) {
-    settings_.setValue(qt::to_qt(name), kept);
+    settings_.setValue(to_qt(name), kept);
   } else {
-    settings_.remove(qt::to_qt(name));
+    settings_.remove(to_qt(name));
   }
 }
 
 Variant DynamicPropertyBag::read(std::u16string_view name, const Variant& preset) const {
-  return from_qt(object_.property(qt::to_qt(name).toUtf8().constData()), preset);
+  return from_qt(object_.property(to_qt(name).toUtf8().constData()), preset);
 }
 
 void DynamicPropertyBag::write(std::u16string_view name, const Variant& value,
                                const Variant& preset) {
-  object_.setProperty(qt::to_qt(name).toUtf8().constData(),
-                      value == preset ? QVariant() : to_qt(value));
+  object_.setProperty(to_qt(name).toUtf8().constData(),
+                      value == preset ? QVariant() : to_qvariant(value));
 }
 
 }  // namespace qel::qt
