@@ -12,7 +12,7 @@
 
 #include "BoxInWindow.h"
 #include "qel/base/Scan.h"
-#include "qel/headless/Desktop.h"
+#include "qel/headless/Shared.h"
 #include "qel/platform/Keys.h"
 #include "support/Random.h"
 #include "support/Text.h"
