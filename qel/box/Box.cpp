@@ -56,9 +56,14 @@ MixedFormat Box::format() const {
   return mixed;
 }
 
-void Box::change_format(const FormatChange& wanted) {
-  FormatChange change = wanted;
-  if (view_ != nullptr && change.color == view_->text_color()) change.color = 0;
+void Box::change_format(const FormatChange& change) {
+  if (view_ != nullptr && change.color && *change.color != 0 &&
+      *change.color == view_->text_color()) {
+    FormatChange of_content = change;
+    of_content.color = 0;
+    change_format(of_content);
+    return;
+  }
   const bool is_new = !change.is_in(format());
   change.apply_to(typing_);
   history_.end_step();

@@ -67,8 +67,8 @@ BoxView::BoxView(box::Box& box, QWidget* owner)
   setWordWrapMode(wrap_at_words);
   viewport()->setMouseTracking(true);
   document()->setDocumentMargin(2);
-  show_appearance(BoxAppearance());
-  show({});
+  BoxView::show_appearance(BoxAppearance());
+  BoxView::show({});
   connect(document(), &QTextDocument::contentsChange, this, &BoxView::note_change);
   connect(this, &QTextEdit::cursorPositionChanged, this, &BoxView::take_selection);
   connect(this, &QTextEdit::selectionChanged, this, &BoxView::take_selection);
