@@ -204,6 +204,8 @@ class DraggingBoxes : public testing::Test {
     one->put_TextRTF(u"{\\rtf1 a {\\b bold} z}");
     one->select({2, 5});
     one->listen(&listener);
+    // Two drags in a row are no double click.
+    SetDoubleClickTime(1);
   }
   ~DraggingBoxes() override {
     one.reset();

@@ -132,6 +132,7 @@ HWND form() {
 class WindowsStage : public Stage {
  public:
   WindowsStage() {
+    SetDoubleClickTime(1);  // two drags in a row are no double click
     SetForegroundWindow(window_);
     handle_messages();
   }
@@ -195,6 +196,7 @@ class WindowsStage : public Stage {
     };
     next_moves = {hold_and_move, [&] { move_pointer(to); }, [&] { move_pointer(last); },
                   [&] { send_mouse(MOUSEEVENTF_LEFTUP); }};
+    const std::size_t whole_way = next_moves.size();
     move_pointer(from);
     send_mouse(MOUSEEVENTF_LEFTDOWN);
     handle_messages();
@@ -204,6 +206,11 @@ class WindowsStage : public Stage {
       start();
     } else {
       move_pointer({from.x, from.y + GetSystemMetrics(SM_CYDRAG)});
+    }
+    // Where nothing was dragged, the button comes up where no box is told.
+    const bool was_dragged = next_moves.size() < whole_way;
+    if (!was_dragged && start) {
+      next_moves = {[&] { move_pointer(nowhere); }, [&] { send_mouse(MOUSEEVENTF_LEFTUP); }};
     }
     while (!next_moves.empty()) {
       handle_messages();
