@@ -24,7 +24,7 @@ QFont font_of(const platform::TextFont& font) {
   made.setItalic(font.italic);
   made.setKerning(false);
   made.setStyleStrategy(QFont::PreferNoShaping);
-  // Widths of whole pixels would make the lines of a small device others than those of a page.
+  // Widths in whole pixels would break lines on a coarse device differently from those on a page.
   made.setHintingPreference(QFont::PreferNoHinting);
   return made;
 }
