@@ -21,8 +21,8 @@ using richtext::RunList;
 namespace {
 
 constexpr UINT utf16_code_page = 1200;
-/// Windows lay out a paragraph anew for each of its runs that gets a format, so a long text goes on
-/// in its formats when the user sees its beginning.
+/// A window lays out a paragraph again for each of its runs that gets a format, so a long text gets
+/// the rest of its formats while the user already sees its beginning.
 constexpr std::chrono::milliseconds time_for_formats(40);
 
 bool is_same(CHARRANGE a, CHARRANGE b) { return a.cpMin == b.cpMin && a.cpMax == b.cpMax; }
@@ -40,7 +40,7 @@ Extent moved(Extent part, const Change& change) {
 
 Extent around(Extent a, Extent b) { return {std::min(a.start, b.start), std::max(a.end, b.end)}; }
 
-/// What differs between two texts; around it they are equal. It cuts no pair.
+/// The part in which two texts differ; around it they are equal. It cuts no surrogate pair.
 struct Difference {
   Extent before;
   Extent after;
@@ -62,12 +62,12 @@ Difference difference(std::u16string_view before, std::u16string_view after) {
 
 }  // namespace
 
-/// While one of these lives nothing is painted, and a text that may only be read can be changed.
+/// As long as it lives, nothing is painted and a read-only window's text can be changed.
 class BoxDisplay::Frozen {
  public:
   explicit Frozen(const BoxDisplay& display)
       : display_(display), is_visible_(IsWindowVisible(display.window_) != 0) {
-    // A hidden window would come to light by being thawed.
+    // Thawing would show a hidden window.
     if (is_visible_) display_.send(WM_SETREDRAW, FALSE, LPARAM{0});
     if (display_.read_only_) display_.send(EM_SETREADONLY, FALSE, LPARAM{0});
     display_.send(EM_GETSCROLLPOS, 0, &scrolled_);
@@ -138,7 +138,7 @@ void BoxDisplay::show(const Change& change) {
     const Frozen frozen(*this);
     if (has_new_text) put_text(change);
     if (change.kind != Change::Kind::formats) put_alignments(change.after());
-    // What the user has just changed comes before what is left from earlier.
+    // What has just changed comes before what was left earlier.
     if (change.kind != Change::Kind::alignments) {
       const Extent left = put_formats(change.after(), moment());
       if (left.length() > 0) unformatted_ = is_complete() ? left : around(unformatted_, left);
@@ -161,7 +161,7 @@ void BoxDisplay::put_text(const Change& change) {
   unformatted_ = moved(unformatted_, change);
 }
 
-/// Run by run, until the time is up, but at least one of them. What is left over.
+/// Works run by run until the time is up, but does at least one run. Returns the rest.
 Extent BoxDisplay::put_formats(Extent extent, Deadline deadline) {
   const Document& document = box_.document();
   for (std::size_t i = document.runs().find(extent.start); extent.length() > 0; ++i) {
@@ -186,8 +186,8 @@ void BoxDisplay::put_formats_until(Deadline deadline) {
   send(EM_SETMODIFY, FALSE, LPARAM{0});
 }
 
-/// To all paragraphs that the extent touches: what the window makes of those that were joined or
-/// cut is its own.
+/// Applies to all paragraphs that the extent touches: the window has its own way with those that
+/// were joined or cut.
 void BoxDisplay::put_alignments(Extent extent) {
   const Document& document = box_.document();
   const Extent paragraphs = document.paragraphs(extent);
@@ -201,7 +201,7 @@ void BoxDisplay::put_alignments(Extent extent) {
     const CHARRANGE range = native_range(aligned);
     select(range);
     send(EM_SETPARAFORMAT, 0, &format);
-    // An empty paragraph at the end of what is selected is not a part of it.
+    // An empty paragraph at the end of a selection is not part of it.
     const std::size_t last = document.paragraphs({aligned.end, aligned.end}).start;
     if (range.cpMin == range.cpMax || positions_.native(last) < range.cpMax) continue;
     select({range.cpMax, range.cpMax});
@@ -228,7 +228,7 @@ void BoxDisplay::select(CHARRANGE range) {
   caret_ = range.cpMax;
 }
 
-/// The window puts its caret at the end and scrolls there, so that has to be taken back.
+/// The window would put its caret at the end and scroll there, which has to be undone.
 void BoxDisplay::select_backward(NativeSelection selection) {
   select({selection.caret, selection.caret});
   send(EM_SCROLLCARET, 0, LPARAM{0});
@@ -246,7 +246,7 @@ void BoxDisplay::show_selection() {
                                   positions_.native(selection.caret)};
   if (wanted == selected_) return;
   if (wanted.caret < wanted.anchor) return select_backward(wanted);
-  // The window does nothing about what it has selected already.
+  // The window ignores a selection that it already has.
   if (is_same(wanted.range(), selected_.range())) put_caret(selection.caret);
   select(wanted.range());
 }
@@ -265,7 +265,7 @@ std::optional<Selection> BoxDisplay::take_selection() {
   return taken == box_.selected() ? std::nullopt : std::optional(taken);
 }
 
-// What others do.
+// Edits by others.
 
 std::u16string BoxDisplay::read_text() const {
   GETTEXTLENGTHEX measured = {GTL_NUMCHARS | GTL_PRECISE, utf16_code_page};
@@ -295,7 +295,7 @@ std::optional<BoxDisplay::ForeignEdit> BoxDisplay::take_text(Touch touch) {
   if (touch == Touch::all) {
     show_everything();
   } else {
-    // Text that is the same may be in another format, where it was put in place of the selection.
+    // The same text may have another format where it has replaced the selection.
     const Extent own = is_same ? selected : around(edit.extent, selected);
     const std::size_t length = own.length() - edit.extent.length() + edit.text.size();
     show({Change::Kind::content, {own.start, own.start + length}, own.length()});

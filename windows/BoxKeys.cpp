@@ -1,4 +1,4 @@
-// A box's window at the keyboard.
+// How a box's window handles the keyboard.
 
 #include <windows.h>
 
@@ -15,7 +15,7 @@ using namespace keys;
 
 namespace {
 
-/// Keys that move the caret by lines: the window knows where those are.
+/// Whether a key moves the caret by lines, which only the window knows.
 bool moves_by_lines(std::int16_t key_code, std::int16_t shift) {
   if ((shift & alt_key) != 0) return false;
   if (key_code == home_key || key_code == end_key) return (shift & ctrl_key) == 0;
@@ -25,7 +25,7 @@ bool moves_by_lines(std::int16_t key_code, std::int16_t shift) {
 
 bool is_control(char16_t character) { return character < u' ' || character == u'\u007F'; }
 
-/// The character that was made of the key that is being pressed, whatever becomes of it.
+/// The character that the key being pressed generates, whatever becomes of it.
 std::optional<char16_t> pending_character(HWND window) {
   MSG message;
   if (PeekMessageW(&message, window, WM_CHAR, WM_CHAR, PM_NOREMOVE) == 0) return {};
@@ -40,7 +40,7 @@ BoxWindow::Handled BoxWindow::handle_key(UINT message, WPARAM parameter, LPARAM 
   switch (message) {
     case WM_KEYDOWN:
     case WM_SYSKEYDOWN:
-      // What is composed from several keys is told of when it is there.
+      // Text composed from several keys is reported when it is complete.
       if (parameter == VK_PROCESSKEY) return {};
       return press(message, parameter, data);
     case WM_KEYUP:
@@ -94,8 +94,9 @@ LRESULT BoxWindow::press(UINT message, WPARAM key, LPARAM data) {
   return 0;
 }
 
-/// Lets the window move its caret, from where the box has it. Not every system's stays in the line
-/// that it goes to: one that is too short for the place of the caret ends before its break.
+/// Lets the window move its caret, starting where the box's is. Not every system keeps it within
+/// the line that it goes to: in one too short for the caret's column it has to stop before the
+/// break.
 void BoxWindow::move_natively(UINT message, WPARAM key, LPARAM data) {
   const box::Selection before = box_.selected();
   const bool goes_from_caret = display_.has_other_caret();
@@ -115,7 +116,7 @@ void BoxWindow::move_natively(UINT message, WPARAM key, LPARAM data) {
   box_.put_caret(step_before(box_.text(), caret), false);
 }
 
-/// Does what the key does in the box.
+/// Applies the key to the box; Enter or Escape, if it has no use for them, go to the dialog.
 void BoxWindow::act(std::int16_t key_code, std::int16_t shift) {
   if (keyboard_.act_on_key(key_code, shift) || window_ == nullptr) return;
   if (key_code == escape_key || key_code == enter_key) leave_to_dialog(key_code);
@@ -128,7 +129,7 @@ LRESULT BoxWindow::release(UINT message, WPARAM key, LPARAM data) {
   return window_ == nullptr ? 0 : DefWindowProcW(window_, message, key, data);
 }
 
-/// A control character that comes without its key is as good as the key.
+/// A control character that comes without its key counts as the key.
 LRESULT BoxWindow::take_character(char16_t character) {
   if (!is_control(character)) {
     keyboard_.type({&character, 1});
@@ -140,22 +141,22 @@ LRESULT BoxWindow::take_character(char16_t character) {
   return 0;
 }
 
-/// Whether the key that is being pressed types something, which comes as a message of its own.
+/// Whether the key being pressed types something, which comes as a separate message.
 bool BoxWindow::is_about_to_type() const {
   const std::optional<char16_t> character = pending_character(window_);
   return character && !is_control(*character);
 }
 
-/// A key that is handled or cancelled makes no characters.
+/// A key that is handled or cancelled generates no characters.
 void BoxWindow::drop_characters() const {
   if (window_ == nullptr) return;
   MSG message;
   while (PeekMessageW(&message, window_, WM_CHAR, WM_DEADCHAR, PM_REMOVE) != 0) {
   }
-  // What is left of those with Alt is for menus, which a cancelled key does not open.
+  // Any left over are those with Alt, for menus, which a cancelled key does not open.
 }
 
-/// To the control before or after the box.
+/// Moves the focus to the control before or after the box.
 void BoxWindow::leave_by_tab(bool back) const {
   const HWND form = GetAncestor(window_, GA_ROOT);
   const HWND next = GetNextDlgTabItem(form, window_, back ? TRUE : FALSE);

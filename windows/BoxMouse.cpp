@@ -1,4 +1,4 @@
-// A box's window under the mouse.
+// How a box's window handles the mouse.
 
 #include <windows.h>
 #include <windowsx.h>
@@ -27,7 +27,7 @@ bool is_far(POINT from, POINT to) {
          std::abs(to.y - from.y) >= GetSystemMetrics(SM_CYDRAG);
 }
 
-/// The button that a message is about; 0 for none that the box knows.
+/// The button that a message is about; 0 for one that the box does not know.
 std::int16_t button_of(UINT message) {
   switch (message) {
     case WM_LBUTTONDOWN:
@@ -84,7 +84,7 @@ LRESULT BoxWindow::press_button(UINT message, WPARAM parameter, LPARAM data) {
   if (message == WM_LBUTTONDOWN) {
     const std::int16_t shift = held_modifiers();
     if (shift == keys::no_modifier && is_on_selection(at)) {
-      // The window would begin a drag of its own.
+      // Otherwise the window would begin a drag of its own.
       box_.put_caret(display_.position_at(at), false);
     } else if ((shift & keys::shift_key) != 0 && display_.has_other_caret()) {
       display_.put_caret(box_.selected().anchor);

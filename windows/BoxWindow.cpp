@@ -21,10 +21,10 @@ using platform::BoxAppearance;
 namespace {
 
 constexpr UINT_PTR subclass_id = 1;
-/// Far from those of the window's own.
+/// Far from the window's own timers.
 constexpr UINT_PTR timer_id = 0x51454C;
 
-/// The class of windows is there as long as its library.
+/// The window class exists as long as its library is loaded.
 void load_window_class() {
   static const HMODULE library = LoadLibraryW(L"msftedit.dll");
   if (library == nullptr) throw Error(Error::component_base, "RichEdit", "msftedit.dll is missing");
@@ -41,7 +41,7 @@ DWORD style_of(const BoxAppearance& appearance) {
   return style;
 }
 
-/// Messages by which the window's formats get out of it.
+/// Whether a message reads formats from the window.
 bool reads_formats(UINT message) {
   constexpr UINT messages[] = {WM_PRINT,           WM_PRINTCLIENT,   EM_FORMATRANGE,
                                EM_STREAMOUT,       EM_GETCHARFORMAT, EM_GETPARAFORMAT,
@@ -49,13 +49,13 @@ bool reads_formats(UINT message) {
   return std::find(std::begin(messages), std::end(messages), message) != std::end(messages);
 }
 
-/// Whether the window has to be another one: these cannot be changed.
+/// Whether a change needs a new window: these styles cannot be changed in an existing one.
 bool are_styles_fixed(const BoxAppearance& before, const BoxAppearance& after) {
   return before.scroll_bars != after.scroll_bars || before.multiline != after.multiline;
 }
 
-/// What may have become of a window's text. Other programs put text into it by messages not all of
-/// which mark it as changed.
+/// How much of a window's text a message may have changed. Not all the messages by which other
+/// programs put text into it mark it as changed.
 BoxDisplay::Touch touch_of(UINT message) {
   switch (message) {
     case WM_SETTEXT:
@@ -69,7 +69,7 @@ BoxDisplay::Touch touch_of(UINT message) {
   }
 }
 
-/// A message that asks for what a key does.
+/// A message that asks for the command of a key.
 struct Command {
   UINT message;
   std::int16_t key_code;
@@ -133,7 +133,7 @@ void BoxWindow::create(HWND parent) {
   drop_target_.emplace(window_, box_, [this](POINT at) { return display_.position_at(at); });
 }
 
-/// Somebody else destroys the window: what it does with its text now is no change of the box.
+/// Somebody else destroys the window: what happens to its text now does not change the box.
 void BoxWindow::lose() {
   window_ = nullptr;
   owner_ = nullptr;
@@ -177,7 +177,7 @@ void BoxWindow::show_appearance(const BoxAppearance& before) {
   place();
 }
 
-/// Where the window is, and what can be done with it.
+/// Updates the position of the window, and what the user may do in it.
 void BoxWindow::place() {
   const BoxAppearance is = box_.appearance();
   SetWindowPos(window_, nullptr, is.left, is.top, std::max(is.width, 0), std::max(is.height, 0),
@@ -188,7 +188,7 @@ void BoxWindow::place() {
   ShowWindow(window_, is.visible && owner_ != nullptr ? SW_SHOWNA : SW_HIDE);
 }
 
-// What the window shows, and what is taken from it.
+// Showing the box, and taking over edits.
 
 void BoxWindow::show(const box::Change& change) {
   is_stale_ = composes_;
@@ -201,7 +201,7 @@ void BoxWindow::show_selection() {
   if (window_ != nullptr && !composes_) display_.show_selection();
 }
 
-/// When no key and nothing of the mouse waits.
+/// Goes on with the formats when no input from keys or the mouse is waiting.
 void BoxWindow::go_on_later() {
   constexpr UINT soon = 10;
   if (!display_.is_complete()) SetTimer(window_, timer_id, soon, nullptr);
@@ -215,11 +215,11 @@ void BoxWindow::take_from_window(BoxDisplay::Touch touch) {
   const std::optional<box::Selection> selected = display_.take_selection();
   if (!selected) return;
   box_.put_selection(*selected);
-  // The window may have stopped within a character.
+  // The window's caret may have stopped within a character.
   display_.show_selection();
 }
 
-/// The listener is told of its characters as of those that are typed.
+/// The listener is told of its characters as if they were typed.
 void BoxWindow::take_foreign_text(BoxDisplay::Touch touch) {
   const auto edit = display_.take_text(touch);
   go_on_later();
@@ -239,7 +239,7 @@ void BoxWindow::carry(box::Drag& drag) { windows::carry(drag); }
 LRESULT CALLBACK BoxWindow::procedure(HWND window, UINT message, WPARAM parameter, LPARAM data,
                                       UINT_PTR id, DWORD_PTR view) {
   auto& self = *reinterpret_cast<BoxWindow*>(view);
-  // A listener may let go of it, and this goes with it.
+  // A listener may let go of the box, and this window goes with it.
   const auto held = self.box_.weak_from_this().lock();
   if (message == WM_DESTROY) {
     RemoveWindowSubclass(window, procedure, id);
@@ -251,7 +251,7 @@ LRESULT CALLBACK BoxWindow::procedure(HWND window, UINT message, WPARAM paramete
   try {
     return self.handle(message, parameter, data);
   } catch (const std::exception&) {
-    // There is nobody above who could be told.
+    // There is no caller to report the error to.
     MessageBeep(MB_ICONERROR);
     return 0;
   }
@@ -262,7 +262,7 @@ LRESULT BoxWindow::handle(UINT message, WPARAM parameter, LPARAM data) {
   return act_natively(message, parameter, data);
 }
 
-/// Lets the window's own procedure act, and takes over what has come of it.
+/// Lets the window's own procedure act, and takes over its result.
 LRESULT BoxWindow::act_natively(UINT message, WPARAM parameter, LPARAM data) {
   const LRESULT result = DefSubclassProc(window_, message, parameter, data);
   take_from_window(touch_of(message));
@@ -292,8 +292,8 @@ BoxWindow::Handled BoxWindow::handle_own(UINT message, WPARAM parameter, LPARAM 
   return handle_key(message, parameter, data);
 }
 
-/// While text is composed it is the window's alone. Where the box has changed meanwhile it is lost:
-/// nobody could say where it belongs.
+/// Text being composed is in the window alone. Where the box has changed meanwhile it is lost,
+/// since its place can no longer be told.
 BoxWindow::Handled BoxWindow::compose(UINT message, WPARAM parameter, LPARAM data) {
   if (message == WM_IME_STARTCOMPOSITION) {
     display_.put_typing_format();

@@ -15,19 +15,19 @@
 
 namespace qel::windows {
 
-/// A window of the system's rich edit class that shows a box, hands in what the user does, and
-/// moves the caret by lines. What is composed from several keys, and what other programs put into
-/// the window, is typed in the box.
+/// A window of the system's rich edit class that shows a box, passes in what the user does, and
+/// moves the caret by lines. Text composed from several keys, or put into the window by other
+/// programs, is typed into the box.
 ///
-/// Of a long text with many formats the window shows the text at once and the formats from its
-/// beginning on, while it handles messages; whoever reads formats from it gets all of them.
+/// Of a long text with many formats the window shows the text at once, and then the formats from
+/// its beginning on, while it handles messages; a program that reads formats from it gets all.
 ///
-/// What the window cannot show: a line separator and other characters at which it would end a line
-/// are shown as blanks, control characters and placeholders of objects as a sign. A font's name has
-/// 31 characters there. The text itself keeps all of it.
+/// Limits of the window: a line separator and other characters at which it would end a line are
+/// shown as blanks, control characters and placeholders of objects as a sign. A font's name has at
+/// most 31 characters. The box itself keeps all of these.
 class BoxWindow : public box::View {
  public:
-  /// A new box in such a window on `owner`; one on nothing is not shown before it is put on a
+  /// A new box in such a window on `owner`; with a null owner it is not shown until it is put on a
   /// window. The clipboard must outlive it.
   static std::shared_ptr<box::Box> create(HWND owner, platform::Clipboard& clipboard);
   ~BoxWindow() override;
@@ -35,17 +35,17 @@ class BoxWindow : public box::View {
   void show(const box::Change& change) override;
   void show_selection() override;
   void show_appearance(const platform::BoxAppearance& before) override;
-  /// The window is made when it is asked for. It is another one after some changes of the
-  /// appearance, and when the owner's window was destroyed.
+  /// The window is created when it is first asked for. Some changes of the appearance replace it,
+  /// as does the destruction of the owner's window.
   platform::WindowHandle window() override;
   void put_owner(platform::WindowHandle owner) override;
   platform::Clipboard& clipboard() override { return clipboard_; }
   void carry(box::Drag& drag) override;
-  /// Messages hold on to the box, so none is being handled now.
+  /// Messages being handled hold on to the box, so there are none now.
   void close() override { delete this; }
 
  private:
-  /// What a handler of a message returns: the result, or nothing for a message that is left to the
+  /// What a message handler returns: the result, or nothing where the message is left to the
   /// window's own procedure.
   using Handled = std::optional<LRESULT>;
 

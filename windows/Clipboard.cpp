@@ -8,14 +8,14 @@
 namespace qel::windows {
 namespace {
 
-/// The platform's number for a clipboard that cannot be opened.
+/// The platform's error number for a clipboard that cannot be opened.
 constexpr std::uint32_t clipboard_not_open = 521;
 
 /// The clipboard, open as long as this lives.
 class OpenClipboard {
  public:
   explicit OpenClipboard(HWND owner) {
-    // Others look at each new content for a moment.
+    // Other programs may open it briefly to look at new content.
     constexpr int tries = 10;
     constexpr DWORD pause = 10;
     for (int i = 0; i < tries && !is_open_; ++i) {
@@ -35,7 +35,7 @@ class OpenClipboard {
   bool is_open_ = false;
 };
 
-/// A window that nobody sees: only who owns the clipboard can put something there.
+/// An invisible window: only the clipboard's owner can put something there.
 class Owner {
  public:
   Owner()
@@ -76,7 +76,7 @@ std::optional<std::u16string> Clipboard::text() const { return content(CF_UNICOD
 void Clipboard::put(std::u16string_view text, std::u16string_view rtf) {
   const Owner owner;
   const windows::OpenClipboard clipboard(owner.window());
-  // Who cuts must not lose what did not get there.
+  // Cutting must not lose text that did not get there.
   if (!clipboard || EmptyClipboard() == FALSE || !windows::put(text, CF_UNICODETEXT) ||
       !windows::put(rtf, rtf_clipboard_format())) {
     throw Error(clipboard_not_open, "Clipboard", "The clipboard is in use.");

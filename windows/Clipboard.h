@@ -9,7 +9,7 @@ class Clipboard : public platform::Clipboard {
  public:
   std::optional<std::u16string> rtf() const override;
   std::optional<std::u16string> text() const override;
-  /// Raises when another program does not let go of the clipboard.
+  /// Raises when another program keeps the clipboard open.
   void put(std::u16string_view text, std::u16string_view rtf) override;
 };
 

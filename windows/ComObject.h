@@ -4,8 +4,8 @@
 
 namespace qel::windows {
 
-/// A COM object with one interface and a count of who holds it. It begins with one, and goes when
-/// nobody does any more.
+/// A COM object with one interface and a reference count. It begins with one reference, and deletes
+/// itself with the last.
 template <class Interface>
 class ComObject : public Interface {
  public:

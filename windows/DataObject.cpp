@@ -21,8 +21,8 @@ using platform::text_format;
 
 namespace {
 
-// Objects of this thread. The system may pass on another object in an object's place, so data says
-// by a form of its own which one it comes from.
+// Objects of this thread. The system may pass on another object in place of one, so the data names
+// the object that it comes from in a format of its own.
 thread_local std::vector<DataObject*> own_objects;
 
 struct Origin {
@@ -40,7 +40,7 @@ struct Form {
   CLIPFORMAT format;
 };
 
-/// What data can have, the best form of each first.
+/// The formats that data can have, the best of each kind first.
 std::vector<Form> known_forms() {
   return {{rtf_format, static_cast<CLIPFORMAT>(rtf_clipboard_format())},
           {text_format, CF_UNICODETEXT},
@@ -63,7 +63,7 @@ HGLOBAL block_of(const Origin& origin) {
   return block;
 }
 
-/// What an object gives in one form, until this goes.
+/// Holds what an object gives in one format.
 class Medium {
  public:
   Medium(IDataObject& object, CLIPFORMAT format) {
@@ -76,7 +76,7 @@ class Medium {
     if (has_) ReleaseStgMedium(&medium_);
   }
 
-  /// Null for what is not there in memory.
+  /// Null for data that is not in memory.
   HGLOBAL block() const {
     return has_ && medium_.tymed == TYMED_HGLOBAL ? medium_.hGlobal : nullptr;
   }
@@ -119,7 +119,7 @@ DataObject* DataObject::behind(IDataObject& object) {
   return is_own ? *found : nullptr;
 }
 
-/// The data in that form, in a new block; null where there is none.
+/// The data in that format, in a new block; null where there is none.
 HGLOBAL DataObject::block(CLIPFORMAT format) {
   if (format == origin_format()) return block_of({GetCurrentProcessId(), this});
   for (const Form& form : known_forms()) {

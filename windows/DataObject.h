@@ -10,17 +10,17 @@
 namespace qel::windows {
 
 /// Dragged data as other programs see it: text, in Unicode and in the system's code page, and RTF.
-/// What was only promised is supplied when somebody gets it.
+/// Promised data is supplied when a program gets it.
 class DataObject : public ComObject<IDataObject> {
  public:
   explicit DataObject(platform::DragData data);
 
-  /// The object behind `object` where that is one of this thread's, also when the system has put
-  /// something between; else null.
+  /// The object behind `object` where that is one of this thread's, even through an object that the
+  /// system has put in between; else null.
   static DataObject* behind(IDataObject& object);
 
   platform::DragData& data() { return data_; }
-  /// The source may be gone from now on: what was not supplied yet will not be.
+  /// The source may go from now on: data that has not been supplied yet will not be.
   void end_supply() { data_.put_supply({}); }
 
   HRESULT STDMETHODCALLTYPE GetData(FORMATETC* form, STGMEDIUM* medium) noexcept override;
@@ -46,8 +46,8 @@ class DataObject : public ComObject<IDataObject> {
   platform::DragData data_;
 };
 
-/// Data of any program as dragged data: what it has is promised, and read from `object` when it is
-/// asked for. The object is held as long as the result.
+/// Any program's data as dragged data: the formats that it has are promised, and read from `object`
+/// when asked for. The result holds the object.
 platform::DragData read_data_object(IDataObject& object);
 
 }  // namespace qel::windows

@@ -29,7 +29,7 @@ std::wstring shown(std::u16string_view text, const platform::TextFont& font) {
   return out;
 }
 
-/// The nearest whole number; what no device has becomes the largest that one may have.
+/// The nearest whole number, limited to what a device can have.
 int rounded(double units) {
   constexpr double most = 0x7FFFFFF;
   return static_cast<int>(std::lround(std::clamp(units, -most, most)));
@@ -40,7 +40,7 @@ COLORREF color_ref(Color color) {
   return static_cast<COLORREF>(color);
 }
 
-/// Undoes changes of a context's state when it goes.
+/// Restores a context's state when destroyed.
 class SavedState {
  public:
   explicit SavedState(HDC context) : context_(context), state_(SaveDC(context)) {}
@@ -68,7 +68,7 @@ DeviceCanvas::DeviceCanvas(HDC context) : context_(context) {
 HFONT DeviceCanvas::handle_of(const platform::TextFont& font) const {
   if (last_handle_.handle() != nullptr && font == last_font_) return last_handle_.handle();
   LOGFONTW description = {};
-  // No height at all would be a size of the system's choice.
+  // A height of 0 would mean a size of the system's choice.
   description.lfHeight = std::min(rounded(-static_cast<double>(font.size) * std::abs(down_)), -1);
   description.lfWeight = font.bold ? FW_BOLD : FW_NORMAL;
   description.lfItalic = font.italic ? TRUE : FALSE;
@@ -115,7 +115,7 @@ void DeviceCanvas::fill_rectangle(const platform::CanvasRectangle& rectangle, Co
   const auto edges = [](float from, float length, double scale) {
     const int first = rounded(static_cast<double>(from) * scale);
     const int last = rounded((static_cast<double>(from) + static_cast<double>(length)) * scale);
-    // A thin line under text is one pixel at least.
+    // A thin line under text is at least one pixel.
     return std::pair(first, last == first ? first + (scale < 0 ? -1 : 1) : last);
   };
   const auto [left, right] = edges(rectangle.left, rectangle.width, across_);

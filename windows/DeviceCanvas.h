@@ -10,14 +10,14 @@
 namespace qel::windows {
 
 /// Draws on a device context: of a window, a printer or a bitmap. Its unit is the point, from the
-/// context's origin, whatever the device and the mapping mode are.
+/// context's origin, whatever the device and the mapping mode.
 ///
-/// Fonts are those of the system, or what it has in their place. Text in font Symbol is drawn with
-/// the characters that it means. A TAB is a gap of four blanks.
+/// Fonts are the system's, or its substitutes for them. Text in font Symbol is drawn as the
+/// characters that it stands for. A TAB is a gap of four blanks.
 class DeviceCanvas : public platform::Canvas {
  public:
-  /// The context has to outlive the canvas, and is left as it was found. The mapping mode must stay
-  /// the same meanwhile.
+  /// The context must outlive the canvas, which leaves it as it was. The mapping mode must not
+  /// change meanwhile.
   explicit DeviceCanvas(HDC context);
 
   float text_width(std::u16string_view text, const platform::TextFont& font) const override;
@@ -31,7 +31,7 @@ class DeviceCanvas : public platform::Canvas {
   HDC context_;
   double across_;  // logical units in a point
   double down_;
-  // Text is measured in one font many times over.
+  // Text is measured many times in the same font.
   mutable platform::TextFont last_font_;
   mutable Font last_handle_;
 };

@@ -6,7 +6,7 @@
 
 namespace qel::windows {
 
-/// Keeps the user from all windows of the thread but one, for as long as this lives. Windows may go
+/// Disables all windows of the thread but one, for as long as it lives. Windows may be destroyed
 /// meanwhile.
 class DisabledWindows {
  public:

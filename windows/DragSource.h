@@ -4,9 +4,9 @@
 
 namespace qel::windows {
 
-/// Lets the user drag that with the mouse until it is dropped, or given up, and tells it the end.
-/// What its data promises is supplied until then only. The drag, and all that it lends, has to live
-/// on meanwhile, whatever happens to its window.
+/// Lets the user drag with the mouse until the drop or the end without one, and reports the effect
+/// to `drag`. Promised data is supplied only until then. The drag, and all that it refers to, must
+/// live until then, whatever happens to its window.
 void carry(box::Drag& drag);
 
 }  // namespace qel::windows

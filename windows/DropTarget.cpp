@@ -63,7 +63,7 @@ class DropTarget::Target : public ComObject<IDropTarget> {
     if (object == nullptr || effect == nullptr) return E_INVALIDARG;
     const Forgotten afterwards(*this);
     return answer(effect, [&](std::int32_t allowed) {
-      // Some sources make their data complete for the drop only.
+      // Some sources complete their data only for the drop.
       look_at(*object);
       bool inserts = false;
       const std::int32_t became = drop_.drop(data(), allowed, place(keys, at), [&] {
@@ -76,7 +76,7 @@ class DropTarget::Target : public ComObject<IDropTarget> {
   }
 
  private:
-  /// Holds on to the target, and lets go of what was dragged when it goes.
+  /// Holds on to the target, and makes it let go of what was dragged when destroyed.
   class Forgotten {
    public:
     explicit Forgotten(Target& target) : target_(&target) {}
@@ -91,12 +91,12 @@ class DropTarget::Target : public ComObject<IDropTarget> {
     Pointer<Target> target_;
   };
 
-  /// Lets `act` say what a drop does; nothing where the box is gone, or it fails.
+  /// Lets `act` decide what a drop does; a drop does nothing where the box is gone or `act` fails.
   template <class Act>
   HRESULT answer(DWORD* effect, Act act) noexcept {
     const auto allowed = static_cast<std::int32_t>(*effect);
     *effect = DROPEFFECT_NONE;
-    // Whoever is told may let go of both.
+    // A listener may let go of both.
     const auto held = Pointer<Target>(this);
     const auto box = box_.lock();
     return guarded([&]() -> HRESULT {

@@ -13,21 +13,21 @@
 
 namespace qel::windows {
 
-/// Makes a window a target of drops on a box for as long as this lives. Data that a box of this
-/// thread drags comes as it is, all other data is read when it is asked for.
+/// Makes a window a target of drops on a box for as long as this lives. Data from a box of
+/// this thread is passed on as it is, any other is read when it is asked for.
 class DropTarget {
  public:
   /// The position in the box's text that is nearest to a point in the window.
   using PositionAt = std::function<std::size_t(POINT)>;
 
-  /// The window and the box, which is shared, have to outlive this; what else the window was a
-  /// target for ends. Without OLE on the thread nothing is ever dropped.
+  /// The window and the box, which is shared, must outlive this; any drop target that the window
+  /// had is replaced. Without OLE on the thread nothing is ever dropped.
   DropTarget(HWND window, box::Box& box, PositionAt position_at);
   DropTarget(const DropTarget&) = delete;
   DropTarget& operator=(const DropTarget&) = delete;
   ~DropTarget();
 
-  /// What the system calls.
+  /// The object that the system calls.
   IDropTarget& target() const;
 
  private:

@@ -7,7 +7,7 @@
 namespace qel::windows {
 namespace {
 
-// Above the numbers of the buttons.
+// Above the command numbers of the buttons.
 constexpr UINT first_command = 100;
 
 /// An item as the window system has it.

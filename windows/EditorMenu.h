@@ -11,14 +11,14 @@
 
 namespace qel::windows {
 
-/// The menus of an editor window. They belong to the window that they are given to; this has to
+/// The menus of an editor window. The window that they are given to owns them; this object must
 /// live as long.
 class EditorMenu {
  public:
   explicit EditorMenu(const std::vector<platform::Menu>& menus);
 
   HMENU handle() const { return bar_; }
-  /// Name of the item that sends that command; empty for a number that is not a menu item's.
+  /// The name of the item that sends that command; empty where no item does.
   std::u16string_view name_of(UINT command) const;
   /// Brings the check marks up to date.
   void show_checks(const platform::EditorListener& listener) const;
@@ -33,13 +33,13 @@ class EditorMenu {
   void append(HMENU popup, const platform::MenuItem& item);
 
   HMENU bar_;
-  std::deque<Item> items_;  // what the window system knows stays where it is
+  std::deque<Item> items_;  // a deque: the window system keeps addresses of items
 };
 
-/// Chooses the item of that name in the menus of the editor window `editor`, as its user would;
+/// Chooses the item of that name in the menus of the editor window `editor`, as a user would;
 /// whether there is one. Only for windows of the caller's process.
 bool choose(HWND editor, std::u16string_view name);
-/// Whether a menu of that window, opened now, would show a check mark at the item of that name.
+/// Whether a menu of that window, if opened now, would show a check mark at the item of that name.
 bool shows_check(HWND editor, std::u16string_view name);
 
 }  // namespace qel::windows

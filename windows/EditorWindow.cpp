@@ -86,7 +86,7 @@ EditorWindow::~EditorWindow() {
     box_->put_owner(0);
     DestroyWindow(window_);
   }
-  // Fails while another one is there. A library's classes must not stay when it is unloaded.
+  // Fails while there is another such window. A library must not leave its classes when unloaded.
   UnregisterClassW(class_name, module_handle());
 }
 
@@ -136,7 +136,7 @@ void EditorWindow::focus_box() {
   if (window_ != nullptr) SetFocus(native_window(box_->window()));
 }
 
-/// To the part that had it, which is the box at first.
+/// Gives the focus back to the part that had it; at first, to the box.
 void EditorWindow::give_focus() {
   if (IsChild(window_, focus_) == FALSE) {
     focus_box();
@@ -163,7 +163,7 @@ void EditorWindow::run_loop() {
     MSG message = {};
     const BOOL result = GetMessageW(&message, nullptr, 0, 0);
     if (result <= 0) {
-      // The program ends: its own loop has to hear of it, too.
+      // The program is ending: its own loop has to learn of it, too.
       if (result == 0) PostQuitMessage(static_cast<int>(message.wParam));
       close_by_frame();
       return;
@@ -183,7 +183,7 @@ void EditorWindow::close() {
   if (GetActiveWindow() == window_ && owner != nullptr) SetActiveWindow(owner);
   ShowWindow(window_, SW_HIDE);
   if (owner != nullptr && IsChild(owner, focus_before_) != FALSE) SetFocus(focus_before_);
-  // The loop waits for a message. The window may be about to go.
+  // Wakes the loop, which waits for a message. The window may be about to go.
   PostThreadMessageW(GetCurrentThreadId(), WM_NULL, 0, 0);
 }
 
@@ -203,7 +203,7 @@ void EditorWindow::tell_size() {
   listener_->on_resize(size.cx * here.twips_per_pixel_x, size.cy * here.twips_per_pixel_y);
 }
 
-/// The box, too, tells what happens in it by commands.
+/// The box, too, sends notifications as commands.
 bool EditorWindow::is_own_command(UINT code, LPARAM part) const {
   return code == BN_CLICKED && (part == 0 || part == reinterpret_cast<LPARAM>(ok_) ||
                                 part == reinterpret_cast<LPARAM>(cancel_));

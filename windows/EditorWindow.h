@@ -12,18 +12,18 @@
 
 namespace qel::windows {
 
-/// The large editor's window, owned by the window of the thread that is active when it is made.
-/// While it is shown, the thread's other windows do not react to the user. Everything of the
-/// interface is supported but the pane.
+/// The large editor's window, owned by the thread's window that is active when it is created. While
+/// it is shown, the thread's other windows do not react to the user. Supports the whole interface
+/// except the pane.
 ///
-/// Escape is the second button, closing by the frame is told as such; so is the end of its owner or
-/// of the program, after which the box lives on for whoever holds it. Menu items show their
-/// shortcuts, and the listener hears those keys from the box. Failures of a listener are a sound.
+/// Escape is the second button. Closing by the frame is reported as such, and so is the end of the
+/// owner or of the program, after which the box lives on while somebody holds it. Menu items show
+/// their shortcuts, whose keys the listener gets from the box. A failing listener causes a sound.
 class EditorWindow : public platform::EditorWindow {
  public:
   static constexpr const wchar_t* class_name = L"QELTextEditor";
 
-  /// Raises when the system has no window left.
+  /// Raises when the system cannot create another window.
   explicit EditorWindow(const platform::EditorDescription& description);
   EditorWindow(const EditorWindow&) = delete;
   EditorWindow& operator=(const EditorWindow&) = delete;
@@ -57,7 +57,7 @@ class EditorWindow : public platform::EditorWindow {
   std::shared_ptr<platform::RichEdit> box_;
   HWND ok_ = nullptr;
   HWND cancel_ = nullptr;
-  HWND focus_ = nullptr;  // had the focus when the window was active last
+  HWND focus_ = nullptr;  // had the focus when the window was last active
   platform::EditorListener* listener_ = nullptr;
   bool is_open_ = false;
   std::optional<DisabledWindows> others_;  // while it is open

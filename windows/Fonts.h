@@ -26,7 +26,7 @@ class Font {
   HFONT handle_ = nullptr;
 };
 
-/// Has a font selected in a device context for as long as it lives.
+/// Selects a font in a device context for as long as it lives.
 class SelectedFont {
  public:
   SelectedFont(HDC context, HFONT font) : context_(context), before_(SelectObject(context, font)) {}

@@ -10,20 +10,20 @@
 #include "qel/platform/RichEdit.h"
 #include "qel/richtext/CharFormat.h"
 
-/// Formats of the library as the system's rich edit window takes them.
+/// Converts the library's formats to those of the system's rich edit window.
 namespace qel::windows {
 
-/// The value of a colour that may be a system's.
+/// The value of a colour, which may be a system colour.
 COLORREF color_value(Color color);
 
-/// All of a format. Black and the system's colour of text become the window's own colour of text,
-/// so that such text stays readable in any scheme; on a background of the host's own that colour
-/// has to be named (`automatic`).
+/// The whole format. Black and the system's colour of text become the window's own text colour, so
+/// that such text stays readable in any scheme; on a background of the host's own that colour must
+/// be given (`automatic`).
 CHARFORMAT2W native_format(const richtext::CharFormat& format, std::optional<COLORREF> automatic);
 
 PARAFORMAT2 native_format(richtext::Alignment alignment);
 
-/// The colour of text that is readable on a background of the host's own; nothing on the system's.
+/// The colour of text that is readable on a background of the host's own; empty on the system's.
 std::optional<COLORREF> text_color_on(Color background);
 
 }  // namespace qel::windows

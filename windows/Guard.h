@@ -6,7 +6,8 @@
 
 namespace qel::windows {
 
-/// Runs what the system called for. No exception leaves it: what `act` throws becomes a failure.
+/// Runs `act` for a call from the system. No exception leaves it: what `act` throws becomes a
+/// failure.
 template <class Act>
 HRESULT guarded(Act act) noexcept {
   try {

@@ -5,7 +5,7 @@
 
 namespace qel::windows {
 
-/// Holds OLE for the thread that makes it, which also has to end it.
+/// Keeps OLE initialised for the thread that creates it, which must also destroy it.
 class OleSession {
  public:
   OleSession() : result_(OleInitialize(nullptr)) {}
@@ -15,7 +15,7 @@ class OleSession {
     if (SUCCEEDED(result_)) OleUninitialize();
   }
 
-  /// False on a thread that may not have it: one of the multithreaded apartment.
+  /// False on a thread that cannot have OLE: one in the multithreaded apartment.
   explicit operator bool() const { return SUCCEEDED(result_); }
 
  private:

@@ -7,12 +7,12 @@
 
 namespace qel::windows {
 
-/// Shares in a component's object: holds one reference to it.
+/// A smart pointer to a COM object: holds one reference to it.
 template <class Interface>
 class Pointer {
  public:
   Pointer() = default;
-  /// Adds a reference to an object that somebody else holds; null is nothing.
+  /// Adds a reference to an object that somebody else holds; may be null.
   explicit Pointer(Interface* shared) noexcept : object_(shared) {
     if (object_ != nullptr) object_->AddRef();
   }
@@ -39,14 +39,14 @@ class Pointer {
   explicit operator bool() const noexcept { return object_ != nullptr; }
   friend bool operator==(const Pointer&, const Pointer&) = default;
 
-  /// Where a call leaves an object; nothing is held meanwhile.
+  /// The address where a call leaves an object; releases the one held before.
   Interface** put() noexcept {
     *this = Pointer();
     return &object_;
   }
-  /// Hands the reference over to the caller.
+  /// Passes the reference on to the caller.
   Interface* detach() noexcept { return std::exchange(object_, nullptr); }
-  /// The same object by another interface; nothing where it has none such.
+  /// The same object by another interface; null where it does not have it.
   template <class Other>
   Pointer<Other> as() const noexcept {
     Other* other = nullptr;

@@ -8,8 +8,8 @@ namespace qel::windows {
 
 namespace {
 
-/// The window ends its text, a line or a cell of a table at some characters, and looks for an
-/// object at another.
+/// At some characters the window would end its text, a line or a table cell, and at another it
+/// would look for an object.
 char16_t shown(char16_t character) {
   constexpr std::u16string_view blanks = u"\v\f\u0085\u2028\u2029";
   constexpr std::u16string_view signs = u"\uFFF9\uFFFA\uFFFB\uFFFC";
@@ -41,7 +41,7 @@ long Positions::native(std::size_t position) const {
 }
 
 std::size_t Positions::of_native(long native) const {
-  // The window has taken one position less for each break before.
+  // The window counts one position less for each break before this one.
   const auto next =
       std::partition_point(breaks_.begin(), breaks_.end(), [&](const std::size_t& at) {
         return static_cast<long>(at) - (&at - breaks_.data()) < native;

@@ -10,7 +10,7 @@ namespace qel::windows {
 /// A device context in memory in which fonts are tried out.
 class TestFont : public platform::MeasuringSurface {
  public:
-  /// Raises when the system has no device context left.
+  /// Raises when the system cannot create another device context.
   TestFont();
   TestFont(const TestFont&) = delete;
   TestFont& operator=(const TestFont&) = delete;

@@ -6,12 +6,12 @@
 #include <string>
 #include <string_view>
 
-/// Text between the library and Windows: both are UTF-16, so nothing is converted.
+/// Passes text between the library and Windows: both are UTF-16, so nothing is converted.
 namespace qel::windows {
 
 static_assert(sizeof(wchar_t) == sizeof(char16_t));
 
-/// Each holds as long as `text`.
+/// Each is valid as long as `text`.
 inline const wchar_t* wide(const std::u16string& text) {
   return reinterpret_cast<const wchar_t*>(text.c_str());
 }

@@ -4,10 +4,10 @@
 
 namespace qel::windows {
 
-/// The visual styles of the desktop, as the system's library of that name knows them.
+/// The visual styles of the system, from its library for them.
 class VisualStyles : public platform::VisualStyles {
  public:
-  /// Styles as the library `library` knows them, which is looked for when they are asked for.
+  /// Uses the styles library named `library`, which is loaded when the styles are asked for.
   explicit VisualStyles(const wchar_t* library = L"uxtheme.dll") : library_(library) {}
 
   /// Raises where the system has no such library.

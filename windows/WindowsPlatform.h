@@ -6,14 +6,14 @@
 
 namespace qel::windows {
 
-/// The desktop of Windows: boxes and editor windows that are seen, the system's clipboard, colours,
+/// The platform of Windows: visible boxes and editor windows, the system's clipboard, colours,
 /// fonts and visual styles. Boxes and windows belong to the thread that creates them.
 ///
 /// A window handle is an HWND, which must outlive the boxes on it; scale units are pixels.
-/// A device context of a measuring surface holds as long as the surface.
+/// A measuring surface's device context is valid as long as the surface.
 class WindowsPlatform : public platform::Platform {
  public:
-  /// The one that controls share.
+  /// The platform that controls share.
   static std::shared_ptr<const WindowsPlatform> shared();
 
   const platform::SystemColors& system_colors() const override;

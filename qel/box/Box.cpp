@@ -70,7 +70,7 @@ void Box::change_format(const FormatChange& change) {
   const Extent extent = selection_.extent();
   if (!is_new) return;
   if (extent.length() == 0) {
-    // A view shows in this format what is being composed.
+    // The view shows text being composed in this format.
     if (view_ != nullptr) view_->show_selection();
     return;
   }
@@ -166,7 +166,7 @@ void Box::put_selection(Selection selection) {
   const bool is_backward = selection.caret < selection.anchor;
   whole(selection.anchor, !is_caret && is_backward);
   whole(selection.caret, !is_caret && !is_backward);
-  // A caret that stays keeps the format that was chosen for what is typed next.
+  // A caret that does not move keeps the format that was chosen for the next character.
   if (selection == selection_) return;
   const bool is_same_extent =
       selection.start() == selection_.start() && selection.end() == selection_.end();
@@ -287,7 +287,7 @@ void Box::start_drag() {
   if (effects != platform::no_drop && data.is_text() && view_ != nullptr) {
     Drag drag(data, effects, listener_);
     view_->carry(drag);
-    // Content that was moved within the box, or changed meanwhile, is not taken out.
+    // Content that was moved within the box, or has changed meanwhile, is not erased.
     constexpr std::int32_t box_drags = 1;
     const bool moves = drag.effect() == platform::move_drop && !dragged_->stays &&
                        appearance_.drag_mode == box_drags;
@@ -306,7 +306,7 @@ bool Box::take_drop(platform::DragData& data, std::size_t position, std::int32_t
     put_caret(position, false);
     const std::size_t start = selection_.caret;
     const std::uint64_t before = revision_;
-    // What puts nothing in, as a listener may, must not move it away from where it is.
+    // A paste that inserts nothing, as a listener's may, must not erase what is dragged.
     if (!paste(data) || before == revision_) return false;
     put_selection(Selection{start, std::max(start, selection_.caret)});
   }
@@ -314,7 +314,7 @@ bool Box::take_drop(platform::DragData& data, std::size_t position, std::int32_t
   return true;
 }
 
-/// One change, so that it is undone as one. Nothing moves when the text was changed meanwhile.
+/// Makes a single change, so that it is undone as one. Does nothing when the text has changed.
 bool Box::move_dragged(std::size_t to) {
   if (!is_still_there()) return false;
   const Extent moved = dragged_->extent;

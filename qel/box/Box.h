@@ -17,15 +17,15 @@
 
 namespace qel::box {
 
-/// A rich edit box: what is in it, what is selected, what can be undone, and what becomes of all
-/// that is typed, erased, pasted, dragged and dropped. It is the same on every platform; a view
-/// shows it and hands in what the user does (`Keyboard`, `Mouse`, `Drop`).
+/// A rich edit box: its content, its selection, its undo history, and what happens when text is
+/// typed, erased, pasted, dragged or dropped. It behaves the same on every platform; a view shows
+/// it and passes in what the user does (`Keyboard`, `Mouse`, `Drop`).
 ///
-/// Changes of the selection can be undone, whoever makes them. New content of the whole document
-/// and a new font of the box cannot, and end what could be undone before.
+/// Changes of the selected text can be undone, whoever makes them. New content for the whole
+/// document and a new font of the box cannot, and they clear the undo history.
 ///
-/// Boxes are shared: whoever calls a member by which a listener is told of something holds on to
-/// the box meanwhile, since a listener may let go of it.
+/// Boxes are shared: the caller of a member that notifies a listener must hold on to the box
+/// meanwhile, since the listener may let go of it.
 class Box : public platform::RichEdit, public std::enable_shared_from_this<Box> {
  public:
   using Kind = UndoHistory::Kind;
@@ -33,7 +33,7 @@ class Box : public platform::RichEdit, public std::enable_shared_from_this<Box> 
   Box() = default;
   ~Box() override;
 
-  /// The view that shows the box from now on; it must be taken away before it goes (null).
+  /// Sets the view that shows the box; it must be taken away (null) before it goes.
   void attach(View* view) { view_ = view; }
 
   richtext::Document content(platform::Scope scope) const override;
@@ -47,7 +47,7 @@ class Box : public platform::RichEdit, public std::enable_shared_from_this<Box> 
   void put_alignment(richtext::Alignment alignment) override;
   void visit_runs(std::int32_t from, const platform::RunVisitor& visit) const override;
   platform::BoxAppearance appearance() const override { return appearance_; }
-  /// A new font or size is given to all text.
+  /// A new font or size is applied to all text.
   void put_appearance(const platform::BoxAppearance& appearance) override;
   platform::WindowHandle window() const override;
   void put_owner(platform::WindowHandle owner) override;
@@ -56,8 +56,8 @@ class Box : public platform::RichEdit, public std::enable_shared_from_this<Box> 
     listener_ = listener == nullptr ? &nobody_ : listener;
   }
 
-  // For views. Positions are in UTF-16 code units; none ever stands within a break or a surrogate
-  // pair.
+  // For views. Positions are in UTF-16 code units; those of the selection are never within a break
+  // or a surrogate pair.
 
   const richtext::Document& document() const { return document_; }
   const std::u16string& text() const { return document_.text(); }
@@ -77,42 +77,40 @@ class Box : public platform::RichEdit, public std::enable_shared_from_this<Box> 
   /// Whether the user may change the text.
   bool may_edit() const { return appearance_.enabled && !appearance_.read_only; }
 
-  // What a user does. Whether the user may is for the caller to ask, but for `take_edit`.
+  // What a user does. Except for `take_edit`, the caller checks whether the user may.
 
-  /// Puts text in place of the selection; what is typed in a row is undone together.
+  /// Replaces the selection with the text; text typed in succession is undone together.
   void type(std::u16string_view text);
-  /// Takes out a part; the caret ends up there.
+  /// Erases a part; the caret ends up there.
   void erase(richtext::Extent extent, Kind kind);
   bool can_undo() const { return history_.can_undo(); }
   bool can_redo() const { return history_.can_redo(); }
   void undo() { take_step(&UndoHistory::undo); }
   void redo() { take_step(&UndoHistory::redo); }
-  /// Puts text from elsewhere in place of the selection, its RTF where it has one, unless the
-  /// listener takes it over; whether there is either. In a box for a single line breaks become
-  /// blanks.
+  /// Replaces the selection with the data's RTF, or else its text, unless the listener does so
+  /// itself. Whether the data has either. In a box for a single line, breaks become blanks.
   bool paste(platform::DragData& data);
-  /// Puts dropped data at a position, and selects it; whether there was text in it. What is dragged
-  /// from here is moved where the effect says so.
+  /// Inserts dropped data at a position and selects it; text dragged from this box is moved if the
+  /// effect says so. Whether anything was dropped.
   bool take_drop(platform::DragData& data, std::size_t position, std::int32_t effect);
-  /// A view has changed its text by itself: `text` stands in place of the extent there. The box
-  /// follows, or refuses, and the view is told what there is to be shown either way. Whether it
-  /// follows.
+  /// The view has changed its own text: there, `text` has replaced the extent. The box follows or
+  /// refuses, and either way tells the view what to show. Whether it follows.
   bool take_edit(richtext::Extent extent, std::u16string_view text);
 
  private:
-  /// What is being dragged from here, and the revision that it belongs to.
+  /// The part that is being dragged from this box, and the revision in which it has that extent.
   struct Dragged {
     richtext::Extent extent;
     std::uint64_t revision = 0;
-    bool stays = false;  // it was dropped here, too
+    bool stays = false;  // it was dropped on this box, too
   };
 
   richtext::Extent extent_of(platform::Scope scope) const;
-  /// Where the selected paragraphs begin and end.
+  /// From a position in the first selected paragraph to one in the last.
   richtext::Extent selected_paragraphs() const;
-  /// The document's format at that part: of its first character, or of the one before a caret.
+  /// The document's format there: that of the first character, or of the one before a caret.
   const richtext::CharFormat& format_at(richtext::Extent extent) const;
-  /// The format of text that is put in place of that part.
+  /// The format of text that replaces the extent.
   const richtext::CharFormat& format_for(richtext::Extent extent) const;
   richtext::Document plain_content(richtext::Extent extent, std::u16string_view text) const;
   void replace(richtext::Extent extent, richtext::Document content, Kind kind);

@@ -6,7 +6,7 @@
 
 namespace qel::box {
 
-/// What is being dragged from a box. Whoever carries it says at the end what has become of it.
+/// A drag from a box. The view that carries it reports at the end what the drop has done.
 class Drag {
  public:
   Drag(platform::DragData& data, std::int32_t allowed_effects, platform::BoxListener*& listener)
@@ -16,13 +16,13 @@ class Drag {
   /// A mask of `DropEffect`.
   std::int32_t allowed_effects() const { return allowed_; }
 
-  /// Tells the source what a drop would do now. With `default_cursors` false afterwards the pointer
-  /// stays as it is.
+  /// Tells the source's listener what a drop would do now. If it sets `default_cursors` to false,
+  /// the pointer stays as it is.
   void give_feedback(std::int32_t& effect, bool& default_cursors) const {
     listener_->on_give_feedback(effect, default_cursors);
   }
 
-  /// One of the allowed effects, or none where nothing was dropped.
+  /// Ends the drag with one of the allowed effects, or none where nothing was dropped.
   void end(std::int32_t effect) { effect_ = effect & allowed_; }
   std::int32_t effect() const { return effect_; }
 

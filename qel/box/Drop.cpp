@@ -12,7 +12,7 @@ namespace {
 constexpr std::int32_t refuses = 0;
 constexpr std::int32_t box_acts = 2;
 
-/// What a listener has left as the effect: one of those allowed. Of both a copy loses nothing.
+/// Reduces the effect that a listener left to one that is allowed. Of two, the copy loses nothing.
 std::int32_t one_of(std::int32_t effect, std::int32_t allowed) {
   const std::int32_t left = effect & allowed & (copy_drop | move_drop);
   return left == (copy_drop | move_drop) ? std::int32_t{copy_drop} : left;
@@ -24,7 +24,7 @@ bool Drop::is_open() const {
   return box_.appearance().drop_mode != refuses && box_.appearance().enabled;
 }
 
-/// Whether the box itself puts in what is dropped on it.
+/// Whether the box itself inserts what is dropped on it.
 bool Drop::takes() const { return box_.appearance().drop_mode == box_acts && box_.may_edit(); }
 
 std::int32_t Drop::suggested_effect(std::int32_t allowed_effects) const {
@@ -66,7 +66,7 @@ std::int32_t Drop::drop(DragData& data, std::int32_t allowed_effects, DropPoint 
                         const std::function<std::size_t()>& position) {
   const bool was_over = is_over();
   data_ = &data;
-  // The button that was let go is the one that drops.
+  // The button released by the drop still counts.
   at.buttons = static_cast<std::int16_t>(at.buttons | at_.buttons);
   at_ = at;
   std::int32_t effect = was_over ? effect_ : suggested_effect(allowed_effects);

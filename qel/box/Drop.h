@@ -10,8 +10,8 @@ namespace qel::box {
 
 class Box;
 
-/// Where something dragged is over a box: the buttons and modifiers that are held, and the place in
-/// the box's scale units.
+/// The state of the mouse while something is dragged over a box: the buttons and modifiers held,
+/// and the position in the box's scale units.
 struct DropPoint {
   std::int16_t buttons = 0;
   std::int16_t shift = 0;
@@ -19,27 +19,27 @@ struct DropPoint {
   float y = 0;
 };
 
-/// The box's side of what is dragged over it: its listener is asked what a drop would do, and,
-/// where the box handles drops itself, what is dropped is put into its text. The members return one
-/// effect of those that the source allows, or none.
+/// The box's side of a drag over it: asks the listener what a drop would do and, where the box
+/// handles drops itself, inserts what is dropped. The members return one of the effects that the
+/// source allows, or none.
 class Drop {
  public:
   /// The box must outlive this.
   explicit Drop(Box& box) : box_(box) {}
 
-  /// Data comes onto the box; it must live until it leaves or is dropped.
+  /// Data enters the box; it must live until it leaves or is dropped.
   std::int32_t enter(platform::DragData& data, std::int32_t allowed_effects, DropPoint at);
   std::int32_t move(std::int32_t allowed_effects, DropPoint at);
-  /// The listener is told the last place; there is nothing for it to decide.
+  /// The listener is told the last position; it has nothing to decide.
   void leave();
-  /// `data` may be more complete than that which came. `position` finds the place in the text when
-  /// the box needs it.
+  /// `data` may be more complete than the data that entered. `position` finds the position in the
+  /// text if the box needs it.
   std::int32_t drop(platform::DragData& data, std::int32_t allowed_effects, DropPoint at,
                     const std::function<std::size_t()>& position);
 
-  /// Whether anything is over the box.
+  /// Whether anything is being dragged over the box.
   bool is_over() const { return data_ != nullptr; }
-  /// Whether the box would put what is over it into its text.
+  /// Whether a drop now would insert into the box's text.
   bool would_insert() const { return effect_ != platform::no_drop && takes(); }
 
  private:

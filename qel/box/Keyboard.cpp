@@ -21,7 +21,7 @@ bool is_blank(char16_t character) { return character == u' ' || character == u'\
 
 bool is_break(Text text, std::size_t at) { return text.substr(at, 2) == u"\r\n"; }
 
-/// Begin of the next word; breaks count as words.
+/// The beginning of the next word; breaks count as words.
 std::size_t word_after(Text text, std::size_t at) {
   if (at < text.size() && is_break(text, at)) return at + 2;
   while (at < text.size() && !is_blank(text[at]) && text[at] != u'\r') ++at;
@@ -36,7 +36,7 @@ std::size_t word_before(Text text, std::size_t at) {
   return at;
 }
 
-/// The character that the system makes of a key; 0 for none.
+/// The control character that the system generates for a key; 0 for none.
 std::int16_t character_of_key(std::int16_t key_code, std::int16_t shift) {
   const bool is_letter = key_code >= 'A' && key_code <= 'Z';
   if (is_letter && shift == ctrl_key) return static_cast<std::int16_t>(key_code - 'A' + 1);
@@ -187,7 +187,7 @@ void Keyboard::type(Text text) {
   if (!left.empty() && box_.may_edit()) box_.type(left);
 }
 
-/// Erases the selection, or where nothing is selected what lies between the caret and a position.
+/// Erases the selection or, where nothing is selected, from the caret to a position.
 void Keyboard::erase_to(std::size_t position, Kind kind) {
   if (!box_.may_edit()) return;
   const Selection& selected = box_.selected();

@@ -9,31 +9,31 @@
 
 namespace qel::box {
 
-/// The keys of a box, of which its listener is told before they act. Key codes and masks are those
-/// of `platform/Keys.h`. Nothing is changed in a box that may not be edited.
+/// The keys of a box; its listener is told of characters before they act. Key codes and masks are
+/// those of `platform/Keys.h`. Nothing changes in a box that may not be edited.
 ///
-/// The keys: Left and Right by clusters of characters and, with Ctrl, by words, which are divided
-/// by blanks; Ctrl+Home and Ctrl+End; all of these select with Shift. Backspace takes one
-/// character, so that a wrong accent can be typed again, Delete a whole cluster, both a word with
-/// Ctrl; Enter, and Ctrl+Tab for a tab, where there are several lines; Ctrl+A; Ctrl+C, Ctrl+X and
-/// Ctrl+V, Ctrl+Insert, Shift+Delete and Shift+Insert; Ctrl+Z and Alt+Backspace, Ctrl+Y.
-/// What depends on how lines are laid out is the view's.
+/// The keys: Left and Right by clusters of characters and, with Ctrl, by words, which blanks
+/// divide; Ctrl+Home and Ctrl+End; all of these select with Shift. Backspace erases one character,
+/// so that a wrong accent can be typed again, Delete a whole cluster, and both a word with Ctrl;
+/// Enter, and Ctrl+Tab for a tab, where there are several lines; Ctrl+A; Ctrl+C, Ctrl+X and Ctrl+V,
+/// Ctrl+Insert, Shift+Delete and Shift+Insert; Ctrl+Z and Alt+Backspace, Ctrl+Y.
+/// Keys that depend on how lines are laid out are the view's.
 class Keyboard {
  public:
   /// The box must outlive this.
   explicit Keyboard(Box& box) : box_(box) {}
 
-  /// What a key does by itself: its command, or what the control character that it types stands
-  /// for, of which the listener is told. Whether the box has a use for it.
+  /// Does what a key does by itself: runs its command, tells the listener of the control character
+  /// that it types, if any, and acts on that. Whether the box has a use for the key.
   bool act_on_key(std::int16_t key_code, std::int16_t shift);
-  /// The command alone, which tells of no character. Whether there is one.
+  /// Runs the key's command only, and reports no character. Whether there is one.
   bool run_command(std::int16_t key_code, std::int16_t shift);
-  /// Whether the key is one of those above, whatever comes of it.
+  /// Whether the key is one of those above, whatever its effect now.
   static bool knows(std::int16_t key_code, std::int16_t shift);
-  /// Tells the listener of each code unit, and types what it leaves of them as one edit. The first
-  /// half of a surrogate pair waits for the second one.
+  /// Tells the listener of each code unit, and types those it leaves as one edit. The first half of
+  /// a surrogate pair waits for the second.
   void type(std::u16string_view text);
-  /// Selects the word around a position, which is one of the text or its end.
+  /// Selects the word around a position, which may be the end of the text.
   void select_word(std::size_t at);
 
  private:

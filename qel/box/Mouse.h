@@ -7,8 +7,8 @@ namespace qel::box {
 
 class Box;
 
-/// The mouse at a box: what its listener is told, and when a drag of the selection begins. The view
-/// places the caret. Buttons are masks of 1 left, 2 right and 4 middle.
+/// The mouse at a box: informs its listener, and decides when a drag of the selection begins. The
+/// view places the caret. Buttons are masks of 1 left, 2 right and 4 middle.
 class Mouse {
  public:
   struct Event {
@@ -21,14 +21,14 @@ class Mouse {
   /// The box must outlive this.
   explicit Mouse(Box& box) : box_(box) {}
 
-  /// A button goes down, on a selected character or not. Whether the view is to place the caret:
-  /// not where a drag may begin.
+  /// A button goes down, on a selected character or not. Whether the view is to place the caret,
+  /// which it is not where a drag may begin.
   bool press(const Event& event, bool on_selection);
-  /// The pointer moves, far enough from where the button went down for a drag to begin or not yet.
-  /// Whether the view is to select up to there.
+  /// The pointer moves; `is_far` when it is far enough from where the button went down for a drag
+  /// to begin. Whether the view is to select up to there.
   bool move(const Event& event, bool is_far);
-  /// A button comes up. Whether the view is to place the caret where no drag has begun; then, or
-  /// otherwise, the event is told by `released`.
+  /// A button comes up. Whether the view is to place the caret now, since no drag has begun. After
+  /// that, `released` reports the event in any case.
   bool release() { return std::exchange(may_drag_, false); }
   void released(const Event& event);
   /// The left button goes down for the second time; the view selects the word.

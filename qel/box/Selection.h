@@ -7,8 +7,8 @@
 
 namespace qel::box {
 
-/// What is selected: from the anchor, which stays, to the caret, which moves. Positions are in
-/// UTF-16 code units.
+/// A selection: from the anchor, which stays, to the caret, which moves. Positions are in UTF-16
+/// code units.
 struct Selection {
   std::size_t anchor = 0;
   std::size_t caret = 0;

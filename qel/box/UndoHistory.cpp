@@ -22,7 +22,7 @@ void UndoHistory::record(const Document& document, const Change& change, Selecti
   forget_oldest();
 }
 
-/// Whether a change goes on where the last step of its kind stopped.
+/// Whether a change continues where the last step of its kind stopped.
 bool UndoHistory::joins(const Change& change, Kind kind) const {
   if (!is_open_ || done_.empty() || done_.back().kind != kind) return false;
   const Step& last = done_.back();

@@ -9,8 +9,8 @@ namespace qel::box {
 
 class Drag;
 
-/// A window that shows a box. It is told what has changed when the box has it already, and before
-/// the box's listener is told; it changes nothing in the box meanwhile.
+/// A window that shows a box. It learns of a change after the box has made it, and before the box's
+/// listener does; it must not change the box meanwhile.
 class View {
  public:
   View() = default;
@@ -19,21 +19,21 @@ class View {
   virtual ~View() = default;
 
   virtual void show(const Change& change) = 0;
-  /// Another part of the content is selected, or the same one from its other end.
+  /// The selection has changed, or only the end of it at which the caret is.
   virtual void show_selection() = 0;
   virtual void show_appearance(const platform::BoxAppearance& before) = 0;
 
   virtual platform::WindowHandle window() = 0;
   virtual void put_owner(platform::WindowHandle owner) = 0;
   virtual platform::Clipboard& clipboard() = 0;
-  /// The colour in which text without one of its own is shown. Text that is given this colour has
-  /// none, so that no colour scheme gets into the content: it is black there.
+  /// The colour in which text without a colour of its own is shown. Text that is given this colour
+  /// becomes black in the content, so that no colour scheme gets into it.
   virtual Color text_color() const { return 0; }
 
-  /// Lets the user drag that until it is dropped somewhere, and tells it the end.
+  /// Lets the user drag until the drop or the end without one, and reports the effect to `drag`.
   virtual void carry(Drag& drag) = 0;
 
-  /// The box is gone, and the view goes as soon as it can: it belongs to itself.
+  /// The box is gone. The view, which owns itself, deletes itself as soon as it can.
   virtual void close() = 0;
 };
 

@@ -7,9 +7,10 @@
 namespace qel {
 
 /// The host's side of a control's events. Each is raised when the visible box raises the event of
-/// the same name, before the control's own handling. What is passed by reference may be changed: a
-/// key code or character set to 0 is not handled any more. The mask `Shift` is 1 Shift, 2 Ctrl and
-/// 4 Alt; `Button` is 1 left, 2 right and 4 middle; positions are in the box's scale units.
+/// the same name, before the control's own handling. An argument passed by reference may be
+/// changed: a key code or character set to 0 is not handled any further. The mask `Shift` is 1
+/// Shift, 2 Ctrl and 4 Alt; `Button` is 1 left, 2 right and 4 middle; positions are in the box's
+/// scale units.
 class ControlEvents {
  public:
   virtual ~ControlEvents() = default;
@@ -26,7 +27,7 @@ class ControlEvents {
                          float /*Y*/) {}
   virtual void MouseUp(std::int16_t /*Button*/, std::int16_t /*Shift*/, float /*X*/, float /*Y*/) {}
 
-  // Drag and drop, as `platform::BoxListener` says.
+  // Drag and drop, as in `platform::BoxListener`.
 
   virtual void OLEStartDrag(platform::DragData& /*Data*/, std::int32_t& /*AllowedEffects*/) {}
   virtual void OLESetData(platform::DragData& /*Data*/, std::int16_t /*DataFormat*/) {}

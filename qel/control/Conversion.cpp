@@ -19,17 +19,17 @@ using platform::Scope;
 
 namespace {
 
-/// The measuring surface where the thread has all that a conversion needs, and its conversion box
-/// is none that a host has made.
+/// The measuring surface, for writing runs directly; null where the thread lacks something that a
+/// conversion needs, or its conversion box is of a class of the host's own.
 std::shared_ptr<platform::MeasuringSurface> surface_for_runs() {
   const bool is_own = dynamic_cast<const box::Box*>(Common::conversion_box().get()) != nullptr;
   return is_own ? Common::measuring_surface() : nullptr;
 }
 
-/// Whether there is no text behind the last break.
+/// Whether there is no text after the last break.
 bool is_closed(std::u16string_view text) { return text.empty() || text.ends_with(u'\n'); }
 
-/// Hands the runs of that scope to a writer.
+/// Passes the runs of that scope to a writer.
 template <class Writer>
 void write_runs(Writer& writer, const RichEdit& box, Scope scope) {
   const bool all = scope == Scope::document;
@@ -71,8 +71,8 @@ std::u16string Conversion::markup_of(std::u16string_view rtf) const {
   return markup_of(std::u16string(rtf), is_closed(document.text()));
 }
 
-/// Where the parser makes blanks of breaks it takes one off the end. That of the last paragraph is
-/// there for it.
+/// Where the parser turns breaks into blanks, it drops one blank at the end. A break after the last
+/// paragraph is added for it to drop.
 std::u16string Conversion::markup_of(std::u16string rtf, bool is_closed) const {
   const std::size_t end = rtf.rfind(u'}');
   const bool closes = !is_closed && parser.get_ConvertNLToSpace();

@@ -10,19 +10,19 @@
 
 namespace qel {
 
-/// How boxes become markup and reduced RTF. Their runs are read as they are, which gives what the
-/// parser gives for their RTF. But where a host has published a conversion box of a class of its
-/// own, that box gets the RTF and is read: it is there to be asked. Either way the parser's errors
-/// are raised where a thread has no measuring surface or no conversion box.
+/// Turns boxes into markup and reduced RTF. It reads their runs directly, with the same result as
+/// the parser's for their RTF. But where a host has published a conversion box of a class of its
+/// own, that box is loaded with the RTF and read instead. Either way it raises the parser's errors
+/// where a thread has no measuring surface or no conversion box.
 struct Conversion {
   const RTFParser& parser;
   QELIndexFonts& fonts;
   const QELIndexColors& colors;
 
-  /// All that is in the box. A blank at its end that somebody typed is kept whatever the switches.
+  /// The whole box. A blank that was typed at its end is kept, whatever the switches say.
   std::u16string markup_in(const platform::RichEdit& box) const;
   std::u16string simple_rtf_in(const platform::RichEdit& box, platform::Scope scope) const;
-  /// RTF from elsewhere as markup; here, too, no typed blank is taken for the last break.
+  /// RTF from elsewhere as markup; here, too, a typed blank at the end is kept.
   std::u16string markup_of(std::u16string_view rtf) const;
 
  private:

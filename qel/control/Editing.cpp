@@ -1,4 +1,4 @@
-// The text box while it is edited: the selection, keys, typed quotes, the clipboard, events.
+// Editing in the text box: the selection, keys, typed quotes, the clipboard, events.
 
 #include <algorithm>
 #include <array>
@@ -23,13 +23,13 @@ using richtext::FormatChange;
 
 using namespace keys;
 
-/// What the box of the large editor tells, as events of the control.
+/// Passes the events of the large editor's box on as events of the control.
 class QELTextbox::EditorEvents : public platform::BoxListener {
  public:
   explicit EditorEvents(QELTextbox& control) : control_(control) {}
 
   void on_change() override {
-    // A change that the control makes itself it tells of itself.
+    // The control itself raises the event for a change that it makes.
     if (!control_.changes_held_) control_.raise_change();
   }
   void on_key_down(std::int16_t& key_code, std::int16_t& shift) override {
@@ -44,7 +44,8 @@ class QELTextbox::EditorEvents : public platform::BoxListener {
   QELTextbox& control_;
 };
 
-/// What one of the control's own boxes tells, and the keys and the data that the control takes.
+/// Does the same for one of the control's own boxes, and handles the control's keys and pasted
+/// data.
 class QELTextbox::BoxEvents : public EditorEvents {
  public:
   BoxEvents(QELTextbox& control, std::size_t index) : EditorEvents(control), index_(index) {}
@@ -245,7 +246,7 @@ constexpr std::array style_toggles = {
 
 }  // namespace
 
-/// Whether the key is a style's; one that may not edit does nothing then.
+/// Acts on the key of a style, unless edits are not allowed. Whether it is such a key.
 bool QELTextbox::act_on_style(std::int16_t key_code, std::int16_t shift) {
   if (!act_on_styles_) return false;
   const auto toggle = std::find_if(
@@ -283,7 +284,7 @@ void QELTextbox::TE_KeyPress(std::int16_t& KeyAscii) {
       u"<>,.";
   bool closes = false;
   if (const std::int32_t before = get_SelStart() - 1; before >= 0) {
-    // A copy of the whole text for one character would be felt while typing.
+    // Copying the whole text for one character would slow typing noticeably.
     CurrentRichTextBox()->visit_runs(before, [&](const platform::FormatRun& run) {
       const char16_t character = run.text[static_cast<std::size_t>(before - run.start)];
       closes = before_closing.find(character) != std::u16string_view::npos;
@@ -296,7 +297,7 @@ void QELTextbox::TE_KeyPress(std::int16_t& KeyAscii) {
 
 namespace {
 
-/// Hosts also keep truth as a number.
+/// Hosts also store truth as a number.
 bool is_true(const Variant& value) {
   const auto holds = [](const auto& held) {
     if constexpr (std::is_arithmetic_v<std::decay_t<decltype(held)>>) return held != 0;
@@ -412,16 +413,16 @@ void QELTextbox::paste_rtf(platform::RichEdit& box, std::u16string_view rtf) {
   const bool nl_to_space = parser_.get_ConvertNLToSpace();
   parser_.put_RecognizeCRLF(false);
   parser_.put_ConvertNLToSpace(true);
-  // Only what is pasted goes through markup: the text around it would lose what markup cannot say.
+  // Only pasted text goes through markup: the text around it would lose what markup cannot express.
   const std::u16string pasted = conversion().markup_of(rtf);
   const richtext::CharFormat here = box.text_defaults(platform::Scope::selection).format;
   rtf::MarkupFormats formats = rtf::markup_formats(parser_, *fonts_, *colors_, here);
-  // What names no font of the table looks like the text around it, unless that has one of them: it
-  // would be read as having it, too.
+  // Text that names no font of the table looks like the text around it, unless that has such a
+  // font: the new text would be read as having it, too.
   formats.fonts[0] = fonts_->FontIndexGivenFontName(here.font_name) > 0 ? box.appearance().font_name
                                                                         : here.font_name;
   formats.size = here.size;
-  // Before the host is told of the change: it may read the text then.
+  // Before the host learns of the change, as it may then read the text.
   parser_.put_RecognizeCRLF(recognizes_crlf);
   parser_.put_ConvertNLToSpace(nl_to_space);
   box.put_content(platform::Scope::selection, rtf::read_markup(pasted, formats));

@@ -27,7 +27,8 @@ void toggle(platform::RichEdit& box, std::optional<bool> richtext::FormatFields:
   box.change_format(change);
 }
 
-/// Raises, or lowers for a negative `offset`; what is raised or lowered that way goes back.
+/// Raises text, or lowers it for a negative `offset`; text that is so already goes back to the
+/// line.
 void shift(platform::RichEdit& box, std::int16_t offset) {
   const std::int16_t now = box.get_SelCharOffset().value_or(0);
   const bool is_shifted = offset > 0 ? now > 0 : now < 0;
@@ -49,7 +50,7 @@ void make_plain(const Target& target) {
 }
 
 void delete_selection(const Target& target) {
-  // The key is the command's, so without a selection it is the next character that goes.
+  // The Delete key is this command's, so without a selection it erases the next character.
   if (target.box.get_SelLength() == 0) {
     const auto caret = static_cast<std::size_t>(target.box.get_SelStart());
     const std::size_t next = cluster_after(target.box.get_Text(), caret);
@@ -77,7 +78,7 @@ void paste(const Target& target) {
   }
 }
 
-/// As one change of the box, with all formats kept.
+/// Makes one change of the box, which keeps all formats.
 void change_letters(const Target& target, CaseChange change) {
   if (target.box.get_SelLength() == 0) return;
   const platform::Range selection = target.box.selection();
@@ -118,7 +119,7 @@ constexpr Command commands[] = {
     {u"mnuFirstToUpper", [](const Target& t) { change_letters(t, CaseChange::first_to_upper); }},
 };
 
-/// What the check marks of the commands say.
+/// Decides the check mark of a command.
 struct Check {
   std::u16string_view name;
   bool (*is_on)(const Target& target);

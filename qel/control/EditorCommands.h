@@ -6,22 +6,22 @@
 #include "qel/control/frmTextEditor.h"
 #include "qel/platform/Clipboard.h"
 
-/// The commands of the large editor's menus, on the selection of a box.
+/// The commands of the large editor's menus, which act on the selection of a box.
 namespace qel::editor_commands {
 
 /// What the commands work with.
 struct Target {
   platform::RichEdit& box;
   platform::Clipboard& clipboard;
-  RTFParser* parser;  ///< for the markup; null for none
+  RTFParser* parser;  ///< converts to markup; null for none
   const EditedText& edited;
   std::int16_t script_offset;  ///< of superscript, in twips
 };
 
-/// Runs a command but "mnuUndo"; whether there is one of that name.
+/// Runs a command other than "mnuUndo"; whether there is one of that name.
 bool run(std::u16string_view name, const Target& target);
 
-/// Whether the selection has the format that the command gives.
+/// Whether the selection already has the format that the command gives it.
 bool is_checked(std::u16string_view name, const Target& target);
 
 /// The text as markup; empty without a parser.

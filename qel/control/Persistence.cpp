@@ -15,7 +15,7 @@
 namespace qel {
 namespace {
 
-/// Integers are rounded, half to even; empty for a number that the type does not have.
+/// Integers are rounded, half to even; empty for a number that is out of the type's range.
 template <class Number>
 std::optional<Number> converted(double number) {
   using Limits = std::numeric_limits<Number>;
@@ -32,7 +32,7 @@ std::optional<Number> number_in(std::u16string_view text) {
   return number ? converted<Number>(*number) : std::nullopt;
 }
 
-/// The value as another type, as far as it can be one: a bag may keep everything as text.
+/// The value converted to another type, or else the preset: a bag may keep everything as text.
 template <class Value>
 Value value_as(const Variant& variant, const Variant& preset) {
   const auto convert = [](const auto& held) -> std::optional<Value> {
@@ -85,7 +85,7 @@ struct SetterOf<void (QELTextbox::*)(Value)> {
 }  // namespace
 
 const std::array<QELTextbox::Persisted, 31>& QELTextbox::persisted() {
-  // A row of the table: the values pass in the setter's type, and in the bag in the preset's.
+  // A row of the table: values have the setter's type in the control, and the preset's in the bag.
 #define QEL_PERSISTED(Name, preset)                                               \
   Persisted {                                                                     \
     u## #Name, Variant(preset),                                                   \
@@ -154,7 +154,7 @@ void QELTextbox::WriteProperties(platform::PropertyBag& Bag) const {
   const auto write = [&](const Persisted& row) {
     Bag.write(row.name, row.read(*this), row.preset);
   };
-  // The last two change places.
+  // The last two properties are written in reverse order.
   const auto& rows = persisted();
   const std::size_t last = rows.size() - 1;
   for (std::size_t i = 0; i < last - 1; ++i) write(rows[i]);

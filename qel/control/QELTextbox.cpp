@@ -19,7 +19,7 @@ QELTextbox::QELTextbox(platform::ControlSite& site,
     : site_(site),
       platform_(std::move(platform)),
       surface_(platform_->create_measuring_surface()),
-      // The same everywhere, so that conversions are.
+      // The same on every platform, so that conversions are too.
       converter_(headless::HeadlessPlatform().create_rich_edit(0)) {
   for (auto& box : boxes_) box = platform_->create_rich_edit(site_.window());
   listen_to_boxes();
@@ -65,7 +65,7 @@ void QELTextbox::put_in_colors(void (QELIndexColors::*put)(Color), Color value,
   try {
     (*colors_.*put)(value);
   } catch (const Error&) {
-    // The table keeps its old colour; the host has nothing to do about it.
+    // The table keeps its old colour, and the host need not know.
   }
   site_.property_changed(name);
 }
@@ -121,7 +121,7 @@ void QELTextbox::put_TextQEL(std::u16string_view Value) {
     const auto [format, alignment] = box.text_defaults(platform::Scope::document);
     richtext::Document content =
         rtf::read_markup(Value, rtf::markup_formats(parser_, *fonts_, *colors_, format));
-    // Markup does not know of any: that at the beginning of the text stays.
+    // Markup knows no alignment: the one at the beginning of the text stays.
     content.align({0, content.size()}, alignment);
     box.put_content(platform::Scope::document, std::move(content));
   }
@@ -200,7 +200,7 @@ void QELTextbox::put_FontName(std::u16string_view Value) {
 }
 
 void QELTextbox::put_FontSize(float Value) {
-  constexpr float largest = 16383;  // what RTF can say
+  constexpr float largest = 16383;  // the largest that RTF can express
   if (Value > 0 && Value <= largest) {
     change_boxes([Value](BoxAppearance& box) { box.font_size = Value; });
   }

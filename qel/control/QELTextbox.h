@@ -36,16 +36,16 @@ struct ControlFrame {
   friend bool operator==(const ControlFrame&, const ControlFrame&) = default;
 };
 
-/// A text box for a host's form. It shows and edits rich text and keeps it in three forms at once:
-/// plain text, markup and RTF.
+/// A text box for a host's form. It shows and edits rich text, which can be read and written as
+/// plain text, markup or RTF.
 ///
-/// Two boxes lie on it, one for a single line and one for many; exactly one is visible, and all
-/// that reads or writes text or a selection acts on that one. Setters of persisted properties end
-/// with a notice to the site under the property's name.
+/// It holds two boxes, one for a single line and one for many; exactly one is visible, and every
+/// member that reads or writes text or a selection acts on that one. Setters of persisted
+/// properties notify the site under the property's name at the end.
 class QELTextbox {
  public:
-  /// `site` has to outlive the control. Becomes the control with which the parsers of this thread
-  /// convert, until a later one is created or this one ends.
+  /// `site` must outlive the control. The parsers of this thread convert with the new control,
+  /// until a later one is created or this one is destroyed.
   explicit QELTextbox(
       platform::ControlSite& site,
       std::shared_ptr<const platform::Platform> platform = Common::current_platform());
@@ -55,24 +55,25 @@ class QELTextbox {
 
   // Persistence.
 
-  /// For a control that is new on a form: the presets once more, and empty boxes.
+  /// For a control that is new on a form: sets the presets again and empties the boxes.
   void InitProperties();
   /// Reads all properties in their order and applies them through their setters. A property that
   /// cannot be read takes its preset. Markup comes after plain text and wins.
   void ReadProperties(const platform::PropertyBag& Bag);
-  /// Writes all properties in their order; those that have their presets are not kept.
+  /// Writes all properties, in that order but for the last two, which are swapped; the bag does not
+  /// keep those that have their presets.
   void WriteProperties(platform::PropertyBag& Bag) const;
 
-  // What is edited. All of these act on the visible box.
+  // The content. All of these act on the visible box.
 
   /// The plain text; breaks are CR LF.
   std::u16string get_Text() const { return CurrentRichTextBox()->get_Text(); }
   void put_Text(std::u16string_view Value);
-  /// The markup. With `RevealCodes` the box holds the markup itself, codes and all, as plain text.
+  /// The markup. With `RevealCodes` the box holds the markup itself as plain text, codes and all.
   std::u16string get_TextQEL() const;
   void put_TextQEL(std::u16string_view Value);
-  /// The text in the control words that `RTFParser` writes. While the form is being designed it
-  /// reads empty and cannot be written. Not persisted.
+  /// The text as RTF, in the control words that `RTFParser` writes. While the form is being
+  /// designed it reads empty and cannot be written. Not persisted.
   std::u16string get_TextRTF() const;
   void put_TextRTF(std::u16string_view Value);
   /// Alignment of the selected paragraphs: 0 left, 1 right, 2 centre; 0 where they differ.
@@ -86,14 +87,14 @@ class QELTextbox {
   const std::array<std::shared_ptr<platform::RichEdit>, 2>& boxes() const { return boxes_; }
 
   /// Opens the large editor on the text and returns when the user has closed it. While it is open,
-  /// all that acts on the visible box acts on the editor's. Nothing happens when it is open
-  /// already. The control may end meanwhile.
+  /// all that acts on the visible box acts on the editor's. Does nothing when it is already
+  /// open. The control may be destroyed meanwhile.
   void InvokeLargeEditor();
-  /// Puts a line break in place of the selection.
+  /// Replaces the selection with a line break.
   void InsertCRLF() { CurrentRichTextBox()->put_SelText(u"\r\n"); }
 
-  // The selection. What differs within it reads as false, 0 or empty, and so does a Boolean that
-  // the box cannot tell; a write of text or a format raises `Change`.
+  // The selection. A value that differs within it reads as false, 0 or empty, and a Boolean that
+  // the box cannot tell as false; writing text or a format raises `Change`.
 
   std::int32_t get_SelStart() const { return CurrentRichTextBox()->get_SelStart(); }
   void put_SelStart(std::int32_t Value) { CurrentRichTextBox()->put_SelStart(Value); }
@@ -101,7 +102,7 @@ class QELTextbox {
   void put_SelLength(std::int32_t Value) { CurrentRichTextBox()->put_SelLength(Value); }
   std::u16string get_SelText() const { return CurrentRichTextBox()->get_SelText(); }
   void put_SelText(std::u16string_view Value) { CurrentRichTextBox()->put_SelText(Value); }
-  /// In the control words that `RTFParser` writes.
+  /// As RTF, in the control words that `RTFParser` writes.
   std::u16string get_SelRTF() const;
   void put_SelRTF(std::u16string_view Value) { CurrentRichTextBox()->put_SelRTF(Value); }
 
@@ -123,7 +124,7 @@ class QELTextbox {
   void put_SelCharOffset(std::int16_t Value) {
     change(&platform::RichEdit::put_SelCharOffset, Value);
   }
-  /// Colours 1, 2 and 3 of the colour table; false gives the text `ForeColor`.
+  /// Whether the text has colour 1, 2 or 3 of the colour table; writing false gives it `ForeColor`.
   bool get_SelIgnore() const { return has_color(ignored_color); }
   void put_SelIgnore(bool Value) { mark(ignored_color, Value); }
   bool get_SelHide() const { return has_color(hidden_color); }
@@ -134,42 +135,42 @@ class QELTextbox {
   /// `ForeColor` or one of colours 1 to 9; any other colour changes nothing and raises nothing.
   void put_SelColor(Color Value);
   std::u16string get_SelFontName() const;
-  /// One of fonts 0 to 9 that are in use, whatever its case; any other name leaves the font.
+  /// One of fonts 0 to 9 that are in use, whatever its case; any other name changes nothing.
   void put_SelFontName(std::u16string_view Value);
-  /// Takes bold, italic, underline, strike-through and offset off, and gives the selection
+  /// Removes bold, italic, underline, strike-through and offset from the selection, and gives it
   /// `ForeColor` and `FontName`.
   void SelPlain();
 
   /// The selection in the markup of `TextQEL`, from 0. A code before the first selected character
   /// is not selected, one between the first and the last is. Every character that is not part of a
-  /// code counts as one of the box: a line break, two of the box, is a code or one blank.
+  /// code counts as one of the box, although a line break, two of the box, is a code or one blank.
   std::int32_t get_SelStartQEL() const { return selection_in(get_TextQEL()).start; }
   std::int32_t get_SelLengthQEL() const { return selection_in(get_TextQEL()).length; }
   std::u16string get_SelTextQEL() const;
 
-  /// Puts what is on the clipboard in place of the selection: its RTF as far as markup can say it,
-  /// or its text. Line breaks and tabs become blanks either way. An error leaves the text as it
-  /// was.
+  /// Replaces the selection with the clipboard's content: its RTF as far as markup can express it,
+  /// or else its text. Line breaks and tabs become blanks either way. An error leaves the text as
+  /// it was.
   void PasteClipboardContents();
 
   // Events.
 
-  /// Who is told of the control's events; null for nobody. It must outlive the control or be taken
-  /// away before it goes.
+  /// Sets the receiver of the control's events; null for none. It must outlive the control or be
+  /// taken away before it goes.
   void listen(ControlEvents* events) { events_ = events; }
   /// For a larger editor that edits in the control's place: these raise `Change`, `KeyDown`,
-  /// `KeyUp` and `KeyPress`; the last one also makes typed quotes typographic where that is wanted.
+  /// `KeyUp` and `KeyPress`; the last one also makes typed quotes typographic with `SmartQuotes`.
   /// A quote comes as its code in code page 1252.
   void TE_Change() { raise_change(); }
   void TE_KeyDown(std::int16_t& KeyCode, std::int16_t& Shift);
   void TE_KeyPress(std::int16_t& KeyAscii);
   void TE_KeyUp(std::int16_t& KeyCode, std::int16_t& Shift);
-  /// Shortcuts for any object with the properties "SelBold" and so on. Enter and each key that is
-  /// handled are swallowed: `KeyCode` becomes 0.
+  /// Applies the shortcuts to any object with the properties "SelBold" and so on. Enter and each
+  /// key that is handled are swallowed: `KeyCode` becomes 0.
   static void RichEditKeyDown(platform::Dispatch& Target, std::int16_t& KeyCode,
                               std::int16_t Shift);
 
-  // Which shortcuts the boxes know.
+  // Which shortcuts work in the boxes.
 
   bool get_ActOnStyles() const { return act_on_styles_; }
   void put_ActOnStyles(bool Value) { store(act_on_styles_, Value, u"ActOnStyles"); }
@@ -208,11 +209,11 @@ class QELTextbox {
   std::int32_t get_OLEDropMode() const { return appearance().drop_mode; }
   void put_OLEDropMode(std::int32_t Value);
 
-  // How it looks.
+  // Appearance.
 
   Color get_BackColor() const { return back_color_; }
   void put_BackColor(Color Value);
-  /// The colour that plain text gets when other formats are taken off it.
+  /// The colour that text gets when formats are removed from it.
   Color get_ForeColor() const { return fore_color_; }
   void put_ForeColor(Color Value) { store(fore_color_, Value, u"ForeColor"); }
   /// 0 none, 1 a single line.
@@ -225,15 +226,15 @@ class QELTextbox {
   /// 0 none, 1 horizontal, 2 vertical, 3 both.
   std::int32_t get_ScrollBars() const { return appearance().scroll_bars; }
   void put_ScrollBars(std::int32_t Value);
-  /// 0 as the desktop is (`XPThemeColor`), 1 blue, 2 green, 3 silver. The border takes its colour
+  /// 0 the system's (`XPThemeColor`), 1 blue, 2 green, 3 silver. The border changes its colour only
   /// when the control is enabled or disabled, or read from a bag.
   std::int32_t get_XPTheme() const { return theme_; }
   void put_XPTheme(std::int32_t Value);
   /// "Blue", "Green", "Silver" or "Unknown"; empty while visual styles are off.
   std::u16string XPThemeColor() const;
 
-  // Colours 1, 2 and 3 of the colour table. An error of the table is ignored, and the old colour
-  // stays.
+  // Colours 1, 2 and 3 of the colour table. Where the table raises an error, it is ignored and the
+  // old colour stays.
 
   Color get_IgnoreColor() const { return colors_->get_IgnoredColor(); }
   void put_IgnoreColor(Color Value);
@@ -242,9 +243,9 @@ class QELTextbox {
   Color get_NoteColor() const { return colors_->get_NoteColor(); }
   void put_NoteColor(Color Value);
 
-  // What conversions make of codes, breaks and tabs (see `RTFParser`).
+  // How conversions treat codes, breaks and tabs (see `RTFParser`).
 
-  /// Whether markup is shown and given back as it stands.
+  /// Whether markup is shown and returned as it is.
   bool get_RevealCodes() const { return reveal_codes_; }
   void put_RevealCodes(bool Value) { store(reveal_codes_, Value, u"RevealCodes"); }
   bool get_RecognizeCRLF() const { return parser_.get_RecognizeCRLF(); }
@@ -278,17 +279,17 @@ class QELTextbox {
   std::int16_t GetColorIndexGivenColor(Color Value) const {
     return colors_->ColorIndexGivenColor(Value);
   }
-  /// The current value of the system colour that `Value` names. The high bit is not looked at.
+  /// The current value of the system colour that `Value` names. The high bit is ignored.
   static Color ConvertSystemColor(Color Value) { return RTFParser::ConvertSystemColor(Value); }
   /// Whether the text is a code of the kind that `Flags` asks for (see `QELCodeFlags`).
   static bool IsQELCode(std::u16string_view Text, std::int32_t Flags = sfAll) {
     return qel::IsQELCode(Text, Flags);
   }
-  /// The character of code page 1252 whose number the first and the last character of `Text` are in
-  /// hexadecimal; empty below 32. What is no digit counts as 0.
+  /// The character of code page 1252 whose hexadecimal number the first and the last character of
+  /// `Text` are; empty for a number below 32. Anything that is not a digit counts as 0.
   static std::u16string HexToChar(std::u16string_view Text);
 
-  // The control in its form.
+  // The control on its form.
 
   std::int32_t get_Width() const { return site_.extent().width; }
   std::int32_t get_Height() const { return site_.extent().height; }
@@ -296,11 +297,11 @@ class QELTextbox {
   void SetFocus() { site_.focus(); }
   void Size(std::int32_t Width, std::int32_t Height) { site_.put_extent({Width, Height}); }
   void Refresh() { site_.invalidate(); }
-  /// Begins to drag the selection of the visible box; returns when it was dropped.
+  /// Drags the selection of the visible box; returns when the drag is over.
   void OLEDrag() { boxes_[active_]->start_drag(); }
-  /// To be called when the control's extent is another: lays the boxes out.
+  /// To be called when the control's extent has changed: lays out the boxes.
   void Resize();
-  /// What to paint around the boxes: the border, or a line in the colour of the background.
+  /// The line to paint around the boxes: the border, or one in the background colour.
   ControlFrame frame() const;
   Color border_color() const { return border_color_; }
 
@@ -308,11 +309,11 @@ class QELTextbox {
   enum BoxIndex : std::size_t { single_line, multi_line };
   struct Persisted;
 
-  /// The appearance of the first box: what both have in common.
+  /// The appearance of the first box, for what both have in common.
   platform::BoxAppearance appearance() const { return boxes_[single_line]->appearance(); }
   template <class Change>
   void change_boxes(Change change);
-  /// Each hands a value on to where it is kept, and notifies the site.
+  /// Each passes a value on to where it is kept, and notifies the site.
   template <class Value>
   void put_in_boxes(Value platform::BoxAppearance::*field, const Value& value,
                     std::u16string_view name);
@@ -330,8 +331,8 @@ class QELTextbox {
   static constexpr std::int16_t raised = 45;
   static constexpr std::int16_t lowered = -45;
 
-  /// Calls a member that changes the selection's format, and raises `Change` once. The box tells of
-  /// a change only where there is text; the control always does.
+  /// Calls a member that changes the selection's format, and raises `Change` once. The box raises
+  /// it only where there is text; the control always does.
   template <class Put, class Value>
   void change(Put put, const Value& value) {
     {
@@ -340,7 +341,7 @@ class QELTextbox {
     }
     raise_change();
   }
-  /// Whether the box gives that value for all that is selected.
+  /// Whether the box reports that value for the whole selection.
   template <class Value>
   bool is(std::optional<Value> (platform::RichEdit::*get)() const, Value value) const {
     try {
@@ -378,7 +379,7 @@ class QELTextbox {
   std::shared_ptr<platform::RichEdit> editor_box_;      // while the large editor is open
   ControlEvents* events_ = nullptr;
   std::shared_ptr<const bool> alive_ = std::make_shared<const bool>(true);
-  bool changes_held_ = false;  // the changes in progress will be told as one
+  bool changes_held_ = false;  // the changes in progress will be reported as one
 
   RTFParser parser_;
   std::shared_ptr<QELIndexFonts> fonts_ = std::make_shared<QELIndexFonts>();

@@ -24,7 +24,7 @@ frmTextEditor::frmTextEditor(const platform::Platform& platform, platform::BoxLi
 frmTextEditor::~frmTextEditor() { box_->listen(nullptr); }
 
 void frmTextEditor::SetText(EditedText Text) {
-  // Nothing has been edited yet: nobody is told.
+  // Nothing has been edited yet, so nobody is told.
   box_->listen(nullptr);
   edited_ = std::move(Text);
   restore();

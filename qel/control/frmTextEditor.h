@@ -19,7 +19,7 @@ namespace editor_commands {
 struct Target;
 }
 
-/// What a text editor is opened on.
+/// The text that an editor is opened on.
 struct EditedText {
   richtext::Document content;
   platform::Range selection;
@@ -27,33 +27,33 @@ struct EditedText {
   std::array<Color, 10> colors = {};
 };
 
-/// A window in which the text of a control is edited at a larger size, with menus. It raises events
-/// to the control and decides all that happens; the window itself is the platform's.
+/// A larger window, with menus, for editing the text of a control. It raises events to the control
+/// and decides everything that happens; the window itself is the platform's.
 class frmTextEditor : private platform::EditorListener, private platform::BoxListener {
  public:
-  /// `events` is told of changes and keys in the box, before the form's own handling, and may leave
-  /// a typographic quote as its code in code page 1252. Both have to outlive the form.
+  /// `events` receives changes and keys in the box, before the form's own handling, and may turn a
+  /// character into a typographic quote's code in code page 1252. Both must outlive the form.
   frmTextEditor(const platform::Platform& platform, platform::BoxListener& events);
   frmTextEditor(const frmTextEditor&) = delete;
   frmTextEditor& operator=(const frmTextEditor&) = delete;
   ~frmTextEditor() override;
 
   const std::shared_ptr<platform::RichEdit>& RichTextBoxObj() const { return box_; }
-  /// The parser for the form's own conversions, which has to outlive it.
+  /// Sets the parser for the form's own conversions, which must outlive the form.
   void SetRTFParser(RTFParser& Parser) { parser_ = &Parser; }
-  /// Loads the text, which Cancel, Undo and the frame put back.
+  /// Loads the text, which Cancel, Undo and closing by the frame restore.
   void SetText(EditedText Text);
   /// The text as RTF.
   std::u16string GetText() const { return box_->get_TextRTF(); }
-  /// Shows the window until the user closes it. Nothing is lost by another way of closing than
-  /// `cmdOK`: the text is what it was.
+  /// Shows the window until the user closes it. Closing it in any way but `cmdOK` restores the
+  /// text.
   void Show();
 
   void cmdOK() { window_->close(); }
   void cmdCancel();
-  /// Runs the command of that name; any other name does nothing. All act on the selection.
+  /// Runs the command of that name; any other name does nothing. Commands act on the selection.
   void run(std::u16string_view command);
-  /// Whether the command's format is that of the selection.
+  /// Whether the selection has the command's format.
   bool is_checked(std::u16string_view command) const override;
   /// The text as markup.
   std::u16string pane_text() const override;

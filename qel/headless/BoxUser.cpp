@@ -12,7 +12,7 @@ namespace {
 
 constexpr std::int16_t left_button = 1;
 
-/// The key of a character, and the modifiers that it takes.
+/// The key that types a character, and the modifiers that it needs.
 std::pair<std::int16_t, std::int16_t> key_of_character(char16_t character) {
   const auto code = static_cast<std::int16_t>(character);
   if (character >= u'a' && character <= u'z') {
@@ -72,7 +72,7 @@ void BoxUser::mouse_down(float x, float y, std::int16_t shift, std::int16_t butt
 
 void BoxUser::mouse_move(float x, float y, std::int16_t shift) {
   if (!view_.box().appearance().enabled) return;
-  // The drag takes the pointer with it: this box does not see the button come up.
+  // The drag captures the pointer: this box does not see the button come up.
   const std::int16_t held = button_;
   if (view_.mouse().may_drag()) button_ = 0;
   const bool selects = view_.mouse().move({held, shift, x, y}, true);

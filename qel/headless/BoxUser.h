@@ -8,17 +8,17 @@
 namespace qel::headless {
 
 /// The hands of a user at a box of a headless platform: keys and mouse do what they do in a window.
-/// Key codes and masks are those of `platform/Keys.h`; each event is told to the box's listener
-/// before it acts. Nothing happens in a disabled box, and nothing is changed in a read-only one.
+/// Key codes and masks are those of `platform/Keys.h`; the box's listener receives each event
+/// before it acts. Nothing happens in a disabled box, and nothing changes in a read-only one.
 ///
-/// The keys are those of `box::Keyboard`, and the arrows, Home, End and the page keys by lines.
+/// The keys are those of `box::Keyboard`, and Up, Down, Home, End and the page keys, by lines.
 class BoxUser {
  public:
   /// The box must outlive its user.
   explicit BoxUser(const platform::RichEdit& box) : view_(BoxView::of(box)) {}
 
-  /// Presses a key and lets it go. Returns its code as it was left to the box: 0 when the listener
-  /// has swallowed it.
+  /// Presses and releases a key. Returns the code that was left to the box: 0 when the listener
+  /// swallowed it.
   std::int16_t press(std::int16_t key_code, std::int16_t shift = 0);
   /// Types characters, each with its key; a line feed is Enter.
   void type(std::u16string_view text);

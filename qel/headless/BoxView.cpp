@@ -59,7 +59,7 @@ std::size_t BoxView::position_at(float x, float y) const {
   return whole_position(text, start + static_cast<std::size_t>(column));
 }
 
-/// The place in a line above or below.
+/// The position in a line above or below.
 std::size_t BoxView::line_away(std::ptrdiff_t lines) {
   const Text text = box_.text();
   const std::size_t here = box_.selected().caret;
@@ -72,7 +72,7 @@ std::size_t BoxView::line_away(std::ptrdiff_t lines) {
   return std::min(start + goal_column_, line_end(text, start));
 }
 
-/// Lines that a key moves by; 0 for one that does not.
+/// The number of lines that a key moves by; 0 for any other key.
 std::ptrdiff_t BoxView::lines_of(std::int16_t key_code) const {
   const float lines_shown = static_cast<float>(box_.appearance().height) / line_height;
   const auto page = static_cast<std::ptrdiff_t>(std::max(1.0F, lines_shown));

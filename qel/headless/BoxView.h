@@ -12,8 +12,8 @@
 
 namespace qel::headless {
 
-/// A window that nobody sees: a grid in which all characters are as wide and lines are paragraphs
-/// that never wrap. Its handle is its own address.
+/// A window that nobody sees: a grid in which all characters are equally wide, and each paragraph
+/// is one line that never wraps. Its handle is its own address.
 class BoxView : public box::View {
  public:
   /// A new box in such a window.
@@ -36,8 +36,8 @@ class BoxView : public box::View {
   static constexpr float line_height = 16;
   /// The position nearest to a point.
   std::size_t position_at(float x, float y) const;
-  /// Moves the caret by lines, to the ends of its line and by pages; whether the key is one that
-  /// does.
+  /// Moves the caret by lines, to the ends of its line or by pages; whether the key is one that
+  /// does so.
   bool move_by_lines(std::int16_t key_code, std::int16_t shift);
 
   box::Box& box() { return box_; }
@@ -54,7 +54,7 @@ class BoxView : public box::View {
   box::Keyboard keyboard_{box_};
   box::Mouse mouse_{box_};
   std::shared_ptr<Shared> shared_;
-  box::Selection last_;          // after the last move by lines,
+  box::Selection last_;          // the selection after the last move by lines,
   std::size_t goal_column_ = 0;  // which keeps to this column
 };
 

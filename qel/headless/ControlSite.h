@@ -7,8 +7,8 @@
 
 namespace qel::headless {
 
-/// A place for a control that lies on no form: it has the extent that it was given last, runs, and
-/// does nothing with what it is told. Hosts override what they care about.
+/// A site for a control on no form: it has the extent it was last given, is at run time, and
+/// ignores every notice. Hosts override what they care about.
 class ControlSite : public platform::ControlSite {
  public:
   explicit ControlSite(platform::ControlExtent extent = {100, 40}) : extent_(extent) {}

@@ -9,7 +9,7 @@
 
 namespace qel::headless {
 
-/// What is being dragged from a box of a headless platform, as the user's hand has it.
+/// A drag from a box of a headless platform, in the hands of its user.
 class Drag {
  public:
   explicit Drag(box::Drag& drag) : drag_(drag) {}
@@ -19,11 +19,11 @@ class Drag {
   void over(const platform::RichEdit& target, float x, float y, std::int16_t shift = 0);
   /// Leaves the box without dropping.
   void leave();
-  /// Drops where the pointer is; leaves where that would do nothing.
+  /// Drops where the pointer is, or leaves if that would do nothing.
   void drop();
 
   platform::DragData& data() const { return drag_.data(); }
-  /// What a drop would do, and after a drop what it has done.
+  /// What a drop would do, and after a drop what it did.
   std::int32_t effect() const { return effect_; }
 
  private:

@@ -20,7 +20,7 @@ class EditorWindow : public platform::EditorWindow {
                std::shared_ptr<platform::RichEdit> box);
 
   std::shared_ptr<platform::RichEdit> box() const override { return box_; }
-  /// Tells the listener of the new extent once the window is shown.
+  /// The listener is told of the new extent once the window is shown.
   void put_extent(std::int32_t width, std::int32_t height) override;
   void lay_out(const platform::EditorRectangle& box, const platform::EditorRectangle& ok,
                const platform::EditorRectangle& cancel) override;
@@ -28,7 +28,7 @@ class EditorWindow : public platform::EditorWindow {
   void show_modal(platform::EditorListener& listener) override;
   void close() override { is_open_ = false; }
 
-  // For the user. Nothing of it does anything unless the window is open.
+  // For the user. None of these acts unless the window is open.
 
   const platform::EditorDescription& description() const { return description_; }
   bool is_open() const { return is_open_; }
@@ -46,7 +46,7 @@ class EditorWindow : public platform::EditorWindow {
   }
   /// What the pane shows.
   std::u16string pane_text() const { return is_open_ ? listener_->pane_text() : u""; }
-  /// Goes from the box to a button.
+  /// Moves the focus from the box to a button.
   void leave_box() { has_focus_ = false; }
   /// Comes back from another window.
   void come_back() {

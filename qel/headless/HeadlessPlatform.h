@@ -26,9 +26,9 @@ class HeadlessPlatform : public platform::Platform {
   std::unique_ptr<platform::EditorWindow> create_editor_window(
       const platform::EditorDescription& description) const override;
 
-  /// Who acts in the editor windows that are shown from now on.
+  /// Sets the user of the editor windows that are created from now on.
   void put_user(EditorWindow::User user) { user_ = std::move(user); }
-  /// Who drags what is dragged from the platform's boxes.
+  /// Sets who carries out the drags from the platform's boxes.
   void put_dragger(std::function<void(Drag&)> dragger) { shared_->dragger = std::move(dragger); }
 
  private:

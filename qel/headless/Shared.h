@@ -20,7 +20,7 @@ class OwnClipboard : public platform::Clipboard {
     text_ = text;
     rtf_ = rtf;
   }
-  /// The same for a program that knows plain text only.
+  /// What a program that knows only plain text puts there.
   void put_text(std::u16string_view text) {
     text_ = text;
     rtf_.reset();
@@ -34,8 +34,8 @@ class OwnClipboard : public platform::Clipboard {
 /// What the boxes of a platform without windows share.
 struct Shared {
   OwnClipboard clipboard;
-  /// Plays the part of the user who drags: moves over boxes and drops. Without one, nothing that is
-  /// dragged arrives anywhere.
+  /// Plays the part of the user who drags: moves over boxes and drops. Without one, no drag arrives
+  /// anywhere.
   std::function<void(Drag&)> dragger;
 };
 

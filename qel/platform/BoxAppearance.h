@@ -23,7 +23,7 @@ struct BoxAppearance {
   std::int32_t drag_mode = 0;    ///< 0 the host starts drags, 1 the box does
   std::int32_t drop_mode = 1;    ///< 0 drops are refused, 1 the host handles them, 2 the box does
   Color back_color = system_color(5);
-  std::u16string font_name = u"Arial";  ///< font of the box: that of text which names none
+  std::u16string font_name = u"Arial";  ///< for text that names no font
   float font_size = 8;                  ///< in points
 
   friend bool operator==(const BoxAppearance&, const BoxAppearance&) = default;

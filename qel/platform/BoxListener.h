@@ -8,8 +8,8 @@ namespace qel::platform {
 
 /// Receives the events of a box. The arguments are the window system's: key codes, a mask of 1
 /// Shift, 2 Ctrl and 4 Alt, mouse buttons as a mask of 1 left, 2 right and 4 middle, positions in
-/// the box's scale units. An argument passed by reference may be changed: a key code or character
-/// set to 0 is not handled by the box any more. The character of a key press is a UTF-16 code unit.
+/// the box's scale units. A listener may change an argument passed by reference: the box no longer
+/// handles a key code or character set to 0. The character of a key press is a UTF-16 code unit.
 class BoxListener {
  public:
   virtual ~BoxListener() = default;
@@ -27,24 +27,24 @@ class BoxListener {
   virtual void on_mouse_up(std::int16_t /*button*/, std::int16_t /*shift*/, float /*x*/,
                            float /*y*/) {}
 
-  /// Text from elsewhere is about to be put in place of the selection: from the clipboard by a key
-  /// of the box or the middle button, or dropped. A listener that puts it in itself returns true.
+  /// Text from elsewhere is about to replace the selection: pasted by a key of the box or the
+  /// middle button, or dropped. A listener that puts it in itself returns true.
   virtual bool on_paste(DragData& /*data*/) { return false; }
 
   // Drag and drop. Effects are a mask of `DropEffect`, states are `DragState`s. The data belongs to
-  // the source and holds during the call.
+  // the source and is valid during the call only.
 
-  /// A drag from the box begins with the selection as its data; no allowed effect calls it off.
+  /// A drag from the box begins with the selection as its data; allowing no effect calls it off.
   virtual void on_start_drag(DragData& /*data*/, std::int32_t& /*allowed_effects*/) {}
-  /// A target wants what the data only promises in that form.
+  /// A target wants data in a format in which it is only promised.
   virtual void on_set_data(DragData& /*data*/, std::int16_t /*format*/) {}
-  /// The target would have that effect; with `default_cursors` false the pointer stays as it is.
+  /// A drop now would have this effect; with `default_cursors` false the pointer stays as it is.
   virtual void on_give_feedback(std::int32_t& /*effect*/, bool& /*default_cursors*/) {}
-  /// Data is over the box. What is left in `effect` is what a drop there would do.
+  /// Data is over the box. `effect` is left at what a drop there would do.
   virtual void on_drag_over(DragData& /*data*/, std::int32_t& /*effect*/, std::int16_t /*button*/,
                             std::int16_t /*shift*/, float /*x*/, float /*y*/,
                             std::int16_t /*state*/) {}
-  /// Data is dropped on the box. What is left in `effect` is what has become of it.
+  /// Data is dropped on the box. `effect` is left at what the drop has done.
   virtual void on_drag_drop(DragData& /*data*/, std::int32_t& /*effect*/, std::int16_t /*button*/,
                             std::int16_t /*shift*/, float /*x*/, float /*y*/) {}
   /// A drag from the box is over.

@@ -21,7 +21,7 @@ struct TextFont {
 struct FontExtent {
   float ascent = 0;   ///< of the tallest letters, above the base line
   float descent = 0;  ///< below the base line, positive
-  float leading = 0;  ///< what the font wants between two lines on top of that
+  float leading = 0;  ///< extra space that the font wants between two lines
 };
 
 /// A rectangle in canvas units; y grows downwards.
@@ -37,13 +37,13 @@ struct CanvasText {
   std::u16string_view text;
   float x = 0;
   float y = 0;
-  float width = 0;  ///< what `text_width` says of it
+  float width = 0;  ///< its `text_width`
   TextFont font = {};
   Color color = 0;
 };
 
-/// What formatted text is measured and drawn on: a window, a printer, a file. Its unit of length is
-/// its own.
+/// What formatted text is measured and drawn on: a window, a printer, a file. Each has its own unit
+/// of length.
 class Canvas {
  public:
   Canvas() = default;
@@ -51,15 +51,15 @@ class Canvas {
   Canvas& operator=(const Canvas&) = delete;
   virtual ~Canvas() = default;
 
-  /// The font that stands on the canvas: text without a font of its own is measured in it.
+  /// The canvas's font, in which text without a font of its own is measured.
   const std::u16string& get_FontName() const { return font_name_; }
   void put_FontName(std::u16string_view Value) { font_name_ = Value; }
   /// Its size in points.
   float get_FontSize() const { return font_size_; }
   void put_FontSize(float Value) { font_size_ = Value; }
 
-  /// How far `text` moves on, which has no line breaks. Longer text is at least as wide as the
-  /// text that it begins with.
+  /// The advance width of `text`, which has no line breaks. Text is at least as wide as any text
+  /// that it begins with.
   virtual float text_width(std::u16string_view text, const TextFont& font) const = 0;
   virtual FontExtent font_extent(const TextFont& font) const = 0;
 

@@ -14,10 +14,10 @@ class Clipboard {
   Clipboard& operator=(const Clipboard&) = delete;
   virtual ~Clipboard() = default;
 
-  /// What is on it in that form; nothing when it holds none.
+  /// Its content in that format; empty when it has none.
   virtual std::optional<std::u16string> rtf() const = 0;
   virtual std::optional<std::u16string> text() const = 0;
-  /// Clears it and puts the same content there in both forms.
+  /// Clears it and puts the same content there in both formats.
   virtual void put(std::u16string_view text, std::u16string_view rtf) = 0;
 };
 

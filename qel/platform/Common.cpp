@@ -6,7 +6,7 @@
 namespace qel::Common {
 namespace {
 
-/// What was published for one purpose, as far as it lives; the last of it counts.
+/// The objects published for one purpose that are still alive; the latest counts.
 template <class Published>
 class Slot {
  public:

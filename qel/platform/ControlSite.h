@@ -15,7 +15,7 @@ struct ControlExtent {
   friend bool operator==(const ControlExtent&, const ControlExtent&) = default;
 };
 
-/// The place in a host's form at which a control lives: what the control asks of its host.
+/// A control's place on a host's form: what the control asks of its host.
 class ControlSite {
  public:
   ControlSite() = default;
@@ -30,10 +30,10 @@ class ControlSite {
 
   /// The control's inner extent.
   virtual ControlExtent extent() const = 0;
-  /// Asks for another extent; the host tells the control when it has it (`QELTextbox::Resize`).
+  /// Asks for another extent; the host tells the control once it has it (`QELTextbox::Resize`).
   virtual void put_extent(ControlExtent extent) = 0;
   virtual void put_enabled(bool enabled) = 0;
-  /// The whole control is to be painted anew.
+  /// The whole control needs repainting.
   virtual void invalidate() = 0;
   virtual void focus() = 0;
 

@@ -6,8 +6,8 @@
 
 namespace qel::platform {
 
-/// An object whose members are bound by name at run time. Each raises for a name that the object
-/// does not know.
+/// An object whose members are bound by name at run time. Each function raises for a name that the
+/// object does not know.
 class Dispatch {
  public:
   Dispatch() = default;

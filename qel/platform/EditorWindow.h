@@ -12,7 +12,7 @@ namespace qel::platform {
 
 /// An entry of a menu. One without a name is a separator.
 struct MenuItem {
-  std::u16string_view name;  ///< by which it is told of, and which a test can look for
+  std::u16string_view name;  ///< identifies it to the listener
   std::u16string caption;    ///< "&" before the letter that chooses it; a shortcut after a TAB
   bool has_check = false;    ///< shows whether it is on (`EditorListener::is_checked`)
 };
@@ -28,7 +28,7 @@ struct EditorDescription {
   std::u16string ok_caption;
   std::u16string cancel_caption;
   std::vector<Menu> menus;
-  /// Of a pane that a window may offer, in which `EditorListener::pane_text` is shown as it stands.
+  /// Caption of a pane that a window may offer; it shows `EditorListener::pane_text` as it is.
   std::u16string pane_caption;
 };
 
@@ -42,27 +42,27 @@ struct EditorRectangle {
   friend bool operator==(const EditorRectangle&, const EditorRectangle&) = default;
 };
 
-/// Whoever decides what happens in an editor window.
+/// Decides what happens in an editor window.
 class EditorListener {
  public:
   virtual ~EditorListener() = default;
   /// The window comes to the front.
   virtual void on_activate() = 0;
-  /// The inner extent is another, in twips.
+  /// The inner extent has changed; in twips.
   virtual void on_resize(std::int32_t width, std::int32_t height) = 0;
   virtual void on_ok() = 0;
   virtual void on_cancel() = 0;
-  /// The user closes the window by its frame; it is closed afterwards.
+  /// The user closes the window by its frame; it closes after this call.
   virtual void on_close() = 0;
-  /// The menu item of that name was chosen.
+  /// The user chose the menu item of that name.
   virtual void on_command(std::u16string_view name) = 0;
-  /// Whether that menu item is on for what is selected.
+  /// Whether that menu item is on for the selection.
   virtual bool is_checked(std::u16string_view /*name*/) const { return false; }
-  /// What the pane shows of the text as it is now.
+  /// What the pane shows for the text as it is now.
   virtual std::u16string pane_text() const { return {}; }
 };
 
-/// The window of a larger editor: a box, two buttons and menus. It decides nothing by itself.
+/// The window of the large editor: a box, two buttons and menus. It decides nothing itself.
 class EditorWindow {
  public:
   EditorWindow() = default;
@@ -80,7 +80,7 @@ class EditorWindow {
   virtual void close() = 0;
 };
 
-/// The extent of the screen in pixels, and how large those are.
+/// The size of the screen in pixels, and of a pixel in twips.
 struct Screen {
   std::int32_t width = 0;
   std::int32_t height = 0;

@@ -2,7 +2,7 @@
 
 #include <cstdint>
 
-/// The window system's numbers for keys, and the mask of modifiers.
+/// The window system's key codes, and the mask of modifiers.
 namespace qel::keys {
 
 enum Modifiers : std::int16_t { no_modifier = 0, shift_key = 1, ctrl_key = 2, alt_key = 4 };

@@ -27,12 +27,12 @@ class SystemColors {
 class VisualStyles {
  public:
   virtual ~VisualStyles() = default;
-  /// Name of the colour scheme in which controls are drawn ("NormalColor" and the like); nothing
+  /// Name of the colour scheme in which controls are drawn ("NormalColor" and the like); empty
   /// while styles are switched off. Raises where the system knows no visual styles.
   virtual std::optional<std::u16string> color_scheme() const = 0;
 };
 
-/// A windowing platform: it hands out what the library asks of one.
+/// A windowing platform: the factory of what the library asks of one.
 class Platform {
  public:
   virtual ~Platform() = default;
@@ -40,7 +40,7 @@ class Platform {
   virtual const VisualStyles& visual_styles() const = 0;
   virtual Clipboard& clipboard() const = 0;
   virtual Screen screen() const = 0;
-  /// A box that lies on the window `owner`, or on none (0), which nobody sees.
+  /// A box on the window `owner`, or on none (0), where nobody sees it.
   virtual std::shared_ptr<RichEdit> create_rich_edit(WindowHandle owner) const = 0;
   virtual std::shared_ptr<MeasuringSurface> create_measuring_surface() const = 0;
   virtual std::unique_ptr<EditorWindow> create_editor_window(

@@ -15,9 +15,9 @@ class PropertyBag {
   virtual ~PropertyBag() = default;
 
   /// The value kept under the name, or `preset` where there is none. A value need not be of the
-  /// type in which it was written: what reads it converts it.
+  /// type in which it was written: the reader converts it.
   virtual Variant read(std::u16string_view name, const Variant& preset) const = 0;
-  /// Keeps the value, or keeps none where it equals `preset`.
+  /// Keeps the value, or nothing where it equals `preset`.
   virtual void write(std::u16string_view name, const Variant& value, const Variant& preset) = 0;
 };
 

@@ -19,7 +19,7 @@ namespace qel::platform {
 /// What a box is asked about or told to replace.
 enum class Scope { document, selection };
 
-/// A part of the text: `start` counts from 0, both in UTF-16 code units.
+/// A part of the text, in UTF-16 code units; `start` counts from 0.
 struct Range {
   std::int32_t start = 0;
   std::int32_t length = 0;
@@ -27,7 +27,7 @@ struct Range {
   friend bool operator==(const Range&, const Range&) = default;
 };
 
-/// A stretch of characters in one format. The references hold during the visit only.
+/// A stretch of characters in one format. The references are valid during the visit only.
 struct FormatRun {
   std::int32_t start;  ///< position of its first character, from 0
   std::u16string_view text;
@@ -37,7 +37,7 @@ struct FormatRun {
 /// Returns whether to go on with the next run.
 using RunVisitor = std::function<bool(const FormatRun&)>;
 
-/// What text takes for itself that names no format or alignment of its own.
+/// The format and the alignment of text that names none of its own.
 struct TextDefaults {
   richtext::CharFormat format;
   richtext::Alignment alignment = richtext::Alignment::left;
@@ -45,8 +45,9 @@ struct TextDefaults {
 
 /// One rich edit box. A platform implements the virtual members; the familiar ones below are
 /// written once on top of them. A paragraph break in the text is CR LF and takes two positions.
-/// Text may hold any character. Out-of-range positions are moved to the nearest end; of a break and
-/// of a surrogate pair the whole is selected, and a caret inside one goes before it.
+/// Text may hold any character. Out-of-range positions are moved to the nearest end; a selection
+/// takes in the whole of a break or surrogate pair that it cuts, and a caret inside one goes before
+/// it.
 class RichEdit {
  public:
   RichEdit() = default;
@@ -55,17 +56,17 @@ class RichEdit {
   virtual ~RichEdit() = default;
 
   virtual richtext::Document content(Scope scope) const = 0;
-  /// Replaces the content. The caret ends up behind new content of the selection, or at the
+  /// Replaces the content. The caret ends up after new content of the selection, or at the
   /// beginning of a new document.
   virtual void put_content(Scope scope, richtext::Document content) = 0;
-  /// What text that is put there takes: the format of the first character that it replaces, or that
-  /// of what is typed there, and the alignment of the paragraph.
+  /// What text put there takes: the format of the first character that it replaces, or else that
+  /// of text typed there, and the alignment of the paragraph.
   virtual TextDefaults text_defaults(Scope scope) const = 0;
 
   virtual Range selection() const = 0;
   virtual void select(Range range) = 0;
 
-  /// The format of the selected characters; of the next character typed when none is selected.
+  /// The format of the selected characters, or of the next character typed when none is selected.
   virtual richtext::MixedFormat format() const = 0;
   virtual void change_format(const richtext::FormatChange& change) = 0;
 
@@ -80,17 +81,17 @@ class RichEdit {
   virtual BoxAppearance appearance() const = 0;
   virtual void put_appearance(const BoxAppearance& appearance) = 0;
 
-  /// The box's own window, in the platform's terms; 0 where it has none. It may be another one
-  /// after the appearance or the owner has changed.
+  /// The box's own window, in the platform's terms; 0 where it has none. A change of the
+  /// appearance or the owner may replace it.
   virtual WindowHandle window() const = 0;
   /// Puts the box on another window, or on none (0), where nobody sees it.
   virtual void put_owner(WindowHandle owner) = 0;
 
-  /// Begins to drag the selection, and returns when it was dropped or the user gave up. Nothing
+  /// Drags the selection, and returns when it was dropped or the user gave up. Nothing
   /// happens where the listener allows no effect.
   virtual void start_drag() = 0;
 
-  /// Who receives the box's events; null for nobody. The listener must outlive the box or be taken
+  /// Sets the listener for the box's events; null for none. It must outlive the box or be taken
   /// away before it goes.
   virtual void listen(BoxListener* listener) = 0;
 
@@ -101,9 +102,9 @@ class RichEdit {
   /// and LF become paragraph breaks.
   void put_text(Scope scope, std::u16string_view text);
   std::u16string rtf(Scope scope) const;
-  /// Replaces the content by that of the RTF, as far as it can be read; anything that is not RTF at
-  /// all is plain text. RTF in a string may hold any character. Text for which it gives no font,
-  /// size or colour takes that of `text_defaults`.
+  /// Replaces the content with that of the RTF, as far as it can be read; anything that is not RTF
+  /// is plain text. RTF in a string may hold any character. Text for which it gives no font, size
+  /// or colour takes that of `text_defaults`.
   void put_rtf(Scope scope, std::u16string_view rtf);
 
   std::u16string get_Text() const { return text(Scope::document); }
@@ -121,7 +122,7 @@ class RichEdit {
   std::int32_t get_SelLength() const { return selection().length; }
   void put_SelLength(std::int32_t length) { select({selection().start, length}); }
 
-  /// Each of these reads empty where the selection holds more than one value.
+  /// Each of these is empty where the selection holds more than one value.
   std::optional<bool> get_SelBold() const { return format().bold; }
   void put_SelBold(bool value) { change(&richtext::FormatChange::bold, value); }
   std::optional<bool> get_SelItalic() const { return format().italic; }

@@ -4,7 +4,7 @@
 
 namespace qel::platform {
 
-/// A window of the platform, as the platform itself knows it; 0 for none.
+/// The platform's own handle of a window; 0 for none.
 using WindowHandle = std::uintptr_t;
 
 }  // namespace qel::platform

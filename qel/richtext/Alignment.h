@@ -4,7 +4,7 @@
 
 namespace qel::richtext {
 
-/// Where the lines of a paragraph stand.
+/// How the lines of a paragraph are aligned.
 enum class Alignment : std::int32_t { left = 0, right = 1, center = 2 };
 
 }  // namespace qel::richtext

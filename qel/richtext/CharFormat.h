@@ -41,15 +41,15 @@ struct MixedFormat : FormatFields {
   MixedFormat() = default;
   /// The format of a selection in which every character has `format`.
   explicit MixedFormat(const CharFormat& format);
-  /// Empties the fields in which `format` differs: it is part of the selection too.
+  /// Adds `format` to the selection: empties the fields in which it differs.
   void merge(const CharFormat& format);
 };
 
 /// What to change in the format of a selection: empty fields are left alone.
 struct FormatChange : FormatFields {
-  /// A size that is not above 0 and at most 16383 changes nothing.
+  /// A size must be above 0 and at most 16383; any other leaves the size as it was.
   void apply_to(CharFormat& format) const;
-  /// Whether all of a selection with that format has the values already.
+  /// Whether all of a selection with that format has these values already.
   bool is_in(const MixedFormat& format) const;
 };
 

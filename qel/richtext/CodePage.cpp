@@ -50,7 +50,8 @@ std::u16string decode_each_western(std::string_view bytes) {
 
 }  // namespace
 
-// Below 4 the system's numbers mean the code pages of the machine: no document can mean those.
+// To the system, numbers below 4 stand for the machine's own code pages, which no document can
+// mean.
 CodePage::CodePage(int number) : number_(number < 4 ? western : number) {
   for (std::size_t byte = 0; byte < lengths_.size(); ++byte) {
     lengths_[byte] =

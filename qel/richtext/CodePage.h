@@ -28,24 +28,24 @@ class SystemDecoder {
   std::unique_ptr<Handle> handle_;
 };
 
-/// A code page that bytes of a document are read in.
+/// A code page in which a document's bytes are read.
 class CodePage {
  public:
   static constexpr int western = 1252;
-  /// Bytes of symbol fonts: they are glyph numbers and become the characters of the same number.
+  /// The bytes of symbol fonts: glyph numbers, which become the characters of the same number.
   static constexpr int symbol = 42;
 
   /// A code page that the system does not know is read as 1252.
   explicit CodePage(int number);
 
-  /// How many bytes a character takes that begins with this one (1 to 4).
+  /// The number of bytes (1 to 4) in a character that begins with this one.
   std::size_t length_from(std::uint8_t first_byte) const { return lengths_[first_byte]; }
-  /// The character that a byte stands for alone.
+  /// The character that a single byte stands for.
   char16_t decode_single(std::uint8_t byte) const {
     return byte < 0x80 ? char16_t{byte} : high_half_[byte - 0x80U];
   }
   /// The characters that a whole sequence stands for. Bytes that are no character of the code page
-  /// are read in 1252 one by one, so nothing is lost.
+  /// are read one by one in 1252, so nothing is lost.
   std::u16string decode(std::string_view bytes) const;
 
  private:
@@ -57,7 +57,7 @@ class CodePage {
 
 /// Code page 1252, whose five unassigned bytes stand for the control characters of their number.
 char16_t decode_western(std::uint8_t byte);
-/// The byte of a character; empty when the code page does not have it.
+/// The byte of a character; empty when code page 1252 does not have it.
 std::optional<std::uint8_t> encode_western(char16_t character);
 
 /// The code page of a font's character set number ("\fcharset"); empty for the document's own.

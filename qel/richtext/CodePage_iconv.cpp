@@ -9,7 +9,7 @@
 namespace qel::richtext {
 namespace {
 
-/// The converter's names for code pages that are not called "CP" and the number.
+/// The converter's name for a code page, usually "CP" and the number.
 std::string name_of(int number) {
   switch (number) {
     case 10000:

@@ -34,7 +34,7 @@ FormatPool::Id FormatPool::intern(const CharFormat& format) {
   return entry->second;
 }
 
-/// Gives the formats of another document their numbers in this one.
+/// Translates the format numbers of one document to those of another.
 class Document::Translation {
  public:
   Translation(const Document& from, Document& to) : from_(from), to_(to) {}
@@ -102,8 +102,7 @@ void Document::release_unused() {
 }
 
 void Document::replace(Extent extent, Document content) {
-  // The last paragraph of the content runs on in what follows, and, where it has only one, its
-  // first begins in what stands before: the alignment there holds.
+  // The last paragraph of the content runs on into what follows, and so takes the alignment there.
   const RunList::Value here = alignments_.at(extent.end);
   const std::size_t inserted = content.size();
   content.alignments_.transform(content.paragraph_start(inserted), inserted + 1,
@@ -116,7 +115,7 @@ void Document::replace(Extent extent, Document content) {
   runs_.replace(extent.start, extent.length(), runs);
   text_.replace(extent.start, extent.length(), content.text_);
 
-  // Parts of a paragraph from before and after the change are one paragraph now.
+  // Parts from before, within and after the change may have become one paragraph.
   if (alignments_.run_count() == 1) return;
   for (const std::size_t position : {extent.start, extent.start + inserted}) {
     const std::size_t end = paragraph_end(position);
@@ -129,7 +128,7 @@ void Document::restore(Extent extent, Document part) {
   const Alignment last = part.alignment_at(part.size());
   const std::size_t end = extent.start + part.size();
   replace(extent, std::move(part));
-  // Looking for the ends of a paragraph costs more than what is typed.
+  // Looking for the ends of a paragraph would cost more than the text that is typed.
   if (alignments_.run_count() == 1 && alignment_at(0) == first && first == last) return;
   align({extent.start, extent.start}, first);
   align({end, end}, last);

@@ -15,7 +15,7 @@
 
 namespace qel::richtext {
 
-/// The different character formats of a document, each kept once and known by its number.
+/// The distinct character formats of a document, each kept once and known by its number.
 class FormatPool {
  public:
   using Id = RunList::Value;
@@ -25,7 +25,7 @@ class FormatPool {
   FormatPool& operator=(FormatPool&&) = default;
 
   Id intern(const CharFormat& format);
-  /// The reference holds as long as the pool.
+  /// The reference is valid as long as the pool.
   const CharFormat& operator[](Id id) const { return *formats_[id]; }
 
  private:
@@ -37,7 +37,7 @@ class FormatPool {
   std::vector<const CharFormat*> formats_;
 };
 
-/// Part of a document: positions in UTF-16 code units from `start` up to but without `end`.
+/// A part of a document: UTF-16 code units from `start` up to, but not including, `end`.
 struct Extent {
   std::size_t start = 0;
   std::size_t end = 0;
@@ -66,8 +66,9 @@ class Document {
   Alignment alignment_at(std::size_t position) const;
   const RunList& alignments() const { return alignments_; }
 
-  /// Makes room for a text of that many code units, and gives back what was not needed.
+  /// Makes room for a text of that many code units.
   void reserve(std::size_t length) { text_.reserve(length); }
+  /// Gives back the room that was not needed.
   void release_unused();
   FormatPool::Id intern(const CharFormat& format) { return pool_.intern(format); }
   /// Adds text without breaks to the last paragraph.
@@ -78,21 +79,20 @@ class Document {
   void align_last(Alignment alignment);
 
   /// Replaces the characters of the extent, which lies within the document and cuts no break in
-  /// two, by the other document's content. A paragraph that is joined from two parts is aligned as
-  /// its last part is, one that is cut in two keeps its alignment in both, and alignments of whole
-  /// paragraphs of the content come along.
+  /// two, with the content. A paragraph joined from two parts takes the alignment of its last part,
+  /// one cut in two keeps its alignment in both, and whole paragraphs of the content keep theirs.
   void replace(Extent extent, Document content);
-  /// The inverse of `replace`: puts a `part` back, with the alignments that its first and its last
-  /// paragraph had.
+  /// The inverse of `replace`: puts a `part` back, with the alignments that its first and last
+  /// paragraphs had.
   void restore(Extent extent, Document part);
-  /// Replaces all characters by as many others; breaks are where they were.
+  /// Replaces all characters with as many others; breaks must be where they were.
   void put_characters(std::u16string text) { text_ = std::move(text); }
   void change_format(Extent extent, const FormatChange& change);
   /// The paragraphs that the extent touches.
   Extent paragraphs(Extent extent) const {
     return {paragraph_start(extent.start), paragraph_end(extent.end)};
   }
-  /// Aligns them.
+  /// Aligns the paragraphs that the extent touches.
   void align(Extent extent, Alignment alignment);
 
   /// The part as a document of its own.
@@ -109,7 +109,7 @@ class Document {
   class Translation;
 
   void assign(const Document& other);
-  /// Adds those of a part of another document, in the numbers of this one's formats.
+  /// Adds the runs of a part of another document, translated to the numbers of this one's formats.
   void append_runs(RunList& runs, const Document& other, Extent extent);
   std::size_t paragraph_start(std::size_t position) const;
   std::size_t paragraph_end(std::size_t position) const;
@@ -120,7 +120,7 @@ class Document {
   RunList alignments_;  // one position more than the text: the end belongs to the last paragraph
 };
 
-/// Plain text as a document in one format. Lone CR and lone LF become breaks like CR LF.
+/// Plain text as a document in one format. CR LF, lone CR and lone LF all become breaks.
 Document plain_document(std::u16string_view text, const CharFormat& format);
 
 }  // namespace qel::richtext

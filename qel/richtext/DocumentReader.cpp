@@ -9,7 +9,7 @@
 namespace qel::richtext {
 namespace {
 
-/// Builds a document of what a reader finds.
+/// Builds a document from what a reader finds.
 class DocumentSink : public RtfSink {
  public:
   explicit DocumentSink(Document& document) : document_(document) {}

@@ -18,8 +18,8 @@ bool is_escaped(std::string_view bytes, std::size_t backslash) {
   return (backslash - first) % 2 != 0;
 }
 
-/// Length of the binary data that follows "\bin" at `word`, with the word itself: "\bin12 " and 12
-/// bytes. 0 when no such word stands there.
+/// Length of the word "\bin" at `word` and its binary data: of "\bin12 " and 12 bytes. 0 when no
+/// such word stands there.
 std::size_t binary_length(std::string_view bytes, std::size_t word) {
   constexpr std::size_t name_length = 4;
   const std::string_view rest = bytes.substr(word + name_length);

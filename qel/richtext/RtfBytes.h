@@ -3,16 +3,16 @@
 #include <string>
 #include <string_view>
 
-/// RTF between strings, which hold any character, and files, which hold bytes.
+/// Converts RTF between strings, which hold any character, and files, which hold bytes.
 namespace qel::richtext {
 
 /// The RTF of a file as a string. Bytes from 0x80 become "\'hh", so that the code page that the
-/// document or a font declares says what they mean; a mark of the encoding at the beginning is
-/// dropped, and so is binary data ("\bin"), whose bytes are not text.
+/// document or a font declares says what they mean; a byte order mark of UTF-8 is dropped, and so
+/// is binary data ("\bin"), whose bytes are not text.
 std::u16string rtf_from_bytes(std::string_view bytes);
 
 /// The RTF of a string as bytes, all of them below 0x80: other characters are written "\'hh" where
-/// code page 1252 has them and "\uN?" where it has not. For RTF that declares that code page and
+/// code page 1252 has them and "\uN?" where it does not. For RTF that declares that code page and
 /// one replacement character, which are the defaults.
 std::string rtf_to_bytes(std::u16string_view rtf);
 

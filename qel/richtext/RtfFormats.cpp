@@ -23,7 +23,7 @@ bool are_equal_in_rtf(const CharFormat& left, const CharFormat& right) {
 
 namespace {
 
-/// Half-points as twips: the middle of the range of twips that is written as that many.
+/// Half-points as twips: the middle of the range of twips that is written as that number.
 std::int16_t twips(std::int32_t half_points) {
   if (half_points == 0) return 0;
   return static_cast<std::int16_t>(half_points * 10 + (half_points > 0 ? 5 : -5));
@@ -72,7 +72,7 @@ const CodePage& RtfFormats::code_page_of(const CharState& state) {
   const RtfFontTable::Font* const font = font_of(state);
   const int number =
       (font != nullptr ? font->code_page : std::nullopt).value_or(document_code_page_);
-  // Each may cost a look-up in the system; no document needs many.
+  // Each may cost a look-up in the system, and no document needs many.
   constexpr std::size_t most_code_pages = 32;
   const bool is_affordable = code_pages_.size() < most_code_pages || code_pages_.contains(number);
   const int taken = is_affordable ? number : CodePage::western;

@@ -13,15 +13,15 @@
 
 namespace qel::richtext {
 
-/// An offset and a size in half-points, as RTF has them: what is less than a half-point of an
-/// offset is dropped, a size is rounded to one that RTF can say.
+/// An offset and a size in half-points, as RTF has them: an offset loses its fraction of a
+/// half-point, a size is rounded to one that RTF can express.
 std::int32_t offset_in_rtf(std::int16_t twips);
 std::int32_t size_in_rtf(float points);
-/// Whether nothing has to be written between texts in these formats.
+/// Whether RTF needs no control word between texts in these formats.
 bool are_equal_in_rtf(const CharFormat& left, const CharFormat& right);
 
-/// What an RTF document's tables make of a character state: a format, and a code page for its
-/// bytes.
+/// Looks up what a character state means by an RTF document's tables: a format, and a code page
+/// for its bytes.
 class RtfFormats {
  public:
   /// `base` gives the font, size and colour that the document leaves open.
@@ -30,7 +30,7 @@ class RtfFormats {
   RtfFontTable& fonts() { return fonts_; }
   RtfColorTable& colors() { return colors_; }
 
-  /// What follows may change what states mean: a table, or the default font.
+  /// To be called when a table or the default font may change what states mean.
   void forget() {
     known_ = {};
     last_code_page_ = nullptr;

@@ -18,7 +18,7 @@ namespace {
 
 /// Groups nested more deeply than this are read, but restore nothing when they end.
 constexpr std::size_t deepest_group = 10'000;
-/// A count of replacement characters beyond this is broken input.
+/// A larger count of replacement characters is broken input.
 constexpr std::int32_t longest_replacement = 32;
 
 bool begins_destination(const KnownWord* word) {
@@ -44,7 +44,7 @@ class Reader {
 
  private:
   using Handler = void (Reader::*)(std::int32_t argument, Parameter parameter);
-  /// One for each action, in their order.
+  /// One for each `WordAction`, in the same order.
   static const std::array<Handler, static_cast<std::size_t>(WordAction::count)> handlers;
 
   void read_token();
@@ -109,11 +109,11 @@ class Reader {
   bool finished_ = false;
   bool starred_ = false;
   bool at_group_start_ = false;
-  /// Of the paragraph being read. Ending a group does not undo it: the text is there already.
+  /// Alignment of the paragraph being read. The end of a group does not undo it: the text is there.
   Alignment last_alignment_ = Alignment::left;
   bool line_has_text_ = false;
 
-  std::size_t font_group_ = 0;  // depth of the group that holds the font table's present entry
+  std::size_t font_group_ = 0;  // depth of the group with the current entry of the font table
   std::u16string list_text_;
 
   std::int32_t replacements_due_ = 0;
@@ -186,7 +186,7 @@ void Reader::read_text() {
     return;
   }
   std::u16string_view text = scanner_.plain_text();
-  // The second byte of a character may be one that stands for itself elsewhere.
+  // The second byte of a character may be one that elsewhere stands for itself.
   while (!pending_bytes_.empty() && !text.empty() && text.front() < 0x80) {
     add_byte(static_cast<std::uint8_t>(text.front()));
     text.remove_prefix(1);
@@ -213,7 +213,7 @@ void Reader::read_control() {
     return;
   }
   if (state_.destination == Destination::skipped) return;
-  // Any word may stand in place of a character, but for one that begins the next character.
+  // Any word may be a replacement character, except one that begins the next character.
   const bool begins_character = known != nullptr && known->action == WordAction::add_unicode;
   if (known == nullptr || (!begins_character && replacements_due_ > 0)) {
     takes_replacement();
@@ -389,7 +389,7 @@ void Reader::set_replacement_length(std::int32_t /*argument*/, Parameter count) 
 void Reader::set_destination(std::int32_t destination, Parameter /*parameter*/) {
   const Destination was = state_.destination;
   state_.destination = static_cast<Destination>(destination);
-  // Elsewhere than in the text nobody tells the two parts of a pair apart.
+  // Outside the text nobody tells the two parts of a pair apart.
   if (state_.destination == Destination::unicode_pair && was != Destination::text) {
     state_.destination = Destination::skipped;
   }
@@ -425,7 +425,7 @@ void Reader::add_break(std::int32_t only_after_text, Parameter /*parameter*/) {
   line_has_text_ = false;
 }
 
-/// Whether what has just been read stands in place of a character that was given in Unicode.
+/// Whether what has just been read is a replacement for a character given in Unicode; counts it.
 bool Reader::takes_replacement() {
   if (replacements_due_ == 0) return false;
   --replacements_due_;
@@ -484,7 +484,7 @@ void Reader::give_up_bytes() {
 void Reader::add_list_text() {
   std::u16string mark = std::exchange(list_text_, {});
   if (mark.find_first_not_of(u" \t\u00A0") == std::u16string::npos) return;
-  // The bullets of symbol fonts are not bullets in any other.
+  // The bullets of symbol fonts are not bullets in any other font.
   std::replace_if(
       mark.begin(), mark.end(),
       [](char16_t c) { return c == u'\u00B7' || (c >= 0xF000 && c <= 0xF0FF); }, u'\u2022');

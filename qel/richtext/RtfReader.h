@@ -15,19 +15,19 @@ class RtfSink {
   using FormatId = std::uint32_t;
 
   virtual ~RtfSink() = default;
-  /// A number for a format that text is about to come in.
+  /// A number for a format of text that is about to come.
   virtual FormatId intern(const CharFormat& format) = 0;
-  /// Text without breaks. What stands in the RTF as it is comes as a part of it.
+  /// Text without breaks. Text that stands in the RTF literally is passed as a view of the RTF.
   virtual void text(std::u16string_view text, FormatId format) = 0;
-  /// The paragraph ends here; it has this alignment. The break itself has a format too.
+  /// A paragraph with this alignment ends here. The break itself has a format too.
   virtual void paragraph_break(FormatId format, Alignment alignment) = 0;
-  /// The document ends, and with it a last paragraph.
+  /// The document ends, and with it its last paragraph.
   virtual void finish(Alignment alignment) = 0;
 };
 
 /// Reads RTF, as far as it can be read: broken or truncated input gives what came before. Takes
-/// time linear in the input, no recursion, and memory in proportion to the open groups, fonts and
-/// colours.
+/// time linear in the input and memory in proportion to the open groups, fonts and colours, and
+/// does not recurse.
 ///
 /// Understood: font and colour tables; bold, italic, every kind of underline and strike-through,
 /// raised and lowered text, fonts, colours, sizes, \plain; paragraphs, lines, tabs, table cells and
@@ -39,9 +39,9 @@ class RtfSink {
 /// entry that is empty, the automatic colour).
 void read_rtf(std::u16string_view rtf, const CharFormat& base, RtfSink& sink);
 
-/// Reads a part of a document, which need not be one group; what begins with "{\rtf" is a document
-/// and ends with its group. While the sink is called, `token` is the position in `rtf` of the text,
-/// word, symbol or brace that was read last.
+/// Reads a part of a document, which need not be one group; input that begins with "{\rtf" is a
+/// document and ends with its group. While the sink is called, `token` is the position in `rtf` of
+/// the text, word, symbol or brace read last.
 void read_rtf_fragment(std::u16string_view rtf, const CharFormat& base, RtfSink& sink,
                        std::size_t& token);
 

@@ -12,9 +12,9 @@ enum class Destination : std::uint8_t {
   skipped,
   font_table,
   color_table,
-  /// The mark of a list item, which is looked at as a whole.
+  /// The mark of a list item, which is examined as a whole.
   list_text,
-  /// The group that holds a text twice: in the code page, and in a "\ud" group in Unicode.
+  /// A group that holds a text twice: in the code page, and in Unicode in a "\ud" group.
   unicode_pair,
 };
 
@@ -41,7 +41,7 @@ struct CharState {
 /// What a group restores when it ends.
 struct GroupState {
   CharState character;
-  /// Characters that stand after "\u" for readers without Unicode.
+  /// Number of characters after "\u" for readers without Unicode.
   std::uint8_t replacement_length = 1;
   Destination destination = Destination::text;
   Alignment alignment = Alignment::left;

@@ -8,7 +8,7 @@
 namespace qel::richtext {
 
 void RtfFontTable::set_character_set(std::int32_t character_set) {
-  // A code page that the entry names outright holds whatever the character set.
+  // A code page that the entry names outright holds, whatever the character set.
   if (!font_.code_page) font_.code_page = code_page_of_character_set(character_set);
 }
 

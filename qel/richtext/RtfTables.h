@@ -12,7 +12,7 @@
 
 namespace qel::richtext {
 
-/// The fonts of an RTF document, as they come in while its font table is read.
+/// The fonts of an RTF document, collected while its font table is read.
 class RtfFontTable {
  public:
   struct Font {
@@ -20,7 +20,7 @@ class RtfFontTable {
     std::optional<int> code_page;  ///< of its bytes; empty for that of the document
   };
 
-  /// The entry being read: its number, character set or code page, and name.
+  /// Each sets a part of the entry being read: its number, character set or code page, and name.
   void begin_font(std::int32_t number) { number_ = number; }
   void set_character_set(std::int32_t character_set);
   void set_code_page(std::int32_t code_page) { font_.code_page = code_page; }
@@ -36,14 +36,14 @@ class RtfFontTable {
  private:
   std::int32_t number_ = 0;
   Font font_;
-  std::map<std::int32_t, Font> fonts_;  // no hash: the numbers are the input's to choose
+  std::map<std::int32_t, Font> fonts_;  // no hash table: the input chooses the numbers
 };
 
-/// The colours of an RTF document, as they come in while its colour table is read.
+/// The colours of an RTF document, collected while its colour table is read.
 class RtfColorTable {
  public:
-  /// Of the entry being read: component 0 is red, 1 green, 2 blue. A value beyond 0 to 255 becomes
-  /// the nearest.
+  /// Sets a component of the entry being read: 0 red, 1 green, 2 blue. A value outside 0 to 255
+  /// becomes the nearest within.
   void set_component(std::int32_t component, std::int32_t value);
   /// Text of the table: each semicolon ends an entry. One without any component is the automatic
   /// colour.

@@ -32,8 +32,8 @@ struct ControlWord {
   Parameter parameter;
 };
 
-/// Splits RTF into control words; everything else it leaves to its caller. Never reads past the
-/// end.
+/// Scans RTF for control words and plain text, and leaves the rest to its caller. Never reads past
+/// the end.
 class RtfScanner {
  public:
   explicit RtfScanner(std::u16string_view rtf) : rtf_(rtf) {}
@@ -44,14 +44,14 @@ class RtfScanner {
   char16_t next() { return rtf_[at_++]; }
   void skip(std::size_t count) { at_ = count > rtf_.size() - at_ ? rtf_.size() : at_ + count; }
 
-  /// The text up to the next character that may mean something to RTF, one character at the least:
-  /// for a caller who has seen that the next one means nothing.
+  /// The text up to the next character that may mean something to RTF, at least one character long:
+  /// for a caller who has seen that the next character means nothing.
   std::u16string_view plain_text();
   /// Goes to the next brace or backslash.
   void skip_plain_text();
-  /// Reads a control word behind its backslash, with its parameter and the blank that ends it.
+  /// Reads a control word after its backslash, with its parameter and the blank that ends it.
   ControlWord control_word();
-  /// Reads the two digits of "\'hh"; -1, and nothing is read, where they are not there.
+  /// Reads the two digits of "\'hh"; where they are missing it reads nothing and returns -1.
   int hex_byte();
 
  private:

@@ -13,7 +13,7 @@
 namespace qel::richtext {
 namespace {
 
-/// An open hash table, a good deal larger than what is in it.
+/// An open-addressing hash table, a good deal larger than its content.
 class WordTable {
  public:
   WordTable() {

@@ -42,7 +42,7 @@ struct Written {
   std::int32_t half_points_up = 0;
   std::size_t font = 0;
   std::size_t color = 0;         // 0 is the automatic colour, which no format has
-  std::int32_t half_points = 0;  // none: text that names no size takes that of where it is read
+  std::int32_t half_points = 0;  // 0 names none: such text takes the size of where it is read
 };
 
 class Writer {
@@ -81,7 +81,7 @@ class Writer {
     end_words();
   }
 
-  /// The words of RTF state follow each other; one blank ends the last of them.
+  /// Control words follow each other directly; one blank ends the last of them.
   void word(std::u16string_view name, std::int64_t number) {
     word(name);
     body_.append(records::from_integer(number));
@@ -143,7 +143,7 @@ class Writer {
   void write_special(std::size_t position) {
     switch (const char16_t c = document_.text()[position]) {
       case u'\r':
-        return;  // the line feed behind it says it all
+        return;  // the line feed after it writes the break
       case u'\n':
         word(u"\\par");
         write_alignment(position + 1);

@@ -6,9 +6,9 @@
 
 namespace qel::richtext {
 
-/// The part of the document as RTF: only the fonts, colours and words that it needs. Reading it
-/// gives the same text, paragraphs and formats; an offset loses what is less than a half-point, a
-/// size what is less than half a point. `base` names the font of a document that has no text.
+/// The part of the document as RTF, with only the fonts, colours and words that it needs. Reading
+/// it gives the same text, paragraphs and formats, except that offsets and sizes come back to
+/// within a half-point. `base` names the font of a part without text.
 std::u16string write_rtf(const Document& document, Extent extent, const CharFormat& base);
 
 }  // namespace qel::richtext

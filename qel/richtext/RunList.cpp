@@ -21,8 +21,8 @@ void RunList::append_part(const RunList& source, std::size_t start, std::size_t 
 }
 
 void RunList::replace(std::size_t position, std::size_t erased, const RunList& inserted) {
-  // Only the runs that the change touches, and a neighbour on each side that may join them, are
-  // built anew; those behind just move.
+  // Rebuilds only the runs that the change touches, and a neighbour on each side that may join
+  // them; the runs after those just move.
   const std::size_t old_size = size();
   const std::size_t change_end = position + erased;
   std::size_t first = position < old_size ? find(position) : runs_.size();

@@ -7,7 +7,7 @@
 namespace qel::richtext {
 
 /// A value for each position of a text, kept as runs of equal values. Neighbouring runs differ, so
-/// memory and time go by the number of changes, not of characters.
+/// memory and time depend on the number of changes, not of characters.
 class RunList {
  public:
   using Value = std::uint32_t;
@@ -31,15 +31,15 @@ class RunList {
 
   /// Adds `length` positions with `value` at the end.
   void append(std::size_t length, Value value);
-  /// Replaces `erased` positions from `position` on by those of `inserted`.
+  /// Replaces `erased` positions from `position` on with those of `inserted`.
   void replace(std::size_t position, std::size_t erased, const RunList& inserted);
-  /// Gives each run of the range from `start` to `end`, cut to it, the value `change(value)`.
+  /// Gives each position from `start` up to `end` the value `change(value)`, called once per run.
   template <class Change>
   void transform(std::size_t start, std::size_t end, Change change);
 
   void clear() { runs_.clear(); }
 
-  /// Whether the runs are as they must be: none empty, ends ascending, neighbours different.
+  /// Whether the invariants hold: no run empty, ends ascending, neighbours different.
   bool check() const;
 
  private:
@@ -48,7 +48,7 @@ class RunList {
     Value value;
   };
 
-  /// Copies the part of `source` from `start` to `end` behind the runs of this list.
+  /// Appends the part of `source` from `start` to `end`.
   void append_part(const RunList& source, std::size_t start, std::size_t end);
 
   std::vector<Entry> runs_;

@@ -11,7 +11,7 @@
 
 namespace qel::richtext {
 
-/// Takes the characters down, and where they come from.
+/// Records the characters, and where in the RTF they come from.
 class VisibleText::Collector : public RtfSink {
  public:
   explicit Collector(VisibleText& visible) : visible_(visible) {}
@@ -30,7 +30,7 @@ class VisibleText::Collector : public RtfSink {
     Form form = form_of(rtf.substr(token_), text);
     auto& pieces = visible_.pieces_;
     if (!pieces.empty() && pieces.back().position == token_) {
-      // One word for several characters, or for others that were waiting.
+      // One word gave several characters, or released bytes that were waiting.
       pieces.back().form = form = Form::fixed;
     }
     add(text, token_, form);
@@ -54,8 +54,8 @@ class VisibleText::Collector : public RtfSink {
 
 VisibleText::VisibleText(std::u16string_view rtf) : rtf_(rtf) { Collector(*this).read(); }
 
-/// The form of a `text` that is not there as it is: what is read while it waits for the rest of a
-/// character, or is put together from several, is no form of it.
+/// The form of a `text` that is not there literally. A token that only ended the wait for the rest
+/// of a character, or completed one of several bytes, is not a form of the text.
 VisibleText::Form VisibleText::form_of(std::u16string_view token, std::u16string_view text) {
   RtfScanner scanner(token);
   if (text.size() != 1 || scanner.at_end() || scanner.next() != u'\\' || scanner.at_end()) {
@@ -74,8 +74,8 @@ VisibleText::Form VisibleText::form_of(std::u16string_view token, std::u16string
   return is_unicode ? Form::unicode : Form::fixed;
 }
 
-/// Appends the piece with the characters of `text` to `out`, and returns the position in the RTF up
-/// to which nothing more is to be written: that of the piece if it stays.
+/// Appends the piece with the characters of `text` to `out`, and returns the position in the RTF
+/// from which copying goes on: that of the piece itself if it stays.
 std::size_t VisibleText::write(std::u16string& out, const Piece& piece,
                                std::u16string_view text) const {
   constexpr std::size_t prefix = 2;  // "\'" or "\u"

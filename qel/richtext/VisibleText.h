@@ -12,23 +12,23 @@ namespace qel::richtext {
 /// characters without touching anything else. Takes time and memory in proportion to the RTF.
 class VisibleText {
  public:
-  /// `rtf` has to stay where it is for as long as this does.
+  /// `rtf` must stay where it is for as long as this lives.
   explicit VisibleText(std::u16string_view rtf);
 
   /// The characters in order; paragraphs and lines end with a line feed.
   const std::u16string& text() const { return text_; }
 
   /// The RTF with its visible characters replaced by those of `text`, which has the same length.
-  /// Each is written in the form of the one that it replaces: as it is, as "\uN", or as "\'hh"
-  /// where code page 1252 has it. The others stay, and so do characters in any further form, and
-  /// what follows "\uN" for readers without Unicode.
+  /// Each is written in the way of the one that it replaces: literally, as "\uN", or as "\'hh" if
+  /// code page 1252 has it. Where it does not, the old character stays, as do characters written in
+  /// any other way, and what follows "\uN" for readers without Unicode.
   std::u16string with(std::u16string_view text) const;
 
  private:
   class Collector;
 
   enum class Form : std::uint8_t { plain, byte, unicode, fixed };
-  /// Characters that stand in the RTF in one form.
+  /// Characters that are written in the RTF in one form.
   struct Piece {
     std::size_t position = 0;
     std::size_t length = 0;  ///< of the text

@@ -31,7 +31,7 @@ struct RtfSpelling {
   std::u16string_view rtf;
 };
 
-/// The characters that RTF has a spelling of its own for, but for breaks and tabs.
+/// The characters with a spelling of their own in RTF, except breaks and tabs.
 constexpr std::array<RtfSpelling, 11> rtf_spellings = {{{u'\\', u"\\\\"},
                                                         {u'{', u"\\{"},
                                                         {u'}', u"\\}"},

@@ -5,11 +5,11 @@
 
 #include "qel/rtf/RTFParser.h"
 
-/// The characters of a text as the parser's reading members write them. What becomes of breaks and
-/// tabs is for the parser's switches to say.
+/// Writes the characters of a text as the parser's reading members do. The parser's switches decide
+/// what becomes of breaks and tabs.
 namespace qel::rtf {
 
-/// All but breaks and tabs stand for themselves; a break that is recognised becomes `line_break`.
+/// As they are, except breaks and tabs; a break that is recognised becomes `line_break`.
 void append_characters(std::u16string& out, std::u16string_view text, const RTFParser& parser,
                        std::u16string_view line_break);
 

@@ -24,7 +24,7 @@ class CodeIndex {
     }
   }
 
-  /// Null for what is no code of the table.
+  /// Null for a code that is not in the table.
   constexpr const CodeRow* find(char16_t letter, char16_t digit) const {
     if (letter >= 0x80 || digit >= 0x80) return nullptr;
     const std::uint8_t row = rows_[slot(letter, digit)];
@@ -93,7 +93,7 @@ bool append_body(std::u16string& out, std::u16string_view markup) {
 }
 
 void restore_literal_codes(std::u16string& text, std::size_t from) {
-  // The text only gets shorter, so it is rewritten in place.
+  // The text only gets shorter, so it can be rewritten in place.
   std::size_t written = from;
   std::size_t kept = from;
   const auto keep_up_to = [&](std::size_t end) {

@@ -14,8 +14,8 @@ struct CodeRow {
 };
 
 /// The rows in the order in which their replacements apply. Underline is written as word underline.
-/// Raised and lowered text ("/r1", "/l1") is written like superscript and subscript. All RTF texts
-/// but those of the braces end in the blank that ends the control word.
+/// Raised and lowered text ("/r1", "/l1") is written like superscript and subscript. Every RTF text
+/// except those of the braces ends with the blank that ends its control word.
 inline constexpr std::array<CodeRow, 40> code_table = {{
     {u"{", u"\\{"},      {u"}", u"\\}"},          {u"/b1", u"\\b1 "},      {u"/b0", u"\\b0 "},
     {u"/i1", u"\\i1 "},  {u"/i0", u"\\i0 "},      {u"/u1", u"\\ulw1 "},    {u"/u0", u"\\ulw0 "},
@@ -33,17 +33,16 @@ inline constexpr std::array<CodeRow, 40> code_table = {{
 /// three characters. This is the converter's own idea of a code; the text model's differs.
 bool is_code(std::u16string_view code);
 
-/// Both characters of such a code behind its slash, however that is written.
+/// Whether these are the two characters after the slash of such a code, however that is written.
 bool is_code_tail(char16_t letter, char16_t digit);
 
 /// Appends the markup as the body of an RTF document: backslashes doubled, then each row replaced.
-/// It comes out as if the replacements were made one after the other, in a single pass. Returns
-/// whether two backslashes follow each other in the markup: without that there are no literal codes
-/// in it.
+/// A single pass, with the result of making the replacements one after the other. Returns whether
+/// the markup has two backslashes in a row: without them it has no literal codes.
 bool append_body(std::u16string& out, std::u16string_view markup);
 
-/// Turns each code whose slash is written as four backslashes, from position `from` on, back into
-/// the slash: a code that is text.
+/// From position `from` on, turns the four backslashes that stand for the slash of a code back into
+/// the slash: such a code is text.
 void restore_literal_codes(std::u16string& text, std::size_t from);
 
 }  // namespace qel::rtf

@@ -19,7 +19,7 @@ using richtext::FormatPool;
 
 constexpr std::size_t code_length = 3;
 
-/// The format at a place in markup, in the numbers of its codes.
+/// The format at a position in markup, as the numbers of its codes.
 struct State {
   enum Level : std::uint8_t { on_line, raised, lowered };
 
@@ -75,7 +75,7 @@ class Reader {
       case u'\r':
       case u'\n':
       case u'\0':
-        // RTF passes over them.
+        // RTF ignores them.
         ++at_;
         return;
       default:
@@ -98,7 +98,7 @@ class Reader {
     at_ += code_length;
   }
 
-  /// Whether the code means anything.
+  /// Applies a code to the state; false for one that means nothing here.
   bool act(char16_t letter, char16_t character) {
     const auto digit = static_cast<std::uint8_t>(character - u'0');
     const bool is_on = digit != 0;
@@ -134,9 +134,9 @@ class Reader {
     }
   }
 
-  /// Two backslashes before the rest of a code are its slash, as text. So are two before a code
-  /// whose word in RTF looks like that rest: what is left of the word is text, and the code does
-  /// not act.
+  /// Two backslashes before the rest of a code stand for its slash, as text. Two before a whole
+  /// code whose RTF word looks like such a rest are lost: what remains of the word is text, and the
+  /// code does not act.
   void read_backslashes() {
     const std::size_t end = std::min(markup_.find_first_not_of(u'\\', at_), markup_.size());
     std::u16string_view backslashes = markup_.substr(at_, end - at_);
@@ -194,16 +194,16 @@ class Reader {
   Document document_;
   std::size_t at_ = 0;
   State state_;
-  std::vector<FormatPool::Id> ids_;  // of the states that text was in
+  std::vector<FormatPool::Id> ids_;  // formats of the states that have had text
   FormatPool::Id id_ = 0;
-  bool is_known_ = false;  // the state's
+  bool is_known_ = false;  // whether `id_` is that of the state
 };
 
 }  // namespace
 
 MarkupFormats markup_formats(const RTFParser& parser, QELIndexFonts& fonts,
                              const QELIndexColors& colors, const CharFormat& base) {
-  // One character in each font and then in each colour, 0 being that of the first.
+  // One character in each font and then in each colour; the first one is in font and colour 0.
   constexpr std::u16string_view sample = u"-";
   constexpr std::u16string_view digits = u"123456789";
   std::u16string samples(sample);
@@ -211,7 +211,7 @@ MarkupFormats markup_formats(const RTFParser& parser, QELIndexFonts& fonts,
   samples.append(u"/f0");
   for (const char16_t digit : digits) samples.append({u'/', u'y', digit}).append(sample);
   const Document read = richtext::read_document(parser.QELToRTF(samples, fonts, colors), base);
-  // A name is written as it is, and one with RTF in it may break the document up.
+  // Names are written as they are, and RTF in one may break up the document.
   const bool is_whole = read.text() == std::u16string(1 + 2 * digits.size(), sample.front());
   const auto sampled = [&](std::size_t at) { return is_whole ? read.format_at(at) : base; };
 

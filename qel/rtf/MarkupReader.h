@@ -20,12 +20,12 @@ struct MarkupFormats {
   float size = 0;  ///< of all text
 };
 
-/// The formats that text has after `RTFParser::QELToRTF` and a reading of that RTF; `base` is what
-/// it takes where the tables give it nothing. Raises the errors of `QELToRTF`.
+/// The formats that text has once `RTFParser::QELToRTF` has written it and that RTF is read; `base`
+/// supplies what the tables leave open. Raises the errors of `QELToRTF`.
 MarkupFormats markup_formats(const RTFParser& parser, QELIndexFonts& fonts,
                              const QELIndexColors& colors, const richtext::CharFormat& base);
 
-/// The document that the markup becomes that way, without any RTF in between. Any text is accepted.
+/// The document that the markup becomes that way, but without going through RTF. Accepts any text.
 richtext::Document read_markup(std::u16string_view markup, const MarkupFormats& formats);
 
 }  // namespace qel::rtf

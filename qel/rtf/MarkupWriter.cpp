@@ -14,7 +14,7 @@ namespace {
 constexpr std::u16string_view line_break = u"\r\n";
 constexpr std::size_t code_length = 3;
 
-/// Whether a text that ends with this slash, and a character at the most, may go on as a code.
+/// Whether a text that ends with this, a slash and perhaps more, may go on as a code.
 bool begins_code(std::u16string_view end) {
   return end.size() == 1 || (end.size() == 2 && is_code_tail(end[1], u'0'));
 }

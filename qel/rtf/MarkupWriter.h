@@ -14,9 +14,9 @@ namespace qel::rtf {
 
 /// Writes a text as markup, run by run, as `RTFParser::RTFToQEL` does with what it has loaded.
 ///
-/// What comes from a box reads as if its RTF had been loaded: a code that stands in it as text,
-/// with nothing in between that RTF would have to say, gets two backslashes for its slash. But a
-/// blank at its end is dropped only where it stands for a break.
+/// Text from a box comes out as if its RTF had been loaded: a code that stands in it as text gets
+/// two backslashes for its slash, unless RTF would need a control word within it. But a blank at
+/// the end is dropped only where it stands for a break.
 class MarkupWriter {
  public:
   /// The arguments must outlive the writer.
@@ -27,8 +27,8 @@ class MarkupWriter {
 
   void reserve(std::size_t length) { markup_.reserve(length); }
   void add(const richtext::CharFormat& format, std::u16string_view text);
-  /// The markup, with all codes closed. A text that is nothing but a break that is not recognised
-  /// is empty.
+  /// The markup, with all codes closed. Empty for a text that is nothing but a break that is not
+  /// recognised.
   std::u16string finish();
 
  private:
@@ -39,9 +39,9 @@ class MarkupWriter {
   Origin origin_;
   std::u16string markup_;
   FormatWalk walk_;
-  std::u16string beginning_;  // of the text, as far as it may be nothing but a break
+  std::u16string beginning_;  // of the text: enough to tell whether it is only a break
   bool ends_with_break_ = false;
-  std::u16string held_;  // a slash at the end that the next run may complete,
+  std::u16string held_;  // begins with a slash; the next run may complete the code,
   richtext::CharFormat held_format_;
 };
 

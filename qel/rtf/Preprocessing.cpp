@@ -48,7 +48,7 @@ const Replacement* replacement_at(std::u16string_view rtf, std::size_t backslash
 
 constexpr std::u16string_view escaped_backslash = u"\\'5c";
 
-/// Copies RTF from the first change on.
+/// Collects changes of RTF, which is copied only if there are any.
 class Changes {
  public:
   Changes(std::u16string_view rtf, std::u16string& storage) : rtf_(rtf), storage_(storage) {}
@@ -75,7 +75,7 @@ class Changes {
 
 enum class Characters { as_escapes, as_such };
 
-/// Replaces the word at the backslash, if it is one of the table's, and returns where to go on.
+/// Replaces the word at the backslash, if it is in the table, and returns where to go on.
 std::size_t replace_word(std::u16string_view rtf, std::size_t backslash, Changes& changes,
                          Characters characters) {
   const Replacement* const replacement = replacement_at(rtf, backslash);
@@ -89,8 +89,8 @@ std::size_t replace_word(std::u16string_view rtf, std::size_t backslash, Changes
   return backslash + length;
 }
 
-/// Where the binary data ends that the word at the backslash announces; `backslash` when it does
-/// not.
+/// Where the binary data that the word at the backslash announces ends; `backslash` when it
+/// announces none.
 std::size_t end_of_binary(std::u16string_view rtf, std::size_t backslash) {
   constexpr std::u16string_view word = u"\\bin";
   std::size_t at = backslash + word.size();
@@ -134,8 +134,8 @@ std::u16string_view prepare(std::u16string_view rtf, bool protect_codes, std::u1
       changes.replace(at, 2, escaped_backslash);
       at += 2;
     } else if (protect_codes && is_code_at(rtf, at + 1)) {
-      // The backslash pairs off with the first of the four that protect the code, and the last of
-      // them is left to begin a control word.
+      // This backslash pairs off with the first of the four that protect the code, which leaves the
+      // last of them to begin a control word.
       changes.replace(at, 2, u"\\'5c\\'5c\\");
       at += 2;
     } else if (const std::size_t end = end_of_binary(rtf, at); end != at) {

@@ -27,7 +27,7 @@ std::shared_ptr<platform::MeasuringSurface> required_surface(const std::string& 
 
 std::int64_t half_points(float points) {
   const double size = std::nearbyint(static_cast<double>(points) * 2);
-  // Not a number fails this comparison too.
+  // NaN fails this comparison too.
   if (!(size >= 0 && size <= std::numeric_limits<std::int16_t>::max())) {
     throw Error(Error::overflow, "RTFParser",
                 "QELToRTF: FontSize " + std::to_string(points) + " is no size that RTF can hold");

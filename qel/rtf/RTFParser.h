@@ -10,17 +10,17 @@
 
 namespace qel {
 
-/// Turns markup into RTF and RTF into markup. Writing a document needs the measuring surface of the
-/// thread, reading also its conversion box (`Common::publish`, `Common::ConversionSlots`); a member
-/// that finds a slot empty raises an error that names it. Fonts and colours are those of the tables
-/// given.
+/// Turns markup into RTF and RTF into markup. Writing a document needs the thread's measuring
+/// surface, reading one also its conversion box (`Common::publish`, `Common::ConversionSlots`); a
+/// member that finds either missing raises an error that says which. Fonts and colours are those of
+/// the tables given.
 ///
 /// Reading tells bold, italic, underline, strike-through, raised and lowered text, fonts 1 to 3 and
 /// colours 1 to 3 apart. Everything else is dropped.
 class RTFParser {
  public:
-  /// A whole RTF document. Any text is accepted. Raises an error when the size of `Fonts` in
-  /// half-points does not fit 16 bits.
+  /// A whole RTF document. Accepts any text. Raises an error when the size of `Fonts` in
+  /// half-points is negative or does not fit 16 bits.
   std::u16string QELToRTF(std::u16string_view Text, QELIndexFonts& Fonts,
                           const QELIndexColors& Colors) const;
   /// The converted body alone, for text that is put into an existing document. Codes that stand in
@@ -30,41 +30,41 @@ class RTFParser {
   /// The converter's own idea of a code: exactly three characters, "/", a letter of "biupsckrl"
   /// with 0 or 1 or a letter of "fy" with a digit.
   static bool IsQELCode(std::u16string_view Code);
-  /// The current value of the system colour that `Value` names. The high bit is not looked at.
+  /// The current value of the system colour that `Value` names. The high bit is ignored.
   static Color ConvertSystemColor(Color Value);
 
-  // What the reading members make of breaks and tabs.
+  // How the reading members treat breaks and tabs.
 
-  /// A line break becomes a blank, and one blank at the end of the text goes. Wins over
-  /// `RecognizeCRLF`. True at first.
+  /// A line break becomes a blank, and one blank at the end of the text is dropped. Wins over
+  /// `RecognizeCRLF`. True by default.
   bool get_ConvertNLToSpace() const { return nl_to_space_; }
   void put_ConvertNLToSpace(bool Value) { nl_to_space_ = Value; }
-  /// A tab becomes a blank, unless it is recognised. True at first.
+  /// A tab becomes a blank, unless tabs are recognised. True by default.
   bool get_ConvertTabsToSpace() const { return tabs_to_space_; }
   void put_ConvertTabsToSpace(bool Value) { tabs_to_space_ = Value; }
-  /// A line break becomes "/nl" ("\par " in RTF). False at first.
+  /// A line break becomes "/nl" ("\par " in RTF). False by default.
   bool get_RecognizeCRLF() const { return recognize_crlf_; }
   void put_RecognizeCRLF(bool Value) { recognize_crlf_ = Value; }
-  /// A tab stays one. False at first.
+  /// A tab stays a tab. False by default.
   bool get_RecognizeTabs() const { return recognize_tabs_; }
   void put_RecognizeTabs(bool Value) { recognize_tabs_ = Value; }
 
   /// The markup of an RTF document. A code that stands in it as text comes out with two backslashes
-  /// in place of its slash. RTF that is broken gives the text before the break.
+  /// in place of its slash. Broken RTF gives the text before the damage.
   std::u16string RTFToQEL(std::u16string_view RTF, const QELIndexFonts& Fonts,
                           const QELIndexColors& Colors) const;
-  /// The same for a document that is handed over, and whose memory is free once it is loaded.
+  /// The same for a document that is handed over: its memory is freed once it is loaded.
   std::u16string RTFToQEL(std::unique_ptr<const std::u16string> RTF, const QELIndexFonts& Fonts,
                           const QELIndexColors& Colors) const;
-  /// The document in nothing but the control words that this class itself writes.
+  /// The document, written with only the control words that this class writes.
   std::u16string SimpleRTF(std::u16string_view RTF, QELIndexFonts& Fonts,
                            const QELIndexColors& Colors) const;
-  /// The plain text of an RTF document, breaks and tabs as the switches say. A line break that is
-  /// recognised is CR LF.
+  /// The plain text of an RTF document, with breaks and tabs as the switches say. A recognised line
+  /// break is CR LF.
   std::u16string RTFToText(std::u16string_view RTF) const;
   std::u16string RTFToText(std::unique_ptr<const std::u16string> RTF) const;
   /// The RTF with the words for typographic characters as code page escapes and raised and lowered
-  /// text as offsets. The words are replaced wherever they occur, also inside longer ones.
+  /// text as offsets. The words are replaced wherever they occur, even in longer words.
   static std::u16string PreprocessRTF(std::u16string_view RTF);
 
  private:

@@ -26,8 +26,8 @@ std::u16string SimpleRtfWriter::finish(platform::MeasuringSurface& surface) {
   if (walk_.wrote_color()) head.append(colors_.get_ColorTable());
   std::u16string document = std::move(body_);
   document.insert(0, head).push_back(u'}');
-  // The last of the three finds nothing, as underline is switched off with another word. It belongs
-  // to the form all the same.
+  // The last of the three finds nothing, as underline is switched off with another word. It is part
+  // of the format all the same.
   document = replace_all(std::move(document), u"\\par \\b0 ", u"\\b0 \\par ");
   document = replace_all(std::move(document), u"\\par \\i0 ", u"\\i0 \\par ");
   return replace_all(std::move(document), u"\\par \\u0 ", u"\\u0 \\par ");

@@ -13,8 +13,8 @@
 
 namespace qel::rtf {
 
-/// Writes a text, run by run, as RTF in nothing but the control words that the parser itself
-/// writes: the result of `RTFParser::SimpleRTF`.
+/// Writes a text, run by run, as RTF with only the control words that the parser itself writes: the
+/// result of `RTFParser::SimpleRTF`.
 class SimpleRtfWriter {
  public:
   /// The arguments must outlive the writer.

@@ -11,7 +11,7 @@
 
 namespace qel::rtf {
 
-/// How one reader spells the codes of a walk.
+/// How a walk's codes are spelt in one format.
 struct Spelling {
   struct Toggle {
     std::u16string_view on;
@@ -21,7 +21,7 @@ struct Spelling {
   std::array<Toggle, 6> toggles;
   std::u16string_view font;   ///< before the digit of a font
   std::u16string_view color;  ///< before the digit of a colour
-  std::u16string_view end;    ///< behind that digit
+  std::u16string_view end;    ///< after that digit
 };
 
 /// Markup: "/b1", "/f2".
@@ -31,12 +31,12 @@ extern const Spelling rtf_spelling;
 
 /// Where the text of a walk comes from.
 enum class Origin : std::uint8_t {
-  rtf,  ///< RTF that a box was loaded with: it is taken as it is
-  box,  ///< a box, whatever is in it: only what its RTF would say counts
+  rtf,  ///< a box that was loaded with RTF: taken as it is
+  box,  ///< any other box: only what its RTF would say counts
 };
 
-/// Writes a code wherever the format of a text changes. Only fonts 1 to 3 and colours 1 to 3 of the
-/// tables are told apart; all others count as the default.
+/// Writes a code wherever the format of a text changes. It tells only fonts 1 to 3 and colours 1 to
+/// 3 of the tables apart; all others count as the default.
 class FormatWalk {
  public:
   FormatWalk(const Spelling& spelling, const QELIndexFonts& fonts, const QELIndexColors& colors,
@@ -66,7 +66,7 @@ class FormatWalk {
   std::array<Color, 4> colors_;          // colours 0 to 3
   std::array<bool, 6> open_ = {};
   int font_ = 0;   // index of the open font code, 0 when none is open
-  int color_ = 0;  // the same for the colour code
+  int color_ = 0;  // likewise for the colour code
   bool wrote_font_ = false;
   bool wrote_color_ = false;
 };

@@ -5,8 +5,8 @@
 
 namespace qel::qt {
 
-/// Tells Qt Designer and the form loader of `TextBox`. What Designer creates is at design time and
-/// has its properties in groups; what the form loader creates is at run time.
+/// Makes `TextBox` known to Qt Designer and the form loader. A box that Designer creates is at
+/// design time and has its properties in groups; one that the form loader creates is at run time.
 class TextBoxPlugin : public QObject, public QDesignerCustomWidgetInterface {
   Q_OBJECT
   Q_PLUGIN_METADATA(IID QDesignerCustomWidgetInterface_iid FILE "TextBoxPlugin.json")

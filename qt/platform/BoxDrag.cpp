@@ -1,4 +1,4 @@
-// Dragging from a box's view, and over it.
+// Dragging from a box's view and over it.
 
 #include <QDrag>
 #include <QDropEvent>
@@ -36,7 +36,7 @@ box::DropPoint point_of(const QDropEvent& event) {
 
 }  // namespace
 
-/// The desktop shows the pointer, whatever the listener says about cursors.
+/// The desktop chooses the pointer, whatever the listener says about cursors.
 void BoxView::carry(box::Drag& drag) {
   auto* const dragged = new QDrag(this);  // deletes itself and the data
   auto* const carried = new DragMimeData(drag.data());
@@ -61,7 +61,7 @@ void BoxView::dragEnterEvent(QDragEnterEvent* event) {
   const Handling handling(*this);
   DragData& dragged = dropped_.look_at(*event->mimeData());
   accept_drop(*event, drop_.enter(dragged, effects_of(event->possibleActions()), point_of(*event)));
-  // Whoever refuses now is not asked again.
+  // Qt would not ask again after a refusal here.
   event->accept();
 }
 
@@ -69,7 +69,7 @@ void BoxView::dragMoveEvent(QDragMoveEvent* event) {
   const Handling handling(*this);
   accept_drop(*event, drop_.move(effects_of(event->possibleActions()), point_of(*event)));
   if (!drop_.would_insert()) return;
-  // Qt shows where a drop would go.
+  // Qt marks where a drop would go.
   const Qt::DropAction action = event->dropAction();
   QTextEdit::dragMoveEvent(event);
   event->setDropAction(action);
@@ -88,7 +88,7 @@ void BoxView::dropEvent(QDropEvent* event) {
   const QPoint at = event->position().toPoint();
   accept_drop(*event, drop_.drop(dragged, effects_of(event->possibleActions()), point_of(*event),
                                  [this, at] { return position_at(at); }));
-  // Takes away the sign of the place.
+  // Removes that mark.
   QDragLeaveEvent leaves;
   QTextEdit::dragLeaveEvent(&leaves);
 }

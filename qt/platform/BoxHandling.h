@@ -4,8 +4,8 @@
 
 namespace qel::qt {
 
-/// While one of these lives, the view handles an event: the box is held, since listeners may let go
-/// of it, and the view does not go. Edits by others come first.
+/// Marks that the view is handling an event, as long as it lives: it holds the box, since listeners
+/// may let go of it, and keeps the view from being deleted. Edits by others are taken first.
 class BoxView::Handling {
  public:
   enum class Foreign { take, leave };
@@ -19,7 +19,7 @@ class BoxView::Handling {
   ~Handling() = default;
 
  private:
-  /// Outlives what is held: the view is told by the box that it is gone.
+  /// Outlives the held box, which tells the view when it is gone.
   struct Counted {
     explicit Counted(BoxView& view) : view_(view) { ++view_.handling_; }
     Counted(const Counted&) = delete;

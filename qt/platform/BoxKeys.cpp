@@ -1,4 +1,4 @@
-// A box's view at the keyboard.
+// How a box's view handles the keyboard.
 
 #include <QInputMethodEvent>
 #include <QKeyEvent>
@@ -25,7 +25,7 @@ bool BoxView::event(QEvent* event) {
   return QTextEdit::event(event);
 }
 
-/// Keys that listeners know come to the box, whatever the window's menus make of them.
+/// Keys that listeners may handle come to the box, even where the window's menus use them.
 bool BoxView::takes_shortcut(const QKeyEvent& event) const {
   const Stroke stroke = stroke_of(event);
   const auto [key_code, shift] = stroke;
@@ -47,7 +47,7 @@ bool BoxView::takes_shortcut(const QKeyEvent& event) const {
   return is_style || is_shifted || is_quote || is_index || is_editor || is_own;
 }
 
-/// Tab alone goes to the next control; whoever listens is told all the same.
+/// Tab alone goes to the next control, but the listener is still told of it.
 bool BoxView::leave_by_tab(QKeyEvent& event) {
   const auto [key_code, shift] = stroke_of(event);
   if (key_code != tab_key || (shift & ~shift_key) != 0) return false;
@@ -93,7 +93,7 @@ void BoxView::keyReleaseEvent(QKeyEvent* event) {
   QTextEdit::keyReleaseEvent(event);
 }
 
-/// Whether the key moves the caret by lines, or to where only the lines tell.
+/// Whether the key moves the caret in a way that depends on the layout of lines.
 bool BoxView::moves_natively(Stroke stroke) const {
   const auto [key_code, shift] = stroke;
   const bool is_move = key_code >= page_up_key && key_code <= down_key;
@@ -112,12 +112,12 @@ void BoxView::act_on_key(QKeyEvent* event, Stroke stroke) {
   if (is_arrow && textCursor().block().textDirection() == Qt::RightToLeft) {
     key_code = key_code == left_key ? right_key : left_key;
   }
-  // A dialog's default button may want Enter, a menu what comes with Alt.
+  // A dialog's default button may want Enter, a menu a key with Alt.
   if (!keyboard_.act_on_key(key_code, stroke.shift)) event->ignore();
   if (box_ != nullptr) ensureCursorVisible();
 }
 
-// What is composed is not part of the text before it is committed.
+// Composed text is not part of the text until it is committed.
 
 void BoxView::compose(const QInputMethodEvent& event) {
   const Scoped showing(showing_, showing_ + 1);
@@ -149,7 +149,7 @@ void BoxView::inputMethodEvent(QInputMethodEvent* event) {
     ensureCursorVisible();
   }
   if (event->preeditString().isEmpty() && !composes_) return;
-  // What is composed stands in place of the selection, and is undone together with it.
+  // The composition replaces the selection, and both are undone together.
   if (!box_->selected().is_empty() && !event->preeditString().isEmpty()) {
     box_->erase(box_->selected().extent(), box::Box::Kind::typing);
   }

@@ -6,7 +6,7 @@ namespace qel::qt {
 
 class BoxView;
 
-/// Adds undo, redo, the clipboard and selecting to a menu of the box. What cannot be done now is
+/// Adds undo, redo, the clipboard and selecting to a menu of the box. Items that cannot act now are
 /// grey.
 void fill_edit_menu(QMenu& menu, BoxView& view);
 

@@ -1,4 +1,4 @@
-// A box's view under the mouse.
+// How a box's view handles the mouse.
 
 #include <QAbstractTextDocumentLayout>
 #include <QApplication>
@@ -39,7 +39,7 @@ void BoxView::mousePressEvent(QMouseEvent* event) {
     event->accept();
     return;
   }
-  // Qt would begin a drag of its own.
+  // Otherwise Qt would begin a drag of its own.
   if (on_selection && event->modifiers() == Qt::NoModifier) {
     box_->put_caret(position_at(point), false);
   }

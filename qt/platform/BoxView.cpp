@@ -72,7 +72,7 @@ BoxView::BoxView(box::Box& box, QWidget* owner)
   connect(document(), &QTextDocument::contentsChange, this, &BoxView::note_change);
   connect(this, &QTextEdit::cursorPositionChanged, this, &BoxView::take_selection);
   connect(this, &QTextEdit::selectionChanged, this, &BoxView::take_selection);
-  // What is typed next has the format that the box says.
+  // The next character typed takes its format from the box.
   connect(this, &QTextEdit::currentCharFormatChanged, this, [this] {
     if (showing_ == 0 && !has_foreign_edit_ && box_ != nullptr) show_selection();
   });
@@ -109,7 +109,7 @@ Color BoxView::text_color() const {
   return QtPlatform::system_color_value(QtPlatform::window_text);
 }
 
-// What is shown.
+// Showing the box.
 
 void BoxView::show_appearance(const BoxAppearance& before) {
   const Scoped showing(showing_, showing_ + 1);
@@ -120,7 +120,7 @@ void BoxView::show_appearance(const BoxAppearance& before) {
   setEnabled(appearance.enabled);
   if (appearance.read_only != isReadOnly()) {
     setReadOnly(appearance.read_only);
-    // The caret of a text that may only be read moves by keys too.
+    // The caret of a read-only text also moves by keys.
     if (appearance.read_only) {
       setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
     }
@@ -137,7 +137,7 @@ void BoxView::show_appearance(const BoxAppearance& before) {
   if (own != font()) setFont(own);
 }
 
-/// Text in no colour of its own stays readable on any background.
+/// Keeps text without a colour of its own readable on any background.
 void BoxView::show_colors() {
   if (box_ == nullptr || std::exchange(shows_colors_, true)) return;
   const Color back = box_->appearance().back_color;
@@ -164,7 +164,7 @@ void BoxView::changeEvent(QEvent* event) {
 
 void BoxView::show(const Change& change) {
   if (std::exchange(composes_, false)) {
-    // What is composed would stay where it is while the text around it moves.
+    // Composed text would stay where it is while the text around it moves.
     end_composition();
     if (hasFocus()) QGuiApplication::inputMethod()->reset();
   }
@@ -178,8 +178,8 @@ void BoxView::show(const Change& change) {
   } else if (is_new && wordWrapMode() != wrap_at_words) {
     setWordWrapMode(wrap_at_words);
   }
-  // As a new text, only as much of it is laid out as is seen. The caret, which goes along with what
-  // is inserted, has to be back before that: on its way all of the text would be laid out.
+  // Of a newly loaded text, only what is visible is laid out. The caret moves along with what is
+  // inserted, and has to be back before layout begins: otherwise its way would lay out all of it.
   const bool loads = DocumentDisplay::loads(content, change);
   if (loads) document()->setLayoutEnabled(false);
   display_.show(content, change);
@@ -206,14 +206,14 @@ void BoxView::put_caret_of_box() {
   }
   if (cursor.hasSelection()) return;
   const QTextCharFormat typing = to_qt(box_->typing_format(), text_color());
-  // An empty line is as high as what is typed there.
+  // An empty line is as high as the text to be typed there.
   if (box_->text().empty() && cursor.blockCharFormat() != typing) {
     cursor.setBlockCharFormat(typing);
   }
   if (cursor.charFormat() != typing) setCurrentCharFormat(typing);
 }
 
-// What Qt has done.
+// Taking over what Qt has done.
 
 Selection BoxView::selection_in_window() const {
   const QTextCursor cursor = textCursor();
@@ -226,7 +226,8 @@ void BoxView::take_selection() {
   box_->put_selection(selection_in_window());
 }
 
-/// Within the change itself, nothing else would be told of what is done about it.
+/// Only notes the change: if it were dealt with within Qt's signal, others would not be told of
+/// that.
 void BoxView::note_change(int position, int removed, int added) {
   if (showing_ > 0 || (removed == 0 && added == 0)) return;
   const int behind = std::max(document()->characterCount() - 1 - position - added, 0);
@@ -252,7 +253,7 @@ void BoxView::take_foreign_edit() {
   show_selection();
 }
 
-/// Formats have changed also where the text is the same again, and before what was edited.
+/// Formats may also have changed where the text is the same again, and before the edit.
 void BoxView::show_touched_formats(std::size_t edited) {
   const int end = std::max(document()->characterCount() - 1 - touched_.behind, touched_.before);
   const auto position = [this](int at) {
@@ -276,7 +277,7 @@ bool BoxView::canInsertFromMimeData(const QMimeData* source) const {
 void BoxView::insertFromMimeData(const QMimeData* source) {
   const Handling handling(*this);
   if (!box_->may_edit()) return;
-  // A click of the middle button has moved the caret in silence.
+  // A click of the middle button has moved the caret without a signal.
   box_->put_selection(selection_in_window());
   box_->paste(dropped_.look_at(*source));
   ensureCursorVisible();

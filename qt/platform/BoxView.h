@@ -15,22 +15,22 @@
 
 namespace qel::qt {
 
-/// The window of a box: a text edit that shows what is in the box, and hands in what the user does.
+/// The window of a box: a text edit that shows its content, and passes in what the user does.
 ///
-/// From Qt come the layout of lines, and the caret's way through them, text from right to left,
-/// input methods, accessibility, scrolling and painting. What Qt changes in its document by itself,
-/// for an assistive program for instance, is taken into the box as an edit, or shown as it was
+/// Qt provides the layout of lines and the caret's movement through them, text from right to left,
+/// input methods, accessibility, scrolling and painting. A change that Qt makes in its document
+/// itself, for an assistive program for instance, is passed to the box as an edit, or taken back
 /// where the box may not be edited.
 ///
-/// An offset is shown by Qt's own raised and lowered text, whatever its size. Scroll bars are shown
-/// when there is something to scroll, and never for a single line.
+/// An offset of any size is shown as Qt's own raised or lowered text. Scroll bars are shown when
+/// there is something to scroll, and never for a single line.
 class BoxView : public QTextEdit, public box::View {
   Q_OBJECT
 
  public:
-  /// A new box in a window on `owner`, which must outlive it; on nothing it is never shown.
+  /// A new box in a window on `owner`, which must outlive it; with a null owner it is not shown.
   static std::shared_ptr<box::Box> create(QWidget* owner);
-  /// The window of a box that this platform has created; null when it is gone.
+  /// The window of a box that this platform has created; null when the window is gone.
   static BoxView* of(const platform::RichEdit& box);
   ~BoxView() override;
 
@@ -99,11 +99,11 @@ class BoxView : public QTextEdit, public box::View {
   box::Drop drop_{*box_};
   DropData dropped_;
   DocumentDisplay display_;
-  int showing_ = 0;   // changes of the document are this class's own
-  int handling_ = 0;  // events: the view must not go now
+  int showing_ = 0;   // above 0: changes of the document are this class's own
+  int handling_ = 0;  // number of events being handled: the view must not go now
   bool composes_ = false;
   bool has_foreign_edit_ = false;
-  /// How much of the document others have left alone, before and behind what they have changed.
+  /// How much of the document others have left alone before and after what they changed.
   struct {
     int before = 0;
     int behind = 0;

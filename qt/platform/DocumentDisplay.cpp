@@ -27,7 +27,7 @@ constexpr char16_t paragraph_separator = 0x2029;
 constexpr char16_t begin_of_frame = 0xFDD0;
 constexpr char16_t end_of_frame = 0xFDD1;
 
-/// The character as Qt can hold it.
+/// The character, or a substitute where Qt cannot hold it.
 char16_t storable(char16_t unit) {
   if (unit == paragraph_separator) return QChar::LineSeparator;
   return unit == begin_of_frame || unit == end_of_frame ? char16_t{QChar::ReplacementCharacter}
@@ -42,7 +42,7 @@ QString storable_text(std::u16string_view text) {
   return stored;
 }
 
-/// The text as a Qt document has it, in which a break is one character.
+/// The text as it is in a Qt document, where a break is one character.
 std::u16string shown_text(std::u16string_view text) {
   std::u16string shown;
   shown.reserve(text.size());
@@ -56,14 +56,14 @@ std::u16string shown_text(std::u16string_view text) {
   return shown;
 }
 
-/// Whether it is quicker to show the whole content anew.
+/// Whether so much changes that it is quicker to load the whole content again.
 bool is_large(std::size_t length, const Document& content) {
   constexpr std::size_t large = 20'000;
   constexpr std::size_t share = 4;
   return length > large && length * share > content.size();
 }
 
-/// Groups changes of a document until it goes.
+/// Groups the changes of a document as long as it lives.
 class Edits {
  public:
   explicit Edits(QTextCursor& cursor) : cursor_(cursor) { cursor_.beginEditBlock(); }
@@ -101,7 +101,7 @@ void DocumentDisplay::load(const Document& content) {
   document_.clear();
   QTextCursor cursor(&document_);
   const Edits edits(cursor);
-  // New paragraphs take after the one that is there.
+  // New paragraphs take the format of the one that is there.
   cursor.setBlockFormat(block_format(content.alignment_at(0)));
   if (content.size() != 0) cursor.setBlockCharFormat(to_qt(content.format_at(0), window_text()));
   insert(cursor, content, {0, content.size()});
@@ -144,7 +144,7 @@ void DocumentDisplay::insert(QTextCursor& cursor, const Document& content, Exten
     const bool is_new = !format;
     if (is_new) format = to_qt(content.format(run.value), own_color);
     cursor.insertText(storable_text(text.substr(at, end - at)), *format);
-    // The document looks each format up; its own copy it knows without comparing every property.
+    // The document looks up each format; it recognises its own copy without comparing properties.
     const bool goes_on = is_new && end < extent.end;
     const QTextCharFormat known = goes_on ? cursor.charFormat() : QTextCharFormat();
     if (goes_on && known == *format) format = known;
@@ -168,7 +168,7 @@ void DocumentDisplay::put_formats(const Document& content, Extent extent) {
   }
 }
 
-/// Of the paragraphs that the extent touches.
+/// Applies to the paragraphs that the extent touches.
 void DocumentDisplay::put_alignments(const Document& content, Extent extent) {
   const Span span = span_of(extent);
   const QTextBlock last = document_.findBlock(span.end);
@@ -211,7 +211,7 @@ std::optional<DocumentDisplay::Edit> DocumentDisplay::foreign_edit(const Documen
 }
 
 void DocumentDisplay::take_back(const Document& content, const Edit& edit) {
-  // Frames, tables and lists are made by nobody but others.
+  // Only others make frames, tables and lists.
   if (document_.rootFrame()->childFrames().isEmpty()) {
     const std::size_t length = shown_text(edit.text).size();
     const int start = span_of({edit.extent.start, edit.extent.start}).start;

@@ -12,28 +12,28 @@ class QTextCursor;
 
 namespace qel::qt {
 
-/// A Qt document that shows the content of a box. U+2029 is shown as a line separator, and two code
-/// points that Qt keeps for itself as U+FFFD; each character takes as many positions.
+/// Shows the content of a box in a Qt document: U+2029 as a line separator, and two code points
+/// that Qt reserves as U+FFFD. So each character still takes as many positions as in the box.
 class DocumentDisplay {
  public:
-  /// The document must outlive this. Nothing in it can be undone from now on.
+  /// The document must outlive this. Switches off its undo.
   explicit DocumentDisplay(QTextDocument& document);
 
-  /// Shows the content in place of all that was shown.
+  /// Replaces everything shown with the content.
   void load(const richtext::Document& content);
-  /// Shows what has become of the content, of which all else is shown already.
+  /// Shows the change of the content; the rest of the content is shown already.
   void show(const richtext::Document& content, const box::Change& change);
-  /// Whether all of the content is shown anew then, because that is quicker.
+  /// Whether `show` loads the whole content again for that change, because that is quicker.
   static bool loads(const richtext::Document& content, const box::Change& change);
 
-  /// An edit by which the content would become what somebody else has made of the document.
+  /// The edit that would give the content the text that somebody else has put in the document.
   struct Edit {
     richtext::Extent extent;
     std::u16string text;
   };
-  /// Nothing where the text is that of the content.
+  /// Empty where the document's text is that of the content.
   std::optional<Edit> foreign_edit(const richtext::Document& content) const;
-  /// Shows that part of the content again in place of what such an edit has put there.
+  /// Shows that part of the content again, in place of the text of such an edit.
   void take_back(const richtext::Document& content, const Edit& edit);
 
  private:

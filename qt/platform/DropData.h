@@ -8,7 +8,7 @@
 
 namespace qel::qt {
 
-/// What a box drags, as Qt carries it. What was only promised is supplied when somebody reads it.
+/// What a box drags, as Qt carries it. Promised data is supplied when somebody reads it.
 class DragMimeData : public QMimeData {
   Q_OBJECT
 
@@ -16,7 +16,7 @@ class DragMimeData : public QMimeData {
   /// The data must live until it is taken away by `end`.
   explicit DragMimeData(platform::DragData& data) : data_(&data) {}
 
-  /// The drag is over: there is nothing to be had any more.
+  /// The drag is over: from now on there is no data.
   void end() { data_ = nullptr; }
   platform::DragData* dragged() const { return data_; }
 
@@ -30,11 +30,11 @@ class DragMimeData : public QMimeData {
   platform::DragData* data_;
 };
 
-/// What is dragged over a box, whoever drags it.
+/// What is dragged over a box, by any program.
 class DropData {
  public:
-  /// The data in the library's terms: what a box of this program drags as it is, all else is read
-  /// when it is asked for. It holds until this looks at other data.
+  /// The data in the library's terms: that of a box of this program as it is; any other is read
+  /// when it is asked for. Valid until the next call with other data.
   platform::DragData& look_at(const QMimeData& data);
 
  private:

@@ -45,7 +45,7 @@ EditorDialog::EditorDialog(const platform::EditorDescription& description, QWidg
 BoxView& EditorDialog::view() const { return *BoxView::of(*box_); }
 
 EditorDialog::~EditorDialog() {
-  // The box belongs to whoever still holds it.
+  // The box outlives the dialog if somebody still holds it.
   if (box_.use_count() > 1) view().setParent(nullptr);
 }
 
@@ -59,7 +59,7 @@ void EditorDialog::add_menus(const std::vector<platform::Menu>& menus) {
         shown->addSeparator();
         continue;
       }
-      // A caption's shortcut is only shown: the key itself is the listener's.
+      // The shortcut in a caption is only shown: the listener handles the key itself.
       QAction* const action = shown->addAction(to_qt(item.caption));
       action->setObjectName(to_qt(item.name));
       action->setCheckable(item.has_check);
@@ -111,7 +111,7 @@ void EditorDialog::add_pane(const QString& caption) {
     if (!isMaximized()) resize(width(), height() + (is_open ? pane_->height() : -pane_->height()));
     show_pane_text();
   });
-  // A conversion of all of the text for each key would be felt while typing.
+  // Converting the whole text at each key would slow typing noticeably.
   using namespace std::chrono_literals;
   pane_delay_.setSingleShot(true);
   pane_delay_.setInterval(150ms);

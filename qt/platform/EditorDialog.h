@@ -15,8 +15,8 @@ namespace qel::qt {
 
 class BoxView;
 
-/// The window of the large editor: menus, the form with the box and two buttons that its listener
-/// lays out, and a pane below that can be unfolded.
+/// The window of the large editor: menus, a form with the box and two buttons, which the listener
+/// lays out, and below it a pane that can be unfolded.
 class EditorDialog : public QDialog {
   Q_OBJECT
 
@@ -26,7 +26,7 @@ class EditorDialog : public QDialog {
 
   const std::shared_ptr<platform::RichEdit>& box() const { return box_; }
   BoxView& view() const;
-  /// Who decides what happens; null for nobody.
+  /// Sets the listener, which decides what happens; null for none.
   void listen(platform::EditorListener* listener) { listener_ = listener; }
 
   // In pixels.

@@ -8,9 +8,9 @@ namespace qel::qt {
 
 class EditorDialog;
 
-/// The large editor's window as a modal dialog before the window that is active when it is made.
-/// Everything of the interface is supported. Escape is the second button; closing by the frame is
-/// told as such. Menu items show their shortcuts, and the listener hears those keys from the box.
+/// The large editor's window as a modal dialog in front of the window that is active when it is
+/// created. Supports the whole interface. Escape is the second button; closing by the frame is
+/// reported as such. Menu items show their shortcuts, whose keys the listener gets from the box.
 class EditorWindow : public platform::EditorWindow {
  public:
   explicit EditorWindow(const platform::EditorDescription& description);
@@ -27,7 +27,7 @@ class EditorWindow : public platform::EditorWindow {
   void close() override;
 
  private:
-  // A dialog goes with the window that it stands before.
+  // A dialog is deleted together with the window in front of which it stands.
   QPointer<EditorDialog> dialog_;
   std::shared_ptr<platform::RichEdit> box_;
 };

@@ -9,17 +9,17 @@
 
 class QColor;
 
-/// Formats between the library and Qt's text documents.
+/// Converts formats between the library and Qt's text documents.
 namespace qel::qt {
 
 QColor to_qt(Color color);
 Color from_qt(const QColor& color);
 
 /// Black and `window_text`, the system's colour of text, become no colour at all: such text is
-/// shown in the palette's colour, whatever theme comes. Raised and lowered text is Qt's own,
-/// however far it is raised.
+/// shown in the palette's colour in any theme. An offset of any size becomes Qt's own raised or
+/// lowered text.
 QTextCharFormat to_qt(const richtext::CharFormat& format, Color window_text);
-/// Left is where a paragraph begins: text from right to left begins at the right.
+/// Left means where a paragraph begins: text from right to left begins on the right.
 Qt::Alignment to_qt(richtext::Alignment alignment);
 richtext::Alignment alignment_of(const QTextBlockFormat& format);
 

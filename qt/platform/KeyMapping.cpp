@@ -45,7 +45,7 @@ constexpr KeyRow named_keys[] = {
     {Qt::Key_ScrollLock, 145},
 };
 
-/// Where the signs are on the keyboard that the numbers were made for.
+/// The keys of signs on the keyboard that the key codes were made for.
 constexpr KeyRow sign_keys[] = {
     {Qt::Key_Exclam, '1'},
     {Qt::Key_At, '2'},
@@ -117,7 +117,7 @@ std::int16_t key_code_of(const QKeyEvent& event) {
   return event.text().isEmpty() ? std::int16_t{0} : character_packet_key;
 }
 
-/// Whether a code unit is one to be typed: no control character.
+/// Whether a code unit can be typed, as control characters cannot.
 bool is_typed(QChar unit) {
   return unit.isPrint() || unit.isSurrogate() || unit.category() == QChar::Other_Format ||
          unit.category() == QChar::Other_PrivateUse;
@@ -169,7 +169,8 @@ std::int16_t button_mask(Qt::MouseButtons buttons) {
 QString typed_text(const QKeyEvent& event) {
   const std::int16_t mask = shift_mask(event.modifiers()) & (ctrl_key | alt_key);
   const QString text = event.text();
-  // Both together may be the key that types a third character; a letter of its own is no such.
+  // Ctrl and Alt together may be AltGr, which types a third character; the key's own letter is not
+  // one.
   const int key = event.key();
   const bool is_letter =
       key >= Qt::Key_A && key <= Qt::Key_Z && text.compare(QChar(key), Qt::CaseInsensitive) == 0;

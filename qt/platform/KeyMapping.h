@@ -5,7 +5,7 @@
 
 #include "qel/platform/Keys.h"
 
-/// Keys and buttons as the window system of `platform/Keys.h` numbers them.
+/// Maps keys and buttons to the numbers of `platform/Keys.h`.
 namespace qel::qt {
 
 /// A key with the modifiers that are held.
@@ -15,7 +15,7 @@ struct Stroke {
 };
 
 Stroke stroke_of(const QKeyEvent& event);
-/// The key that Qt knows by another name; 0 for none.
+/// Qt's key for a code, where Qt does not use the same number; 0 for none.
 int qt_key_of(std::int16_t key_code);
 
 std::int16_t shift_mask(Qt::KeyboardModifiers modifiers);
@@ -24,7 +24,7 @@ std::int16_t button_mask(Qt::MouseButtons buttons);
 
 /// The characters that a key types; empty for keys that do something else.
 QString typed_text(const QKeyEvent& event);
-/// The control character of a key that types none: 8 for Backspace, 1 for Ctrl+A; 0 for no such.
+/// The control character of a key that types no text: 8 for Backspace, 1 for Ctrl+A; 0 for none.
 std::int16_t control_character(Stroke stroke);
 
 }  // namespace qel::qt

@@ -18,13 +18,13 @@ bool is_symbol(const platform::TextFont& font) {
 
 QFont font_of(const platform::TextFont& font) {
   QFont made(is_symbol(font) ? QStringLiteral("Times New Roman") : to_qt(font.name));
-  constexpr float least = 0.01F;  // none to Qt is a size of its own
+  constexpr float least = 0.01F;  // Qt ignores a size of 0 and keeps its default
   made.setPointSizeF(static_cast<double>(std::max(font.size, least)));
   made.setBold(font.bold);
   made.setItalic(font.italic);
   made.setKerning(false);
   made.setStyleStrategy(QFont::PreferNoShaping);
-  // Widths of whole pixels would make the lines of a small device others than those of a page.
+  // Widths in whole pixels would break lines on a coarse device differently from those on a page.
   made.setHintingPreference(QFont::PreferNoHinting);
   return made;
 }

@@ -7,7 +7,7 @@ namespace qel::qt {
 
 namespace {
 
-/// Length of the text as a box counts it.
+/// The length of the text as a box counts it.
 std::int32_t box_length(const QTextDocument& document) {
   return document.characterCount() - 1 + document.blockCount() - 1;
 }
@@ -22,7 +22,7 @@ int document_position(const QTextDocument& document, std::int64_t position) {
   const std::int64_t wanted = std::clamp<std::int64_t>(position, 0, box_length(document));
   int first = 0;
   int count = document.blockCount();
-  // The last paragraph that begins at or before the position.
+  // Searches for the last paragraph that begins at or before the position.
   while (count > 1) {
     const int half = count / 2;
     const int begin = document.findBlockByNumber(first + half).position() + first + half;

@@ -66,7 +66,7 @@ class UnknownStyles : public platform::VisualStyles {
   }
 };
 
-/// Symbol fonts by what the font database says of them; a font that is not there by its name.
+/// Recognises symbol fonts by the font database, or by name where the database lacks them.
 class FontsOfDatabase : public platform::MeasuringSurface {
  public:
   void put_TestFont(std::u16string_view name) override {

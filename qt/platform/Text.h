@@ -4,14 +4,14 @@
 #include <string>
 #include <string_view>
 
-/// Text between the library and Qt: both are UTF-16, so nothing is converted.
+/// Passes text between the library and Qt: both are UTF-16, so nothing is converted.
 namespace qel::qt {
 
 inline QString to_qt(std::u16string_view text) {
   return QStringView(text.data(), static_cast<qsizetype>(text.size())).toString();
 }
 
-/// Holds as long as `text`.
+/// Valid as long as `text`.
 inline std::u16string_view view_of(QStringView text) {
   return {text.utf16(), static_cast<std::size_t>(text.size())};
 }

@@ -114,7 +114,7 @@ TextBox::TextBox(QWidget* parent)
 
 TextBox::~TextBox() {
   control_.reset();
-  // A box that somebody else still holds is not ours to delete.
+  // A box that somebody else still holds must not be deleted here.
   for (BoxView* box : findChildren<BoxView*>(QString(), Qt::FindDirectChildrenOnly))
     box->setParent(nullptr);
 }
@@ -147,7 +147,7 @@ void TextBox::show_menu(const QPoint& point) {
 
 // Texts and sizes.
 
-/// Whether the box still shows what was made of the markup, whoever might have edited it.
+/// Whether the box still shows the markup, unedited.
 bool TextBox::shows_markup() const {
   return markup_ && control_->CurrentRichTextBox()->get_TextRTF() == shown_;
 }
@@ -170,7 +170,7 @@ void TextBox::put_and_keep_text(Put put) {
 QString TextBox::get_Text() const { return to_qt(control_->get_Text()); }
 
 void TextBox::put_Text(const QString& Value) {
-  // A form's file may hold the same text once without its formats; XML has breaks of its own.
+  // A form's file may also hold the text without its formats; breaks in XML are line feeds.
   const auto lines = [](QString text) {
     return text.replace(QLatin1String("\r\n"), QLatin1String("\n"));
   };
@@ -261,7 +261,7 @@ void TextBox::paintEvent(QPaintEvent* /*event*/) {
   if (is_run_time_) markup_.reset();
   const ControlFrame frame = control_->frame();
   const BoxView* const box = view();
-  // A pen would lie between the pixels of a finer screen.
+  // A pen's line would fall between the pixels of a finer screen.
   const QRect outside(0, 0, frame.right + 1, frame.bottom + 1);
   QPainter painter(this);
   painter.fillRect(outside, shown_color(frame.color));
@@ -277,7 +277,7 @@ void TextBox::resizeEvent(QResizeEvent* event) {
 void TextBox::changeEvent(QEvent* event) {
   QWidget::changeEvent(event);
   if (event->type() != QEvent::EnabledChange) return;
-  // What a parent forbids is no property of the control.
+  // Being disabled by a parent is not a property of the control.
   const bool enabled = !testAttribute(Qt::WA_ForceDisabled);
   if (control_ && control_->get_Enabled() != enabled) control_->put_Enabled(enabled);
 }

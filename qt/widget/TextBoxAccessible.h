@@ -1,9 +1,9 @@
 #pragma once
 
-/// What assistive programs see of a text box: the text of the box that is shown.
+/// What assistive programs see of a text box: the text of its visible box.
 namespace qel::qt::accessible {
 
-/// Makes Qt ask here about text boxes; does nothing from the second call on.
+/// Makes Qt ask here about text boxes; later calls do nothing.
 void install();
 
 }  // namespace qel::qt::accessible

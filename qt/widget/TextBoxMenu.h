@@ -11,7 +11,7 @@ namespace qel::qt {
 class BoxView;
 
 /// Fills the menu of a text box: undo, the clipboard, the formats of the selection with check
-/// marks, the large editor. What the user may not do is grey.
+/// marks, the large editor. Items that the user may not use are grey.
 void fill_menu(QMenu& menu, QELTextbox& control, BoxView& view);
 
 }  // namespace qel::qt

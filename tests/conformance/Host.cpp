@@ -49,7 +49,7 @@ std::string name_of(std::int16_t character) {
   return to_utf8(std::u16string(1, static_cast<char16_t>(character)));
 }
 
-/// Whether it is Shift, Ctrl or Alt alone, which only a real keyboard presses.
+/// Whether the key is Shift, Ctrl or Alt alone, which only a real keyboard presses.
 bool is_modifier(std::int16_t key_code) { return key_code >= 16 && key_code <= 18; }
 
 std::string with_number(const std::string& event, std::int32_t number) {

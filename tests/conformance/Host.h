@@ -13,7 +13,7 @@ namespace qel::conformance {
 /// The key of that name, such as "Home", "B" or "F2".
 std::int16_t key_named(std::u16string_view name);
 
-/// The host of a text box: it writes down what it is told, and may change keys and drags.
+/// The host of a text box: it logs its events, and may change keys and drags.
 class Host : public ControlEvents {
  public:
   void Change() override { log("Change"); }
@@ -33,8 +33,8 @@ class Host : public ControlEvents {
                    std::int16_t Shift, float X, float Y) override;
   void OLECompleteDrag(std::int32_t& Effect) override;
 
-  /// What was told since the last call. The pointer may move as often as it likes: of equal
-  /// movements over a box there is one, of feedback the last one before the drag is over.
+  /// The events since the last call. However often the pointer moves, equal movements over a box
+  /// are logged once, and of the feedback only the last before the drag is over.
   std::string take_log();
 
   std::int16_t swallowed_key = -1;
@@ -49,7 +49,7 @@ class Host : public ControlEvents {
   using Place = std::tuple<std::int16_t, float, float>;  // the button, and where
 
   void log(const std::string& event) { log_ += (log_.empty() ? "" : " ") + event; }
-  /// Says if the place is not the last one at which data was over the box.
+  /// A remark for the log if data was last over the box at another place than this.
   std::string other_than_last(const Place& place) const;
 
   std::string log_;

@@ -10,11 +10,11 @@
 
 namespace qel::conformance {
 
-/// What a user does in a large editor that is open.
+/// What a user can do in an open large editor.
 class EditorHand {
  public:
   virtual ~EditorHand() = default;
-  /// The menu item of that name.
+  /// Chooses the menu item of that name.
   virtual void choose(std::u16string_view name) = 0;
   virtual void press_ok() = 0;
   virtual void press_cancel() = 0;
@@ -22,8 +22,8 @@ class EditorHand {
   virtual bool is_open() const = 0;
 };
 
-/// Where a user takes what is dragged: over a box, to a position of its text, with those modifiers
-/// held, and lets it go there or, where `drops` is false, where nothing takes it.
+/// Where a user drags: over a box, to a position of its text, with these modifiers held, and drops
+/// there or, where `drops` is false, where nothing accepts it.
 struct DragPath {
   platform::RichEdit& target;
   std::int32_t position = 0;
@@ -31,14 +31,14 @@ struct DragPath {
   bool drops = true;
 };
 
-/// A platform with a user at it. Boxes are those that the stage's platform created. Key codes and
+/// A platform and its user. Boxes are those that the stage's platform has created. Key codes and
 /// masks are those of `platform/Keys.h`; places in a text are positions.
 class Stage {
  public:
   virtual ~Stage() = default;
 
   virtual std::shared_ptr<const platform::Platform> platform() const = 0;
-  /// A visible window for boxes and controls to lie on; 0 where there are none.
+  /// A visible window for boxes and controls; 0 where there are no windows.
   virtual platform::WindowHandle window() { return 0; }
 
   virtual void press(platform::RichEdit& box, std::int16_t key_code, std::int16_t shift) = 0;
@@ -46,11 +46,11 @@ class Stage {
   virtual void type(platform::RichEdit& box, std::u16string_view text) = 0;
   virtual void click(platform::RichEdit& box, std::int32_t position, std::int16_t shift) = 0;
   virtual void double_click(platform::RichEdit& box, std::int32_t position) = 0;
-  /// Presses the left button at one place and lets it go at another.
+  /// Presses the left button at one position and releases it at another.
   virtual void sweep(platform::RichEdit& box, std::int32_t from, std::int32_t to,
                      std::int16_t shift) = 0;
-  /// Drags what is selected in the source along the path: `start` begins the drag in a host's name;
-  /// without one the user does, who presses the left button on the selection and moves.
+  /// Drags the selection of the source along the path. `start` begins the drag as a host would;
+  /// without it the user does, by pressing the left button on the selection and moving.
   virtual void drag(platform::RichEdit& source, const DragPath& path,
                     const std::function<void()>& start) = 0;
 
@@ -58,8 +58,8 @@ class Stage {
   virtual void copy_text(std::u16string_view text) = 0;
   virtual void copy_rtf(std::u16string_view text, std::u16string_view rtf) = 0;
 
-  /// Who acts in the next large editor that opens; it is closed by its frame if it is still open
-  /// then.
+  /// Sets who acts in the next large editor that opens; if it is still open afterwards, it is
+  /// closed by its frame.
   virtual void at_editor(std::function<void(EditorHand&)> user) = 0;
 };
 

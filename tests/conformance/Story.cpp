@@ -33,7 +33,7 @@ std::u16string unescaped(Word text) {
   return replace_all(replace_all(std::move(plain), u"\\t", u"\t"), u"\\\\", u"\\");
 }
 
-/// Takes the first word off the text.
+/// Removes the first word from the text and returns it.
 Word take_word(Word& text) {
   const Word word = text.substr(0, text.find(u' '));
   text.remove_prefix(std::min(word.size() + 1, text.size()));
@@ -71,7 +71,7 @@ std::int16_t modifier(Word name) {
 
 /// A text box on the stage, and its host.
 struct Seat {
-  /// `box_top` is where the box lies on the stage's window.
+  /// `box_top` is the top of the box on the stage's window.
   Seat(Stage& stage, std::int32_t box_top)
       : form(stage.window()), control(form, stage.platform()), top(box_top) {
     control.listen(&host);
@@ -128,7 +128,7 @@ class Player {
     return *other_;
   }
 
-  /// The row of a table; a name that it does not have is a fault of the story.
+  /// The row of that name in a table; a name that is missing there is a fault of the story.
   template <class Rows>
   static const auto& row_named(const Rows& rows, Word name) {
     const auto row = std::find_if(rows.begin(), rows.end(),
@@ -189,7 +189,7 @@ class Player {
     if (found != unescaped(rest)) fail(line, "it is " + to_utf8(found));
   }
 
-  // What a story can look at.
+  // What a story can check.
 
   std::u16string qel() { return control().get_TextQEL(); }
   std::u16string text() { return control().get_Text(); }

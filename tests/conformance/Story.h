@@ -7,7 +7,7 @@
 
 namespace qel::conformance {
 
-/// A story of a user at a text box, as the files in tests/stories tell it: see the README there.
+/// A story of a user at a text box, from a file in tests/stories: see the README there.
 struct Story {
   struct Line {
     int number;
@@ -21,8 +21,8 @@ struct Story {
 
 std::vector<Story> read_stories(const std::string& file);
 
-/// Plays the story with a new control; each expectation that does not hold is a failure of the
-/// test at its line.
+/// Plays the story with a new control; each expectation that does not hold fails the test at its
+/// line.
 void play(const Story& story, Stage& stage);
 
 }  // namespace qel::conformance

@@ -16,7 +16,7 @@ namespace {
 using platform::Range;
 using platform::RichEdit;
 
-/// A box as simple as can be: characters with two attributes. A break is one entry.
+/// The simplest possible box: characters with two attributes. A break is one entry.
 class Model {
  public:
   struct Character {
@@ -31,7 +31,7 @@ class Model {
     for (const Character& c : plain(text, {{}, true})) characters_.push_back(c);
   }
 
-  /// The entries that a selection in the box takes in.
+  /// The entries that a selection in the box covers.
   std::pair<std::size_t, std::size_t> entries(Range range) const {
     const auto start = static_cast<std::size_t>(range.start);
     const std::size_t end = start + static_cast<std::size_t>(range.length);
@@ -98,10 +98,10 @@ class Model {
   }
 
   std::vector<Character> characters_;
-  Character format_;  // what was typed or erased last: an empty text keeps it
+  Character format_;  // of what was last typed or erased: an empty text keeps it
 };
 
-/// One edit of the box and of the model. Whether it is a step that can be undone.
+/// Makes one edit of the box and of the model. Whether it is a step that can be undone.
 bool edit(RichEdit& box, Model& model, Stage& stage, test::Random& random) {
   const auto size = static_cast<std::size_t>(box.get_Text().size());
   const auto start = static_cast<std::int32_t>(random.below(size + 1));
@@ -111,7 +111,7 @@ bool edit(RichEdit& box, Model& model, Stage& stage, test::Random& random) {
   box.select({start, length});
   const Range range = box.selection();
   const std::size_t kind = random.below(5);
-  // Formats of text to come are not the model's.
+  // The model does not have a format for text to be typed.
   if (range.length == 0 && kind < 2) return false;
   switch (kind) {
     case 0: {

@@ -3,7 +3,7 @@
 #include <QString>
 #include <ostream>
 
-/// Readable in messages of tests.
+/// Makes strings readable in test messages.
 inline void PrintTo(const QString& text, std::ostream* out) {
   *out << '"' << qPrintable(text) << '"';
 }

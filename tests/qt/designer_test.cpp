@@ -1,4 +1,4 @@
-// The plug-in of Qt Designer: what it tells of the widget, and forms that are loaded and saved.
+// The plug-in of Qt Designer: what it says of the widget, and forms that are loaded and saved.
 
 #include <gtest/gtest.h>
 
@@ -33,7 +33,7 @@ const QString letter_form = QStringLiteral(QEL_TEST_DIR "/qt/forms/letter.ui");
 
 using Values = std::map<QString, QVariant>;
 
-/// What the form sets, and what it leaves alone.
+/// The values that the form sets, and some that it leaves alone.
 const Values subject_values = {{"Multiline", false},
                                {"BackColor", 0xE0FFFF},
                                {"SmartQuotes", true},
@@ -74,7 +74,7 @@ void expect_same(const Values& actual, const Values& expected) {
   }
 }
 
-/// What is kept of a text box: its own properties and one of Qt's.
+/// The values that a form keeps of a text box: its own properties and one of Qt's.
 Values all_values(const QWidget& box) {
   Values values;
   const QMetaObject& meta = *box.metaObject();
@@ -85,7 +85,8 @@ Values all_values(const QWidget& box) {
   return values;
 }
 
-/// The boxes of a form. The plug-in has the library's code of its own, so they are told by name.
+/// A form's box of that name. The plug-in contains its own copy of the library, so no cast finds
+/// it.
 QWidget* box_in(const QWidget& form, const char* name) {
   return form.findChild<QWidget*>(QLatin1String(name));
 }
@@ -176,7 +177,7 @@ TEST(Designer, FormKeepsItsTextOverSavingAndLoading) {
 
   const qsizetype widgets = form->findChildren<QWidget*>().size();
   for (int i = 0; i < 3; ++i) {
-    // Qt tells of each property that such a file cannot hold.
+    // Qt warns of each property that such a file cannot hold.
     qInstallMessageHandler([](QtMsgType, const QMessageLogContext&, const QString&) {});
     form = load(builder, save(builder, *form));
     qInstallMessageHandler(nullptr);
@@ -206,7 +207,7 @@ TEST(Designer, TellsOfTheWidget) {
                                 {"size", QSize(240, 96)}});
 }
 
-/// Holds a group for each property, and nothing else.
+/// Stores a group for each property, and nothing else.
 class Sheet : public QObject, public QDesignerPropertySheetExtension {
   Q_OBJECT
   Q_INTERFACES(QDesignerPropertySheetExtension)
@@ -239,7 +240,7 @@ class Sheet : public QObject, public QDesignerPropertySheetExtension {
   std::map<int, QString> groups_;
 };
 
-/// As much of Designer as the plug-in asks for.
+/// As much of Designer as the plug-in uses.
 class Core : public QDesignerFormEditorInterface {
  public:
   class Sheets : public QExtensionFactory {

@@ -1,4 +1,4 @@
-// Two text boxes in a window, for a script that works them as a user does: prints what they tell.
+// Two text boxes in a window, for a script that uses them as a user does: prints their events.
 
 #include <QApplication>
 #include <QTimer>

@@ -1,5 +1,5 @@
 #!/usr/bin/env bash
-# Works the text boxes of a program on a screen of its own, with keys and mouse: shortcuts, a drag
+# Uses the text boxes of a program on a screen of its own, with keys and mouse: shortcuts, a drag
 # from box to box, the large editor, the clipboard of other programs.
 # Usage: desktop.sh PROGRAM
 set -euo pipefail
@@ -59,7 +59,7 @@ sleep 0.3
 xdotool type '.'
 expect "upper: text  two! more."
 
-# own FORM: another program puts its input on the clipboard in that form.
+# own FORMAT: another program puts its input on the clipboard in that format.
 own() {
   xclip -selection clipboard -t "$1" >/dev/null 2>&1
 }

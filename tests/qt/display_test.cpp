@@ -1,4 +1,4 @@
-// What a window shows against what is in its box, whoever has changed it.
+// Compares what a window shows with the content of its box, whoever has changed it.
 
 #include <gtest/gtest.h>
 
@@ -91,11 +91,11 @@ class Display : public testing::Test {
     EXPECT_EQ(name_of(cursor.charFormat()), name_of(to_qt(box->typing_format(), window_text())));
   }
 
-  /// Something that the host does.
+  /// Does something that a host does.
   void act_as_host(test::Random& random);
-  /// Something that the user does.
+  /// Does something that a user does.
   void act_as_user(test::Random& random);
-  /// Something that neither does: an assistive program, for instance.
+  /// Does something that somebody else does, an assistive program for instance.
   void act_as_other(test::Random& random);
 
   static int number(test::Random& random, int below) {

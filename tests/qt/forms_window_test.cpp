@@ -1,4 +1,4 @@
-// The window of the records, worked with keys and dialogs as a user does.
+// The records window, used with keys and dialogs as a user does.
 
 #include <gtest/gtest.h>
 
@@ -99,7 +99,7 @@ class FormsWindow : public testing::Test {
     field.setText(text);
   }
   RecordList& list() { return *static_cast<RecordList*>(window->findChild<QTreeWidget*>()); }
-  /// Comes back when nobody waits for a dialog any more.
+  /// Returns when the dialog that was awaited, if any, has been dealt with.
   void settle() {
     QApplication::processEvents();
     for (int i = 0; i < 1000 && awaiting; ++i) QTest::qWait(1);
@@ -110,7 +110,7 @@ class FormsWindow : public testing::Test {
     QTest::mouseClick(list().viewport(), Qt::LeftButton, modifiers, place.center());
     settle();
   }
-  /// Lets the user act in the next dialog, when it is there.
+  /// Lets the user act in the next dialog once it is open.
   void at_dialog(std::function<void(QDialog&)> user) {
     awaiting = std::move(user);
     hand.start(1);
@@ -281,7 +281,7 @@ TEST_F(FormsWindow, DeletesWhatIsSelectedWhenToldSo) {
   choose("delete");
   EXPECT_EQ(titles().size(), 3);
   answer(QMessageBox::Yes);
-  QApplication::setActiveWindow(window.get());  // without a screen no dialog gives that back
+  QApplication::setActiveWindow(window.get());  // no closing dialog restores that off screen
   list().setFocus();
   QTest::keyClick(&list(), Qt::Key_Delete);
   settle();
@@ -353,7 +353,7 @@ TEST_F(FormsWindow, PlaysItsDemo) {
             QStringLiteral("Buy /b1green tea/b0, lemons (/i1ripe/i0) and a /u1new pot/u0."));
 }
 
-/// Notes what is drawn.
+/// Records what is drawn.
 class Notes : public platform::Canvas {
  public:
   float text_width(std::u16string_view text, const platform::TextFont&) const override {
@@ -383,7 +383,7 @@ TEST(FormsPages, TurnBetweenLines) {
   };
   draw(u"a", 10, 10);
   draw(u"b", 22, 10);
-  pages.fill_rectangle({0, 35, 5, 1}, 0);  // under the third line, told of before it
+  pages.fill_rectangle({0, 35, 5, 1}, 0);  // under the third line, and drawn before it
   draw(u"c", 34, 10);
   draw(u"d", 30, 6);  // raised
   draw(u"e", 134, 100);

@@ -27,7 +27,7 @@ namespace {
 
 using qt::BoxView;
 
-/// Qt's usual platform without a screen ends drags at once; this one has them.
+/// Qt's usual platform without a screen ends drags at once; this one supports them.
 [[maybe_unused]] const bool has_drags = []() noexcept {
   const QByteArray asked = qgetenv("QT_QPA_PLATFORM");
   return (asked.isEmpty() || asked == "offscreen") && qputenv("QT_QPA_PLATFORM", "minimal");
@@ -62,7 +62,7 @@ class QtStage : public Stage {
   QtStage() {
     window_.resize(400, 300);
     window_.show();
-    // A drag that nobody expects would wait for the mouse for ever.
+    // An unexpected drag would wait for the mouse for ever.
     constexpr int patience = 5000;
     patience_.callOnTimeout([] { QDrag::cancel(); });
     patience_.start(patience);
@@ -109,7 +109,7 @@ class QtStage : public Stage {
     QTest::mouseEvent(QTest::MouseMove, port, Qt::NoButton, held, point_of(box, to));
     QTest::mouseRelease(port, Qt::LeftButton, held, point_of(box, to));
   }
-  /// Qt waits in a loop of its own until the button comes up.
+  /// Qt runs a loop of its own until the button comes up.
   void drag(platform::RichEdit& source, const DragPath& path,
             const std::function<void()>& start) override {
     const QPoint from = window_point_of(source, source.selection().start) + QPoint(1, 0);
@@ -172,7 +172,7 @@ class QtStage : public Stage {
   QPoint window_point_of(platform::RichEdit& box, std::int32_t position) const {
     return BoxView::of(box)->viewport()->mapTo(&window_, point_of(box, position));
   }
-  /// As the window system tells it, at a point of the stage's window.
+  /// Sends a mouse event as from the window system, at a point of the stage's window.
   void mouse(QTest::MouseAction action, QPoint at, std::int16_t shift) {
     const Qt::MouseButton button = action == QTest::MouseMove ? Qt::NoButton : Qt::LeftButton;
     QTest::mouseEvent(action, window_.windowHandle(), button, qt::modifiers_of(shift), at);

@@ -67,7 +67,7 @@ TEST(QtClipboard, TakesWhatKeysCopy) {
   EXPECT_EQ(box.get_Text(), u"");
 }
 
-/// Notes the events of drags and drops.
+/// Records the events of drags and drops.
 class DragListener : public BoxListener {
  public:
   void on_start_drag(DragData& data, std::int32_t& allowed_effects) override {
@@ -129,7 +129,7 @@ class QtDrag : public testing::Test {
     box.put_appearance(appearance);
   }
 
-  /// Drags over the end of the text and drops there; the action that came of it.
+  /// Drags over the end of the text and drops there; returns the resulting action.
   Qt::DropAction drag_and_drop(const QMimeData& data,
                                Qt::KeyboardModifiers modifiers = Qt::NoModifier) {
     const QPoint at(150, 8);

@@ -1,4 +1,4 @@
-// The text box as a widget: its properties and signals, keys, mouse, menu, palette, assistance.
+// The text box as a widget: its properties and signals, keys, mouse, menu, palette, accessibility.
 
 #include <gtest/gtest.h>
 
@@ -57,7 +57,7 @@ class Widget : public testing::Test {
 };
 
 TEST_F(Widget, HasEachPersistedPropertyOnce) {
-  /// A bag that gives what it was asked for.
+  /// A bag that records the names it is asked for.
   class Names : public platform::PropertyBag {
    public:
     Variant read(std::u16string_view name, const Variant& preset) const override {
@@ -138,7 +138,7 @@ TEST_F(Widget, KeepsItsPropertiesInSettingsAndDynamicProperties) {
 TEST(WidgetInTheMaking, KeepsMarkupThroughItsPropertiesButNoEditBack) {
   TextBox box;
   ControlEvents nobody;
-  box.control().listen(&nobody);  // what is edited then no signal tells
+  box.control().listen(&nobody);  // so no signal reports the edits that follow
   box.put_TextQEL(QStringLiteral("/f1a/f0b"));
   box.put_FontName(QStringLiteral("Verdana"));
   EXPECT_EQ(box.get_TextQEL(), QStringLiteral("/f1a/f0b"));

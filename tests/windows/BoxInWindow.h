@@ -17,7 +17,7 @@ inline HWND window_of(const platform::RichEdit& box) {
   return windows::native_window(box.window());
 }
 
-/// Where the character at a position of the box is in its window.
+/// The point in the window of the character at a position of the box.
 inline POINT point_of(const platform::RichEdit& box, std::int32_t position) {
   const std::u16string before = box.get_Text().substr(0, static_cast<std::size_t>(position));
   // A break takes one position in the window.

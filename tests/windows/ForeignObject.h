@@ -16,7 +16,7 @@ namespace qel::test {
 using windows::ComObject;
 using windows::Pointer;
 
-/// Data of another program, or what the system puts in another's place.
+/// Data of another program, or an object that the system puts in place of `behind`.
 class ForeignObject : public ComObject<IDataObject> {
  public:
   explicit ForeignObject(std::map<UINT, std::string> forms, IDataObject* behind = nullptr)
@@ -68,7 +68,7 @@ class ForeignObject : public ComObject<IDataObject> {
   Pointer<IDataObject> behind_;
 };
 
-/// How many hold the object besides the one who asks.
+/// The number of references to the object besides this one.
 template <class Object>
 ULONG others_of(const Pointer<Object>& object) {
   object->AddRef();

@@ -1,4 +1,4 @@
-// What the window of a box shows, and what becomes of it.
+// What the window of a box shows, and what happens to it.
 
 #include <gtest/gtest.h>
 #include <windows.h>
@@ -48,7 +48,7 @@ class BoxWindows : public testing::Test {
   headless::OwnClipboard clipboard_;
 };
 
-/// The window asked directly, as another program would.
+/// Asks the window directly, as another program would.
 class Window {
  public:
   explicit Window(const RichEdit& box) : window_(window_of(box)) {}
@@ -70,7 +70,8 @@ class Window {
     CHARRANGE range = {start, end};
     send(EM_EXSETSEL, 0, reinterpret_cast<LPARAM>(&range));
   }
-  /// One line for a stretch in one format: where the formats are asked, nothing is known of them.
+  /// Describes the format of a stretch as the window itself reports it; "mixed" for several
+  /// formats.
   std::string format(long start, long end) const {
     select(start, end);
     CHARFORMAT2W format = {};
@@ -104,7 +105,7 @@ class Window {
   HWND window_;
 };
 
-/// Holds all that the window has against what the box says.
+/// Compares everything in the window with the box.
 void expect_shown(RichEdit& box) {
   const Window window(box);
   const Range selection = box.selection();
@@ -351,7 +352,7 @@ TEST_F(BoxWindows, LookAsTheyAreToldTo) {
   expect_shown(*box);
 }
 
-/// Whoever is told of something lets go of the box.
+/// A listener lets go of the box while it is called.
 TEST_F(BoxWindows, GoWheneverTheyAreLetGo) {
   struct Listener : platform::BoxListener {
     explicit Listener(std::shared_ptr<RichEdit> its, int at) : box(std::move(its)), left(at) {

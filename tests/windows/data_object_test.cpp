@@ -30,7 +30,7 @@ std::string bytes_of(HGLOBAL block) {
   return bytes;
 }
 
-/// What the object gives in that form; the failure's code where it gives nothing.
+/// What the object gives in that format; the failure's code where it gives nothing.
 std::string bytes_of(IDataObject& object, UINT format) {
   FORMATETC form = in_memory(format);
   STGMEDIUM medium = {};

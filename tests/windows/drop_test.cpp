@@ -64,7 +64,7 @@ class Dropping : public testing::Test, public BoxListener {
   }
   void note(const std::string& what) { told.append(told.empty() ? "" : " ").append(what); }
 
-  /// Enters, moves and drops with that mask of keys; what became of it.
+  /// Enters, moves and drops with that mask of keys; returns the resulting effect.
   DWORD drag_and_drop(IDataObject& data, DWORD keys = MK_LBUTTON,
                       DWORD allowed = DROPEFFECT_COPY | DROPEFFECT_MOVE | DROPEFFECT_LINK) {
     IDropTarget& drop = target->target();
@@ -173,7 +173,7 @@ void mouse(DWORD flags) {
 
 int drop_x = 130;  // on the screen
 
-/// Moves the mouse there, and lets go of it the next time.
+/// Moves the mouse there, and releases the button at the next call.
 void CALLBACK let_go(HWND /*window*/, UINT /*message*/, UINT_PTR timer, DWORD /*time*/) {
   POINT at = {};
   GetCursorPos(&at);
@@ -225,7 +225,7 @@ class DraggingBoxes : public testing::Test {
     return box;
   }
 
-  /// Drags what is selected in the first box, and lets it go at that place of the form.
+  /// Drags the selection of the first box and drops it at that place on the form.
   void drag_to(int x) {
     const POINT from = test::point_of(*one, 4);
     SetCursorPos(100 + from.x, 50 + from.y + 4);

@@ -42,7 +42,7 @@ std::u16string text_of(HWND window) {
   return std::u16string(utf16(text.data(), text.size()));
 }
 
-/// A form that notes what its window tells, and does the least that one has to.
+/// A form that records what its window reports, and does only what every form must.
 class Form : public EditorListener {
  public:
   void on_activate() override { note("activate"); }
@@ -105,8 +105,8 @@ class WindowsEditor : public testing::Test {
     handle_messages();
   }
 
-  /// Shows the editor and lets a user act in it; it is closed by its frame if he leaves it open.
-  /// What the form was told.
+  /// Shows the editor and lets a user act in it, then closes it by its frame if it is still open.
+  /// Returns what the form was told.
   std::string edit(const std::function<void()>& user) {
     form.told.clear();
     bool has_acted = false;

@@ -97,7 +97,7 @@ TEST(WindowsPlatform, TellsSymbolFontsFromOthers) {
 
 // The clipboard.
 
-/// Puts bytes on the clipboard, as many as there are and no more.
+/// Puts exactly these bytes on the clipboard, with no NUL after them.
 void put_bytes(UINT format, std::string_view bytes) {
   const HGLOBAL block = GlobalAlloc(GMEM_MOVEABLE, bytes.size());
   std::memcpy(GlobalLock(block), bytes.data(), bytes.size());
@@ -227,7 +227,7 @@ class Bitmap {
   bool is_white(int x, int y) const { return (at(x, y) & 0xFFFFFFU) == 0xFFFFFFU; }
   std::uint32_t at(int x, int y) const { return pixels_[y * width + x]; }
 
-  /// The extent of what is not white.
+  /// The extent of everything that is not white.
   RECT drawn() const {
     GdiFlush();
     RECT extent = {width, height, 0, 0};

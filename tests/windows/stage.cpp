@@ -30,7 +30,7 @@ void handle_messages() {
   }
 }
 
-/// Waits for what the system does in its own time; gives up when that takes far too long.
+/// Waits for something that the system does in its own time; gives up after far too long.
 template <class Condition>
 bool comes_true(Condition condition) {
   constexpr DWORD interval = 10;
@@ -79,7 +79,7 @@ INPUT input_of(WORD key, DWORD flags, WORD unit = 0) {
   return input;
 }
 
-/// Keys that go down together, and up in the order in which they went down.
+/// Presses keys, or releases them where `flags` say so, in the given order.
 void send(std::vector<INPUT> keys, DWORD flags = 0) {
   for (INPUT& key : keys) key.ki.dwFlags |= flags;
   SendInput(static_cast<UINT>(keys.size()), keys.data(), sizeof(INPUT));
@@ -106,8 +106,8 @@ void move_pointer(POINT at) {
   send_mouse(MOUSEEVENTF_MOVE);
 }
 
-/// What the hand with the mouse does next: one thing at a time, since the system waits for each in
-/// a loop of its own.
+/// What the mouse does next, one move at a time, since the system waits for each in a loop of its
+/// own.
 std::deque<std::function<void()>> next_moves;
 
 void CALLBACK move_on(HWND window, UINT /*message*/, UINT_PTR timer, DWORD /*time*/) {
@@ -120,8 +120,8 @@ void CALLBACK move_on(HWND window, UINT /*message*/, UINT_PTR timer, DWORD /*tim
   move();
 }
 
-/// The window of all stages: to show one takes a system without window manager long. It takes the
-/// mouse where no box does.
+/// The window of all stages: showing one takes long on a system without a window manager. It takes
+/// the mouse events that no box takes.
 HWND form() {
   static const HWND window = CreateWindowExW(
       0, L"STATIC", L"Stage", WS_OVERLAPPEDWINDOW | WS_VISIBLE | WS_CLIPCHILDREN | SS_NOTIFY, 0, 0,
@@ -238,7 +238,7 @@ class WindowsStage : public Stage {
   }
 
  private:
-  /// A window that a key opens is closed again before that key comes up.
+  /// A window that a key opens is closed again before the key comes up.
   void stroke(platform::RichEdit& box, INPUT key, std::int16_t shift) {
     const HWND window = test::window_of(box);
     SetFocus(window);
@@ -269,7 +269,7 @@ class WindowsStage : public Stage {
     return MAKELPARAM(point.x, point.y + 4);
   }
 
-  /// On the character there.
+  /// The point on the screen of the character there.
   static POINT on_screen(platform::RichEdit& box, std::int32_t position) {
     const LPARAM point = point_of(box, position);
     POINT at = {GET_X_LPARAM(point) + 1, GET_Y_LPARAM(point)};

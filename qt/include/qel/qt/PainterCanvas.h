@@ -10,14 +10,14 @@ class QPainter;
 namespace qel::qt {
 
 /// Draws with a painter: on a widget, an image, a printer or a page of a PDF file. Its unit is the
-/// point, whatever the device has; a transformation of the painter applies to all that is drawn.
+/// point on any device; a transformation of the painter applies to everything that is drawn.
 ///
-/// Fonts are those of the system, or what it has in their place. Text in font Symbol is drawn with
-/// the characters that it means. A TAB is a gap of four blanks. Kerning and ligatures are neither
+/// Fonts are the system's, or its substitutes for them. Text in font Symbol is drawn as the
+/// characters that it stands for. A TAB is a gap of four blanks. Kerning and ligatures are neither
 /// measured nor drawn, except in scripts whose letters join.
 class PainterCanvas : public platform::Canvas {
  public:
-  /// The painter has to be active, and to outlive the canvas.
+  /// The painter must be active and outlive the canvas.
   explicit PainterCanvas(QPainter& painter);
 
   float text_width(std::u16string_view text, const platform::TextFont& font) const override;

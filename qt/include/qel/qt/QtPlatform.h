@@ -6,17 +6,17 @@
 
 namespace qel::qt {
 
-/// The desktop by way of Qt: boxes and editor windows that are seen, the system's clipboard, the
-/// colours of the application's palette and the fonts of its font database. Needs a `QApplication`
-/// from the creation of the first box on, and its thread.
+/// The desktop, through Qt: visible boxes and editor windows, the system's clipboard, the colours
+/// of the application's palette and the fonts of its font database. From the creation of the first
+/// box on it needs a `QApplication`, and may be used on the application's thread only.
 ///
 /// A window handle is the address of a `QWidget`, which must outlive the boxes on it; scale units
-/// are device-independent pixels. There are no visual styles to ask for the name of.
+/// are device-independent pixels. It knows no visual styles.
 class QtPlatform : public platform::Platform {
  public:
-  /// The one that widgets share.
+  /// The platform that widgets share.
   static std::shared_ptr<const QtPlatform> shared();
-  /// The platform of this thread from now on is the shared one, unless a `QtPlatform` is already.
+  /// Makes the shared platform this thread's, unless that is a `QtPlatform` already; returns it.
   static std::shared_ptr<const platform::Platform> use();
 
   const platform::SystemColors& system_colors() const override;
@@ -29,7 +29,7 @@ class QtPlatform : public platform::Platform {
       const platform::EditorDescription& description) const override;
 
   static constexpr std::int32_t window_text = 8;
-  /// What the palette has for the system colour of that index, now.
+  /// The palette's current value for the system colour of that index.
   static Color system_color_value(std::int32_t index);
 };
 

@@ -12,17 +12,17 @@ namespace qel::qt {
 
 class BoxView;
 
-/// The text box control as a widget. Its persisted properties are properties of the widget under
-/// their names, in the values that the control takes: colours are 0x00BBGGRR, or name a system
-/// colour when negative. The events of the control are its signals. Everything else, such as the
-/// selection, is a member of `control()`.
+/// The text box control as a widget. The control's persisted properties are properties of the
+/// widget, with the same names and values: colours are 0x00BBGGRR, or name a system colour when
+/// negative. The control's events are signals. Everything else, such as the selection, is a member
+/// of `control()`.
 ///
-/// The widget brings what a desktop expects: Tab leaves it, the focus goes to its visible box, a
-/// menu offers the clipboard and the formats, its size hints follow font and `Multiline`, its
-/// colours follow the palette. The first one makes Qt the platform of its thread.
+/// The widget does what a desktop expects: Tab leaves it, the focus goes to its visible box, a menu
+/// offers the clipboard and the formats, its size hints follow font and `Multiline`, its colours
+/// follow the palette. The first one makes Qt the platform of its thread.
 ///
-/// Until it is first painted, and while it is being designed, markup that was put in comes through
-/// changes of the font, the colours and `Multiline`: a form may set its properties in any order.
+/// Until it is first painted, and while it is being designed, markup that was set survives changes
+/// of the font, the colours and `Multiline`: a form may set its properties in any order.
 class TextBox : public QWidget {
   Q_OBJECT
   Q_PROPERTY(bool ActOnColors READ get_ActOnColors WRITE put_ActOnColors)
@@ -63,14 +63,14 @@ class TextBox : public QWidget {
   explicit TextBox(QWidget* parent = nullptr);
   ~TextBox() override;
 
-  /// The control, which lives as long as the widget. Who listens to it in place of the widget
-  /// takes the signals away.
+  /// The control, which lives as long as the widget. A listener set on it replaces the widget's
+  /// own, so the signals stop.
   QELTextbox& control() { return *control_; }
   const QELTextbox& control() const { return *control_; }
-  /// Gives the signals back that somebody who listened to the control has taken away.
+  /// Makes the widget listen to the control again, so that the signals resume.
   void take_events();
 
-  /// Whether the form runs, as it does at first; false while it is being designed.
+  /// Whether the form runs, which is the default; false while it is being designed.
   bool is_run_time() const { return is_run_time_; }
   void put_RunTime(bool Value) { is_run_time_ = Value; }
 
@@ -145,13 +145,13 @@ class TextBox : public QWidget {
  public slots:
   void InvokeLargeEditor() { control_->InvokeLargeEditor(); }
   void PasteClipboardContents() { control_->PasteClipboardContents(); }
-  /// Gives all that is selected the format of plain text.
+  /// Gives the selection the format of plain text.
   void SelPlain() { control_->SelPlain(); }
 
  signals:
-  // The control's events; what a pointer leads to may be changed during the call, so only slots
-  // that are called at once can use it. A key code or character set to 0 goes no further. A slot
-  // that wants the widget to go uses `deleteLater`.
+  // The control's events. A slot may change what a pointer points to during the call, so only
+  // directly connected slots can use it. A key code or character set to 0 goes no further. A slot
+  // must delete the widget only with `deleteLater`.
 
   void Change();
   void Click();
@@ -198,8 +198,8 @@ class TextBox : public QWidget {
   std::unique_ptr<Site> site_;
   std::unique_ptr<Events> events_;
   std::unique_ptr<QELTextbox> control_;
-  std::optional<QString> markup_;  // what a form in the making has put in,
-  std::u16string shown_;           // and what the box made of it
+  std::optional<QString> markup_;  // what a form has set before it was shown,
+  std::u16string shown_;           // and the RTF that the box made of it
   bool was_painted_ = false;
   bool is_run_time_ = true;
 };
