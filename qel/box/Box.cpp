@@ -4,6 +4,7 @@
 #include <utility>
 
 #include "qel/base/Graphemes.h"
+#include "qel/base/Scoped.h"
 #include "qel/base/Utf16.h"
 #include "qel/richtext/DocumentReader.h"
 
@@ -125,7 +126,9 @@ void Box::replace(Extent extent, Document content, Kind kind) {
   const Selection after = {end, end};
   history_.record(document_, change, selection_, after, kind);
   document_.replace(extent, std::move(content));
-  selection_ = after;
+  // The halves of a pair may have come together.
+  const std::size_t caret = whole_position(document_.text(), end);
+  selection_ = {caret, caret};
   typing_ = change.length == 0 || document_.size() == 0 ? before : format_at(selection_.extent());
   tell_change(change);
 }
@@ -271,9 +274,16 @@ bool Box::take_edit(Extent extent, std::u16string_view text) {
 // Drag and drop.
 
 void Box::start_drag() {
-  const auto held = shared_from_this();
+  if (dragged_) return;
+  const auto held = weak_from_this().lock();
+  std::optional<std::int32_t> became = drag_selection();
+  if (became) listener_->on_complete_drag(*became);
+}
+
+/// Returns what has become of it; nothing where no drag began.
+std::optional<std::int32_t> Box::drag_selection() {
   platform::DragData data;
-  dragged_ = Dragged{selection_.extent(), revision_, false};
+  const Scoped dragging(dragged_, std::optional<Dragged>({selection_.extent(), revision_, false}));
   if (!selection_.is_empty()) {
     data.put(platform::text_format, RichEdit::text(Scope::selection));
     data.put(platform::rtf_format, rtf(Scope::selection));
@@ -282,25 +292,23 @@ void Box::start_drag() {
     listener_->on_set_data(promised, format);
   });
   std::int32_t effects = platform::copy_drop;
-  if (!appearance_.read_only) effects |= platform::move_drop;
+  if (may_edit()) effects |= platform::move_drop;
   listener_->on_start_drag(data, effects);
-  if (effects != platform::no_drop && data.is_text() && view_ != nullptr) {
-    Drag drag(data, effects, listener_);
-    view_->carry(drag);
-    // Content that was moved within the box, or has changed meanwhile, is not erased.
-    constexpr std::int32_t box_drags = 1;
-    const bool moves = drag.effect() == platform::move_drop && !dragged_->stays &&
-                       appearance_.drag_mode == box_drags;
-    if (moves && is_still_there()) erase(dragged_->extent, Kind::other);
-    std::int32_t effect = drag.effect();
-    dragged_.reset();
-    listener_->on_complete_drag(effect);
-  }
-  dragged_.reset();
+  // Nothing is moved out of a text that may not be edited, whoever allows it.
+  if (!may_edit()) effects &= ~platform::move_drop;
+  if (effects == platform::no_drop || !data.is_text() || view_ == nullptr) return {};
+  Drag drag(data, effects, listener_);
+  view_->carry(drag);
+  // Content that was moved within the box, or changed meanwhile, is not taken out.
+  constexpr std::int32_t box_drags = 1;
+  const bool moves = drag.effect() == platform::move_drop && !dragged_->stays &&
+                     appearance_.drag_mode == box_drags && may_edit();
+  if (moves && is_still_there()) erase(dragged_->extent, Kind::other);
+  return drag.effect();
 }
 
 bool Box::take_drop(platform::DragData& data, std::size_t position, std::int32_t effect) {
-  const bool moves = dragged_ && effect == platform::move_drop;
+  const bool moves = dragged_ && effect == platform::move_drop && dragged_->extent.length() != 0;
   if (moves && !move_dragged(position)) return false;
   if (!moves) {
     put_caret(position, false);

@@ -114,6 +114,7 @@ class Box : public platform::RichEdit, public std::enable_shared_from_this<Box> 
   const richtext::CharFormat& format_for(richtext::Extent extent) const;
   richtext::Document plain_content(richtext::Extent extent, std::u16string_view text) const;
   void replace(richtext::Extent extent, richtext::Document content, Kind kind);
+  std::optional<std::int32_t> drag_selection();
   bool move_dragged(std::size_t to);
   bool is_still_there() const { return dragged_ && dragged_->revision == revision_; }
   void take_step(std::optional<UndoHistory::Taken> (UndoHistory::*step)(richtext::Document&));

@@ -40,6 +40,7 @@ std::int32_t Drop::tell(std::int32_t allowed_effects, DragState state) {
 }
 
 std::int32_t Drop::enter(DragData& data, std::int32_t allowed_effects, DropPoint at) {
+  data_ = nullptr;
   if (!is_open()) return no_drop;
   data_ = &data;
   at_ = at;
@@ -78,6 +79,8 @@ std::int32_t Drop::drop(DragData& data, std::int32_t allowed_effects, DropPoint 
   box_.listener().on_drag_drop(data, effect, at_.buttons, at_.shift, at_.x, at_.y);
   effect = one_of(effect, allowed_effects);
   if (!by_box || effect == no_drop) return effect;
+  // The listener may have ended editing.
+  if (!box_.may_edit()) return no_drop;
   return box_.take_drop(data, position(), effect) ? effect : std::int32_t{no_drop};
 }
 

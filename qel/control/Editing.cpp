@@ -15,6 +15,7 @@
 #include "qel/control/QuoteCodes.h"
 #include "qel/control/frmTextEditor.h"
 #include "qel/platform/Keys.h"
+#include "qel/richtext/DocumentReader.h"
 #include "qel/rtf/MarkupReader.h"
 
 namespace qel {
@@ -56,8 +57,10 @@ class QELTextbox::BoxEvents : public EditorEvents {
   void on_click() override { tell(&ControlEvents::Click); }
   void on_double_click() override { tell(&ControlEvents::DblClick); }
   void on_key_down(std::int16_t& key_code, std::int16_t& shift) override {
+    // The host may end the control, and this with it.
+    const std::weak_ptr<const bool> alive = control_.alive_;
     EditorEvents::on_key_down(key_code, shift);
-    control_.handle_key(key_code, shift);
+    if (!alive.expired()) control_.handle_key(key_code, shift);
   }
   void on_key_press(std::int16_t& character) override {
     const std::int16_t typed = character;
@@ -277,7 +280,9 @@ bool QELTextbox::act_on_index(std::int16_t key_code, std::int16_t shift) {
 }
 
 void QELTextbox::TE_KeyPress(std::int16_t& KeyAscii) {
+  const std::weak_ptr<const bool> alive = alive_;
   if (events_ != nullptr) events_->KeyPress(KeyAscii);
+  if (alive.expired()) return;
   if (!smart_quotes_ || (KeyAscii != u'"' && KeyAscii != u'\'')) return;
   constexpr std::u16string_view before_closing =
       u"abcdefghijklmnopqrstuvwxyzABCDEFGHIJKLMNOPQRSTUVWXYZ0123456789~!@#$%^&*()-_=+{}[]\\|:;?/"
@@ -425,7 +430,10 @@ void QELTextbox::paste_rtf(platform::RichEdit& box, std::u16string_view rtf) {
   // Before the host learns of the change, as it may then read the text.
   parser_.put_RecognizeCRLF(recognizes_crlf);
   parser_.put_ConvertNLToSpace(nl_to_space);
-  box.put_content(platform::Scope::selection, rtf::read_markup(pasted, formats));
+  richtext::Document content = rtf::read_markup(pasted, formats);
+  // Text may look like the code of a line.
+  if (!box.appearance().multiline) content = richtext::in_one_line(content);
+  box.put_content(platform::Scope::selection, std::move(content));
 }
 
 }  // namespace qel

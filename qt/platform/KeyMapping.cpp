@@ -180,15 +180,4 @@ QString typed_text(const QKeyEvent& event) {
   return may_type && is_text ? text : QString();
 }
 
-std::int16_t control_character(Stroke stroke) {
-  const std::int16_t key_code = stroke.key_code;
-  if ((stroke.shift & alt_key) != 0) return 0;
-  const bool is_letter = key_code >= 'A' && key_code <= 'Z';
-  if (is_letter && stroke.shift == ctrl_key) return static_cast<std::int16_t>(key_code - 'A' + 1);
-  // Tab alone leaves the box.
-  if (key_code == tab_key) return stroke.shift == ctrl_key ? tab_key : std::int16_t{0};
-  const bool has_own = key_code == backspace_key || key_code == enter_key || key_code == escape_key;
-  return has_own ? key_code : std::int16_t{0};
-}
-
 }  // namespace qel::qt

@@ -24,7 +24,5 @@ std::int16_t button_mask(Qt::MouseButtons buttons);
 
 /// The characters that a key types; empty for keys that do something else.
 QString typed_text(const QKeyEvent& event);
-/// The control character of a key that types no text: 8 for Backspace, 1 for Ctrl+A; 0 for none.
-std::int16_t control_character(Stroke stroke);
 
 }  // namespace qel::qt
