@@ -99,6 +99,7 @@ void Keyboard::select_word(std::size_t at) {
 // Keys.
 
 bool Keyboard::act_on_key(std::int16_t key_code, std::int16_t shift) {
+  typed_.clear();
   const bool is_command = run_command(key_code, shift);
   const bool is_character = press_character(key_code, shift);
   return is_command || is_character;
@@ -142,7 +143,7 @@ bool Keyboard::run_command(std::int16_t key_code, std::int16_t shift) {
     if (!row->changes || box_.may_edit()) (this->*row->act)();
     return true;
   }
-  if (key_code != delete_key) return false;
+  if (key_code != delete_key || (shift & alt_key) != 0) return false;
   const std::size_t caret = box_.selected().caret;
   const bool by_word = (shift & ctrl_key) != 0;
   erase_to(by_word ? word_after(box_.text(), caret) : cluster_after(box_.text(), caret),
@@ -175,16 +176,19 @@ bool Keyboard::press_character(std::int16_t key_code, std::int16_t shift) {
 
 void Keyboard::type(Text text) {
   std::u16string left = std::exchange(typed_, {});
+  // A first half whose second one never came is no text.
+  if (text.empty() || !is_low_surrogate(text.front())) left.clear();
   for (const char16_t unit : text) {
     auto character = static_cast<std::int16_t>(unit);
     box_.listener().on_key_press(character);
     if (character != 0) left.push_back(static_cast<char16_t>(character));
   }
+  if (!box_.may_edit()) return;
   if (!left.empty() && is_high_surrogate(left.back())) {
-    typed_.assign(1, left.back());
+    if (left.back() == text.back()) typed_.assign(1, left.back());
     left.pop_back();
   }
-  if (!left.empty() && box_.may_edit()) box_.type(left);
+  if (!left.empty()) box_.type(left);
 }
 
 /// Erases the selection or, where nothing is selected, from the caret to a position.
