@@ -64,7 +64,7 @@ class HostileHost : public testing::Test {
     box->put_Text(u"abcd");
     box->put_selection({0, 2});
   }
-  ~HostileHost() override { box->attach(nullptr); }
+  void TearDown() override { box->attach(nullptr); }
 
   void put_read_only(bool read_only) const {
     platform::BoxAppearance appearance = box->appearance();
