@@ -1,7 +1,6 @@
 // The platform in memory, as a stage.
 
 #include <algorithm>
-#include <map>
 #include <utility>
 
 #include "conformance/Stage.h"
@@ -49,9 +48,10 @@ class HeadlessStage : public Stage {
              std::int16_t shift) override {
     const auto [from_x, from_y] = point_of(box, from);
     const auto [to_x, to_y] = point_of(box, to);
-    user_of(box).mouse_down(from_x, from_y, shift);
-    user_of(box).mouse_move(to_x, to_y, shift);
-    user_of(box).mouse_up(to_x, to_y, shift);
+    BoxUser user = user_of(box);
+    user.mouse_down(from_x, from_y, shift);
+    user.mouse_move(to_x, to_y, shift);
+    user.mouse_up(to_x, to_y, shift);
   }
   void drag(platform::RichEdit& source, const DragPath& path,
             const std::function<void()>& start) override {
@@ -85,7 +85,7 @@ class HeadlessStage : public Stage {
   }
 
  private:
-  BoxUser& user_of(platform::RichEdit& box) { return users_.try_emplace(&box, box).first->second; }
+  static BoxUser user_of(const platform::RichEdit& box) { return BoxUser(box); }
   static std::pair<float, float> point_of(const platform::RichEdit& box, std::int32_t position) {
     const std::u16string before = box.get_Text().substr(0, static_cast<std::size_t>(position));
     const auto line = std::count(before.begin(), before.end(), u'\n');
@@ -97,7 +97,6 @@ class HeadlessStage : public Stage {
 
   std::shared_ptr<headless::HeadlessPlatform> platform_ =
       std::make_shared<headless::HeadlessPlatform>();
-  std::map<platform::RichEdit*, BoxUser> users_;
 };
 
 }  // namespace
