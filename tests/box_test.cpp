@@ -118,16 +118,42 @@ TEST_F(HostileHost, EndsEditingBeforeADropIsTaken) {
 }
 
 TEST_F(HostileHost, DragsDataOfItsOwnOntoTheSameBox) {
-  box->put_selection({1, 1});
   listener.starts = [](platform::DragData& data, std::int32_t&) {
+    data.clear();
     data.put(platform::text_format, u"HOST");
   };
   view.carries = [&](Drag& drag) {
     Drop drop(*box);
     drag.end(drop.drop(drag.data(), drag.allowed_effects(), {}, [] { return 4U; }));
   };
-  box->start_drag();
-  EXPECT_EQ(box->text(), u"abcdHOST");
+  for (const Selection selected : {Selection{1, 1}, Selection{0, 2}}) {
+    box->put_Text(u"abcd");
+    box->put_selection(selected);
+    box->start_drag();
+    EXPECT_EQ(box->text(), u"abcdHOST") << selected.end();
+  }
+}
+
+TEST_F(HostileHost, PutsBreaksThatAreNone) {
+  richtext::Document content;
+  const richtext::CharFormat bold = {.bold = true};
+  content.append(u"a\rb\n\n", content.intern(bold));
+  content.append_break(content.intern({}), richtext::Alignment::left);
+  content.append(u"c\r", content.intern({}));
+  box->put_content(platform::Scope::document, content);
+  EXPECT_EQ(box->text(), u"a\r\nb\r\n\r\n\r\nc\r\n");
+  EXPECT_TRUE(box->document().check());
+  EXPECT_EQ(box->document().format_at(2), bold);
+}
+
+TEST_F(HostileHost, InsertsForDays) {
+  box->put_Text(u"");
+  constexpr int insertions = 200'000;
+  for (int i = 0; i < insertions; ++i) box->put_SelText(u"x");
+  for (int i = 0; i < insertions; ++i) box->undo();
+  EXPECT_FALSE(box->can_undo());
+  EXPECT_GT(box->text().size(), insertions / 4) << "what has replaced nothing takes memory, too";
+  EXPECT_LT(box->text().size(), insertions - 10'000);
 }
 
 TEST_F(HostileHost, LeavesNoHalfOfACharacter) {

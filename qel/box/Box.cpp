@@ -27,6 +27,8 @@ Box::~Box() {
 Document Box::content(Scope scope) const { return document_.part(extent_of(scope)); }
 
 void Box::put_content(Scope scope, Document content) {
+  settle();
+  content = richtext::with_whole_breaks(std::move(content));
   if (scope == Scope::selection) {
     replace(selection_.extent(), std::move(content), Kind::other);
     return;
@@ -58,6 +60,7 @@ MixedFormat Box::format() const {
 }
 
 void Box::change_format(const FormatChange& change) {
+  settle();
   if (view_ != nullptr && change.color && *change.color != 0 &&
       *change.color == view_->text_color()) {
     FormatChange of_content = change;
@@ -66,19 +69,20 @@ void Box::change_format(const FormatChange& change) {
     return;
   }
   const bool is_new = !change.is_in(format());
-  change.apply_to(typing_);
   history_.end_step();
   const Extent extent = selection_.extent();
-  if (!is_new) return;
-  if (extent.length() == 0) {
-    // The view shows text being composed in this format.
-    if (view_ != nullptr) view_->show_selection();
-    return;
-  }
   const Change changed = {Change::Kind::formats, extent, extent.length()};
-  history_.record(document_, changed, selection_, selection_, Kind::other);
-  document_.change_format(extent, change);
-  tell_change(changed);
+  const bool is_step = is_new && extent.length() != 0;
+  if (is_step) history_.record(document_, changed, caret(), Kind::other);
+  change.apply_to(typing_);
+  if (is_step) {
+    history_.put_after(caret());
+    document_.change_format(extent, change);
+    tell_change(changed);
+  } else if (is_new && view_ != nullptr) {
+    // The view shows text being composed in this format.
+    view_->show_selection();
+  }
 }
 
 std::optional<Alignment> Box::alignment() const {
@@ -89,12 +93,14 @@ std::optional<Alignment> Box::alignment() const {
 }
 
 void Box::put_alignment(Alignment alignment) {
+  settle();
   if (this->alignment() == alignment) return;
   Extent extent = document_.paragraphs(selected_paragraphs());
   if (extent.end < document_.size()) --extent.end;  // before the break, not within it
   const Change changed = {Change::Kind::alignments, extent, extent.length()};
   history_.end_step();
-  history_.record(document_, changed, selection_, selection_, Kind::other);
+  history_.record(document_, changed, caret(), Kind::other);
+  history_.put_after(caret());
   document_.align(extent, alignment);
   tell_change(changed);
 }
@@ -122,14 +128,13 @@ void Box::replace(Extent extent, Document content, Kind kind) {
   const Change change = {Change::Kind::content, extent, content.size()};
   if (extent.length() == 0 && change.length == 0) return;
   const CharFormat before = format_for(extent);
-  const std::size_t end = change.after().end;
-  const Selection after = {end, end};
-  history_.record(document_, change, selection_, after, kind);
+  history_.record(document_, change, caret(), kind);
   document_.replace(extent, std::move(content));
   // The halves of a pair may have come together.
-  const std::size_t caret = whole_position(document_.text(), end);
-  selection_ = {caret, caret};
+  const std::size_t end = whole_position(document_.text(), change.after().end);
+  selection_ = {end, end};
   typing_ = change.length == 0 || document_.size() == 0 ? before : format_at(selection_.extent());
+  history_.put_after(caret());
   tell_change(change);
 }
 
@@ -151,6 +156,7 @@ platform::Range Box::selection() const {
 }
 
 void Box::select(platform::Range range) {
+  settle();
   const auto size = static_cast<std::int64_t>(document_.size());
   const std::int64_t start = std::clamp<std::int64_t>(range.start, 0, size);
   const std::int64_t length = std::clamp<std::int64_t>(range.length, 0, size - start);
@@ -207,8 +213,10 @@ void Box::put_appearance(const platform::BoxAppearance& appearance) {
   FormatChange change;
   if (appearance.font_name != appearance_.font_name) change.font_name = appearance.font_name;
   if (appearance.font_size != appearance_.font_size) change.size = appearance.font_size;
-  const platform::BoxAppearance before = std::exchange(appearance_, appearance);
   const bool has_font = change.font_name || change.size;
+  const bool ends_editing = may_edit() && (appearance.read_only || !appearance.enabled);
+  if (has_font || ends_editing) settle();
+  const platform::BoxAppearance before = std::exchange(appearance_, appearance);
   if (has_font) {
     history_.clear();
     change.apply_to(typing_);
@@ -241,8 +249,8 @@ void Box::erase(Extent extent, Kind kind) {
 void Box::take_step(std::optional<UndoHistory::Taken> (UndoHistory::*step)(Document&)) {
   const auto taken = (history_.*step)(document_);
   if (!taken) return;
-  selection_ = taken->selection;
-  if (document_.size() > 0) typing_ = format_at(selection_.extent());
+  selection_ = taken->caret.selection;
+  typing_ = taken->caret.typing;
   tell_change(taken->change);
 }
 
@@ -283,7 +291,7 @@ void Box::start_drag() {
 /// Returns what has become of it; nothing where no drag began.
 std::optional<std::int32_t> Box::drag_selection() {
   platform::DragData data;
-  const Scoped dragging(dragged_, std::optional<Dragged>({selection_.extent(), revision_, false}));
+  const Scoped dragging(dragged_, std::optional<Dragged>({selection_.extent(), revision_}));
   if (!selection_.is_empty()) {
     data.put(platform::text_format, RichEdit::text(Scope::selection));
     data.put(platform::rtf_format, rtf(Scope::selection));
@@ -293,7 +301,9 @@ std::optional<std::int32_t> Box::drag_selection() {
   });
   std::int32_t effects = platform::copy_drop;
   if (may_edit()) effects |= platform::move_drop;
+  const platform::DragData own = data;
   listener_->on_start_drag(data, effects);
+  dragged_->is_selection = data.has_text_of(own);
   // Nothing is moved out of a text that may not be edited, whoever allows it.
   if (!may_edit()) effects &= ~platform::move_drop;
   if (effects == platform::no_drop || !data.is_text() || view_ == nullptr) return {};
@@ -308,7 +318,7 @@ std::optional<std::int32_t> Box::drag_selection() {
 }
 
 bool Box::take_drop(platform::DragData& data, std::size_t position, std::int32_t effect) {
-  const bool moves = dragged_ && effect == platform::move_drop && dragged_->extent.length() != 0;
+  const bool moves = dragged_ && dragged_->is_selection && effect == platform::move_drop;
   if (moves && !move_dragged(position)) return false;
   if (!moves) {
     put_caret(position, false);

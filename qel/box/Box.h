@@ -102,9 +102,11 @@ class Box : public platform::RichEdit, public std::enable_shared_from_this<Box> 
   struct Dragged {
     richtext::Extent extent;
     std::uint64_t revision = 0;
-    bool stays = false;  // it was dropped on this box, too
+    bool is_selection = false;  // the host has put in no other text
+    bool stays = false;         // it was dropped on this box, too
   };
 
+  Caret caret() const { return {selection_, typing_}; }
   richtext::Extent extent_of(platform::Scope scope) const;
   /// From a position in the first selected paragraph to one in the last.
   richtext::Extent selected_paragraphs() const;
@@ -118,6 +120,9 @@ class Box : public platform::RichEdit, public std::enable_shared_from_this<Box> 
   bool move_dragged(std::size_t to);
   bool is_still_there() const { return dragged_ && dragged_->revision == revision_; }
   void take_step(std::optional<UndoHistory::Taken> (UndoHistory::*step)(richtext::Document&));
+  void settle() const {
+    if (view_ != nullptr) view_->settle();
+  }
   void show(const Change& change);
   void tell_change(const Change& change);
 

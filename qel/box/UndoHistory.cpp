@@ -7,17 +7,21 @@ namespace qel::box {
 using richtext::Document;
 using richtext::Extent;
 
-void UndoHistory::record(const Document& document, const Change& change, Selection before,
-                         Selection after, Kind kind) {
+void UndoHistory::record(const Document& document, const Change& change, Caret before, Kind kind) {
   undone_.clear();
   if (joins(change, kind)) {
     join(document, change);
-    done_.back().after = after;
+    kept_ += change.extent.length();
   } else {
-    done_.push_back({document.part(change.extent), change.extent.start, change.length, change.kind,
-                     before, after, kind});
+    done_.push_back({document.part(change.extent),
+                     change.extent.start,
+                     change.length,
+                     change.kind,
+                     std::move(before),
+                     {},
+                     kind});
+    kept_ += done_.back().cost();
   }
-  kept_ += change.extent.length();
   is_open_ = kind != Kind::other;
   forget_oldest();
 }
@@ -56,7 +60,7 @@ void UndoHistory::join(const Document& document, const Change& change) {
 void UndoHistory::forget_oldest() {
   constexpr std::size_t limit = std::size_t{1} << 24;
   while (kept_ > limit && done_.size() > 1) {
-    kept_ -= done_.front().content.size();
+    kept_ -= done_.front().cost();
     done_.pop_front();
   }
 }
@@ -81,7 +85,7 @@ std::optional<UndoHistory::Taken> UndoHistory::undo(Document& document) {
   if (done_.empty()) return {};
   Step step = std::move(done_.back());
   done_.pop_back();
-  kept_ -= step.content.size();
+  kept_ -= step.cost();
   const Change change = exchange(document, step);
   end_step();
   undone_.push_back(std::move(step));
@@ -93,7 +97,7 @@ std::optional<UndoHistory::Taken> UndoHistory::redo(Document& document) {
   Step step = std::move(undone_.back());
   undone_.pop_back();
   const Change change = exchange(document, step);
-  kept_ += step.content.size();
+  kept_ += step.cost();
   done_.push_back(std::move(step));
   return Taken{change, done_.back().after};
 }

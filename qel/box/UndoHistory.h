@@ -4,31 +4,39 @@
 #include <cstdint>
 #include <deque>
 #include <optional>
+#include <utility>
 #include <vector>
 
 #include "qel/box/Change.h"
 #include "qel/box/Selection.h"
+#include "qel/richtext/CharFormat.h"
 #include "qel/richtext/Document.h"
 
 namespace qel::box {
 
-/// The changes of a document, for undo and redo. Memory depends on how much was replaced; beyond a
-/// limit the oldest changes are forgotten.
+/// What the next key acts on: the selection, and the format of the next character typed.
+struct Caret {
+  Selection selection;
+  richtext::CharFormat typing;
+};
+
+/// The changes of a document, for undo and redo. Memory depends on how many there are and how much
+/// they have replaced; beyond a limit the oldest are forgotten.
 class UndoHistory {
  public:
   /// How a change came about. Typed characters next to each other are one step, as are erased ones.
   enum class Kind : std::uint8_t { typing, erasing_back, erasing_ahead, other };
 
-  /// A step that was undone or redone: what it has changed, and the selection to set.
+  /// A step that was undone or redone: what it has changed, and the caret to set.
   struct Taken {
     Change change;
-    Selection selection;
+    Caret caret;
   };
 
-  /// To be called before the change is made in the document. The selections are those before and
-  /// after it.
-  void record(const richtext::Document& document, const Change& change, Selection before,
-              Selection after, Kind kind);
+  /// To be called before the change is made in the document, with the caret at that time.
+  void record(const richtext::Document& document, const Change& change, Caret before, Kind kind);
+  /// Sets the caret after the change that was recorded last.
+  void put_after(Caret after) { done_.back().after = std::move(after); }
   /// The next change begins a step of its own.
   void end_step() { is_open_ = false; }
   void clear();
@@ -45,9 +53,12 @@ class UndoHistory {
     std::size_t start = 0;       // where,
     std::size_t length = 0;      // and in place of how much
     Change::Kind changed = Change::Kind::content;
-    Selection before;
-    Selection after;
+    Caret before;
+    Caret after;
     Kind kind = Kind::other;
+
+    /// Roughly, in code units.
+    std::size_t cost() const { return content.size() + sizeof(Step) / sizeof(char16_t); }
   };
 
   bool joins(const Change& change, Kind kind) const;
@@ -57,7 +68,7 @@ class UndoHistory {
 
   std::deque<Step> done_;
   std::vector<Step> undone_;
-  std::size_t kept_ = 0;  // code units in the content of `done_`
+  std::size_t kept_ = 0;  // the cost of `done_`
   bool is_open_ = false;  // the last step may grow
 };
 

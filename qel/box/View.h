@@ -18,6 +18,10 @@ class View {
   View& operator=(const View&) = delete;
   virtual ~View() = default;
 
+  /// The host is about to change the box or its selection. The view first passes in what it holds
+  /// back, such as text that is still being composed.
+  virtual void settle() {}
+
   virtual void show(const Change& change) = 0;
   /// The selection has changed, or only the end of it at which the caret is.
   virtual void show_selection() = 0;

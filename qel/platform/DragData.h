@@ -33,20 +33,22 @@ class DragData {
   using Supply = std::function<void(DragData& data, std::int16_t format)>;
 
   /// Whether the data has that format, or was promised in it.
-  bool has(std::int16_t format) const { return forms_.contains(format); }
+  bool has(std::int16_t format) const { return values_.contains(format); }
   /// Whether it has a format that a box can take.
   bool is_text() const { return has(text_format) || has(rtf_format); }
+  /// Whether a box would take the same from both; nothing promised is asked for.
+  bool has_text_of(const DragData& other) const;
   /// The data in that format; empty when it has none. Promised data is asked for first.
   std::optional<std::u16string> get(std::int16_t format);
-  void put(std::int16_t format, std::u16string_view value) { forms_[format] = value; }
+  void put(std::int16_t format, std::u16string_view value) { values_[format] = value; }
   /// Announces the format without the data, which is supplied when somebody wants it.
-  void promise(std::int16_t format) { forms_[format] = std::nullopt; }
-  void clear() { forms_.clear(); }
+  void promise(std::int16_t format) { values_[format] = std::nullopt; }
+  void clear() { values_.clear(); }
   /// Supplies what was promised; set by the source.
   void put_supply(Supply supply) { supply_ = std::move(supply); }
 
  private:
-  std::map<std::int16_t, std::optional<std::u16string>> forms_;
+  std::map<std::int16_t, std::optional<std::u16string>> values_;
   Supply supply_;
 };
 

@@ -231,4 +231,16 @@ Document plain_document(std::u16string_view text, const CharFormat& format) {
   return document;
 }
 
+Document with_whole_breaks(Document document) {
+  for (std::size_t at = 0;; at += paragraph_break.size()) {
+    const std::u16string_view text = document.text();
+    at = find_any<u'\r', u'\n'>(text, at);
+    if (at == text.size()) return document;
+    if (text.substr(at, paragraph_break.size()) == paragraph_break) continue;
+    Document whole = plain_document(u"\n", document.format_at(at));
+    whole.align({0, 0}, document.alignment_at(at));
+    document.replace({at, at + 1}, std::move(whole));
+  }
+}
+
 }  // namespace qel::richtext

@@ -123,4 +123,8 @@ class Document {
 /// Plain text as a document in one format. CR LF, lone CR and lone LF all become breaks.
 Document plain_document(std::u16string_view text, const CharFormat& format);
 
+/// The document with breaks in place of lone CR and lone LF, which are characters of its
+/// paragraphs.
+Document with_whole_breaks(Document document);
+
 }  // namespace qel::richtext

@@ -1,8 +1,11 @@
 // How a box's view handles the keyboard.
 
+#include <QGuiApplication>
+#include <QInputMethod>
 #include <QInputMethodEvent>
 #include <QKeyEvent>
 #include <QTextBlock>
+#include <QTextLayout>
 
 #include "qel/base/Scoped.h"
 #include "qt/platform/BoxHandling.h"
@@ -11,6 +14,17 @@
 namespace qel::qt {
 
 using namespace keys;
+
+namespace {
+
+/// Whether the key is Shift, Ctrl or Alt.
+bool is_modifier(std::int16_t key_code) {
+  constexpr std::int16_t shift = 16;
+  constexpr std::int16_t alt = 18;
+  return key_code >= shift && key_code <= alt;
+}
+
+}  // namespace
 
 bool BoxView::event(QEvent* event) {
   if (box_ == nullptr) return QTextEdit::event(event);
@@ -68,6 +82,7 @@ void BoxView::keyPressEvent(QKeyEvent* event) {
     event->ignore();
     return;
   }
+  if (composes_ && !is_modifier(stroke.key_code)) complete_composition();
   Stroke left = stroke;
   box_->listener().on_key_down(left.key_code, left.shift);
   if (left.key_code == 0) return;
@@ -121,20 +136,42 @@ void BoxView::act_on_key(QKeyEvent* event, Stroke stroke) {
 
 void BoxView::compose(const QInputMethodEvent& event) {
   const Scoped showing(showing_, showing_ + 1);
-  QInputMethodEvent shown(event.preeditString(), event.attributes());
+  // The caret belongs to the box.
+  QList<QInputMethodEvent::Attribute> attributes = event.attributes();
+  attributes.removeIf([](const QInputMethodEvent::Attribute& attribute) {
+    return attribute.type == QInputMethodEvent::Selection;
+  });
+  QInputMethodEvent shown(event.preeditString(), attributes);
   QTextEdit::inputMethodEvent(&shown);
   composes_ = !event.preeditString().isEmpty();
 }
 
-void BoxView::end_composition() { compose({}); }
+/// What the input method has composed is no longer shown, and it begins anew.
+void BoxView::end_composition() {
+  compose({});
+  const Scoped showing(showing_, showing_ + 1);
+  if (hasFocus()) QGuiApplication::inputMethod()->reset();
+}
+
+/// Types what has been composed so far.
+void BoxView::complete_composition() {
+  const Handling handling(*this, Handling::Foreign::leave);
+  if (hasFocus()) QGuiApplication::inputMethod()->commit();
+  if (!composes_) return;
+  const QString composed = textCursor().block().layout()->preeditAreaText();
+  end_composition();
+  take_foreign_edit();
+  if (box_->may_edit()) keyboard_.type(view_of(composed));
+}
 
 void BoxView::inputMethodEvent(QInputMethodEvent* event) {
-  const Handling handling(*this);
   event->accept();
+  if (showing_ > 0 || box_ == nullptr) return;
+  const Handling handling(*this);
   if (!box_->may_edit()) return;
   const bool commits = !event->commitString().isEmpty() || event->replacementLength() > 0;
   if (commits) {
-    if (composes_) end_composition();
+    if (composes_) compose({});
     if (event->replacementLength() > 0) {
       const int start = textCursor().position() + event->replacementStart();
       const auto position = [this](int at) {
@@ -149,6 +186,8 @@ void BoxView::inputMethodEvent(QInputMethodEvent* event) {
     ensureCursorVisible();
   }
   if (event->preeditString().isEmpty() && !composes_) return;
+  // The listener may have ended editing.
+  if (!box_->may_edit()) return;
   // The composition replaces the selection, and both are undone together.
   if (!box_->selected().is_empty() && !event->preeditString().isEmpty()) {
     box_->erase(box_->selected().extent(), box::Box::Kind::typing);

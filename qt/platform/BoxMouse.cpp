@@ -32,6 +32,7 @@ std::size_t BoxView::position_at(QPoint point) const {
 
 void BoxView::mousePressEvent(QMouseEvent* event) {
   const Handling handling(*this);
+  settle();
   const QPoint point = event->position().toPoint();
   const bool on_selection = event->button() == Qt::LeftButton && is_on_selection(point);
   pressed_at_ = point;

@@ -2,8 +2,6 @@
 
 #include <QContextMenuEvent>
 #include <QFont>
-#include <QGuiApplication>
-#include <QInputMethod>
 #include <QMenu>
 #include <QMimeData>
 #include <QPalette>
@@ -84,6 +82,7 @@ BoxView::~BoxView() {
 
 void BoxView::close() {
   box_ = nullptr;
+  setEnabled(false);
   if (handling_ == 0) {
     delete this;
     return;
@@ -107,6 +106,12 @@ platform::Clipboard& BoxView::clipboard() { return QtPlatform::shared()->clipboa
 
 Color BoxView::text_color() const {
   return QtPlatform::system_color_value(QtPlatform::window_text);
+}
+
+void BoxView::settle() {
+  if (showing_ > 0) return;
+  if (composes_) complete_composition();
+  take_foreign_edit();
 }
 
 // Showing the box.
@@ -163,11 +168,8 @@ void BoxView::changeEvent(QEvent* event) {
 }
 
 void BoxView::show(const Change& change) {
-  if (std::exchange(composes_, false)) {
-    // Composed text would stay where it is while the text around it moves.
-    end_composition();
-    if (hasFocus()) QGuiApplication::inputMethod()->reset();
-  }
+  // Composed text would stay where it is while the text around it moves.
+  if (composes_) end_composition();
   const Scoped showing(showing_, showing_ + 1);
   const richtext::Document& content = box_->document();
   const bool is_new = change.kind == Change::Kind::everything;

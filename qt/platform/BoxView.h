@@ -39,6 +39,7 @@ class BoxView : public QTextEdit, public box::View {
   /// Does what the key does by itself, for menus.
   void run_command(std::int16_t key_code, std::int16_t shift);
 
+  void settle() override;
   void show(const box::Change& change) override;
   void show_selection() override;
   void show_appearance(const platform::BoxAppearance& before) override;
@@ -87,6 +88,7 @@ class BoxView : public QTextEdit, public box::View {
   void act_on_key(QKeyEvent* event, Stroke stroke);
   bool moves_natively(Stroke stroke) const;
   void end_composition();
+  void complete_composition();
   void compose(const QInputMethodEvent& event);
 
   bool is_on_selection(QPoint point) const;

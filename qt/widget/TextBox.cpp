@@ -234,7 +234,9 @@ QString TextBox::get_PlaceholderText() const {
 }
 
 void TextBox::put_PlaceholderText(const QString& Value) {
-  for (const auto& box : control_->boxes()) BoxView::of(*box)->setPlaceholderText(Value);
+  for (const auto& box : control_->boxes()) {
+    if (BoxView* const shown = BoxView::of(*box)) shown->setPlaceholderText(Value);
+  }
 }
 
 QSize TextBox::sizeHint() const {

@@ -98,6 +98,17 @@ class Display : public testing::Test {
   /// Does something that somebody else does, an assistive program for instance.
   void act_as_other(test::Random& random);
 
+  void compose(const char* text) {
+    QInputMethodEvent composes(QString::fromUtf8(text), {});
+    QCoreApplication::sendEvent(&view, &composes);
+  }
+  void commit(const char* text) {
+    QInputMethodEvent commits;
+    commits.setCommitString(QString::fromUtf8(text));
+    QCoreApplication::sendEvent(&view, &commits);
+  }
+  QString composed() const { return view.textCursor().block().layout()->preeditAreaText(); }
+
   static int number(test::Random& random, int below) {
     return static_cast<int>(random.below(static_cast<std::size_t>(below)));
   }
@@ -157,14 +168,10 @@ void Display::act_as_user(test::Random& random) {
       return QTest::keyClick(&view, Qt::Key_Z, Qt::ControlModifier);
     case 3:
       return QTest::keyClick(&view, Qt::Key_Y, Qt::ControlModifier);
-    case 4: {
-      QInputMethodEvent composes(QStringLiteral("compose"), {});
-      QCoreApplication::sendEvent(&view, &composes);
-      QInputMethodEvent commits;
-      if (random.one_in(2)) commits.setCommitString(QStringLiteral("\u5B57"));
-      QCoreApplication::sendEvent(&view, &commits);
-      return;
-    }
+    case 4:
+      compose("compose");
+      if (random.one_in(3)) act_as_host(random);
+      return commit(random.one_in(2) ? "\u5B57" : "");
     default: {
       const bool by_word = random.one_in(3);
       const bool selects = random.one_in(3);
@@ -205,6 +212,7 @@ TEST_F(Display, ShowsWhatIsInTheBox) {
         act_as_user(random);
       } else {
         act_as_other(random);
+        if (random.one_in(2)) act_as_host(random);
       }
       compare();
     }
@@ -228,13 +236,9 @@ TEST_F(Display, ShowsLargeChanges) {
 TEST_F(Display, TakesBackInOneStepWhatWasComposedOverASelection) {
   box->put_Text(u"one two");
   box->select(platform::Range{0, 3});
-  for (const QString& composed : {QStringLiteral("a"), QStringLiteral("ab")}) {
-    QInputMethodEvent composes(composed, {});
-    QCoreApplication::sendEvent(&view, &composes);
-  }
-  QInputMethodEvent commits;
-  commits.setCommitString(QStringLiteral("\u5B57"));
-  QCoreApplication::sendEvent(&view, &commits);
+  compose("a");
+  compose("ab");
+  commit("\u5B57");
   compare();
   EXPECT_EQ(box->text(), u"\u5B57 two");
   QTest::keyClick(&view, Qt::Key_Z, Qt::ControlModifier);
@@ -258,6 +262,57 @@ TEST_F(Display, RefusesEditsByOthersWhereTheUserMayNotEdit) {
   view.insertPlainText(QStringLiteral("ab"));
   compare();
   EXPECT_EQ(box->text(), u"abtext");
+}
+
+TEST_F(Display, KeepsWhatIsComposedWhenTheHostActs) {
+  struct Row {
+    const char* act;
+    void (*run)(box::Box& of);
+    std::u16string_view expected;
+  };
+  const Row rows[] = {{"selects",
+                       [](box::Box& of) {
+                         of.select({0, 0});
+                       },
+                       u"oneab"},
+                      {"inserts", [](box::Box& of) { of.put_SelText(u"x"); }, u"oneabx"},
+                      {"formats", [](box::Box& of) { of.put_SelBold(true); }, u"oneab"},
+                      {"ends editing",
+                       [](box::Box& of) {
+                         platform::BoxAppearance appearance = of.appearance();
+                         appearance.read_only = true;
+                         of.put_appearance(appearance);
+                       },
+                       u"oneab"}};
+  for (const Row& row : rows) {
+    SCOPED_TRACE(row.act);
+    box->put_Text(u"one");
+    box->select(platform::Range{3, 0});
+    compose("ab");
+    EXPECT_EQ(composed(), QStringLiteral("ab"));
+    row.run(*box);
+    EXPECT_EQ(composed(), QString());
+    compare();
+    EXPECT_EQ(box->text(), row.expected);
+  }
+  compose("c");
+  EXPECT_EQ(composed(), QString()) << "the text is read-only now";
+}
+
+TEST_F(Display, TakesEditsByOthersBeforeTheHostActs) {
+  const auto insert = [&] { QTextCursor(view.document()).insertText(QStringLiteral("X")); };
+  box->put_Text(u"abc");
+  box->select(platform::Range{3, 0});
+  insert();
+  box->put_SelText(u"y");
+  EXPECT_EQ(box->text(), u"Xabcy");
+  insert();
+  box->select(platform::Range{0, 2});
+  insert();
+  box->put_SelBold(true);
+  EXPECT_EQ(box->content(Scope::selection).text(), u"XX");
+  compare();
+  EXPECT_EQ(box->text(), u"XXXabcy");
 }
 
 }  // namespace
