@@ -7,6 +7,7 @@
 #include "qel/headless/BoxUser.h"
 #include "qel/headless/HeadlessPlatform.h"
 #include "qel/headless/PropertyBag.h"
+#include "qel/platform/Keys.h"
 #include "support/Form.h"
 #include "support/Text.h"
 
@@ -95,11 +96,45 @@ TEST_F(LargeEditor, EndsWithTheUsersError) {
   EXPECT_EQ(control.get_SelCharOffset(), 0) << "what was not edited is not put back";
 }
 
+TEST_F(LargeEditor, KeepsToWhatTheControlAllows) {
+  control.put_Enabled(false);
+  edit(u"a", {}, [&](EditorWindow& window) {
+    const auto may_edit = [&] { return !window.box()->appearance().read_only; };
+    EXPECT_FALSE(may_edit()) << "opened by the host";
+    control.put_AllowEdits(true);
+    EXPECT_FALSE(may_edit()) << "still disabled";
+    control.put_Enabled(true);
+    EXPECT_TRUE(may_edit());
+    control.put_AllowEdits(false);
+    EXPECT_FALSE(may_edit());
+    control.put_AllowEdits(true);
+    control.put_Enabled(false);
+    EXPECT_FALSE(may_edit());
+    EXPECT_TRUE(window.box()->appearance().enabled);
+  });
+}
+
+TEST_F(LargeEditor, PutsNoSecondLineIntoABoxForOne) {
+  const auto paste = [](EditorWindow& window) {
+    window.choose(u"mnuPaste");
+    press(window.box(), keys::insert_key, keys::shift_key);
+    window.press_ok();
+  };
+  platform->clipboard().put(u"a\r\nb", u"{\\rtf1 c\\par d}");
+  edit(u"", {}, paste);
+  EXPECT_EQ(control.get_Text(), u"c dc d");
+  control.put_Multiline(true);
+  platform->clipboard().put(u"a\r\nb", u"");
+  edit(u"", {}, paste);
+  EXPECT_EQ(control.get_Text(), u"a\r\nba\r\nb");
+}
+
 TEST_F(LargeEditor, LetsTheControlEndMeanwhile) {
   auto other = std::make_unique<QELTextbox>(form, platform);
   platform->put_user([&](EditorWindow& window) {
     other.reset();
     window.box()->put_SelText(u"x");
+    EXPECT_EQ(window.pane_text(), u"x");
     window.press_ok();
   });
   other->InvokeLargeEditor();

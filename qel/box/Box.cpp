@@ -261,9 +261,9 @@ bool Box::paste(platform::DragData& data) {
   if (!has_rtf && !text) return false;
   if (listener_->on_paste(data)) return true;
   const Extent extent = selection_.extent();
-  auto content = richtext::read_transfer(rtf, text, format_for(extent), !appearance_.multiline);
+  auto content = richtext::read_transfer(
+      rtf, text, format_for(extent), document_.alignment_at(extent.start), !appearance_.multiline);
   if (!content) return false;
-  if (!has_rtf) content->align({0, content->size()}, document_.alignment_at(extent.start));
   replace(extent, *std::move(content), Kind::other);
   return true;
 }

@@ -216,9 +216,7 @@ void Keyboard::cut() {
 
 void Keyboard::paste() {
   if (box_.clipboard() == nullptr) return;
-  platform::DragData data;
-  if (const auto rtf = box_.clipboard()->rtf()) data.put(platform::rtf_format, *rtf);
-  if (const auto text = box_.clipboard()->text()) data.put(platform::text_format, *text);
+  platform::DragData data = box_.clipboard()->data();
   box_.paste(data);
 }
 

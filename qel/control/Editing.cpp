@@ -358,13 +358,14 @@ void QELTextbox::InvokeLargeEditor() {
   }
   edited.content = CurrentRichTextBox()->content(platform::Scope::document);
   edited.selection = CurrentRichTextBox()->selection();
-  form.SetRTFParser(parser_);
   const platform::BoxAppearance here = CurrentRichTextBox()->appearance();
+  edited.is_one_line = !here.multiline;
+  form.SetRTFParser(parser_);
   platform::BoxAppearance there = form.RichTextBoxObj()->appearance();
   there.font_name = here.font_name;
   there.font_size = here.font_size;
   there.back_color = here.back_color;
-  there.read_only = here.read_only || !here.enabled;
+  there.read_only = !allow_edits_ || !enabled_;
   form.RichTextBoxObj()->put_appearance(there);
   form.SetText(edited);
   editor_box_ = form.RichTextBoxObj();
@@ -386,16 +387,13 @@ void QELTextbox::InvokeLargeEditor() {
 // The clipboard.
 
 void QELTextbox::PasteClipboardContents() {
-  const platform::Clipboard& clipboard = platform_->clipboard();
-  platform::DragData data;
-  if (const auto rtf = clipboard.rtf()) data.put(platform::rtf_format, *rtf);
-  if (const auto text = clipboard.text()) data.put(platform::text_format, *text);
+  platform::DragData data = platform_->clipboard().data();
   paste(*CurrentRichTextBox(), data);
 }
 
 namespace {
 
-std::u16string in_one_line(std::u16string text) {
+std::u16string with_single_blanks(std::u16string text) {
   for (const std::u16string_view blank : {u"\r\n", u"\r", u"\n", u"\t", u"  "}) {
     text = replace_all(std::move(text), blank, u" ");
   }
@@ -409,7 +407,7 @@ void QELTextbox::paste(platform::RichEdit& box, platform::DragData& data) {
   if (rtf) {
     if (!rtf->empty()) paste_rtf(box, *rtf);
   } else if (const auto text = data.get(platform::text_format)) {
-    box.put_SelText(in_one_line(*text));
+    box.put_SelText(with_single_blanks(*text));
   }
 }
 

@@ -12,6 +12,7 @@
 #include "qel/control/Conversion.h"
 #include "qel/model/ReservedColors.h"
 #include "qel/richtext/Document.h"
+#include "qel/richtext/DocumentReader.h"
 #include "qel/tables/QELIndexColors.h"
 #include "qel/tables/QELIndexFonts.h"
 #include "qel/text/DocumentCase.h"
@@ -70,12 +71,9 @@ void cut(const Target& target) {
   delete_selection(target);
 }
 
-void paste(const Target& target) {
-  if (const auto rtf = target.clipboard.rtf(); rtf && !rtf->empty()) {
-    target.box.put_SelRTF(*rtf);
-  } else if (const auto text = target.clipboard.text()) {
-    target.box.put_SelText(*text);
-  }
+void paste_clipboard(const Target& target) {
+  platform::DragData data = target.clipboard.data();
+  paste(target, data);
 }
 
 /// Makes one change of the box, which keeps all formats.
@@ -96,7 +94,7 @@ struct Command {
 constexpr Command commands[] = {
     {u"mnuCut", cut},
     {u"mnuCopy", copy},
-    {u"mnuPaste", paste},
+    {u"mnuPaste", paste_clipboard},
     {u"mnuDelete", delete_selection},
     {u"mnuBold", [](const Target& t) { toggle(t.box, &FormatChange::bold); }},
     {u"mnuItalic", [](const Target& t) { toggle(t.box, &FormatChange::italic); }},
@@ -146,6 +144,14 @@ const Check* find_check(std::u16string_view name) {
 }
 
 }  // namespace
+
+void paste(const Target& target, platform::DragData& data) {
+  const auto [format, alignment] = target.box.text_defaults(platform::Scope::selection);
+  auto content =
+      richtext::read_transfer(data.get(platform::rtf_format), data.get(platform::text_format),
+                              format, alignment, target.edited.is_one_line);
+  if (content) target.box.put_content(platform::Scope::selection, *std::move(content));
+}
 
 bool is_checked(std::u16string_view name, const Target& target) {
   const Check* const check = find_check(name);

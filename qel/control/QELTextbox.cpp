@@ -148,17 +148,27 @@ void QELTextbox::put_SelAlignment(std::int32_t Value) {
   site_.property_changed(u"SelAlignment");
 }
 
+void QELTextbox::show_what_is_allowed() {
+  change_boxes([this](BoxAppearance& box) {
+    box.read_only = !allow_edits_;
+    box.enabled = enabled_;
+  });
+  // The window of a disabled box could not be closed by its keys.
+  if (!editor_box_) return;
+  change_box(*editor_box_,
+             [this](BoxAppearance& box) { box.read_only = !allow_edits_ || !enabled_; });
+}
+
 void QELTextbox::put_AllowEdits(bool Value) {
-  const auto put = [Value](BoxAppearance& box) { box.read_only = !Value; };
-  change_boxes(put);
-  if (editor_box_) change_box(*editor_box_, put);
-  store(allow_edits_, Value, u"AllowEdits");
+  allow_edits_ = Value;
+  show_what_is_allowed();
+  site_.property_changed(u"AllowEdits");
 }
 
 void QELTextbox::put_Enabled(bool Value) {
   enabled_ = Value;
   site_.put_enabled(Value);
-  change_boxes([Value](BoxAppearance& box) { box.enabled = Value; });
+  show_what_is_allowed();
   compute_border_color();
   Refresh();
   site_.property_changed(u"Enabled");

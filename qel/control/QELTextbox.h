@@ -326,6 +326,7 @@ class QELTextbox {
   }
   Conversion conversion() const;
   void show_active_box();
+  void show_what_is_allowed();
   void compute_border_color();
 
   static constexpr std::int16_t raised = 45;

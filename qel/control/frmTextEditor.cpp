@@ -54,7 +54,7 @@ editor_commands::Target frmTextEditor::target() const {
   constexpr std::int32_t raised_pixels = 3;
   const auto offset =
       static_cast<std::int16_t>(raised_pixels * platform_.screen().twips_per_pixel_y);
-  return {box(), platform_.clipboard(), parser_, edited_, offset};
+  return {box(), platform_.clipboard(), parser_ ? &*parser_ : nullptr, edited_, offset};
 }
 
 bool frmTextEditor::is_checked(std::u16string_view command) const {
@@ -94,6 +94,11 @@ void frmTextEditor::on_key_press(std::int16_t& character) {
   const std::int16_t typed = character;
   events_.on_key_press(character);
   character = character_of(character, typed);
+}
+
+bool frmTextEditor::on_paste(platform::DragData& data) {
+  editor_commands::paste(target(), data);
+  return true;
 }
 
 void frmTextEditor::handle_key(std::int16_t& key_code, std::int16_t shift) {

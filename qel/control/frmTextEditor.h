@@ -3,6 +3,7 @@
 #include <array>
 #include <cstdint>
 #include <memory>
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -25,6 +26,7 @@ struct EditedText {
   platform::Range selection;
   std::array<std::u16string, 10> fonts;
   std::array<Color, 10> colors = {};
+  bool is_one_line = false;  ///< breaks that are pasted become blanks
 };
 
 /// A larger window, with menus, for editing the text of a control. It raises events to the control
@@ -39,8 +41,8 @@ class frmTextEditor : private platform::EditorListener, private platform::BoxLis
   ~frmTextEditor() override;
 
   const std::shared_ptr<platform::RichEdit>& RichTextBoxObj() const { return box_; }
-  /// Sets the parser for the form's own conversions, which must outlive the form.
-  void SetRTFParser(RTFParser& Parser) { parser_ = &Parser; }
+  /// Sets the parser for the form's own conversions.
+  void SetRTFParser(const RTFParser& Parser) { parser_ = Parser; }
   /// Loads the text, which Cancel, Undo and closing by the frame restore.
   void SetText(EditedText Text);
   /// The text as RTF.
@@ -65,6 +67,7 @@ class frmTextEditor : private platform::EditorListener, private platform::BoxLis
   void on_key_up(std::int16_t& key_code, std::int16_t& shift) override {
     events_.on_key_up(key_code, shift);
   }
+  bool on_paste(platform::DragData& data) override;
 
   void on_activate() override;
   void on_resize(std::int32_t width, std::int32_t height) override;
@@ -82,7 +85,7 @@ class frmTextEditor : private platform::EditorListener, private platform::BoxLis
   platform::BoxListener& events_;
   std::unique_ptr<platform::EditorWindow> window_;
   std::shared_ptr<platform::RichEdit> box_;
-  RTFParser* parser_ = nullptr;
+  std::optional<RTFParser> parser_;
   EditedText edited_;
   bool was_activated_ = false;
 };
