@@ -190,6 +190,18 @@ void BoxWindow::place() {
 
 // Showing the box, and taking over edits.
 
+/// Types what has been composed so far.
+void BoxWindow::settle() {
+  if (!composes_ || window_ == nullptr) return;
+  if (const HIMC input = ImmGetContext(window_)) {
+    ImmNotifyIME(input, NI_COMPOSITIONSTR, CPS_COMPLETE, 0);
+    ImmReleaseContext(window_, input);
+  }
+  if (!composes_) return;
+  composes_ = false;
+  take_composed_text();
+}
+
 void BoxWindow::show(const box::Change& change) {
   is_stale_ = composes_;
   if (window_ == nullptr || composes_) return;
@@ -219,16 +231,18 @@ void BoxWindow::take_from_window(BoxDisplay::Touch touch) {
   display_.show_selection();
 }
 
-/// The listener is told of its characters as if they were typed.
 void BoxWindow::take_foreign_text(BoxDisplay::Touch touch) {
   const auto edit = display_.take_text(touch);
   go_on_later();
-  if (!edit) return;
-  if (edit->text.empty()) {
-    box_.take_edit(edit->extent, {});
-    return;
-  }
-  if (box_.may_edit()) box_.put_selection({edit->extent.start, edit->extent.end});
+  if (edit) box_.take_edit(edit->extent, edit->text);
+}
+
+/// Types what was composed, which is in the window only.
+void BoxWindow::take_composed_text() {
+  const auto edit = display_.take_text(BoxDisplay::Touch::part);
+  go_on_later();
+  if (!edit || !box_.may_edit()) return;
+  box_.put_selection({edit->extent.start, edit->extent.end});
   keyboard_.type(replace_all(edit->text, u"\r\n", u"\r"));
 }
 
@@ -308,7 +322,7 @@ BoxWindow::Handled BoxWindow::compose(UINT message, WPARAM parameter, LPARAM dat
     display_.show_everything();
     go_on_later();
   } else {
-    take_from_window(BoxDisplay::Touch::part);
+    take_composed_text();
   }
   return result;
 }

@@ -16,8 +16,8 @@
 namespace qel::windows {
 
 /// A window of the system's rich edit class that shows a box, passes in what the user does, and
-/// moves the caret by lines. Text composed from several keys, or put into the window by other
-/// programs, is typed into the box.
+/// moves the caret by lines. Text composed from several keys is typed into the box; edits of the
+/// window by other programs become edits of the box.
 ///
 /// Of a long text with many formats the window shows the text at once, and then the formats from
 /// its beginning on, while it handles messages; a program that reads formats from it gets all.
@@ -32,6 +32,7 @@ class BoxWindow : public box::View {
   static std::shared_ptr<box::Box> create(HWND owner, platform::Clipboard& clipboard);
   ~BoxWindow() override;
 
+  void settle() override;
   void show(const box::Change& change) override;
   void show_selection() override;
   void show_appearance(const platform::BoxAppearance& before) override;
@@ -64,6 +65,7 @@ class BoxWindow : public box::View {
   void go_on_later();
   void take_from_window(BoxDisplay::Touch touch);
   void take_foreign_text(BoxDisplay::Touch touch);
+  void take_composed_text();
   bool is_enabled() const { return box_.appearance().enabled; }
 
   // Keys.
