@@ -35,13 +35,14 @@ CLIPFORMAT origin_format() {
   return static_cast<CLIPFORMAT>(format);
 }
 
-struct Form {
-  std::int16_t form;
-  CLIPFORMAT format;
+/// A format of data, and how the system knows it.
+struct Known {
+  std::int16_t format;
+  CLIPFORMAT native;
 };
 
-/// The formats that data can have, the best of each kind first.
-std::vector<Form> known_forms() {
+/// The best of each kind first.
+std::vector<Known> known_formats() {
   return {{rtf_format, static_cast<CLIPFORMAT>(rtf_clipboard_format())},
           {text_format, CF_UNICODETEXT},
           {text_format, CF_TEXT}};
@@ -51,9 +52,9 @@ FORMATETC in_memory(CLIPFORMAT format) {
   return {format, nullptr, DVASPECT_CONTENT, -1, TYMED_HGLOBAL};
 }
 
-bool is_in_memory(const FORMATETC& form) {
-  return (form.tymed & TYMED_HGLOBAL) != 0 && form.dwAspect == DVASPECT_CONTENT &&
-         (form.lindex == -1 || form.lindex == 0);
+bool is_in_memory(const FORMATETC& format) {
+  return (format.tymed & TYMED_HGLOBAL) != 0 && format.dwAspect == DVASPECT_CONTENT &&
+         (format.lindex == -1 || format.lindex == 0);
 }
 
 HGLOBAL block_of(const Origin& origin) {
@@ -67,8 +68,8 @@ HGLOBAL block_of(const Origin& origin) {
 class Medium {
  public:
   Medium(IDataObject& object, CLIPFORMAT format) {
-    FORMATETC form = in_memory(format);
-    has_ = SUCCEEDED(object.GetData(&form, &medium_));
+    FORMATETC asked = in_memory(format);
+    has_ = SUCCEEDED(object.GetData(&asked, &medium_));
   }
   Medium(const Medium&) = delete;
   Medium& operator=(const Medium&) = delete;
@@ -87,15 +88,15 @@ class Medium {
 };
 
 bool offers(IDataObject& object, CLIPFORMAT format) {
-  FORMATETC form = in_memory(format);
-  return object.QueryGetData(&form) == S_OK;
+  FORMATETC asked = in_memory(format);
+  return object.QueryGetData(&asked) == S_OK;
 }
 
 std::optional<std::u16string> get(IDataObject& object, std::int16_t wanted) {
-  for (const Form& form : known_forms()) {
-    if (form.form != wanted || !offers(object, form.format)) continue;
-    const Medium medium(object, form.format);
-    if (medium.block() != nullptr) return read_block(medium.block(), form.format);
+  for (const Known& known : known_formats()) {
+    if (known.format != wanted || !offers(object, known.native)) continue;
+    const Medium medium(object, known.native);
+    if (medium.block() != nullptr) return read_block(medium.block(), known.native);
   }
   return {};
 }
@@ -122,21 +123,21 @@ DataObject* DataObject::behind(IDataObject& object) {
 /// The data in that format, in a new block; null where there is none.
 HGLOBAL DataObject::block(CLIPFORMAT format) {
   if (format == origin_format()) return block_of({GetCurrentProcessId(), this});
-  for (const Form& form : known_forms()) {
-    if (form.format != format) continue;
-    const auto value = data_.get(form.form);
+  for (const Known& known : known_formats()) {
+    if (known.native != format) continue;
+    const auto value = data_.get(known.format);
     return value ? windows::block_of(*value, format) : nullptr;
   }
   return nullptr;
 }
 
-HRESULT DataObject::GetData(FORMATETC* form, STGMEDIUM* medium) noexcept {
-  if (form == nullptr || medium == nullptr) return E_POINTER;
+HRESULT DataObject::GetData(FORMATETC* format, STGMEDIUM* medium) noexcept {
+  if (format == nullptr || medium == nullptr) return E_POINTER;
   return guarded([&]() -> HRESULT {
     *medium = {};
-    const HRESULT result = QueryGetData(form);
+    const HRESULT result = QueryGetData(format);
     if (result != S_OK) return result;
-    const HGLOBAL block = this->block(form->cfFormat);
+    const HGLOBAL block = this->block(format->cfFormat);
     if (block == nullptr) return DV_E_FORMATETC;
     medium->tymed = TYMED_HGLOBAL;
     medium->hGlobal = block;
@@ -144,50 +145,50 @@ HRESULT DataObject::GetData(FORMATETC* form, STGMEDIUM* medium) noexcept {
   });
 }
 
-HRESULT DataObject::GetDataHere(FORMATETC* /*form*/, STGMEDIUM* /*medium*/) noexcept {
+HRESULT DataObject::GetDataHere(FORMATETC* /*format*/, STGMEDIUM* /*medium*/) noexcept {
   return DATA_E_FORMATETC;
 }
 
-HRESULT DataObject::QueryGetData(FORMATETC* form) noexcept {
-  if (form == nullptr) return E_POINTER;
+HRESULT DataObject::QueryGetData(FORMATETC* format) noexcept {
+  if (format == nullptr) return E_POINTER;
   return guarded([&]() -> HRESULT {
-    const std::vector<Form> forms = known_forms();
-    const bool has = form->cfFormat == origin_format() ||
-                     std::any_of(forms.begin(), forms.end(), [&](const Form& known) {
-                       return known.format == form->cfFormat && data_.has(known.form);
+    const std::vector<Known> formats = known_formats();
+    const bool has = format->cfFormat == origin_format() ||
+                     std::any_of(formats.begin(), formats.end(), [&](const Known& known) {
+                       return known.native == format->cfFormat && data_.has(known.format);
                      });
     if (!has) return DV_E_FORMATETC;
-    return is_in_memory(*form) ? S_OK : DV_E_TYMED;
+    return is_in_memory(*format) ? S_OK : DV_E_TYMED;
   });
 }
 
-HRESULT DataObject::GetCanonicalFormatEtc(FORMATETC* form, FORMATETC* out) noexcept {
-  if (form == nullptr || out == nullptr) return E_POINTER;
-  *out = *form;
+HRESULT DataObject::GetCanonicalFormatEtc(FORMATETC* format, FORMATETC* out) noexcept {
+  if (format == nullptr || out == nullptr) return E_POINTER;
+  *out = *format;
   out->ptd = nullptr;
   return DATA_S_SAMEFORMATETC;
 }
 
-HRESULT DataObject::SetData(FORMATETC* /*form*/, STGMEDIUM* /*medium*/,
+HRESULT DataObject::SetData(FORMATETC* /*format*/, STGMEDIUM* /*medium*/,
                             BOOL /*releases*/) noexcept {
   return E_NOTIMPL;
 }
 
-HRESULT DataObject::EnumFormatEtc(DWORD direction, IEnumFORMATETC** forms) noexcept {
-  if (forms == nullptr) return E_POINTER;
-  *forms = nullptr;
+HRESULT DataObject::EnumFormatEtc(DWORD direction, IEnumFORMATETC** formats) noexcept {
+  if (formats == nullptr) return E_POINTER;
+  *formats = nullptr;
   if (direction != DATADIR_GET) return E_NOTIMPL;
   return guarded([&] {
     std::vector<FORMATETC> offered;
-    for (const Form& form : known_forms()) {
-      if (data_.has(form.form)) offered.push_back(in_memory(form.format));
+    for (const Known& known : known_formats()) {
+      if (data_.has(known.format)) offered.push_back(in_memory(known.native));
     }
     offered.push_back(in_memory(origin_format()));
-    return SHCreateStdEnumFmtEtc(static_cast<UINT>(offered.size()), offered.data(), forms);
+    return SHCreateStdEnumFmtEtc(static_cast<UINT>(offered.size()), offered.data(), formats);
   });
 }
 
-HRESULT DataObject::DAdvise(FORMATETC* /*form*/, DWORD /*flags*/, IAdviseSink* /*sink*/,
+HRESULT DataObject::DAdvise(FORMATETC* /*format*/, DWORD /*flags*/, IAdviseSink* /*sink*/,
                             DWORD* /*connection*/) noexcept {
   return OLE_E_ADVISENOTSUPPORTED;
 }
@@ -200,12 +201,12 @@ HRESULT DataObject::EnumDAdvise(IEnumSTATDATA** /*connections*/) noexcept {
 
 DragData read_data_object(IDataObject& object) {
   DragData data;
-  for (const Form& form : known_forms()) {
-    if (offers(object, form.format)) data.promise(form.form);
+  for (const Known& known : known_formats()) {
+    if (offers(object, known.native)) data.promise(known.format);
   }
   const auto held = Pointer<IDataObject>(&object);
-  data.put_supply([held](DragData& promised, std::int16_t form) {
-    if (const auto value = get(*held, form)) promised.put(form, *value);
+  data.put_supply([held](DragData& promised, std::int16_t wanted) {
+    if (const auto value = get(*held, wanted)) promised.put(wanted, *value);
   });
   return data;
 }

@@ -23,16 +23,16 @@ class DataObject : public ComObject<IDataObject> {
   /// The source may go from now on: data that has not been supplied yet will not be.
   void end_supply() { data_.put_supply({}); }
 
-  HRESULT STDMETHODCALLTYPE GetData(FORMATETC* form, STGMEDIUM* medium) noexcept override;
-  HRESULT STDMETHODCALLTYPE GetDataHere(FORMATETC* form, STGMEDIUM* medium) noexcept override;
-  HRESULT STDMETHODCALLTYPE QueryGetData(FORMATETC* form) noexcept override;
-  HRESULT STDMETHODCALLTYPE GetCanonicalFormatEtc(FORMATETC* form,
+  HRESULT STDMETHODCALLTYPE GetData(FORMATETC* format, STGMEDIUM* medium) noexcept override;
+  HRESULT STDMETHODCALLTYPE GetDataHere(FORMATETC* format, STGMEDIUM* medium) noexcept override;
+  HRESULT STDMETHODCALLTYPE QueryGetData(FORMATETC* format) noexcept override;
+  HRESULT STDMETHODCALLTYPE GetCanonicalFormatEtc(FORMATETC* format,
                                                   FORMATETC* out) noexcept override;
-  HRESULT STDMETHODCALLTYPE SetData(FORMATETC* form, STGMEDIUM* medium,
+  HRESULT STDMETHODCALLTYPE SetData(FORMATETC* format, STGMEDIUM* medium,
                                     BOOL releases) noexcept override;
   HRESULT STDMETHODCALLTYPE EnumFormatEtc(DWORD direction,
-                                          IEnumFORMATETC** forms) noexcept override;
-  HRESULT STDMETHODCALLTYPE DAdvise(FORMATETC* form, DWORD flags, IAdviseSink* sink,
+                                          IEnumFORMATETC** formats) noexcept override;
+  HRESULT STDMETHODCALLTYPE DAdvise(FORMATETC* format, DWORD flags, IAdviseSink* sink,
                                     DWORD* connection) noexcept override;
   HRESULT STDMETHODCALLTYPE DUnadvise(DWORD connection) noexcept override;
   HRESULT STDMETHODCALLTYPE EnumDAdvise(IEnumSTATDATA** connections) noexcept override;

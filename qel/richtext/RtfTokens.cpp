@@ -30,12 +30,12 @@ void RtfScanner::skip_plain_text() { at_ = find_any<u'\\', u'{', u'}'>(rtf_, at_
 ControlWord RtfScanner::control_word() {
   ControlWord word;
   const std::size_t start = at_;
-  bool known_form = true;
+  bool is_known = true;
   for (; !at_end() && is_letter(peek()); ++at_) {
-    known_form = known_form && peek() >= u'a';
+    is_known = is_known && peek() >= u'a';
     word.key = word.key << 5U | static_cast<WordKey>(peek() - u'a' + 1);
   }
-  if (!known_form || at_ - start > longest_word) word.key = no_word;
+  if (!is_known || at_ - start > longest_word) word.key = no_word;
   word.parameter = parameter();
   if (!at_end() && peek() == u' ') ++at_;
   return word;

@@ -24,28 +24,28 @@ class VisibleText::Collector : public RtfSink {
     const std::u16string_view rtf = visible_.rtf_;
     const std::less<> before;
     if (!before(text.data(), rtf.data()) && before(text.data(), rtf.data() + rtf.size())) {
-      add(text, static_cast<std::size_t>(text.data() - rtf.data()), Form::plain);
+      add(text, static_cast<std::size_t>(text.data() - rtf.data()), Spelling::plain);
       return;
     }
-    Form form = form_of(rtf.substr(token_), text);
+    Spelling spelling = spelling_of(rtf.substr(token_), text);
     auto& pieces = visible_.pieces_;
     if (!pieces.empty() && pieces.back().position == token_) {
       // One word gave several characters, or released bytes that were waiting.
-      pieces.back().form = form = Form::fixed;
+      pieces.back().spelling = spelling = Spelling::fixed;
     }
-    add(text, token_, form);
+    add(text, token_, spelling);
   }
 
   void paragraph_break(FormatId /*format*/, Alignment /*alignment*/) override {
-    add(u"\n", token_, Form::fixed);
+    add(u"\n", token_, Spelling::fixed);
   }
 
   void finish(Alignment /*alignment*/) override {}
 
  private:
-  void add(std::u16string_view text, std::size_t position, Form form) {
+  void add(std::u16string_view text, std::size_t position, Spelling spelling) {
     visible_.text_.append(text);
-    visible_.pieces_.push_back({position, text.size(), form});
+    visible_.pieces_.push_back({position, text.size(), spelling});
   }
 
   VisibleText& visible_;
@@ -54,24 +54,25 @@ class VisibleText::Collector : public RtfSink {
 
 VisibleText::VisibleText(std::u16string_view rtf) : rtf_(rtf) { Collector(*this).read(); }
 
-/// The form of a `text` that is not there literally. A token that only ended the wait for the rest
-/// of a character, or completed one of several bytes, is not a form of the text.
-VisibleText::Form VisibleText::form_of(std::u16string_view token, std::u16string_view text) {
+/// The spelling of a `text` that is not there literally. A token that only ended the wait for the
+/// rest of a character, or completed one of several bytes, is not a spelling of the text.
+VisibleText::Spelling VisibleText::spelling_of(std::u16string_view token,
+                                               std::u16string_view text) {
   RtfScanner scanner(token);
   if (text.size() != 1 || scanner.at_end() || scanner.next() != u'\\' || scanner.at_end()) {
-    return Form::fixed;
+    return Spelling::fixed;
   }
   if (scanner.peek() == u'\'') {
     scanner.skip(1);
     const int byte = scanner.hex_byte();
     const bool is_western =
         byte >= 0 && decode_western(static_cast<std::uint8_t>(byte)) == text.front();
-    return is_western ? Form::byte : Form::fixed;
+    return is_western ? Spelling::byte : Spelling::fixed;
   }
   const ControlWord word = scanner.control_word();
   const bool is_unicode = word.key == word_key("u") && word.parameter.given &&
                           static_cast<char16_t>(word.parameter.value) == text.front();
-  return is_unicode ? Form::unicode : Form::fixed;
+  return is_unicode ? Spelling::unicode : Spelling::fixed;
 }
 
 /// Appends the piece with the characters of `text` to `out`, and returns the position in the RTF
@@ -79,11 +80,11 @@ VisibleText::Form VisibleText::form_of(std::u16string_view token, std::u16string
 std::size_t VisibleText::write(std::u16string& out, const Piece& piece,
                                std::u16string_view text) const {
   constexpr std::size_t prefix = 2;  // "\'" or "\u"
-  if (piece.form == Form::plain) {
+  if (piece.spelling == Spelling::plain) {
     out.append(text);
     return piece.position + text.size();
   }
-  if (piece.form == Form::byte) {
+  if (piece.spelling == Spelling::byte) {
     const auto byte = encode_western(text.front());
     if (!byte) return piece.position;
     append_hex_escape(out, *byte);
@@ -102,7 +103,8 @@ std::u16string VisibleText::with(std::u16string_view text) const {
   std::size_t at = 0;
   for (const Piece& piece : pieces_) {
     const std::u16string_view wanted = text.substr(at, piece.length);
-    const bool stays = piece.form == Form::fixed || text_.compare(at, piece.length, wanted) == 0;
+    const bool stays =
+        piece.spelling == Spelling::fixed || text_.compare(at, piece.length, wanted) == 0;
     at += piece.length;
     if (stays) continue;
     out.append(rtf_, kept, piece.position - kept);

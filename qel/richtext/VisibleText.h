@@ -27,15 +27,15 @@ class VisibleText {
  private:
   class Collector;
 
-  enum class Form : std::uint8_t { plain, byte, unicode, fixed };
-  /// Characters that are written in the RTF in one form.
+  enum class Spelling : std::uint8_t { plain, byte, unicode, fixed };
+  /// Characters that are written in the RTF in one way.
   struct Piece {
     std::size_t position = 0;
     std::size_t length = 0;  ///< of the text
-    Form form = Form::fixed;
+    Spelling spelling = Spelling::fixed;
   };
 
-  static Form form_of(std::u16string_view token, std::u16string_view text);
+  static Spelling spelling_of(std::u16string_view token, std::u16string_view text);
   std::size_t write(std::u16string& out, const Piece& piece, std::u16string_view text) const;
 
   std::u16string_view rtf_;

@@ -19,18 +19,18 @@ using windows::Pointer;
 /// Data of another program, or an object that the system puts in place of `behind`.
 class ForeignObject : public ComObject<IDataObject> {
  public:
-  explicit ForeignObject(std::map<UINT, std::string> forms, IDataObject* behind = nullptr)
-      : forms_(std::move(forms)), behind_(Pointer<IDataObject>(behind)) {}
+  explicit ForeignObject(std::map<UINT, std::string> formats, IDataObject* behind = nullptr)
+      : formats_(std::move(formats)), behind_(Pointer<IDataObject>(behind)) {}
 
-  static Pointer<ForeignObject> create(std::map<UINT, std::string> forms,
+  static Pointer<ForeignObject> create(std::map<UINT, std::string> formats,
                                        IDataObject* behind = nullptr) {
-    return Pointer<ForeignObject>::adopted(new ForeignObject(std::move(forms), behind));
+    return Pointer<ForeignObject>::adopted(new ForeignObject(std::move(formats), behind));
   }
 
-  HRESULT STDMETHODCALLTYPE GetData(FORMATETC* form, STGMEDIUM* medium) noexcept override {
-    if (behind_) return behind_->GetData(form, medium);
-    const auto found = forms_.find(form->cfFormat);
-    if (found == forms_.end()) return DV_E_FORMATETC;
+  HRESULT STDMETHODCALLTYPE GetData(FORMATETC* format, STGMEDIUM* medium) noexcept override {
+    if (behind_) return behind_->GetData(format, medium);
+    const auto found = formats_.find(format->cfFormat);
+    if (found == formats_.end()) return DV_E_FORMATETC;
     ++reads;
     *medium = {};
     medium->tymed = TYMED_HGLOBAL;
@@ -39,9 +39,9 @@ class ForeignObject : public ComObject<IDataObject> {
     GlobalUnlock(medium->hGlobal);
     return S_OK;
   }
-  HRESULT STDMETHODCALLTYPE QueryGetData(FORMATETC* form) noexcept override {
-    if (behind_) return behind_->QueryGetData(form);
-    return forms_.contains(form->cfFormat) ? S_OK : DV_E_FORMATETC;
+  HRESULT STDMETHODCALLTYPE QueryGetData(FORMATETC* format) noexcept override {
+    if (behind_) return behind_->QueryGetData(format);
+    return formats_.contains(format->cfFormat) ? S_OK : DV_E_FORMATETC;
   }
   HRESULT STDMETHODCALLTYPE GetDataHere(FORMATETC*, STGMEDIUM*) noexcept override {
     return E_NOTIMPL;
@@ -64,7 +64,7 @@ class ForeignObject : public ComObject<IDataObject> {
   int reads = 0;
 
  private:
-  std::map<UINT, std::string> forms_;
+  std::map<UINT, std::string> formats_;
   Pointer<IDataObject> behind_;
 };
 
