@@ -1,4 +1,4 @@
-# Installs the library with what others need to find it: a CMake package and a pkg-config file.
+# Installs the library with what others need to find it: a CMake package and pkg-config files.
 
 include(CMakePackageConfigHelpers)
 
@@ -19,7 +19,14 @@ else()
 endif()
 cmake_path(APPEND QEL_PC_LIBDIR "\${prefix}" "${CMAKE_INSTALL_LIBDIR}")
 cmake_path(APPEND QEL_PC_INCLUDEDIR "\${prefix}" "${CMAKE_INSTALL_INCLUDEDIR}")
-configure_file(cmake/qel.pc.in "${PROJECT_BINARY_DIR}/qel.pc" @ONLY)
+set(modules qel)
+if(QEL_HAS_QT)
+  list(APPEND modules qel-qt)
+endif()
+foreach(module IN LISTS modules)
+  configure_file(cmake/${module}.pc.in "${PROJECT_BINARY_DIR}/${module}.pc" @ONLY)
+  install(FILES "${PROJECT_BINARY_DIR}/${module}.pc" DESTINATION "${pkgconfig_dir}")
+endforeach()
 
 install(
   TARGETS qel
@@ -27,9 +34,9 @@ install(
   RUNTIME DESTINATION "${CMAKE_INSTALL_BINDIR}"
   LIBRARY DESTINATION "${CMAKE_INSTALL_LIBDIR}"
   ARCHIVE DESTINATION "${CMAKE_INSTALL_LIBDIR}"
-  INCLUDES DESTINATION "${CMAKE_INSTALL_INCLUDEDIR}")
+  FILE_SET HEADERS DESTINATION "${CMAKE_INSTALL_INCLUDEDIR}"
+  FILE_SET generated_headers DESTINATION "${CMAKE_INSTALL_INCLUDEDIR}")
 install(EXPORT QELTargets NAMESPACE QEL:: DESTINATION "${package_dir}")
 install(FILES "${PROJECT_BINARY_DIR}/QELConfig.cmake" "${PROJECT_BINARY_DIR}/QELConfigVersion.cmake"
         DESTINATION "${package_dir}")
-install(FILES "${PROJECT_BINARY_DIR}/qel.pc" DESTINATION "${pkgconfig_dir}")
 install(FILES LICENSE DESTINATION "${CMAKE_INSTALL_DOCDIR}")

@@ -1,7 +1,7 @@
 #!/usr/bin/env bash
-# Builds and runs the consumer next to this script in the three ways the library can be used:
-# find_package and pkg-config on a tree installed from BUILD, add_subdirectory on the sources,
-# there as a shared library.
+# Installs BUILD, and builds and runs the consumer next to this script on the installed tree, with
+# find_package and with pkg-config; compiles it with add_subdirectory on the sources too. Whatever the
+# consumer does not include is no public header, so it must not have been installed.
 # Usage: run.sh CMAKE BUILD COMPILER [CONFIG]
 set -euo pipefail
 
@@ -9,32 +9,42 @@ cmake=$1 build=$2 compiler=$3 config=${4:-}
 here=$(cd "$(dirname "${BASH_SOURCE[0]}")" && pwd)
 work=$(mktemp -d)
 trap 'rm -rf "$work"' EXIT
+cd "$work"
+CMAKE_GENERATOR=$(sed -n 's/^CMAKE_GENERATOR:INTERNAL=//p' "$build/CMakeCache.txt")
+export CMAKE_GENERATOR QT_QPA_PLATFORM=offscreen
 
-build_consumer() {
-  local way=$1
-  shift
-  "$cmake" -S "$here" -B "$work/$way" -DCMAKE_CXX_COMPILER="$compiler" "$@"
-  "$cmake" --build "$work/$way" --parallel 2
+configure_consumer() {
+  "$cmake" -S "$here" -B "$1" -DCMAKE_CXX_COMPILER="$compiler" "${@:2}"
 }
 
 echo "== install =="
-"$cmake" --install "$build" --prefix "$work/installed" ${config:+--config "$config"}
+"$cmake" --install "$build" --prefix installed ${config:+--config "$config"}
 # What is found must not depend on where the tree was installed first.
-mv "$work/installed" "$work/prefix"
+mv installed prefix
+packages=$(dirname "$(find "$work/prefix" -name qel.pc)")
+export PKG_CONFIG_PATH=$packages LD_LIBRARY_PATH=${packages%/*}
 
 echo "== find_package =="
-build_consumer find_package -DCMAKE_PREFIX_PATH="$work/prefix" -DCMAKE_BUILD_TYPE=Debug
-"$work/find_package/consumer"
-if [[ -x $work/find_package/widget ]]; then
-  (cd "$work" && QT_QPA_PLATFORM=offscreen "$work/find_package/widget")
-fi
+configure_consumer find_package -DCMAKE_PREFIX_PATH="$work/prefix" -DCMAKE_BUILD_TYPE=Debug
+"$cmake" --build find_package --parallel 2
+find_package/consumer
+[[ ! -x find_package/widget ]] || find_package/widget
 
 echo "== pkg-config =="
-pc=$(find "$work/prefix" -name qel.pc)
-read -ra flags <<<"$(PKG_CONFIG_PATH=$(dirname "$pc") pkg-config --cflags --libs --static qel)"
-"$compiler" -std=c++20 "$here/main.cpp" -o "$work/by_pkg_config" "${flags[@]}"
-LD_LIBRARY_PATH=$(dirname "$(dirname "$pc")") "$work/by_pkg_config"
+consume() {
+  local flags
+  read -ra flags <<<"$(pkg-config --cflags --libs --static "$2")"
+  "$compiler" -std=c++20 -fPIC -MMD -MF "$2.d" "$here/$1.cpp" -o "by_$2" "${flags[@]}"
+  "./by_$2"
+}
+consume main qel &
+[[ ! -f $packages/qel-qt.pc ]] || consume widget qel-qt
+wait $!
+
+echo "== what is installed =="
+included=$(sed 's/[: \\]/\n/g' ./*.d | sed -n 's|.*/prefix/.*\(include/qel/.*\)|prefix/\1|p' | sort -u)
+diff <(echo "$included") <(find prefix -type f | grep -vE '^prefix/(bin|lib[0-9]*|share)/' | sort)
 
 echo "== add_subdirectory =="
-build_consumer add_subdirectory -DQEL_SOURCE_DIR="$here/../.." -DBUILD_SHARED_LIBS=ON
-"$work/add_subdirectory/consumer"
+configure_consumer add_subdirectory -DQEL_SOURCE_DIR="$here/../.."
+"$cmake" --build add_subdirectory --target compiled

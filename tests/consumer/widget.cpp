@@ -1,6 +1,7 @@
 #include <QApplication>
 #include <QSettings>
 
+#include "qel/qt/PainterCanvas.h"
 #include "qel/qt/PropertyBags.h"
 #include "qel/qt/QtPlatform.h"
 #include "qel/qt/TextBox.h"
