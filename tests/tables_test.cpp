@@ -33,8 +33,9 @@ TEST(Records, ConvertWholeNumbersOnly) {
   EXPECT_EQ(to_integer16(u"3.5"), 4);
   EXPECT_EQ(to_integer16(u"-32768.4"), -32768);
   EXPECT_EQ(to_integer16(u"1e3"), 1000);
-  for (const auto* bad :
-       {u"", u" ", u"32768", u"1 2", u"0x10", u"nan", u"inf", u"+-1", u"1e999", u"\u0663"}) {
+  EXPECT_EQ(to_integer16(u"4e-320"), 0);
+  for (const auto* bad : {u"", u" ", u"32768", u"1 2", u"0x10", u"nan", u"inf", u"+-1", u"++1",
+                          u"1.5.2", u"1e", u"1e999", u"1e-999", u"\u0663"}) {
     EXPECT_FALSE(to_integer16(bad)) << test::shown(bad);
   }
   EXPECT_EQ(to_single(u".5"), 0.5F);

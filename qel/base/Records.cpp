@@ -4,6 +4,8 @@
 #include <charconv>
 #include <cmath>
 #include <limits>
+#include <locale>
+#include <string>
 
 #include "qel/base/CaseMapping.h"
 
@@ -45,20 +47,43 @@ std::vector<std::u16string_view> split(std::u16string_view text, std::u16string_
   return pieces;
 }
 
+namespace {
+
+/// The number that all of the text is, which has neither blanks nor a plus at its beginning.
+#ifdef __cpp_lib_to_chars
+std::optional<double> read_decimal(const std::string& text) {
+  const char* const end_of_text = text.data() + text.size();
+  double value = 0;
+  const auto [end, error] = std::from_chars(text.data(), end_of_text, value);
+  if (error != std::errc() || end != end_of_text) return {};
+  return value;
+}
+#else
+// The standard library reads only integers this way. Its streams may drop digits of long numbers.
+std::optional<double> read_decimal(const std::string& text) {
+  static const locale_t without_customs = newlocale(LC_ALL_MASK, "C", nullptr);
+  char* end = nullptr;
+  const double value = strtod_l(text.c_str(), &end, without_customs);
+  if (end != text.c_str() + text.size() || std::isinf(value)) return {};
+  // Too small for any number but 0.
+  const auto mantissa = std::string_view(text).substr(0, text.find_first_of("eE"));
+  if (value == 0 && mantissa.find_first_of("123456789") != std::string_view::npos) return {};
+  return value;
+}
+#endif
+
+}  // namespace
+
 std::optional<double> to_number(std::u16string_view text) {
   text = without_blanks_around(text);
   if (!text.empty() && text.front() == u'+') {
     text.remove_prefix(1);
-    if (!text.empty() && text.front() == u'-') return {};
+    if (!text.empty() && (text.front() == u'+' || text.front() == u'-')) return {};
   }
   if (text.empty() || text.find_first_not_of(u"0123456789+-.eE") != std::u16string_view::npos) {
     return {};
   }
-  const std::string ascii(text.begin(), text.end());
-  double value = 0;
-  const auto [end, error] = std::from_chars(ascii.data(), ascii.data() + ascii.size(), value);
-  if (error != std::errc() || end != ascii.data() + ascii.size()) return {};
-  return value;
+  return read_decimal(std::string(text.begin(), text.end()));
 }
 
 std::optional<float> to_single(std::u16string_view text) {
