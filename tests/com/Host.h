@@ -160,12 +160,6 @@ class Form {
     EnumChildWindows(window_, find_box, reinterpret_cast<LPARAM>(&found));
     return found;
   }
-  std::wstring shown() const {
-    std::wstring text(1000, L'\0');
-    text.resize(static_cast<std::size_t>(GetWindowTextW(box(), text.data(), 1000)));
-    return text;
-  }
-
   std::wstring markup() const {
     BSTR text = nullptr;
     control_->get_TextQEL(&text);

@@ -18,24 +18,12 @@ class Control : public testing::Test {
   Component component_;
 };
 
-TEST_F(Control, LivesInAForeignWindow) {
+TEST_F(Control, ActsOnShortcutsAndTellsItsHost) {
   Form form(component_);
   ASSERT_TRUE(form.control());
-  form.put_markup(L"one /b1two/b0");
-  EXPECT_EQ(form.shown(), L"one two");
-  SetFocus(form.box());
-  press(VK_END);
-  type(L" Three");
-  EXPECT_EQ(form.markup(), L"one /b1two Three/b0");
-  form->put_Multiline(VARIANT_TRUE);
-  EXPECT_EQ(form.shown(), L"");
   OLE_HANDLE window = 0;
   form->get_hWnd(&window);
   EXPECT_TRUE(IsChild(form.window(), reinterpret_cast<HWND>(static_cast<INT_PTR>(window))));
-}
-
-TEST_F(Control, ActsOnShortcutsAndTellsItsHost) {
-  Form form(component_);
   std::vector<DISPID> events;
   bool cancels = false;
   Called sink;
@@ -143,38 +131,6 @@ TEST_F(Control, AsksAndTellsWhoIsBoundToIt) {
   EXPECT_EQ(sink.changed, (std::vector<DISPID>{DISPID_TEXT, DISPID_VALUE})) << "typing tells, too";
 }
 
-/// What the user of a large editor does, as soon as there is one.
-std::function<void(HWND)> editor_user;
-void CALLBACK act_in_editor(HWND, UINT, UINT_PTR timer, DWORD) {
-  const HWND editor = FindWindowW(L"QELTextEditor", nullptr);
-  if (editor == nullptr || IsWindowVisible(editor) == FALSE) return;
-  KillTimer(nullptr, timer);
-  editor_user(editor);
-}
-
-TEST_F(Control, OpensItsLargeEditor) {
-  Form form(component_);
-  form->put_ShowEditorOnShiftF2(VARIANT_TRUE);
-  form.put_markup(L"draft");
-  SetFocus(form.box());
-  std::wstring meanwhile;
-  BOOL is_form_enabled = TRUE;
-  editor_user = [&](HWND editor) {
-    is_form_enabled = IsWindowEnabled(GetParent(form.window()));
-    press(VK_END);
-    type(L" two");
-    meanwhile = form.markup();
-    SendMessageW(editor, WM_COMMAND, IDOK, reinterpret_cast<LPARAM>(GetDlgItem(editor, IDOK)));
-  };
-  SetTimer(nullptr, 0, 20, act_in_editor);
-  press(VK_F2, {VK_SHIFT});
-  EXPECT_FALSE(is_form_enabled) << "the editor is modal";
-  EXPECT_EQ(meanwhile, L"draft two");
-  EXPECT_EQ(form.markup(), L"draft two");
-  EXPECT_EQ(form.shown(), L"draft two");
-  EXPECT_TRUE(IsWindowEnabled(GetParent(form.window())));
-}
-
 TEST_F(Control, OutlivesTheWindowOfItsHost) {
   Form form(component_);
   form.put_markup(L"a/b1b/b0");
@@ -240,46 +196,6 @@ TEST_F(Control, AsksItsHostWhetherItIsBeingDesigned) {
     EXPECT_EQ(taken(rtf).empty(), !is_run_time);
     object->SetClientSite(nullptr);
   }
-}
-
-/// How many pixels of a drawing are not white, and what the first one is.
-struct Drawing {
-  int inked = 0;
-  COLORREF corner = 0;
-};
-Drawing draw(IUnknown& control, int width, int height) {
-  const HDC context = CreateCompatibleDC(nullptr);
-  const HDC screen = GetDC(nullptr);
-  const HBITMAP bitmap = CreateCompatibleBitmap(screen, width, height);
-  const HGDIOBJ before = SelectObject(context, bitmap);
-  const RECTL bounds = {0, 0, width, height};
-  const auto view = Pointer<IUnknown>(&control).as<IViewObject>();
-  EXPECT_EQ(view->Draw(DVASPECT_CONTENT, -1, nullptr, nullptr, nullptr, context, &bounds, nullptr,
-                       nullptr, 0),
-            S_OK);
-  Drawing drawing;
-  drawing.corner = GetPixel(context, 0, 0);
-  for (int y = 3; y < height - 3; ++y) {
-    for (int x = 3; x < width - 3; ++x) {
-      drawing.inked += GetPixel(context, x, y) != RGB(255, 255, 255) ? 1 : 0;
-    }
-  }
-  SelectObject(context, before);
-  DeleteObject(bitmap);
-  ReleaseDC(nullptr, screen);
-  DeleteDC(context);
-  return drawing;
-}
-
-TEST_F(Control, DrawsItselfWhereItsHostWants) {
-  Form form(component_);
-  form->put_BackColor(RGB(255, 255, 255));
-  const Drawing empty = draw(*form.control(), 380, 160);
-  EXPECT_EQ(empty.corner, RGB(127, 157, 185));
-  form.put_markup(L"Some text to be seen");
-  const Drawing full = draw(*form.control(), 380, 160);
-  EXPECT_GT(full.inked, empty.inked + 100);
-  EXPECT_GT(draw(*form.control(), 190, 80).inked, 20) << "at half the size";
 }
 
 TEST_F(Control, LeavesKeysToItsHostThatLeadOut) {

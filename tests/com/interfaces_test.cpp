@@ -1,144 +1,14 @@
-// What the type library says of the interfaces, and that the objects do it.
+// Every member that the type library describes, called with whatever a host may pass.
 #include <gtest/gtest.h>
 #include <qelcom.h>
 
 #include <functional>
-#include <map>
 #include <vector>
 
 #include "com/Component.h"
 
 namespace qel::com::test {
 namespace {
-
-/// One line for each class, in the order of the interface: `Name:type` is a property that is read
-/// and written, `Name.type` one that is only read, `Name=type` one that is only written, with its
-/// indexes in brackets; `Name(types)type` is a method. The types: s text, i 16 bits, l 32 bits,
-/// f single, b Boolean, c colour, e enumeration, v variant, V variant by reference, d any object,
-/// u enumerator, <Class>; "?" may be left out, "?-1" has that default.
-const std::map<std::wstring, std::wstring> interfaces = {
-    {L"IiStyle",
-     L"Name:s Size:f Bold:b Italic:b Underline:b SmallCaps:b StrikeThru:b Superscript:b "
-     L"Subscript:b FontID:i ColorID:i TitleCase:b Unicode:b Ignored:b Hidden:b Note:b "
-     L"OnCodes(<iStyle>)s OffCodes(<iStyle>)s DifferentOnCodes(<iStyle><iStyle>)s "
-     L"DifferentOffCodes(<iStyle><iStyle>)s All:s Initialize() v6OnCodes(<iStyle>)s "
-     L"v6OffCodes(<iStyle>)s v6DifferentOnCodes(<iStyle><iStyle>)s "
-     L"v6DifferentOffCodes(<iStyle><iStyle>)s"},
-    {L"ISegment", L"Text:s Style.<iStyle>"},
-    {L"ISegmentCollection",
-     L"Add(s<iStyle>)<Segment> Count.l IndexOf(<Segment>)l InsertBefore(s<iStyle>l)<Segment> "
-     L"InsertAfter(s<iStyle>l)<Segment> Clear() Item(l).<Segment> Remove(l) _NewEnum.u"},
-    {L"IStyleDecoder",
-     L"QELText:s SetQELText(sl) Segments.<SegmentCollection> SegmentCount.l SegmentText(l)s "
-     L"SegmentStyle(l)<iStyle> IsQELCode(se?0)b GetQELText(lbb)s GetQELTextv6(lbb)s QELTextv6.s "
-     L"QELTextWithoutIgnored.s Text.s SetCustomCodes(s) TextCustom.s OnCodes(<iStyle>s?)s "
-     L"OffCodes(<iStyle>s?)s CustomOffCodes(<iStyle>s?)s DivideSegmentsGivenSelStartAndLength(ii) "
-     L"GetSegmentIndexGivenStartAndLength(iiV)i GetSegmentGivenStartAndLength(ii)<Segment> "
-     L"ApplyStyleToText(ii<iStyle>) ApplyAttributeToSegmentedText(iilb) Words.<WordCollection> "
-     L"WordCount.l WordText(l)s WordSegmentCount(l)l WordSegment(ll)<Segment> "
-     L"WordSegmentIndex(ll)l TrimStr(s)s LTrimStr(s)s RTrimStr(s)s RemoveLeadingPunctuation(s)s "
-     L"RemoveTrailingPunctuation(s)s"},
-    {L"IWord", L"Text.s SegmentCount()l Segment(l)<Segment> SegmentIndex(l)l"},
-    {L"IWordCollection", L"Count.l Item(l).<Word> _NewEnum.u"},
-    {L"IcReplaceData",
-     L"DontChangeStyle:b DontChangeFont:b DontChangeColor:b Bold:b Italic:b Underline:b "
-     L"StrikeOut:b Superscript:b Subscript:b FontID:i ColorID:i All:s Initialize() Ignored:b "
-     L"Hidden:b Note:b"},
-    {L"IQELIndexLabels",
-     L"All:s ActiveLabelIndex:i ActiveLabelColor.c CopyFrom(<QELIndexLabels>) "
-     L"CopyTo(<QELIndexLabels>) Color(i):c Name(i):s"},
-    {L"IQELIndexColors",
-     L"ColorIndexGivenColor(c)i ConvertSystemColor(c)c All:s ColorTable.s Labels.<QELIndexLabels> "
-     L"ActiveLabelIndex:i ActiveLabelColor.c CopyFrom(<QELIndexColors>) CopyTo(<QELIndexColors>) "
-     L"Color(i):c DefaultColor:c LabelColor(i):c LabelName(i):s IgnoredColor:c HiddenColor:c "
-     L"NoteColor:c"},
-    {L"IQELIndexFonts",
-     L"FontIndexGivenFontName(s)i FontTable(d?)s All:s CopyFrom(<QELIndexFonts>) Font(i):s "
-     L"DefaultFont:s FontSize:f"},
-    {L"IRTFParser",
-     L"QELToRTF(s<QELIndexFonts><QELIndexColors>)s QELToRTFWithoutTables(s)s IsQELCode(s)b "
-     L"ConvertSystemColor(c)c ConvertNLToSpace:b ConvertTabsToSpace:b RecognizeCRLF:b "
-     L"RecognizeTabs:b RTFToQEL(s<QELIndexFonts><QELIndexColors>)s "
-     L"SimpleRTF(s<QELIndexFonts><QELIndexColors>)s RTFToText(s)s PreprocessRTF(s)s"},
-    {L"ITextCase",
-     L"TextCase:e IgnoredWordList:s LowerCase(sii)s UpperCase(sii)s ChangeCase(sii)s "
-     L"TitleCase(siib)s InitialCap(sii)s FirstToLower(sii)s FirstToUpper(sii)s AutoTitleCase(s)s "
-     L"AutoTitleCaseRTF(s)s AutoInitialCap(s)s AutoInitialCapRTF(s)s UpperCaseRTF(s)s "
-     L"LowerCaseRTF(s)s IsAlphabet(s)b IsQuote(s)b IsWhitespace(s)b IsLeftQuote(s)b"},
-    {L"ITextAndFormatting",
-     L"Canvas:d SetFonts(<QELIndexFonts>) SetColors(<QELIndexColors>) "
-     L"SetFontAndColors(<QELIndexFonts><QELIndexColors>) Fonts.<QELIndexFonts> "
-     L"Colors.<QELIndexColors> DefaultFont:s DefaultFontSize:f ForeColor:c IgnoredColor:c "
-     L"HiddenColor:c NoteColor:c Align:i WordWrap:b RevealCodes:b ShowHiddenText:b IgnoreColors:b "
-     L"LabelID:i fmtTextWidth(s)f TextHeight(s)f LineCount(sff)i GetLine(sffi)s "
-     L"WriteParagraph(sffff?0)f LinesPrinted.i fmtLen(s)i fmtInStr(ss)i fmtRevInStr(ss)i "
-     L"fmtLeft(si)s fmtRight(si)s fmtMid(sii)s IsSortCode(s)b IsEscapeCode(s)b RomanToArabic(s)s"},
-    {L"IQELText",
-     L"NewiStyleObject()<iStyle> NewStyleDecoderObject()<StyleDecoder> "
-     L"StyleDecoderObj.<StyleDecoder> InString(ssi?-1)i InStringRev(ssi?-1)i LenStr(s)i "
-     L"PlainText(s)s LeftStr(sV)s RightStr(sV)s MidStr(sii?-1)s Stuff(siis<iStyle>?)s "
-     L"StuffWithStyleData(siisd)s Split(ss)v Compare(ssi?0)b ToggleTextAttribute(lii) QELText:s "
-     L"SetQELText(sl) QELTextv6.s GetQELText(lbb)s GetQELTextv6(lbb)s SetCustomCodes(s) "
-     L"TextCustom.s IsQELCode(se?0)b Segments.<SegmentCollection> SegmentText(l)s "
-     L"SegmentStyle(l)<iStyle> ApplyStyleToText(ii<iStyle>) "
-     L"DivideSegmentsGivenSelStartAndLength(ii) GetSegmentGivenStartAndLength(ii)<Segment> "
-     L"GetSegmentIndexGivenStartAndLength(iiV)i WordCount.l WordText(l)s WordSegmentCount(l)l "
-     L"WordSegment(ll)<Segment> WordSegmentIndex(ll)l TrimStr(s)s LTrimStr(s)s RTrimStr(s)s "
-     L"RemoveLeadingPunctuation(s)s RemoveTrailingPunctuation(s)s SetFonts(<QELIndexFonts>) "
-     L"SetColors(<QELIndexColors>) SetFontAndColors(<QELIndexFonts><QELIndexColors>) "
-     L"Fonts.<QELIndexFonts> Colors.<QELIndexColors> Align:i IgnoredColor:c HiddenColor:c "
-     L"NoteColor:c IgnoreColors:b DefaultFont:s FontName:s DefaultFontSize:f FontSize=f WordWrap:b "
-     L"RevealCodes:b ForeColor:c Labeled:i ShowHiddenText:b SetCanvas(d) fmtTextWidth(s)f "
-     L"TextHeight(s)f LineCount(sff)i GetLine(sffi)s WriteParagraph(sffff?0)f LinesPrinted.i "
-     L"RomanToArabic(s)s IgnoredWordList:s LowerCase(sii)s UpperCase(sii)s ChangeCase(sii)s "
-     L"TitleCase(siib)s InitialCap(sii)s FirstLetterToLowercase(sii)s FirstLetterToUppercase(sii)s "
-     L"AutoTitleCase(s)s AutoTitleCaseRTF(s)s AutoInitialCap(s)s AutoInitialCapRTF(s)s "
-     L"UpperCaseRTF(s)s LowerCaseRTF(s)s"},
-    {L"ILinkedList",
-     L"AddToTop(v)l AddToBottom(v)l AddBeforeCurrent(v)l AddAfterCurrent(v)l DeleteCurrent()v "
-     L"RemoveCurrentLink()v Clear() Compress() Current()l First()l Last()l GetData(l)v SetData(v)l "
-     L"GotoFirst()l GotoLast()l GotoNext()l GotoPrevious()l GotoID(l) SetCurrent(l)l Count()l "
-     L"ListIndex()l MoveCurrentToTop()l MoveCurrentToBottom()l MoveCurrentUpOne()l "
-     L"MoveCurrentDownOne()l"},
-};
-
-/// A description of a user's own type: an enumeration, or an interface by its class.
-std::wstring shown_reference(ITypeInfo& info, HREFTYPE reference) {
-  Pointer<ITypeInfo> target;
-  TYPEATTR* attributes = nullptr;
-  info.GetRefTypeInfo(reference, target.put());
-  target->GetTypeAttr(&attributes);
-  const TYPEKIND kind = attributes->typekind;
-  target->ReleaseTypeAttr(attributes);
-  return kind == TKIND_ENUM ? L"e" : L"<" + name_of(*target).substr(1) + L">";
-}
-
-std::wstring shown(ITypeInfo& info, const TYPEDESC& type) {
-  static const std::map<VARTYPE, std::wstring> names = {
-      {VT_BSTR, L"s"}, {VT_I2, L"i"},      {VT_I4, L"l"},       {VT_R4, L"f"},      {VT_BOOL, L"b"},
-      {VT_UI4, L"c"},  {VT_VARIANT, L"v"}, {VT_DISPATCH, L"d"}, {VT_UNKNOWN, L"u"}, {VT_VOID, L""}};
-  if (type.vt == VT_USERDEFINED) return shown_reference(info, type.hreftype);
-  if (type.vt == VT_PTR) {
-    return type.lptdesc->vt == VT_VARIANT ? L"V" : shown(info, *type.lptdesc);
-  }
-  const auto name = names.find(type.vt);
-  return name == names.end() ? L"#" + std::to_wstring(type.vt) : name->second;
-}
-
-std::wstring shown_argument(ITypeInfo& info, const ELEMDESC& argument) {
-  std::wstring text = shown(info, argument.tdesc);
-  const USHORT flags = argument.paramdesc.wParamFlags;
-  if ((flags & (PARAMFLAG_FOPT | PARAMFLAG_FHASDEFAULT)) != 0) text += L"?";
-  if ((flags & PARAMFLAG_FHASDEFAULT) == 0) return text;
-  VARIANT value;
-  VariantInit(&value);
-  VARIANT& given = argument.paramdesc.pparamdescex->varDefaultValue;
-  const bool is_number = argument.tdesc.vt != VT_PTR && argument.tdesc.vt != VT_DISPATCH;
-  if (is_number && SUCCEEDED(VariantChangeType(&value, &given, 0, VT_BSTR))) {
-    text += taken(value.bstrVal);
-  }
-  return text;
-}
 
 /// Calls `visit(function)` for each member that is no part of `IDispatch`.
 template <class Visit>
@@ -148,35 +18,6 @@ void each_function(ITypeInfo& info, Visit visit) {
     if (function->memid < 0x60000000) visit(*function);
     info.ReleaseFuncDesc(function);
   }
-}
-
-std::wstring shown_interface(ITypeInfo& info) {
-  std::vector<MEMBERID> order;
-  std::map<MEMBERID, std::wstring> texts;
-  each_function(info, [&](const FUNCDESC& function) {
-    std::wstring arguments;
-    for (SHORT i = 0; i < function.cParams; ++i) {
-      arguments += shown_argument(info, function.lprgelemdescParam[i]);
-    }
-    const bool is_put = (function.invkind & (INVOKE_PROPERTYPUT | INVOKE_PROPERTYPUTREF)) != 0;
-    const bool is_get = function.invkind == INVOKE_PROPERTYGET;
-    std::wstring type = shown(info, function.elemdescFunc.tdesc);
-    if (is_put) {
-      type = arguments.substr(arguments.size() - 1);
-      arguments.pop_back();
-    }
-    std::wstring& text = texts[function.memid];
-    if (text.empty()) order.push_back(function.memid);
-    const bool is_second = !text.empty();
-    const bool is_method = !is_put && !is_get;
-    text = name_of(info, function.memid);
-    if (is_method || !arguments.empty()) text += L"(" + arguments + L")";
-    if (!is_method) text += is_second ? L":" : is_put ? L"=" : L".";
-    text += type;
-  });
-  std::wstring all;
-  for (const MEMBERID member : order) all += (all.empty() ? L"" : L" ") + texts[member];
-  return all;
 }
 
 class InterfacesTest : public testing::Test {
@@ -212,25 +53,6 @@ class InterfacesTest : public testing::Test {
 
   Component component_;
 };
-
-TEST_F(InterfacesTest, HasTheMembersInTheirOrder) {
-  std::map<std::wstring, std::wstring> found;
-  each_type(*component_.type_library(), [&](ITypeInfo& info, const TYPEATTR& attributes) {
-    if (attributes.typekind == TKIND_DISPATCH && (attributes.wTypeFlags & TYPEFLAG_FDUAL) != 0) {
-      found[name_of(info)] = shown_interface(info);
-    }
-  });
-  for (const auto& [name, members] : interfaces) EXPECT_EQ(found[name], members);
-}
-
-TEST_F(InterfacesTest, NamesTheLibrary) {
-  BSTR name = nullptr;
-  BSTR text = nullptr;
-  component_.type_library()->GetDocumentation(-1, &name, &text, nullptr, nullptr);
-  EXPECT_EQ(taken(name), L"QEL");
-  EXPECT_EQ(taken(text),
-            L"QEL Textbox - A Rich Textbox that reads/writes QEL Software text coding");
-}
 
 TEST_F(InterfacesTest, ReadsEveryProperty) {
   each_object([](const std::wstring& name, IDispatch& object) {
