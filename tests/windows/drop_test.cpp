@@ -1,4 +1,4 @@
-// Dropping on a box, and dragging with the mouse.
+// Dropping on a box.
 
 #include <gtest/gtest.h>
 #include <ole2.h>
@@ -10,12 +10,10 @@
 #include <string>
 #include <vector>
 
-#include "BoxInWindow.h"
 #include "ForeignObject.h"
 #include "qel/box/Box.h"
 #include "windows/DataObject.h"
 #include "windows/DropTarget.h"
-#include "windows/WindowsPlatform.h"
 
 namespace qel::windows {
 namespace {
@@ -110,8 +108,10 @@ TEST_F(Dropping, TellsTheBoxWhatTheSystemSays) {
     const auto foreign = ForeignObject::create({{row.format, "dropped"}});
     box->put_Text(u"text");
     told.clear();
+    SetFocus(nullptr);
     EXPECT_EQ(drag_and_drop(*foreign, row.keys, row.allowed), row.expected) << row.told;
     EXPECT_EQ(told, row.told);
+    EXPECT_EQ(GetFocus(), row.expected == 0 ? nullptr : window) << row.told;
     EXPECT_EQ(box->get_Text(), row.expected == 0 ? u"text" : u"texdroppedt") << row.told;
     EXPECT_EQ(others_of(foreign), 0U) << "let go of afterwards";
   }
@@ -160,127 +160,6 @@ TEST_F(Dropping, OutlivesWhatItsListenerDoes) {
     EXPECT_EQ(drop.Release(), target ? 2U : 0U) << "the system holds on to a target";
     EXPECT_EQ(others_of(foreign), 0U);
   }
-}
-
-// Dragging.
-
-void mouse(DWORD flags) {
-  INPUT input = {};
-  input.type = INPUT_MOUSE;
-  input.mi.dwFlags = flags;
-  SendInput(1, &input, sizeof input);
-}
-
-int drop_x = 130;  // on the screen
-
-/// Moves the mouse there, and releases the button at the next call.
-void CALLBACK let_go(HWND /*window*/, UINT /*message*/, UINT_PTR timer, DWORD /*time*/) {
-  POINT at = {};
-  GetCursorPos(&at);
-  if (at.x != drop_x) {
-    SetCursorPos(drop_x, 65);
-    mouse(MOUSEEVENTF_MOVE);
-    return;
-  }
-  KillTimer(nullptr, timer);
-  mouse(MOUSEEVENTF_LEFTUP);
-}
-
-void handle_messages() {
-  MSG message = {};
-  while (PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE) != 0) DispatchMessageW(&message);
-}
-
-void press_button() {
-  mouse(MOUSEEVENTF_LEFTDOWN);
-  handle_messages();
-  SetTimer(nullptr, 0, 20, let_go);
-}
-
-/// Two boxes beside each other, with a mouse that drags between them.
-class DraggingBoxes : public testing::Test {
- protected:
-  DraggingBoxes() : one(place(0)), other(place(150)) {
-    one->put_TextRTF(u"{\\rtf1 a {\\b bold} z}");
-    one->select({2, 5});
-    one->listen(&listener);
-    // Two drags in a row are no double click.
-    SetDoubleClickTime(1);
-  }
-  ~DraggingBoxes() override {
-    one.reset();
-    other.reset();
-    DestroyWindow(form);
-  }
-
-  std::shared_ptr<RichEdit> place(std::int32_t left) const {
-    auto box = WindowsPlatform::shared()->create_rich_edit(window_handle(form));
-    BoxAppearance appearance = box->appearance();
-    appearance.left = left;
-    appearance.width = 150;
-    appearance.height = 100;
-    appearance.drag_mode = 1;
-    appearance.drop_mode = 2;
-    box->put_appearance(appearance);
-    return box;
-  }
-
-  /// Drags the selection of the first box and drops it at that place on the form.
-  void drag_to(int x) {
-    const POINT from = test::point_of(*one, 4);
-    SetCursorPos(100 + from.x, 50 + from.y + 4);
-    handle_messages();
-    listener.became = -1;
-    drop_x = 100 + x;
-    press_button();
-    const ULONGLONG deadline = GetTickCount64() + 5000;
-    while (listener.became < 0 && GetTickCount64() < deadline) handle_messages();
-  }
-
-  class Listener : public BoxListener {
-   public:
-    void on_give_feedback(std::int32_t& effect, bool& default_cursors) override {
-      feedback.append(std::to_string(effect));
-      default_cursors = false;
-    }
-    void on_complete_drag(std::int32_t& effect) override { became = effect; }
-    void on_change() override { ++changes; }
-
-    std::string feedback;
-    std::int32_t became = -1;
-    int changes = 0;
-  };
-
-  HWND form = CreateWindowExW(WS_EX_TOPMOST, L"STATIC", L"", WS_POPUP | WS_VISIBLE | SS_NOTIFY, 100,
-                              50, 300, 100, nullptr, nullptr, nullptr, nullptr);
-  Listener listener;
-  std::shared_ptr<RichEdit> one;
-  std::shared_ptr<RichEdit> other;
-};
-
-TEST_F(DraggingBoxes, MoveTextWithTheMouse) {
-  drag_to(145);
-  EXPECT_EQ(listener.became, move_drop);
-  EXPECT_EQ(one->get_Text(), u"a zbold ");
-  EXPECT_EQ(one->get_SelText(), u"bold ");
-  EXPECT_EQ(listener.changes, 1) << "within the box";
-  listener.feedback.clear();
-  drag_to(280);
-  EXPECT_EQ(listener.became, move_drop);
-  EXPECT_NE(listener.feedback.find('2'), std::string::npos) << listener.feedback;
-  EXPECT_EQ(one->get_Text(), u"a z");
-  EXPECT_EQ(listener.changes, 2);
-  EXPECT_EQ(other->get_Text(), u"bold ");
-  EXPECT_EQ(other->get_SelText(), u"bold ");
-  EXPECT_EQ(GetFocus(), test::window_of(*other));
-  other->select({0, 4});
-  EXPECT_EQ(other->get_SelBold(), true);
-  put_drop_mode(*other, 0);
-  one->put_SelText(u"more");
-  one->select({0, 7});
-  drag_to(280);
-  EXPECT_EQ(listener.became, no_drop);
-  EXPECT_EQ(one->get_Text(), u"a zmore");
 }
 
 }  // namespace

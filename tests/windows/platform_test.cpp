@@ -23,19 +23,6 @@ using namespace platform;
 
 const WindowsPlatform& windows_platform() { return *WindowsPlatform::shared(); }
 
-TEST(WindowsPlatform, HasTheColoursOfTheSystem) {
-  const SystemColors& colors = windows_platform().system_colors();
-  int index = COLOR_HIGHLIGHT;
-  const COLORREF before = GetSysColor(index);
-  const COLORREF other = RGB(1, 2, 3);
-  SetSysColors(1, &index, &other);
-  EXPECT_EQ(colors.color(index), rgb(1, 2, 3));
-  SetSysColors(1, &index, &before);
-  for (const std::int32_t unknown : {-1, 31, 1000, 0x7FFFFFFF}) {
-    EXPECT_EQ(colors.color(unknown), 0) << unknown;
-  }
-}
-
 TEST(WindowsPlatform, MissesVisualStylesOnlyWithoutTheirLibrary) {
   EXPECT_NO_THROW(windows_platform().visual_styles().color_scheme());
   for (const wchar_t* library : {L"no such library.dll", L"gdi32.dll"}) {
@@ -158,20 +145,6 @@ TEST(WindowsClipboard, ReadsWhatOthersPutThere) {
     EXPECT_EQ(clipboard.text(), row.text) << row.bytes;
     EXPECT_EQ(clipboard.rtf(), row.rtf) << row.bytes;
   }
-}
-
-TEST(WindowsClipboard, TrustsTheSizeOfABlockOnly) {
-  const HGLOBAL block = GlobalAlloc(GMEM_MOVEABLE, 8);
-  std::memcpy(GlobalLock(block), "a\0b\0c\0d", 8);
-  GlobalUnlock(block);
-  ASSERT_EQ(GlobalSize(block), 8U);
-  EXPECT_EQ(read_block(block, CF_UNICODETEXT), u"abcd");
-  std::memcpy(GlobalLock(block), "12345678", 8);
-  GlobalUnlock(block);
-  EXPECT_EQ(read_block(block, CF_TEXT), u"12345678");
-  EXPECT_EQ(read_block(block, rtf_clipboard_format()), u"12345678");
-  GlobalFree(block);
-  EXPECT_EQ(read_block(nullptr, CF_TEXT), u"");
 }
 
 TEST(WindowsClipboard, SaysWhenAnotherDoesNotLetGo) {
