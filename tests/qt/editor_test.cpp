@@ -55,14 +55,6 @@ TEST_F(QtEditor, IsWorkedByKeysAlone) {
                  [&](EditorDialog& dialog) {
                    EXPECT_EQ(dialog.windowTitle(), QStringLiteral("Text Editor"));
                    ASSERT_EQ(QApplication::focusWidget(), &view(dialog));
-                   press(Qt::Key_A, Qt::ControlModifier);
-                   press(Qt::Key_K, Qt::ControlModifier | Qt::ShiftModifier);
-                   press(Qt::Key_Return);
-                   EXPECT_FALSE(dialog.isVisible()) << "Enter is the default button";
-                 }),
-            QStringLiteral("/k1ab/k0"));
-  EXPECT_EQ(edit("ab",
-                 [&](EditorDialog& dialog) {
                    press(Qt::Key_X);
                    press(Qt::Key_Tab);
                    EXPECT_EQ(QApplication::focusWidget()->property("text"), QStringLiteral("OK"));
@@ -78,14 +70,6 @@ TEST_F(QtEditor, IsWorkedByKeysAlone) {
                    EXPECT_FALSE(dialog.isVisible());
                  }),
             QStringLiteral("ab"));
-  EXPECT_EQ(edit("ab",
-                 [&](EditorDialog& dialog) {
-                   press(Qt::Key_Delete);
-                   dialog.findChild<QPushButton*>()->click();
-                 }),
-            QStringLiteral("b"));
-  EXPECT_EQ(edit("ab", [&](EditorDialog&) { press(Qt::Key_X); }), QStringLiteral("ab"))
-      << "closed by its frame";
 }
 
 TEST_F(QtEditor, ShowsTheStateOfTheCaretInItsMenus) {

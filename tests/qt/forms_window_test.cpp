@@ -24,7 +24,6 @@
 #include <memory>
 #include <utility>
 
-#include "Demo.h"
 #include "FormTables.h"
 #include "MainWindow.h"
 #include "Pages.h"
@@ -339,18 +338,6 @@ TEST_F(FormsWindow, PutsFontsAndColorsIntoTheForm) {
   control.put_SelStart(4);
   control.put_SelLength(1);
   EXPECT_EQ(to_qt(control.get_SelFontName()), QStringLiteral("Courier New"));
-}
-
-TEST_F(FormsWindow, PlaysItsDemo) {
-  add_samples(*store);
-  EXPECT_EQ(store->list().size(), 3);
-  add(u"/b1Bold/b0", u"/i1italic/i0");
-  click(0);  // its formats are not those of the new record
-  play(*window, path("picture.png"));
-  EXPECT_EQ(QImage(path("picture.png")).size(), window->size() * window->devicePixelRatio());
-  EXPECT_EQ(to_qt(store->load(list().first()).title), QStringLiteral("Shopping"));
-  EXPECT_EQ(to_qt(store->load(list().first()).body),
-            QStringLiteral("Buy /b1green tea/b0, lemons (/i1ripe/i0) and a /u1new pot/u0."));
 }
 
 /// Records what is drawn.
