@@ -85,17 +85,6 @@ class HostsBox : public platform::RichEdit {
   box::Box box_;
 };
 
-TEST(Control, KeepsNothingOfItsPresets) {
-  test::Form form;
-  QELTextbox control(form);
-  PropertyBag bag;
-  control.WriteProperties(bag);
-  EXPECT_EQ(bag.get_All(), u"");
-  control.ReadProperties(bag);
-  control.WriteProperties(bag);
-  EXPECT_EQ(bag.get_All(), u"");
-}
-
 constexpr std::u16string_view all_properties =
     u"ActOnColors=False\nActOnFonts=False\nActOnPlain=False\nActOnStyles=False\nAllowEdits=False\n"
     u"BackColor=255\nBorderStyle=0\nConvertNLToSpace=False\nConvertTabsToSpace=False\n"

@@ -208,21 +208,5 @@ TEST_F(LargeEditor, RunsItsCommands) {
       << "what was copied, and the character behind the caret";
 }
 
-TEST_F(LargeEditor, FitsItsWindow) {
-  edit(u"", {}, [](EditorWindow& window) {
-    window.put_extent(6000, 3000);
-    const platform::EditorRectangle& box = window.box_rectangle();
-    const platform::EditorRectangle& ok = window.ok_rectangle();
-    const platform::EditorRectangle& cancel = window.cancel_rectangle();
-    EXPECT_EQ(box.left + box.width, 6000 - box.left);
-    EXPECT_LT(box.top + box.height, ok.top);
-    EXPECT_EQ(ok.top, cancel.top);
-    EXPECT_LT(ok.left + ok.width, cancel.left);
-    EXPECT_LT(cancel.top + cancel.height, 3000);
-    window.put_extent(10, 10);
-    EXPECT_GE(window.box_rectangle().height, 0);
-  });
-}
-
 }  // namespace
 }  // namespace qel

@@ -16,7 +16,6 @@
 #include <utility>
 #include <vector>
 
-#include "Export.h"
 #include "FormTables.h"
 #include "HeadlessForm.h"
 #include "RecordStore.h"
@@ -237,17 +236,10 @@ TEST_F(Forms, KeepsFontsAndColoursOfAnyValue) {
   save_tables(store, tables);
   const command::Tables loaded = load_tables(open());
   EXPECT_EQ(loaded.fonts.get_All(), tables.fonts.get_All());
-  EXPECT_EQ(loaded.colors->get_ColorTable(), tables.colors->get_ColorTable());
   EXPECT_EQ(loaded.colors->get_All(), tables.colors->get_All());
   HeadlessForm host(store);
   EXPECT_EQ(host.body_control().GetColorGivenColorIndex(9), rgb(255, 90, 200));
   EXPECT_EQ(host.title_control().GetFontNameGivenFontIndex(4), u"Zed");
-  host.form().put_title(u"plain /f3third");
-  user_of(host.title_control()).press(keys::end_key);
-  user_of(host.title_control()).type(u"!");
-  tables.fonts.put_Font(0, u"Verdana");
-  host.form().put_tables(tables);
-  EXPECT_EQ(host.form().title(), u"plain /f3third!/f0") << "another default font";
 }
 
 constexpr std::u16string_view rich_body = u"a /c1small/c0 /f9font/f0/nl/b1b";
@@ -349,34 +341,6 @@ TEST_F(Forms, TextsSurviveTheSwitchOfCodes) {
     form.put_RevealCodes(false);
     ASSERT_EQ(shown(form.body()), shown(markup));
   }
-  form.put_title(u"");
-  form.put_body(u"/b1b/b0");
-  form.put_RevealCodes(true);
-  user_of(host.body_control()).type(u"/i1a\n/i0");
-  user_of(host.title_control()).type(u"/u1t");
-  EXPECT_EQ(form.body(), u"/i1a/nl/i0/b1b/b0") << "a break that is typed counts";
-  form.put_RevealCodes(false);
-  EXPECT_EQ(host.body_control().get_Text(), u"a\r\nb");
-  user_of(host.body_control()).type(u"c");
-  user_of(host.title_control()).press(35);
-  user_of(host.title_control()).type(u"c");
-  EXPECT_EQ(form.body(), u"/i1ca/nl/b1/i0b/b0");
-  EXPECT_EQ(form.title(), u"/u1tc/u0");
-}
-
-TEST_F(Forms, ExportsRecordsThatKeepTheirFormatsToThemselves) {
-  const std::vector<Record> records = {record_of(u"/b1T/y1it", u"one\ntwo"),
-                                       record_of(u"", u"/i1x~"), record_of(u"Last", u"")};
-  const command::Tables tables;
-  EXPECT_EQ(exported(records, ExportFormat::text, tables), "Tit\none\ntwo\n\nx~\n\nLast\n");
-  EXPECT_EQ(exported(records, ExportFormat::qel, tables),
-            "/b1T/y1it/nl/y0/b0one/nltwo/nl/nl/i1x~/nl/i0/nlLast/nl");
-  EXPECT_NE(exported(records, ExportFormat::rtf, tables).find("\\cf0 \\b0 one\\par two"),
-            std::string::npos)
-      << exported(records, ExportFormat::rtf, tables);
-  const std::string svg = exported(records, ExportFormat::svg, tables);
-  EXPECT_EQ(svg.find("<svg"), 0U) << svg;
-  EXPECT_NE(svg.find(">Last<"), std::string::npos) << svg;
 }
 
 /// What a process that saves has done so far.

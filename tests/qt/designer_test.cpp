@@ -12,10 +12,6 @@
 #include <QTextEdit>
 #include <QUiLoader>
 #include <QVBoxLayout>
-#include <QtDesigner/QDesignerFormEditorInterface>
-#include <QtDesigner/QDesignerPropertySheetExtension>
-#include <QtDesigner/QExtensionFactory>
-#include <QtDesigner/QExtensionManager>
 #include <QtDesigner/QFormBuilder>
 #include <QtUiPlugin/QDesignerCustomWidgetInterface>
 #include <map>
@@ -207,86 +203,5 @@ TEST(Designer, TellsOfTheWidget) {
                                 {"size", QSize(240, 96)}});
 }
 
-/// Stores a group for each property, and nothing else.
-class Sheet : public QObject, public QDesignerPropertySheetExtension {
-  Q_OBJECT
-  Q_INTERFACES(QDesignerPropertySheetExtension)
- public:
-  Sheet(const QMetaObject& meta, QObject* parent) : QObject(parent), meta_(meta) {}
-  int count() const override { return meta_.propertyCount(); }
-  int indexOf(const QString& name) const override { return meta_.indexOfProperty(name.toLatin1()); }
-  QString propertyName(int index) const override {
-    return QLatin1String(meta_.property(index).name());
-  }
-  QString propertyGroup(int index) const override {
-    const auto found = groups_.find(index);
-    return found == groups_.end() ? QString() : found->second;
-  }
-  void setPropertyGroup(int index, const QString& group) override { groups_[index] = group; }
-  bool hasReset(int) const override { return false; }
-  bool reset(int) override { return false; }
-  bool isVisible(int) const override { return true; }
-  void setVisible(int, bool) override {}
-  bool isAttribute(int) const override { return false; }
-  void setAttribute(int, bool) override {}
-  QVariant property(int) const override { return {}; }
-  void setProperty(int, const QVariant&) override {}
-  bool isChanged(int) const override { return false; }
-  void setChanged(int, bool) override {}
-  bool isEnabled(int) const override { return true; }
-
- private:
-  const QMetaObject& meta_;
-  std::map<int, QString> groups_;
-};
-
-/// As much of Designer as the plug-in uses.
-class Core : public QDesignerFormEditorInterface {
- public:
-  class Sheets : public QExtensionFactory {
-   public:
-    using QExtensionFactory::QExtensionFactory;
-
-   protected:
-    QObject* createExtension(QObject* object, const QString&, QObject* parent) const override {
-      return new Sheet(*object->metaObject(), parent);
-    }
-  };
-
-  Core() {
-    auto* const extensions = new QExtensionManager(this);
-    extensions->registerExtensions(new Sheets(extensions),
-                                   Q_TYPEID(QDesignerPropertySheetExtension));
-    setExtensionManager(extensions);
-  }
-};
-
-TEST(Designer, PropertiesAreGroupedAtDesignTime) {
-  Core core;
-  QPluginLoader loader(plugin_folder + QStringLiteral("/qel_designer"));
-  auto* const widget = qobject_cast<QDesignerCustomWidgetInterface*>(loader.instance());
-  ASSERT_NE(widget, nullptr);
-  EXPECT_FALSE(widget->isInitialized());
-  widget->initialize(&core);
-  EXPECT_TRUE(widget->isInitialized());
-  const std::unique_ptr<QWidget> box(widget->createWidget(nullptr));
-  auto* const sheet =
-      qt_extension<QDesignerPropertySheetExtension*>(core.extensionManager(), box.get());
-  ASSERT_NE(sheet, nullptr);
-  std::map<QString, int> counts;
-  const QMetaObject& meta = *box->metaObject();
-  for (int i = 0; i < meta.propertyCount(); ++i) {
-    EXPECT_EQ(sheet->propertyGroup(i).isEmpty(), i < meta.propertyOffset())
-        << meta.property(i).name();
-    ++counts[sheet->propertyGroup(i)];
-  }
-  EXPECT_EQ(counts.size(), 7U) << "six groups, and what is Qt's";
-  EXPECT_EQ(counts["Drag and drop"], 2);
-  EXPECT_EQ(sheet->propertyGroup(sheet->indexOf("TextQEL")), QStringLiteral("Text"));
-  widget->initialize(nullptr);
-}
-
 }  // namespace
 }  // namespace qel::qt
-
-#include "designer_test.moc"
