@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <functional>
-#include <memory>
 #include <utility>
 #include <vector>
 
@@ -144,32 +143,6 @@ TEST(LinkedList, RaisesErrorNineForIdsWithoutPlace) {
     }
     EXPECT_EQ(shape(list), "1 2 / 1 2 -3");
   }
-}
-
-struct Counted : Object {
-  explicit Counted(int& alive) : count(alive) { ++count; }
-  ~Counted() override { --count; }
-  int& count;
-};
-
-TEST(LinkedList, ReleasesObjects) {
-  int alive = 0;
-  LinkedList list;
-  const auto add = [&](int count) {
-    for (; count > 0; --count) list.AddToBottom(std::make_shared<Counted>(alive));
-  };
-  add(4);
-  list.SetData({});
-  EXPECT_EQ(alive, 3);
-  list.GotoFirst();
-  list.RemoveCurrentLink();
-  EXPECT_EQ(alive, 2) << "the hole holds nothing";
-  list.DeleteCurrent();
-  EXPECT_EQ(alive, 2) << "the hole keeps its value";
-  list.Compress();
-  EXPECT_EQ(alive, 1);
-  list.Clear();
-  EXPECT_EQ(alive, 0);
 }
 
 /// The list as ids in order, and their values.

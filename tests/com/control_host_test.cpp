@@ -158,46 +158,6 @@ TEST_F(Control, SurvivesAHostThatLetsGoOfItInAnEvent) {
   connection.reset();
 }
 
-/// A site that only says how it is.
-class Site : public Uncounted<IOleClientSite> {
- public:
-  explicit Site(bool is_run_time) {
-    ambients_.act = [is_run_time](DISPID property, DISPPARAMS&, VARIANT* result) {
-      if (property != DISPID_AMBIENT_USERMODE) return DISP_E_MEMBERNOTFOUND;
-      result->vt = VT_BOOL;
-      result->boolVal = is_run_time ? VARIANT_TRUE : VARIANT_FALSE;
-      return S_OK;
-    };
-  }
-  STDMETHODIMP QueryInterface(REFIID id, void** result) override {
-    return id == IID_IDispatch ? ambients_.QueryInterface(id, result)
-                               : Uncounted::QueryInterface(id, result);
-  }
-  STDMETHODIMP SaveObject() override { return E_NOTIMPL; }
-  STDMETHODIMP GetMoniker(DWORD, DWORD, IMoniker**) override { return E_NOTIMPL; }
-  STDMETHODIMP GetContainer(IOleContainer**) override { return E_NOINTERFACE; }
-  STDMETHODIMP ShowObject() override { return S_OK; }
-  STDMETHODIMP OnShowWindow(BOOL) override { return S_OK; }
-  STDMETHODIMP RequestNewObjectLayout() override { return E_NOTIMPL; }
-
- private:
-  Called ambients_;
-};
-
-TEST_F(Control, AsksItsHostWhetherItIsBeingDesigned) {
-  for (const bool is_run_time : {true, false}) {
-    Site site(is_run_time);
-    const auto control = component_.create<IQELTextbox>(__uuidof(::QELTextbox));
-    const auto object = control.as<IOleObject>();
-    EXPECT_EQ(object->SetClientSite(&site), S_OK);
-    control->put_Text(Text(L"a"));
-    BSTR rtf = nullptr;
-    EXPECT_EQ(control->get_TextRTF(&rtf), S_OK);
-    EXPECT_EQ(taken(rtf).empty(), !is_run_time);
-    object->SetClientSite(nullptr);
-  }
-}
-
 TEST_F(Control, LeavesKeysToItsHostThatLeadOut) {
   Form form(component_);
   SetFocus(form.box());

@@ -26,6 +26,7 @@ class Host : public IOleClientSite,
 
   std::vector<std::string> told;
   std::function<void(const std::string&)> act;
+  Called ambients;
   /// What it is told and does not agree to.
   std::string refused;
 
@@ -51,6 +52,7 @@ class Host : public IOleClientSite,
   STDMETHODIMP QueryInterface(REFIID id, void** result) override {
     const std::pair<IID, void*> parts[] = {
         {IID_IUnknown, static_cast<IOleClientSite*>(this)},
+        {IID_IDispatch, &ambients},
         {IID_IOleClientSite, static_cast<IOleClientSite*>(this)},
         {IID_IOleInPlaceSite, static_cast<IOleInPlaceSite*>(this)},
         {IID_IOleControlSite, static_cast<IOleControlSite*>(this)},
@@ -177,6 +179,24 @@ TEST_F(Hosting, ComesAndGoesAsOftenAsItsHostWants) {
   EXPECT_EQ(host.take(*control, OLEIVERB_INPLACEACTIVATE), S_OK);
   EXPECT_FALSE(IsWindowEnabled(GetWindow(host.window(), GW_CHILD)));
   Host::let_go(*control);
+}
+
+TEST_F(Hosting, AsksWhetherItIsBeingDesigned) {
+  for (const VARIANT_BOOL is_run_time : {VARIANT_TRUE, VARIANT_FALSE}) {
+    Host host;
+    host.ambients.act = [is_run_time](DISPID property, DISPPARAMS&, VARIANT* result) {
+      if (property != DISPID_AMBIENT_USERMODE) return DISP_E_MEMBERNOTFOUND;
+      result->vt = VT_BOOL;
+      result->boolVal = is_run_time;
+      return S_OK;
+    };
+    const auto control = create();
+    host.take(*control);
+    BSTR rtf = nullptr;
+    EXPECT_EQ(control->get_TextRTF(&rtf), S_OK);
+    EXPECT_EQ(taken(rtf).empty(), is_run_time == VARIANT_FALSE);
+    Host::let_go(*control);
+  }
 }
 
 TEST_F(Hosting, TellsOfItsEndWhereItWasNotLetIn) {
@@ -324,19 +344,6 @@ TEST_F(Hosting, TellsWhatItsHostKeepsOfIt) {
   EXPECT_EQ(sink.told, "save close ");
   EXPECT_EQ(host.count("SaveObject"), 1);
   object->Unadvise(cookie);
-
-  // No registry is asked.
-  Pointer<IEnumOLEVERB> verbs;
-  EXPECT_EQ(object->EnumVerbs(verbs.put()), S_OK);
-  OLEVERB listed[3] = {};
-  ULONG count = 0;
-  EXPECT_EQ(verbs->Next(3, listed, &count), S_FALSE);
-  ASSERT_EQ(count, 2U);
-  EXPECT_STREQ(listed[1].lpszVerbName, L"&Large Editor...");
-  LPOLESTR name = nullptr;
-  EXPECT_EQ(object->GetUserType(USERCLASSTYPE_SHORT, &name), S_OK);
-  EXPECT_NE(name, nullptr);
-  for (void* text : {listed[0].lpszVerbName, listed[1].lpszVerbName, name}) CoTaskMemFree(text);
   Host::let_go(*control);
 }
 

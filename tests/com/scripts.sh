@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
-# Registers the component and runs scripts and examples against it. A script ends with a line of its
-# own, since one that breaks off says nothing.
+# Registers the component, runs scripts and examples against it, and expects the registry to be as
+# before at the end. A script ends with a line of its own, since one that breaks off says nothing.
 # Usage: scripts.sh WINE COMPONENT EXAMPLE
 set -uo pipefail
 
@@ -21,8 +21,41 @@ expect() {
 }
 run() { expect "$1" "$2" "$wine" cscript //nologo "$1"; }
 
-trap '"$wine" regsvr32 /s /u "$component"' EXIT
-expect registration '' "$wine" regsvr32 /s "$component"
+# classes ROOT: what the registry says of classes there, which is for all users or for this one.
+classes() { "$wine" reg query "$1\\Software\\Classes" /s | tr -d '\r'; }
+
+# has COUNT PATTERN: that so many of the lines that were added say this.
+has() {
+  local found
+  found=$(grep -cE -- "$2" <<<"$added")
+  [[ $found == "$1" ]] && return
+  echo "FAILED: $found new lines in the registry: $2"
+  failed=1
+}
+
+# expect_clean WHEN: that nothing of the component is registered.
+expect_clean() {
+  [[ $(classes HKLM) == "$before" && $(classes HKCU) == "$own_before" ]] && return
+  echo "FAILED: the registry is not as before after $1"
+  failed=1
+}
+
+register=("$wine" regsvr32 /s)
+for_user=(/n /i:user "$component")
+unregister() { "${register[@]}" /u "$component"; "${register[@]}" /u "${for_user[@]}"; }
+unregister
+trap unregister EXIT
+before=$(classes HKLM) own_before=$(classes HKCU)
+
+expect registration '' "${register[@]}" "$component"
+expect 'registration once more' '' "${register[@]}" "$component"
+added=$(diff <(echo "$before") <(classes HKLM))
+has 13 'ThreadingModel +REG_SZ +Apartment$'
+has 13 'QEL\.[A-Za-z]+\\CurVer$'
+has 1 '\\\{B18FA04F-[-0-9A-F]+\}\\Control$'
+has 1 '\\\{B18FA04F-[-0-9A-F]+\}\\MiscStatus\\1$'
+has 1 'Classes\\Type[Ll]ib\\\{B18FA000-[-0-9A-F]+\}\\1\.0\\0\\win(32|64)$'
+[[ $(classes HKCU) == "$own_before" ]] || { echo 'FAILED: it is for one user' && failed=1; }
 run automation.js ' rows, 0 failed'
 run automation.vbs ' rows, 0 failed'
 runs=$'Hello /b1world/b0/nl\nHello : False\nworld: True'
@@ -30,7 +63,19 @@ run ../../examples/windows/round_trip.vbs "$runs"
 expect host.cpp "$runs" "$wine" "$example"
 runs=${runs/False/false}
 run ../../examples/windows/round_trip.js "${runs/True/true}"
+expect 'its end' '' "${register[@]}" /u "$component"
+expect_clean registration
 
-expect 'registration for a user' '' "$wine" regsvr32 /s /n /i:user "$component"
-expect 'end of that' '' "$wine" regsvr32 /s /u /n /i:user "$component"
+expect 'registration for a user' '' "${register[@]}" "${for_user[@]}"
+added=$(diff <(echo "$own_before") <(classes HKCU))
+has 13 'ThreadingModel +REG_SZ +Apartment$'
+added=$(diff <(echo "$before") <(classes HKLM))
+has 0 'QEL\.QELTextbox'
+expect 'its end' '' "${register[@]}" /u "${for_user[@]}"
+expect_clean 'registration for a user'
+if "${register[@]}" /n /i:everybody "$component"; then
+  echo 'FAILED: registration for everybody'
+  failed=1
+fi
+expect_clean 'a registration that failed'
 exit "$failed"

@@ -13,7 +13,6 @@
 #include <QLineEdit>
 #include <QMessageBox>
 #include <QPainter>
-#include <QPushButton>
 #include <QStatusBar>
 #include <QTemporaryDir>
 #include <QTest>
@@ -251,19 +250,6 @@ TEST_F(FormsWindow, RevealsCodes) {
   EXPECT_EQ(body(), QStringLiteral("a /b1b/b0"));
   EXPECT_FALSE(action("bold").isEnabled());
   EXPECT_EQ(state(), QStringLiteral("Saved")) << "nothing was changed";
-}
-
-TEST_F(FormsWindow, TakesTextsFromTheLargeEditor) {
-  window->title_box().setFocus();
-  at_dialog([](QDialog& editor) {
-    QTest::keyClicks(editor.findChild<QTextEdit*>(), QStringLiteral("Tea"));
-    for (QPushButton* const button : editor.findChildren<QPushButton*>()) {
-      if (button->isDefault()) button->click();
-    }
-  });
-  choose("editor");
-  EXPECT_EQ(to_qt(window->form().title()), QStringLiteral("Tea"));
-  EXPECT_EQ(state(), QStringLiteral("Unsaved changes"));
 }
 
 TEST_F(FormsWindow, DeletesWhatIsSelectedWhenToldSo) {

@@ -115,18 +115,6 @@ TEST(DataObject, SuppliesWhatWasPromisedWhileTheDragLasts) {
   EXPECT_EQ(asked, 2);
 }
 
-TEST(DataObject, IsHeldByThoseWhoAskForIt) {
-  const auto object = data_object({});
-  EXPECT_EQ(others_of(object), 0U);
-  void* found = nullptr;
-  EXPECT_EQ(object->QueryInterface(IID_IUnknown, &found), S_OK);
-  EXPECT_EQ(others_of(object), 1U);
-  static_cast<IUnknown*>(found)->Release();
-  EXPECT_EQ(object->QueryInterface(IID_IDropTarget, &found), E_NOINTERFACE);
-  EXPECT_EQ(found, nullptr);
-  EXPECT_EQ(others_of(object), 0U);
-}
-
 TEST(DataObject, IsFoundBehindWhatStandsInItsPlace) {
   const auto own = data_object({});
   EXPECT_EQ(DataObject::behind(*own), own.get());
