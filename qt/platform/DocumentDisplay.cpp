@@ -36,9 +36,8 @@ char16_t storable(char16_t unit) {
 
 QString storable_text(std::u16string_view text) {
   QString stored = to_qt(text);
-  const auto changes = [](char16_t unit) { return storable(unit) != unit; };
-  if (std::none_of(text.begin(), text.end(), changes)) return stored;
-  for (QChar& unit : stored) unit = storable(unit.unicode());
+  std::size_t at = find_any<paragraph_separator, begin_of_frame, end_of_frame>(text, 0);
+  for (; at < text.size(); ++at) stored[static_cast<qsizetype>(at)] = storable(text[at]);
   return stored;
 }
 
@@ -136,19 +135,20 @@ void DocumentDisplay::insert(QTextCursor& cursor, const Document& content, Exten
   const Color own_color = window_text();
   std::vector<std::optional<QTextCharFormat>> formats;
   const std::u16string_view text = content.text();
-  for (std::size_t at = extent.start; at < extent.end;) {
-    const RunList::Run run = runs.run(runs.find(at));
+  std::size_t index = runs.find(extent.start);
+  for (std::size_t at = extent.start; at < extent.end; ++index) {
+    const RunList::Run run = runs.run(index);
     const std::size_t end = std::min(run.end, extent.end);
     if (run.value >= formats.size()) formats.resize(run.value + 1);
     auto& format = formats[run.value];
     const bool is_new = !format;
     if (is_new) format = to_qt(content.format(run.value), own_color);
     cursor.insertText(storable_text(text.substr(at, end - at)), *format);
-    // The document looks up each format; it recognises its own copy without comparing properties.
-    const bool goes_on = is_new && end < extent.end;
-    const QTextCharFormat known = goes_on ? cursor.charFormat() : QTextCharFormat();
-    if (goes_on && known == *format) format = known;
     at = end;
+    if (!is_new || at == extent.end) continue;
+    // The document looks up each format; it recognises its own copy without comparing properties.
+    const QTextCharFormat known = cursor.charFormat();
+    if (known == *format) format = known;
   }
 }
 
@@ -157,8 +157,9 @@ void DocumentDisplay::put_formats(const Document& content, Extent extent) {
   const Color own_color = window_text();
   QTextCursor cursor(&document_);
   const Edits edits(cursor);
-  for (std::size_t at = extent.start; at < extent.end;) {
-    const RunList::Run run = runs.run(runs.find(at));
+  std::size_t index = runs.find(extent.start);
+  for (std::size_t at = extent.start; at < extent.end; ++index) {
+    const RunList::Run run = runs.run(index);
     const std::size_t end = std::min(run.end, extent.end);
     const Span span = span_of({at, end});
     cursor.setPosition(span.start);
