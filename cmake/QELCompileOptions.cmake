@@ -16,6 +16,11 @@ else()
   endif()
 endif()
 
+if(CMAKE_UNITY_BUILD)
+  # A name of one source may hide that of another.
+  add_compile_options(-Wno-shadow)
+endif()
+
 if(QEL_SANITIZE)
   set(instrumentation -fsanitize=${QEL_SANITIZE} -fno-sanitize-recover=all -fno-omit-frame-pointer)
   add_compile_options(${instrumentation})
@@ -26,6 +31,5 @@ if(QEL_FUZZ)
   if(NOT CMAKE_CXX_COMPILER_ID MATCHES "Clang")
     message(FATAL_ERROR "QEL_FUZZ needs clang; try: cmake --preset fuzz")
   endif()
-  add_compile_options(-fsanitize=fuzzer-no-link)
   add_link_options(-fsanitize=fuzzer-no-link)
 endif()
