@@ -44,11 +44,9 @@ TEST(SvgCanvas, MeasuresAsTheFontsDo) {
   const std::vector<Row> rows = {
       {u"Hello", {u"Arial", em}, 4667},
       {u"Hello", {u"ARIAL CE", em, true}, 5007},
-      {u"Hello", {u"Century Gothic", em}, 4667},
       {u"Hello", {u"no such font", em}, 4667},
       {u"Häße Жук €", {u"Arial", em, true, true}, 11361},
       {u"Quick Ελλάς", {u"times new roman", em}, 10638},
-      {u"Quick", {u"Georgia", em, true}, 5349},
       {u"Quick", {u"Palatino Linotype", em, true, true}, 5120},
       {u"Wi…", {u"Courier New", em, true}, 3687},
       {u"\t", {u"Consolas", em}, 4 * 1229},
@@ -87,7 +85,6 @@ TEST(SvgCanvas, WritesTextWithItsFormat) {
       {{u"x", -1e30F, -0.0001F, 1, {}}, "x=\"-1000000000\" y=\"0\""},
       {{u"x", std::nanf(""), 1.0F / 3, 1, {}}, "x=\"0\" y=\"0.333\""},
       {{u"x", 0, 0, 1, {u"Verdana", 8}}, "\"'Verdana', Arial, 'Liberation Sans', Helvetica"},
-      {{u"x", 0, 0, 1, {u"Consolas", 8}}, "\"'Consolas', 'Courier New', 'Liberation Mono', "},
       {{u"x", 0, 0, 1, {u"Symbol", 8}}, "\"'Times New Roman', 'Liberation Serif', Times, serif"},
       {{u"x", 0, 0, 1, {u"\"'\\><&\n", 8}}, "\"'&quot;\\'\\\\&gt;&lt;&amp;\uFFFD', Arial, "},
       {{u"x", 0, 0, 1, {test::repeated(u"x", 65), 8}}, "\"Arial, "},
@@ -118,7 +115,6 @@ TEST(SvgCanvas, IsAsHighAsWhatIsDrawn) {
             "<rect x=\"-10\" y=\"-10\" width=\"120\" height=\"20\" fill=\"#ffffff\"/>\n");
   canvas.draw_text({u"", 0, 500, 0, {}});
   canvas.fill_rectangle({0, 500, 0, 9}, 0);
-  canvas.fill_rectangle({0, 500, std::nanf(""), 9}, 0);
   EXPECT_EQ(canvas.height(), 0) << "nothing was drawn";
   EXPECT_NE(SvgCanvas(0).svg().find(" width=\"1pt\" height=\"1pt\""), std::string::npos);
   canvas.fill_rectangle({1, 2, 3, 4.5F}, rgb(0, 0, 16));

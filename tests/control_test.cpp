@@ -35,20 +35,6 @@ class StyledPlatform : public headless::HeadlessPlatform, private platform::Visu
   }
 };
 
-/// A bag with values of other types than were written.
-class Strangers : public platform::PropertyBag {
- public:
-  Variant read(std::u16string_view name, const Variant& preset) const override {
-    if (name == u"BackColor") return 1e99;
-    if (name == u"FontSize") return std::u16string(u"12");
-    if (name == u"FontName") return std::int32_t{7};
-    if (name == u"Multiline") return true;
-    if (name == u"TabStop") return std::int32_t{0};
-    return preset;
-  }
-  void write(std::u16string_view, const Variant&, const Variant&) override {}
-};
-
 /// A conversion box of a class that the library does not know, in front of one that it does.
 class HostsBox : public platform::RichEdit {
  public:
@@ -125,13 +111,6 @@ TEST(Control, TakesDamagedValuesOneByOne) {
   EXPECT_EQ(control.get_FontName(), u"a=b");
   EXPECT_EQ(control.get_XPTheme(), 2);
   EXPECT_EQ(control.get_TextQEL(), u"x\\");
-  Strangers strangers;
-  control.ReadProperties(strangers);
-  EXPECT_EQ(control.get_BackColor(), system_color(5)) << "a number that no colour can be";
-  EXPECT_EQ(control.get_FontSize(), 12);
-  EXPECT_EQ(control.get_FontName(), u"Arial") << "a number is no name";
-  EXPECT_TRUE(control.get_Multiline());
-  EXPECT_FALSE(control.get_TabStop());
   PropertyBag bag;
   bag.write(u"d", 0.1, 0.0);
   bag.write(u"f", 2.5F, 0.0F);

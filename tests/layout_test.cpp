@@ -228,6 +228,8 @@ TEST(WordWrap, FollowsTheRuleStepByStep) {
   }
 }
 
+std::string hundredths(float value) { return std::to_string(std::lround(value * 100)); }
+
 TEST(Drawing, PutsStylesOntoTheCanvas) {
   OnFixedCanvas on;
   QELIndexColors colors;
@@ -238,37 +240,24 @@ TEST(Drawing, PutsStylesOntoTheCanvas) {
   const float below = on.engine.WriteParagraph(
       u"a/b1b/i1c/b0/i0/u1d/k1e/u0/k0/p1f/p0/s1g/s0/f2/y4h/f0/y0/c1iJ/c0/y1k/f4l", 1, 2, 500);
   EXPECT_FLOAT_EQ(below, 14);
-  using platform::TextFont;
-  const float up = 3;
-  const float down = 1.35F;
-  const headless::DrawnText expected[] = {
-      {u"a", 1, 11, 5, 0, TextFont{u"Arial", 10}},
-      {u"b", 6, 11, 6, 0, TextFont{u"Arial", 10, true}},
-      {u"c", 12, 11, 6, 0, TextFont{u"Arial", 10, true, true}},
-      {u"d", 18, 11, 5, 0, TextFont{u"Arial", 10}},
-      {u"e", 23, 11, 5, 0, TextFont{u"Arial", 10}},
-      {u"f", 28, 11 - up, 10.F / 3, 0, TextFont{u"Arial", 20.F / 3}},
-      {u"g", 28 + 10.F / 3, 11 + down, 10.F / 3, 0, TextFont{u"Arial", 20.F / 3}},
-      {u"h", 28 + 20.F / 3, 11, 5, 0x123456, TextFont{u"Courier New", 10}},
-      {u"I", 33 + 20.F / 3, 11, 4, 0, TextFont{u"Arial", 8}},
-      {u"J", 37 + 20.F / 3, 11, 5, 0, TextFont{u"Arial", 10}},
-      {u"k", 42 + 20.F / 3, 11, 5, 49152, TextFont{u"Arial", 10}},
-      {u"l", 47 + 20.F / 3, 11, 5, 49152, TextFont{u"Arial", 10}},
+  // Text, place, width, font and colour, in hundredths.
+  const std::vector<std::string> expected = {
+      "a 100 1100 500 Arial 1000 0",      "b 600 1100 600 Arial 1000 b 0",
+      "c 1200 1100 600 Arial 1000 bi 0",  "d 1800 1100 500 Arial 1000 0",
+      "e 2300 1100 500 Arial 1000 0",     "f 2800 800 333 Arial 667 0",
+      "g 3133 1235 333 Arial 667 0",      "h 3467 1100 500 Courier New 1000 1193046",
+      "I 3967 1100 400 Arial 800 0",      "J 4367 1100 500 Arial 1000 0",
+      "k 4867 1100 500 Arial 1000 49152", "l 5367 1100 500 Arial 1000 49152",
   };
-  ASSERT_EQ(on.canvas->texts().size(), std::size(expected));
-  for (std::size_t i = 0; i < std::size(expected); ++i) {
-    const headless::DrawnText& drawn = on.canvas->texts()[i];
-    SCOPED_TRACE(test::shown(drawn.text));
-    EXPECT_EQ(drawn.text, expected[i].text);
-    EXPECT_NEAR(drawn.x, expected[i].x, 0.001);
-    EXPECT_NEAR(drawn.y, expected[i].y, 0.001);
-    EXPECT_NEAR(drawn.width, expected[i].width, 0.001);
-    EXPECT_EQ(drawn.font.name, expected[i].font.name) << "font 4 is unused: the default font";
-    EXPECT_NEAR(drawn.font.size, expected[i].font.size, 0.001);
-    EXPECT_EQ(drawn.font.bold, expected[i].font.bold);
-    EXPECT_EQ(drawn.font.italic, expected[i].font.italic);
-    EXPECT_EQ(drawn.color, expected[i].color);
+  std::vector<std::string> found;
+  for (const headless::DrawnText& drawn : on.canvas->texts()) {
+    std::string line = test::shown(drawn.text);
+    for (const float value : {drawn.x, drawn.y, drawn.width}) line += " " + hundredths(value);
+    line += " " + test::shown(drawn.font.name) + " " + hundredths(drawn.font.size) + " ";
+    if (drawn.font.bold) line += drawn.font.italic ? "bi " : "b ";
+    found.push_back(line + std::to_string(drawn.color));
   }
+  EXPECT_EQ(found, expected) << "font 4 is unused: the default font";
   ASSERT_EQ(on.canvas->rectangles().size(), 2U) << "one bar for all that is underlined";
   const headless::DrawnRectangle& underline = on.canvas->rectangles()[0];
   const headless::DrawnRectangle& strike_through = on.canvas->rectangles()[1];

@@ -103,8 +103,6 @@ TEST(LinkedList, KeepsHolesUntilItIsEmptiedOrCompressed) {
   EXPECT_EQ(list.AddToTop({}), 4) << "a list of holes is empty already";
   list.Clear();
   EXPECT_EQ(list.AddToTop({}), 1);
-  EXPECT_EQ(list.SetData(std::u16string(u"new")), 0);
-  EXPECT_EQ(std::get<std::u16string>(list.GetData(1)), u"new");
 }
 
 /// The members that use the cursor, and the name that an error gives.

@@ -375,14 +375,6 @@ TEST(Decoder, DividesSpans) {
   }
 }
 
-TEST(Decoder, CountsIn16BitsButComputesInMore) {
-  StyleDecoder decoder;
-  decoder.put_QELText(test::repeated(u"a/b1b/b0", 35000));
-  std::int16_t last = 0;
-  EXPECT_EQ(decoder.GetSegmentIndexGivenStartAndLength(32767, 32767, last), -32768);
-  EXPECT_EQ(last, -2) << "segment 65534";
-}
-
 TEST(Decoder, StylesSpans) {
   StyleDecoder decoder;
   const auto restyled = [&](std::u16string_view markup, int start, int length, auto... arguments) {
@@ -439,10 +431,6 @@ TEST(Words, DivideSegmentsOnRequest) {
     EXPECT_EQ(texts_of(*decoder.get_Segments()), divided[divides ? option : 0]) << option;
     EXPECT_EQ(decoder.get_QELText(), encoded);
   }
-  decoder.SetQELText(u"/y1/f3one two", 1);
-  EXPECT_EQ(decoder.SegmentStyle(3)->FontID, 3);
-  EXPECT_EQ(decoder.get_QELText(), u"/y1/f3one/f0 /f0two/f0/y0")
-      << "the font goes, as between any runs";
 }
 
 TEST(Words, LoseBlanksAndPunctuationButNoCodes) {

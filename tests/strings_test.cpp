@@ -1,7 +1,6 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
-#include <optional>
 #include <vector>
 
 #include "qel/base/Search.h"
@@ -206,10 +205,6 @@ TEST(QELTextStrings, StuffWithStyleData) {
         row.result)
         << test::shown(row.record) << " " << row.start;
   }
-  iStyle ignored;
-  ignored.Bold = true;
-  ignored.put_Ignored(true);
-  EXPECT_EQ(tools.StuffWithStyleData(u"/u1ab/u0", 1, 1, u"X", ignored), u"/u1Xb/u0");
   cReplaceData raised;
   raised.DontChangeStyle = false;
   raised.Superscript = true;
@@ -369,9 +364,6 @@ TEST(QELTextObjects, HandOnToTheirOwners) {
   tools.put_RevealCodes(false);
   tools.put_ShowHiddenText(false);
   tools.put_WordWrap(true);
-  tools.WriteParagraph(u"one /y2hidden/y0two", 0, 0, 16);
-  EXPECT_EQ(tools.get_LinesPrinted(), 2);
-  EXPECT_EQ(tools.fmtTextWidth(u"a/y2b"), 5);
   EXPECT_EQ(tools.LineCount(u"a/y2b/y0 c", 15, 0), 1) << "hidden text takes no room";
   EXPECT_EQ(tools.GetLine(u"ab cd", 15, 0, 2), u"cd");
   EXPECT_EQ(QELText::RomanToArabic(u"xiv"), u"14");

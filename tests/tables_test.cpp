@@ -3,8 +3,6 @@
 #include "qel/base/CaseMapping.h"
 #include "qel/base/Error.h"
 #include "qel/base/Records.h"
-#include "qel/headless/HeadlessPlatform.h"
-#include "qel/platform/Common.h"
 #include "qel/tables/QELIndexColors.h"
 #include "qel/tables/QELIndexFonts.h"
 #include "qel/tables/QELIndexLabels.h"
@@ -191,20 +189,6 @@ TEST(Colors, RecordLeavesTheColorTableStale) {
   EXPECT_EQ(set.get_ColorTable(), colors.get_ColorTable());
   EXPECT_EQ(set.get_ColorTable().find(u"{\\colortbl\\red7\\green0\\blue0;\\red255\\green0\\blue0;"),
             0U);
-}
-
-/// A platform of which only the colours are asked.
-class RedPlatform : public headless::HeadlessPlatform, public platform::SystemColors {
- public:
-  const SystemColors& system_colors() const override { return *this; }
-  Color color(std::int32_t index) const override { return index + 1000; }
-};
-
-TEST(Common, AThreadMayNameItsPlatform) {
-  Common::set_platform(std::make_shared<RedPlatform>());
-  EXPECT_EQ(QELIndexColors::ConvertSystemColor(system_color(8)), 1008);
-  Common::set_platform(nullptr);
-  EXPECT_EQ(QELIndexColors::ConvertSystemColor(system_color(5)), 0xFFFFFF);
 }
 
 }  // namespace

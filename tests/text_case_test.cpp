@@ -56,19 +56,6 @@ TEST(TextCase, ConvertsSpans) {
   });
 }
 
-TEST(TextCase, KeepsHiddenTextWhereTheLengthReadsAsMinusOne) {
-  for (const std::size_t size : {65534U, 65535U, 65536U}) {
-    std::u16string text = u"/y2aB/y0";
-    text.append(test::repeated(u"x", size - text.size()));
-    const std::u16string swapped = TextCase::ChangeCase(text, 0, -1);
-    EXPECT_EQ(swapped.substr(0, 9), size == 65535 ? u"/y2aB/y0X" : u"/y2Ab/y0X") << size;
-    EXPECT_EQ(swapped.size(), size);
-    EXPECT_EQ(swapped.back(), u'X');
-    EXPECT_EQ(TextCase::UpperCase(text, 2, -1).substr(0, 9), u"/y2aB/y0X") << size;
-    EXPECT_EQ(TextCase::UpperCase(text, 2, -1).back(), u'X');
-  }
-}
-
 TEST(TextCase, RaisesWords) {
   struct Row {
     std::u16string_view text;

@@ -23,7 +23,7 @@ gives "markup" 'one/nl/b1two/nl/b0' verb show 2
 gives "an edit" '' verb edit 2 --title '[a,b]'
 gives "the other text stays" $'[a,b]\none\ntwo\n' verb show 2 --as text
 gives "two records" $'3\nx\ny\n\nTé\n' verb export 3 1 --as text
-gives "each with its own formats" '3/nl/i1x/nl/i0y/nl/nl/b1Té/nl/b0' verb export 3 1 --as qel
+gives "each with its own formats" '3/nl/i1x/i0/nly/nl/nl/b1Té/nl/b0' verb export 3 1 --as qel
 gives "to a file" '' verb export --as rtf -o all.rtf
 grep -qF '\b1 two' all.rtf || fail "no RTF in all.rtf"
 gives "removal" '' verb remove 1 3

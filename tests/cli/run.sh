@@ -75,7 +75,6 @@ breaks 2 'overwrite' "$qel" convert a.qel R.RTF --to qel -d .
 breaks 2 'use -o' "$qel" convert - --to qel -d out
 breaks 2 "'10=x'" "$qel" tables --font 10=x
 breaks 2 "'#12345'" "$qel" tables --color 1=#12345
-breaks 2 '--jobs' "$qel" convert a.qel --to qel --jobs 0
 [[ ! -e out ]] || fail "a usage error made a folder"
 gives "a usage error writes nothing" a/b1b cat a.qel
 

@@ -73,45 +73,6 @@ TEST_F(InterfacesTest, ReadsEveryProperty) {
   });
 }
 
-/// Calls a member by its place in the table of the interface, with nothing for all arguments.
-HRESULT call_with_nothing(IDispatch& object, ITypeInfo& info, const FUNCDESC& function) {
-  const std::vector<VARIANT> values(static_cast<std::size_t>(function.cParams));
-  std::vector<VARTYPE> types;
-  std::vector<VARIANTARG*> arguments;
-  for (std::size_t i = 0; i < values.size(); ++i) {
-    const TYPEDESC& type = function.lprgelemdescParam[i].tdesc;
-    const bool is_plain = type.vt != VT_PTR && type.vt != VT_USERDEFINED;
-    types.push_back(is_plain ? type.vt : static_cast<VARTYPE>(sizeof(void*) == 8 ? VT_I8 : VT_I4));
-    arguments.push_back(const_cast<VARIANT*>(&values[i]));
-  }
-  Pointer<IUnknown> target;
-  TYPEATTR* attributes = nullptr;
-  info.GetTypeAttr(&attributes);
-  object.QueryInterface(attributes->guid, reinterpret_cast<void**>(target.put()));
-  info.ReleaseTypeAttr(attributes);
-  VARIANT result = {};
-  DispCallFunc(target.get(), static_cast<ULONG_PTR>(function.oVft), CC_STDCALL, VT_ERROR,
-               static_cast<UINT>(values.size()), types.data(), arguments.data(), &result);
-  return result.scode;
-}
-
-TEST_F(InterfacesTest, AnswersWhereThereIsNoPlaceForTheResult) {
-  each_object([](const std::wstring& name, IDispatch& object) {
-    Pointer<ITypeInfo> table;
-    HREFTYPE reference = 0;
-    const auto info = info_of(object);
-    ASSERT_EQ(info->GetRefTypeOfImplType(static_cast<UINT>(-1), &reference), S_OK);
-    ASSERT_EQ(info->GetRefTypeInfo(reference, table.put()), S_OK);
-    each_function(*table, [&](const FUNCDESC& function) {
-      if (function.cParams == 0) return;
-      const PARAMDESC& last = function.lprgelemdescParam[function.cParams - 1].paramdesc;
-      if ((last.wParamFlags & PARAMFLAG_FRETVAL) == 0) return;
-      EXPECT_EQ(call_with_nothing(object, *table, function), E_POINTER)
-          << name << L"." << name_of(*table, function.memid);
-    });
-  });
-}
-
 /// Values of every kind, good and bad.
 class Oddities {
  public:

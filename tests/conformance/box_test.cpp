@@ -5,7 +5,6 @@
 #include <vector>
 
 #include "conformance/Stage.h"
-#include "support/Text.h"
 
 namespace qel::conformance {
 namespace {
@@ -24,12 +23,6 @@ class Box : public testing::Test {
  private:
   std::unique_ptr<Stage> stage_ = make_stage();
   std::vector<std::shared_ptr<RichEdit>> boxes_;
-};
-
-class CountingListener : public platform::BoxListener {
- public:
-  void on_change() override { ++changes; }
-  int changes = 0;
 };
 
 TEST_F(Box, CountsBreaksAsTwoPositions) {
@@ -131,26 +124,6 @@ TEST_F(Box, AlignsParagraphs) {
   EXPECT_EQ(other.alignment(), Alignment::right);
   other.select({6, 0});
   EXPECT_EQ(other.alignment(), Alignment::center);
-}
-
-TEST_F(Box, TellsOfEachChangeOnce) {
-  RichEdit& box = new_box();
-  CountingListener listener;
-  box.listen(&listener);
-  box.put_Text(u"abc");
-  box.put_TextRTF(u"{\\rtf1\\b ab\\b0 c}");
-  box.select({0, 2});
-  box.put_SelText(u"x");
-  box.select({0, 1});
-  box.put_SelBold(false);
-  box.put_alignment(Alignment::right);
-  EXPECT_EQ(listener.changes, 5) << "moving the selection is no change";
-  box.put_SelBold(false);
-  box.put_alignment(Alignment::right);
-  EXPECT_EQ(listener.changes, 5) << "what stands there already is none either";
-  box.select({1, 0});
-  box.put_SelBold(false);
-  EXPECT_EQ(listener.changes, 5) << "nor is the format of text to come";
 }
 
 }  // namespace

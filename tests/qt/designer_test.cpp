@@ -190,7 +190,6 @@ TEST(Designer, TellsOfTheWidget) {
   ASSERT_NE(widget, nullptr);
   EXPECT_EQ(widget->name(), QStringLiteral("qel::qt::TextBox"));
   EXPECT_EQ(widget->group(), QStringLiteral("QEL"));
-  EXPECT_FALSE(widget->isContainer());
   EXPECT_TRUE(QFile::exists(QStringLiteral(QEL_SOURCE_DIR "/qt/include/") + widget->includeFile()));
   const QImage icon = widget->icon().pixmap(48).toImage();
   EXPECT_EQ(icon.width(), 48);

@@ -10,7 +10,6 @@
 
 #include "qel/qt/QtPlatform.h"
 #include "qt/platform/BoxView.h"
-#include "support/Text.h"
 
 namespace qel::qt {
 namespace {
@@ -68,24 +67,6 @@ TEST(QtDrag, PutsWhatAnotherProgramDropsIntoTheText) {
   box->select({3, 1});
   EXPECT_EQ(box->get_SelBold(), true);
   EXPECT_EQ(drop_with(Qt::ControlModifier), Qt::CopyAction);
-}
-
-TEST(QtDrag, SuppliesWhatWasPromised) {
-  DragData dragged;
-  const DragMimeData data(dragged);
-  dragged.promise(text_format);
-  dragged.put(rtf_format, u"{\\rtf1 \u00E4}");
-  int asked = 0;
-  dragged.put_supply([&](DragData& promised, std::int16_t format) {
-    ++asked;
-    promised.put(format, u"a\r\nb");
-  });
-  EXPECT_TRUE(data.hasText());
-  EXPECT_EQ(asked, 0);
-  EXPECT_EQ(data.text(), QStringLiteral("a\nb"));
-  EXPECT_EQ(data.text(), QStringLiteral("a\nb"));
-  EXPECT_EQ(asked, 1);
-  EXPECT_EQ(data.data(rtf_name), QByteArray("{\\rtf1 \\'e4}"));
 }
 
 }  // namespace

@@ -301,7 +301,8 @@ TEST_F(BoxWindows, ScrollToTheCaret) {
         box::Selection{12, 300}, box::Selection{end, 300}}) {
     box->put_selection(selection);
     const LONG y = test::point_of(*box, static_cast<std::int32_t>(selection.caret)).y;
-    EXPECT_TRUE(y >= 0 && y < 200) << selection.anchor << " to " << selection.caret;
+    EXPECT_GE(y, 0) << selection.anchor << " to " << selection.caret;
+    EXPECT_LT(y, 200) << selection.anchor << " to " << selection.caret;
   }
 }
 

@@ -143,7 +143,8 @@ TEST(DataObject, ReadsOthersWhenTheyAreAskedFor) {
   {
     DragData data = read_data_object(*foreign);
     EXPECT_EQ(others_of(foreign), 1U);
-    EXPECT_TRUE(data.has(text_format) && data.has(rtf_format));
+    EXPECT_TRUE(data.has(text_format));
+    EXPECT_TRUE(data.has(rtf_format));
     EXPECT_EQ(foreign->reads, 0);
     EXPECT_EQ(data.get(text_format), u"new");
     EXPECT_EQ(data.get(text_format), u"new");

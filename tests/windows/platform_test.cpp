@@ -32,15 +32,15 @@ TEST(WindowsPlatform, MissesVisualStylesOnlyWithoutTheirLibrary) {
 
 TEST(WindowsPlatform, TellsSymbolFontsFromOthers) {
   const auto surface = windows_platform().create_measuring_surface();
-  surface->put_TestFont(u"Marlett");
-  EXPECT_EQ(surface->test_font_character_set(), CharacterSet::symbol);
-  surface->put_TestFont(u"Arial");
-  EXPECT_EQ(surface->test_font_character_set(), CharacterSet::ansi);
   std::array<wchar_t, LF_FACESIZE> selected = {};
-  GetTextFaceW(reinterpret_cast<HDC>(surface->get_hDC()), LF_FACESIZE, selected.data());
+  for (const wchar_t* face : {L"Symbol", L"No font of that name", L"Arial"}) {
+    surface->put_TestFont(utf16(face));
+    GetTextFaceW(reinterpret_cast<HDC>(surface->get_hDC()), LF_FACESIZE, selected.data());
+    const bool is_symbol = selected.data() == std::wstring_view(L"Symbol");
+    EXPECT_EQ(surface->test_font_character_set(),
+              is_symbol ? CharacterSet::symbol : CharacterSet::ansi);
+  }
   EXPECT_STREQ(selected.data(), L"Arial");
-  surface->put_TestFont(u"No font of that name");
-  EXPECT_EQ(surface->test_font_character_set(), CharacterSet::ansi);
   EXPECT_THROW(surface->put_TestFont(test::repeated(u"x", 32)), Error);
 }
 
