@@ -260,6 +260,14 @@ TEST(QELTextStrings, Split) {
   }
 }
 
+TEST(QELTextStrings, Compare) {
+  QELText tools;
+  EXPECT_TRUE(tools.Compare(u"/b1ab/b0", u"/b1a/b1b"));
+  EXPECT_FALSE(tools.Compare(u"ab", u"/b1ab/b0"));
+  EXPECT_FALSE(tools.Compare(u"abc", u"abcdef"));
+  EXPECT_FALSE(tools.Compare(u"abcdef", u"abc"));
+}
+
 TEST(QELTextStrings, KeepTheTextOnRandomMarkup) {
   test::Random random(test::base_seed());
   QELText tools;

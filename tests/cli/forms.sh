@@ -36,11 +36,9 @@ done <<'END'
 1|cannot open none.db: No such file|edit 1 -d none.db --title x
 1|cannot open body.rtf: file is not a database|list -d body.rtf
 1|cannot open .: Is a directory|add -d . --title x
-1|there is no record 1|show 1 -d notes.db
 1|there is no record 9|remove 2 9 -d notes.db
 1|cannot read none: No such file|edit 2 --body-file none -d notes.db
 1|cannot write none/x: No such file|export -o none/x -d notes.db
-2|'bogus' is not a command (see 'qelforms --help')|bogus
 2|ID is required|show -d notes.db
 2|--database is required (see 'qelforms list --help')|list
 2|neither a title nor a body|edit 2 -d notes.db

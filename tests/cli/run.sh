@@ -67,14 +67,12 @@ printf 'a/b1b' >a.qel
 printf '{\\rtf1 r}' >R.RTF
 printf '/b1' >t.txt
 breaks 2 "required (see 'qel --help')" "$qel"
-breaks 2 "'html' is not one of qel, qelv6" "$qel" convert a.qel --to html
 breaks 2 'excludes' "$qel" convert a.qel --to qel -o x -d y
 breaks 2 '-d DIR' "$qel" convert a.qel t.txt --to qel
 breaks 2 'both become out/a.txt' "$qel" convert a.qel sub/a.rtf --to text -d out
 breaks 2 'overwrite' "$qel" convert a.qel R.RTF --to qel -d .
 breaks 2 'use -o' "$qel" convert - --to qel -d out
 breaks 2 "'10=x'" "$qel" tables --font 10=x
-breaks 2 "'#12345'" "$qel" tables --color 1=#12345
 [[ ! -e out ]] || fail "a usage error made a folder"
 gives "a usage error writes nothing" a/b1b cat a.qel
 

@@ -86,13 +86,11 @@ breaks 2 "'b,z' is not one of b, i" text stuff 1 1 x a.qel --style b,z
 breaks 2 'exclude' text len a.qel -t x
 breaks 2 "'loud' is not a command (see 'qel text --help')" text loud
 breaks 2 "not expected: --start (see 'qel text len --help')" text len --start 3 -t x
-breaks 2 "'0x2' is not a whole number" text left 0x2 a.qel
 breaks 2 "'nan' is not a number" "$qel" render a.qel -o x.svg --width nan
 breaks 2 'standard input can be only one' text compare -
 breaks 2 '--indent leaves no room' "$qel" render a.qel -o x.svg --width 30 --indent 30
 printf '{\\rtf1 x}' >x.rtf
 breaks 1 'x.rtf is RTF' text plain x.rtf
-breaks 1 'cannot read none.qel' text len none.qel
 breaks 1 'cannot write none/x.svg' "$qel" render a.qel -o none/x.svg
 
 echo "== options are described =="

@@ -120,6 +120,9 @@ TEST_F(QtEditor, LaysOutItsFormAtAnySize) {
       for (const QPushButton* button : dialog.findChildren<QPushButton*>()) {
         EXPECT_TRUE(form.contains(button->geometry()));
         EXPECT_FALSE(button->geometry().intersects(text));
+        for (const QPushButton* other : dialog.findChildren<QPushButton*>()) {
+          EXPECT_TRUE(other == button || !other->geometry().intersects(button->geometry()));
+        }
       }
     }
   });

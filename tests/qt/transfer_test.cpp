@@ -69,5 +69,14 @@ TEST(QtDrag, PutsWhatAnotherProgramDropsIntoTheText) {
   EXPECT_EQ(drop_with(Qt::ControlModifier), Qt::CopyAction);
 }
 
+TEST(QtDrag, GivesOtherProgramsItsTextAndRTF) {
+  DragData dragged;
+  const DragMimeData data(dragged);
+  dragged.put(text_format, u"a\r\nb");
+  dragged.put(rtf_format, u"{\\rtf1 \u00E4}");
+  EXPECT_EQ(data.text(), QStringLiteral("a\nb"));
+  EXPECT_EQ(data.data(rtf_name), QByteArray("{\\rtf1 \\'e4}"));
+}
+
 }  // namespace
 }  // namespace qel::qt

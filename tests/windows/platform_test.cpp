@@ -30,6 +30,13 @@ TEST(WindowsPlatform, MissesVisualStylesOnlyWithoutTheirLibrary) {
   }
 }
 
+TEST(WindowsPlatform, KnowsTheScreen) {
+  RECT desktop = {};
+  GetWindowRect(GetDesktopWindow(), &desktop);
+  EXPECT_EQ(windows_platform().screen().width, desktop.right);
+  EXPECT_EQ(windows_platform().screen().height, desktop.bottom);
+}
+
 TEST(WindowsPlatform, TellsSymbolFontsFromOthers) {
   const auto surface = windows_platform().create_measuring_surface();
   std::array<wchar_t, LF_FACESIZE> selected = {};
