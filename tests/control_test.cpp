@@ -35,6 +35,17 @@ class StyledPlatform : public headless::HeadlessPlatform, private platform::Visu
   }
 };
 
+/// A bag with values of other types than were written.
+class Strangers : public platform::PropertyBag {
+ public:
+  Variant read(std::u16string_view name, const Variant& preset) const override {
+    if (name == u"BackColor") return 1e99;
+    if (name == u"TabStop") return std::int32_t{0};
+    return preset;
+  }
+  void write(std::u16string_view, const Variant&, const Variant&) override {}
+};
+
 /// A conversion box of a class that the library does not know, in front of one that it does.
 class HostsBox : public platform::RichEdit {
  public:
@@ -111,6 +122,9 @@ TEST(Control, TakesDamagedValuesOneByOne) {
   EXPECT_EQ(control.get_FontName(), u"a=b");
   EXPECT_EQ(control.get_XPTheme(), 2);
   EXPECT_EQ(control.get_TextQEL(), u"x\\");
+  control.ReadProperties(Strangers());
+  EXPECT_EQ(control.get_BackColor(), system_color(5)) << "a number that no colour can be";
+  EXPECT_FALSE(control.get_TabStop());
   PropertyBag bag;
   bag.write(u"d", 0.1, 0.0);
   bag.write(u"f", 2.5F, 0.0F);

@@ -132,7 +132,6 @@ TEST(WordWrap, BreaksAtBlanks) {
       {u"abc", -5, 9, {u"a", u"b", u"c"}},
       {u"ab cd", std::numeric_limits<float>::infinity(), 0, {u"ab cd"}},
       {u"/y2hidden/y0 x", 2, 0, {u"/y2hi", u"dd", u"en", u"x"}},
-      {u"/k1ab/k0/nlc", 1, 0, {u"/k1a", u"b/k0/nl", u"c"}},  // codes stay whole
       {u"\\\\b1 a~/b1", 3, 0, {u"\\\\b1", u"a~"}},
   };
   for (const Row& row : rows) {

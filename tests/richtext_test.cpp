@@ -61,8 +61,6 @@ TEST(RtfReader, UnderstandsWords) {
       {R"(\up4 a\up0 b\dn4 c\up d\dn0{\super e}{\sub f\nosupersub g}{\dn-6 h}{\up9999 i})",
        u"[ 45]a[]b[ -45]c[ 65]d[ 45]e[ -45]f[]g[ 65]h[ 32765]i"},
       {R"(\fs17 a\fs0 b\fs-3 c\fs40000 d\fs e)", u"[ 85]abcd[]e"},
-      {R"(a\tab b\cell c\row d\line e\par f)",
-       u"[]a\\u0009b\\u0009c\\u000D\\u000Ad\\u000D\\u000Ae\\u000D\\u000Af"},
       {"a\\\nb\\\r\nc\r\nd\te", u"[]a\\u000D\\u000Ab\\u000D\\u000Acd\\u0009e"},
       {R"(\page\sect a\sect b\par\page c)", u"[]a\\u000D\\u000Ab\\u000D\\u000Ac"},
       {R"(\{\}\\\~\-\_\|\:x)", u"[]{}\\\\u00A0\\u00AD\\u2011x"},

@@ -99,7 +99,6 @@ TEST_F(RTFConversion, TellsCodesInItsOwnWay) {
   for (const auto* text : {u"/b2", u"/B1", u"/t1", u"/nl", u"/b1x", u"/b", u"xb1", u""}) {
     EXPECT_FALSE(RTFParser::IsQELCode(text));
   }
-  EXPECT_EQ(RTFParser::ConvertSystemColor(5), 0xFFFFFF);
 }
 
 /// The steps of writing one after the other.

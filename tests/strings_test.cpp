@@ -22,7 +22,6 @@ TEST(QELTextStrings, Find) {
       {u"/b1abc/b0d", u"cd", 3, 3, 3}, {u"a/nlb a/b1b/b0", u"/i1ab", 1, 4, 1},
       {u"ab", u"", 1, 1, 1},           {u"ab", u"/b1", 1, 1, 1},
       {u"aXx", u"x", 3, 3, 2},         {u"\u03A3\u03C3\u03C2", u"\u03C2", 3, 3, 1},  // three sigmas
-      {u"~/b1", u"b1", 3, 3, 3},
   };
   QELText tools;
   for (const Row& row : rows) {

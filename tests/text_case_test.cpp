@@ -52,7 +52,6 @@ TEST(TextCase, ConvertsSpans) {
       {upper, u"a~/b1b/x1", 0, -1, u"A~/b1B/X1"},
       {change, u"~/f3~/y0<c1]", 0, -1, u"~/f3~/y0<C1]"},
       {upper, u"/y2hid/y0/y1ign", 0, -1, u"/y2HID/y0/y1IGN/y0"},
-      {upper, u"a/nlb", 0, -1, u"AB"},
   });
 }
 
@@ -67,14 +66,11 @@ TEST(TextCase, RaisesWords) {
       {u"the LORD of the rings", 0, -1, true, u"The Lord of the Rings"},
       {u"the LORD of the rings", 1, -1, false, u"The Lord Of The Rings"},
       {u"what, from. (the) end for!", 0, -1, true, u"What, from. (the) End For!"},
-      {u"look at - ?", 0, -1, true, u"Look At - ?"},
       {u"a \"the\" \u201Con\u201D 'by' \u2018tis {x} [y]", 0, -1, true,
        u"A \"the\" \u201Con\u201D 'by' \u2018Tis {X} [Y]"},
       {u"1ST o'clock WELL-known )x -y", 0, -1, false, u"1st O'clock Well-known )x -y"},
       {u"x\ty\rz\nw/nlv", 0, -1, false, u"X\tY\rZ\nWV"},
       {u"o/b1ne t/b0wo/i1 three", 0, -1, false, u"O/b1ne T/b0wo/i1 Three/i0"},
-      {u"he/b1 of/b0the end /i1o/i0f it", 0, -1, true, u"He/b1 Of/b0the End /i1o/i0f It"},
-      {u"x o/y2zz/y0f /y2last/y0", 0, -1, true, u"X O/y2zz/y0f /y2last/y0"},
       {u"~/b1bold on~/b0 ~/i1", 0, -1, true, u"~/b1bold On~/b0 ~/i1"},
       {u"ONE TWO three FOUR", 5, 6, false, u"ONE Two Three FOUR"},
       {u"ONE TWO of FOUR", 4, 6, true, u"ONE Two of FOUR"},

@@ -39,7 +39,6 @@ done <<'END'
 1|there is no record 9|remove 2 9 -d notes.db
 1|cannot read none: No such file|edit 2 --body-file none -d notes.db
 1|cannot write none/x: No such file|export -o none/x -d notes.db
-2|ID is required|show -d notes.db
 2|--database is required (see 'qelforms list --help')|list
 2|neither a title nor a body|edit 2 -d notes.db
 2|--title excludes --title-file|edit 2 -d notes.db --title x --title-file y

@@ -30,7 +30,6 @@ gives "RTF to markup" '/b1x/b0é€' piped '{\\rtf1\\b x\\b0 \xe9\\u8364?}' --to
 gives "RTF to body" '\b1 x\b0 ' piped '{\\rtf1\\b x}' --to rtf-body
 gives "RTF keeps fonts and sizes" '{\rtf1\ansi\ansicpg1252\deff0{\fonttbl{\f0 Arial;}{\f1 Zed;}}{\colortbl ;\red0\green0\blue0;}\cf1\fs20 a\f1\fs40 b}' \
   piped '{\\rtf1{\\fonttbl{\\f0 Arial;}{\\f4 Zed;}}\\fs20 a\\f4\\fs40 b}' --to rtf
-gives "what is not RTF is text" '\\b1é' piped '/b1\xe9' --from rtf --to qel
 gives "text to text" $'/b1\ta\nb\n' piped '/b1\ta\r\nb\n' --from text --to text
 
 echo "== switches =="
@@ -44,7 +43,6 @@ done
 
 echo "== bytes =="
 gives "UTF-8 with mark" 'é😀' piped '\xef\xbb\xbfé😀' --to text
-gives "UTF-16, little endian" 'aé' piped '\xff\xfea\0\xe9\0' --to text
 gives "UTF-16, big endian, a lone surrogate" 'a�' piped '\xfe\xff\0a\xd8\0' --to text
 gives "RTF in UTF-16" 'a' piped '\xff\xfe{\0\\\0r\0t\0f\0001\0 \0a\0}\0' --to qel
 gives "bytes of code page 1252, overlong, surrogate, cut off" $'é€À¯í\xc2\xa0€â‚' \
@@ -71,7 +69,6 @@ breaks 2 'excludes' "$qel" convert a.qel --to qel -o x -d y
 breaks 2 '-d DIR' "$qel" convert a.qel t.txt --to qel
 breaks 2 'both become out/a.txt' "$qel" convert a.qel sub/a.rtf --to text -d out
 breaks 2 'overwrite' "$qel" convert a.qel R.RTF --to qel -d .
-breaks 2 'use -o' "$qel" convert - --to qel -d out
 breaks 2 "'10=x'" "$qel" tables --font 10=x
 [[ ! -e out ]] || fail "a usage error made a folder"
 gives "a usage error writes nothing" a/b1b cat a.qel
@@ -79,8 +76,6 @@ gives "a usage error writes nothing" a/b1b cat a.qel
 echo "== files =="
 gives "extensions" 'r' "$qel" convert R.RTF --to text
 gives "text by its extension" '\\b1' "$qel" convert t.txt --to qel
-cp a.qel '[a,b].qel'
-gives "a name in brackets" 'ab' "$qel" convert '[a,b].qel' --to text
 gives "a folder is made" '' "$qel" convert a.qel R.RTF t.txt --to rtf-body -d new/out --jobs 2
 [[ $(cd new/out && echo ./* && cat ./*) == './R.body.rtf ./a.body.rtf ./t.body.rtf
 ra\b1 b\\\\b1' ]] || fail "many files: $(tail -n +1 new/out/*)"
@@ -88,7 +83,6 @@ breaks 1 'cannot read missing.qel: No such file or directory' \
   "$qel" convert a.qel missing.qel t.txt --to text -d some
 gives "the others go on" ab/b1 cat some/a.txt some/t.txt
 breaks 1 'cannot read new: Is a directory' "$qel" convert new --to text
-breaks 1 'cannot write none/x: No such file or directory' "$qel" convert a.qel --to text -o none/x
 breaks 1 'cannot write new: Is a directory' "$qel" convert a.qel --to text -o new
 breaks 1 'cannot create a.qel/x' "$qel" convert t.txt --to text -d a.qel/x
 gives "a device" '' "$qel" convert a.qel --to text -o /dev/null

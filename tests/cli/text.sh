@@ -22,7 +22,6 @@ while IFS='|' read -r expected arguments; do
   gives "$arguments" "$(printf '%b.' "$expected")" dotted "${words[@]//_/ }"
 done <<'END'
 6\n|len a.qel
-abcdef|plain a.qel
 3\n|find cd a.qel
 0\n|find CD a.qel
 3\n|find CD --ignore-case a.qel
@@ -46,7 +45,6 @@ a/nlb\nc\n|split , -t a/nlb/nl,/nlc
 one\n\ntwo\nthree\n|wrap -w 99 -t one/nl/nltwo/nlthree
 equal\n|compare a.qel -t /b1a/b0/b1bc/b0def
 one two\nthr\nee\n|wrap -w 7 --indent 4 --columns -t one_two_three
-3\n|wrap -w 3 --columns --lines -t abcdefghi
 Hello\nHello\n|wrap -w 23 -t Hello_Hello
 Hello Hello\n|wrap -w 26 --font 0=Symbol --font-size 4 -t Hello_Hello
 END
@@ -57,7 +55,6 @@ gives "standard input" 6$'\n' bash -c "printf '/b1abc/b0def\n' | $qel text len"
 gives "the end of a line stays" $'AB\r\n' bash -c "printf 'ab\r\n' | $qel text case upper"
 head -c 40000 /dev/zero | tr '\0' x >long.qel
 gives "a long text" 40000$'\n' text len long.qel
-gives "far on in it" 40001$'\n' text find y -t "$(cat long.qel)y"
 printf %s/nl/i1yz "$(<long.qel)" >longer.qel
 gives "a cut there" /i1z/i0 text mid 40002 -1 longer.qel
 gives "a switch there" x/i1/nly/b1z/i0/b0 \
