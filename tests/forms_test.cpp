@@ -179,23 +179,6 @@ headless::BoxUser user_of(const QELTextbox& control) {
   return headless::BoxUser(*control.CurrentRichTextBox());
 }
 
-TEST_F(Forms, KeepsFontsAndColoursOfAnyValue) {
-  command::Tables tables;
-  tables.fonts.put_Font(4, u"Zed");
-  tables.fonts.put_FontSize(11.5F);
-  for (std::int16_t i = 0; i < 10; ++i) tables.colors->put_Color(i, rgb(255, 10 * i, 200));
-  tables.colors->put_LabelName(3, u"Three");
-  tables.colors->put_ActiveLabelIndex(5);
-  RecordStore store = open();
-  save_tables(store, tables);
-  const command::Tables loaded = load_tables(open());
-  EXPECT_EQ(loaded.fonts.get_All(), tables.fonts.get_All());
-  EXPECT_EQ(loaded.colors->get_All(), tables.colors->get_All());
-  HeadlessForm host(store);
-  EXPECT_EQ(host.body_control().GetColorGivenColorIndex(9), rgb(255, 90, 200));
-  EXPECT_EQ(host.title_control().GetFontNameGivenFontIndex(4), u"Zed");
-}
-
 constexpr std::u16string_view rich_body = u"a /c1small/c0 /f9font/f0/nl/b1b";
 
 TEST_F(Forms, SavesWhatTheUserChangedAndNothingElse) {

@@ -7,7 +7,9 @@
 #include <QTest>
 #include <QTextBlock>
 #include <array>
+#include <functional>
 #include <string>
+#include <utility>
 
 #include "qel/qt/QtPlatform.h"
 #include "qt/platform/BoxView.h"
@@ -265,35 +267,25 @@ TEST_F(Display, RefusesEditsByOthersWhereTheUserMayNotEdit) {
 }
 
 TEST_F(Display, KeepsWhatIsComposedWhenTheHostActs) {
-  struct Row {
-    const char* act;
-    void (*run)(box::Box& of);
-    std::u16string_view expected;
-  };
-  const Row rows[] = {{"selects",
-                       [](box::Box& of) {
-                         of.select({0, 0});
-                       },
-                       u"oneab"},
-                      {"inserts", [](box::Box& of) { of.put_SelText(u"x"); }, u"oneabx"},
-                      {"formats", [](box::Box& of) { of.put_SelBold(true); }, u"oneab"},
-                      {"ends editing",
-                       [](box::Box& of) {
-                         platform::BoxAppearance appearance = of.appearance();
-                         appearance.read_only = true;
-                         of.put_appearance(appearance);
-                       },
-                       u"oneab"}};
-  for (const Row& row : rows) {
-    SCOPED_TRACE(row.act);
+  platform::BoxAppearance read_only = box->appearance();
+  read_only.read_only = true;
+  const std::pair<std::function<void()>, std::u16string_view> acts[] = {
+      {[&] {
+         box->select(platform::Range{0, 0});
+       },
+       u"oneab"},
+      {[&] { box->put_SelText(u"x"); }, u"oneabx"},
+      {[&] { box->put_SelBold(true); }, u"oneab"},
+      {[&] { box->put_appearance(read_only); }, u"oneab"}};
+  for (const auto& [act, expected] : acts) {
     box->put_Text(u"one");
     box->select(platform::Range{3, 0});
     compose("ab");
     EXPECT_EQ(composed(), QStringLiteral("ab"));
-    row.run(*box);
+    act();
     EXPECT_EQ(composed(), QString());
     compare();
-    EXPECT_EQ(box->text(), row.expected);
+    EXPECT_EQ(box->text(), expected);
   }
   compose("c");
   EXPECT_EQ(composed(), QString()) << "the text is read-only now";

@@ -244,15 +244,6 @@ TEST_F(FormsWindow, SavesAsANewRecordWhatAnotherProgramChanged) {
   EXPECT_EQ(to_qt(store->load(list().first()).body), QStringLiteral("not hot"));
 }
 
-TEST_F(FormsWindow, RevealsCodes) {
-  add(u"T", u"a /b1b/b0");
-  click(0);
-  choose("reveal");
-  EXPECT_EQ(body(), QStringLiteral("a /b1b/b0"));
-  EXPECT_FALSE(action("bold").isEnabled());
-  EXPECT_EQ(state(), QStringLiteral("Saved")) << "nothing was changed";
-}
-
 TEST_F(FormsWindow, DeletesWhatIsSelectedWhenToldSo) {
   for (const char16_t* title : {u"1", u"2", u"3"}) add(title, u"");
   click(0);
@@ -314,44 +305,6 @@ TEST_F(FormsWindow, PutsFontsAndColorsIntoTheForm) {
   control.put_SelStart(4);
   control.put_SelLength(1);
   EXPECT_EQ(to_qt(control.get_SelFontName()), QStringLiteral("Courier New"));
-}
-
-/// Records what is drawn.
-class Notes : public platform::Canvas {
- public:
-  float text_width(std::u16string_view text, const platform::TextFont&) const override {
-    return static_cast<float>(text.size());
-  }
-  platform::FontExtent font_extent(const platform::TextFont& font) const override {
-    return {font.size, 2, 0};
-  }
-  void draw_text(const platform::CanvasText& text) override {
-    drawn += to_qt(text.text) + QString::number(static_cast<double>(text.y)) + QChar(u' ');
-  }
-  void fill_rectangle(const platform::CanvasRectangle& rectangle, Color) override {
-    drawn += QStringLiteral("-%1 ").arg(static_cast<double>(rectangle.top));
-  }
-  QString drawn;
-};
-
-TEST(FormsPages, TurnBetweenLines) {
-  Notes notes;
-  Pages pages(notes, 25, [&notes] { notes.drawn += QStringLiteral("| "); });
-  const auto draw = [&pages](std::u16string_view text, float y, float size) {
-    platform::CanvasText drawn;
-    drawn.text = text;
-    drawn.y = y;
-    drawn.font.size = size;
-    pages.draw_text(drawn);
-  };
-  draw(u"a", 10, 10);
-  draw(u"b", 22, 10);
-  pages.fill_rectangle({0, 35, 5, 1}, 0);  // under the third line, and drawn before it
-  draw(u"c", 34, 10);
-  draw(u"d", 30, 6);  // raised
-  draw(u"e", 134, 100);
-  pages.finish();
-  EXPECT_EQ(notes.drawn, QStringLiteral("a10 b22 | -11 c10 d6 | e100 "));
 }
 
 TEST(FormsPages, MakeADocumentOfManyPages) {
