@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
-# Registers the component, runs scripts and examples against it, and expects the registry to be as
-# before at the end. A script ends with a line of its own, since one that breaks off says nothing.
+# Registers the component, runs scripts and examples against it, and expects the registry to know
+# nothing of it at the end. A script ends with a line of its own, since one that breaks off says nothing.
 # Usage: scripts.sh WINE COMPONENT EXAMPLE
 set -uo pipefail
 
@@ -21,22 +21,30 @@ expect() {
 }
 run() { expect "$1" "$2" "$wine" cscript //nologo "$1"; }
 
-# classes ROOT: what the registry says of classes there, which is for all users or for this one.
-classes() { "$wine" reg query "$1\\Software\\Classes" /s | tr -d '\r'; }
+# known ROOT: the keys and values of the component there, which is for all users or for this one.
+known() {
+  local file
+  file=$(mktemp)
+  "$wine" reg export "$1\\Software\\Classes" "Z:${file//\//\\}" /y >/dev/null 2>&1
+  iconv -f UTF-16LE -t UTF-8 "$file" | tr -d '\r' | awk '/^\[/ { own = /QEL\.|\{B18FA0/ } own'
+  rm "$file"
+}
 
-# has COUNT PATTERN: that so many of the lines that were added say this.
+# has COUNT PATTERN: that so many lines of $registered say this.
 has() {
   local found
-  found=$(grep -cE -- "$2" <<<"$added")
+  found=$(grep -cE -- "$2" <<<"$registered")
   [[ $found == "$1" ]] && return
-  echo "FAILED: $found new lines in the registry: $2"
+  echo "FAILED: $found lines in the registry: $2"
   failed=1
 }
 
 # expect_clean WHEN: that nothing of the component is registered.
 expect_clean() {
-  [[ $(classes HKLM) == "$before" && $(classes HKCU) == "$own_before" ]] && return
-  echo "FAILED: the registry is not as before after $1"
+  local left
+  left=$(known HKLM && known HKCU)
+  [[ -z $left ]] && return
+  printf 'FAILED: after %s the registry has still\n%s\n' "$1" "$left"
   failed=1
 }
 
@@ -45,17 +53,18 @@ for_user=(/n /i:user "$component")
 unregister() { "${register[@]}" /u "$component"; "${register[@]}" /u "${for_user[@]}"; }
 unregister
 trap unregister EXIT
-before=$(classes HKLM) own_before=$(classes HKCU)
+expect_clean 'the end'
 
 expect registration '' "${register[@]}" "$component"
 expect 'registration once more' '' "${register[@]}" "$component"
-added=$(diff <(echo "$before") <(classes HKLM))
-has 13 'ThreadingModel +REG_SZ +Apartment$'
-has 13 'QEL\.[A-Za-z]+\\CurVer$'
-has 1 '\\\{B18FA04F-[-0-9A-F]+\}\\Control$'
-has 1 '\\\{B18FA04F-[-0-9A-F]+\}\\MiscStatus\\1$'
-has 1 'Classes\\Type[Ll]ib\\\{B18FA000-[-0-9A-F]+\}\\1\.0\\0\\win(32|64)$'
-[[ $(classes HKCU) == "$own_before" ]] || { echo 'FAILED: it is for one user' && failed=1; }
+registered=$(known HKLM)
+has 13 '^"ThreadingModel"="Apartment"$'
+has 13 'QEL\.[A-Za-z]+\\CurVer\]$'
+has 1 '\\\{B18FA04F-[-0-9A-F]+\}\\Control\]$'
+has 1 '\\\{B18FA04F-[-0-9A-F]+\}\\MiscStatus\\1\]$'
+has 1 'Classes\\Type[Ll]ib\\\{B18FA000-[-0-9A-F]+\}\\1\.0\\0\\win(32|64)\]$'
+registered=$(known HKCU)
+has 0 .
 run automation.js ' rows, 0 failed'
 run automation.vbs ' rows, 0 failed'
 runs=$'Hello /b1world/b0/nl\nHello : False\nworld: True'
@@ -67,9 +76,9 @@ expect 'its end' '' "${register[@]}" /u "$component"
 expect_clean registration
 
 expect 'registration for a user' '' "${register[@]}" "${for_user[@]}"
-added=$(diff <(echo "$own_before") <(classes HKCU))
-has 13 'ThreadingModel +REG_SZ +Apartment$'
-added=$(diff <(echo "$before") <(classes HKLM))
+registered=$(known HKCU)
+has 13 '^"ThreadingModel"="Apartment"$'
+registered=$(known HKLM)
 has 0 'QEL\.QELTextbox'
 expect 'its end' '' "${register[@]}" /u "${for_user[@]}"
 expect_clean 'registration for a user'
