@@ -179,7 +179,9 @@ TEST_F(RTFConversion, PreparesInOnePassWhatTheStepsPrepare) {
     std::u16string storage;
     ASSERT_EQ(RTFParser::PreprocessRTF(rtf), literal_preprocess(rtf, as_escapes))
         << test::shown(rtf);
-    ASSERT_EQ(rtf::prepare(rtf, true, storage), literal_preparation(rtf)) << test::shown(rtf);
+    const std::u16string document = u"{\\rtf1 " + rtf;
+    ASSERT_EQ(rtf::prepare(document, true, storage), literal_preparation(document))
+        << test::shown(rtf);
   }
 }
 
@@ -190,6 +192,7 @@ TEST_F(RTFConversion, ReadsFormatsFontsAndColors) {
   const Row rows[] = {
       {u"\\b\\i\\ul\\strike x\\plain y", u"/b1/i1/u1/k1x/b0/i0/u0/k0y"},
       {u"\\dn4 a\\up4 b\\up0 c", u"/s1a/p1/s0b/p0c"},
+      {u"\\dn4 a\\up4 \\dn0 b\\up0 \\dn4\\up0 c\\up4\\b\\dn0 d", u"/s1a/p1/s0b/p0/s1c/b1/s0d/b0"},
       {u"\\f2 a\\f3 b\\f0 c\\f3 d\\f5 e\\f1 g", u"/f2a/f0/f3b/f0c/f3d/f0e/f1g/f0"},
       {u"\\cf1 a\\cf2 b\\cf0 c\\cf2 d\\cf4 e\\cf3 g", u"/y1a/y0/y2b/y0c/y2d/y0e/y3g/y0"},
       {u"\\f2\\cf1\\b a", u"/b1/f2/y1a/b0/y0/f0"},
@@ -203,6 +206,8 @@ TEST_F(RTFConversion, ReadsFormatsFontsAndColors) {
   for (const Row& row : rows)
     EXPECT_EQ(to_markup(document(row.body)), row.markup) << test::shown(row.body);
   EXPECT_EQ(to_markup(u"no RTF at all\n"), u"no RTF at all/nl");
+  EXPECT_EQ(to_markup(u"\\\\server\\share\\/b1 a"), u"\\\\server\\share\\\\\\b1 a");
+  EXPECT_EQ(simple(u"\\\\server\\sub"), u"{\\rtf1 \\f0 \\\\\\\\server\\\\sub}");
   fonts_.put_Font(0, u"Courier New");
   EXPECT_EQ(to_markup(document(u"a\\f2 b")), u"ab") << "font 0 wins over an equal font 2";
   EXPECT_EQ(to_markup(u"{\\rtf1 a}"), u"a") << "text without a font is in font 0";

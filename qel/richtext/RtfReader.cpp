@@ -112,6 +112,7 @@ class Reader {
   /// Alignment of the paragraph being read. The end of a group does not undo it: the text is there.
   Alignment last_alignment_ = Alignment::left;
   bool line_has_text_ = false;
+  std::size_t offset_word_end_ = 0;  // position behind the last "\up" or "\dn"
 
   std::size_t font_group_ = 0;  // depth of the group with the current entry of the font table
   std::u16string list_text_;
@@ -320,7 +321,13 @@ void Reader::set_offset(std::int32_t sign, Parameter half_points) {
   constexpr std::int32_t usual = 6;
   constexpr std::int32_t limit = 3276;  // its twips still fit 16 bits
   const std::int32_t value = std::clamp(half_points.value_or(usual), -limit, limit);
+  // Where raised text follows lowered text, the end of the one is written behind the beginning of
+  // the other, which it must not undo.
+  const bool ends_other =
+      value == 0 && token_ == offset_word_end_ && sign * state_.character.offset < 0;
+  if (ends_other) return;
   state_.character.offset = static_cast<std::int16_t>(sign * value);
+  offset_word_end_ = scanner_.position();
 }
 
 void Reader::set_fixed_offset(std::int32_t half_points, Parameter parameter) {

@@ -117,11 +117,11 @@ class Reader {
         return true;
       case u'p':
       case u'r':
-        state_.level = is_on ? State::raised : State::on_line;
+        put_level(State::raised, is_on);
         return true;
       case u's':
       case u'l':
-        state_.level = is_on ? State::lowered : State::on_line;
+        put_level(State::lowered, is_on);
         return true;
       case u'f':
         state_.font = digit;
@@ -132,6 +132,14 @@ class Reader {
       default:
         return false;
     }
+  }
+
+  /// The end of one level directly behind the beginning of the other does not undo that.
+  void put_level(State::Level level, bool is_on) {
+    const bool ends_other = !is_on && at_ == level_code_end_ && state_.level != level;
+    if (ends_other) return;
+    state_.level = is_on ? level : State::on_line;
+    level_code_end_ = at_ + code_length;
   }
 
   /// Two backslashes before the rest of a code stand for its slash, as text. Two before a whole
@@ -196,7 +204,8 @@ class Reader {
   State state_;
   std::vector<FormatPool::Id> ids_;  // formats of the states that have had text
   FormatPool::Id id_ = 0;
-  bool is_known_ = false;  // whether `id_` is that of the state
+  std::size_t level_code_end_ = 0;  // position behind the last code of a level
+  bool is_known_ = false;           // whether `id_` is that of the state
 };
 
 }  // namespace

@@ -5,6 +5,7 @@
 #include <cstddef>
 
 #include "qel/base/Scan.h"
+#include "qel/richtext/DocumentReader.h"
 #include "qel/rtf/CodeTable.h"
 
 namespace qel::rtf {
@@ -111,6 +112,13 @@ bool is_code_at(std::u16string_view rtf, std::size_t slash) {
   return rtf.substr(slash, 1) == u"/" && is_code(rtf.substr(slash, 3));
 }
 
+void protect_codes_of_text(std::u16string_view text, Changes& changes) {
+  for (std::size_t at = find_any<u'/'>(text, 0); at < text.size();
+       at = find_any<u'/'>(text, at + 1)) {
+    if (is_code_at(text, at)) changes.replace(at, 1, u"\\\\");
+  }
+}
+
 }  // namespace
 
 std::u16string preprocess(std::u16string_view rtf) {
@@ -124,6 +132,10 @@ std::u16string preprocess(std::u16string_view rtf) {
 
 std::u16string_view prepare(std::u16string_view rtf, bool protect_codes, std::u16string& storage) {
   Changes changes(rtf, storage);
+  if (!richtext::is_rtf(rtf)) {
+    if (protect_codes) protect_codes_of_text(rtf, changes);
+    return changes.result();
+  }
   for (std::size_t at = 0; at < rtf.size();) {
     at = find_any<u'\\', u'/'>(rtf, at);
     if (at == rtf.size()) break;

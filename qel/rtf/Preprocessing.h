@@ -14,8 +14,8 @@ std::u16string preprocess(std::u16string_view rtf);
 /// has two backslashes for its slash; each escaped backslash becomes a code page escape, so that
 /// what follows it is not a control word; and the rest is preprocessed, with two differences:
 /// typographic characters are written as themselves, since their escapes mean something else in
-/// code pages other than 1252, and binary data is left alone. `storage` holds the result where it
-/// differs from `rtf`.
+/// code pages other than 1252, and binary data is left alone. Of a text that is no RTF only the
+/// codes are protected. `storage` holds the result where it differs from `rtf`.
 std::u16string_view prepare(std::u16string_view rtf, bool protect_codes, std::u16string& storage);
 
 }  // namespace qel::rtf

@@ -22,6 +22,18 @@ std::int16_t QELIndexFonts::FontIndexGivenFontName(std::u16string_view Name) con
   return -1;
 }
 
+namespace {
+
+/// The name without what would end its entry or begin something else in RTF.
+std::u16string in_rtf(std::u16string name) {
+  std::erase_if(name, [](char16_t character) {
+    return character == u'{' || character == u'}' || character == u'\\' || character == u';';
+  });
+  return name;
+}
+
+}  // namespace
+
 std::u16string QELIndexFonts::FontTable(platform::MeasuringSurface* Surface) {
   if (Surface == nullptr) {
     throw Error(Error::object_not_set, "QELIndexFonts",
@@ -31,7 +43,7 @@ std::u16string QELIndexFonts::FontTable(platform::MeasuringSurface* Surface) {
   std::u16string group = u"{\\fonttbl";
   for (std::size_t i = 0; i < count; ++i) {
     group.append(u"{\\f").append(records::from_integer(static_cast<std::int64_t>(i)));
-    group.append(is_symbol_[i] ? u"\\ftech " : u" ").append(names_[i]).append(u";}");
+    group.append(is_symbol_[i] ? u"\\ftech " : u" ").append(in_rtf(names_[i])).append(u";}");
   }
   return group.append(u"}");
 }
