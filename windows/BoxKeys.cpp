@@ -15,14 +15,6 @@ using namespace keys;
 
 namespace {
 
-/// Whether a key moves the caret by lines, which only the window knows.
-bool moves_by_lines(std::int16_t key_code, std::int16_t shift) {
-  if ((shift & alt_key) != 0) return false;
-  if (key_code == home_key || key_code == end_key) return (shift & ctrl_key) == 0;
-  return key_code == page_up_key || key_code == page_down_key || key_code == up_key ||
-         key_code == down_key;
-}
-
 bool is_control(char16_t character) { return character < u' ' || character == u'\u007F'; }
 
 /// The character that the key being pressed generates, whatever becomes of it.
@@ -84,7 +76,7 @@ LRESULT BoxWindow::press(UINT message, WPARAM key, LPARAM data) {
   const bool is_own = left == key_code && mask == shift;
   if (left == tab_key && (mask & ~shift_key) == 0) {
     leave_by_tab((mask & shift_key) != 0);
-  } else if (is_own && moves_by_lines(left, mask)) {
+  } else if (is_own && box::Keyboard::moves_by_lines(left, mask)) {
     move_natively(message, key, data);
   } else {
     act(left, mask);

@@ -49,7 +49,7 @@ std::vector<std::u16string_view> split(std::u16string_view text, std::u16string_
 
 namespace {
 
-/// The number that all of the text is, which has neither blanks nor a plus at its beginning.
+/// The number that the whole text denotes; it begins with neither a blank nor a plus.
 #ifdef __cpp_lib_to_chars
 std::optional<double> read_decimal(const std::string& text) {
   const char* const end_of_text = text.data() + text.size();
@@ -65,7 +65,7 @@ std::optional<double> read_decimal(const std::string& text) {
   char* end = nullptr;
   const double value = strtod_l(text.c_str(), &end, without_customs);
   if (end != text.c_str() + text.size() || std::isinf(value)) return {};
-  // Too small for any number but 0.
+  // Not 0, but too small for a double.
   const auto mantissa = std::string_view(text).substr(0, text.find_first_of("eE"));
   if (value == 0 && mantissa.find_first_of("123456789") != std::string_view::npos) return {};
   return value;

@@ -80,7 +80,7 @@ void Box::change_format(const FormatChange& change) {
     document_.change_format(extent, change);
     tell_change(changed);
   } else if (is_new && view_ != nullptr) {
-    // The view shows text being composed in this format.
+    // The view shows the next character typed in this format.
     view_->show_selection();
   }
 }
@@ -215,7 +215,10 @@ void Box::put_appearance(const platform::BoxAppearance& appearance) {
   if (appearance.font_size != appearance_.font_size) change.size = appearance.font_size;
   const bool has_font = change.font_name || change.size;
   const bool ends_editing = may_edit() && (appearance.read_only || !appearance.enabled);
-  if (has_font || ends_editing) settle();
+  // A view may need another window for these.
+  const bool is_of_window = appearance.multiline != appearance_.multiline ||
+                            appearance.scroll_bars != appearance_.scroll_bars;
+  if (has_font || ends_editing || is_of_window) settle();
   const platform::BoxAppearance before = std::exchange(appearance_, appearance);
   if (has_font) {
     history_.clear();
@@ -237,7 +240,7 @@ void Box::put_owner(platform::WindowHandle owner) {
 void Box::type(std::u16string_view text) {
   const bool breaks = text.find_first_of(u"\r\n") != std::u16string_view::npos;
   Document content = plain_content(selection_.extent(), text);
-  if (breaks && !appearance_.multiline) content = richtext::in_one_line(content);
+  if (breaks && !may_break()) content = richtext::in_one_line(content);
   replace(selection_.extent(), std::move(content), Kind::typing);
   if (breaks) history_.end_step();
 }
@@ -261,8 +264,8 @@ bool Box::paste(platform::DragData& data) {
   if (!has_rtf && !text) return false;
   if (listener_->on_paste(data)) return true;
   const Extent extent = selection_.extent();
-  auto content = richtext::read_transfer(
-      rtf, text, format_for(extent), document_.alignment_at(extent.start), !appearance_.multiline);
+  auto content = richtext::read_transfer(rtf, text, format_for(extent),
+                                         document_.alignment_at(extent.start), !may_break());
   if (!content) return false;
   replace(extent, *std::move(content), Kind::other);
   return true;
@@ -270,7 +273,7 @@ bool Box::paste(platform::DragData& data) {
 
 bool Box::take_edit(Extent extent, std::u16string_view text) {
   const bool breaks = text.find_first_of(u"\r\n") != std::u16string_view::npos;
-  if (!may_edit() || (breaks && !appearance_.multiline)) {
+  if (!may_edit() || (breaks && !may_break())) {
     show({Change::Kind::content, extent, extent.length()});
     return false;
   }
@@ -310,26 +313,26 @@ std::optional<std::int32_t> Box::drag_selection() {
   Drag drag(data, effects, listener_);
   view_->carry(drag);
   // Content that was moved within the box, or changed meanwhile, is not taken out.
-  constexpr std::int32_t box_drags = 1;
   const bool moves = drag.effect() == platform::move_drop && !dragged_->stays &&
-                     appearance_.drag_mode == box_drags && may_edit();
+                     appearance_.drag_mode == platform::box_drags && may_edit();
   if (moves && is_still_there()) erase(dragged_->extent, Kind::other);
   return drag.effect();
 }
 
-bool Box::take_drop(platform::DragData& data, std::size_t position, std::int32_t effect) {
+std::int32_t Box::take_drop(platform::DragData& data, std::size_t position, std::int32_t effect) {
   const bool moves = dragged_ && dragged_->is_selection && effect == platform::move_drop;
-  if (moves && !move_dragged(position)) return false;
+  if (moves && !move_dragged(position)) return platform::no_drop;
   if (!moves) {
     put_caret(position, false);
     const std::size_t start = selection_.caret;
     const std::uint64_t before = revision_;
     // A paste that inserts nothing, as a listener's may, must not erase what is dragged.
-    if (!paste(data) || before == revision_) return false;
+    if (!paste(data) || before == revision_) return platform::no_drop;
     put_selection(Selection{start, std::max(start, selection_.caret)});
   }
-  if (dragged_) dragged_->stays = true;
-  return true;
+  if (!dragged_) return effect;
+  dragged_->stays = true;
+  return moves ? effect : std::int32_t{platform::copy_drop};
 }
 
 /// Makes a single change, so that it is undone as one. Does nothing when the text has changed.

@@ -36,6 +36,9 @@ class Box : public platform::RichEdit, public std::enable_shared_from_this<Box> 
   /// Sets the view that shows the box; it must be taken away (null) before it goes.
   void attach(View* view) { view_ = view; }
 
+  void settle() override {
+    if (view_ != nullptr) view_->settle();
+  }
   richtext::Document content(platform::Scope scope) const override;
   void put_content(platform::Scope scope, richtext::Document content) override;
   platform::TextDefaults text_defaults(platform::Scope scope) const override;
@@ -76,6 +79,8 @@ class Box : public platform::RichEdit, public std::enable_shared_from_this<Box> 
   }
   /// Whether the user may change the text.
   bool may_edit() const { return appearance_.enabled && !appearance_.read_only; }
+  /// Whether the user may also break lines.
+  bool may_break() const { return appearance_.multiline && appearance_.takes_breaks; }
 
   // What a user does. Except for `take_edit`, the caller checks whether the user may.
 
@@ -88,11 +93,11 @@ class Box : public platform::RichEdit, public std::enable_shared_from_this<Box> 
   void undo() { take_step(&UndoHistory::undo); }
   void redo() { take_step(&UndoHistory::redo); }
   /// Replaces the selection with the data's RTF, or else its text, unless the listener does so
-  /// itself. Whether the data has either. In a box for a single line, breaks become blanks.
+  /// itself. Whether the data has either.
   bool paste(platform::DragData& data);
   /// Inserts dropped data at a position and selects it; text dragged from this box is moved if the
-  /// effect says so. Whether anything was dropped.
-  bool take_drop(platform::DragData& data, std::size_t position, std::int32_t effect);
+  /// effect says so. Returns what it has done.
+  std::int32_t take_drop(platform::DragData& data, std::size_t position, std::int32_t effect);
   /// The view has changed its own text: there, `text` has replaced the extent. The box follows or
   /// refuses, and either way tells the view what to show. Whether it follows.
   bool take_edit(richtext::Extent extent, std::u16string_view text);
@@ -120,9 +125,6 @@ class Box : public platform::RichEdit, public std::enable_shared_from_this<Box> 
   bool move_dragged(std::size_t to);
   bool is_still_there() const { return dragged_ && dragged_->revision == revision_; }
   void take_step(std::optional<UndoHistory::Taken> (UndoHistory::*step)(richtext::Document&));
-  void settle() const {
-    if (view_ != nullptr) view_->settle();
-  }
   void show(const Change& change);
   void tell_change(const Change& change);
 

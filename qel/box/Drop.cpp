@@ -9,9 +9,6 @@ using namespace platform;
 
 namespace {
 
-constexpr std::int32_t refuses = 0;
-constexpr std::int32_t box_acts = 2;
-
 /// Reduces the effect that a listener left to one that is allowed. Of two, the copy loses nothing.
 std::int32_t one_of(std::int32_t effect, std::int32_t allowed) {
   const std::int32_t left = effect & allowed & (copy_drop | move_drop);
@@ -21,11 +18,11 @@ std::int32_t one_of(std::int32_t effect, std::int32_t allowed) {
 }  // namespace
 
 bool Drop::is_open() const {
-  return box_.appearance().drop_mode != refuses && box_.appearance().enabled;
+  return box_.appearance().drop_mode != drops_are_refused && box_.appearance().enabled;
 }
 
 /// Whether the box itself inserts what is dropped on it.
-bool Drop::takes() const { return box_.appearance().drop_mode == box_acts && box_.may_edit(); }
+bool Drop::takes() const { return box_.appearance().drop_mode == box_drops && box_.may_edit(); }
 
 std::int32_t Drop::suggested_effect(std::int32_t allowed_effects) const {
   if (!takes() || !data_->is_text()) return no_drop;
@@ -79,9 +76,11 @@ std::int32_t Drop::drop(DragData& data, std::int32_t allowed_effects, DropPoint 
   box_.listener().on_drag_drop(data, effect, at_.buttons, at_.shift, at_.x, at_.y);
   effect = one_of(effect, allowed_effects);
   if (!by_box || effect == no_drop) return effect;
+  // A point in the window means a position only while nothing is being composed.
+  box_.settle();
   // The listener may have ended editing.
   if (!box_.may_edit()) return no_drop;
-  return box_.take_drop(data, position(), effect) ? effect : std::int32_t{no_drop};
+  return box_.take_drop(data, position(), effect);
 }
 
 }  // namespace qel::box

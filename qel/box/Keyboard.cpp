@@ -137,7 +137,15 @@ bool Keyboard::knows(std::int16_t key_code, std::int16_t shift) {
   return find(key_code, shift) != nullptr || (moves_or_erases && (shift & alt_key) == 0);
 }
 
+bool Keyboard::moves_by_lines(std::int16_t key_code, std::int16_t shift) {
+  if ((shift & alt_key) != 0) return false;
+  if (key_code == home_key || key_code == end_key) return (shift & ctrl_key) == 0;
+  return key_code == page_up_key || key_code == page_down_key || key_code == up_key ||
+         key_code == down_key;
+}
+
 bool Keyboard::run_command(std::int16_t key_code, std::int16_t shift) {
+  box_.settle();
   if ((shift & alt_key) == 0 && move(key_code, shift)) return true;
   if (const Command* const row = find(key_code, shift)) {
     if (!row->changes || box_.may_edit()) (this->*row->act)();
@@ -166,7 +174,7 @@ bool Keyboard::press_character(std::int16_t key_code, std::int16_t shift) {
     const bool by_word = (shift & ctrl_key) != 0;
     erase_to(by_word ? word_before(box_.text(), caret) : step_before(box_.text(), caret),
              Kind::erasing_back);
-  } else if (character != own || (breaks && box_.appearance().multiline)) {
+  } else if (character != own || (breaks && box_.may_break())) {
     if (box_.may_edit()) box_.type({&typed, 1});
   } else {
     return false;

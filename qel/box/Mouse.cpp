@@ -10,7 +10,6 @@ namespace qel::box {
 namespace {
 
 constexpr std::int16_t left_button = 1;
-constexpr std::int32_t box_drags = 1;
 
 }  // namespace
 
@@ -18,7 +17,7 @@ bool Mouse::press(const Event& event, bool on_selection) {
   after_double_click_ = false;
   box_.listener().on_mouse_down(event.button, event.shift, event.x, event.y);
   may_drag_ = on_selection && event.button == left_button && event.shift == keys::no_modifier &&
-              box_.appearance().drag_mode == box_drags;
+              box_.appearance().drag_mode == platform::box_drags;
   return !may_drag_;
 }
 

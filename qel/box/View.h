@@ -10,7 +10,7 @@ namespace qel::box {
 class Drag;
 
 /// A window that shows a box. It learns of a change after the box has made it, and before the box's
-/// listener does; it must not change the box meanwhile.
+/// listener does; it must not change the box meanwhile, except in `settle`.
 class View {
  public:
   View() = default;
@@ -18,8 +18,8 @@ class View {
   View& operator=(const View&) = delete;
   virtual ~View() = default;
 
-  /// The host is about to change the box or its selection. The view first passes in what it holds
-  /// back, such as text that is still being composed.
+  /// The view passes in what it holds back, such as text that is still being composed: the host is
+  /// about to change the box or its selection, or something is dropped on it.
   virtual void settle() {}
 
   virtual void show(const Change& change) = 0;

@@ -348,6 +348,9 @@ void QELTextbox::InvokeLargeEditor() {
   if (editor_box_) return;
   // The host may end the control while the user edits.
   const std::weak_ptr<const bool> alive = alive_;
+  const auto box = CurrentRichTextBox();
+  box->settle();
+  if (alive.expired() || editor_box_) return;
   const std::shared_ptr<const platform::Platform> platform = platform_;
   EditorEvents events(*this);
   frmTextEditor form(*platform, events);
@@ -356,15 +359,15 @@ void QELTextbox::InvokeLargeEditor() {
     edited.fonts[static_cast<std::size_t>(i)] = GetFontNameGivenFontIndex(i);
     edited.colors[static_cast<std::size_t>(i)] = GetColorGivenColorIndex(i);
   }
-  edited.content = CurrentRichTextBox()->content(platform::Scope::document);
-  edited.selection = CurrentRichTextBox()->selection();
-  const platform::BoxAppearance here = CurrentRichTextBox()->appearance();
-  edited.is_one_line = !here.multiline;
+  edited.content = box->content(platform::Scope::document);
+  edited.selection = box->selection();
+  const platform::BoxAppearance here = box->appearance();
   form.SetRTFParser(parser_);
   platform::BoxAppearance there = form.RichTextBoxObj()->appearance();
   there.font_name = here.font_name;
   there.font_size = here.font_size;
   there.back_color = here.back_color;
+  there.takes_breaks = here.multiline;
   there.read_only = !allow_edits_ || !enabled_;
   form.RichTextBoxObj()->put_appearance(there);
   form.SetText(edited);
@@ -375,6 +378,7 @@ void QELTextbox::InvokeLargeEditor() {
     if (!alive.expired()) editor_box_.reset();
     throw;
   }
+  form.RichTextBoxObj()->settle();
   if (alive.expired()) return;
   editor_box_.reset();
   richtext::Document content = form.RichTextBoxObj()->content(platform::Scope::document);

@@ -71,9 +71,12 @@ void cut(const Target& target) {
   delete_selection(target);
 }
 
-void paste_clipboard(const Target& target) {
-  platform::DragData data = target.clipboard.data();
-  paste(target, data);
+void paste(const Target& target) {
+  const auto [format, alignment] = target.box.text_defaults(platform::Scope::selection);
+  const bool in_one_line = !target.box.appearance().takes_breaks;
+  auto content = richtext::read_transfer(target.clipboard.rtf(), target.clipboard.text(), format,
+                                         alignment, in_one_line);
+  if (content) target.box.put_content(platform::Scope::selection, *std::move(content));
 }
 
 /// Makes one change of the box, which keeps all formats.
@@ -94,7 +97,7 @@ struct Command {
 constexpr Command commands[] = {
     {u"mnuCut", cut},
     {u"mnuCopy", copy},
-    {u"mnuPaste", paste_clipboard},
+    {u"mnuPaste", paste},
     {u"mnuDelete", delete_selection},
     {u"mnuBold", [](const Target& t) { toggle(t.box, &FormatChange::bold); }},
     {u"mnuItalic", [](const Target& t) { toggle(t.box, &FormatChange::italic); }},
@@ -144,14 +147,6 @@ const Check* find_check(std::u16string_view name) {
 }
 
 }  // namespace
-
-void paste(const Target& target, platform::DragData& data) {
-  const auto [format, alignment] = target.box.text_defaults(platform::Scope::selection);
-  auto content =
-      richtext::read_transfer(data.get(platform::rtf_format), data.get(platform::text_format),
-                              format, alignment, target.edited.is_one_line);
-  if (content) target.box.put_content(platform::Scope::selection, *std::move(content));
-}
 
 bool is_checked(std::u16string_view name, const Target& target) {
   const Check* const check = find_check(name);

@@ -5,7 +5,6 @@
 
 #include "qel/control/frmTextEditor.h"
 #include "qel/platform/Clipboard.h"
-#include "qel/platform/DragData.h"
 
 /// The commands of the large editor's menus, which act on the selection of a box.
 namespace qel::editor_commands {
@@ -21,9 +20,6 @@ struct Target {
 
 /// Runs a command other than "mnuUndo"; whether there is one of that name.
 bool run(std::u16string_view name, const Target& target);
-
-/// Replaces the selection with the data's RTF, or else its text.
-void paste(const Target& target, platform::DragData& data);
 
 /// Whether the selection already has the format that the command gives it.
 bool is_checked(std::u16string_view name, const Target& target);

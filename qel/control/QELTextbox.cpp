@@ -36,6 +36,8 @@ namespace {
 
 template <class Change>
 void change_box(platform::RichEdit& box, Change change) {
+  // The listener may change the appearance, too.
+  box.settle();
   BoxAppearance appearance = box.appearance();
   change(appearance);
   box.put_appearance(appearance);
@@ -180,6 +182,7 @@ void QELTextbox::put_TabStop(bool Value) {
 
 void QELTextbox::put_Multiline(bool Value) {
   active_ = Value ? multi_line : single_line;
+  if (editor_box_) change_box(*editor_box_, [=](BoxAppearance& box) { box.takes_breaks = Value; });
   show_active_box();
   Refresh();
   site_.property_changed(u"Multiline");

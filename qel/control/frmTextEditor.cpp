@@ -42,6 +42,7 @@ void frmTextEditor::cmdCancel() {
 }
 
 void frmTextEditor::run(std::u16string_view command) {
+  box().settle();
   if (box().appearance().read_only && command != u"mnuCopy") return;
   if (command == u"mnuUndo") {
     restore();
@@ -94,11 +95,6 @@ void frmTextEditor::on_key_press(std::int16_t& character) {
   const std::int16_t typed = character;
   events_.on_key_press(character);
   character = character_of(character, typed);
-}
-
-bool frmTextEditor::on_paste(platform::DragData& data) {
-  editor_commands::paste(target(), data);
-  return true;
 }
 
 void frmTextEditor::handle_key(std::int16_t& key_code, std::int16_t shift) {

@@ -92,14 +92,12 @@ std::ptrdiff_t BoxView::lines_of(std::int16_t key_code) const {
 
 bool BoxView::move_by_lines(std::int16_t key_code, std::int16_t shift) {
   const bool selects = (shift & shift_key) != 0;
-  if ((shift & alt_key) != 0) return false;
+  if (!box::Keyboard::moves_by_lines(key_code, shift)) return false;
   if (const std::ptrdiff_t lines = lines_of(key_code); lines != 0) {
     box_.put_caret(line_away(lines), selects);
     last_ = box_.selected();
     return true;
   }
-  const bool is_end = key_code == home_key || key_code == end_key;
-  if (!is_end || (shift & ctrl_key) != 0) return false;
   const std::size_t here = box_.selected().caret;
   box_.put_caret(key_code == home_key ? line_start(box_.text(), here) : line_end(box_.text(), here),
                  selects);

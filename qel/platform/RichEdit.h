@@ -55,6 +55,10 @@ class RichEdit {
   RichEdit& operator=(const RichEdit&) = delete;
   virtual ~RichEdit() = default;
 
+  /// Takes over what the user is still composing, as typed. Changes do so by themselves first; one
+  /// that depends on what it reads has to do so before it reads.
+  virtual void settle() {}
+
   virtual richtext::Document content(Scope scope) const = 0;
   /// Replaces the content. The caret ends up after new content of the selection, or at the
   /// beginning of a new document.
@@ -120,7 +124,10 @@ class RichEdit {
   /// Puts the caret there; nothing is selected afterwards.
   void put_SelStart(std::int32_t position) { select({position, 0}); }
   std::int32_t get_SelLength() const { return selection().length; }
-  void put_SelLength(std::int32_t length) { select({selection().start, length}); }
+  void put_SelLength(std::int32_t length) {
+    settle();
+    select({selection().start, length});
+  }
 
   /// Each of these is empty where the selection holds more than one value.
   std::optional<bool> get_SelBold() const { return format().bold; }

@@ -232,15 +232,29 @@ Document plain_document(std::u16string_view text, const CharFormat& format) {
 }
 
 Document with_whole_breaks(Document document) {
-  for (std::size_t at = 0;; at += paragraph_break.size()) {
-    const std::u16string_view text = document.text();
-    at = find_any<u'\r', u'\n'>(text, at);
-    if (at == text.size()) return document;
-    if (text.substr(at, paragraph_break.size()) == paragraph_break) continue;
-    Document whole = plain_document(u"\n", document.format_at(at));
-    whole.align({0, 0}, document.alignment_at(at));
-    document.replace({at, at + 1}, std::move(whole));
+  const std::u16string_view text = document.text();
+  std::size_t at = find_any<u'\r', u'\n'>(text, 0);
+  while (text.substr(at, paragraph_break.size()) == paragraph_break) {
+    at = find_any<u'\r', u'\n'>(text, at + paragraph_break.size());
   }
+  if (at == text.size()) return document;
+  Document whole;
+  whole.reserve(text.size());
+  at = 0;
+  for (std::size_t i = 0; i < document.runs().run_count(); ++i) {
+    const RunList::Run run = document.runs().run(i);
+    const FormatPool::Id format = whole.intern(document.format(run.value));
+    while (at < run.end) {
+      const std::size_t end = std::min(find_any<u'\r', u'\n'>(text, at), run.end);
+      whole.append(text.substr(at, end - at), format);
+      at = end;
+      if (at == run.end) break;
+      whole.append_break(format, document.alignment_at(at));
+      at += text.substr(at, paragraph_break.size()) == paragraph_break ? paragraph_break.size() : 1;
+    }
+  }
+  whole.align_last(document.alignment_at(text.size()));
+  return whole;
 }
 
 }  // namespace qel::richtext

@@ -6,6 +6,7 @@
 #include <QKeyEvent>
 #include <QTextBlock>
 #include <QTextLayout>
+#include <utility>
 
 #include "qel/base/Scoped.h"
 #include "qt/platform/BoxHandling.h"
@@ -82,7 +83,7 @@ void BoxView::keyPressEvent(QKeyEvent* event) {
     event->ignore();
     return;
   }
-  if (composes_ && !is_modifier(stroke.key_code)) complete_composition();
+  if (composes() && !is_modifier(stroke.key_code)) complete_composition();
   Stroke left = stroke;
   box_->listener().on_key_down(left.key_code, left.shift);
   if (left.key_code == 0) return;
@@ -108,16 +109,19 @@ void BoxView::keyReleaseEvent(QKeyEvent* event) {
   QTextEdit::keyReleaseEvent(event);
 }
 
-/// Whether the key moves the caret in a way that depends on the layout of lines.
+/// Whether Qt moves the caret: it depends on the layout of lines, or on the direction of the text.
 bool BoxView::moves_natively(Stroke stroke) const {
   const auto [key_code, shift] = stroke;
-  const bool is_move = key_code >= page_up_key && key_code <= down_key;
-  return is_move && (shift & (ctrl_key | alt_key)) == 0;
+  const bool is_plain_arrow =
+      (key_code == left_key || key_code == right_key) && (shift & (ctrl_key | alt_key)) == 0;
+  return is_plain_arrow || box::Keyboard::moves_by_lines(key_code, shift);
 }
 
 void BoxView::act_on_key(QKeyEvent* event, Stroke stroke) {
   if (moves_natively(stroke)) {
-    QTextEdit::keyPressEvent(event);
+    // With Ctrl, Qt would do nothing.
+    QKeyEvent moves(QEvent::KeyPress, event->key(), event->modifiers() & ~Qt::ControlModifier);
+    QTextEdit::keyPressEvent(&moves);
     take_selection();
     event->accept();
     return;
@@ -135,6 +139,7 @@ void BoxView::act_on_key(QKeyEvent* event, Stroke stroke) {
 // Composed text is not part of the text until it is committed.
 
 void BoxView::compose(const QInputMethodEvent& event) {
+  if (composition_.at != textCursor()) end_composition();
   const Scoped showing(showing_, showing_ + 1);
   // The caret belongs to the box.
   QList<QInputMethodEvent::Attribute> attributes = event.attributes();
@@ -143,12 +148,22 @@ void BoxView::compose(const QInputMethodEvent& event) {
   });
   QInputMethodEvent shown(event.preeditString(), attributes);
   QTextEdit::inputMethodEvent(&shown);
-  composes_ = !event.preeditString().isEmpty();
+  composition_ = {textCursor(), event.preeditString()};
+  // It stays in its paragraph.
+  composition_.at.setKeepPositionOnInsert(true);
 }
 
-/// What the input method has composed is no longer shown, and it begins anew.
+/// No longer shows what is being composed. An empty event would do more: it erases a selection.
 void BoxView::end_composition() {
-  compose({});
+  if (!composes()) return;
+  const Scoped showing(showing_, showing_ + 1);
+  const QTextBlock block = std::exchange(composition_, {}).at.block();
+  block.layout()->setPreeditArea(-1, {});
+  block.layout()->clearFormats();
+  document()->markContentsDirty(block.position(), block.length());
+}
+
+void BoxView::reset_input_method() {
   const Scoped showing(showing_, showing_ + 1);
   if (hasFocus()) QGuiApplication::inputMethod()->reset();
 }
@@ -157,9 +172,10 @@ void BoxView::end_composition() {
 void BoxView::complete_composition() {
   const Handling handling(*this, Handling::Foreign::leave);
   if (hasFocus()) QGuiApplication::inputMethod()->commit();
-  if (!composes_) return;
-  const QString composed = textCursor().block().layout()->preeditAreaText();
+  if (!composes()) return;
+  const QString composed = composition_.text;
   end_composition();
+  reset_input_method();
   take_foreign_edit();
   if (box_->may_edit()) keyboard_.type(view_of(composed));
 }
@@ -167,32 +183,39 @@ void BoxView::complete_composition() {
 void BoxView::inputMethodEvent(QInputMethodEvent* event) {
   event->accept();
   if (showing_ > 0 || box_ == nullptr) return;
-  const Handling handling(*this);
-  if (!box_->may_edit()) return;
+  const Handling handling(*this, Handling::Foreign::leave);
   const bool commits = !event->commitString().isEmpty() || event->replacementLength() > 0;
-  if (commits) {
-    if (composes_) compose({});
-    if (event->replacementLength() > 0) {
-      const int start = textCursor().position() + event->replacementStart();
-      const auto position = [this](int at) {
-        return static_cast<std::size_t>(box_position(*document(), std::max(at, 0)));
-      };
-      box_->put_selection({position(start), position(start + event->replacementLength())});
-      if (event->commitString().isEmpty()) {
-        box_->erase(box_->selected().extent(), box::Box::Kind::other);
-      }
-    }
-    keyboard_.type(view_of(event->commitString()));
-    ensureCursorVisible();
+  if (commits || event->preeditString().isEmpty()) end_composition();
+  if (commits) take_committed(*event);
+  if (event->preeditString().isEmpty()) return;
+  if (!composes()) {
+    take_foreign_edit();
+    // The composition replaces the selection, and both are undone together.
+    if (box_->may_edit()) box_->erase(box_->selected().extent(), box::Box::Kind::typing);
   }
-  if (event->preeditString().isEmpty() && !composes_) return;
-  // The listener may have ended editing.
+  // The listener may have ended editing, or have selected something.
+  if (box_->may_edit() && box_->selected().is_empty()) {
+    compose(*event);
+  } else {
+    end_composition();
+  }
+}
+
+void BoxView::take_committed(const QInputMethodEvent& event) {
+  take_foreign_edit();
   if (!box_->may_edit()) return;
-  // The composition replaces the selection, and both are undone together.
-  if (!box_->selected().is_empty() && !event->preeditString().isEmpty()) {
-    box_->erase(box_->selected().extent(), box::Box::Kind::typing);
+  if (event.replacementLength() > 0) {
+    const int start = textCursor().position() + event.replacementStart();
+    const auto position = [this](int at) {
+      return static_cast<std::size_t>(box_position(*document(), std::max(at, 0)));
+    };
+    box_->put_selection({position(start), position(start + event.replacementLength())});
+    if (event.commitString().isEmpty()) {
+      box_->erase(box_->selected().extent(), box::Box::Kind::other);
+    }
   }
-  compose(*event);
+  keyboard_.type(view_of(event.commitString()));
+  ensureCursorVisible();
 }
 
 }  // namespace qel::qt

@@ -110,7 +110,7 @@ Color BoxView::text_color() const {
 
 void BoxView::settle() {
   if (showing_ > 0) return;
-  if (composes_) complete_composition();
+  if (composes()) complete_composition();
   take_foreign_edit();
 }
 
@@ -169,7 +169,10 @@ void BoxView::changeEvent(QEvent* event) {
 
 void BoxView::show(const Change& change) {
   // Composed text would stay where it is while the text around it moves.
-  if (composes_) end_composition();
+  if (composes()) {
+    end_composition();
+    reset_input_method();
+  }
   const Scoped showing(showing_, showing_ + 1);
   const richtext::Document& content = box_->document();
   const bool is_new = change.kind == Change::Kind::everything;
@@ -225,7 +228,18 @@ Selection BoxView::selection_in_window() const {
 
 void BoxView::take_selection() {
   if (showing_ > 0 || has_foreign_edit_ || box_ == nullptr) return;
-  box_->put_selection(selection_in_window());
+  Selection taken = selection_in_window();
+  if (composes()) {
+    const std::size_t caret = box_->selected().caret;
+    const std::size_t behind = box_->text().size() - caret;
+    complete_composition();
+    // What stood behind the composed text still does.
+    for (std::size_t* const position : {&taken.anchor, &taken.caret}) {
+      if (*position > caret)
+        *position = box_->text().size() - std::min(behind + caret - *position, box_->text().size());
+    }
+  }
+  box_->put_selection(taken);
 }
 
 /// Only notes the change: if it were dealt with within Qt's signal, others would not be told of
@@ -241,6 +255,10 @@ void BoxView::note_change(int position, int removed, int added) {
 
 void BoxView::take_foreign_edit() {
   if (!has_foreign_edit_ || box_ == nullptr) return;
+  if (composes()) {
+    complete_composition();
+    return;
+  }
   const Handling handling(*this, Handling::Foreign::leave);
   const Selection selected = selection_in_window();
   const auto edit = display_.foreign_edit(box_->document());
@@ -250,8 +268,13 @@ void BoxView::take_foreign_edit() {
     show_touched_formats(edit ? edit->extent.start : 0);
   }
   has_foreign_edit_ = false;
-  const bool is_taken = edit && box_->take_edit(edit->extent, edit->text);
-  if (is_taken || !edit) box_->put_selection(selected);
+  bool keeps_selection = !edit;
+  if (edit && box_->take_edit(edit->extent, edit->text)) {
+    const std::size_t end = edit->extent.start + edit->text.size();
+    // Otherwise the listener has set one.
+    keeps_selection = box_->selected() == Selection{end, end};
+  }
+  if (keeps_selection) box_->put_selection(selected);
   show_selection();
 }
 

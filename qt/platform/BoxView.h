@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QTextCursor>
 #include <QTextEdit>
 #include <cstdint>
 #include <memory>
@@ -87,9 +88,12 @@ class BoxView : public QTextEdit, public box::View {
   bool leave_by_tab(QKeyEvent& event);
   void act_on_key(QKeyEvent* event, Stroke stroke);
   bool moves_natively(Stroke stroke) const;
-  void end_composition();
-  void complete_composition();
   void compose(const QInputMethodEvent& event);
+  bool composes() const { return !composition_.at.isNull(); }
+  void end_composition();
+  void reset_input_method();
+  void complete_composition();
+  void take_committed(const QInputMethodEvent& event);
 
   bool is_on_selection(QPoint point) const;
   std::size_t position_at(QPoint point) const;
@@ -103,7 +107,12 @@ class BoxView : public QTextEdit, public box::View {
   DocumentDisplay display_;
   int showing_ = 0;   // above 0: changes of the document are this class's own
   int handling_ = 0;  // number of events being handled: the view must not go now
-  bool composes_ = false;
+  /// Text that is being composed, which only this window shows, and where; a null cursor when there
+  /// is none.
+  struct {
+    QTextCursor at;
+    QString text;
+  } composition_;
   bool has_foreign_edit_ = false;
   /// How much of the document others have left alone before and after what they changed.
   struct {

@@ -3,7 +3,9 @@
 #include <gtest/gtest.h>
 
 #include <QCoreApplication>
+#include <QDropEvent>
 #include <QInputMethodEvent>
+#include <QMimeData>
 #include <QTest>
 #include <QTextBlock>
 #include <array>
@@ -85,12 +87,26 @@ class Display : public testing::Test {
     const QTextDocument& document = *view.document();
     ASSERT_EQ(shown(document), expected(box->document()));
     const QTextCursor cursor = view.textCursor();
+    for (QTextBlock block = document.begin(); block.isValid(); block = block.next()) {
+      if (block == cursor.block()) continue;
+      EXPECT_EQ(block.layout()->preeditAreaText(), QString()) << "left behind";
+    }
     EXPECT_EQ(box_position(document, cursor.anchor()),
               static_cast<std::int32_t>(box->selected().anchor));
     EXPECT_EQ(box_position(document, cursor.position()),
               static_cast<std::int32_t>(box->selected().caret));
     if (cursor.hasSelection()) return;
     EXPECT_EQ(name_of(cursor.charFormat()), name_of(to_qt(box->typing_format(), window_text())));
+  }
+
+  /// Drops text at a place in the window.
+  void drop(const QString& text, QPoint place) {
+    QMimeData data;
+    data.setText(text);
+    QDragEnterEvent enters(place, Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
+    QCoreApplication::sendEvent(view.viewport(), &enters);
+    QDropEvent drops(place, Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
+    QCoreApplication::sendEvent(view.viewport(), &drops);
   }
 
   /// Does something that a host does.
@@ -161,7 +177,14 @@ void Display::act_as_host(test::Random& random) {
 void Display::act_as_user(test::Random& random) {
   constexpr std::array keys = {Qt::Key_Left, Qt::Key_Right,  Qt::Key_Home,
                                Qt::Key_End,  Qt::Key_Delete, Qt::Key_Backspace};
-  switch (random.below(6)) {
+  const QPoint place(number(random, 200), number(random, 100));
+  switch (random.below(9)) {
+    case 8:
+      return compose("composes");
+    case 7:
+      return QTest::mouseClick(view.viewport(), Qt::LeftButton, Qt::NoModifier, place);
+    case 6:
+      return drop(QStringLiteral("d\nd"), place);
     case 0:
       return QTest::keyClicks(&view, "xy");
     case 1:
@@ -185,7 +208,12 @@ void Display::act_as_user(test::Random& random) {
 }
 
 void Display::act_as_other(test::Random& random) {
-  switch (random.below(5)) {
+  switch (random.below(6)) {
+    case 5: {
+      QTextCursor cursor = view.textCursor();
+      cursor.setPosition(number(random, view.document()->characterCount()));
+      return view.setTextCursor(cursor);
+    }
     case 0:
       return view.insertPlainText(to_qt(texts[random.below(texts.size())]));
     case 1:
@@ -200,11 +228,38 @@ void Display::act_as_other(test::Random& random) {
   }
 }
 
+/// A host that acts while it is told of something.
+class ActingListener : public platform::BoxListener {
+ public:
+  void on_change() override {
+    if (std::exchange(acts_, true)) return;
+    if (act) act();
+    acts_ = false;
+  }
+
+  std::function<void()> act;
+
+ private:
+  bool acts_ = false;
+};
+
 TEST_F(Display, ShowsWhatIsInTheBox) {
+  platform::BoxAppearance appearance = box->appearance();
+  appearance.width = 200;
+  appearance.height = 100;
+  appearance.drop_mode = platform::box_drops;
+  box->put_appearance(appearance);
+  ActingListener listener;
   for (std::uint32_t round = 0; round < 300 && !HasFailure(); ++round) {
     test::Random random(test::base_seed() + round);
     SCOPED_TRACE(random.describe());
     box->put_text(Scope::document, u"one\ntwo\n\nthree");
+    box->listen(&listener);
+    if (random.one_in(3)) {
+      listener.act = [&] {
+        if (random.one_in(5)) act_as_host(random);
+      };
+    }
     for (int step = 0; step < 16 && !HasFailure(); ++step) {
       SCOPED_TRACE(step);
       const std::size_t who = random.below(5);
@@ -218,6 +273,8 @@ TEST_F(Display, ShowsWhatIsInTheBox) {
       }
       compare();
     }
+    listener.act = nullptr;
+    box->listen(nullptr);
   }
 }
 
@@ -268,6 +325,8 @@ TEST_F(Display, RefusesEditsByOthersWhereTheUserMayNotEdit) {
 
 TEST_F(Display, KeepsWhatIsComposedWhenTheHostActs) {
   platform::BoxAppearance read_only = box->appearance();
+  read_only.drop_mode = platform::box_drops;
+  box->put_appearance(read_only);
   read_only.read_only = true;
   const std::pair<std::function<void()>, std::u16string_view> acts[] = {
       {[&] {
@@ -276,6 +335,12 @@ TEST_F(Display, KeepsWhatIsComposedWhenTheHostActs) {
        u"oneab"},
       {[&] { box->put_SelText(u"x"); }, u"oneabx"},
       {[&] { box->put_SelBold(true); }, u"oneab"},
+      {[&] { box->put_SelLength(1); }, u"oneab"},
+      {[&] { drop(QStringLiteral("x"), QPoint(2, 5)); }, u"xoneab"},
+      {[&] { view.selectAll(); }, u"oneab"},
+      {[&] { view.run_command(keys::letter_key('A'), keys::ctrl_key); }, u"oneab"},
+      {[&] { QTextCursor(view.document()).insertText(QStringLiteral("X")); }, u"Xoneab"},
+      {[&] { QTest::keyClick(&view, Qt::Key_Q); }, u"oneabq"},
       {[&] { box->put_appearance(read_only); }, u"oneab"}};
   for (const auto& [act, expected] : acts) {
     box->put_Text(u"one");
@@ -283,8 +348,8 @@ TEST_F(Display, KeepsWhatIsComposedWhenTheHostActs) {
     compose("ab");
     EXPECT_EQ(composed(), QStringLiteral("ab"));
     act();
-    EXPECT_EQ(composed(), QString());
     compare();
+    EXPECT_EQ(composed(), QString());
     EXPECT_EQ(box->text(), expected);
   }
   compose("c");
