@@ -228,15 +228,16 @@ Selection BoxView::selection_in_window() const {
 
 void BoxView::take_selection() {
   if (showing_ > 0 || has_foreign_edit_ || box_ == nullptr) return;
+  const Handling handling(*this, Handling::Foreign::leave);
   Selection taken = selection_in_window();
   if (composes()) {
     const std::size_t caret = box_->selected().caret;
-    const std::size_t behind = box_->text().size() - caret;
+    const std::size_t before = box_->text().size();
     complete_composition();
     // What stood behind the composed text still does.
+    const std::size_t now = box_->text().size();
     for (std::size_t* const position : {&taken.anchor, &taken.caret}) {
-      if (*position > caret)
-        *position = box_->text().size() - std::min(behind + caret - *position, box_->text().size());
+      if (*position > caret) *position = now - std::min(before - *position, now);
     }
   }
   box_->put_selection(taken);
