@@ -125,6 +125,7 @@ TEST_F(HostileHost, DragsDataOfItsOwnOntoTheSameBox) {
   view.carries = [&](Drag& drag) {
     Drop drop(*box);
     drag.end(drop.drop(drag.data(), drag.allowed_effects(), {}, [] { return 4U; }));
+    EXPECT_EQ(drag.effect(), copy_drop) << "nothing has moved";
   };
   for (const Selection selected : {Selection{1, 1}, Selection{0, 2}}) {
     box->put_Text(u"abcd");
