@@ -74,7 +74,7 @@ LRESULT BoxWindow::press(UINT message, WPARAM key, LPARAM data) {
   if (is_about_to_type()) return 0;
   drop_characters();
   const bool is_own = left == key_code && mask == shift;
-  if (left == tab_key && (mask & ~shift_key) == 0) {
+  if (box::Keyboard::leaves_box(left, mask)) {
     leave_by_tab((mask & shift_key) != 0);
   } else if (is_own && box::Keyboard::moves_by_lines(left, mask)) {
     move_natively(message, key, data);

@@ -299,8 +299,8 @@ BoxWindow::Handled BoxWindow::handle_own(UINT message, WPARAM parameter, LPARAM 
     keyboard_.run_command(command->key_code, command->shift);
     return TRUE;
   }
-  if (message == EM_CANUNDO) return box_.may_edit() && box_.can_undo() ? TRUE : FALSE;
-  if (message == EM_CANREDO) return box_.may_edit() && box_.can_redo() ? TRUE : FALSE;
+  if (message == EM_CANUNDO) return box_.can_undo() ? TRUE : FALSE;
+  if (message == EM_CANREDO) return box_.can_redo() ? TRUE : FALSE;
   // The box has a font of its own.
   if (message == WM_SETFONT) return 0;
   return handle_key(message, parameter, data);

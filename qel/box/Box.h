@@ -88,8 +88,9 @@ class Box : public platform::RichEdit, public std::enable_shared_from_this<Box> 
   void type(std::u16string_view text);
   /// Erases a part; the caret ends up there.
   void erase(richtext::Extent extent, Kind kind);
-  bool can_undo() const { return history_.can_undo(); }
-  bool can_redo() const { return history_.can_redo(); }
+  /// Whether the user may, and there is a step.
+  bool can_undo() const { return may_edit() && history_.can_undo(); }
+  bool can_redo() const { return may_edit() && history_.can_redo(); }
   void undo() { take_step(&UndoHistory::undo); }
   void redo() { take_step(&UndoHistory::redo); }
   /// Replaces the selection with the data's RTF, or else its text, unless the listener does so

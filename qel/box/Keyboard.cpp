@@ -43,9 +43,9 @@ std::int16_t character_of_key(std::int16_t key_code, std::int16_t shift) {
   constexpr std::array with_character = {backspace_key, tab_key, enter_key, escape_key};
   const bool has_character =
       std::find(with_character.begin(), with_character.end(), key_code) != with_character.end();
-  // Tab alone leaves the box.
-  const bool leaves = key_code == tab_key && shift != ctrl_key;
-  return has_character && !leaves && (shift & alt_key) == 0 ? key_code : std::int16_t{0};
+  // Tab types only with Ctrl.
+  const bool types = key_code != tab_key || shift == ctrl_key;
+  return has_character && types && (shift & alt_key) == 0 ? key_code : std::int16_t{0};
 }
 
 }  // namespace
@@ -135,6 +135,10 @@ bool Keyboard::knows(std::int16_t key_code, std::int16_t shift) {
                                key_code == home_key || key_code == end_key ||
                                key_code == backspace_key || key_code == delete_key;
   return find(key_code, shift) != nullptr || (moves_or_erases && (shift & alt_key) == 0);
+}
+
+bool Keyboard::leaves_box(std::int16_t key_code, std::int16_t shift) {
+  return key_code == tab_key && (shift & ~shift_key) == 0;
 }
 
 bool Keyboard::moves_by_lines(std::int16_t key_code, std::int16_t shift) {

@@ -30,6 +30,8 @@ class Keyboard {
   bool run_command(std::int16_t key_code, std::int16_t shift);
   /// Whether the key is one of those above, whatever its effect now.
   static bool knows(std::int16_t key_code, std::int16_t shift);
+  /// Whether the key goes to the next control or the one before; the view moves the focus.
+  static bool leaves_box(std::int16_t key_code, std::int16_t shift);
   /// Whether the key moves the caret in a way that depends on the layout of lines.
   static bool moves_by_lines(std::int16_t key_code, std::int16_t shift);
   /// Tells the listener of each code unit, and types those it leaves as one edit. The first half of

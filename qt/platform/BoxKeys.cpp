@@ -65,7 +65,7 @@ bool BoxView::takes_shortcut(const QKeyEvent& event) const {
 /// Tab alone goes to the next control, but the listener is still told of it.
 bool BoxView::leave_by_tab(QKeyEvent& event) {
   const auto [key_code, shift] = stroke_of(event);
-  if (key_code != tab_key || (shift & ~shift_key) != 0) return false;
+  if (!box::Keyboard::leaves_box(key_code, shift)) return false;
   const Handling handling(*this);
   std::int16_t left = key_code;
   std::int16_t mask = shift;

@@ -22,10 +22,10 @@ void fill_edit_menu(QMenu& menu, BoxView& view) {
       if (view.box() != nullptr) view.run_command(key_code, shift);
     });
   };
-  add(QT_TRANSLATE_NOOP("qel::qt::TextBox", "U&ndo\tCtrl+Z"), edits && box.can_undo(),
-      letter_key('Z'), ctrl_key);
-  add(QT_TRANSLATE_NOOP("qel::qt::TextBox", "&Redo\tCtrl+Y"), edits && box.can_redo(),
-      letter_key('Y'), ctrl_key);
+  add(QT_TRANSLATE_NOOP("qel::qt::TextBox", "U&ndo\tCtrl+Z"), box.can_undo(), letter_key('Z'),
+      ctrl_key);
+  add(QT_TRANSLATE_NOOP("qel::qt::TextBox", "&Redo\tCtrl+Y"), box.can_redo(), letter_key('Y'),
+      ctrl_key);
   menu.addSeparator();
   add(QT_TRANSLATE_NOOP("qel::qt::TextBox", "Cu&t\tCtrl+X"), edits && selects, letter_key('X'),
       ctrl_key);
