@@ -39,10 +39,13 @@ BoxWindow::Handled BoxWindow::handle_key(UINT message, WPARAM parameter, LPARAM 
     case WM_SYSKEYUP:
       return release(message, parameter, data);
     case WM_CHAR:
+      settle();
+      [[fallthrough]];
     case WM_IME_CHAR:
       return take_character(static_cast<char16_t>(parameter));
     case WM_UNICHAR: {
       if (parameter == UNICODE_NOCHAR) return TRUE;
+      settle();
       const auto character = static_cast<char32_t>(parameter);
       if (units_of(character) == 1) return take_character(static_cast<char16_t>(character));
       std::u16string pair(2, u'\0');

@@ -72,6 +72,7 @@ BoxWindow::Handled BoxWindow::handle_mouse(UINT message, WPARAM parameter, LPARA
 }
 
 LRESULT BoxWindow::press_button(UINT message, WPARAM parameter, LPARAM data) {
+  settle();
   const POINT at = point_in(data);
   const bool places = mouse_.press(event_of(button_of(message), at), is_on_selection(at));
   if (window_ == nullptr) return 0;
@@ -94,6 +95,7 @@ LRESULT BoxWindow::press_button(UINT message, WPARAM parameter, LPARAM data) {
 }
 
 LRESULT BoxWindow::double_click(LPARAM data) {
+  settle();
   mouse_.double_click();
   if (window_ == nullptr) return 0;
   SetFocus(window_);

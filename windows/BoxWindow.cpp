@@ -193,13 +193,12 @@ void BoxWindow::place() {
 /// Types what has been composed so far.
 void BoxWindow::settle() {
   if (!composes_ || window_ == nullptr) return;
-  if (const HIMC input = ImmGetContext(window_)) {
+  const HWND window = window_;
+  if (const HIMC input = ImmGetContext(window)) {
     ImmNotifyIME(input, NI_COMPOSITIONSTR, CPS_COMPLETE, 0);
-    ImmReleaseContext(window_, input);
+    ImmReleaseContext(window, input);
   }
-  if (!composes_) return;
-  composes_ = false;
-  take_composed_text();
+  if (composes_) end_composition();
 }
 
 void BoxWindow::show(const box::Change& change) {
@@ -242,8 +241,20 @@ void BoxWindow::take_composed_text() {
   const auto edit = display_.take_text(BoxDisplay::Touch::part);
   go_on_later();
   if (!edit || !box_.may_edit()) return;
-  box_.put_selection({edit->extent.start, edit->extent.end});
-  keyboard_.type(replace_all(edit->text, u"\r\n", u"\r"));
+  auto [extent, text] = *edit;
+  // Of the places where the same letters give the same text, it was the caret's.
+  const std::size_t caret = box_.selected().start();
+  const bool may_move = extent.length() == 0 && box_.selected().is_empty() && caret < extent.start;
+  if (may_move) {
+    const std::u16string passed = box_.text().substr(caret, extent.start - caret);
+    const std::u16string from_caret = passed + text;
+    if (from_caret.ends_with(passed)) {
+      extent = {caret, caret};
+      text.assign(from_caret, 0, text.size());
+    }
+  }
+  box_.put_selection({extent.start, extent.end});
+  keyboard_.type(replace_all(text, u"\r\n", u"\r"));
 }
 
 void BoxWindow::carry(box::Drag& drag) { windows::carry(drag); }
@@ -317,6 +328,11 @@ BoxWindow::Handled BoxWindow::compose(UINT message, WPARAM parameter, LPARAM dat
   const bool ends = message == WM_IME_ENDCOMPOSITION || message == WM_KILLFOCUS;
   if (!composes_ || !ends) return {};
   const LRESULT result = DefSubclassProc(window_, message, parameter, data);
+  if (composes_) end_composition();
+  return result;
+}
+
+void BoxWindow::end_composition() {
   composes_ = false;
   if (std::exchange(is_stale_, false)) {
     display_.show_everything();
@@ -324,7 +340,6 @@ BoxWindow::Handled BoxWindow::compose(UINT message, WPARAM parameter, LPARAM dat
   } else {
     take_composed_text();
   }
-  return result;
 }
 
 }  // namespace qel::windows

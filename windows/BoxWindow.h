@@ -65,6 +65,7 @@ class BoxWindow : public box::View {
   void go_on_later();
   void take_from_window(BoxDisplay::Touch touch);
   void take_foreign_text(BoxDisplay::Touch touch);
+  void end_composition();
   void take_composed_text();
   bool is_enabled() const { return box_.appearance().enabled; }
 

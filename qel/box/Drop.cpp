@@ -80,7 +80,8 @@ std::int32_t Drop::drop(DragData& data, std::int32_t allowed_effects, DropPoint 
   box_.settle();
   // The listener may have ended editing.
   if (!box_.may_edit()) return no_drop;
-  return box_.take_drop(data, position(), effect);
+  const std::int32_t became = box_.take_drop(data, position(), effect);
+  return became == no_drop || (became & allowed_effects) != 0 ? became : effect;
 }
 
 }  // namespace qel::box

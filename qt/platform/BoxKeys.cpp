@@ -148,19 +148,24 @@ void BoxView::compose(const QInputMethodEvent& event) {
   });
   QInputMethodEvent shown(event.preeditString(), attributes);
   QTextEdit::inputMethodEvent(&shown);
-  composition_ = {textCursor(), event.preeditString()};
-  // It stays in its paragraph.
+  composition_ = {textCursor(), QTextCursor(textCursor().block()), event.preeditString()};
   composition_.at.setKeepPositionOnInsert(true);
+  composition_.paragraph.setKeepPositionOnInsert(true);
 }
 
-/// No longer shows what is being composed. An empty event would do more: it erases a selection.
+/// No longer shows what is being composed.
 void BoxView::end_composition() {
   if (!composes()) return;
   const Scoped showing(showing_, showing_ + 1);
-  const QTextBlock block = std::exchange(composition_, {}).at.block();
-  block.layout()->setPreeditArea(-1, {});
-  block.layout()->clearFormats();
-  document()->markContentsDirty(block.position(), block.length());
+  const auto ended = std::exchange(composition_, {});
+  for (const QTextBlock& block : {ended.at.block(), ended.paragraph.block()}) {
+    block.layout()->setPreeditArea(-1, {});
+    block.layout()->clearFormats();
+    document()->markContentsDirty(block.position(), block.length());
+  }
+  // The caret is shown again. Only now: before, this would also erase a selection.
+  QInputMethodEvent ends({}, {{QInputMethodEvent::Cursor, 0, 1, {}}});
+  QTextEdit::inputMethodEvent(&ends);
 }
 
 void BoxView::reset_input_method() {

@@ -256,10 +256,8 @@ void BoxView::note_change(int position, int removed, int added) {
 
 void BoxView::take_foreign_edit() {
   if (!has_foreign_edit_ || box_ == nullptr) return;
-  if (composes()) {
-    complete_composition();
-    return;
-  }
+  if (composes()) complete_composition();
+  if (!has_foreign_edit_ || box_ == nullptr) return;
   const Handling handling(*this, Handling::Foreign::leave);
   const Selection selected = selection_in_window();
   const auto edit = display_.foreign_edit(box_->document());

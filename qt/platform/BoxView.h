@@ -107,10 +107,11 @@ class BoxView : public QTextEdit, public box::View {
   DocumentDisplay display_;
   int showing_ = 0;   // above 0: changes of the document are this class's own
   int handling_ = 0;  // number of events being handled: the view must not go now
-  /// Text that is being composed, which only this window shows, and where; a null cursor when there
-  /// is none.
+  /// Text that is being composed, which only this window shows: where, at null when there is none,
+  /// and the beginning of the paragraph that shows it, which others may have cut in two.
   struct {
     QTextCursor at;
+    QTextCursor paragraph;
     QString text;
   } composition_;
   bool has_foreign_edit_ = false;

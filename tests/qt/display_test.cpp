@@ -2,8 +2,9 @@
 
 #include <gtest/gtest.h>
 
-#include <QCoreApplication>
+#include <QApplication>
 #include <QDropEvent>
+#include <QImage>
 #include <QInputMethodEvent>
 #include <QMimeData>
 #include <QTest>
@@ -342,6 +343,18 @@ TEST_F(Display, KeepsWhatIsComposedWhenTheHostActs) {
       {[&] { QTextCursor(view.document()).insertText(QStringLiteral("X")); }, u"Xoneab"},
       {[&] { QTest::keyClick(&view, Qt::Key_Q); }, u"oneabq"},
       {[&] { box->put_appearance(read_only); }, u"oneab"}};
+  // Another paragraph before, for others to cut.
+  const auto split = [&] {
+    QTextCursor cursor(view.document());
+    cursor.setPosition(2);
+    cursor.insertBlock();
+  };
+  box->put_Text(u"one");
+  box->select(platform::Range{3, 0});
+  compose("ab");
+  split();
+  compare();
+  EXPECT_EQ(box->text(), u"on\r\neab");
   for (const auto& [act, expected] : acts) {
     box->put_Text(u"one");
     box->select(platform::Range{3, 0});
@@ -354,6 +367,18 @@ TEST_F(Display, KeepsWhatIsComposedWhenTheHostActs) {
   }
   compose("c");
   EXPECT_EQ(composed(), QString()) << "the text is read-only now";
+}
+
+TEST_F(Display, ShowsTheCaretAgainWhenNothingIsComposed) {
+  window.show();
+  QApplication::setActiveWindow(&window);
+  view.resize(100, 30);
+  view.setFocus();
+  compose("ab");
+  commit("c");
+  const QImage with_caret = view.grab().toImage();
+  view.setCursorWidth(0);
+  EXPECT_NE(with_caret, view.grab().toImage());
 }
 
 TEST_F(Display, TakesEditsByOthersBeforeTheHostActs) {

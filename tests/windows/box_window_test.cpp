@@ -286,6 +286,14 @@ TEST_F(BoxWindows, LeaveWhatIsComposedToTheWindow) {
   box->put_SelText(u"!");
   EXPECT_EQ(box->get_Text(), u"anewkept!b") << "before the host's own";
   window.send(WM_IME_ENDCOMPOSITION);
+  box->select({1, 0});
+  window.send(WM_IME_STARTCOMPOSITION);
+  window.replace(u"n");
+  window.send(WM_CHAR, u'x');
+  EXPECT_EQ(box->get_Text(), u"anxnewkept!b") << "at the caret, not behind the same letter";
+  window.replace(u"");
+  box->put_Text(u"anewkept!b");
+  window.send(WM_IME_ENDCOMPOSITION);
   EXPECT_EQ(box->get_Text(), u"anewkept!b");
   expect_shown(*box);
 }
