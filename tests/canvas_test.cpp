@@ -2,6 +2,7 @@
 
 #include <cmath>
 #include <limits>
+#include <sstream>
 
 #include "qel/headless/SvgCanvas.h"
 #include "support/Text.h"
@@ -51,6 +52,7 @@ TEST(SvgCanvas, MeasuresAsTheFontsDo) {
       {u"\uF061\uF0A0", {u"SYMBOL", em, true, true}, 1292 + 1536},
       {u"\u4E2D\U0001F600", {u"Arial", em}, 2 * 2048},
       {u"e\u0301\u200B\u00AD\uFE0F", {u"Courier New", em}, 1229},
+      {u"👨\u200D👩\u200D👧🇩🇪👍🏽ที่", {u"Arial", em}, 3 * 2048 + 1208},
       {u"\xD83D\xDE00\xDE00", {u"Arial", em}, 2048 + 1208},
       {u"Hello", {u"Arial", -1}, 0},
       {u"Hello", {u"Arial", std::numeric_limits<float>::quiet_NaN()}, 0},
@@ -103,6 +105,34 @@ TEST(SvgCanvas, WritesCharactersThatXmlAllows) {
   EXPECT_EQ(content(u"aDWmp+-1(", u"symbol"), "αΔΩμπ+−1(");
   EXPECT_EQ(content(u"\uF061\uF0E6<\uF026 \u00AE\u03B2\u00A0", u"Symbol"), "α⎛&lt;&amp; →β\u00A0");
   EXPECT_EQ(content(u"aa", u"Segoe UI Symbol"), "aa");
+}
+
+/// What each element shows, behind "=" where the viewer has to keep its width.
+std::vector<std::string> parts(std::u16string_view text) {
+  std::istringstream lines(drawn({text, 0, 0, 1, {}}));
+  std::vector<std::string> found;
+  for (std::string line; std::getline(lines, line);) {
+    const std::size_t begin = line.find('>') + 1;
+    const bool is_kept = line.find("textLength") != std::string::npos;
+    found.push_back((is_kept ? "=" : "") + line.substr(begin, line.rfind("</") - begin));
+  }
+  return found;
+}
+
+TEST(SvgCanvas, TearsNothingApart) {
+  using Parts = std::vector<std::string>;
+  const std::pair<std::u16string_view, Parts> rows[] = {
+      {u"a\u0301 b\u200B\u00AD c\n", {"=a\u0301 b\u200B\u00AD c\uFFFD"}},
+      {u"שלום עולם", {"שלום עולם"}},
+      {u"a שָׁלוֹם 12 b", {"a שָׁלוֹם 12 b"}},
+      {u"\u0646\u200C\u0645 \U00010A00.", {"\u0646\u200C\u0645 \U00010A00."}},
+      {u" น้ำ ที่นี่  ab ", {" น้ำ ที่นี่  ", "=ab "}},
+      {u"x क्\u200Dष हि", {"=x ", "क्\u200Dष हि"}},
+      {u"x👨‍👩‍👧 👍🏽y🇩🇪❤\uFE0F",
+       {"=x", "👨‍👩‍👧 👍🏽", "=y", "🇩🇪❤\uFE0F"}},
+      {u"1\uFE0F\u20E3中 a\u304B\u3099", {"1\uFE0F\u20E3中 ", "=a", "\u304B\u3099"}},
+  };
+  for (const auto& [text, expected] : rows) EXPECT_EQ(parts(text), expected);
 }
 
 TEST(SvgCanvas, IsAsHighAsWhatIsDrawn) {

@@ -44,6 +44,15 @@ struct ClusterRange {
   ClusterClass value;
 };
 
+/// What a character does in a line of both directions, by the names of the Unicode standard.
+enum class BidiClass : std::uint8_t { L, R, AL, EN, ES, ET, AN, CS, NSM, S, WS, ON };
+
+struct BidiRange {
+  char32_t first;
+  char32_t last;
+  BidiClass value;
+};
+
 /// The range that holds the character; null when none does. The table is in ascending order.
 template <class Range, std::size_t Size>
 const Range* find_range(const Range (&ranges)[Size], char32_t character) {

@@ -101,6 +101,11 @@ std::size_t cluster_before(std::u16string_view text, std::size_t at) {
   return at;
 }
 
+bool extends_cluster(char32_t character) {
+  const ClusterClass value = class_of(character);
+  return value == ClusterClass::Extend || value == ClusterClass::ZWJ;
+}
+
 std::size_t whole_position(std::u16string_view text, std::size_t at) {
   if (at >= text.size()) return text.size();
   return at > 0 && step_after(text, at - 1) > at ? at - 1 : at;

@@ -23,6 +23,10 @@ std::size_t cluster_after(std::u16string_view text, std::size_t at);
 /// The beginning of the cluster that ends at or holds the unit before `at`; 0 at the beginning.
 std::size_t cluster_before(std::u16string_view text, std::size_t at);
 
+/// Whether the character always belongs to the cluster before it: a combining mark, a joiner, a
+/// variation selector, a tone of skin.
+bool extends_cluster(char32_t character);
+
 /// `at` itself, or the beginning of the surrogate pair or CR LF that it would cut in two.
 std::size_t whole_position(std::u16string_view text, std::size_t at);
 

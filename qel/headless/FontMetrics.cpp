@@ -6,6 +6,7 @@
 
 #include "qel/base/CaseMapping.h"
 #include "qel/base/CodeRanges.h"
+#include "qel/base/Graphemes.h"
 
 namespace qel::headless {
 namespace {
@@ -28,12 +29,13 @@ constexpr std::array<std::uint16_t, ascii_count> mono_ascii_advances = [] {
   return advances;
 }();
 
-/// Combining marks and formatting characters.
-constexpr CodeRange zero_width_ranges[] = {
-    {0xAD, 0xAD},     {0x300, 0x36F},   {0x483, 0x489},    {0x591, 0x5BD},   {0x610, 0x61A},
-    {0x64B, 0x65F},   {0xE34, 0xE3A},   {0xE47, 0xE4E},    {0x1AB0, 0x1AFF}, {0x1DC0, 0x1DFF},
-    {0x200B, 0x200F}, {0x202A, 0x202E}, {0x2060, 0x206F},  {0x20D0, 0x20F0}, {0xFE00, 0xFE0F},
-    {0xFE20, 0xFE2F}, {0xFEFF, 0xFEFF}, {0xE0000, 0xE0FFF}};
+/// Formatting characters other than those that belong to the cluster before them.
+constexpr CodeRange format_ranges[] = {{0xAD, 0xAD},     {0x200B, 0x200F}, {0x202A, 0x202E},
+                                       {0x2060, 0x206F}, {0xFEFF, 0xFEFF}, {0xE0000, 0xE0FFF}};
+
+bool has_no_width(char32_t character) {
+  return find_range(format_ranges, character) != nullptr || extends_cluster(character);
+}
 
 /// East Asian wide characters and pictographs.
 constexpr CodeRange wide_ranges[] = {
@@ -145,7 +147,7 @@ bool FontFace::covers(char32_t character) const {
   if (character <= U'~' || character == U'\uFFFD' || find_range(coverage, character) != nullptr) {
     return true;
   }
-  return find_range(zero_width_ranges, character) != nullptr ||
+  return has_no_width(character) ||
          (family_ == FontFamily::symbol && symbol_advances[symbol_index(character)] != 0);
 }
 
@@ -155,7 +157,7 @@ std::uint32_t FontFace::other_advance(char32_t character) const {
     const std::uint32_t width = symbol_advances[symbol_index(character)];
     if (width != 0) return width;
   }
-  if (find_range(zero_width_ranges, character) != nullptr) return 0;
+  if (has_no_width(character)) return 0;
   const CoverageRange* covered = find_range(coverage, character);
   if (covered == nullptr && find_range(wide_ranges, character) != nullptr) return units_per_em;
   if (family_ == FontFamily::mono) return mono_advance;

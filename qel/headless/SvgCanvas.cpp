@@ -6,7 +6,9 @@
 #include <cstddef>
 #include <cstdint>
 
+#include "qel/base/Bidi.h"
 #include "qel/base/CaseMapping.h"
+#include "qel/base/Graphemes.h"
 #include "qel/base/Utf16.h"
 #include "qel/base/Utf8.h"
 #include "qel/headless/FontMetrics.h"
@@ -141,8 +143,50 @@ std::string length_attributes(float width) {
   return attribute("textLength", length) + attribute("lengthAdjust", "spacingAndGlyphs");
 }
 
+constexpr std::u16string_view blanks = u" \t\u00A0";
+
 bool is_blank(std::u16string_view text) {
-  return text.find_first_not_of(u" \t\u00A0") == std::u16string_view::npos;
+  return text.find_first_not_of(blanks) == std::u16string_view::npos;
+}
+
+/// Pictographs, which may be joined to one, and other characters beyond the first 65,536.
+bool may_be_joined(char32_t character) {
+  return character > 0xFFFF || (character >= 0x2600 && character <= 0x27BF);
+}
+
+/// How sure the width of a text is. Blanks and what has no width are as sure as what is beside
+/// them.
+enum class Sureness : std::uint8_t { either, known, guessed };
+
+Sureness sureness_of(std::u16string_view text, const FontFace& face) {
+  constexpr char32_t as_emoji = 0xFE0F;
+  Sureness sureness = Sureness::either;
+  for (std::size_t at = 0; at < text.size();) {
+    const bool is_replaced = is_forbidden(text[at]) && text[at] != u'\t';
+    const char32_t character = next_character(text, at);
+    if (!is_replaced && (character == as_emoji || !face.covers(character))) {
+      return Sureness::guessed;
+    }
+    const bool is_either =
+        blanks.find(static_cast<char16_t>(character)) != std::u16string_view::npos ||
+        face.advance(character) == 0;
+    if (!is_either || is_replaced) sureness = Sureness::known;
+  }
+  return sureness;
+}
+
+/// The end of the part that begins at `begin`: whole clusters whose widths are all known or all
+/// guessed. What reads from right to left is one part, as only the viewer knows its order.
+std::size_t end_of_part(std::u16string_view text, std::size_t begin, const FontFace& face) {
+  Sureness sureness = Sureness::either;
+  for (std::size_t at = begin; at < text.size();) {
+    const std::size_t next = cluster_after(text, at);
+    const Sureness of_next = sureness_of(text.substr(at, next - at), face);
+    if (sureness == Sureness::either) sureness = of_next;
+    if (of_next != Sureness::either && of_next != sureness) return at;
+    at = next;
+  }
+  return text.size();
 }
 
 }  // namespace
@@ -153,7 +197,12 @@ SvgCanvas::SvgCanvas(float width, float margin, std::optional<Color> background)
 float SvgCanvas::text_width(std::u16string_view text, const platform::TextFont& font) const {
   const FontFace face(font);
   std::uint64_t units = 0;
-  for (std::size_t at = 0; at < text.size();) units += face.advance(next_character(text, at));
+  for (std::size_t at = 0; at < text.size();) {
+    const std::size_t begin = at;
+    const char32_t character = next_character(text, at);
+    units += face.advance(character);
+    if (may_be_joined(character)) at = cluster_after(text, begin);
+  }
   return static_cast<float>(static_cast<double>(units) / FontFace::units_per_em *
                             static_cast<double>(std::max(0.0F, font.size)));
 }
@@ -169,27 +218,21 @@ void SvgCanvas::draw_text(const platform::CanvasText& text) {
   if (text.text.empty() || !(text.font.size > 0)) return;
   height_ = std::max(height_, text.y + font_extent(text.font).descent);
   const FontFace face(text.font);
-  const auto is_covered = [&](std::size_t at) {
-    return is_forbidden(text.text[at]) || face.covers(next_character(text.text, at));
-  };
+  const bool is_whole = has_right_to_left(text.text);
   platform::CanvasText part = text;
   for (std::size_t begin = 0; begin < text.text.size();) {
-    std::size_t end = begin;
-    while (end < text.text.size() && is_covered(end) == is_covered(begin)) {
-      next_character(text.text, end);
-    }
+    const std::size_t end = is_whole ? text.text.size() : end_of_part(text.text, begin, face);
     part.text = text.text.substr(begin, end - begin);
     const bool is_all = part.text.size() == text.text.size();
     part.width = is_all ? text.width : text_width(part.text, text.font);
-    draw_part(part);
+    draw_part(part, sureness_of(part.text, face) != Sureness::guessed);
     part.x += part.width;
     begin = end;
   }
 }
 
-/// Draws a part in which either all widths are known or all are guessed: a viewer with a wider font
-/// has to squeeze that part only.
-void SvgCanvas::draw_part(const platform::CanvasText& text) {
+/// Draws a part whose width is known, or guessed: then it is not the viewer's to keep.
+void SvgCanvas::draw_part(const platform::CanvasText& text, bool is_known) {
   if (is_blank(text.text)) return;
   const std::size_t end = text.text.find_last_not_of(u' ') + 1;
   const bool ends_in_blanks = end < text.text.size();
@@ -199,9 +242,10 @@ void SvgCanvas::draw_part(const platform::CanvasText& text) {
   const FontFamily family = family_named(text.font.name);
   // Browsers do not let a text inherit how its blanks are treated.
   elements_ += "<text" + attribute("x", number(text.x)) + attribute("y", number(text.y)) +
-               length_attributes(text.width) + font_attributes(text.font, family) +
-               attribute("fill", hex(text.color)) + attribute("xml:space", "preserve") + ">" +
-               escaped(shown(text.text, family)) + "</text>\n";
+               (is_known ? length_attributes(text.width) : std::string()) +
+               font_attributes(text.font, family) + attribute("fill", hex(text.color)) +
+               attribute("xml:space", "preserve") + ">" + escaped(shown(text.text, family)) +
+               "</text>\n";
 }
 
 void SvgCanvas::fill_rectangle(const platform::CanvasRectangle& rectangle, Color color) {

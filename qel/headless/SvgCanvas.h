@@ -14,11 +14,17 @@ namespace qel::headless {
 /// Exact are the widths of Arial, Times New Roman, Courier New (in regular, bold, italic and both)
 /// and Symbol, also under the names of fonts that are as wide. Other well-known fonts with serifs
 /// or of fixed width count as Times New Roman or Courier New, and every other font as Arial. The
-/// case of names does not matter. Each text states the width that was measured, so that a viewer
-/// with another font fits it into its place; it names its own font first, unless that name is
-/// longer than 64 code units.
+/// case of names does not matter. Text states the width that was measured, so that a viewer with
+/// another font fits it into its place; it names its own font first, unless that name is longer
+/// than 64 code units.
 ///
-/// Kerning and ligatures are neither measured nor drawn: a text is as wide as its characters.
+/// The widths of other scripts and of pictographs are guesses. Such text is drawn as wide as the
+/// viewer's fonts are, in an element of its own if the rest of the text is exact; text that reads
+/// from right to left is one element. No element ends between a letter and its marks, within an
+/// emoji joined from several, or before a blank.
+///
+/// Kerning and ligatures are neither measured nor drawn: a text is as wide as its characters, and
+/// emoji joined to one are as wide as the first of them.
 /// Characters of the font Symbol are written as the Unicode characters that they stand for, in a
 /// font with serifs. A TAB is as wide as four blanks. Characters that XML forbids are drawn as
 /// U+FFFD.
@@ -28,7 +34,7 @@ class SvgCanvas : public platform::Canvas {
   /// margins of `margin` points around that. Without a background the page is transparent.
   explicit SvgCanvas(float width, float margin = 0, std::optional<Color> background = {});
 
-  /// The width of a text is the sum of the widths of its characters.
+  /// The width of a text is the sum of the widths of its characters, joined emoji counting as one.
   float text_width(std::u16string_view text, const platform::TextFont& font) const override;
   platform::FontExtent font_extent(const platform::TextFont& font) const override;
 
@@ -46,7 +52,7 @@ class SvgCanvas : public platform::Canvas {
   std::string svg() const;
 
  private:
-  void draw_part(const platform::CanvasText& text);
+  void draw_part(const platform::CanvasText& text, bool is_known);
 
   float width_;
   float margin_;
