@@ -80,6 +80,7 @@ TEST(SvgCanvas, WritesTextWithItsFormat) {
     std::string_view part;
   };
   const std::vector<Row> rows = {
+      {{u"(", 1, 2, 3, {}, 0, true}, "<text x=\"4\" y=\"2\" direction=\"rtl\" font-family"},
       {{u"x", -1e30F, -0.0001F, 1, {}}, "x=\"-1000000000\" y=\"0\""},
       {{u"x", std::nanf(""), 1.0F / 3, 1, {}}, "x=\"0\" y=\"0.333\""},
       {{u"x", 0, 0, 1, {u"Verdana", 8}}, "\"'Verdana', Arial, 'Liberation Sans', Helvetica"},

@@ -7,6 +7,7 @@
 
 #include "qel/base/Error.h"
 #include "qel/base/Utf16.h"
+#include "qel/base/Utf8.h"
 #include "qel/headless/FixedCanvas.h"
 #include "qel/model/QELCode.h"
 #include "qel/text/TextAndFormatting.h"
@@ -305,6 +306,44 @@ TEST(Drawing, LaysLinesOut) {
     EXPECT_EQ(drawn(*on.canvas), row.lines);
     EXPECT_EQ(on.engine.get_LinesPrinted(), row.printed);
     EXPECT_NEAR(below, 2.4F * row.printed, 0.001);
+  }
+}
+
+TEST(Drawing, PutsRunsIntoTheOrderOfTheirDirections) {
+  struct Row {
+    std::u16string_view text;
+    std::int16_t align;
+    std::vector<std::string> lines;  // with "<" before what reads from right to left
+  };
+  const Row rows[] = {
+      {u"אב 12 cd", alLeft, {"0 <אב 12 cd"}},
+      {u"ab אב 12", alLeft, {"0 ab אב 12"}},
+      {u"/u1א/u0 ב 12 /y4cd/y0, (ה)",
+       alLeft,
+       {"0 <, (ה)", "5 cd", "7 < ", "8 12", "10 < ב ", "13 <א"}},
+      {u"ab /y4אב/y0 /y5גד/y0 34 ef",
+       alLeft,
+       {"0 ab ", "3 34", "5 < ", "6 <גד", "8 < ", "9 <אב", "11  ef"}},
+      {u"/y4אב/y0ג  ", alRight, {"15 <ג  ", "18 <אב"}},
+      {u"/y4אבגד/y0 הוזחט/y4יכלמנ/y0 abcd/y4צ",
+       alRight,
+       {"5 <יכלמנ", "10 < הוזחט", "16 <אבגד", "15 <צ", "16 abcd"}},
+      {u"/y4123/y0-אב/nlcd /y4אב", alLeft, {"0 <-אב", "3 123", "0 cd ", "3 <אב"}},
+  };
+  for (const Row& row : rows) {
+    SCOPED_TRACE(test::shown(row.text));
+    OnFixedCanvas on;
+    on.engine.put_Align(row.align);
+    on.engine.WriteParagraph(row.text, 0, 0, 20);
+    std::vector<std::string> lines;
+    for (const headless::DrawnText& text : on.canvas->texts()) {
+      lines.push_back(std::to_string(std::lround(text.x)) + (text.right_to_left ? " <" : " ") +
+                      to_utf8(text.text));
+    }
+    EXPECT_EQ(lines, row.lines);
+    if (row.text.starts_with(u"/u1")) {
+      EXPECT_EQ(on.canvas->rectangles().front().left, 13) << "bars go with their text";
+    }
   }
 }
 

@@ -21,7 +21,8 @@ platform::FontExtent FixedCanvas::font_extent(const platform::TextFont& font) co
 }
 
 void FixedCanvas::draw_text(const platform::CanvasText& text) {
-  texts_.push_back({std::u16string(text.text), text.x, text.y, text.width, text.color, text.font});
+  texts_.push_back({std::u16string(text.text), text.x, text.y, text.width, text.color, text.font,
+                    text.right_to_left});
 }
 
 void FixedCanvas::fill_rectangle(const platform::CanvasRectangle& rectangle, Color color) {

@@ -16,6 +16,7 @@ struct DrawnText {
   float width = 0;
   Color color = 0;
   platform::TextFont font;
+  bool right_to_left = false;
 
   friend bool operator==(const DrawnText&, const DrawnText&) = default;
 };

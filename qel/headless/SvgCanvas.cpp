@@ -218,14 +218,14 @@ void SvgCanvas::draw_text(const platform::CanvasText& text) {
   if (text.text.empty() || !(text.font.size > 0)) return;
   height_ = std::max(height_, text.y + font_extent(text.font).descent);
   const FontFace face(text.font);
-  const bool is_whole = has_right_to_left(text.text);
+  const bool is_whole = text.right_to_left || has_right_to_left(text.text);
   platform::CanvasText part = text;
   for (std::size_t begin = 0; begin < text.text.size();) {
     const std::size_t end = is_whole ? text.text.size() : end_of_part(text.text, begin, face);
     part.text = text.text.substr(begin, end - begin);
     const bool is_all = part.text.size() == text.text.size();
     part.width = is_all ? text.width : text_width(part.text, text.font);
-    draw_part(part, sureness_of(part.text, face) != Sureness::guessed);
+    draw_part(part, !is_whole && sureness_of(part.text, face) != Sureness::guessed);
     part.x += part.width;
     begin = end;
   }
@@ -240,8 +240,10 @@ void SvgCanvas::draw_part(const platform::CanvasText& text, bool is_known) {
       right_,
       text.x + (ends_in_blanks ? text_width(text.text.substr(0, end), text.font) : text.width));
   const FontFamily family = family_named(text.font.name);
-  // Browsers do not let a text inherit how its blanks are treated.
-  elements_ += "<text" + attribute("x", number(text.x)) + attribute("y", number(text.y)) +
+  // Text is anchored where it begins. Browsers do not let it inherit how its blanks are treated.
+  const float x = text.right_to_left ? text.x + text.width : text.x;
+  elements_ += "<text" + attribute("x", number(x)) + attribute("y", number(text.y)) +
+               (text.right_to_left ? attribute("direction", "rtl") : std::string()) +
                (is_known ? length_attributes(text.width) : std::string()) +
                font_attributes(text.font, family) + attribute("fill", hex(text.color)) +
                attribute("xml:space", "preserve") + ">" + escaped(shown(text.text, family)) +

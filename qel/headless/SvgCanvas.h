@@ -38,8 +38,8 @@ class SvgCanvas : public platform::Canvas {
   float text_width(std::u16string_view text, const platform::TextFont& font) const override;
   platform::FontExtent font_extent(const platform::TextFont& font) const override;
 
-  /// Text that is only blanks or has no size is not drawn. Texts are drawn where they are put:
-  /// right-to-left order holds within one text only.
+  /// Text that is only blanks or has no size is not drawn. Texts are drawn where they are put; the
+  /// viewer orders what is within one.
   void draw_text(const platform::CanvasText& text) override;
   /// Rectangles without width or height are not drawn.
   void fill_rectangle(const platform::CanvasRectangle& rectangle, Color color) override;

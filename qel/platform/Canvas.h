@@ -33,6 +33,7 @@ struct CanvasRectangle {
 };
 
 /// Text in one font and colour, to be drawn with its base line from (`x`, `y`) to the right.
+/// Letters of both directions within it are the canvas's to put into order.
 struct CanvasText {
   std::u16string_view text;
   float x = 0;
@@ -40,6 +41,7 @@ struct CanvasText {
   float width = 0;  ///< its `text_width`
   TextFont font = {};
   Color color = 0;
+  bool right_to_left = false;  ///< where it begins; `x` is its left end in any case
 };
 
 /// What formatted text is measured and drawn on: a window, a printer, a file. Each has its own unit

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <utility>
 
+#include "qel/base/Bidi.h"
 #include "qel/base/Scan.h"
 #include "qel/base/Utf16.h"
 #include "qel/model/Parser.h"
@@ -94,11 +95,83 @@ class ParagraphRest {
   Typesetter& typesetter_;
 };
 
-ParagraphLine Paragraph::line(std::size_t begin, std::size_t end, Typesetter& typesetter) const {
-  ParagraphLine line;
+/// Which way the text of one paragraph within the text reads. Most have no text from right to left,
+/// and no levels.
+class Paragraph::Levels {
+ public:
+  Levels(std::u16string_view text, std::size_t begin, std::size_t end) : begin_(begin) {
+    text = text.substr(begin, end - begin);
+    if (has_right_to_left(text)) levels_ = bidi_levels(text);
+  }
+
+  bool has_right_to_left_text() const { return !levels_.units.empty(); }
+  std::uint8_t of_paragraph() const { return levels_.paragraph; }
+  std::uint8_t operator[](std::size_t at) const { return levels_.units[at - begin_]; }
+
+ private:
+  std::size_t begin_;
+  BidiLevels levels_;
+};
+
+template <class Visit>
+void Paragraph::for_each_piece_of_line(std::size_t begin, std::size_t end, const Levels& levels,
+                                       Visit visit) const {
+  if (!levels.has_right_to_left_text()) {
+    for_each_piece(begin, end, [&](std::u16string_view text, const CodeState& state) {
+      visit(text, state, std::uint8_t{0});
+    });
+    return;
+  }
+  std::size_t blanks = end;
+  while (blanks > begin && text_[blanks - 1] == u' ') --blanks;
+  const auto level_at = [&](std::size_t at) {
+    return at < blanks ? levels[at] : levels.of_paragraph();
+  };
   for_each_piece(begin, end, [&](std::u16string_view text, const CodeState& state) {
-    line.pieces.push_back({text, state, typesetter.text_width(text, state)});
+    if (text.size() == end - begin) {  // in one style: the canvas knows best
+      visit(text, state, levels.of_paragraph());
+      return;
+    }
+    const auto offset = static_cast<std::size_t>(text.data() - text_.data());
+    for (std::size_t from = 0; from < text.size();) {
+      const std::uint8_t level = level_at(offset + from);
+      std::size_t to = from + 1;
+      while (to < text.size() && level_at(offset + to) == level) ++to;
+      visit(text.substr(from, to - from), state, level);
+      from = to;
+    }
   });
+}
+
+namespace {
+
+/// Puts pieces into the order in which they stand from left to right: rule L2 of UAX #9.
+void put_into_visual_order(std::vector<ParagraphPiece>& pieces) {
+  std::uint8_t highest = 0;
+  for (const ParagraphPiece& piece : pieces) highest = std::max(highest, piece.level);
+  for (std::uint8_t level = highest; level > 0; --level) {
+    const auto is_in = [level](const ParagraphPiece& piece) { return piece.level >= level; };
+    for (auto begin = pieces.begin(); begin != pieces.end();) {
+      begin = std::find_if(begin, pieces.end(), is_in);
+      const auto end = std::find_if_not(begin, pieces.end(), is_in);
+      std::reverse(begin, end);
+      begin = end;
+    }
+  }
+}
+
+}  // namespace
+
+ParagraphLine Paragraph::line(std::size_t begin, std::size_t end, const Levels& levels,
+                              Typesetter& typesetter) const {
+  ParagraphLine line;
+  float all = 0;
+  for_each_piece_of_line(begin, end, levels,
+                         [&](std::u16string_view text, const CodeState& state, std::uint8_t level) {
+                           const float width = typesetter.text_width(text, state);
+                           line.pieces.push_back({text, state, width, level});
+                           all += width;
+                         });
   bool is_end = true;
   for (auto piece = line.pieces.rbegin(); piece != line.pieces.rend(); ++piece) {
     if (!is_end) {
@@ -110,6 +183,8 @@ ParagraphLine Paragraph::line(std::size_t begin, std::size_t end, Typesetter& ty
     is_end = false;
     line.width += typesetter.text_width(piece->text.substr(0, last + 1), piece->state);
   }
+  if (levels.of_paragraph() != 0) line.blanks_before = all - line.width;
+  put_into_visual_order(line.pieces);
   return line;
 }
 
@@ -119,12 +194,13 @@ std::vector<ParagraphLine> Paragraph::lines(const ParagraphShape& shape,
   std::size_t begin = 0;
   std::size_t usual = 0;
   const auto add_lines = [&](std::size_t end) {
+    const Levels levels(text_, begin, end);
     float indent = 0;
     do {
       ParagraphRest rest(*this, begin, end, shape.width - indent, typesetter);
       usual = shape.wraps && begin < end ? LineBreaker<ParagraphRest>::length_of_line(rest, usual)
                                          : end - begin;
-      lines.push_back(line(begin, begin + usual, typesetter));
+      lines.push_back(line(begin, begin + usual, levels, typesetter));
       lines.back().indent = std::exchange(indent, shape.indent);
       begin = std::min(text_.find_first_not_of(u' ', begin + usual), end);
     } while (begin < end);

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstddef>
+#include <cstdint>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -24,18 +25,21 @@ struct ParagraphShape {
   bool wraps = true;
 };
 
-/// A part of a line in one style.
+/// A part of a line in one style and one direction, or a whole line in one style, whose letters
+/// the canvas puts into order.
 struct ParagraphPiece {
   std::u16string_view text;
   style_codes::CodeState state;
   float width = 0;
+  std::uint8_t level = 0;  ///< odd where it reads from right to left
 };
 
 /// One line as it is drawn.
 struct ParagraphLine {
-  std::vector<ParagraphPiece> pieces;
-  float width = 0;   ///< without the blanks at the end
-  float indent = 0;  ///< how much further to the right it may begin
+  std::vector<ParagraphPiece> pieces;  ///< from left to right
+  float width = 0;                     ///< without the blanks at the end
+  float blanks_before = 0;             ///< the width of those blanks, where they stand at the left
+  float indent = 0;                    ///< how much further to the right it may begin
 };
 
 /// The text of a paragraph as a reader sees it, broken into lines. Unlike the lines of
@@ -56,10 +60,17 @@ class Paragraph {
     style_codes::CodeState state;
   };
 
+  class Levels;
+
   /// Adds a text, broken at its line breaks.
   void add(std::u16string_view text, const style_codes::CodeState& state);
   void add_break();
-  ParagraphLine line(std::size_t begin, std::size_t end, Typesetter& typesetter) const;
+  ParagraphLine line(std::size_t begin, std::size_t end, const Levels& levels,
+                     Typesetter& typesetter) const;
+  /// Calls `visit(text, state, level)` with each part of a line, in the order of the text.
+  template <class Visit>
+  void for_each_piece_of_line(std::size_t begin, std::size_t end, const Levels& levels,
+                              Visit visit) const;
   /// Calls `visit(text, state)` with each part of the text between the positions.
   template <class Visit>
   void for_each_piece(std::size_t begin, std::size_t end, Visit visit) const;

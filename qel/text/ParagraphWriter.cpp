@@ -89,14 +89,15 @@ void ParagraphWriter::draw_bars(const ParagraphLine& line, style_codes::Attribut
 }
 
 float ParagraphWriter::beginning_of(const ParagraphLine& line) const {
+  const float left = margins_.left - line.blanks_before;
   switch (margins_.align) {
     case alRight:
-      return margins_.left + std::max(line.indent, margins_.width - line.width);
+      return left + std::max(line.indent, margins_.width - line.width);
     case alCenter:
       // Without the indent: it would move the axis of the later lines.
-      return margins_.left + std::max(0.0F, margins_.width - line.width) / 2;
+      return left + std::max(0.0F, margins_.width - line.width) / 2;
     default:
-      return margins_.left + line.indent;
+      return left + line.indent;
   }
 }
 
@@ -104,6 +105,7 @@ float ParagraphWriter::draw(const ParagraphPiece& piece, float x, float base_lin
   platform::CanvasText drawn;
   drawn.y = base_line - typesetter_.rise(piece.state);
   drawn.color = color_of(piece);
+  drawn.right_to_left = piece.level % 2 != 0;
   typesetter_.for_each_part(piece.text, piece.state,
                             [&](std::u16string_view text, const platform::TextFont& font) {
                               drawn.text = text;

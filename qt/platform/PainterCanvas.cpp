@@ -68,6 +68,7 @@ void PainterCanvas::draw_text(const platform::CanvasText& text) {
   if (!(text.font.size > 0)) return;
   painter_.setFont(font_of(text.font));
   painter_.setPen(to_qt(text.color));
+  painter_.setLayoutDirection(text.right_to_left ? Qt::RightToLeft : Qt::LeftToRight);
   painter_.drawText(
       QPointF(static_cast<double>(text.x) * across_, static_cast<double>(text.y) * down_),
       shown(text.text, text.font));
