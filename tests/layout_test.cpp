@@ -159,6 +159,7 @@ TEST(WordWrap, MeasuresWithTheFontsItIsGiven) {
   on.engine.put_ShowHiddenText(false);
   EXPECT_EQ(on.engine.fmtTextWidth(u"a/y2hidden/y0b"), 4);
   EXPECT_EQ(on.engine.fmtTextWidth(u"<b1]"), 6) << "as it is shown";
+  EXPECT_FLOAT_EQ(on.engine.fmtTextWidth(u"a\tb/b1\t/b0c"), 34) << "by the stops of a line";
   on.engine.put_RevealCodes(true);
   EXPECT_EQ(on.engine.fmtTextWidth(u"a/y2b"), 10);
   Layout without_canvas;
@@ -296,6 +297,14 @@ TEST(Drawing, LaysLinesOut) {
       {u"/nl", 0, alLeft, 1, {}},
       {u"a~/b1\\\\i1<b1]", 0, alLeft, 1, {"0,18 a/b1/i1/b1"}},
       {u"<b1]cd <ef\\", 0, alLeft, 1, {"0,18 /b1cd <ef\\"}},
+      {u"1.\tab cd ef", 3, alLeft, 2, {"0,18 1.", "30,18 ab cd", "30,42 ef"}},
+      {u"abcdefgh ij\tk", 3, alLeft, 2, {"0,18 abcdefgh", "30,42 ij", "80,42 k"}},
+      {u"a/b1b\t/b0c\nd\te",
+       0,
+       alRight,
+       2,
+       {"10,18 a", "20,18 b", "90,18 c", "10,42 d", "90,42 e"}},
+      {u"abcdefgh\ti", 0, alLeft, 2, {"0,18 abcdefgh", "80,42 i"}},
       {u"abcdefghijkl", 3, alLeft, 2, {"0,18 abcdefghij", "30,42 kl"}},
   };
   for (const Row& row : rows) {
@@ -328,6 +337,7 @@ TEST(Drawing, PutsRunsIntoTheOrderOfTheirDirections) {
       {u"/y4אבגד/y0 הוזחט/y4יכלמנ/y0 abcd/y4צ",
        alRight,
        {"5 <יכלמנ", "10 < הוזחט", "16 <אבגד", "15 <צ", "16 abcd"}},
+      {u"/y4א/y0\tב", alLeft, {"0 <ב", "8 <א"}},
       {u"/y4123/y0-אב/nlcd /y4אב", alLeft, {"0 <-אב", "3 123", "0 cd ", "3 <אב"}},
   };
   for (const Row& row : rows) {

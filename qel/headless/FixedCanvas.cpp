@@ -9,9 +9,7 @@ namespace qel::headless {
 
 float FixedCanvas::text_width(std::u16string_view text, const platform::TextFont& font) const {
   std::size_t characters = 0;
-  for (std::size_t at = 0; at < text.size();) {
-    characters += next_character(text, at) == U'\t' ? 4 : 1;
-  }
+  for (std::size_t at = 0; at < text.size(); ++characters) next_character(text, at);
   const float share = font.bold ? 0.6F : 0.5F;
   return static_cast<float>(characters) * share * std::max(0.0F, font.size);
 }

@@ -34,8 +34,8 @@ struct DrawnRectangle {
 
 /// A canvas whose fonts all have the same widths, on every system, and which remembers what was
 /// drawn: for layouts that can be calculated by hand. Its unit is the point. Each character is half
-/// as wide as the font's size, six tenths when bold; a TAB is as wide as four characters. A
-/// surrogate pair is one character, a lone surrogate another.
+/// as wide as the font's size, six tenths when bold. A surrogate pair is one character, a
+/// lone surrogate another.
 class FixedCanvas : public platform::Canvas {
  public:
   float text_width(std::u16string_view text, const platform::TextFont& font) const override;

@@ -152,7 +152,7 @@ bool FontFace::covers(char32_t character) const {
 }
 
 std::uint32_t FontFace::other_advance(char32_t character) const {
-  if (character == U'\t') return 4U * advance(U' ');
+  if (character == U'\t') return advance(U' ');
   if (family_ == FontFamily::symbol) {
     const std::uint32_t width = symbol_advances[symbol_index(character)];
     if (width != 0) return width;

@@ -42,7 +42,7 @@ class FontFace {
   bool covers(char32_t character) const;
   /// The advance width of the character, in units. Kerning is not applied, so a text is as wide as
   /// its characters together. Combining marks and formatting characters are 0 wide, and a TAB is as
-  /// wide as four blanks. A character that the face lacks is as wide as its average character, an
+  /// wide as a blank. A character that the face lacks is as wide as its average character, an
   /// East Asian wide character or a pictograph one em; in Symbol it is as wide as in sans.
   std::uint32_t advance(char32_t character) const {
     const char32_t index = character - U' ';

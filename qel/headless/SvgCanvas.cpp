@@ -66,12 +66,9 @@ std::u16string shown(std::u16string_view text, FontFamily family) {
   std::u16string out;
   out.reserve(text.size());
   for (const char16_t unit : text) {
-    if (unit == u'\t') {
-      out.append(4, u' ');
-    } else {
-      out.push_back(family == FontFamily::symbol ? static_cast<char16_t>(symbol_character(unit))
-                                                 : unit);
-    }
+    const char16_t visible = unit == u'\t' ? u' ' : unit;
+    out.push_back(family == FontFamily::symbol ? static_cast<char16_t>(symbol_character(visible))
+                                               : visible);
   }
   return out;
 }

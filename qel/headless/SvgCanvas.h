@@ -26,7 +26,7 @@ namespace qel::headless {
 /// Kerning and ligatures are neither measured nor drawn: a text is as wide as its characters, and
 /// emoji joined to one are as wide as the first of them.
 /// Characters of the font Symbol are written as the Unicode characters that they stand for, in a
-/// font with serifs. A TAB is as wide as four blanks. Characters that XML forbids are drawn as
+/// font with serifs. A TAB is a blank. Characters that XML forbids are drawn as
 /// U+FFFD.
 class SvgCanvas : public platform::Canvas {
  public:

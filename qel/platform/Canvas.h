@@ -33,7 +33,8 @@ struct CanvasRectangle {
 };
 
 /// Text in one font and colour, to be drawn with its base line from (`x`, `y`) to the right.
-/// Letters of both directions within it are the canvas's to put into order.
+/// Letters of both directions within it are the canvas's to put into order. It has no line breaks;
+/// a tab in it is a blank, as stops are the layout's.
 struct CanvasText {
   std::u16string_view text;
   float x = 0;

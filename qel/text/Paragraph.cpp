@@ -1,7 +1,6 @@
 #include "qel/text/Paragraph.h"
 
 #include <algorithm>
-#include <utility>
 
 #include "qel/base/Bidi.h"
 #include "qel/base/Scan.h"
@@ -65,11 +64,12 @@ void Paragraph::for_each_piece(std::size_t begin, std::size_t end, Visit visit) 
 class ParagraphRest {
  public:
   ParagraphRest(const Paragraph& paragraph, std::size_t begin, std::size_t end, float available,
-                Typesetter& typesetter)
+                const LineStart& start, Typesetter& typesetter)
       : paragraph_(paragraph),
         begin_(begin),
         end_(end),
         available_(available),
+        start_(start),
         typesetter_(typesetter) {}
 
   bool has(std::size_t count) const { return count <= end_ - begin_; }
@@ -81,7 +81,7 @@ class ParagraphRest {
     float width = 0;
     paragraph_.for_each_piece(begin_, begin_ + count,
                               [&](std::u16string_view text, const CodeState& state) {
-                                width += typesetter_.text_width(text, state);
+                                width = typesetter_.end_of_text(text, state, width, start_);
                               });
     return !(width > available_);
   }
@@ -92,6 +92,7 @@ class ParagraphRest {
   std::size_t begin_;
   std::size_t end_;
   float available_;
+  LineStart start_;
   Typesetter& typesetter_;
 };
 
@@ -145,6 +146,16 @@ void Paragraph::for_each_piece_of_line(std::size_t begin, std::size_t end, const
 
 namespace {
 
+/// Calls `visit` with each tab of the text, and with each part between them.
+template <class Visit>
+void for_each_tab_and_part(std::u16string_view text, Visit visit) {
+  while (!text.empty()) {
+    const std::size_t end = std::max<std::size_t>(find_any<u'\t'>(text, 0), 1);
+    visit(text.substr(0, end));
+    text.remove_prefix(end);
+  }
+}
+
 /// Puts pieces into the order in which they stand from left to right: rule L2 of UAX #9.
 void put_into_visual_order(std::vector<ParagraphPiece>& pieces) {
   std::uint8_t highest = 0;
@@ -163,15 +174,21 @@ void put_into_visual_order(std::vector<ParagraphPiece>& pieces) {
 }  // namespace
 
 ParagraphLine Paragraph::line(std::size_t begin, std::size_t end, const Levels& levels,
-                              Typesetter& typesetter) const {
+                              const LineStart& start, Typesetter& typesetter) const {
   ParagraphLine line;
-  float all = 0;
-  for_each_piece_of_line(begin, end, levels,
-                         [&](std::u16string_view text, const CodeState& state, std::uint8_t level) {
-                           const float width = typesetter.text_width(text, state);
-                           line.pieces.push_back({text, state, width, level});
-                           all += width;
-                         });
+  line.indent = start.from_margin;
+  float x = 0;
+  for_each_piece_of_line(
+      begin, end, levels,
+      [&](std::u16string_view whole, const CodeState& state, std::uint8_t level) {
+        for_each_tab_and_part(whole, [&](std::u16string_view text) {
+          const bool is_tab = text == u"\t";
+          const float width =
+              is_tab ? typesetter.after_tab(x, start) - x : typesetter.text_width(text, state);
+          line.pieces.push_back({text, state, width, level});
+          x += width;
+        });
+      });
   bool is_end = true;
   for (auto piece = line.pieces.rbegin(); piece != line.pieces.rend(); ++piece) {
     if (!is_end) {
@@ -181,9 +198,11 @@ ParagraphLine Paragraph::line(std::size_t begin, std::size_t end, const Levels& 
     const std::size_t last = piece->text.find_last_not_of(u' ');
     if (last == std::u16string_view::npos) continue;
     is_end = false;
-    line.width += typesetter.text_width(piece->text.substr(0, last + 1), piece->state);
+    line.width += last + 1 == piece->text.size()
+                      ? piece->width
+                      : typesetter.text_width(piece->text.substr(0, last + 1), piece->state);
   }
-  if (levels.of_paragraph() != 0) line.blanks_before = all - line.width;
+  if (levels.of_paragraph() != 0) line.blanks_before = x - line.width;
   put_into_visual_order(line.pieces);
   return line;
 }
@@ -197,11 +216,12 @@ std::vector<ParagraphLine> Paragraph::lines(const ParagraphShape& shape,
     const Levels levels(text_, begin, end);
     float indent = 0;
     do {
-      ParagraphRest rest(*this, begin, end, shape.width - indent, typesetter);
+      const LineStart start = {indent, shape.indent};
+      ParagraphRest rest(*this, begin, end, shape.width - indent, start, typesetter);
       usual = shape.wraps && begin < end ? LineBreaker<ParagraphRest>::length_of_line(rest, usual)
                                          : end - begin;
-      lines.push_back(line(begin, begin + usual, levels, typesetter));
-      lines.back().indent = std::exchange(indent, shape.indent);
+      lines.push_back(line(begin, begin + usual, levels, start, typesetter));
+      indent = shape.indent;
       begin = std::min(text_.find_first_not_of(u' ', begin + usual), end);
     } while (begin < end);
   };

@@ -26,7 +26,7 @@ struct ParagraphShape {
 };
 
 /// A part of a line in one style and one direction, or a whole line in one style, whose letters
-/// the canvas puts into order.
+/// the canvas puts into order. A tab is a piece of its own.
 struct ParagraphPiece {
   std::u16string_view text;
   style_codes::CodeState state;
@@ -66,7 +66,7 @@ class Paragraph {
   void add(std::u16string_view text, const style_codes::CodeState& state);
   void add_break();
   ParagraphLine line(std::size_t begin, std::size_t end, const Levels& levels,
-                     Typesetter& typesetter) const;
+                     const LineStart& start, Typesetter& typesetter) const;
   /// Calls `visit(text, state, level)` with each part of a line, in the order of the text.
   template <class Visit>
   void for_each_piece_of_line(std::size_t begin, std::size_t end, const Levels& levels,

@@ -102,6 +102,7 @@ float ParagraphWriter::beginning_of(const ParagraphLine& line) const {
 }
 
 float ParagraphWriter::draw(const ParagraphPiece& piece, float x, float base_line) {
+  if (piece.text == u"\t") return x + piece.width;
   platform::CanvasText drawn;
   drawn.y = base_line - typesetter_.rise(piece.state);
   drawn.color = color_of(piece);

@@ -1,5 +1,8 @@
 #include "qel/text/Typesetter.h"
 
+#include <algorithm>
+#include <cmath>
+
 #include "qel/base/Scan.h"
 #include "qel/model/Parser.h"
 #include "qel/model/QELCode.h"
@@ -85,6 +88,38 @@ float Typesetter::text_width(std::u16string_view text, const CodeState& state) {
   return width;
 }
 
+float Typesetter::end_of_text(std::u16string_view text, const CodeState& state, float x,
+                              const LineStart& line) {
+  for (std::size_t at = 0;; ++at) {
+    const std::size_t tab = find_any<u'\t'>(text, at);
+    x += text_width(text.substr(at, tab - at), state);
+    if (tab == text.size()) return x;
+    x = after_tab(x, line);
+    at = tab;
+  }
+}
+
+float Typesetter::after_tab(float x, const LineStart& line) {
+  const float distance = tab_distance();
+  if (!(distance > 0)) return x;
+  // Text that is hardly shorter goes on at the next stop.
+  const float least = distance / 100;
+  const float at = x + line.from_margin + least;
+  const float stop =
+      at < line.hanging_indent ? line.hanging_indent : (std::floor(at / distance) + 1) * distance;
+  return std::max(x, stop - line.from_margin);
+}
+
+float Typesetter::tab_distance() {
+  constexpr std::u16string_view letters = u"abcdefghijklmnopqrstuvwxyzABCDEFGHIJKLMNOPQRSTUVWXYZ";
+  constexpr float letters_between = 8;
+  if (!tab_distance_) {
+    tab_distance_ = canvas_.text_width(letters, font({}, false)) * letters_between /
+                    static_cast<float>(letters.size());
+  }
+  return *tab_distance_;
+}
+
 float Typesetter::markup_width(std::u16string_view markup, bool with_hidden) {
   std::u16string with_protected;
   if (find_any<u'~'>(markup, 0) != markup.size()) {
@@ -96,13 +131,15 @@ float Typesetter::markup_width(std::u16string_view markup, bool with_hidden) {
     const CodeState state = scanner.state();
     if (!with_hidden && state.color == hidden_color) continue;
     const bool is_simple = find_special(scanner.run(), 0) == scanner.run().size();
-    width +=
-        is_simple ? text_width(scanner.run(), state) : text_width(shown_text(scanner.run()), state);
+    width = is_simple ? end_of_text(scanner.run(), state, width, {})
+                      : end_of_text(shown_text(scanner.run()), state, width, {});
   }
   return width;
 }
 
-float Typesetter::revealed_width(std::u16string_view markup) { return text_width(markup, {}); }
+float Typesetter::revealed_width(std::u16string_view markup) {
+  return end_of_text(markup, {}, 0, {});
+}
 
 platform::FontExtent Typesetter::extent(const CodeState& state) {
   CodeState full_size = state;

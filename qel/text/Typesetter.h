@@ -17,6 +17,12 @@ namespace qel {
 /// code itself.
 std::u16string shown_text(std::u16string_view run);
 
+/// Where a line begins, for the stops of its tabs: they are counted from the margin.
+struct LineStart {
+  float from_margin = 0;
+  float hanging_indent = 0;  ///< of its paragraph: the first stop
+};
+
 /// Decides which font a run is set in, and measures it. Text in font 0 has the font that the canvas
 /// had when this object was made.
 class Typesetter {
@@ -29,9 +35,16 @@ class Typesetter {
   template <class Visit>
   void for_each_part(std::u16string_view text, const style_codes::CodeState& state, Visit visit);
 
-  /// Width of a text as a reader sees it.
+  /// Width of a text without tabs as a reader sees it.
   float text_width(std::u16string_view text, const style_codes::CodeState& state);
-  /// Width of markup with its codes applied, without text in colour 2 unless `with_hidden`.
+  /// Where text ends that begins at `x` of its line.
+  float end_of_text(std::u16string_view text, const style_codes::CodeState& state, float x,
+                    const LineStart& line);
+  /// Where text goes on behind a tab at `x` of its line: at the hanging indent, and every 8 average
+  /// letters of the canvas's font.
+  float after_tab(float x, const LineStart& line);
+  /// Width of markup with its codes applied, at the beginning of a line without an indent; without
+  /// text in colour 2 unless `with_hidden`.
   float markup_width(std::u16string_view markup, bool with_hidden);
   /// Width of the same text with the codes shown.
   float revealed_width(std::u16string_view markup);
@@ -46,7 +59,10 @@ class Typesetter {
 
   const platform::TextFont& font(const style_codes::CodeState& state, bool is_small_capital);
 
+  float tab_distance();
+
   const platform::Canvas& canvas_;
+  std::optional<float> tab_distance_;
   std::array<std::u16string, 10> names_;
   // By font, weight, slant and scale.
   std::array<std::optional<platform::TextFont>, std::size_t{10} * 2 * 2 * scales> made_;

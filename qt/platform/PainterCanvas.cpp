@@ -35,11 +35,8 @@ QString shown(std::u16string_view text, const platform::TextFont& font) {
   out.reserve(static_cast<qsizetype>(text.size()));
   const bool maps = is_symbol(font);
   for (const char16_t unit : text) {
-    if (unit == u'\t') {
-      out.append(QStringLiteral("    "));
-    } else {
-      out.append(QChar(maps ? static_cast<char16_t>(headless::symbol_character(unit)) : unit));
-    }
+    const char16_t visible = unit == u'\t' ? u' ' : unit;
+    out.append(QChar(maps ? static_cast<char16_t>(headless::symbol_character(visible)) : visible));
   }
   return out;
 }

@@ -13,7 +13,7 @@ namespace qel::qt {
 /// point on any device; a transformation of the painter applies to everything that is drawn.
 ///
 /// Fonts are the system's, or its substitutes for them. Text in font Symbol is drawn as the
-/// characters that it stands for. A TAB is a gap of four blanks. Kerning and ligatures are neither
+/// characters that it stands for. A TAB is a blank. Kerning and ligatures are neither
 /// measured nor drawn, except in scripts whose letters join.
 class PainterCanvas : public platform::Canvas {
  public:
