@@ -16,14 +16,22 @@ bool is_symbol(const platform::TextFont& font) {
   return headless::family_named(font.name) == headless::FontFamily::symbol;
 }
 
-QFont font_of(const platform::TextFont& font) {
+/// Whether the text may have letters that are joined, marked or mirrored: any from Hebrew on but
+/// for accented Latin and Greek ones, punctuation and signs.
+bool needs_shaping(std::u16string_view text) {
+  return std::any_of(text.begin(), text.end(), [](char16_t unit) {
+    return unit >= 0x590 && (unit < 0x1E00 || unit >= 0x2E00);
+  });
+}
+
+QFont font_of(const platform::TextFont& font, bool shapes) {
   QFont made(is_symbol(font) ? QStringLiteral("Times New Roman") : to_qt(font.name));
   constexpr float least = 0.01F;  // Qt ignores a size of 0 and keeps its default
   made.setPointSizeF(static_cast<double>(std::max(font.size, least)));
   made.setBold(font.bold);
   made.setItalic(font.italic);
   made.setKerning(false);
-  made.setStyleStrategy(QFont::PreferNoShaping);
+  if (!shapes) made.setStyleStrategy(QFont::PreferNoShaping);
   // Widths in whole pixels would break lines on a coarse device differently from those on a page.
   made.setHintingPreference(QFont::PreferNoHinting);
   return made;
@@ -50,12 +58,12 @@ PainterCanvas::PainterCanvas(QPainter& painter) : painter_(painter) {
 }
 
 float PainterCanvas::text_width(std::u16string_view text, const platform::TextFont& font) const {
-  const QFontMetricsF metrics(font_of(font), painter_.device());
+  const QFontMetricsF metrics(font_of(font, needs_shaping(text)), painter_.device());
   return static_cast<float>(metrics.horizontalAdvance(shown(text, font)) / across_);
 }
 
 platform::FontExtent PainterCanvas::font_extent(const platform::TextFont& font) const {
-  const QFontMetricsF metrics(font_of(font), painter_.device());
+  const QFontMetricsF metrics(font_of(font, false), painter_.device());
   const auto points = [this](double units) { return static_cast<float>(units / down_); };
   return {points(metrics.ascent()), points(metrics.descent()),
           points(std::max(0.0, metrics.leading()))};
@@ -63,7 +71,8 @@ platform::FontExtent PainterCanvas::font_extent(const platform::TextFont& font) 
 
 void PainterCanvas::draw_text(const platform::CanvasText& text) {
   if (!(text.font.size > 0)) return;
-  painter_.setFont(font_of(text.font));
+  // What stands in text from right to left may be mirrored.
+  painter_.setFont(font_of(text.font, text.right_to_left || needs_shaping(text.text)));
   painter_.setPen(to_qt(text.color));
   painter_.setLayoutDirection(text.right_to_left ? Qt::RightToLeft : Qt::LeftToRight);
   painter_.drawText(

@@ -336,6 +336,9 @@ TEST(PainterCanvas, MeasuresAndDrawsInPointsOnAnyDevice) {
     const float width = canvas.text_width(text.text, text.font);
     EXPECT_NEAR(width, 3 * 24 * 0.833, 4);
     EXPECT_NEAR(canvas.text_width(u"AVAV", text.font), 2 * canvas.text_width(u"AV", text.font), 1);
+    EXPECT_LT(canvas.text_width(u"\u0628\u0628", text.font),
+              1.8F * canvas.text_width(u"\u0628", text.font))
+        << "letters that join";
     EXPECT_EQ(canvas.text_width(u"\t", text.font), canvas.text_width(u" ", text.font));
     EXPECT_NEAR(canvas.font_extent(text.font).ascent, 22, 3);
     canvas.draw_text(text);
