@@ -120,10 +120,14 @@ std::uint8_t level_of(BidiClass value, std::uint8_t paragraph) {
 }  // namespace
 
 bool has_right_to_left(std::u16string_view text) {
-  for (std::size_t at = 0; at < text.size();) {
+  const auto may_be = [](char16_t unit) { return unit >= right_to_left_blocks[0].first; };
+  for (std::size_t at = 0;;) {
+    const auto found =
+        std::find_if(text.begin() + static_cast<std::ptrdiff_t>(at), text.end(), may_be);
+    if (found == text.end()) return false;
+    at = static_cast<std::size_t>(found - text.begin());
     if (is_right_to_left(next_character(text, at))) return true;
   }
-  return false;
 }
 
 BidiLevels bidi_levels(std::u16string_view paragraph) {

@@ -30,8 +30,8 @@ constexpr std::array<std::uint16_t, ascii_count> mono_ascii_advances = [] {
 }();
 
 /// Formatting characters other than those that belong to the cluster before them.
-constexpr CodeRange format_ranges[] = {{0xAD, 0xAD},     {0x200B, 0x200F}, {0x202A, 0x202E},
-                                       {0x2060, 0x206F}, {0xFEFF, 0xFEFF}, {0xE0000, 0xE0FFF}};
+constexpr CodeRange format_ranges[] = {
+    {0x200B, 0x200F}, {0x202A, 0x202E}, {0x2060, 0x206F}, {0xFEFF, 0xFEFF}, {0xE0000, 0xE0FFF}};
 
 bool has_no_width(char32_t character) {
   return find_range(format_ranges, character) != nullptr || extends_cluster(character);
@@ -157,8 +157,9 @@ std::uint32_t FontFace::other_advance(char32_t character) const {
     const std::uint32_t width = symbol_advances[symbol_index(character)];
     if (width != 0) return width;
   }
-  if (has_no_width(character)) return 0;
+  constexpr char32_t soft_hyphen = 0xAD;
   const CoverageRange* covered = find_range(coverage, character);
+  if (covered == nullptr ? has_no_width(character) : character == soft_hyphen) return 0;
   if (covered == nullptr && find_range(wide_ranges, character) != nullptr) return units_per_em;
   if (family_ == FontFamily::mono) return mono_advance;
   const bool serif = family_ == FontFamily::serif;

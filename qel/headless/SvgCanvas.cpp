@@ -164,26 +164,29 @@ Sureness sureness_of(std::u16string_view text, const FontFace& face) {
     if (!is_replaced && (character == as_emoji || !face.covers(character))) {
       return Sureness::guessed;
     }
-    const bool is_either =
-        blanks.find(static_cast<char16_t>(character)) != std::u16string_view::npos ||
-        face.advance(character) == 0;
-    if (!is_either || is_replaced) sureness = Sureness::known;
+    const bool is_letter = face.advance(character) > 0 && !is_blank(text.substr(at - 1, 1));
+    if (is_letter || is_replaced) sureness = Sureness::known;
   }
   return sureness;
 }
 
-/// The end of the part that begins at `begin`: whole clusters whose widths are all known or all
-/// guessed. What reads from right to left is one part, as only the viewer knows its order.
-std::size_t end_of_part(std::u16string_view text, std::size_t begin, const FontFace& face) {
+/// A part of a text: whole clusters whose widths are all known or all guessed.
+struct TextPart {
+  std::size_t end;
+  bool is_known;
+};
+
+TextPart part_at(std::u16string_view text, std::size_t begin, const FontFace& face) {
   Sureness sureness = Sureness::either;
-  for (std::size_t at = begin; at < text.size();) {
+  std::size_t at = begin;
+  while (at < text.size()) {
     const std::size_t next = cluster_after(text, at);
     const Sureness of_next = sureness_of(text.substr(at, next - at), face);
     if (sureness == Sureness::either) sureness = of_next;
-    if (of_next != Sureness::either && of_next != sureness) return at;
+    if (of_next != Sureness::either && of_next != sureness) break;
     at = next;
   }
-  return text.size();
+  return {at, sureness != Sureness::guessed};
 }
 
 }  // namespace
@@ -215,14 +218,16 @@ void SvgCanvas::draw_text(const platform::CanvasText& text) {
   if (text.text.empty() || !(text.font.size > 0)) return;
   height_ = std::max(height_, text.y + font_extent(text.font).descent);
   const FontFace face(text.font);
+  // What reads from right to left is one part, as only the viewer knows its order.
   const bool is_whole = text.right_to_left || has_right_to_left(text.text);
   platform::CanvasText part = text;
   for (std::size_t begin = 0; begin < text.text.size();) {
-    const std::size_t end = is_whole ? text.text.size() : end_of_part(text.text, begin, face);
+    const auto [end, is_known] =
+        is_whole ? TextPart{text.text.size(), false} : part_at(text.text, begin, face);
     part.text = text.text.substr(begin, end - begin);
     const bool is_all = part.text.size() == text.text.size();
     part.width = is_all ? text.width : text_width(part.text, text.font);
-    draw_part(part, !is_whole && sureness_of(part.text, face) != Sureness::guessed);
+    draw_part(part, is_known);
     part.x += part.width;
     begin = end;
   }
