@@ -7,6 +7,7 @@
 #include <string_view>
 #include <vector>
 
+#include "qel/base/Bidi.h"
 #include "qel/base/Graphemes.h"
 #include "support/Random.h"
 #include "support/Text.h"
@@ -73,6 +74,29 @@ TEST(Graphemes, AreWhatReadersTakeForCharacters) {
     ends.reserve(clusters.size());
     for (const std::u16string_view cluster : clusters) ends.push_back(text.append(cluster).size());
     expect_clusters(text, ends);
+  }
+}
+
+TEST(Bidi, HasTheLevelsOfTheStandard) {
+  struct Row {
+    std::u16string_view text;
+    std::string_view levels;  // the first is that of the paragraph
+  };
+  const Row rows[] = {
+      {u"", "0"},
+      {u"- 12", "00000"},
+      {u"a\u05D0\u05B8 \u05D1 b", "00111100"},
+      {u"12 \u05D0 -3.5%, a\t b", "12211112222112122"},
+      {u"a \u0627 12, \u0661,\u0662+", "0001122112220"},
+      {u"a \u05D0 \u06611:", "00011220"},
+      {u"\U00010A00\U0001F600\U0001D7CF b", "111112212"},
+  };
+  for (const Row& row : rows) {
+    const BidiLevels levels = bidi_levels(row.text);
+    std::string found(1, static_cast<char>('0' + levels.paragraph));
+    for (const std::uint8_t level : levels.units) found.push_back(static_cast<char>('0' + level));
+    EXPECT_EQ(found, row.levels) << test::shown(row.text);
+    EXPECT_EQ(has_right_to_left(row.text), found.find('1') != std::string::npos);
   }
 }
 
