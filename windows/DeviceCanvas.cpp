@@ -20,11 +20,8 @@ std::wstring shown(std::u16string_view text, const platform::TextFont& font) {
   out.reserve(text.size());
   const bool maps = is_symbol(font);
   for (const char16_t unit : text) {
-    if (unit == u'\t') {
-      out.append(L"    ");
-    } else {
-      out.push_back(static_cast<wchar_t>(maps ? headless::symbol_character(unit) : unit));
-    }
+    const char16_t visible = unit == u'\t' ? u' ' : unit;
+    out.push_back(static_cast<wchar_t>(maps ? headless::symbol_character(visible) : visible));
   }
   return out;
 }
@@ -106,7 +103,8 @@ void DeviceCanvas::draw_text(const platform::CanvasText& text) {
   SetTextAlign(context_, TA_BASELINE);
   const std::wstring characters = shown(text.text, text.font);
   ExtTextOutW(context_, rounded(static_cast<double>(text.x) * across_),
-              rounded(static_cast<double>(text.y) * down_), 0, nullptr, characters.data(),
+              rounded(static_cast<double>(text.y) * down_),
+              text.right_to_left ? ETO_RTLREADING : 0U, nullptr, characters.data(),
               static_cast<UINT>(characters.size()), nullptr);
 }
 

@@ -13,7 +13,7 @@ namespace qel::windows {
 /// context's origin, whatever the device and the mapping mode.
 ///
 /// Fonts are the system's, or its substitutes for them. Text in font Symbol is drawn as the
-/// characters that it stands for. A TAB is a gap of four blanks.
+/// characters that it stands for. A TAB is a blank.
 class DeviceCanvas : public platform::Canvas {
  public:
   /// The context must outlive the canvas, which leaves it as it was. The mapping mode must not
