@@ -133,7 +133,9 @@ TEST(WordWrap, BreaksAtBlanks) {
       {u"abc", -5, 9, {u"a", u"b", u"c"}},
       {u"ab cd", std::numeric_limits<float>::infinity(), 0, {u"ab cd"}},
       {u"/y2hidden/y0 x", 2, 0, {u"/y2hi", u"dd", u"en", u"x"}},
-      {u"\\\\b1 a~/b1", 3, 0, {u"\\\\b1", u"a~"}},
+      {u"\\\\b1 a~/b1", 3, 0, {u"\\\\b1", u"a", u"~/b1"}},
+      {u"~/b1~/i1~/u1", 3, 0, {u"~/b1", u"~/i1", u"~/u1"}},
+      {u"ab ~/b1 cd\\\\b1", 6, 0, {u"ab ~/b1", u"cd\\\\b1"}},
   };
   for (const Row& row : rows) {
     SCOPED_TRACE(test::shown(row.text));
@@ -171,13 +173,20 @@ TEST(WordWrap, MeasuresWithTheFontsItIsGiven) {
 bool goes_through_something(std::u16string_view text, std::size_t at) {
   for (std::size_t begin = at - std::min<std::size_t>(at, 3); begin < at; ++begin) {
     const std::u16string_view rest = text.substr(begin);
-    const bool is_escape = rest.front() == u'~' && rest.substr(1, 3) != u"/nl" &&
-                           !rest.starts_with(u"~/c") && IsQELCode(rest.substr(1, 3));
-    const bool is_long = begins_with_placeholder(rest) || is_escape;
+    const bool is_long = begins_with_placeholder(rest) || begins_with_escaped_code(rest) ||
+                         Layout::IsEscapeCode(rest.substr(0, 4));
     const std::size_t size = is_long ? 4 : IsQELCode(rest.substr(0, 3)) ? 3 : 1;
     if (begin + size > at) return true;
   }
   return at < text.size() && is_pair_at(text, at - 1);
+}
+
+/// The first `count` characters, and what a tilde at their end makes text.
+std::u16string beginning_of(const std::u16string& rest, std::int16_t count) {
+  const std::u16string beginning = Layout::fmtLeft(rest, count);
+  const std::size_t size = beginning.size();
+  if (!begins_with_escaped_code(std::u16string_view(rest).substr(size - 1))) return beginning;
+  return rest.substr(0, size + 3);
 }
 
 /// The rule taken literally: back off from the end word by word, then take as much of a word as
@@ -190,12 +199,12 @@ std::vector<std::u16string> lines_step_by_step(const Layout& engine, std::u16str
     while (engine.fmtTextWidth(line) > available) {
       const std::int16_t blank = Layout::fmtRevInStr(line, u" ");
       if (blank > 1) {
-        line = Layout::fmtLeft(line, static_cast<std::int16_t>(blank - 1));
+        line = beginning_of(rest, static_cast<std::int16_t>(blank - 1));
         continue;
       }
       std::u16string fitting;
       for (std::int16_t k = 1; k <= Layout::fmtLen(line); ++k) {
-        const std::u16string beginning = Layout::fmtLeft(line, k);
+        const std::u16string beginning = beginning_of(rest, k);
         const bool is_all = k == Layout::fmtLen(line);
         if (!is_all && goes_through_something(rest, beginning.size())) continue;
         const bool fits = engine.fmtTextWidth(beginning) <= available;
@@ -217,7 +226,8 @@ TEST(WordWrap, FollowsTheRuleStepByStep) {
   OnFixedCanvas on;
   test::Random random(test::base_seed());
   std::vector<std::u16string_view> pieces = test::markup_vocabulary();
-  pieces.insert(pieces.end(), {u" ", u"  ", u"abc ", u"de ", u"longword", u"/k1", u"/k0"});
+  pieces.insert(pieces.end(),
+                {u" ", u"  ", u"abc ", u"de ", u"longword", u"/k1", u"/k0", u"\\\\b1"});
   for (int i = 0; i < 4000; ++i) {
     const std::u16string text = random.text(pieces, random.below(30));
     const auto width = static_cast<float>(random.below(16));

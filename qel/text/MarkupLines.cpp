@@ -6,15 +6,13 @@
 #include "qel/base/Utf16.h"
 #include "qel/model/QELCode.h"
 #include "qel/text/LineBreaker.h"
+#include "qel/text/TextAndFormatting.h"
 #include "qel/text/VisibleCharacters.h"
 
 namespace qel {
 namespace {
 
-bool is_escaped_code(std::u16string_view text) {
-  return text.front() == u'~' &&
-         begins_with_placeholder(protect_escaped_codes(std::u16string(text.substr(0, 4))));
-}
+constexpr std::size_t escaped_length = 4;
 
 /// The rest of a paragraph, read only as far as its next line needs.
 class Rest {
@@ -55,9 +53,11 @@ class Rest {
     if (at_ >= text_.size()) return false;
     if (token_left_ > 0) {
       --token_left_;
-    } else if (is_escaped_code(text_.substr(at_)) && visible::has_code_at(text_, at_ + 1)) {
-      // What follows the "~" is one of the engine's own codes too, and is passed over.
-      characters_.push_back({++at_, false, 1});
+    } else if (begins_with_escaped_code(text_.substr(at_)) &&
+               visible::has_code_at(text_, at_ + 1)) {
+      // What follows the "~" is one of the engine's own codes too, and not counted.
+      at_ += escaped_length;
+      characters_.push_back({at_, false, 0});
       return true;
     } else {
       token_left_ = token_length() - 1;
@@ -71,7 +71,9 @@ class Rest {
   std::size_t token_length() const {
     const std::u16string_view rest = text_.substr(at_);
     if (rest.front() == u'/' && IsQELCode(rest.substr(0, 3))) return 3;
-    return begins_with_placeholder(rest) || is_escaped_code(rest) ? 4 : 1;
+    const bool is_escaped = begins_with_placeholder(rest) || begins_with_escaped_code(rest) ||
+                            TextAndFormatting::IsEscapeCode(rest.substr(0, escaped_length));
+    return is_escaped ? escaped_length : 1;
   }
 
   std::u16string_view text_;

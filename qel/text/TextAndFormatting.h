@@ -91,9 +91,9 @@ class TextAndFormatting {
   float TextHeight(std::u16string_view Text) const;
 
   // Word wrap. A line takes as many words as fit, or as many characters of a word that is too wide,
-  // but at least one; it never ends within a code or a surrogate pair. The first line may be
-  // `Width` wide, every later one `Width` less `Indent`. A line is a part of the markup and does
-  // not repeat the codes of earlier lines. Blanks at a break are in neither line.
+  // but at least one; it never ends within a code, escaped or not, or a surrogate pair. The first
+  // line may be `Width` wide, every later one `Width` less `Indent`. A line is a part of the markup
+  // and does not repeat the codes of earlier lines. Blanks at a break are in neither line.
 
   /// How many lines the paragraph needs; 0 without a visible character.
   std::int16_t LineCount(std::u16string_view Text, float Width, float Indent) const;
