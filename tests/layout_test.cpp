@@ -158,12 +158,24 @@ TEST(WordWrap, MeasuresWithTheFontsItIsGiven) {
   EXPECT_EQ(on.engine.GetLine(u"ab cd", 5, 0, 2), u"cd") << "in the default size";
   EXPECT_EQ(on.canvas->get_FontSize(), 4);
   EXPECT_EQ(on.engine.LineCount(u"ab cd", 5, 0), 2) << "which stays set";
+  on.engine.put_DefaultFontSize(2);
+  EXPECT_EQ(on.engine.GetLine(u"ab/y2cd/y0 ef", 5, 0, 1), u"ab/y2cd");
   on.engine.put_ShowHiddenText(false);
+  EXPECT_EQ(on.engine.GetLine(u"ab/y2cd/y0 ef", 5, 0, 1), u"ab/y2cd/y0 ef");
+  on.canvas = std::make_shared<headless::FixedCanvas>();
+  on.engine.put_Canvas(on.canvas);
+  on.engine.put_DefaultFontSize(4);
+  EXPECT_EQ(on.engine.GetLine(u"ab/y2cd/y0 ef", 5, 0, 1), u"ab/y2cd");
   EXPECT_EQ(on.engine.fmtTextWidth(u"a/y2hidden/y0b"), 4);
   EXPECT_EQ(on.engine.fmtTextWidth(u"<b1]"), 6) << "as it is shown";
   EXPECT_FLOAT_EQ(on.engine.fmtTextWidth(u"a\tb/b1\t/b0c"), 34) << "by the stops of a line";
   on.engine.put_RevealCodes(true);
   EXPECT_EQ(on.engine.fmtTextWidth(u"a/y2b"), 10);
+  const std::u16string words = test::repeated(u"ab cd ", 20000);
+  ASSERT_EQ(on.engine.LineCount(words, 4, 0), static_cast<std::int16_t>(40000));
+  for (std::int16_t line = 1; line < 3000; ++line) {
+    ASSERT_EQ(on.engine.GetLine(words, 4, 0, line), line % 2 == 0 ? u"cd" : u"ab") << "in time";
+  }
   Layout without_canvas;
   EXPECT_THROW(without_canvas.LineCount(u"a", 1, 0), Error);
   EXPECT_THROW(without_canvas.WriteParagraph(u"a", 0, 0, 1), Error);

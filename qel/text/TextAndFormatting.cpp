@@ -1,20 +1,28 @@
 #include "qel/text/TextAndFormatting.h"
 
 #include <algorithm>
-#include <optional>
 #include <string>
+#include <utility>
 
 #include "qel/base/CaseMapping.h"
 #include "qel/base/Error.h"
 #include "qel/base/Records.h"
 #include "qel/base/Search.h"
-#include "qel/text/MarkupLines.h"
 #include "qel/text/Paragraph.h"
 #include "qel/text/ParagraphWriter.h"
+#include "qel/text/RememberedLines.h"
 #include "qel/text/Typesetter.h"
 #include "qel/text/VisibleCharacters.h"
 
 namespace qel {
+
+TextAndFormatting::TextAndFormatting() = default;
+TextAndFormatting::~TextAndFormatting() = default;
+
+void TextAndFormatting::put_Canvas(std::shared_ptr<platform::Canvas> Value) {
+  lines_.reset();
+  canvas_ = std::move(Value);
+}
 
 void TextAndFormatting::SetFontAndColors(const QELIndexFonts& Fonts, const QELIndexColors& Colors) {
   SetFonts(Fonts);
@@ -34,21 +42,10 @@ platform::Canvas& TextAndFormatting::canvas_in_default_font(const char* member) 
   return canvas_to_use;
 }
 
-namespace {
-
-/// Measures markup with the settings of the engine.
-MarkupLines::Measure measure_with(Typesetter& typesetter, bool reveal_codes, bool with_hidden) {
-  return [&typesetter, reveal_codes, with_hidden](std::u16string_view markup) {
-    return reveal_codes ? typesetter.revealed_width(markup)
-                        : typesetter.markup_width(markup, with_hidden);
-  };
-}
-
-}  // namespace
-
 float TextAndFormatting::fmtTextWidth(std::u16string_view Text) const {
   Typesetter typesetter(canvas("fmtTextWidth"), *fonts_);
-  return measure_with(typesetter, reveal_codes_, show_hidden_text_)(Text);
+  return reveal_codes_ ? typesetter.revealed_width(Text)
+                       : typesetter.markup_width(Text, show_hidden_text_);
 }
 
 float TextAndFormatting::TextHeight(std::u16string_view Text) const {
@@ -61,36 +58,32 @@ float TextAndFormatting::TextHeight(std::u16string_view Text) const {
   return height;
 }
 
+RememberedLines& TextAndFormatting::lines_of(std::u16string_view text, float width, float indent,
+                                             const platform::Canvas& on) const {
+  LineSettings settings(on, *fonts_, width, indent, reveal_codes_, show_hidden_text_);
+  if (!lines_ || !lines_->are_of(text, settings)) {
+    lines_ = std::make_unique<RememberedLines>(text, std::move(settings), on, *fonts_);
+  }
+  return *lines_;
+}
+
 std::int16_t TextAndFormatting::LineCount(std::u16string_view Text, float Width,
                                           float Indent) const {
-  Typesetter typesetter(canvas("LineCount"), *fonts_);
-  MarkupLines lines(Text, Width, Indent,
-                    measure_with(typesetter, reveal_codes_, show_hidden_text_));
-  std::int32_t count = 0;
-  while (lines.next()) ++count;
-  return static_cast<std::int16_t>(count);
+  const auto& lines = lines_of(Text, Width, Indent, canvas("LineCount")).all();
+  return static_cast<std::int16_t>(lines.size());
 }
 
 std::u16string TextAndFormatting::GetLine(std::u16string_view Text, float Width, float Indent,
                                           std::int16_t LineNumber) const {
-  Typesetter typesetter(canvas_in_default_font("GetLine"), *fonts_);
-  MarkupLines lines(Text, Width, Indent,
-                    measure_with(typesetter, reveal_codes_, show_hidden_text_));
-  std::int32_t number = 0;
-  while (const auto line = number < LineNumber ? lines.next() : std::nullopt) {
-    if (++number == LineNumber) return std::u16string(*line);
-  }
-  return {};
+  RememberedLines& lines = lines_of(Text, Width, Indent, canvas_in_default_font("GetLine"));
+  const auto number = static_cast<std::size_t>(std::max<std::int16_t>(LineNumber, 0));
+  return std::u16string(lines.line(number).value_or(u""));
 }
 
 std::vector<std::u16string> TextAndFormatting::all_lines(std::u16string_view Text, float Width,
                                                          float Indent) const {
-  Typesetter typesetter(canvas_in_default_font("all_lines"), *fonts_);
-  MarkupLines lines(Text, Width, Indent,
-                    measure_with(typesetter, reveal_codes_, show_hidden_text_));
-  std::vector<std::u16string> all;
-  while (const auto line = lines.next()) all.emplace_back(*line);
-  return all;
+  const auto& lines = lines_of(Text, Width, Indent, canvas_in_default_font("all_lines")).all();
+  return {lines.begin(), lines.end()};
 }
 
 float TextAndFormatting::WriteParagraph(std::u16string_view Text, float X, float Y, float Width,

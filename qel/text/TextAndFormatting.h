@@ -12,6 +12,8 @@
 
 namespace qel {
 
+class RememberedLines;
+
 /// How the lines of a paragraph are aligned between its margins.
 enum TextAlignment : std::int16_t { alLeft = 0, alRight = 1, alCenter = 2 };
 
@@ -27,14 +29,15 @@ enum TextAlignment : std::int16_t { alLeft = 0, alRight = 1, alCenter = 2 };
 /// Members that measure or draw raise error 91 when there is no canvas.
 class TextAndFormatting {
  public:
-  TextAndFormatting() = default;
+  TextAndFormatting();
+  ~TextAndFormatting();
   // Copies would share their colours.
   TextAndFormatting(const TextAndFormatting&) = delete;
   TextAndFormatting& operator=(const TextAndFormatting&) = delete;
 
   /// The canvas to measure and draw on, shared with the caller; null for none.
   std::shared_ptr<platform::Canvas> get_Canvas() const { return canvas_; }
-  void put_Canvas(std::shared_ptr<platform::Canvas> Value) { canvas_ = std::move(Value); }
+  void put_Canvas(std::shared_ptr<platform::Canvas> Value);
 
   // The tables. Setting copies them: later changes to the host's tables do not show here.
 
@@ -90,10 +93,11 @@ class TextAndFormatting {
   /// Height of a line that holds the markup, never less than that of the canvas's font.
   float TextHeight(std::u16string_view Text) const;
 
-  // Word wrap. A line takes as many words as fit, or as many characters of a word that is too wide,
-  // but at least one; it never ends within a code, escaped or not, or a surrogate pair. The first
-  // line may be `Width` wide, every later one `Width` less `Indent`. A line is a part of the markup
-  // and does not repeat the codes of earlier lines. Blanks at a break are in neither line.
+  // Word wrap. The lines of the last paragraph are remembered. A line takes as many words as fit,
+  // or as many characters of a word that is too wide, but at least one; it never ends within a
+  // code, escaped or not, or a surrogate pair. The first line may be `Width` wide, every later one
+  // `Width` less `Indent`. A line is a part of the markup and does not repeat the codes of earlier
+  // lines. Blanks at a break are in neither line.
 
   /// How many lines the paragraph needs; 0 without a visible character.
   std::int16_t LineCount(std::u16string_view Text, float Width, float Indent) const;
@@ -143,6 +147,9 @@ class TextAndFormatting {
   platform::Canvas& canvas(const char* member) const;
   platform::Canvas& canvas_in_default_font(const char* member) const;
 
+  RememberedLines& lines_of(std::u16string_view text, float width, float indent,
+                            const platform::Canvas& on) const;
+
   std::shared_ptr<platform::Canvas> canvas_;
   std::shared_ptr<QELIndexFonts> fonts_ = std::make_shared<QELIndexFonts>();
   std::shared_ptr<QELIndexColors> colors_ = std::make_shared<QELIndexColors>();
@@ -153,6 +160,7 @@ class TextAndFormatting {
   bool reveal_codes_ = false;
   bool show_hidden_text_ = true;
   bool ignore_colors_ = false;
+  mutable std::unique_ptr<RememberedLines> lines_;  // of the last text
 };
 
 }  // namespace qel

@@ -1,0 +1,55 @@
+#include "qel/text/RememberedLines.h"
+
+#include <cstdint>
+#include <cstring>
+#include <utility>
+
+namespace qel {
+
+LineSettings::LineSettings(const platform::Canvas& canvas, const QELIndexFonts& index_fonts,
+                           float width_in, float indent_in, bool reveals_codes, bool has_hidden)
+    : font(canvas.get_FontName()),
+      size(canvas.get_FontSize()),
+      width(width_in),
+      indent(indent_in),
+      reveal_codes(reveals_codes),
+      with_hidden(has_hidden) {
+  for (std::size_t i = 0; i < fonts.size(); ++i) {
+    fonts[i] = index_fonts.get_Font(static_cast<std::int16_t>(i));
+  }
+}
+
+RememberedLines::RememberedLines(std::u16string_view text, LineSettings settings,
+                                 const platform::Canvas& canvas, const QELIndexFonts& fonts)
+    : text_(text),
+      settings_(std::move(settings)),
+      typesetter_(canvas, fonts),
+      rest_(text_, settings_.width, settings_.indent, [this](std::u16string_view markup) {
+        return settings_.reveal_codes ? typesetter_.revealed_width(markup)
+                                      : typesetter_.markup_width(markup, settings_.with_hidden);
+      }) {}
+
+bool RememberedLines::are_of(std::u16string_view text, const LineSettings& settings) const {
+  // As bytes, which is many times as fast: this is done for every line.
+  return text.size() == text_.size() && settings == settings_ && !text.empty() &&
+         std::memcmp(text.data(), text_.data(), text.size() * sizeof(char16_t)) == 0;
+}
+
+bool RememberedLines::find_next() {
+  const auto line = rest_.next();
+  if (line) found_.push_back(*line);
+  return line.has_value();
+}
+
+std::optional<std::u16string_view> RememberedLines::line(std::size_t number) {
+  while (found_.size() < number && find_next()) continue;
+  if (number == 0 || number > found_.size()) return std::nullopt;
+  return found_[number - 1];
+}
+
+const std::vector<std::u16string_view>& RememberedLines::all() {
+  while (find_next()) continue;
+  return found_;
+}
+
+}  // namespace qel
