@@ -12,12 +12,12 @@
 namespace qel {
 namespace {
 
-/// Replaces each placeholder of an escaped code by slashes, which have no case.
+/// Masks the placeholders of escaped codes.
 void mask_placeholders(std::u16string& text) {
   constexpr std::size_t length = 4;
   for (std::size_t at = text.find(u'<'); at < text.size(); at = text.find(u'<', at + 1)) {
     if (begins_with_placeholder(std::u16string_view(text).substr(at))) {
-      text.replace(at, length, length, u'/');
+      text.replace(at, length, length, title_rules::escaped);
     }
   }
 }

@@ -26,12 +26,16 @@ bool begins_word(char16_t character) {
 
 bool is_sign(char32_t character) {
   const bool is_ascii_letter = (character | 0x20U) - U'a' < 26;
-  return !is_ascii_letter && is_punctuation(character);
+  return !is_ascii_letter && (character == escaped || is_punctuation(character));
 }
 
-/// The position, from `at` on, of the first character that is neither looked through nor a quote.
-std::size_t skip_quotes(std::u16string_view text, std::size_t at) {
-  while (at < text.size() && (text[at] == looked_through || is_left_quote(text[at]))) ++at;
+/// The position, from `at` on, of the first character that is neither looked through nor a sign.
+std::size_t skip_signs(std::u16string_view text, std::size_t at) {
+  while (at < text.size()) {
+    const char32_t character = character_at(text, at);
+    if (character == escaped || (character != looked_through && !is_sign(character))) break;
+    at += units_of(character);
+  }
   return at;
 }
 
@@ -48,7 +52,7 @@ std::vector<Word> words_of(std::u16string_view text) {
   std::vector<Word> words;
   for (std::size_t at = 0; at < text.size(); ++at) {
     Word word;
-    word.first_letter = skip_quotes(text, at);
+    word.first_letter = skip_signs(text, at);
     for (at = word.first_letter; at < text.size() && !begins_word(text[at]); ++at) {
       word.has_gaps = word.has_gaps || text[at] == looked_through;
     }
@@ -96,11 +100,9 @@ void map_all(std::u16string& text, Span span, Mapping mapping) {
 }
 
 void map_first(std::u16string& text, Span span, Mapping mapping) {
-  for (std::size_t at = span.begin; at < span.end; ++at) {
-    if (text[at] == looked_through || begins_word(text[at]) || is_left_quote(text[at])) continue;
-    map_at(text, at, mapping);
-    return;
-  }
+  std::size_t at = skip_signs(text, span.begin);
+  while (at < span.end && begins_word(text[at])) at = skip_signs(text, at + 1);
+  if (at < span.end) map_at(text, at, mapping);
 }
 
 void title_case(std::u16string& text, Span span, const WordSet& ignored) {

@@ -10,12 +10,16 @@
 ///
 /// A word begins at the beginning of the text or after a blank, a double quote, an opening bracket,
 /// a tab or a line break, and ends before the next of those; punctuation alone is not a word. Its
-/// first letter is its first character after opening quotes: a word that begins with anything but a
-/// letter has no letter to raise.
+/// first letter is its first character after punctuation and symbols of any kind: a word that
+/// begins with a digit has no letter to raise.
 namespace qel::title_rules {
 
 /// Stands in for a character that is not part of the text: it neither begins nor ends a word.
 constexpr char16_t looked_through = 0xFFFF;
+
+/// Stands in for a character of an escaped code: like punctuation, but no letter behind it is the
+/// first of its word.
+constexpr char16_t escaped = 0xFFFE;
 
 /// Whether a word may begin after the character: a blank, a double quote or an opening bracket.
 constexpr bool is_opening(char16_t character) {
@@ -31,7 +35,7 @@ constexpr bool is_opening(char16_t character) {
       return false;
   }
 }
-/// Whether the first letter of a word may follow the character: an opening or a straight quote.
+/// An opening or a straight quote.
 constexpr bool is_left_quote(char16_t character) {
   return character == u'\u201C' || character == u'\u2018' || character == u'\'' ||
          character == u'"';
@@ -48,8 +52,8 @@ using Mapping = char32_t (*)(char32_t character);
 /// Maps each character of the span.
 void map_all(std::u16string& text, Span span, Mapping mapping);
 
-/// Maps the first letter of the span: the first character that is not a blank, a break, an opening
-/// quote or an opening bracket.
+/// Maps the first letter of the span: the first character that is not a blank, a break, punctuation
+/// or a symbol.
 void map_first(std::u16string& text, Span span, Mapping mapping);
 
 /// Lowers the span and raises the first letter of each word. A word in `ignored`, regardless of
