@@ -381,7 +381,7 @@ TEST(QELTextObjects, HandOnToTheirOwners) {
   EXPECT_EQ(tools.GetQELText(ofWithoutHidden, false, true), u"/k1a b/k0");
   tools.SetCustomCodes(u"/nl=|");
   EXPECT_EQ(tools.get_TextCustom(), u"a  b|c");
-  EXPECT_EQ(tools.WordSegment(1, 1)->get_Text(), u"a");
+  EXPECT_EQ(tools.WordSegment(1, 1)->get_Text(), u"a  b");
   EXPECT_EQ(tools.LTrimStr(u" a "), u"a ");
   EXPECT_EQ(tools.RTrimStr(u" a "), u" a");
   EXPECT_EQ(tools.TrimStr(u" a "), u"a");

@@ -67,6 +67,10 @@ bool IsQELCode(std::u16string_view Text, std::int32_t Flags) {
   }
 }
 
+bool begins_with_escaped_code(std::u16string_view text) {
+  return text.size() >= 4 && text[0] == u'~' && text[1] == u'/' && is_escapable(text[2], text[3]);
+}
+
 bool begins_with_placeholder(std::u16string_view text) {
   return text.size() >= 4 && text[0] == u'<' && text[3] == u']' && is_escapable(text[1], text[2]);
 }

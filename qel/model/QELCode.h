@@ -25,6 +25,9 @@ bool IsQELCode(std::u16string_view Text, std::int32_t Flags = sfAll);
 /// Small capitals are not in the escape set: "~/c1" stays as it is.
 std::u16string protect_escaped_codes(std::u16string text);
 
+/// Whether the text begins with an escaped code, which is four characters long.
+bool begins_with_escaped_code(std::u16string_view text);
+
 /// Whether the text begins with a placeholder, which is four characters long.
 bool begins_with_placeholder(std::u16string_view text);
 

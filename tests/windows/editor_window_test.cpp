@@ -5,13 +5,11 @@
 
 #include <functional>
 #include <optional>
-#include <stdexcept>
 #include <string>
 #include <utility>
 #include <vector>
 
 #include "BoxInWindow.h"
-#include "windows/EditorMenu.h"
 #include "windows/EditorWindow.h"
 #include "windows/Text.h"
 #include "windows/WindowsPlatform.h"
@@ -61,16 +59,12 @@ class Form : public EditorListener {
   }
   void on_close() override { note("close"); }
   void on_command(std::u16string_view name) override {
-    if (name == u"fails") throw std::runtime_error("a form's");
     note(std::string(name.begin(), name.end()).c_str());
-    is_on = !is_on;
   }
-  bool is_checked(std::u16string_view name) const override { return is_on && name == u"bold"; }
 
   EditorWindow* window = nullptr;
   std::string told;
   EditorRectangle extent;
-  bool is_on = false;
 
  private:
   void note(const char* what) { told.append(told.empty() ? "" : " ").append(what); }
@@ -81,7 +75,7 @@ EditorDescription description() {
       u"Caption",
       u"Fine",
       u"Cancel",
-      {{u"&Edit", {{u"undo", u"Undo", false}, {u"fails", u"Fails", false}}},
+      {{u"&Edit", {{u"undo", u"Undo", false}}},
        {u"Fo&rmat", {{u"bold", u"&Bold\tCtrl+B", true}, {}, {u"plain", u"&Plain\tAlt+F10", true}}}},
       u""};
 }
@@ -195,23 +189,6 @@ TEST_F(WindowsEditor, IsWorkedByKeys) {
     EXPECT_EQ(form.told, row.told) << row.keys.size();
     while (at_message) handle_messages();
   }
-}
-
-TEST_F(WindowsEditor, RunsItsMenuItemsByName) {
-  EXPECT_EQ(edit([&] {
-              const HWND editor = window->window();
-              EXPECT_FALSE(shows_check(editor, u"bold"));
-              EXPECT_TRUE(choose(editor, u"bold"));
-              EXPECT_TRUE(shows_check(editor, u"bold"));
-              EXPECT_FALSE(shows_check(editor, u"plain"));
-              EXPECT_TRUE(choose(editor, u"undo"));
-              EXPECT_FALSE(shows_check(editor, u"bold"));
-              EXPECT_FALSE(choose(editor, u"Undo"));
-              EXPECT_FALSE(choose(editor, u""));
-              EXPECT_TRUE(choose(editor, u"fails")) << "and nothing is thrown";
-            }),
-            "activate bold undo close");
-  EXPECT_FALSE(choose(owner, u"bold"));
 }
 
 TEST_F(WindowsEditor, LaysOutItsPartsInTwips) {
