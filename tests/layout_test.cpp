@@ -195,7 +195,7 @@ bool goes_through_something(std::u16string_view text, std::size_t at) {
 
 /// The first `count` characters, and what a tilde at their end makes text.
 std::u16string beginning_of(const std::u16string& rest, std::int16_t count) {
-  const std::u16string beginning = Layout::fmtLeft(rest, count);
+  std::u16string beginning = Layout::fmtLeft(rest, count);
   const std::size_t size = beginning.size();
   if (!begins_with_escaped_code(std::u16string_view(rest).substr(size - 1))) return beginning;
   return rest.substr(0, size + 3);
