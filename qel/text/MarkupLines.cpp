@@ -6,7 +6,6 @@
 #include "qel/base/Utf16.h"
 #include "qel/model/QELCode.h"
 #include "qel/text/LineBreaker.h"
-#include "qel/text/TextAndFormatting.h"
 #include "qel/text/VisibleCharacters.h"
 
 namespace qel {
@@ -72,7 +71,7 @@ class Rest {
     const std::u16string_view rest = text_.substr(at_);
     if (rest.front() == u'/' && IsQELCode(rest.substr(0, 3))) return 3;
     const bool is_escaped = begins_with_placeholder(rest) || begins_with_escaped_code(rest) ||
-                            TextAndFormatting::IsEscapeCode(rest.substr(0, escaped_length));
+                            visible::is_escape_code(rest.substr(0, escaped_length));
     return is_escaped ? escaped_length : 1;
   }
 

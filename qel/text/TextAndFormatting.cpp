@@ -145,12 +145,7 @@ bool TextAndFormatting::IsSortCode(std::u16string_view Text) {
 }
 
 bool TextAndFormatting::IsEscapeCode(std::u16string_view Text) {
-  if (Text.size() != 4 || !Text.starts_with(u"\\\\")) return false;
-  const auto is_one_of = [](char16_t character, std::u16string_view set) {
-    return set.find(character) != std::u16string_view::npos;
-  };
-  return (is_one_of(Text[2], u"biupsck") && is_one_of(Text[3], u"01")) ||
-         (is_one_of(Text[2], u"fy") && is_one_of(Text[3], u"0123456789"));
+  return visible::is_escape_code(Text);
 }
 
 std::u16string TextAndFormatting::RomanToArabic(std::u16string_view Text) {

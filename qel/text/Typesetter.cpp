@@ -7,7 +7,7 @@
 #include "qel/model/Parser.h"
 #include "qel/model/QELCode.h"
 #include "qel/model/ReservedColors.h"
-#include "qel/text/TextAndFormatting.h"
+#include "qel/text/VisibleCharacters.h"
 
 namespace qel {
 namespace {
@@ -45,7 +45,7 @@ std::u16string shown_text(std::u16string_view run) {
     if (special == run.size()) break;
     const std::u16string_view four = run.substr(special, 4);
     const bool is_placeholder = begins_with_placeholder(four);
-    if (is_placeholder || TextAndFormatting::IsEscapeCode(four)) {
+    if (is_placeholder || visible::is_escape_code(four)) {
       shown.append(u"/").append(four.substr(is_placeholder ? 1 : 2, 2));
       at = special + 4;
       continue;

@@ -42,6 +42,12 @@ bool has_code_at(std::u16string_view text, std::size_t at) {
   return at < text.size() && text[at] == u'/' && is_code(text.substr(at, code_length));
 }
 
+bool is_escape_code(std::u16string_view characters) {
+  if (characters.size() != 4 || !characters.starts_with(u"\\\\")) return false;
+  return (is_one_of(characters[2], u"biupsck") && is_one_of(characters[3], u"01")) ||
+         (is_one_of(characters[2], u"fy") && is_one_of(characters[3], u"0123456789"));
+}
+
 std::size_t length(std::u16string_view text) {
   std::size_t count = 0;
   for (std::size_t at = 0; at < text.size();) {

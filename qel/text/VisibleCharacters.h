@@ -15,6 +15,8 @@ namespace qel::visible {
 bool is_code(std::u16string_view characters);
 /// Whether such a code begins at the code unit `at`, which may lie beyond the text.
 bool has_code_at(std::u16string_view text, std::size_t at);
+/// Whether four characters are two backslashes and the rest of a code, in lower case.
+bool is_escape_code(std::u16string_view characters);
 
 /// How many visible characters the text has.
 std::size_t length(std::u16string_view text);
