@@ -9,7 +9,9 @@
 #include "qel/base/Utf16.h"
 #include "qel/base/Utf8.h"
 #include "qel/headless/FixedCanvas.h"
+#include "qel/headless/HeadlessPlatform.h"
 #include "qel/model/QELCode.h"
+#include "qel/platform/Common.h"
 #include "qel/text/TextAndFormatting.h"
 #include "support/Random.h"
 #include "support/Text.h"
@@ -176,8 +178,21 @@ TEST(WordWrap, MeasuresWithTheFontsItIsGiven) {
   for (std::int16_t line = 1; line < 3000; ++line) {
     ASSERT_EQ(on.engine.GetLine(words, 4, 0, line), line % 2 == 0 ? u"cd" : u"ab") << "in time";
   }
+}
+
+TEST(WordWrap, MeasuresOnThePlatformWithoutACanvas) {
+  struct Platform : headless::HeadlessPlatform {
+    std::shared_ptr<platform::Canvas> create_measuring_canvas() const override {
+      return std::make_shared<headless::FixedCanvas>();
+    }
+  };
+  Common::set_platform(std::make_shared<Platform>());
   Layout without_canvas;
-  EXPECT_THROW(without_canvas.LineCount(u"a", 1, 0), Error);
+  without_canvas.put_DefaultFontSize(2);
+  EXPECT_EQ(without_canvas.LineCount(u"ab cd", 4, 0), 2);
+  EXPECT_EQ(without_canvas.GetLine(u"ab cd", 4, 0, 2), u"cd");
+  EXPECT_EQ(without_canvas.get_Canvas(), nullptr);
+  Common::set_platform(nullptr);
   EXPECT_THROW(without_canvas.WriteParagraph(u"a", 0, 0, 1), Error);
 }
 

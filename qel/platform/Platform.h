@@ -6,6 +6,7 @@
 #include <string>
 
 #include "qel/base/Color.h"
+#include "qel/platform/Canvas.h"
 #include "qel/platform/Clipboard.h"
 #include "qel/platform/EditorWindow.h"
 #include "qel/platform/MeasuringSurface.h"
@@ -43,6 +44,8 @@ class Platform {
   /// A box on the window `owner`, or on none (0), where nobody sees it.
   virtual std::shared_ptr<RichEdit> create_rich_edit(WindowHandle owner) const = 0;
   virtual std::shared_ptr<MeasuringSurface> create_measuring_surface() const = 0;
+  /// A canvas to measure on and not to draw on; null where the platform has none.
+  virtual std::shared_ptr<Canvas> create_measuring_canvas() const { return nullptr; }
   virtual std::unique_ptr<EditorWindow> create_editor_window(
       const EditorDescription& description) const = 0;
 };

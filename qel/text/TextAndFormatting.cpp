@@ -8,6 +8,7 @@
 #include "qel/base/Error.h"
 #include "qel/base/Records.h"
 #include "qel/base/Search.h"
+#include "qel/platform/Common.h"
 #include "qel/text/Paragraph.h"
 #include "qel/text/ParagraphWriter.h"
 #include "qel/text/RememberedLines.h"
@@ -29,27 +30,44 @@ void TextAndFormatting::SetFontAndColors(const QELIndexFonts& Fonts, const QELIn
   SetColors(Colors);
 }
 
+namespace {
+
+void put_default_font(platform::Canvas& canvas, const TextAndFormatting& engine) {
+  canvas.put_FontName(engine.get_DefaultFont());
+  canvas.put_FontSize(engine.get_DefaultFontSize());
+}
+
+}  // namespace
+
 platform::Canvas& TextAndFormatting::canvas(const char* member) const {
   if (canvas_) return *canvas_;
   throw Error(Error::object_not_set, "TextAndFormatting",
-              std::string(member) + ": there is no Canvas to measure on");
+              std::string(member) + ": there is no Canvas");
 }
 
-platform::Canvas& TextAndFormatting::canvas_in_default_font(const char* member) const {
-  platform::Canvas& canvas_to_use = canvas(member);
-  canvas_to_use.put_FontName(get_DefaultFont());
-  canvas_to_use.put_FontSize(get_DefaultFontSize());
+platform::Canvas& TextAndFormatting::measuring_canvas(const char* member) const {
+  if (canvas_) return *canvas_;
+  if (!own_canvas_) {
+    own_canvas_ = Common::current_platform()->create_measuring_canvas();
+    if (own_canvas_) put_default_font(*own_canvas_, *this);
+  }
+  return own_canvas_ ? *own_canvas_ : canvas(member);
+}
+
+platform::Canvas& TextAndFormatting::measuring_canvas_in_default_font(const char* member) const {
+  platform::Canvas& canvas_to_use = measuring_canvas(member);
+  put_default_font(canvas_to_use, *this);
   return canvas_to_use;
 }
 
 float TextAndFormatting::fmtTextWidth(std::u16string_view Text) const {
-  Typesetter typesetter(canvas("fmtTextWidth"), *fonts_);
+  Typesetter typesetter(measuring_canvas("fmtTextWidth"), *fonts_);
   return reveal_codes_ ? typesetter.revealed_width(Text)
                        : typesetter.markup_width(Text, show_hidden_text_);
 }
 
 float TextAndFormatting::TextHeight(std::u16string_view Text) const {
-  Typesetter typesetter(canvas("TextHeight"), *fonts_);
+  Typesetter typesetter(measuring_canvas("TextHeight"), *fonts_);
   const Paragraph paragraph(Text, {reveal_codes_, show_hidden_text_});
   float height = line_height({}, typesetter);
   for (const ParagraphLine& line : paragraph.lines({0, 0, false}, typesetter)) {
@@ -69,26 +87,29 @@ RememberedLines& TextAndFormatting::lines_of(std::u16string_view text, float wid
 
 std::int16_t TextAndFormatting::LineCount(std::u16string_view Text, float Width,
                                           float Indent) const {
-  const auto& lines = lines_of(Text, Width, Indent, canvas("LineCount")).all();
+  const auto& lines = lines_of(Text, Width, Indent, measuring_canvas("LineCount")).all();
   return static_cast<std::int16_t>(lines.size());
 }
 
 std::u16string TextAndFormatting::GetLine(std::u16string_view Text, float Width, float Indent,
                                           std::int16_t LineNumber) const {
-  RememberedLines& lines = lines_of(Text, Width, Indent, canvas_in_default_font("GetLine"));
+  RememberedLines& lines =
+      lines_of(Text, Width, Indent, measuring_canvas_in_default_font("GetLine"));
   const auto number = static_cast<std::size_t>(std::max<std::int16_t>(LineNumber, 0));
   return std::u16string(lines.line(number).value_or(u""));
 }
 
 std::vector<std::u16string> TextAndFormatting::all_lines(std::u16string_view Text, float Width,
                                                          float Indent) const {
-  const auto& lines = lines_of(Text, Width, Indent, canvas_in_default_font("all_lines")).all();
+  const auto& lines =
+      lines_of(Text, Width, Indent, measuring_canvas_in_default_font("all_lines")).all();
   return {lines.begin(), lines.end()};
 }
 
 float TextAndFormatting::WriteParagraph(std::u16string_view Text, float X, float Y, float Width,
                                         float Indent) {
-  platform::Canvas& to = canvas_in_default_font("WriteParagraph");
+  platform::Canvas& to = canvas("WriteParagraph");
+  put_default_font(to, *this);
   Typesetter typesetter(to, *fonts_);
   const Paragraph paragraph(Text, {reveal_codes_, show_hidden_text_});
   const auto lines = paragraph.lines({Width, Indent, word_wrap_}, typesetter);

@@ -26,7 +26,8 @@ enum TextAlignment : std::int16_t { alLeft = 0, alRight = 1, alCenter = 2 };
 /// of the size, small capitals at four fifths. A code after "~" or after two backslashes is shown
 /// as text. Lengths and positions on the canvas are in its units.
 ///
-/// Members that measure or draw raise error 91 when there is no canvas.
+/// Without a canvas, members that measure do it on one of the thread's platform, and
+/// `WriteParagraph` raises error 91, as all do where the platform has none.
 class TextAndFormatting {
  public:
   TextAndFormatting();
@@ -145,12 +146,14 @@ class TextAndFormatting {
 
  private:
   platform::Canvas& canvas(const char* member) const;
-  platform::Canvas& canvas_in_default_font(const char* member) const;
+  platform::Canvas& measuring_canvas(const char* member) const;
+  platform::Canvas& measuring_canvas_in_default_font(const char* member) const;
 
   RememberedLines& lines_of(std::u16string_view text, float width, float indent,
                             const platform::Canvas& on) const;
 
   std::shared_ptr<platform::Canvas> canvas_;
+  mutable std::shared_ptr<platform::Canvas> own_canvas_;  // to measure on while there is none
   std::shared_ptr<QELIndexFonts> fonts_ = std::make_shared<QELIndexFonts>();
   std::shared_ptr<QELIndexColors> colors_ = std::make_shared<QELIndexColors>();
   std::int16_t align_ = alLeft;
