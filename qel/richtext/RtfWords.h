@@ -1,12 +1,14 @@
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 
 #include "qel/richtext/RtfTokens.h"
 
 namespace qel::richtext {
 
-/// What a control word does. The number that goes with it is in `KnownWord::argument`.
+/// What a control word does. The number that goes with it is in `KnownWord::argument`. Those that
+/// set properties come first.
 enum class WordAction : std::uint8_t {
   set_flag,          ///< of the character state
   clear_flag,        ///< whatever the parameter
@@ -29,12 +31,17 @@ enum class WordAction : std::uint8_t {
   add_unicode,
   add_break,  ///< 1 where it only ends a line that has text
   skip_binary,
-  count
+  none
 };
+
+constexpr auto property_count = static_cast<std::size_t>(WordAction::add_character);
+constexpr bool sets_property(WordAction action) {
+  return static_cast<std::size_t>(action) < property_count;
+}
 
 struct KnownWord {
   WordKey key = no_word;
-  WordAction action = WordAction::count;
+  WordAction action = WordAction::none;
   std::int32_t argument = 0;
 };
 

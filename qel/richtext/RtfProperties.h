@@ -1,0 +1,87 @@
+#pragma once
+
+#include <array>
+#include <cstddef>
+#include <cstdint>
+#include <vector>
+
+#include "qel/richtext/CharFormat.h"
+#include "qel/richtext/RtfFormats.h"
+#include "qel/richtext/RtfReader.h"
+#include "qel/richtext/RtfState.h"
+#include "qel/richtext/RtfTokens.h"
+#include "qel/richtext/RtfWords.h"
+
+namespace qel::richtext {
+
+/// What the control words that stand for no text have set: the properties of the text to come, the
+/// document's tables, and what the end of each open group restores.
+class RtfProperties {
+ public:
+  /// Where a control word stands: its backslash, and the position behind all of it.
+  struct Place {
+    std::size_t begin = 0;
+    std::size_t end = 0;
+  };
+
+  RtfProperties(const CharFormat& base, RtfSink& sink) : formats_(base, sink) {}
+
+  /// Does what a word says for which `sets_property` is true.
+  void set(const KnownWord& word, Parameter parameter, Place place);
+  void open_group();
+  void close_group();
+  /// Drops the text of the group that has just begun.
+  void skip_group() { state_.destination = Destination::skipped; }
+  bool is_in_group() const { return !groups_.empty(); }
+
+  const GroupState& state() const { return state_; }
+  bool is_shown() const {
+    return state_.destination == Destination::text &&
+           (state_.character.flags & (CharState::hidden | CharState::deleted)) == 0;
+  }
+  /// The sink's number for the format of the text to come.
+  RtfSink::FormatId format() { return formats_.id_of(state_.character); }
+  const CodePage& code_page() { return formats_.code_page_of(state_.character); }
+  RtfFontTable& fonts() { return formats_.fonts(); }
+  RtfColorTable& colors() { return formats_.colors(); }
+
+  /// To be called when text or a break has been shown.
+  void note_shown() { last_alignment_ = state_.alignment; }
+  /// Alignment of the paragraph being read. The end of a group does not undo it: the text is there.
+  Alignment last_alignment() const { return last_alignment_; }
+
+ private:
+  using Setter = void (RtfProperties::*)(std::int32_t argument, Parameter parameter);
+  /// One for each `WordAction` that sets a property, in the same order.
+  static const std::array<Setter, property_count> setters;
+
+  void set_flag(std::int32_t flag, Parameter parameter);
+  void clear_flag(std::int32_t flag, Parameter parameter);
+  void set_offset(std::int32_t sign, Parameter half_points);
+  void set_fixed_offset(std::int32_t half_points, Parameter parameter);
+  void set_font(std::int32_t argument, Parameter number);
+  void set_size(std::int32_t argument, Parameter half_points);
+  void set_color(std::int32_t argument, Parameter number);
+  void set_plain(std::int32_t argument, Parameter parameter);
+  void set_alignment(std::int32_t alignment, Parameter parameter);
+  void set_default_font(std::int32_t argument, Parameter number);
+  void set_code_page(std::int32_t number, Parameter parameter);
+  void set_character_set(std::int32_t argument, Parameter number);
+  void set_font_code_page(std::int32_t argument, Parameter number);
+  void set_color_component(std::int32_t component, Parameter value);
+  void set_replacement_length(std::int32_t argument, Parameter count);
+  void set_destination(std::int32_t destination, Parameter parameter);
+  void begin_unicode_part(std::int32_t argument, Parameter parameter);
+
+  RtfFormats formats_;
+  GroupState state_;
+  std::vector<GroupState> groups_;
+  std::size_t groups_beyond_ = 0;
+  Alignment last_alignment_ = Alignment::left;
+
+  Place place_;                      // of the word that is being done
+  std::size_t offset_word_end_ = 0;  // position behind the last "\up" or "\dn"
+  std::size_t font_group_ = 0;       // depth of the group with the current entry of the font table
+};
+
+}  // namespace qel::richtext
