@@ -166,6 +166,7 @@ richtext::Document hostile_document(test::Random& random, const QELTextbox& cont
         [&] { format.italic = !format.italic; },
         [&] { format.underline = !format.underline; },
         [&] { format.strike_through = !format.strike_through; },
+        [&] { format.small_caps = !format.small_caps; },
         [&] {
           format.offset = random.pick(std::vector<std::int16_t>{-60, -45, -9, 0, 9, 10, 41, 45});
         },

@@ -28,15 +28,16 @@ Document read(std::u16string_view rtf) {
 
 Document read_bytes(std::string_view bytes) { return read(rtf_from_bytes(bytes)); }
 
-/// The text with each run's format in brackets before it: b i u s, the offset, the colour in hex if
-/// it is not black, the font if it is not Arial, and the size if it is not 12.
+/// The text with each run's format in brackets before it: b i u s c, the offset, the colour in hex
+/// if it is not black, the font if it is not Arial, and the size if it is not 12.
 std::u16string described(const Document& document) {
   std::string text;
   for (std::size_t i = 0; i < document.runs().run_count(); ++i) {
     const RunList::Run run = document.runs().run(i);
     const CharFormat& format = document.format(run.value);
     std::string marks = std::string(format.bold ? "b" : "") + (format.italic ? "i" : "") +
-                        (format.underline ? "u" : "") + (format.strike_through ? "s" : "");
+                        (format.underline ? "u" : "") + (format.strike_through ? "s" : "") +
+                        (format.small_caps ? "c" : "");
     if (format.offset != 0) marks += " " + std::to_string(format.offset);
     if (format.color != 0) marks += " #" + std::to_string(format.color);
     if (format.font_name != u"Arial") marks += " " + test::shown(format.font_name);
@@ -58,6 +59,8 @@ TEST(RtfReader, UnderstandsWords) {
       {R"({\ul a}{\uldb b\ulnone c}{\ulw1 d}{\ulw0 e}{\ulc2 f}{\ulthdashdd g}{\ulwave0 h})",
        u"[u]ab[]c[u]d[]ef[u]g[]h"},
       {R"({\strike a}{\striked1 b}{\striked0 c}{\strike0 d})", u"[s]ab[]cd"},
+      {R"({\scaps a\b b\plain c}{\scaps1 d{\scaps0 e}f}{\caps g}h)",
+       u"[c]a[bc]b[]c[c]d[]e[c]f[]gh"},
       {R"(\up4 a\up0 b\dn4 c\up d\dn0{\super e}{\sub f\nosupersub g}{\dn-6 h}{\up9999 i})",
        u"[ 45]a[]b[ -45]c[ 65]d[ 45]e[ -45]f[]g[ 65]h[ 32765]i"},
       {R"(\fs17 a\fs0 b\fs-3 c\fs40000 d\fs e)", u"[ 85]abcd[]e"},
@@ -192,6 +195,7 @@ Document random_document(test::Random& random) {
     format.italic = random.one_in(3);
     format.underline = random.one_in(3);
     format.strike_through = random.one_in(4);
+    format.small_caps = random.one_in(4);
     format.offset = random.one_in(3) ? std::int16_t{45}
                                      : static_cast<std::int16_t>(random.one_in(3) ? -125 : 0);
     format.color = random.one_in(2) ? 0 : static_cast<Color>(random.below(3) * 1000 + 7);

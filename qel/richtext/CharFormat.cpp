@@ -11,7 +11,7 @@ namespace {
 template <class Format>
 auto fields_of(Format& format) {
   return std::tie(format.bold, format.italic, format.underline, format.strike_through,
-                  format.offset, format.color, format.font_name, format.size);
+                  format.small_caps, format.offset, format.color, format.font_name, format.size);
 }
 
 template <class Left, class Right, class Action>

@@ -14,6 +14,7 @@ struct CharFormat {
   bool italic = false;
   bool underline = false;
   bool strike_through = false;
+  bool small_caps = false;
   std::int16_t offset = 0;  ///< in twips above the base line; negative below
   Color color = 0;          ///< a plain value: a system colour is resolved before it gets here
   std::u16string font_name = u"Arial";
@@ -28,6 +29,7 @@ struct FormatFields {
   std::optional<bool> italic;
   std::optional<bool> underline;
   std::optional<bool> strike_through;
+  std::optional<bool> small_caps;
   std::optional<std::int16_t> offset;
   std::optional<Color> color;
   std::optional<std::u16string> font_name;

@@ -21,7 +21,7 @@ std::size_t FormatPool::Hash::operator()(const CharFormat& format) const {
   std::size_t hash = std::hash<std::u16string>()(format.font_name);
   const auto mix = [&](std::size_t value) { hash = (hash ^ value) * factor; };
   mix((format.bold ? 1U : 0U) | (format.italic ? 2U : 0U) | (format.underline ? 4U : 0U) |
-      (format.strike_through ? 8U : 0U));
+      (format.strike_through ? 8U : 0U) | (format.small_caps ? 16U : 0U));
   mix(static_cast<std::size_t>(format.offset));
   mix(static_cast<std::size_t>(format.color));
   mix(std::hash<float>()(format.size));

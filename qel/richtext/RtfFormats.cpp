@@ -17,6 +17,7 @@ std::int32_t size_in_rtf(float points) {
 bool are_equal_in_rtf(const CharFormat& left, const CharFormat& right) {
   return left.bold == right.bold && left.italic == right.italic &&
          left.underline == right.underline && left.strike_through == right.strike_through &&
+         left.small_caps == right.small_caps &&
          offset_in_rtf(left.offset) == offset_in_rtf(right.offset) && left.color == right.color &&
          left.font_name == right.font_name && size_in_rtf(left.size) == size_in_rtf(right.size);
 }
@@ -54,6 +55,7 @@ CharFormat RtfFormats::format_of(const CharState& state) const {
   format.italic = (state.flags & CharState::italic) != 0;
   format.underline = (state.flags & CharState::underline) != 0;
   format.strike_through = (state.flags & CharState::strike_through) != 0;
+  format.small_caps = (state.flags & CharState::small_caps) != 0;
   format.offset = twips(state.offset);
   if (state.half_points != CharState::default_size) {
     format.size = static_cast<float>(state.half_points) / 2;

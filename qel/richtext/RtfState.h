@@ -26,6 +26,7 @@ struct CharState {
   static constexpr std::uint8_t strike_through = 8;
   static constexpr std::uint8_t hidden = 16;
   static constexpr std::uint8_t deleted = 32;
+  static constexpr std::uint8_t small_caps = 64;
   static constexpr std::int32_t default_font = -1;
   static constexpr std::uint16_t default_size = 0;
 

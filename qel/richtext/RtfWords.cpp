@@ -70,6 +70,7 @@ void WordTable::add_character_properties() {
       WordAction::set_flag, CharState::underline);
   add("ulnone", WordAction::clear_flag, CharState::underline);
   add_all({"strike", "striked"}, WordAction::set_flag, CharState::strike_through);
+  add("scaps", WordAction::set_flag, CharState::small_caps);
   add("v", WordAction::set_flag, CharState::hidden);
   add("deleted", WordAction::set_flag, CharState::deleted);
   add("up", WordAction::set_offset, 1);

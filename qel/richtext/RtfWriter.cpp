@@ -39,6 +39,7 @@ struct Written {
   bool italic = false;
   bool underline = false;
   bool strike_through = false;
+  bool small_caps = false;
   std::int32_t half_points_up = 0;
   std::size_t font = 0;
   std::size_t color = 0;         // 0 is the automatic colour, which no format has
@@ -114,6 +115,7 @@ class Writer {
     write_toggle(&Written::italic, next, u"\\i");
     write_toggle(&Written::underline, next, u"\\ul");
     write_toggle(&Written::strike_through, next, u"\\strike");
+    write_toggle(&Written::small_caps, next, u"\\scaps");
     if (next.half_points_up != last_.half_points_up) {
       const bool lowers = next.half_points_up < 0;
       word(lowers ? u"\\dn" : u"\\up", std::abs(next.half_points_up));
@@ -195,6 +197,7 @@ class Writer {
             format.italic,
             format.underline,
             format.strike_through,
+            format.small_caps,
             offset_in_rtf(format.offset),
             fonts_.number_of(format.font_name),
             colors_.number_of(format.color) + 1,
