@@ -138,6 +138,8 @@ class RichEdit {
   void put_SelUnderline(bool value) { change(&richtext::FormatChange::underline, value); }
   std::optional<bool> get_SelStrikeThru() const { return format().strike_through; }
   void put_SelStrikeThru(bool value) { change(&richtext::FormatChange::strike_through, value); }
+  std::optional<bool> get_SelSmallCaps() const { return format().small_caps; }
+  void put_SelSmallCaps(bool value) { change(&richtext::FormatChange::small_caps, value); }
   /// In twips, positive raises.
   std::optional<std::int16_t> get_SelCharOffset() const { return format().offset; }
   void put_SelCharOffset(std::int16_t twips) { change(&richtext::FormatChange::offset, twips); }

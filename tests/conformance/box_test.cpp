@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "conformance/Stage.h"
+#include "qel/platform/Keys.h"
 
 namespace qel::conformance {
 namespace {
@@ -16,12 +17,13 @@ using richtext::Alignment;
 class Box : public testing::Test {
  protected:
   RichEdit& new_box() {
-    boxes_.push_back(stage_->platform()->create_rich_edit(stage_->window()));
+    boxes_.push_back(stage->platform()->create_rich_edit(stage->window()));
     return *boxes_.back();
   }
 
+  std::unique_ptr<Stage> stage = make_stage();
+
  private:
-  std::unique_ptr<Stage> stage_ = make_stage();
   std::vector<std::shared_ptr<RichEdit>> boxes_;
 };
 
@@ -99,6 +101,17 @@ TEST_F(Box, TakesRTFForTheDocumentAndTheSelection) {
   box.put_appearance(appearance);
   box.select({0, 9});
   EXPECT_EQ(box.get_SelFontName(), u"Symbol") << "all text changes its font with the box";
+}
+
+TEST_F(Box, CutsAndPastesSmallCapitals) {
+  RichEdit& box = new_box();
+  box.put_TextRTF(u"{\\rtf1 a\\scaps bc\\b d\\scaps0 e}");
+  const std::u16string rtf = box.get_TextRTF();
+  box.select({1, 3});
+  stage->press(box, 'X', keys::ctrl_key);
+  EXPECT_EQ(box.get_Text(), u"ae");
+  stage->press(box, 'V', keys::ctrl_key);
+  EXPECT_EQ(box.get_TextRTF(), rtf);
 }
 
 TEST_F(Box, AlignsParagraphs) {

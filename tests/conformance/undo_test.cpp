@@ -16,12 +16,13 @@ namespace {
 using platform::Range;
 using platform::RichEdit;
 
-/// The simplest possible box: characters with two attributes. A break is one entry.
+/// The simplest possible box: characters with three attributes. A break is one entry.
 class Model {
  public:
   struct Character {
     std::u16string text;
     bool bold = false;
+    bool small_caps = false;
     Color color = 0;
   };
 
@@ -67,7 +68,7 @@ class Model {
 
   std::string shown() const {
     std::string shown;
-    for (const Character& c : characters_) shown += describe(c.text, c.bold, c.color);
+    for (const Character& c : characters_) shown += describe(c.text, c);
     return shown;
   }
 
@@ -76,7 +77,7 @@ class Model {
     box.visit_runs(0, [&](const platform::FormatRun& run) {
       for (std::size_t at = 0; at < run.text.size(); ++at) {
         const std::size_t length = run.text.substr(at, 2) == u"\r\n" ? 2 : 1;
-        shown += describe(run.text.substr(at, length), run.format.bold, run.format.color);
+        shown += describe(run.text.substr(at, length), run.format);
         at += length - 1;
       }
       return true;
@@ -88,13 +89,15 @@ class Model {
   static std::vector<Character> plain(std::u16string_view text, const Character& format) {
     std::vector<Character> characters;
     for (const char16_t c : text) {
-      characters.push_back(
-          {c == u'\n' ? u"\r\n" : std::u16string(1, c), format.bold, format.color});
+      characters.push_back({c == u'\n' ? u"\r\n" : std::u16string(1, c), format.bold,
+                            format.small_caps, format.color});
     }
     return characters;
   }
-  static std::string describe(std::u16string_view text, bool bold, Color color) {
-    return test::shown(text) + (bold ? "+" : "") + (color != 0 ? "c" : "") + " ";
+  template <class Format>
+  static std::string describe(std::u16string_view text, const Format& format) {
+    return test::shown(text) + (format.bold ? "+" : "") + (format.small_caps ? "s" : "") +
+           (format.color != 0 ? "c" : "") + " ";
   }
 
   std::vector<Character> characters_;
@@ -110,9 +113,9 @@ bool edit(RichEdit& box, Model& model, Stage& stage, test::Random& random) {
   box.select({start == 0 ? static_cast<std::int32_t>(size) : 0, 0});
   box.select({start, length});
   const Range range = box.selection();
-  const std::size_t kind = random.below(5);
+  const std::size_t kind = random.below(6);
   // The model does not have a format for text to be typed.
-  if (range.length == 0 && kind < 2) return false;
+  if (range.length == 0 && kind < 3) return false;
   switch (kind) {
     case 0: {
       const bool bold = random.one_in(2);
@@ -128,12 +131,19 @@ bool edit(RichEdit& box, Model& model, Stage& stage, test::Random& random) {
       return is_new;
     }
     case 2: {
+      const bool small_caps = random.one_in(2);
+      const bool is_new = box.get_SelSmallCaps() != small_caps;
+      box.put_SelSmallCaps(small_caps);
+      model.format(range, [small_caps](auto& c) { c.small_caps = small_caps; });
+      return is_new;
+    }
+    case 3: {
       const std::u16string text = random.text({u"a", u"\n", u"bc"}, random.below(4));
       box.put_SelText(text);
       model.put(range, text);
       return range.length != 0 || !text.empty();
     }
-    case 3:
+    case 4:
       stage.type(box, u"xy");
       model.put(range, u"xy");
       return true;
