@@ -20,12 +20,14 @@ CHARFORMAT2W native_format(const CharFormat& format, std::optional<COLORREF> aut
   CHARFORMAT2W native = {};
   native.cbSize = sizeof native;
   native.dwMask = CFM_BOLD | CFM_ITALIC | CFM_UNDERLINE | CFM_UNDERLINETYPE | CFM_STRIKEOUT |
-                  CFM_OFFSET | CFM_COLOR | CFM_BACKCOLOR | CFM_FACE | CFM_CHARSET | CFM_SIZE;
+                  CFM_SMALLCAPS | CFM_OFFSET | CFM_COLOR | CFM_BACKCOLOR | CFM_FACE | CFM_CHARSET |
+                  CFM_SIZE;
   native.dwEffects = CFE_AUTOBACKCOLOR;
   if (format.bold) native.dwEffects |= CFE_BOLD;
   if (format.italic) native.dwEffects |= CFE_ITALIC;
   if (format.underline) native.dwEffects |= CFE_UNDERLINE;
   if (format.strike_through) native.dwEffects |= CFE_STRIKEOUT;
+  if (format.small_caps) native.dwEffects |= CFE_SMALLCAPS;
   native.bUnderlineType = format.underline ? CFU_UNDERLINE : CFU_UNDERLINENONE;
   native.yOffset = format.offset;
   native.yHeight = static_cast<LONG>(std::lround(format.size * twips_per_point));

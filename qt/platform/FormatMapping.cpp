@@ -21,6 +21,7 @@ QTextCharFormat to_qt(const CharFormat& format, Color window_text) {
   shown.setFontItalic(format.italic);
   shown.setFontUnderline(format.underline);
   shown.setFontStrikeOut(format.strike_through);
+  shown.setFontCapitalization(format.small_caps ? QFont::SmallCaps : QFont::MixedCase);
   shown.setVerticalAlignment(format.offset > 0   ? QTextCharFormat::AlignSuperScript
                              : format.offset < 0 ? QTextCharFormat::AlignSubScript
                                                  : QTextCharFormat::AlignNormal);

@@ -29,15 +29,31 @@ using platform::Scope;
 
 Color window_text() { return QtPlatform::system_color_value(QtPlatform::window_text); }
 
-std::string name_of(const QTextCharFormat& format) {
-  return std::to_string(format.fontWeight()) + (format.fontItalic() ? "i" : "") +
-         (format.fontUnderline() ? "u" : "") + (format.fontStrikeOut() ? "k" : "") +
-         std::to_string(format.verticalAlignment()) + " " +
+std::string marks(bool bold, bool italic, bool underline, bool strike_through, bool small_caps) {
+  return std::string(bold ? "b" : "") + (italic ? "i" : "") + (underline ? "u" : "") +
+         (strike_through ? "k" : "") + (small_caps ? "c" : "");
+}
+
+std::string name_without_marks(const QTextCharFormat& format) {
+  return std::to_string(format.verticalAlignment()) + " " +
          (format.foreground().style() == Qt::NoBrush
               ? "-"
               : format.foreground().color().name().toStdString()) +
          " " + format.fontFamilies().toStringList().join(',').toStdString() + " " +
          std::to_string(format.fontPointSize());
+}
+
+std::string name_of(const QTextCharFormat& format) {
+  return marks(format.fontWeight() == QFont::Bold, format.fontItalic(), format.fontUnderline(),
+               format.fontStrikeOut(), format.fontCapitalization() == QFont::SmallCaps) +
+         name_without_marks(format);
+}
+
+/// Of the format as a window should show it.
+std::string name_of(const richtext::CharFormat& format) {
+  return marks(format.bold, format.italic, format.underline, format.strike_through,
+               format.small_caps) +
+         name_without_marks(to_qt(format, window_text()));
 }
 
 std::string name_of(richtext::Alignment alignment) {
@@ -72,7 +88,7 @@ std::string expected(const richtext::Document& content) {
       ++at;
       continue;
     }
-    const std::string format = name_of(to_qt(content.format_at(at), window_text()));
+    const std::string format = name_of(content.format_at(at));
     if (format != last) all += "[" + format + "]";
     last = format;
     const char16_t unit = text[at] == u'\u2029' ? u'\u2028' : text[at];
@@ -97,7 +113,7 @@ class Display : public testing::Test {
     EXPECT_EQ(box_position(document, cursor.position()),
               static_cast<std::int32_t>(box->selected().caret));
     if (cursor.hasSelection()) return;
-    EXPECT_EQ(name_of(cursor.charFormat()), name_of(to_qt(box->typing_format(), window_text())));
+    EXPECT_EQ(name_of(cursor.charFormat()), name_of(box->typing_format()));
   }
 
   /// Drops text at a place in the window.
@@ -145,7 +161,7 @@ constexpr std::array<std::u16string_view, 5> documents = {
     u"{\\rtf1 plain}", u"{\\rtf1\\qc one\\par\\pard\\qr two\\par\\pard three}",
     u"{\\rtf1{\\fonttbl{\\f0 Verdana;}{\\f1 Symbol;}}{\\colortbl;\\red1\\green2\\blue3;}"
     u"\\f1\\b\\cf1 x\\up4 y\\dn9 z\\par\\par}",
-    u"{\\rtf1\\fs30\\i\\ul\\strike big\\par}", u"{\\rtf1}"};
+    u"{\\rtf1\\fs30\\i\\ul\\strike\\scaps big\\par}", u"{\\rtf1}"};
 
 void Display::act_as_host(test::Random& random) {
   const Scope scope = random.one_in(4) ? Scope::document : Scope::selection;
@@ -159,6 +175,7 @@ void Display::act_as_host(test::Random& random) {
     case 3: {
       richtext::FormatChange change;
       if (random.one_in(2)) change.bold = random.one_in(2);
+      if (random.one_in(3)) change.small_caps = random.one_in(2);
       if (random.one_in(3)) change.offset = static_cast<std::int16_t>(45 * number(random, 3) - 45);
       if (random.one_in(3)) change.color = number(random, 4) * 0x1234;
       if (random.one_in(3)) change.font_name = random.one_in(2) ? u"Verdana" : u"Nowhere";

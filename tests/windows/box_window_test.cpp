@@ -77,21 +77,22 @@ class Window {
     CHARFORMAT2W format = {};
     format.cbSize = sizeof format;
     send(EM_GETCHARFORMAT, SCF_SELECTION, reinterpret_cast<LPARAM>(&format));
-    constexpr DWORD all = CFM_BOLD | CFM_ITALIC | CFM_UNDERLINE | CFM_STRIKEOUT | CFM_COLOR |
-                          CFM_OFFSET | CFM_SIZE | CFM_FACE;
+    constexpr DWORD all = CFM_BOLD | CFM_ITALIC | CFM_UNDERLINE | CFM_STRIKEOUT | CFM_SMALLCAPS |
+                          CFM_COLOR | CFM_OFFSET | CFM_SIZE | CFM_FACE;
     if ((format.dwMask & all) != all) return "mixed";
     const bool is_automatic = (format.dwEffects & CFE_AUTOCOLOR) != 0;
     const DWORD color = is_automatic ? 0 : format.crTextColor;
     return line((format.dwEffects & CFE_BOLD) != 0, (format.dwEffects & CFE_ITALIC) != 0,
                 (format.dwEffects & CFE_UNDERLINE) != 0, (format.dwEffects & CFE_STRIKEOUT) != 0,
-                static_cast<long>(color), format.yOffset, format.yHeight,
-                std::u16string(utf16(format.szFaceName)));
+                (format.dwEffects & CFE_SMALLCAPS) != 0, static_cast<long>(color), format.yOffset,
+                format.yHeight, std::u16string(utf16(format.szFaceName)));
   }
-  static std::string line(bool bold, bool italic, bool underline, bool strike, long color,
-                          long offset, long twips, const std::u16string& font) {
+  static std::string line(bool bold, bool italic, bool underline, bool strike, bool capitals,
+                          long color, long offset, long twips, const std::u16string& font) {
     return std::string(bold ? "b" : "-") + (italic ? "i" : "-") + (underline ? "u" : "-") +
-           (strike ? "s" : "-") + " color " + std::to_string(color) + " offset " +
-           std::to_string(offset) + " size " + std::to_string(twips) + " " + test::shown(font);
+           (strike ? "s" : "-") + (capitals ? "c" : "-") + " color " + std::to_string(color) +
+           " offset " + std::to_string(offset) + " size " + std::to_string(twips) + " " +
+           test::shown(font);
   }
   WORD alignment(long at) const {
     select(at, at);
@@ -119,10 +120,10 @@ void expect_shown(RichEdit& box) {
   box.visit_runs(0, [&](const platform::FormatRun& run) {
     const richtext::CharFormat& format = run.format;
     const auto end = run.start + static_cast<std::int32_t>(run.text.size());
-    EXPECT_EQ(
-        window.format(native(run.start), native(end)),
-        Window::line(format.bold, format.italic, format.underline, format.strike_through,
-                     format.color, format.offset, std::lround(format.size * 20), format.font_name))
+    EXPECT_EQ(window.format(native(run.start), native(end)),
+              Window::line(format.bold, format.italic, format.underline, format.strike_through,
+                           format.small_caps, format.color, format.offset,
+                           std::lround(format.size * 20), format.font_name))
         << "from " << run.start << " to " << end;
     return true;
   });
@@ -157,7 +158,7 @@ void edit(RichEdit& box, test::Random& random) {
     case 5:
       return box.put_alignment(static_cast<Alignment>(random.below(3)));
     case 6:
-      return box.put_SelRTF(u"{\\rtf1 x\\par\\pard\\qr{\\i y}\\ul z\\par\\pard w}");
+      return box.put_SelRTF(u"{\\rtf1 x\\par\\pard\\qr{\\i\\scaps y}\\ul z\\par\\pard w}");
     case 7:
     case 8:
       SendMessageW(window_of(box), random.one_in(2) ? UINT{EM_UNDO} : EM_REDO, 0, 0);
