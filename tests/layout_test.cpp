@@ -181,18 +181,23 @@ TEST(WordWrap, MeasuresWithTheFontsItIsGiven) {
 }
 
 TEST(WordWrap, MeasuresOnThePlatformWithoutACanvas) {
-  struct Platform : headless::HeadlessPlatform {
+  struct WithFixedFonts : headless::HeadlessPlatform {
     std::shared_ptr<platform::Canvas> create_measuring_canvas() const override {
       return std::make_shared<headless::FixedCanvas>();
     }
   };
-  Common::set_platform(std::make_shared<Platform>());
   Layout without_canvas;
-  without_canvas.put_DefaultFontSize(2);
-  EXPECT_EQ(without_canvas.LineCount(u"ab cd", 4, 0), 2);
-  EXPECT_EQ(without_canvas.GetLine(u"ab cd", 4, 0, 2), u"cd");
-  EXPECT_EQ(without_canvas.get_Canvas(), nullptr);
+  EXPECT_EQ(without_canvas.LineCount(u"iiii WWWW", 49, 0), 2) << "Arial 10";
+  EXPECT_EQ(without_canvas.LineCount(u"iiii WWWW", 50, 0), 1);
+  without_canvas.put_DefaultFontSize(20);
+  EXPECT_FLOAT_EQ(without_canvas.fmtTextWidth(u"/f2iiii"), 4 * 20 * 1229.0F / 2048)
+      << "Courier New";
+  EXPECT_EQ(without_canvas.GetLine(u"iiii WWWW", 41, 0, 2), u"WW");
+  Common::set_platform(std::make_shared<WithFixedFonts>());
+  EXPECT_EQ(without_canvas.GetLine(u"iiii WWWW", 41, 0, 2), u"WWWW");
   Common::set_platform(nullptr);
+  EXPECT_GT(without_canvas.TextHeight(u"a"), 20);
+  EXPECT_EQ(without_canvas.get_Canvas(), nullptr);
   EXPECT_THROW(without_canvas.WriteParagraph(u"a", 0, 0, 1), Error);
 }
 

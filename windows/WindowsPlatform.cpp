@@ -4,6 +4,7 @@
 
 #include "windows/BoxWindow.h"
 #include "windows/Clipboard.h"
+#include "windows/DeviceCanvas.h"
 #include "windows/EditorWindow.h"
 #include "windows/TestFont.h"
 #include "windows/VisualStyles.h"
@@ -17,6 +18,11 @@ class Colors : public platform::SystemColors {
   Color color(std::int32_t index) const override {
     return GetSysColorBrush(index) == nullptr ? 0 : static_cast<Color>(GetSysColor(index));
   }
+};
+
+struct DeviceInMemory {
+  TestFont owner;
+  DeviceCanvas canvas{reinterpret_cast<HDC>(owner.get_hDC())};
 };
 
 std::int32_t twips_per_pixel(int dots_per_inch) {
@@ -62,6 +68,11 @@ std::shared_ptr<platform::RichEdit> WindowsPlatform::create_rich_edit(
 
 std::shared_ptr<platform::MeasuringSurface> WindowsPlatform::create_measuring_surface() const {
   return std::make_shared<TestFont>();
+}
+
+std::shared_ptr<platform::Canvas> WindowsPlatform::create_measuring_canvas() const {
+  const auto device = std::make_shared<DeviceInMemory>();
+  return {device, &device->canvas};
 }
 
 std::unique_ptr<platform::EditorWindow> WindowsPlatform::create_editor_window(

@@ -22,6 +22,7 @@ class WindowsPlatform : public platform::Platform {
   platform::Screen screen() const override;
   std::shared_ptr<platform::RichEdit> create_rich_edit(platform::WindowHandle owner) const override;
   std::shared_ptr<platform::MeasuringSurface> create_measuring_surface() const override;
+  std::shared_ptr<platform::Canvas> create_measuring_canvas() const override;
   std::unique_ptr<platform::EditorWindow> create_editor_window(
       const platform::EditorDescription& description) const override;
 };

@@ -8,6 +8,7 @@
 
 #include "qel/base/CaseMapping.h"
 #include "qel/headless/BoxView.h"
+#include "qel/headless/SvgCanvas.h"
 #include "qel/platform/Common.h"
 
 namespace qel::headless {
@@ -97,6 +98,10 @@ std::unique_ptr<platform::EditorWindow> HeadlessPlatform::create_editor_window(
 
 std::shared_ptr<platform::MeasuringSurface> HeadlessPlatform::create_measuring_surface() const {
   return std::make_shared<SymbolFontsByName>();
+}
+
+std::shared_ptr<platform::Canvas> HeadlessPlatform::create_measuring_canvas() const {
+  return std::make_shared<SvgCanvas>(0.0F);
 }
 
 }  // namespace qel::headless

@@ -12,7 +12,8 @@ namespace qel::headless {
 
 /// The platform without any window: everything lives in memory, and every answer is the same on
 /// every system. Offers rich edit boxes (`BoxUser` is their user), a measuring surface that knows
-/// the common symbol fonts by name, and the classic system colours. Visual styles are switched off.
+/// the common symbol fonts by name, a canvas that measures as `SvgCanvas` does, and the classic
+/// system colours. Visual styles are switched off.
 class HeadlessPlatform : public platform::Platform {
  public:
   const platform::SystemColors& system_colors() const override;
@@ -23,6 +24,7 @@ class HeadlessPlatform : public platform::Platform {
   platform::Screen screen() const override { return {1024, 768, 15, 15}; }
   std::shared_ptr<platform::RichEdit> create_rich_edit(platform::WindowHandle owner) const override;
   std::shared_ptr<platform::MeasuringSurface> create_measuring_surface() const override;
+  std::shared_ptr<platform::Canvas> create_measuring_canvas() const override;
   std::unique_ptr<platform::EditorWindow> create_editor_window(
       const platform::EditorDescription& description) const override;
 

@@ -44,8 +44,8 @@ class Platform {
   /// A box on the window `owner`, or on none (0), where nobody sees it.
   virtual std::shared_ptr<RichEdit> create_rich_edit(WindowHandle owner) const = 0;
   virtual std::shared_ptr<MeasuringSurface> create_measuring_surface() const = 0;
-  /// A canvas to measure on and not to draw on; null where the platform has none.
-  virtual std::shared_ptr<Canvas> create_measuring_canvas() const { return nullptr; }
+  /// A canvas to measure on and not to draw on, whose unit is the point.
+  virtual std::shared_ptr<Canvas> create_measuring_canvas() const = 0;
   virtual std::unique_ptr<EditorWindow> create_editor_window(
       const EditorDescription& description) const = 0;
 };

@@ -39,35 +39,33 @@ void put_default_font(platform::Canvas& canvas, const TextAndFormatting& engine)
 
 }  // namespace
 
-platform::Canvas& TextAndFormatting::canvas(const char* member) const {
+platform::Canvas& TextAndFormatting::measuring_canvas() const {
   if (canvas_) return *canvas_;
-  throw Error(Error::object_not_set, "TextAndFormatting",
-              std::string(member) + ": there is no Canvas");
-}
-
-platform::Canvas& TextAndFormatting::measuring_canvas(const char* member) const {
-  if (canvas_) return *canvas_;
-  if (!own_canvas_) {
-    own_canvas_ = Common::current_platform()->create_measuring_canvas();
-    if (own_canvas_) put_default_font(*own_canvas_, *this);
+  auto platform = Common::current_platform();
+  if (platform != own_canvas_platform_) {
+    auto canvas = platform->create_measuring_canvas();
+    lines_.reset();
+    own_canvas_ = std::move(canvas);
+    own_canvas_platform_ = std::move(platform);
   }
-  return own_canvas_ ? *own_canvas_ : canvas(member);
+  put_default_font(*own_canvas_, *this);
+  return *own_canvas_;
 }
 
-platform::Canvas& TextAndFormatting::measuring_canvas_in_default_font(const char* member) const {
-  platform::Canvas& canvas_to_use = measuring_canvas(member);
+platform::Canvas& TextAndFormatting::measuring_canvas_in_default_font() const {
+  platform::Canvas& canvas_to_use = measuring_canvas();
   put_default_font(canvas_to_use, *this);
   return canvas_to_use;
 }
 
 float TextAndFormatting::fmtTextWidth(std::u16string_view Text) const {
-  Typesetter typesetter(measuring_canvas("fmtTextWidth"), *fonts_);
+  Typesetter typesetter(measuring_canvas(), *fonts_);
   return reveal_codes_ ? typesetter.revealed_width(Text)
                        : typesetter.markup_width(Text, show_hidden_text_);
 }
 
 float TextAndFormatting::TextHeight(std::u16string_view Text) const {
-  Typesetter typesetter(measuring_canvas("TextHeight"), *fonts_);
+  Typesetter typesetter(measuring_canvas(), *fonts_);
   const Paragraph paragraph(Text, {reveal_codes_, show_hidden_text_});
   float height = line_height({}, typesetter);
   for (const ParagraphLine& line : paragraph.lines({0, 0, false}, typesetter)) {
@@ -87,28 +85,29 @@ RememberedLines& TextAndFormatting::lines_of(std::u16string_view text, float wid
 
 std::int16_t TextAndFormatting::LineCount(std::u16string_view Text, float Width,
                                           float Indent) const {
-  const auto& lines = lines_of(Text, Width, Indent, measuring_canvas("LineCount")).all();
+  const auto& lines = lines_of(Text, Width, Indent, measuring_canvas()).all();
   return static_cast<std::int16_t>(lines.size());
 }
 
 std::u16string TextAndFormatting::GetLine(std::u16string_view Text, float Width, float Indent,
                                           std::int16_t LineNumber) const {
-  RememberedLines& lines =
-      lines_of(Text, Width, Indent, measuring_canvas_in_default_font("GetLine"));
+  RememberedLines& lines = lines_of(Text, Width, Indent, measuring_canvas_in_default_font());
   const auto number = static_cast<std::size_t>(std::max<std::int16_t>(LineNumber, 0));
   return std::u16string(lines.line(number).value_or(u""));
 }
 
 std::vector<std::u16string> TextAndFormatting::all_lines(std::u16string_view Text, float Width,
                                                          float Indent) const {
-  const auto& lines =
-      lines_of(Text, Width, Indent, measuring_canvas_in_default_font("all_lines")).all();
+  const auto& lines = lines_of(Text, Width, Indent, measuring_canvas_in_default_font()).all();
   return {lines.begin(), lines.end()};
 }
 
 float TextAndFormatting::WriteParagraph(std::u16string_view Text, float X, float Y, float Width,
                                         float Indent) {
-  platform::Canvas& to = canvas("WriteParagraph");
+  if (!canvas_) {
+    throw Error(Error::object_not_set, "TextAndFormatting", "WriteParagraph: there is no Canvas");
+  }
+  platform::Canvas& to = *canvas_;
   put_default_font(to, *this);
   Typesetter typesetter(to, *fonts_);
   const Paragraph paragraph(Text, {reveal_codes_, show_hidden_text_});

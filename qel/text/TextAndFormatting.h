@@ -14,6 +14,10 @@ namespace qel {
 
 class RememberedLines;
 
+namespace platform {
+class Platform;
+}
+
 /// How the lines of a paragraph are aligned between its margins.
 enum TextAlignment : std::int16_t { alLeft = 0, alRight = 1, alCenter = 2 };
 
@@ -26,8 +30,8 @@ enum TextAlignment : std::int16_t { alLeft = 0, alRight = 1, alCenter = 2 };
 /// of the size, small capitals at four fifths. A code after "~" or after two backslashes is shown
 /// as text. Lengths and positions on the canvas are in its units.
 ///
-/// Without a canvas, members that measure do it on one of the thread's platform, and
-/// `WriteParagraph` raises error 91, as all do where the platform has none.
+/// Without a canvas, members that measure do it on one of the thread's platform (see
+/// `Common::current_platform`), in points, and `WriteParagraph` raises error 91.
 class TextAndFormatting {
  public:
   TextAndFormatting();
@@ -87,7 +91,8 @@ class TextAndFormatting {
   std::int16_t get_LabelID() const { return label_id_; }
   void put_LabelID(std::int16_t Value) { label_id_ = Value; }
 
-  // Measuring, in the font that is set on the canvas (`Canvas::get_FontName`, `get_FontSize`).
+  // Measuring, in the font that is set on the canvas (`Canvas::get_FontName`, `get_FontSize`);
+  // without a canvas, in `DefaultFont` and `DefaultFontSize`.
 
   /// Width of the markup on one line.
   float fmtTextWidth(std::u16string_view Text) const;
@@ -145,15 +150,15 @@ class TextAndFormatting {
   static std::u16string RomanToArabic(std::u16string_view Text);
 
  private:
-  platform::Canvas& canvas(const char* member) const;
-  platform::Canvas& measuring_canvas(const char* member) const;
-  platform::Canvas& measuring_canvas_in_default_font(const char* member) const;
+  platform::Canvas& measuring_canvas() const;
+  platform::Canvas& measuring_canvas_in_default_font() const;
 
   RememberedLines& lines_of(std::u16string_view text, float width, float indent,
                             const platform::Canvas& on) const;
 
   std::shared_ptr<platform::Canvas> canvas_;
   mutable std::shared_ptr<platform::Canvas> own_canvas_;  // to measure on while there is none
+  mutable std::shared_ptr<const platform::Platform> own_canvas_platform_;
   std::shared_ptr<QELIndexFonts> fonts_ = std::make_shared<QELIndexFonts>();
   std::shared_ptr<QELIndexColors> colors_ = std::make_shared<QELIndexColors>();
   std::int16_t align_ = alLeft;

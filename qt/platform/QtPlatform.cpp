@@ -2,6 +2,8 @@
 
 #include <QApplication>
 #include <QFontDatabase>
+#include <QImage>
+#include <QPainter>
 #include <QPalette>
 #include <QScreen>
 #include <QWidget>
@@ -11,6 +13,7 @@
 #include "qel/base/Error.h"
 #include "qel/headless/HeadlessPlatform.h"
 #include "qel/platform/Common.h"
+#include "qel/qt/PainterCanvas.h"
 #include "qt/platform/BoxView.h"
 #include "qt/platform/Clipboard.h"
 #include "qt/platform/EditorWindow.h"
@@ -88,6 +91,13 @@ class FontsOfDatabase : public platform::MeasuringSurface {
       headless::HeadlessPlatform().create_measuring_surface();
 };
 
+/// The smallest device that text can be measured on.
+struct PaintedPixel {
+  QImage image{1, 1, QImage::Format_RGB32};
+  QPainter painter{&image};
+  PainterCanvas canvas{painter};
+};
+
 std::int32_t twips_per_pixel(double dots_per_inch) {
   constexpr double twips_per_inch = 1440;
   return dots_per_inch > 0 ? static_cast<std::int32_t>(std::lround(twips_per_inch / dots_per_inch))
@@ -145,6 +155,11 @@ std::shared_ptr<platform::RichEdit> QtPlatform::create_rich_edit(
 
 std::shared_ptr<platform::MeasuringSurface> QtPlatform::create_measuring_surface() const {
   return std::make_shared<FontsOfDatabase>();
+}
+
+std::shared_ptr<platform::Canvas> QtPlatform::create_measuring_canvas() const {
+  const auto pixel = std::make_shared<PaintedPixel>();
+  return {pixel, &pixel->canvas};
 }
 
 std::unique_ptr<platform::EditorWindow> QtPlatform::create_editor_window(

@@ -105,6 +105,8 @@ var values = [
   ["var own = {n: 7}; list.AddToBottom(own); list.GetData(6) === own && list.GetData(6).n", 7],
   ["list.GotoFirst(); list.DeleteCurrent() + list.Count() + list.ListIndex()", 7],
   ["list.Clear(); list.Count()", 0],
+  ["layout.fmtTextWidth('WW') > layout.fmtTextWidth('ii') && layout.Canvas === null", true],
+  ["layout.GetLine('one two', 25, 0, 2)", "two"], ["layout.WriteParagraph('a', 0, 0, 9)", undefined, 91],
   // The control, without a form
   ["box.TextQEL = 'a/b1b/b0'; box.Text + box + box.Fonts.Font(2)", "aba/b1b/b0Courier New"],
   ["box.SelStart = 1; box.SelLength = 1; box.SelBold + box.SelTextQEL", "trueb"],

@@ -30,6 +30,8 @@
 #include "Pdf.h"
 #include "RecordList.h"
 #include "qel/qt/PainterCanvas.h"
+#include "qel/qt/QtPlatform.h"
+#include "qel/text/TextAndFormatting.h"
 #include "qt/platform/Text.h"
 
 namespace qel::forms {
@@ -340,6 +342,13 @@ TEST(PainterCanvas, MeasuresAndDrawsInPointsOnAnyDevice) {
               1.8F * canvas.text_width(u"\u0628", text.font))
         << "letters that join";
     EXPECT_EQ(canvas.text_width(u"\t", text.font), canvas.text_width(u" ", text.font));
+    qt::QtPlatform::use();
+    TextAndFormatting without_canvas;
+    without_canvas.put_DefaultFontSize(text.font.size);
+    for (const auto* const measured : {u"MMM", u"\u0628\u0628"}) {
+      EXPECT_NEAR(without_canvas.fmtTextWidth(measured), canvas.text_width(measured, text.font),
+                  0.2);
+    }
     EXPECT_NEAR(canvas.font_extent(text.font).ascent, 22, 3);
     canvas.draw_text(text);
     canvas.fill_rectangle({0, 60, 10, 5}, rgb(0, 0, 255));

@@ -219,6 +219,7 @@ TEST(DeviceCanvas, DrawsTextWhereItMeasuresIt) {
     const float width = canvas.text_width(u"Hxgn\tH", font);
     EXPECT_EQ(width, canvas.text_width(u"Hxgn H", font));
     EXPECT_GE(width, canvas.text_width(u"Hxgn\t", font));
+    EXPECT_EQ(width, windows_platform().create_measuring_canvas()->text_width(u"Hxgn H", font));
     EXPECT_EQ(canvas.text_width(u"", font), 0);
     const FontExtent extent = canvas.font_extent(font);
     canvas.draw_text({u"Hxgn\tH", 15, 45, width, font, rgb(200, 0, 0)});

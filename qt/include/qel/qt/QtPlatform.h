@@ -8,7 +8,7 @@ namespace qel::qt {
 
 /// The desktop, through Qt: visible boxes and editor windows, the system's clipboard, the colours
 /// of the application's palette and the fonts of its font database. From the creation of the first
-/// box on it needs a `QApplication`, and may be used on the application's thread only.
+/// box or canvas on it needs a `QApplication`, and may be used on the application's thread only.
 ///
 /// A window handle is the address of a `QWidget`, which must outlive the boxes on it; scale units
 /// are device-independent pixels. It knows no visual styles.
@@ -25,6 +25,7 @@ class QtPlatform : public platform::Platform {
   platform::Screen screen() const override;
   std::shared_ptr<platform::RichEdit> create_rich_edit(platform::WindowHandle owner) const override;
   std::shared_ptr<platform::MeasuringSurface> create_measuring_surface() const override;
+  std::shared_ptr<platform::Canvas> create_measuring_canvas() const override;
   std::unique_ptr<platform::EditorWindow> create_editor_window(
       const platform::EditorDescription& description) const override;
 
