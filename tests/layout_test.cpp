@@ -180,6 +180,30 @@ TEST(WordWrap, MeasuresWithTheFontsItIsGiven) {
   }
 }
 
+TEST(WordWrap, SeesThatTheCanvasMeasuresInAnotherWay) {
+  struct Zooming : headless::FixedCanvas {
+    float text_width(std::u16string_view text, const platform::TextFont& font) const override {
+      return FixedCanvas::text_width(text, font) * (font.name == zoomed ? 2.0F : 1.0F);
+    }
+    std::u16string zoomed;
+  };
+  const auto canvas = std::make_shared<Zooming>();
+  OnFixedCanvas on;
+  on.engine.put_Canvas(canvas);
+  struct Row {
+    std::u16string zoomed, second, third;
+  };
+  const Row rows[] = {{u"", u"fg /f2h/i1i", u""},
+                      {u"Courier New", u"fg", u"/f2h/i1i"},
+                      {u"", u"fg /f2h/i1i", u""},
+                      {u"Arial", u"cd", u"e"}};
+  for (const Row& row : rows) {
+    canvas->zoomed = row.zoomed;
+    EXPECT_EQ(on.engine.GetLine(u"abcde fg /f2h/i1i", 5.5F, 0, 2), row.second);
+    EXPECT_EQ(on.engine.GetLine(u"abcde fg /f2h/i1i", 5.5F, 0, 3), row.third);
+  }
+}
+
 TEST(WordWrap, MeasuresOnThePlatformWithoutACanvas) {
   struct WithFixedFonts : headless::HeadlessPlatform {
     std::shared_ptr<platform::Canvas> create_measuring_canvas() const override {

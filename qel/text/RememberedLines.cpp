@@ -2,6 +2,7 @@
 
 #include <cstdint>
 #include <cstring>
+#include <limits>
 #include <utility>
 
 namespace qel {
@@ -32,23 +33,28 @@ RememberedLines::RememberedLines(std::u16string_view text, LineSettings settings
 bool RememberedLines::are_of(std::u16string_view text, const LineSettings& settings) const {
   // As bytes, which is many times as fast: this is done for every line.
   return text.size() == text_.size() && settings == settings_ && !text.empty() &&
-         std::memcmp(text.data(), text_.data(), text.size() * sizeof(char16_t)) == 0;
+         std::memcmp(text.data(), text_.data(), text.size() * sizeof(char16_t)) == 0 &&
+         typesetter_.sample_widths() == sample_widths_;
 }
 
-bool RememberedLines::find_next() {
-  const auto line = rest_.next();
-  if (line) found_.push_back(*line);
-  return line.has_value();
+void RememberedLines::find(std::size_t count) {
+  const std::size_t before = found_.size();
+  while (found_.size() < count) {
+    const auto line = rest_.next();
+    if (!line) break;
+    found_.push_back(*line);
+  }
+  if (found_.size() > before) sample_widths_ = typesetter_.sample_widths();
 }
 
 std::optional<std::u16string_view> RememberedLines::line(std::size_t number) {
-  while (found_.size() < number && find_next()) continue;
+  find(number);
   if (number == 0 || number > found_.size()) return std::nullopt;
   return found_[number - 1];
 }
 
 const std::vector<std::u16string_view>& RememberedLines::all() {
-  while (find_next()) continue;
+  find(std::numeric_limits<std::size_t>::max());
   return found_;
 }
 

@@ -41,6 +41,8 @@ class RememberedLines {
   RememberedLines(const RememberedLines&) = delete;
   RememberedLines& operator=(const RememberedLines&) = delete;
 
+  /// Whether this text would still have these lines, also if the canvas has come to measure its
+  /// fonts in another way.
   bool are_of(std::u16string_view text, const LineSettings& settings) const;
 
   /// The line with this one-based number.
@@ -48,13 +50,15 @@ class RememberedLines {
   const std::vector<std::u16string_view>& all();
 
  private:
-  bool find_next();
+  /// Finds so many lines, or all that there are.
+  void find(std::size_t count);
 
   std::u16string text_;
   LineSettings settings_;
   Typesetter typesetter_;
   MarkupLines rest_;
   std::vector<std::u16string_view> found_;
+  std::vector<float> sample_widths_;  // when the lines were found
 };
 
 }  // namespace qel

@@ -14,6 +14,8 @@ namespace {
 
 using style_codes::CodeState;
 
+constexpr std::u16string_view letters = u"abcdefghijklmnopqrstuvwxyzABCDEFGHIJKLMNOPQRSTUVWXYZ";
+
 constexpr float script_scale = 2.0F / 3.0F;
 constexpr float small_capitals_scale = 4.0F / 5.0F;
 // As parts of the ascent at full size: letters of two thirds of the size then end at its top, or
@@ -111,7 +113,6 @@ float Typesetter::after_tab(float x, const LineStart& line) {
 }
 
 float Typesetter::tab_distance() {
-  constexpr std::u16string_view letters = u"abcdefghijklmnopqrstuvwxyzABCDEFGHIJKLMNOPQRSTUVWXYZ";
   constexpr float letters_between = 8;
   if (!tab_distance_) {
     tab_distance_ = canvas_.text_width(letters, font({}, false)) * letters_between /
@@ -153,6 +154,14 @@ float Typesetter::rise(const CodeState& state) {
   const float ascent = extent(state).ascent;
   return has(state, style_codes::superscript_bit) ? superscript_rise * ascent
                                                   : -subscript_drop * ascent;
+}
+
+std::vector<float> Typesetter::sample_widths() const {
+  std::vector<float> widths;
+  for (const auto& made : made_) {
+    if (made) widths.push_back(canvas_.text_width(letters, *made));
+  }
+  return widths;
 }
 
 }  // namespace qel

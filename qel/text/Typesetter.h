@@ -5,6 +5,7 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "qel/base/CaseMapping.h"
 #include "qel/model/StyleCodes.h"
@@ -53,6 +54,10 @@ class Typesetter {
   platform::FontExtent extent(const style_codes::CodeState& state);
   /// How far the base line of a run lies above that of its line, in canvas units.
   float rise(const style_codes::CodeState& state);
+
+  /// How wide some letters are now in each font that was asked for: what was measured before holds
+  /// as long as these stay the same.
+  std::vector<float> sample_widths() const;
 
  private:
   enum Scale : std::size_t { full, script, small_capitals, small_capitals_in_script, scales };
