@@ -1,37 +1,40 @@
 #pragma once
 
 #include <algorithm>
+#include <array>
 #include <cstddef>
-#include <cstdint>
-#include <set>
+#include <cstring>
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace qel {
 
-/// A set of words. Most words that are not in it are rejected by their length and first letter.
+/// A set of words. A word that is not in it is hardly ever compared with one that is.
 class WordSet {
  public:
   void insert(std::u16string_view word) {
-    words_.emplace(word);
-    longest_ = std::max(longest_, word.size());
-    first_letters_ |= first_letter(word);
+    if (!contains(word)) rows_[number(word)].emplace_back(word);
   }
 
   bool contains(std::u16string_view word) const {
-    return word.size() <= longest_ && (first_letters_ & first_letter(word)) != 0 &&
-           words_.find(word) != words_.end();
+    const auto& row = rows_[number(word)];
+    return std::any_of(row.begin(), row.end(), [word](const std::u16string& listed) {
+      // As bytes, which is many times as fast.
+      return listed.size() == word.size() &&
+             std::memcmp(listed.data(), word.data(), word.size() * sizeof(char16_t)) == 0;
+    });
   }
 
  private:
-  static std::uint64_t first_letter(std::u16string_view word) {
-    constexpr unsigned bits = 64;
-    return std::uint64_t{1} << (word.empty() ? 0U : word.front() % bits);
+  static constexpr std::size_t row_count = 64;
+
+  static std::size_t number(std::u16string_view word) {
+    if (word.empty()) return 0;
+    return (word.front() * std::size_t{7} + word.back() * std::size_t{3} + word.size()) % row_count;
   }
 
-  std::set<std::u16string, std::less<>> words_;
-  std::size_t longest_ = 0;
-  std::uint64_t first_letters_ = 0;
+  std::array<std::vector<std::u16string>, row_count> rows_;
 };
 
 }  // namespace qel
