@@ -1,5 +1,6 @@
 #include "qel/base/CaseMapping.h"
 
+#include <array>
 #include <bitset>
 #include <cstddef>
 #include <cstdint>
@@ -20,20 +21,32 @@ char32_t map_case(const CaseRange (&ranges)[Size], char32_t character) {
   return static_cast<char32_t>(static_cast<std::int32_t>(character) + range->delta);
 }
 
+/// What the letters of Latin, Greek and Cyrillic map to, found without a search.
+class FirstMappings {
+ public:
+  static constexpr std::size_t size = 0x600;
+
+  template <std::size_t Size>
+  explicit FirstMappings(const CaseRange (&ranges)[Size]) {
+    for (char32_t c = 0; c < size; ++c) mapped_[c] = static_cast<char16_t>(map_case(ranges, c));
+  }
+
+  char32_t operator[](char32_t character) const { return mapped_[character]; }
+
+ private:
+  std::array<char16_t, size> mapped_{};
+};
+
 }  // namespace
 
 char32_t to_lower(char32_t character) {
-  if (character < 0x80) {
-    return character >= U'A' && character <= U'Z' ? character + 32 : character;
-  }
-  return map_case(lower_ranges, character);
+  static const FirstMappings first(lower_ranges);
+  return character < FirstMappings::size ? first[character] : map_case(lower_ranges, character);
 }
 
 char32_t to_upper(char32_t character) {
-  if (character < 0x80) {
-    return character >= U'a' && character <= U'z' ? character - 32 : character;
-  }
-  return map_case(upper_ranges, character);
+  static const FirstMappings first(upper_ranges);
+  return character < FirstMappings::size ? first[character] : map_case(upper_ranges, character);
 }
 
 std::u16string to_lower(std::u16string_view text) {
