@@ -97,6 +97,8 @@ ConversionOptions options_of(const std::string& conversion) {
   while (words >> word) {
     if (word == "--field") {
       options.switches = Switches::of_a_field();
+    } else if (word == "--stated") {
+      options.way = Way::stated;
     } else if (word == "--font" && words >> value) {
       options.tables.set_font(value);
     } else {

@@ -147,9 +147,9 @@ TEST(QELTextStrings, Stuff) {
   }
 }
 
-TEST(MarkupStrings, KeepLineCodesAndReachBeyond16Bits) {
+TEST(MarkupStrings, KeepLineBreaksAndReachBeyond16Bits) {
   using markup::npos;
-  constexpr auto kept = markup::LineCodes::kept;
+  constexpr auto kept = Way::lossless;
   constexpr std::size_t far = 70000;
   const std::u16string before = test::repeated(u"x", far);
   const std::u16string text = before + u"/nl/b1ab/nl/nlc/b0~/i1/nl";
@@ -157,18 +157,18 @@ TEST(MarkupStrings, KeepLineCodesAndReachBeyond16Bits) {
   bold.DontChangeStyle = false;
   bold.Bold = true;
   const std::pair<std::u16string, std::u16string_view> rows[] = {
-      {markup::left(text, far + 3, kept), u"/b1/nlab/nl/nlc/b0"},
-      {markup::mid(text, far, npos, kept), u"/b1ab/nl/nlc/b0~/i1/nl"},
-      {markup::right(text, 7, kept), u"/b1ab/nl/nlc/b0~/i1/nl"},
+      {markup::left(text, far + 3, kept), u"/nl/b1ab/nl/nlc/b0"},
+      {markup::mid(text, far, npos, kept), u"/nl/b1ab/nl/nlc/b0~/i1/nl"},
+      {markup::right(text, 6, kept), u"/nl/b1ab/nl/nlc/b0~/i1/nl"},
       {markup::mid(text, far + 1, 2, kept), u"/b1b/nl/nlc/b0"},
-      {markup::replace(text, far + 1, 1, u"-/nl", kept), u"/b1/nla/b0-/nl/b1/nl/nlc/b0~/i1/nl"},
-      {markup::replace(text, far + 2, 5, u"-/nl-", bold, kept), u"/b1/nlab/nl/nl-/nl-/b0/nl"},
+      {markup::replace(text, far + 1, 1, u"-/nl", kept), u"/nl/b1a/b0-/nl/nl/nl/b1c/b0~/i1/nl"},
+      {markup::replace(text, far + 2, 4, u"-/nl-", bold, kept), u"/nl/b1ab/nl/nl-/nl-/b0/nl"},
       {markup::replace(text, far + 9, 9, u"-"), u"/b1abc/b0~/i1-"},
-      {markup::toggle(text, taItalic, far + 2, 99, kept), u"/b1/nlab/i1/nl/nlc/b0~/i1/i0/nl"},
-      {markup::toggle(text, taBold, far + 9, npos, kept), u"/b1/nlab/nl/nlc/b0~/i1/nl"},
+      {markup::toggle(text, taItalic, far + 2, 99, kept), u"/nl/b1ab/nl/nl/i1c/b0~/i1/i0/nl"},
+      {markup::toggle(text, taBold, far + 9, npos, kept), u"/nl/b1ab/nl/nlc/b0~/i1/nl"},
       {markup::change_case(text, CaseChange::upper, far + 1, 2, kept),
-       u"/b1/nlaB/nl/nlC/b0~/i1/nl"},
-      {markup::change_case(text, CaseChange::title, far, npos, kept), u"/b1/nlAb/nl/nlC/b0~/i1/nl"},
+       u"/nl/b1aB/nl/nlC/b0~/i1/nl"},
+      {markup::change_case(text, CaseChange::title, far, npos, kept), u"/nl/b1Ab/nl/nlC/b0~/i1/nl"},
   };
   for (const auto& [made, end] : rows) {
     const std::u16string_view behind = std::u16string_view(made).substr(
@@ -176,8 +176,9 @@ TEST(MarkupStrings, KeepLineCodesAndReachBeyond16Bits) {
     EXPECT_EQ(test::shown(behind), test::shown(end));
   }
   EXPECT_EQ(markup::split(u"/nla/nl,/nlb/nlc,", u",", kept),
-            (std::vector<std::u16string>{u"/nla", u"b/nlc"}));
+            (std::vector<std::u16string>{u"/nla/nl", u"/nlb/nlc"}));
   EXPECT_EQ(markup::length(text), far + 7);
+  EXPECT_EQ(markup::length(text, kept), far + 6);
 }
 
 TEST(QELTextStrings, StuffWithStyleData) {

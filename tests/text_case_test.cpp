@@ -12,7 +12,7 @@
 namespace qel {
 namespace {
 
-using SpanMember = std::u16string (*)(std::u16string_view, std::int16_t, std::int16_t);
+using SpanMember = std::u16string (*)(std::u16string_view, std::int16_t, std::int16_t, Way);
 
 struct SpanRow {
   SpanMember member;
@@ -24,7 +24,7 @@ struct SpanRow {
 void expect_rows(const std::vector<SpanRow>& rows) {
   for (const SpanRow& row : rows) {
     EXPECT_EQ(row.member(row.text, static_cast<std::int16_t>(row.start),
-                         static_cast<std::int16_t>(row.length)),
+                         static_cast<std::int16_t>(row.length), Way::stated),
               row.expected)
         << test::shown(row.text) << " " << row.start << "," << row.length;
   }
@@ -211,10 +211,11 @@ TEST(TextCase, ChangesNothingButTheCase) {
     for (const SpanMember member :
          {&TextCase::LowerCase, &TextCase::UpperCase, &TextCase::ChangeCase, &TextCase::InitialCap,
           &TextCase::FirstToLower, &TextCase::FirstToUpper}) {
-      const std::u16string converted = member(markup, 0, -1);
+      const std::u16string converted = member(markup, 0, -1, Way::stated);
       ASSERT_EQ(converted.size(), encoded.size()) << test::shown(markup);
       ASSERT_EQ(folded(converted), folded(encoded)) << test::shown(markup);
-      ASSERT_EQ(to_lower(member(markup, start, length)), to_lower(divided.get_QELText()))
+      ASSERT_EQ(to_lower(member(markup, start, length, Way::stated)),
+                to_lower(divided.get_QELText()))
           << test::shown(markup);
     }
     const std::u16string title = letters.AutoTitleCase(markup);

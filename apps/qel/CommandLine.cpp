@@ -188,6 +188,12 @@ CommandLine parse_command_line(int argc, const char* const* argv) {
   app.formatter(std::make_shared<HelpFormat>());
   app.footer(
       "Exit status: 0, 1 when something failed or texts differ, 2 for arguments that do not fit.");
+  bool is_stated = false;
+  app.add_flag(
+      "--stated", is_stated,
+      "Read and write as the text box's classes do at first, with what that loses: fonts and "
+      "colours from 4 on, small capitals, text that looks like a code");
+  app.fallthrough();
   const ConvertCommand convert(*app.add_subcommand("convert", "Convert files"));
   CLI::App* const tables_app =
       app.add_subcommand("tables", "Print the tables of fonts and colours as records");
@@ -208,11 +214,16 @@ CommandLine parse_command_line(int argc, const char* const* argv) {
   } catch (const CLI::ParseError& error) {
     throw usage_error(app, argc, argv, error);
   }
-  if (convert.is_asked_for()) return convert.values();
+  const Way way = is_stated ? Way::stated : Way::lossless;
+  if (convert.is_asked_for()) {
+    line = convert.values();
+    line.options.way = way;
+    return line;
+  }
   const bool is_text = text.is_asked_for();
   if (is_text || render.is_asked_for()) {
     line.action = CommandLine::Action::text;
-    line.task = is_text ? text.values() : render.values();
+    line.task = is_text ? text.values(way) : render.values(way);
     return line;
   }
   line.action = CommandLine::Action::tables;

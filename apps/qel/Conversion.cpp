@@ -42,6 +42,26 @@ void replace_tabs(SegmentCollection& segments, std::u16string_view replacement) 
   }
 }
 
+/// Puts blanks in place of the line codes of text that was decoded in the lossless way, or nothing.
+void replace_line_codes(SegmentCollection& segments, bool by_blanks) {
+  const auto blanks = [by_blanks](std::int32_t count) {
+    return std::u16string(by_blanks ? static_cast<std::size_t>(count) : 0, u' ');
+  };
+  for (const auto& segment : segments) {
+    if (const std::int32_t count = segment->line_codes_before(); count > 0) {
+      segment->put_Text(blanks(count).append(segment->text()));
+      segment->put_line_codes_before(0);
+    }
+  }
+  const std::u16string end = blanks(segments.line_codes_at_end());
+  if (const auto last = segments.Item(segments.Count()); last && !end.empty()) {
+    last->put_Text(last->get_Text().append(end));
+  } else if (!end.empty()) {
+    segments.Add(end, iStyle());
+  }
+  segments.put_line_codes_at_end(0);
+}
+
 void drop_last_blank(SegmentCollection& segments) {
   const auto last = segments.Item(segments.Count());
   if (!last || !last->text().ends_with(u' ')) return;
@@ -58,6 +78,7 @@ class Conversion {
     parser_.put_ConvertTabsToSpace(switches_.convert_tabs_to_space);
     parser_.put_RecognizeCRLF(switches_.recognize_crlf);
     parser_.put_RecognizeTabs(switches_.recognize_tabs);
+    parser_.put_Lossless(is_lossless());
   }
 
   void from_markup(std::u16string&& markup) {
@@ -66,14 +87,16 @@ class Conversion {
         return write_rtf(rtf_of(std::move(markup)));
       case OutputFormat::rtf_body:
         return write_rtf(body_of(std::move(markup)));
-      case OutputFormat::simple_rtf:
-        return from_rtf(rtf_of(std::move(markup)));
       default:
-        return write_markup_decoded(std::move(markup));
+        return write_with_switches(std::move(markup));
     }
   }
 
   void from_rtf(std::u16string&& rtf) {
+    const bool keeps_all = switches_ == Switches() || !is_lossless();
+    if (!keeps_all && options_.to != OutputFormat::rtf) {
+      return write_with_switches(markup_of(std::move(rtf)));
+    }
     switch (options_.to) {
       case OutputFormat::rtf:
         return write_rtf(rewritten(std::move(rtf)));
@@ -98,6 +121,7 @@ class Conversion {
   }
 
  private:
+  bool is_lossless() const { return options_.way == Way::lossless; }
   const QELIndexColors& colors() const { return *options_.tables.colors; }
 
   std::u16string rtf_of(std::u16string&& markup) {
@@ -153,24 +177,47 @@ class Conversion {
     return box.get_TextRTF();
   }
 
-  static void decode(StyleDecoder& decoder, std::u16string&& markup) {
+  void decode(StyleDecoder& decoder, std::u16string&& markup) const {
     const std::u16string taken = std::move(markup);
+    decoder.put_Lossless(is_lossless());
     decoder.put_QELText(taken);
   }
 
   /// Does for markup what the parser's switches do for RTF.
   void decode_with_switches(StyleDecoder& decoder, std::u16string&& markup) const {
     // Every "/nl" is a line code, and a blank in its place cannot form another code.
-    if (switches_.convert_nl_to_space) markup = replace_all(std::move(markup), u"/nl", u" ");
+    if (switches_.convert_nl_to_space && !is_lossless()) {
+      markup = replace_all(std::move(markup), u"/nl", u" ");
+    }
     decode(decoder, std::move(markup));
     SegmentCollection& segments = *decoder.get_Segments();
+    const bool keeps_breaks = switches_.recognize_crlf && !switches_.convert_nl_to_space;
+    if (is_lossless() && !keeps_breaks) {
+      replace_line_codes(segments, switches_.convert_nl_to_space);
+    }
     if (!switches_.recognize_tabs) {
       replace_tabs(segments, switches_.convert_tabs_to_space ? u" " : u"");
     }
     if (switches_.convert_nl_to_space) drop_last_blank(segments);
   }
 
-  void write_markup_decoded(std::u16string&& markup) {
+  /// The same for markup that becomes RTF. The parser knows switches itself in the stated way.
+  std::u16string with_switches(std::u16string&& markup) const {
+    if (!is_lossless() || switches_ == Switches()) return std::move(markup);
+    StyleDecoder decoder;
+    decode_with_switches(decoder, std::move(markup));
+    return decoder.get_QELText();
+  }
+
+  void write_with_switches(std::u16string&& markup) {
+    switch (options_.to) {
+      case OutputFormat::rtf_body:
+        return write_rtf(body_of(with_switches(std::move(markup))));
+      case OutputFormat::simple_rtf:
+        return write_rtf(simplified(rtf_of(with_switches(std::move(markup)))));
+      default:
+        break;
+    }
     StyleDecoder decoder;
     decode_with_switches(decoder, std::move(markup));
     write_decoded(decoder);

@@ -7,6 +7,7 @@
 
 #include "Formats.h"
 #include "Tables.h"
+#include "qel/model/QELCode.h"
 
 namespace qel::command {
 
@@ -19,6 +20,8 @@ struct Switches {
 
   /// The initial switches of a control.
   static constexpr Switches of_a_field() { return {true, true, false, false}; }
+
+  friend bool operator==(const Switches&, const Switches&) = default;
 };
 
 struct ConversionOptions {
@@ -27,6 +30,7 @@ struct ConversionOptions {
   OutputFormat to = OutputFormat::qel;
   Switches switches;
   Tables tables;
+  Way way = Way::lossless;
 };
 
 /// Receives the next piece of the output.

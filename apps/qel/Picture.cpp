@@ -20,6 +20,7 @@ std::string drawn(const Picture& picture, const Tables& tables, std::u16string_v
   layout.put_RevealCodes(picture.reveal_codes);
   layout.put_ShowHiddenText(!picture.hides_hidden);
   layout.put_IgnoreColors(picture.one_color);
+  layout.put_Lossless(picture.way == Way::lossless);
   layout.put_WordWrap(picture.wraps);
   layout.WriteParagraph(markup, 0, 0, picture.width, picture.indent);
   return canvas->svg();

@@ -5,6 +5,7 @@
 #include <string_view>
 
 #include "Tables.h"
+#include "qel/model/QELCode.h"
 
 namespace qel::command {
 
@@ -20,6 +21,7 @@ struct Picture {
   bool hides_hidden = false;
   bool one_color = false;
   bool wraps = true;
+  Way way = Way::lossless;
 };
 
 /// The markup as an SVG document.

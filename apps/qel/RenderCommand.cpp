@@ -41,8 +41,9 @@ RenderCommand::RenderCommand(CLI::App& app) : app_(app), tables_(app) {
   app.footer(render_examples);
 }
 
-TextTask RenderCommand::values() const {
+TextTask RenderCommand::values(Way way) const {
   Picture picture = picture_;
+  picture.way = way;
   picture.wraps = !no_wrap_;
   picture.align = align_ == "right" ? alRight : align_ == "center" ? alCenter : alLeft;
   if (picture.wraps && picture.indent > 0 && picture.indent >= picture.width) {

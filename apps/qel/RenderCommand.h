@@ -7,6 +7,7 @@
 #include "TableOptions.h"
 #include "TextSource.h"
 #include "TextTask.h"
+#include "qel/model/QELCode.h"
 
 namespace qel::command {
 
@@ -20,7 +21,7 @@ class RenderCommand {
 
   bool is_asked_for() const { return app_.parsed(); }
   /// What the parsed arguments ask for. Raises a `UsageError` for arguments that are not valid.
-  TextTask values() const;
+  TextTask values(Way way) const;
 
  private:
   const CLI::App& app_;

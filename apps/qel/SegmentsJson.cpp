@@ -2,8 +2,10 @@
 
 #include <array>
 #include <cstddef>
+#include <cstdint>
 #include <nlohmann/json.hpp>
 #include <string>
+#include <utility>
 
 #include "qel/base/Utf8.h"
 #include "qel/model/QELCode.h"
@@ -31,9 +33,8 @@ void append_member(std::string& object, std::string_view name, std::string_view 
   object.append(",\"").append(name).append("\":").append(value);
 }
 
-void append_object(std::string& out, const Segment& segment, bool line_codes) {
-  const style_codes::CodeState state = segment.code_state();
-  const std::u16string text = restore_escaped_codes(std::u16string(segment.text()));
+void append_object(std::string& out, std::u16string_view text, const style_codes::CodeState& state,
+                   std::int32_t line_codes_before) {
   out.append("{\"text\":").append(nlohmann::json(to_utf8(text)).dump());
   for (const Attribute& attribute : attributes) {
     const bool is_on = (state.attributes & attribute.bit) != 0;
@@ -41,8 +42,7 @@ void append_object(std::string& out, const Segment& segment, bool line_codes) {
   }
   append_member(out, "font", std::to_string(state.font));
   append_member(out, "color", std::to_string(state.color));
-  append_member(out, "line_codes_before",
-                std::to_string(line_codes ? segment.line_codes_before() : 0));
+  append_member(out, "line_codes_before", std::to_string(line_codes_before));
   out.push_back('}');
 }
 
@@ -54,11 +54,17 @@ void write_segments(const SegmentCollection& segments, bool line_codes,
   std::string lines = "[";
   std::string_view separator = "\n";
   for (const auto& segment : segments) {
-    append_object(lines.append(separator), *segment, line_codes);
+    std::u16string text = segment->get_Text();
+    if (segments.way() == Way::stated) text = restore_escaped_codes(std::move(text));
+    append_object(lines.append(separator), text, segment->code_state(),
+                  line_codes ? segment->line_codes_before() : 0);
     separator = ",\n";
     if (lines.size() < part) continue;
     sink(lines);
     lines.clear();
+  }
+  if (line_codes && segments.line_codes_at_end() > 0) {
+    append_object(lines.append(separator), {}, {}, segments.line_codes_at_end());
   }
   sink(lines.append("\n]\n"));
 }

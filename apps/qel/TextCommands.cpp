@@ -41,8 +41,6 @@ TaskResult number(std::size_t value) { return {std::to_string(value) + "\n"}; }
 
 constexpr std::int64_t most_position = 1'000'000'000'000;
 
-constexpr auto kept = markup::LineCodes::kept;
-
 std::size_t as_size(std::int64_t count) {
   return static_cast<std::size_t>(std::max<std::int64_t>(count, 0));
 }
@@ -226,7 +224,7 @@ void TextCommands::read_text(CLI::App& verb) {
       ->type_name("FILE");
 }
 
-TextTask TextCommands::values() const {
+TextTask TextCommands::values(Way way) const {
   const auto verb = std::find_if(verbs_.begin(), verbs_.end(),
                                  [](const Verb& candidate) { return candidate.app->parsed(); });
   TextTask task;
@@ -238,18 +236,21 @@ TextTask TextCommands::values() const {
   task.output = output_;
   Arguments given = given_;
   given.tables = std::make_shared<const Tables>(tables_->values());
+  given.way = way;
   task.run = [run = verb->run, given](const Texts& texts) { return run(given, texts); };
   return task;
 }
 
 void TextCommands::add_counting() {
   read_text(add_verb(
-      "len", "Count the visible characters",
-      [](const Arguments&, const Texts& texts) { return number(visible::length(texts[0])); }));
-  read_text(
-      add_verb("plain", "Print the text without codes", [](const Arguments&, const Texts& texts) {
-        return markup_result(markup::plain_text(texts[0]));
+      "len", "Count the visible characters", [](const Arguments& given, const Texts& texts) {
+        return number(given.way == Way::stated ? visible::length(texts[0])
+                                               : markup::length(texts[0], given.way));
       }));
+  read_text(add_verb("plain", "Print the text without codes",
+                     [](const Arguments& given, const Texts& texts) {
+                       return markup_result(markup::plain_text(texts[0], given.way));
+                     }));
   CLI::App& verb = add_verb("find", "Print where a text first occurs, 0 when it does not", find);
   verb.add_option("SEARCH", given_.search, "What to look for")->required()->type_name("");
   CLI::Option* const last = verb.add_flag("--last", given_.last, "The last occurrence");
@@ -266,8 +267,8 @@ TaskResult TextCommands::find(const Arguments& given, const Texts& texts) {
   const auto matching =
       given.ignore_case ? markup::Matching::ignoring_case : markup::Matching::exact;
   const std::size_t found =
-      given.last ? markup::find_last(texts[0], search, matching, as_count(given.length))
-                 : markup::find(texts[0], search, matching);
+      given.last ? markup::find_last(texts[0], search, matching, as_count(given.length), given.way)
+                 : markup::find(texts[0], search, matching, given.way);
   return number(found == markup::npos ? 0 : found + 1);
 }
 
@@ -276,27 +277,28 @@ void TextCommands::add_cutting() {
     add_position(verb, "COUNT", given_.count, "How many characters");
     read_text(verb);
   };
-  add_count(add_verb("left", "Print the first characters",
-                     [](const Arguments& given, const Texts& texts) {
-                       return markup_result(markup::left(texts[0], as_size(given.count), kept));
-                     }));
-  add_count(add_verb("right", "Print the last characters",
-                     [](const Arguments& given, const Texts& texts) {
-                       return markup_result(markup::right(texts[0], as_size(given.count), kept));
-                     }));
+  add_count(add_verb(
+      "left", "Print the first characters", [](const Arguments& given, const Texts& texts) {
+        return markup_result(markup::left(texts[0], as_size(given.count), given.way));
+      }));
+  add_count(add_verb(
+      "right", "Print the last characters", [](const Arguments& given, const Texts& texts) {
+        return markup_result(markup::right(texts[0], as_size(given.count), given.way));
+      }));
   CLI::App& mid = add_verb(
       "mid", "Print characters from the middle", [](const Arguments& given, const Texts& texts) {
         if (given.start < 1) return markup_result({});
         return markup_result(
-            markup::mid(texts[0], as_size(given.start - 1), as_count(given.length), kept));
+            markup::mid(texts[0], as_size(given.start - 1), as_count(given.length), given.way));
       });
   add_position(mid, "START", given_.start, "The first of them");
   add_position(mid, "LENGTH", given_.length, "How many; -1 for all the rest");
   read_text(mid);
-  CLI::App& split = add_verb("split", "Print the parts between delimiters, one on each line",
-                             [](const Arguments& given, const Texts& texts) {
-                               return lines(markup::split(texts[0], decoded(given.search), kept));
-                             });
+  CLI::App& split =
+      add_verb("split", "Print the parts between delimiters, one on each line",
+               [](const Arguments& given, const Texts& texts) {
+                 return lines(markup::split(texts[0], decoded(given.search), given.way));
+               });
   split.add_option("DELIMITER", given_.search, "What stands between the parts")
       ->required()
       ->type_name("");
@@ -331,13 +333,15 @@ TaskResult TextCommands::stuff(const Arguments& given, const Texts& texts) {
   const std::size_t count = std::max(end, start) - start;
   if (given.style_from_text || !given.style.empty()) {
     const cReplaceData style = given.style_from_text ? cReplaceData() : *style_named(given.style);
-    return markup_result(markup::replace(texts[0], start, count, replacement, style, kept));
+    return markup_result(markup::replace(texts[0], start, count, replacement, style, given.way));
   }
-  return markup_result(markup::replace(texts[0], start, count, replacement, kept));
+  return markup_result(markup::replace(texts[0], start, count, replacement, given.way));
 }
 
-TaskResult TextCommands::compare(const Arguments& /*given*/, const Texts& texts) {
-  const bool is_equal = QELText().Compare(texts[0], texts[1]);
+TaskResult TextCommands::compare(const Arguments& given, const Texts& texts) {
+  QELText comparing;
+  comparing.put_Lossless(given.way == Way::lossless);
+  const bool is_equal = comparing.Compare(texts[0], texts[1]);
   return {is_equal ? "equal\n" : "different\n", is_equal ? 0 : 1};
 }
 
@@ -380,13 +384,13 @@ TaskResult TextCommands::change_case(const Arguments& given, const Texts& texts)
     rules.put_IgnoredWordList(words);
   }
   return markup_result(markup::change_case(texts[0], *case_named(given.name),
-                                           as_size(given.start - 1), as_count(given.length), kept,
-                                           rules));
+                                           as_size(given.start - 1), as_count(given.length),
+                                           given.way, rules));
 }
 
 TaskResult TextCommands::toggle(const Arguments& given, const Texts& texts) {
   return markup_result(markup::toggle(texts[0], *attribute_named(given.name),
-                                      as_size(given.start - 1), as_count(given.length), kept));
+                                      as_size(given.start - 1), as_count(given.length), given.way));
 }
 
 void TextCommands::add_wrapping() {
@@ -407,6 +411,7 @@ void TextCommands::add_wrapping() {
 TaskResult TextCommands::wrap(const Arguments& given, const Texts& texts) {
   TextAndFormatting layout;
   layout.SetFontAndColors(given.tables->fonts, *given.tables->colors);
+  layout.put_Lossless(given.way == Way::lossless);
   if (given.columns) {
     layout.put_Canvas(std::make_shared<ColumnCanvas>());
   } else {

@@ -10,6 +10,7 @@
 #include "TableOptions.h"
 #include "TextSource.h"
 #include "TextTask.h"
+#include "qel/model/QELCode.h"
 
 namespace qel::command {
 
@@ -23,7 +24,7 @@ class TextCommands {
 
   bool is_asked_for() const { return app_.parsed(); }
   /// What the parsed arguments ask for. Raises a `UsageError` for arguments that are not valid.
-  TextTask values() const;
+  TextTask values(Way way) const;
 
  private:
   using Texts = std::vector<std::u16string>;
@@ -46,6 +47,7 @@ class TextCommands {
     bool count_only = false;
     bool columns = false;
     std::shared_ptr<const Tables> tables;
+    Way way = Way::lossless;
   };
   using Run = TaskResult (*)(const Arguments& given, const Texts& texts);
 

@@ -12,9 +12,7 @@ constexpr std::u16string_view line_code = u"/nl";
 
 void append_line(std::u16string& document, const std::u16string& markup) {
   if (markup.empty()) return;
-  const std::u16string line = with_line_codes(markup);
-  // After the line code, the last characters of the text cannot turn the closing codes into text.
-  document.append(line).append(line_code).append(codes_to_close(line));
+  document.append(with_closed_codes(markup)).append(line_code);
 }
 
 }  // namespace

@@ -9,15 +9,16 @@ namespace qel::forms {
 
 std::u16string visible_text(std::u16string_view markup) {
   StyleDecoder decoder;
-  decoder.put_QELText(with_line_codes(markup));
+  decoder.put_Lossless(true);
+  decoder.put_QELText(markup);
   return replace_all(decoder.GetQELText(ofPlainText | ofLineCodes, false, false), u"\r\n", u" ");
 }
 
-std::u16string codes_to_close(std::u16string_view markup) {
+std::u16string with_closed_codes(std::u16string_view markup) {
   StyleDecoder decoder;
-  // A character at the end has the style that is left on. This one cannot complete a code.
-  decoder.put_QELText(std::u16string(markup).append(u"x"));
-  return decoder.OffCodes(*decoder.SegmentStyle(decoder.get_SegmentCount()));
+  decoder.put_Lossless(true);
+  decoder.put_QELText(markup);
+  return decoder.get_QELText();
 }
 
 std::u16string with_line_codes(std::u16string_view markup) {

@@ -8,8 +8,8 @@ namespace qel::forms {
 /// The text without codes, with a blank in place of each line break.
 std::u16string visible_text(std::u16string_view markup);
 
-/// The codes that switch off what the markup leaves on at its end.
-std::u16string codes_to_close(std::u16string_view markup);
+/// The same text in markup that leaves nothing on at its end.
+std::u16string with_closed_codes(std::u16string_view markup);
 
 /// The markup with a line code in place of each line break: files and editors have line breaks,
 /// markup does not.

@@ -8,6 +8,7 @@ namespace qel::forms {
 
 MarkupField::MarkupField(QELTextbox& control, std::function<void()> on_change)
     : control_(control), on_change_(std::move(on_change)) {
+  control_.put_Lossless(true);
   control_.listen(this);
 }
 
@@ -22,7 +23,7 @@ void MarkupField::show(std::u16string_view markup) {
   touched_ = false;
   is_showing_ = true;
   try {
-    control_.put_TextQEL(with_line_codes(shown_));
+    control_.put_TextQEL(shown_);
     // An emptied box would go on in the format of the text before.
     if (shown_.empty()) control_.SelPlain();
   } catch (...) {

@@ -9,8 +9,8 @@
 
 namespace qel::forms {
 
-/// One text of a record in its control. A text that nobody edits comes back letter for letter,
-/// although a box cannot show everything that markup says.
+/// One text of a record in its control, which is lossless. A text that nobody edits, or whose edits
+/// were all taken back, comes back letter for letter.
 class MarkupField : public ControlEvents {
  public:
   /// Listens to the control, which has to outlive the field. `on_change` is called after each
@@ -29,8 +29,8 @@ class MarkupField : public ControlEvents {
   void show_saved(std::u16string_view markup);
   /// Takes the current text as the record's saved text.
   void accept_saved();
-  /// Whether the user has edited the text, or it differs from the record's saved text.
-  bool is_changed() const { return touched_ || shown_ != saved_; }
+  /// Whether the text differs from the record's saved text.
+  bool is_changed() const { return (touched_ ? markup() : shown_) != saved_; }
 
   /// Sets whether the control shows codes. The text survives the switch, the selection does not.
   void put_RevealCodes(bool value);

@@ -17,10 +17,6 @@ RecordForm::RecordForm(RecordStore& store, QELTextbox& title, QELTextbox& body,
       body_(body, on_change_) {
   title.put_Multiline(false);
   body.put_Multiline(true);
-  body.put_ConvertNLToSpace(false);
-  body.put_RecognizeCRLF(true);
-  body.put_ConvertTabsToSpace(false);
-  body.put_RecognizeTabs(true);
   put_tables(load_tables(store_));
   show({});
 }

@@ -369,6 +369,12 @@ class QELTextboxObject final : public Members<QELTextbox, IQELTextbox> {
   STDMETHODIMP put_TestFont(BSTR Value) override {
     return call([&] { control_.put_test_font(text_of(Value)); });
   }
+  STDMETHODIMP get_Lossless(VARIANT_BOOL* Result) override {
+    return answer(Result, &Textbox::get_Lossless);
+  }
+  STDMETHODIMP put_Lossless(VARIANT_BOOL Value) override {
+    return call(&Textbox::put_Lossless, Value);
+  }
 
  protected:
   void* extra_interface(const IID& id) override;

@@ -299,6 +299,12 @@ class QELTextObject final : public Adapter<QELText, IQELText> {
   STDMETHODIMP LowerCaseRTF(BSTR Text, BSTR* Result) override {
     return answer(Result, &QELText::LowerCaseRTF, Text);
   }
+  STDMETHODIMP get_Lossless(VARIANT_BOOL* Result) override {
+    return answer(Result, &QELText::get_Lossless);
+  }
+  STDMETHODIMP put_Lossless(VARIANT_BOOL Value) override {
+    return call(&QELText::put_Lossless, Value);
+  }
 };
 
 }  // namespace qel::com

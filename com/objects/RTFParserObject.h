@@ -67,6 +67,12 @@ class RTFParserObject final : public Adapter<RTFParser, IRTFParser> {
   STDMETHODIMP PreprocessRTF(BSTR Text, BSTR* Result) override {
     return answer(Result, &RTFParser::PreprocessRTF, Text);
   }
+  STDMETHODIMP get_Lossless(VARIANT_BOOL* Result) override {
+    return answer(Result, &RTFParser::get_Lossless);
+  }
+  STDMETHODIMP put_Lossless(VARIANT_BOOL Value) override {
+    return call(&RTFParser::put_Lossless, Value);
+  }
 
  private:
   /// A parser works without a control too: it then makes the surface and the box to convert with

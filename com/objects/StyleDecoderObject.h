@@ -117,6 +117,12 @@ class StyleDecoderObject final : public Adapter<StyleDecoder, IStyleDecoder> {
   STDMETHODIMP RemoveTrailingPunctuation(BSTR Text, BSTR* Result) override {
     return answer(Result, &StyleDecoder::RemoveTrailingPunctuation, Text);
   }
+  STDMETHODIMP get_Lossless(VARIANT_BOOL* Result) override {
+    return answer(Result, &StyleDecoder::get_Lossless);
+  }
+  STDMETHODIMP put_Lossless(VARIANT_BOOL Value) override {
+    return call(&StyleDecoder::put_Lossless, Value);
+  }
 };
 
 }  // namespace qel::com

@@ -154,6 +154,12 @@ class TextAndFormattingObject final : public Adapter<TextAndFormatting, ITextAnd
   STDMETHODIMP RomanToArabic(BSTR Text, BSTR* Result) override {
     return answer(Result, &TextAndFormatting::RomanToArabic, Text);
   }
+  STDMETHODIMP get_Lossless(VARIANT_BOOL* Result) override {
+    return answer(Result, &TextAndFormatting::get_Lossless);
+  }
+  STDMETHODIMP put_Lossless(VARIANT_BOOL Value) override {
+    return call(&TextAndFormatting::put_Lossless, Value);
+  }
 };
 
 }  // namespace qel::com

@@ -23,35 +23,35 @@ class TextCaseObject final : public Adapter<TextCase, ITextCase> {
     return call(&TextCase::put_IgnoredWordList, Value);
   }
   STDMETHODIMP LowerCase(BSTR Text, SHORT Start, SHORT Length, BSTR* Result) override {
-    return answer(Result, &TextCase::LowerCase, Text, Start, Length);
+    return answer(Result, &TextCase::LowerCase, Text, Start, Length, Way::stated);
   }
   STDMETHODIMP UpperCase(BSTR Text, SHORT Start, SHORT Length, BSTR* Result) override {
-    return answer(Result, &TextCase::UpperCase, Text, Start, Length);
+    return answer(Result, &TextCase::UpperCase, Text, Start, Length, Way::stated);
   }
   STDMETHODIMP ChangeCase(BSTR Text, SHORT Start, SHORT Length, BSTR* Result) override {
-    return answer(Result, &TextCase::ChangeCase, Text, Start, Length);
+    return answer(Result, &TextCase::ChangeCase, Text, Start, Length, Way::stated);
   }
   STDMETHODIMP TitleCase(BSTR Text, SHORT Start, SHORT Length, VARIANT_BOOL NotIgnoredWords,
                          BSTR* Result) override {
-    return answer(Result, &TextCase::TitleCase, Text, Start, Length, NotIgnoredWords);
+    return answer(Result, &TextCase::TitleCase, Text, Start, Length, NotIgnoredWords, Way::stated);
   }
   STDMETHODIMP InitialCap(BSTR Text, SHORT Start, SHORT Length, BSTR* Result) override {
-    return answer(Result, &TextCase::InitialCap, Text, Start, Length);
+    return answer(Result, &TextCase::InitialCap, Text, Start, Length, Way::stated);
   }
   STDMETHODIMP FirstToLower(BSTR Text, SHORT Start, SHORT Length, BSTR* Result) override {
-    return answer(Result, &TextCase::FirstToLower, Text, Start, Length);
+    return answer(Result, &TextCase::FirstToLower, Text, Start, Length, Way::stated);
   }
   STDMETHODIMP FirstToUpper(BSTR Text, SHORT Start, SHORT Length, BSTR* Result) override {
-    return answer(Result, &TextCase::FirstToUpper, Text, Start, Length);
+    return answer(Result, &TextCase::FirstToUpper, Text, Start, Length, Way::stated);
   }
   STDMETHODIMP AutoTitleCase(BSTR Text, BSTR* Result) override {
-    return answer(Result, &TextCase::AutoTitleCase, Text);
+    return answer(Result, &TextCase::AutoTitleCase, Text, Way::stated);
   }
   STDMETHODIMP AutoTitleCaseRTF(BSTR Text, BSTR* Result) override {
     return answer(Result, &TextCase::AutoTitleCaseRTF, Text);
   }
   STDMETHODIMP AutoInitialCap(BSTR Text, BSTR* Result) override {
-    return answer(Result, &TextCase::AutoInitialCap, Text);
+    return answer(Result, &TextCase::AutoInitialCap, Text, Way::stated);
   }
   STDMETHODIMP AutoInitialCapRTF(BSTR Text, BSTR* Result) override {
     return answer(Result, &TextCase::AutoInitialCapRTF, Text);

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <utility>
 
+#include "qel/base/CaseMapping.h"
 #include "qel/base/Graphemes.h"
 #include "qel/base/Scoped.h"
 #include "qel/base/Utf16.h"
@@ -222,11 +223,28 @@ void Box::put_appearance(const platform::BoxAppearance& appearance) {
   const platform::BoxAppearance before = std::exchange(appearance_, appearance);
   if (has_font) {
     history_.clear();
-    change.apply_to(typing_);
-    document_.change_format({0, document_.size()}, change);
+    change_own_format(change);
   }
   if (view_ != nullptr) view_->show_appearance(before);
   if (has_font) show({Change::Kind::formats, {0, document_.size()}, document_.size()});
+}
+
+void Box::change_own_format(const FormatChange& change) {
+  const auto change_for = [&](const richtext::CharFormat& format) {
+    const auto& kept = appearance_.fonts_of_text;
+    FormatChange own = change;
+    const bool is_kept = std::any_of(kept.begin(), kept.end(), [&](const std::u16string& name) {
+      return equal_ignoring_case(name, format.font_name);
+    });
+    if (is_kept) own.font_name.reset();
+    return own;
+  };
+  change_for(typing_).apply_to(typing_);
+  for (std::size_t at = 0; at < document_.size();) {
+    const richtext::RunList::Run run = document_.runs().run(document_.runs().find(at));
+    at = run.end;
+    document_.change_format({run.start, run.end}, change_for(document_.format(run.value)));
+  }
 }
 
 platform::WindowHandle Box::window() const { return view_ == nullptr ? 0 : view_->window(); }

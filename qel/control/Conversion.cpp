@@ -5,9 +5,11 @@
 #include <limits>
 #include <memory>
 
+#include "qel/base/Scan.h"
 #include "qel/box/Box.h"
 #include "qel/platform/Common.h"
 #include "qel/richtext/DocumentReader.h"
+#include "qel/rtf/MarkupReader.h"
 #include "qel/rtf/MarkupWriter.h"
 #include "qel/rtf/SimpleRtfWriter.h"
 
@@ -57,7 +59,7 @@ std::u16string Conversion::markup_in(const RichEdit& box) const {
   return markup_of(box.get_TextRTF(), is_closed(box.get_Text()));
 }
 
-std::u16string Conversion::simple_rtf_in(const RichEdit& box, Scope scope) const {
+std::u16string Conversion::simple_rtf_in(const RichEdit& box, Scope scope) {
   if (const auto surface = surface_for_runs()) {
     rtf::SimpleRtfWriter writer(parser, fonts, colors, rtf::Origin::box);
     write_runs(writer, box, scope);
@@ -67,6 +69,7 @@ std::u16string Conversion::simple_rtf_in(const RichEdit& box, Scope scope) const
 }
 
 std::u16string Conversion::markup_of(std::u16string_view rtf) const {
+  if (parser.get_Lossless()) return parser.RTFToQEL(rtf, fonts, colors);
   const richtext::Document document = richtext::read_document(rtf, richtext::CharFormat());
   return markup_of(std::u16string(rtf), is_closed(document.text()));
 }
@@ -75,9 +78,53 @@ std::u16string Conversion::markup_of(std::u16string_view rtf) const {
 /// paragraph is added for it to drop.
 std::u16string Conversion::markup_of(std::u16string rtf, bool is_closed) const {
   const std::size_t end = rtf.rfind(u'}');
-  const bool closes = !is_closed && parser.get_ConvertNLToSpace();
+  const bool closes = !is_closed && parser.get_ConvertNLToSpace() && !parser.get_Lossless();
   if (closes && end != std::u16string::npos) rtf.insert(end, u"\\par");
   return parser.RTFToQEL(rtf, fonts, colors);
+}
+
+std::u16string Conversion::markup_of(const richtext::Document& content) const {
+  rtf::MarkupWriter writer(parser, fonts, colors, rtf::Origin::box);
+  for (std::size_t i = 0; i < content.runs().run_count(); ++i) {
+    const richtext::RunList::Run run = content.runs().run(i);
+    writer.add(content.format(run.value),
+               std::u16string_view(content.text()).substr(run.start, run.end - run.start));
+  }
+  return writer.finish();
+}
+
+richtext::Document Conversion::content_of(std::u16string_view markup,
+                                          const richtext::CharFormat& base) {
+  return rtf::read_markup(markup, rtf::markup_formats(parser, fonts, colors, base));
+}
+
+namespace {
+
+richtext::Document without_breaks_and_tabs(const richtext::Document& content) {
+  richtext::Document line = richtext::in_one_line(content);
+  line.put_characters(replace_all(line.text(), u"\t", u" "));
+  return line;
+}
+
+}  // namespace
+
+std::optional<richtext::Document> Conversion::pasted(platform::DragData& data, const RichEdit& box,
+                                                     bool text_only) {
+  const auto rtf = text_only ? std::nullopt : data.get(platform::rtf_format);
+  const auto text = data.get(platform::text_format);
+  const platform::BoxAppearance appearance = box.appearance();
+  const auto [here, alignment] = box.text_defaults(Scope::selection);
+  richtext::Document content;
+  if (rtf && !rtf->empty()) {
+    content = content_of(markup_of(*rtf), here);
+  } else if (text) {
+    content = richtext::plain_document(*text, here);
+  } else {
+    return {};
+  }
+  content.align({0, content.size()}, alignment);
+  const bool takes_breaks = appearance.multiline && appearance.takes_breaks;
+  return takes_breaks ? std::move(content) : without_breaks_and_tabs(content);
 }
 
 }  // namespace qel

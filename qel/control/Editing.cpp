@@ -11,6 +11,7 @@
 #include "qel/base/CaseMapping.h"
 #include "qel/base/Scan.h"
 #include "qel/control/Conversion.h"
+#include "qel/control/MarkupPositions.h"
 #include "qel/control/QELTextbox.h"
 #include "qel/control/QuoteCodes.h"
 #include "qel/control/frmTextEditor.h"
@@ -174,6 +175,7 @@ void QELTextbox::put_SelFontName(std::u16string_view Value) {
 void QELTextbox::SelPlain() {
   FormatChange plain;
   plain.bold = plain.italic = plain.underline = plain.strike_through = false;
+  plain.small_caps = false;
   plain.offset = std::int16_t{0};
   plain.color = plain_color();
   plain.font_name = get_FontName();
@@ -182,21 +184,13 @@ void QELTextbox::SelPlain() {
 
 platform::Range QELTextbox::selection_in(std::u16string_view markup) const {
   const platform::Range selection = CurrentRichTextBox()->selection();
-  std::size_t at = 0;
-  const auto pass_codes = [&] {
-    while (RTFParser::IsQELCode(markup.substr(std::min(at, markup.size()), 3))) at += 3;
-  };
-  const auto pass_characters = [&](std::int32_t count) {
-    for (; count > 0 && at < markup.size(); --count) {
-      pass_codes();
-      at = std::min(at + 1, markup.size());
-    }
-  };
-  pass_characters(selection.start);
-  if (selection.length > 0) pass_codes();
-  const std::size_t start = std::min(at, markup.size());
-  pass_characters(selection.length);
-  return {static_cast<std::int32_t>(start), static_cast<std::int32_t>(at - start)};
+  if (get_Lossless() && reveal_codes_) return selection;
+  MarkupPositions positions(markup, way());
+  positions.pass_characters(selection.start);
+  if (selection.length > 0) positions.pass_codes();
+  const std::size_t start = positions.at();
+  positions.pass_characters(selection.length);
+  return {static_cast<std::int32_t>(start), static_cast<std::int32_t>(positions.at() - start)};
 }
 
 std::u16string QELTextbox::get_SelTextQEL() const {
@@ -359,6 +353,11 @@ void QELTextbox::InvokeLargeEditor() {
     edited.fonts[static_cast<std::size_t>(i)] = GetFontNameGivenFontIndex(i);
     edited.colors[static_cast<std::size_t>(i)] = GetColorGivenColorIndex(i);
   }
+  if (get_Lossless()) {
+    edited.fonts[0] = get_FontName();
+    edited.font_size = get_FontSize();
+    edited.pastes_text_only = paste_text_only_;
+  }
   edited.content = box->content(platform::Scope::document);
   edited.selection = box->selection();
   const platform::BoxAppearance here = box->appearance();
@@ -407,6 +406,11 @@ std::u16string with_single_blanks(std::u16string text) {
 }  // namespace
 
 void QELTextbox::paste(platform::RichEdit& box, platform::DragData& data) {
+  if (get_Lossless()) {
+    auto content = conversion().pasted(data, box, paste_text_only_);
+    if (content) box.put_content(platform::Scope::selection, *std::move(content));
+    return;
+  }
   const auto rtf = paste_text_only_ ? std::nullopt : data.get(platform::rtf_format);
   if (rtf) {
     if (!rtf->empty()) paste_rtf(box, *rtf);

@@ -4,6 +4,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <iterator>
+#include <optional>
 #include <string>
 #include <utility>
 
@@ -44,6 +45,7 @@ bool has_font(const Target& target, std::size_t index) {
 void make_plain(const Target& target) {
   FormatChange plain;
   plain.bold = plain.italic = plain.underline = plain.strike_through = false;
+  plain.small_caps = false;
   plain.offset = std::int16_t{0};
   plain.color = target.edited.colors[0];
   plain.font_name = target.edited.fonts[0];
@@ -71,7 +73,35 @@ void cut(const Target& target) {
   delete_selection(target);
 }
 
+/// The converter of a target that has a parser, with the tables of its control.
+class TargetConversion {
+ public:
+  explicit TargetConversion(const Target& target) {
+    for (std::int16_t i = 0; i < 10; ++i) {
+      fonts_.put_Font(i, target.edited.fonts[static_cast<std::size_t>(i)]);
+      colors_.put_Color(i, target.edited.colors[static_cast<std::size_t>(i)]);
+    }
+    fonts_.put_FontSize(target.edited.font_size);
+    conversion_.emplace(*target.parser, fonts_, colors_);
+  }
+  Conversion* operator->() { return &*conversion_; }
+
+ private:
+  QELIndexFonts fonts_;
+  QELIndexColors colors_;
+  std::optional<Conversion> conversion_;
+};
+
+bool is_lossless(const Target& target) {
+  return target.parser != nullptr && target.parser->get_Lossless();
+}
+
 void paste(const Target& target) {
+  if (is_lossless(target)) {
+    platform::DragData data = target.clipboard.data();
+    paste(data, target);
+    return;
+  }
   const auto [format, alignment] = target.box.text_defaults(platform::Scope::selection);
   const bool in_one_line = !target.box.appearance().takes_breaks;
   auto content = richtext::read_transfer(target.clipboard.rtf(), target.clipboard.text(), format,
@@ -154,14 +184,15 @@ bool is_checked(std::u16string_view name, const Target& target) {
 }
 
 std::u16string markup(const Target& target) {
-  if (target.parser == nullptr) return {};
-  QELIndexFonts fonts;
-  QELIndexColors colors;
-  for (std::int16_t i = 0; i < 10; ++i) {
-    fonts.put_Font(i, target.edited.fonts[static_cast<std::size_t>(i)]);
-    colors.put_Color(i, target.edited.colors[static_cast<std::size_t>(i)]);
-  }
-  return Conversion{*target.parser, fonts, colors}.markup_in(target.box);
+  return target.parser == nullptr ? std::u16string()
+                                  : TargetConversion(target)->markup_in(target.box);
+}
+
+bool paste(platform::DragData& data, const Target& target) {
+  if (!is_lossless(target)) return false;
+  auto content = TargetConversion(target)->pasted(data, target.box, target.edited.pastes_text_only);
+  if (content) target.box.put_content(platform::Scope::selection, *std::move(content));
+  return true;
 }
 
 bool run(std::u16string_view name, const Target& target) {

@@ -24,6 +24,9 @@ bool run(std::u16string_view name, const Target& target);
 /// Whether the selection already has the format that the command gives it.
 bool is_checked(std::u16string_view name, const Target& target);
 
+/// Pastes data from elsewhere in the lossless way, if that is the parser's; whether it is.
+bool paste(platform::DragData& data, const Target& target);
+
 /// The text as markup; empty without a parser.
 std::u16string markup(const Target& target);
 

@@ -84,7 +84,7 @@ struct SetterOf<void (QELTextbox::*)(Value)> {
 
 }  // namespace
 
-const std::array<QELTextbox::Persisted, 31>& QELTextbox::persisted() {
+const std::array<QELTextbox::Persisted, 32>& QELTextbox::persisted() {
   // A row of the table: values have the setter's type in the control, and the preset's in the bag.
 #define QEL_PERSISTED(Name, preset)                                               \
   Persisted {                                                                     \
@@ -97,7 +97,7 @@ const std::array<QELTextbox::Persisted, 31>& QELTextbox::persisted() {
           control.put_##Name(value_as<Value>(value, otherwise));                  \
         }                                                                         \
   }
-  static const std::array<Persisted, 31> rows = {
+  static const std::array<Persisted, 32> rows = {
       QEL_PERSISTED(ActOnColors, true),
       QEL_PERSISTED(ActOnFonts, true),
       QEL_PERSISTED(ActOnPlain, true),
@@ -133,33 +133,40 @@ const std::array<QELTextbox::Persisted, 31>& QELTextbox::persisted() {
          control.smart_quotes_ = value_as<bool>(value, preset);
        }},
       QEL_PERSISTED(PasteTextOnly, false),
+      QEL_PERSISTED(Lossless, false),
   };
 #undef QEL_PERSISTED
   return rows;
 }
 
 void QELTextbox::ReadProperties(const platform::PropertyBag& Bag) {
-  const auto value_in_bag = [&](const Persisted& row) {
+  const auto read = [&](const Persisted& row, const Variant& preset) {
+    Variant value = preset;
     try {
-      return Bag.read(row.name, row.preset);
+      value = Bag.read(row.name, preset);
     } catch (const std::exception&) {
-      return row.preset;
+      value = preset;
     }
+    row.apply(*this, value, preset);
   };
-  for (const Persisted& row : persisted()) row.apply(*this, value_in_bag(row), row.preset);
+  // The way in which markup is read has to be known before it is.
+  const auto& rows = persisted();
+  read(rows.back(), lossless_at_first_);
+  for (std::size_t i = 0; i < rows.size() - 1; ++i) read(rows[i], rows[i].preset);
   compute_border_color();
 }
 
 void QELTextbox::WriteProperties(platform::PropertyBag& Bag) const {
-  const auto write = [&](const Persisted& row) {
-    Bag.write(row.name, row.read(*this), row.preset);
+  const auto write = [&](const Persisted& row, const Variant& preset) {
+    Bag.write(row.name, row.read(*this), preset);
   };
-  // The last two properties are written in reverse order.
+  // Before the last one, two properties are written in reverse order.
   const auto& rows = persisted();
   const std::size_t last = rows.size() - 1;
-  for (std::size_t i = 0; i < last - 1; ++i) write(rows[i]);
-  write(rows[last]);
-  write(rows[last - 1]);
+  for (std::size_t i = 0; i < last - 2; ++i) write(rows[i], rows[i].preset);
+  write(rows[last - 1], rows[last - 1].preset);
+  write(rows[last - 2], rows[last - 2].preset);
+  write(rows[last], lossless_at_first_);
 }
 
 }  // namespace qel

@@ -1,6 +1,7 @@
 #include "qel/control/QELTextbox.h"
 
 #include <algorithm>
+#include <iterator>
 #include <utility>
 
 #include "qel/base/Error.h"
@@ -8,7 +9,6 @@
 #include "qel/control/Conversion.h"
 #include "qel/headless/HeadlessPlatform.h"
 #include "qel/richtext/CodePage.h"
-#include "qel/rtf/MarkupReader.h"
 
 namespace qel {
 
@@ -84,6 +84,7 @@ void QELTextbox::InitProperties() {
   act_on_styles_ = act_on_fonts_ = act_on_colors_ = act_on_plain_ = allow_edits_ = enabled_ = true;
   reveal_codes_ = show_editor_ = paste_text_only_ = smart_quotes_ = false;
   parser_ = RTFParser();
+  parser_.put_Lossless(lossless_at_first_);
   back_color_ = system_color(5);
   fore_color_ = system_color(8);
   border_style_ = 1;
@@ -109,10 +110,36 @@ void QELTextbox::put_Text(std::u16string_view Value) {
   site_.property_changed(u"Text");
 }
 
-Conversion QELTextbox::conversion() const { return {parser_, *fonts_, *colors_}; }
+void QELTextbox::begin_lossless() {
+  lossless_at_first_ = true;
+  parser_.put_Lossless(true);
+}
+
+Conversion QELTextbox::conversion() const {
+  Conversion conversion = {parser_, *fonts_, *colors_};
+  if (get_Lossless()) {
+    conversion.fonts.put_DefaultFont(get_FontName());
+    conversion.fonts.put_FontSize(get_FontSize());
+  }
+  return conversion;
+}
+
+std::vector<std::u16string> QELTextbox::fonts_of_text() const {
+  if (!get_Lossless()) return {};
+  const auto names = conversion().fonts.distinct_names();
+  std::vector<std::u16string> fonts;
+  // A font that is also the control's own cannot be told from it.
+  std::copy_if(names.begin() + 1, names.end(), std::back_inserter(fonts),
+               [&](const std::u16string& name) { return name != names.front(); });
+  return fonts;
+}
 
 std::u16string QELTextbox::get_TextQEL() const {
-  return reveal_codes_ ? get_Text() : conversion().markup_in(*CurrentRichTextBox());
+  if (reveal_codes_) return get_Text();
+  std::u16string markup = conversion().markup_in(*CurrentRichTextBox());
+  const bool is_untouched =
+      assigned_ && get_Lossless() && assigned_->box == active_ && assigned_->in_box == markup;
+  return is_untouched ? assigned_->markup : markup;
 }
 
 void QELTextbox::put_TextQEL(std::u16string_view Value) {
@@ -121,10 +148,15 @@ void QELTextbox::put_TextQEL(std::u16string_view Value) {
     box.put_Text(Value);
   } else {
     const auto [format, alignment] = box.text_defaults(platform::Scope::document);
-    richtext::Document content =
-        rtf::read_markup(Value, rtf::markup_formats(parser_, *fonts_, *colors_, format));
+    Conversion converting = conversion();
+    richtext::Document content = converting.content_of(Value, format);
     // Markup knows no alignment: the one at the beginning of the text stays.
     content.align({0, content.size()}, alignment);
+    assigned_.reset();
+    if (get_Lossless()) {
+      std::u16string in_box = converting.markup_of(content);
+      if (in_box != Value) assigned_ = {active_, std::u16string(Value), std::move(in_box)};
+    }
     box.put_content(platform::Scope::document, std::move(content));
   }
   site_.property_changed(u"TextQEL");
@@ -209,7 +241,11 @@ void QELTextbox::put_BorderStyle(std::int32_t Value) {
 }
 
 void QELTextbox::put_FontName(std::u16string_view Value) {
-  put_in_boxes(&BoxAppearance::font_name, std::u16string(Value), u"FontName");
+  change_boxes([&, kept = fonts_of_text()](BoxAppearance& box) {
+    box.fonts_of_text = kept;
+    box.font_name = Value;
+  });
+  site_.property_changed(u"FontName");
 }
 
 void QELTextbox::put_FontSize(float Value) {

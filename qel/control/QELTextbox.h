@@ -142,15 +142,16 @@ class QELTextbox {
   void SelPlain();
 
   /// The selection in the markup of `TextQEL`, from 0. A code before the first selected character
-  /// is not selected, one between the first and the last is. Every character that is not part of a
-  /// code counts as one of the box, although a line break, two of the box, is a code or one blank.
+  /// is not selected, one between the first and the last is. Unless lossless, every character that
+  /// is not part of a code counts as one of the box, although a line break, two of the box, is a
+  /// code or one blank.
   std::int32_t get_SelStartQEL() const { return selection_in(get_TextQEL()).start; }
   std::int32_t get_SelLengthQEL() const { return selection_in(get_TextQEL()).length; }
   std::u16string get_SelTextQEL() const;
 
   /// Replaces the selection with the clipboard's content: its RTF as far as markup can express it,
-  /// or else its text. Line breaks and tabs become blanks either way. An error leaves the text as
-  /// it was.
+  /// or else its text. Line breaks and tabs become blanks either way (unless lossless). An error
+  /// leaves the text as it was.
   void PasteClipboardContents();
 
   // Events.
@@ -245,6 +246,17 @@ class QELTextbox {
 
   // How conversions treat codes, breaks and tabs (see `RTFParser`).
 
+  /// Whether all that markup can say survives (see `RTFParser::get_Lossless`). Then `FontName` and
+  /// `FontSize` are those of text that has no font of its own, also in markup that is assigned;
+  /// `TextQEL` returns markup that was assigned as it was for as long as nobody has changed the
+  /// text; the members that speak of the selection in the markup are exact; and what is pasted
+  /// keeps its lines and tabs in the box for many lines, and its blanks everywhere. False at first.
+  bool get_Lossless() const { return parser_.get_Lossless(); }
+  void put_Lossless(bool Value) { put_in_parser(&RTFParser::put_Lossless, Value, u"Lossless"); }
+  /// For a platform whose controls are lossless at first: makes this one so, also as the preset of
+  /// the property.
+  void begin_lossless();
+
   /// Whether markup is shown and returned as it is.
   bool get_RevealCodes() const { return reveal_codes_; }
   void put_RevealCodes(bool Value) { store(reveal_codes_, Value, u"RevealCodes"); }
@@ -324,7 +336,9 @@ class QELTextbox {
     member = value;
     site_.property_changed(name);
   }
+  Way way() const { return get_Lossless() ? Way::lossless : Way::stated; }
   Conversion conversion() const;
+  std::vector<std::u16string> fonts_of_text() const;
   void show_active_box();
   void show_what_is_allowed();
   void compute_border_color();
@@ -368,7 +382,7 @@ class QELTextbox {
   class BoxEvents;
   void listen_to_boxes();
 
-  static const std::array<Persisted, 31>& persisted();
+  static const std::array<Persisted, 32>& persisted();
 
   platform::ControlSite& site_;
   std::shared_ptr<const platform::Platform> platform_;
@@ -381,6 +395,14 @@ class QELTextbox {
   ControlEvents* events_ = nullptr;
   std::shared_ptr<const bool> alive_ = std::make_shared<const bool>(true);
   bool changes_held_ = false;  // the changes in progress will be reported as one
+
+  /// Markup that was assigned, where the box says the same in other words.
+  struct Assigned {
+    std::size_t box = 0;
+    std::u16string markup;
+    std::u16string in_box;
+  };
+  std::optional<Assigned> assigned_;
 
   RTFParser parser_;
   std::shared_ptr<QELIndexFonts> fonts_ = std::make_shared<QELIndexFonts>();
@@ -401,6 +423,7 @@ class QELTextbox {
   bool show_editor_ = false;
   bool paste_text_only_ = false;
   bool smart_quotes_ = false;
+  bool lossless_at_first_ = false;
 };
 
 }  // namespace qel

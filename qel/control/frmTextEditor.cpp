@@ -97,6 +97,10 @@ void frmTextEditor::on_key_press(std::int16_t& character) {
   character = character_of(character, typed);
 }
 
+bool frmTextEditor::on_paste(platform::DragData& data) {
+  return editor_commands::paste(data, target());
+}
+
 void frmTextEditor::handle_key(std::int16_t& key_code, std::int16_t shift) {
   struct Row {
     std::int16_t key_code;

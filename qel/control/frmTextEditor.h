@@ -26,6 +26,8 @@ struct EditedText {
   platform::Range selection;
   std::array<std::u16string, 10> fonts;
   std::array<Color, 10> colors = {};
+  float font_size = 10;           ///< in points, of what is pasted in the lossless way
+  bool pastes_text_only = false;  ///< in the lossless way
 };
 
 /// A larger window, with menus, for editing the text of a control. It raises events to the control
@@ -66,6 +68,7 @@ class frmTextEditor : private platform::EditorListener, private platform::BoxLis
   void on_key_up(std::int16_t& key_code, std::int16_t& shift) override {
     events_.on_key_up(key_code, shift);
   }
+  bool on_paste(platform::DragData& data) override;
 
   void on_activate() override;
   void on_resize(std::int32_t width, std::int32_t height) override;

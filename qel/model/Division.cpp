@@ -40,13 +40,13 @@ void cut_at(SegmentCollection& segments, std::ptrdiff_t boundary, bool cut_at_be
       continue;
     }
     if (kept == size || (kept == 0 && !cut_at_beginning)) return;
-    restore_placeholder_around(*segment, kept);
+    if (segments.way() == Way::stated) restore_placeholder_around(*segment, kept);
     segments.insert(segment->split_off(kept), index + 1);
     return;
   }
 }
 
-enum class Kind { blank, number, punctuation, letter };
+enum class Kind { blank, number, punctuation, letter, code };
 
 bool is_digit(char16_t character) { return character >= u'0' && character <= u'9'; }
 
@@ -57,11 +57,21 @@ bool is_in_number(std::u16string_view text, std::size_t at) {
          is_digit(text[at - 1]) && is_digit(text[at + 1]);
 }
 
-Kind kind_at(std::u16string_view text, std::size_t at, Pieces pieces) {
+Kind kind_at(std::u16string_view text, std::size_t at, Pieces pieces, Way way) {
   if (is_word_blank(text[at])) return Kind::blank;
-  if (pieces >= Pieces::numbers && is_in_number(text, at)) return Kind::number;
+  if (pieces == Pieces::words) return Kind::letter;
+  if (length_of_code_as_text(text.substr(at), way) > 0) return Kind::code;
+  if (is_in_number(text, at)) return Kind::number;
   if (pieces >= Pieces::punctuation && is_punctuation(text[at])) return Kind::punctuation;
   return Kind::letter;
+}
+
+std::size_t end_of_piece(std::u16string_view text, std::size_t begin, Pieces pieces, Way way) {
+  const Kind kind = kind_at(text, begin, pieces, way);
+  if (kind == Kind::code) return begin + length_of_code_as_text(text.substr(begin), way);
+  std::size_t end = begin + 1;
+  while (end < text.size() && kind_at(text, end, pieces, way) == kind) ++end;
+  return end;
 }
 
 }  // namespace
@@ -95,20 +105,17 @@ void divide_words(SegmentCollection& segments, Pieces pieces) {
   for (const auto& segment : segments) {
     divided.append(segment);
     const std::u16string_view text = segment->text();
-    std::size_t begin = 0;
-    for (std::size_t at = 1; at <= text.size(); ++at) {
-      const bool goes_on =
-          at < text.size() && kind_at(text, at, pieces) == kind_at(text, at - 1, pieces);
-      if (goes_on) continue;
+    for (std::size_t begin = 0; begin < text.size();) {
+      const std::size_t end = end_of_piece(text, begin, pieces, segments.way());
       if (begin == 0) {
-        segment->keep_first(at);
+        segment->keep_first(end);
       } else {
-        divided.append(segment->with_text(text.substr(begin, at - begin)));
+        divided.append(segment->with_text(text.substr(begin, end - begin)));
       }
-      begin = at;
+      begin = end;
     }
   }
-  segments.swap(divided);
+  segments.swap_segments(divided);
 }
 
 }  // namespace qel::division

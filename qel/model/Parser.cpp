@@ -15,6 +15,8 @@
 namespace qel {
 namespace {
 
+constexpr std::size_t code_length = 3;
+
 /// Bit k of the flags stands for index k.
 void select(unsigned& flags, unsigned index) { flags = index == 0 ? 0 : flags | (1U << index); }
 
@@ -34,6 +36,14 @@ class DecodedText : public std::enable_shared_from_this<DecodedText> {
   explicit DecodedText(std::u16string text) : text_(std::move(text)) {}
 
   std::u16string_view text() const { return text_; }
+
+  /// Moves `next`, a later part of the text, to the end of `first`, and returns both in one.
+  std::u16string_view join(std::u16string_view first, std::u16string_view next) {
+    const auto begin = static_cast<std::size_t>(first.data() - text_.data());
+    std::copy(next.begin(), next.end(),
+              text_.begin() + static_cast<std::ptrdiff_t>(begin + first.size()));
+    return std::u16string_view(text_).substr(begin, first.size() + next.size());
+  }
 
   std::shared_ptr<Segment> new_segment(std::size_t characters_left) {
     if (used_ == block_size_) add_block(characters_left);
@@ -57,34 +67,67 @@ class DecodedText : public std::enable_shared_from_this<DecodedText> {
 
 }  // namespace
 
-bool MarkupScanner::next() {
-  line_codes_ = 0;
+std::size_t MarkupScanner::find_special(std::size_t from) const {
+  return way_ == Way::stated ? find_any<u'/'>(markup_, from)
+                             : find_any<u'/', u'~', u'\r', u'\n'>(markup_, from);
+}
+
+bool MarkupScanner::is_code(std::u16string_view code) const {
+  if (IsQELCode(code, sfAll)) return true;
+  return reads_codes_of_rtf_ && code.size() == code_length && code[0] == u'/' &&
+         is_code_of_any_reader(code[1], code[2]);
+}
+
+MarkupScanner::Item MarkupScanner::give_text(std::size_t begin, std::size_t end) {
+  text_ = markup_.substr(begin, end - begin);
+  at_ = end;
+  return Item::text;
+}
+
+MarkupScanner::Item MarkupScanner::next() {
+  goes_on_ = std::exchange(is_literal_, false);
   std::size_t begin = at_;
-  for (std::size_t slash = find_any<u'/'>(text_, begin); slash < text_.size();) {
-    const std::u16string_view code = text_.substr(slash, 3);
-    if (!IsQELCode(code, sfAll)) {
-      slash = find_any<u'/'>(text_, slash + 1);
+  // A slash behind its tilde is text.
+  std::size_t special = find_special(goes_on_ ? begin + 1 : begin);
+  while (special < markup_.size()) {
+    const char16_t character = markup_[special];
+    const std::u16string_view code = markup_.substr(special, code_length);
+    const bool is_escaped = character == u'~' && begins_with_escaped_code(markup_.substr(special));
+    const bool is_break = character == u'\r' || character == u'\n';
+    if (!is_escaped && !is_break && (character == u'~' || !is_code(code))) {
+      special = find_special(special + 1);
       continue;
     }
-    if (slash > begin) {
-      at_ = slash;
-      run_ = text_.substr(begin, slash - begin);
-      return true;
+    if (special > begin) {
+      is_literal_ = false;
+      const Item item = give_text(begin, special);
+      if (is_escaped) {
+        ++at_;
+        is_literal_ = true;
+      }
+      return item;
     }
-    if (code == u"/nl") {
-      ++line_codes_;
-    } else {
-      apply(code[1], code[2]);
+    if (is_escaped) {
+      begin = special + 1;
+      special = find_special(begin + 1);
+      continue;
     }
-    begin = slash + 3;
-    slash = find_any<u'/'>(text_, begin);
+    goes_on_ = false;
+    if (is_break || code == u"/nl") {
+      at_ = special + (code.starts_with(u"\r\n") ? 2 : is_break ? 1 : code_length);
+      return Item::line_break;
+    }
+    apply(code[1], code[2]);
+    begin = special + code_length;
+    special = find_special(begin);
   }
-  at_ = text_.size();
-  run_ = text_.substr(begin);
-  return !run_.empty();
+  at_ = markup_.size();
+  return begin < at_ ? give_text(begin, at_) : Item::end;
 }
 
 void MarkupScanner::apply(char16_t letter, char16_t digit) {
+  if (letter == u'r') letter = u'p';
+  if (letter == u'l') letter = u's';
   const unsigned index = static_cast<unsigned>(digit - u'0');
   if (letter == u'f') {
     select(fonts_, index);
@@ -101,16 +144,26 @@ style_codes::CodeState MarkupScanner::state() const {
   return {static_cast<std::uint8_t>(attributes_), highest(fonts_), highest(colors_)};
 }
 
-std::int32_t parse_markup(std::u16string text, SegmentCollection& segments) {
-  const auto decoded = std::make_shared<DecodedText>(std::move(text));
-  MarkupScanner scanner(decoded->text());
-  while (scanner.next()) {
-    const auto read = static_cast<std::size_t>(scanner.run().data() - decoded->text().data());
-    auto segment = decoded->new_segment(decoded->text().size() - read);
-    segment->set_decoded(scanner.run(), scanner.state(), scanner.line_codes_before());
-    segments.append(std::move(segment));
+void parse_markup(std::u16string markup, SegmentCollection& segments, Way way) {
+  const auto decoded = std::make_shared<DecodedText>(std::move(markup));
+  MarkupScanner scanner(decoded->text(), way);
+  std::int32_t line_breaks = 0;
+  std::shared_ptr<Segment> last;
+  for (auto item = scanner.next(); item != MarkupScanner::Item::end; item = scanner.next()) {
+    const std::u16string_view text = scanner.text();
+    if (item == MarkupScanner::Item::line_break) {
+      ++line_breaks;
+    } else if (scanner.goes_on()) {
+      last->set_decoded(decoded->join(last->text(), text), scanner.state(),
+                        last->line_codes_before());
+    } else {
+      const auto read = static_cast<std::size_t>(text.data() - decoded->text().data());
+      last = decoded->new_segment(decoded->text().size() - read);
+      last->set_decoded(text, scanner.state(), std::exchange(line_breaks, 0));
+      segments.append(last);
+    }
   }
-  return scanner.line_codes_before();
+  segments.put_line_codes_at_end(line_breaks);
 }
 
 }  // namespace qel

@@ -5,34 +5,46 @@
 #include <string>
 #include <string_view>
 
+#include "qel/model/QELCode.h"
 #include "qel/model/SegmentCollection.h"
 #include "qel/model/StyleCodes.h"
 
 namespace qel {
 
-/// Reads the runs of a markup text, one after the other.
+/// Reads markup one text or line break after the other, with the style that the codes before it
+/// set. In the lossless way an escaped code is a text without its tilde, and line breaks are line
+/// codes; in the stated way both are characters, and escaped codes have to be protected.
 class MarkupScanner {
  public:
-  /// `text` has to outlive the scanner, with its escaped codes protected.
-  explicit MarkupScanner(std::u16string_view text) : text_(text) {}
+  enum class Item : std::uint8_t { text, line_break, end };
 
-  /// Moves to the next run; false, and no run, after the last.
-  bool next();
+  /// `markup` has to outlive the scanner.
+  MarkupScanner(std::u16string_view markup, Way way) : markup_(markup), way_(way) {}
 
-  /// The characters of the run, at least one, and the state that the codes before it set.
-  std::u16string_view run() const { return run_; }
+  /// Also reads the codes that only conversions to RTF know: "/r1" for raised, "/l1" for lowered.
+  void read_codes_of_rtf() { reads_codes_of_rtf_ = true; }
+
+  Item next();
+
+  /// The characters of the text, at least one: a part of the markup.
+  std::u16string_view text() const { return text_; }
+  /// Whether the text belongs to the one before it: only a tilde stands between them.
+  bool goes_on() const { return goes_on_; }
   style_codes::CodeState state() const;
-  /// How many line codes stand between the previous run and this one; after the last run, how many
-  /// follow it.
-  std::int32_t line_codes_before() const { return line_codes_; }
 
  private:
+  std::size_t find_special(std::size_t from) const;
+  bool is_code(std::u16string_view code) const;
+  Item give_text(std::size_t begin, std::size_t end);
   void apply(char16_t letter, char16_t digit);
 
-  std::u16string_view text_;
+  std::u16string_view markup_;
+  Way way_;
+  bool reads_codes_of_rtf_ = false;
+  bool goes_on_ = false;
+  bool is_literal_ = false;  // whether the slash at `at_` is text
   std::size_t at_ = 0;
-  std::u16string_view run_;
-  std::int32_t line_codes_ = 0;
+  std::u16string_view text_;
   // Flags of fonts and colours accumulate until "/f0" or "/y0" clears them; the highest one counts.
   // Bit k stands for index k; bit 0 is never set.
   unsigned attributes_ = 0;
@@ -40,8 +52,8 @@ class MarkupScanner {
   unsigned colors_ = 0;
 };
 
-/// Appends the runs of `text`, a markup text whose escaped codes are protected, to `segments`.
-/// Returns the number of line codes after the last run.
-std::int32_t parse_markup(std::u16string text, SegmentCollection& segments);
+/// Reads `markup`, whose escaped codes are protected unless the way is lossless, into the empty
+/// collection `segments`.
+void parse_markup(std::u16string markup, SegmentCollection& segments, Way way);
 
 }  // namespace qel

@@ -37,11 +37,6 @@ bool is_on_code(char16_t letter, char16_t digit) {
   return digit == u'1' || (is_index_letter(letter) && digit >= u'2' && digit <= u'9');
 }
 
-bool is_escapable(char16_t letter, char16_t digit) {
-  if (is_index_letter(letter)) return is_digit(digit);
-  return is_one_of(letter, u"biupskt") && is_toggle_digit(digit);
-}
-
 }  // namespace
 
 bool IsQELCode(std::u16string_view Text, std::int32_t Flags) {
@@ -67,12 +62,28 @@ bool IsQELCode(std::u16string_view Text, std::int32_t Flags) {
   }
 }
 
+bool is_escapable(char16_t letter, char16_t digit) {
+  if (is_index_letter(letter)) return is_digit(digit);
+  return is_one_of(letter, u"biupskt") && is_toggle_digit(digit);
+}
+
+bool is_code_of_any_reader(char16_t second, char16_t third) {
+  if (is_any_code(second, third)) return true;
+  if (is_toggle_digit(third)) return second == u'r' || second == u'l';
+  return second == u'n' && third == u'l';
+}
+
 bool begins_with_escaped_code(std::u16string_view text) {
   return text.size() >= 4 && text[0] == u'~' && text[1] == u'/' && is_escapable(text[2], text[3]);
 }
 
 bool begins_with_placeholder(std::u16string_view text) {
   return text.size() >= 4 && text[0] == u'<' && text[3] == u']' && is_escapable(text[1], text[2]);
+}
+
+std::size_t length_of_code_as_text(std::u16string_view text, Way way) {
+  if (way == Way::stated) return begins_with_placeholder(text) ? 4 : 0;
+  return text.size() >= 3 && text[0] == u'/' && is_escapable(text[1], text[2]) ? 3 : 0;
 }
 
 std::u16string protect_escaped_codes(std::u16string text) {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <string>
 #include <string_view>
@@ -25,11 +26,28 @@ bool IsQELCode(std::u16string_view Text, std::int32_t Flags = sfAll);
 /// Small capitals are not in the escape set: "~/c1" stays as it is.
 std::u16string protect_escaped_codes(std::u16string text);
 
+/// The two ways of reading and writing markup.
+enum class Way : std::uint8_t {
+  stated,    ///< the letter of the format, with what it loses
+  lossless,  ///< all that the format can say survives, and text that looks like a code stays text
+};
+
+/// Whether a tilde before the slash of this code makes it text.
+bool is_escapable(char16_t letter, char16_t digit);
+
+/// Whether a slash and these two characters are a code for any reader of markup, the line code and
+/// the codes that only conversions to RTF know included.
+bool is_code_of_any_reader(char16_t second, char16_t third);
+
 /// Whether the text begins with an escaped code, which is four characters long.
 bool begins_with_escaped_code(std::u16string_view text);
 
 /// Whether the text begins with a placeholder, which is four characters long.
 bool begins_with_placeholder(std::u16string_view text);
+
+/// How long the code is that stands as text at the beginning of decoded text: 4 for a placeholder,
+/// 3 for a code itself in the lossless way, 0 where there is none.
+std::size_t length_of_code_as_text(std::u16string_view text, Way way);
 
 /// Turns each placeholder back into the escaped code.
 std::u16string restore_escaped_codes(std::u16string text);

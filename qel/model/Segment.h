@@ -26,6 +26,8 @@ class Segment {
   /// `restore_escaped_codes`).
   std::u16string get_Text() const { return std::u16string(text_); }
   void put_Text(std::u16string_view text);
+  /// The same for other characters of the same text: what is known of it stays true.
+  void put_characters(std::u16string text);
 
   /// The segment's own record, created on first use: changing it changes the segment. It lives as
   /// long as the segment.
@@ -47,9 +49,19 @@ class Segment {
   /// Keeps the first `count` code units of the text.
   void keep_first(std::size_t count) { text_ = text_.substr(0, count); }
 
+  /// What is known of the text beyond its characters.
+  struct Origin {
+    bool begins_with_code = false;  ///< a cut took the tilde before it: it is text all the same
+    bool ends_with_tilde = false;   ///< of an escaped code that was cut
+    bool is_markup = false;         ///< stood in markup as it is
+  };
+  Origin origin() const { return origin_; }
+
   /// How many line codes stood right before this run when it was decoded. Line codes are neither
   /// characters nor part of the style; only output that asks for them writes them back.
   std::int32_t line_codes_before() const { return line_codes_before_; }
+
+  void put_line_codes_before(std::int32_t count) { line_codes_before_ = count; }
 
   /// Makes this a run of a decoded text. `text` is a view of characters that have to outlive it.
   void set_decoded(std::u16string_view text, const style_codes::CodeState& state,
@@ -61,6 +73,7 @@ class Segment {
   std::unique_ptr<iStyle> style_;
   style_codes::CodeState decoded_state_;  // valid until there is a record
   std::int32_t line_codes_before_ = 0;
+  Origin origin_;
 };
 
 }  // namespace qel

@@ -48,6 +48,7 @@ void SegmentCollection::Clear() {
   slots_.clear();
   slots_.resize(1);
   count_ = 0;
+  line_codes_at_end_ = 0;
 }
 
 std::shared_ptr<Segment> SegmentCollection::Item(std::int32_t Index) const {
@@ -69,7 +70,7 @@ void SegmentCollection::Remove(std::int32_t Index) {
   slots_.resize(static_cast<std::size_t>(count_) + 1);
 }
 
-void SegmentCollection::swap(SegmentCollection& other) noexcept {
+void SegmentCollection::swap_segments(SegmentCollection& other) noexcept {
   slots_.swap(other.slots_);
   std::swap(count_, other.count_);
 }

@@ -5,6 +5,7 @@
 #include <string_view>
 #include <vector>
 
+#include "qel/model/QELCode.h"
 #include "qel/model/Segment.h"
 
 namespace qel {
@@ -39,7 +40,16 @@ class SegmentCollection {
   /// empty collection, whose `Count` falls further below 0 with each call until it is cleared.
   void Remove(std::int32_t Index);
 
-  void swap(SegmentCollection& other) noexcept;
+  /// Exchanges the segments, and nothing else.
+  void swap_segments(SegmentCollection& other) noexcept;
+
+  /// The way in which the segments were decoded. In the stated way, escaped codes are placeholders
+  /// in their texts.
+  Way way() const { return way_; }
+  void put_way(Way way) { way_ = way; }
+  /// How many line codes stood behind the last segment when it was decoded.
+  std::int32_t line_codes_at_end() const { return line_codes_at_end_; }
+  void put_line_codes_at_end(std::int32_t count) { line_codes_at_end_ = count; }
 
   /// Appends a segment as it is, shared with the caller.
   void append(std::shared_ptr<Segment> segment);
@@ -58,6 +68,8 @@ class SegmentCollection {
   // Slot 0 is never used, so that positions are indexes.
   std::vector<std::shared_ptr<Segment>> slots_ = std::vector<std::shared_ptr<Segment>>(1);
   std::int32_t count_ = 0;
+  std::int32_t line_codes_at_end_ = 0;
+  Way way_ = Way::stated;
 };
 
 }  // namespace qel

@@ -22,7 +22,7 @@ constexpr std::array attributes = {
 
 unsigned in_set(unsigned bits, CodeSet set) {
   constexpr unsigned not_in_v6 = strike_through_bit | unicode_bit;
-  return set == CodeSet::current ? bits : bits & ~not_in_v6;
+  return set == CodeSet::v6 ? bits & ~not_in_v6 : bits;
 }
 
 bool is_index(std::int16_t index) { return index >= 1 && index <= 9; }
@@ -46,7 +46,7 @@ void append_attributes_off(std::u16string& out, unsigned bits) {
 
 /// In v6, colour 2 has a letter of its own and colours from 3 on have none.
 char16_t color_letter(std::int16_t color, CodeSet set) {
-  if (set == CodeSet::current || color == 1) return u'y';
+  if (set != CodeSet::v6 || color == 1) return u'y';
   return color == 2 ? u'z' : u'\0';
 }
 
@@ -95,6 +95,14 @@ iStyle style_of(const CodeState& state) {
   style.FontID = state.font;
   style.ColorID = state.color;
   return style;
+}
+
+std::u16string_view code_of_no_effect(const CodeState& state) {
+  return (state.attributes & bold_bit) != 0 ? u"/b1" : u"/b0";
+}
+
+std::u16string_view code_behind_tilde(const CodeState& state) {
+  return (state.attributes & small_caps_bit) != 0 ? u"/c1" : u"/c0";
 }
 
 void append_on(std::u16string& out, const CodeState& state, CodeSet set) {

@@ -2,6 +2,7 @@
 
 #include <cstdint>
 #include <string>
+#include <string_view>
 
 #include "qel/model/iStyle.h"
 
@@ -9,7 +10,11 @@
 /// bytes of a style that have codes, and append to a buffer.
 namespace qel::style_codes {
 
-enum class CodeSet { current, v6 };
+enum class CodeSet : std::uint8_t {
+  current,
+  v6,
+  lossless,  ///< the current codes, but no font goes where a colour comes on
+};
 
 /// The attributes with a code, as bits in the order in which they are switched on.
 enum AttributeBit : std::uint8_t {
@@ -38,6 +43,11 @@ unsigned attribute_bit(char16_t letter);
 CodeState state_of(const iStyle& style);
 /// A default style with these attributes, font and colour.
 iStyle style_of(const CodeState& state);
+
+/// A code that restates a part of the state, and that every reader of markup knows.
+std::u16string_view code_of_no_effect(const CodeState& state);
+/// The same, with a code that a tilde before it does not make text.
+std::u16string_view code_behind_tilde(const CodeState& state);
 
 void append_on(std::u16string& out, const CodeState& state, CodeSet set);
 void append_off(std::u16string& out, const CodeState& state, CodeSet set);

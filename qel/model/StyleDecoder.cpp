@@ -11,9 +11,10 @@
 namespace qel {
 namespace {
 
-OutputOptions options_of(OutputOptions::Codes codes, std::int32_t flags, bool trim,
-                         bool single_blanks) {
+OutputOptions options_of(const SegmentCollection& segments, OutputOptions::Codes codes,
+                         std::int32_t flags, bool trim, bool single_blanks) {
   OutputOptions options;
+  options.way = segments.way();
   options.codes = (flags & ofPlainText) != 0 ? OutputOptions::Codes::none : codes;
   options.without_ignored = (flags & ofWithoutIgnored) != 0;
   options.without_hidden = (flags & ofWithoutHidden) != 0;
@@ -41,10 +42,26 @@ std::u16string StyleDecoder::get_QELText() const { return GetQELText(ofMarkup, f
 
 void StyleDecoder::put_QELText(std::u16string_view Text) {
   // Copied first: `Text` may be a view of a segment that is about to go.
-  std::u16string text = protect_escaped_codes(std::u16string(Text));
+  std::u16string text(Text);
+  const Way way = segments_->way();
+  if (way == Way::stated) text = protect_escaped_codes(std::move(text));
   words_.reset();
   segments_->Clear();
-  line_codes_at_end_ = parse_markup(std::move(text), *segments_);
+  parse_markup(std::move(text), *segments_, way);
+}
+
+void StyleDecoder::put_Lossless(bool Value) {
+  if (Value == get_Lossless()) return;
+  const std::u16string markup = GetQELText(ofLineCodes, false, false);
+  segments_->put_way(Value ? Way::lossless : Way::stated);
+  put_QELText(markup);
+}
+
+std::u16string StyleDecoder::markup_of_part() const {
+  OutputOptions options;
+  options.way = segments_->way();
+  options.is_cut = true;
+  return encode(*segments_, options);
 }
 
 void StyleDecoder::SetQELText(std::u16string_view Text, std::int32_t Options) {
@@ -67,16 +84,14 @@ std::shared_ptr<iStyle> StyleDecoder::SegmentStyle(std::int32_t Index) const {
 
 std::u16string StyleDecoder::GetQELText(std::int32_t Flags, bool RemoveLeadingAndTrailingSpaces,
                                         bool RemoveDoubleSpaces) const {
-  return encode(*segments_, line_codes_at_end_,
-                options_of(OutputOptions::Codes::current, Flags, RemoveLeadingAndTrailingSpaces,
-                           RemoveDoubleSpaces));
+  return encode(*segments_, options_of(*segments_, OutputOptions::Codes::current, Flags,
+                                       RemoveLeadingAndTrailingSpaces, RemoveDoubleSpaces));
 }
 
 std::u16string StyleDecoder::GetQELTextv6(std::int32_t Flags, bool RemoveLeadingAndTrailingSpaces,
                                           bool RemoveDoubleSpaces) const {
-  return encode(*segments_, line_codes_at_end_,
-                options_of(OutputOptions::Codes::v6, Flags, RemoveLeadingAndTrailingSpaces,
-                           RemoveDoubleSpaces));
+  return encode(*segments_, options_of(*segments_, OutputOptions::Codes::v6, Flags,
+                                       RemoveLeadingAndTrailingSpaces, RemoveDoubleSpaces));
 }
 
 std::u16string StyleDecoder::get_QELTextv6() const { return GetQELTextv6(ofMarkup, false, false); }
@@ -92,8 +107,9 @@ void StyleDecoder::SetCustomCodes(std::u16string_view Codes) { custom_codes_ = C
 std::u16string StyleDecoder::get_TextCustom() const {
   OutputOptions options;
   options.codes = OutputOptions::Codes::custom;
+  options.way = segments_->way();
   options.custom = &custom_codes_;
-  return encode(*segments_, line_codes_at_end_, options);
+  return encode(*segments_, options);
 }
 
 std::u16string StyleDecoder::OnCodes(const iStyle& Style, std::u16string_view Codes) const {
@@ -191,9 +207,10 @@ std::u16string trimmed(StyleDecoder& decoder, std::u16string_view text,
                        bool OutputOptions::*right) {
   decoder.put_QELText(text);
   OutputOptions options;
+  options.way = segments.way();
   if (left != nullptr) options.*left = true;
   if (right != nullptr) options.*right = true;
-  return encode(segments, 0, options);
+  return encode(segments, options);
 }
 
 }  // namespace

@@ -34,11 +34,20 @@ class StyleDecoder {
   StyleDecoder(const StyleDecoder&) = delete;
   StyleDecoder& operator=(const StyleDecoder&) = delete;
 
-  /// The markup of the segments, without their line codes. Between two runs are the codes that
-  /// change from one style to the other, and the last run closes everything. A run that has a
-  /// colour and the font of the run before is written with "/f0" (see `iStyle::DifferentOnCodes`):
-  /// where coloured text in a font was divided, the second part has lost its font when the markup
-  /// is read again.
+  /// Whether all that markup can say survives. Then line codes are kept, as are CR LF, CR and LF,
+  /// which are the same; a run keeps its font where a colour comes on; and text that looks like a
+  /// code stays text: "~/b1" is the text "/b1" in segments and words, in plain text and positions,
+  /// and segments have no placeholders. Where a tilde cannot help, a code of no effect keeps
+  /// characters apart, as in "//b0c1" for the text "/c1". False at first. A text that the decoder
+  /// has already is encoded in the old way and decoded in the new one.
+  bool get_Lossless() const { return segments_->way() == Way::lossless; }
+  void put_Lossless(bool Value);
+
+  /// The markup of the segments, without their line codes (unless lossless). Between two runs are
+  /// the codes that change from one style to the other, and the last run closes everything. A run
+  /// that has a colour and the font of the run before is written with "/f0" (see
+  /// `iStyle::DifferentOnCodes`): where coloured text in a font was divided, the second part has
+  /// lost its font when the markup is read again.
   std::u16string get_QELText() const;
   /// Decodes `Text`, replacing the segments.
   void put_QELText(std::u16string_view Text);
@@ -60,6 +69,10 @@ class StyleDecoder {
     return qel::IsQELCode(Text, Flags);
   }
 
+  /// The same for a part of a text that may be put together with others again: lossless, its end
+  /// does not join what follows it as a code.
+  std::u16string markup_of_part() const;
+
   // Other outputs. All of them turn placeholders back into escaped codes.
 
   /// The text as `Flags` (see `OutputFlags`) asks for it. Trimming and removing double blanks take
@@ -76,11 +89,13 @@ class StyleDecoder {
   std::u16string get_Text() const;
 
   /// Sets the spelling of `TextCustom`: items "code=replacement" separated by TAB, where "/nl" is a
-  /// code too. A code that is not listed writes nothing.
+  /// code too. A code that is not listed writes nothing. An item for a character ("<=&lt;") says
+  /// how that is written in the text, and the item "nested" closes and opens codes again where they
+  /// would overlap: with these, `TextCustom` can be HTML.
   void SetCustomCodes(std::u16string_view Codes);
   /// The text with the custom spelling of its codes and line codes. The characters of the text
-  /// are written as they are, escaped codes with their tilde. As in markup, a font may be switched
-  /// off twice where a colour comes on.
+  /// that have none are written as they are, escaped codes with their tilde (unless lossless). As
+  /// in markup, a font may be switched off twice where a colour comes on, unless codes are nested.
   std::u16string get_TextCustom() const;
   /// The codes that switch `Style` on or off, spelled as `Codes` says (items as in
   /// `SetCustomCodes`), or in markup when `Codes` is empty.
@@ -141,7 +156,6 @@ class StyleDecoder {
 
  private:
   std::shared_ptr<SegmentCollection> segments_ = std::make_shared<SegmentCollection>();
-  std::int32_t line_codes_at_end_ = 0;
   mutable std::shared_ptr<WordCollection> words_;
   CustomCodes custom_codes_;
 };

@@ -6,6 +6,7 @@
 #include <string_view>
 #include <vector>
 
+#include "qel/model/Segment.h"
 #include "qel/model/StyleCodes.h"
 
 namespace qel {
@@ -17,6 +18,7 @@ struct Run {
   std::u16string_view text;
   style_codes::CodeState state;
   std::int32_t line_codes_before = 0;
+  Segment::Origin origin = {};
 };
 
 /// Whether the options ask for the removal of visible characters.

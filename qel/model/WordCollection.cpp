@@ -49,6 +49,7 @@ WordCollection::WordCollection(const SegmentCollection& segments) {
   std::int32_t index = 0;
   for (const auto& segment : segments) {
     ++index;
+    if (segments.way() == Way::lossless && segment->line_codes_before() > 0) builder.end_word();
     const std::u16string_view text = segment->text();
     for (std::size_t at = 0; at < text.size();) {
       std::size_t end = at;

@@ -14,7 +14,8 @@ class WordCollection {
  public:
   WordCollection() = default;
   /// The words of the segments: the maximal runs of characters that are not blank, even across
-  /// segments. Blanks are white space other than no-break spaces.
+  /// segments. Blanks are white space other than no-break spaces. In the lossless way a line code
+  /// ends a word, too.
   explicit WordCollection(const SegmentCollection& segments);
 
   std::int32_t Count() const { return static_cast<std::int32_t>(words_.size()); }

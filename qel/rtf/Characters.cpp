@@ -11,7 +11,9 @@ namespace qel::rtf {
 namespace {
 
 void append_break(std::u16string& out, const RTFParser& parser, std::u16string_view recognized) {
-  if (parser.get_ConvertNLToSpace()) {
+  if (parser.get_Lossless()) {
+    out.append(recognized);
+  } else if (parser.get_ConvertNLToSpace()) {
     out.push_back(u' ');
   } else if (parser.get_RecognizeCRLF()) {
     out.append(recognized);
@@ -19,7 +21,7 @@ void append_break(std::u16string& out, const RTFParser& parser, std::u16string_v
 }
 
 void append_tab(std::u16string& out, const RTFParser& parser, std::u16string_view recognized) {
-  if (parser.get_RecognizeTabs()) {
+  if (parser.get_RecognizeTabs() || parser.get_Lossless()) {
     out.append(recognized);
   } else if (parser.get_ConvertTabsToSpace()) {
     out.push_back(u' ');

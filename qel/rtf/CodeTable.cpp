@@ -5,6 +5,7 @@
 #include <cstdint>
 
 #include "qel/base/Scan.h"
+#include "qel/model/Parser.h"
 
 namespace qel::rtf {
 namespace {
@@ -90,6 +91,60 @@ bool append_body(std::u16string& out, std::u16string_view markup) {
     }
   }
   return two_backslashes;
+}
+
+namespace {
+
+void append_words(std::u16string& out, std::u16string_view codes) {
+  for (; !codes.empty(); codes.remove_prefix(code_length)) {
+    if (codes[1] == u'c') {
+      out.append(codes[2] == u'1' ? u"\\scaps1 " : u"\\scaps0 ");
+    } else if (const CodeRow* const row = code_index.find(codes[1], codes[2])) {
+      out.append(row->rtf);
+    }
+  }
+}
+
+void append_text(std::u16string& out, std::u16string_view text) {
+  for (std::size_t at = 0; at < text.size(); ++at) {
+    const std::size_t special = find_any<u'\\', u'{', u'}', u'\t'>(text, at);
+    out.append(text, at, special - at);
+    if (special < text.size()) out.append(rtf_of(text[special]));
+    at = special;
+  }
+}
+
+}  // namespace
+
+void append_lossless_body(std::u16string& out, std::u16string_view markup) {
+  out.reserve(out.size() + markup.size() + markup.size() / 8);
+  MarkupScanner scanner(markup, Way::lossless);
+  scanner.read_codes_of_rtf();
+  style_codes::CodeState last;
+  std::u16string codes;
+  const auto enter = [&](const style_codes::CodeState& state) {
+    codes.clear();
+    style_codes::append_different_off(codes, last, &state, style_codes::CodeSet::lossless);
+    style_codes::append_different_on(codes, state, last, style_codes::CodeSet::lossless);
+    append_words(out, codes);
+    last = state;
+  };
+  for (auto item = scanner.next(); item != MarkupScanner::Item::end; item = scanner.next()) {
+    enter(shown_state(scanner.state()));
+    if (item == MarkupScanner::Item::text) {
+      append_text(out, scanner.text());
+    } else {
+      out.append(u"\\par ");
+    }
+  }
+  enter({});
+}
+
+style_codes::CodeState shown_state(style_codes::CodeState state) {
+  if ((state.attributes & style_codes::superscript_bit) != 0) {
+    state.attributes &= static_cast<std::uint8_t>(~unsigned{style_codes::subscript_bit});
+  }
+  return state;
 }
 
 void restore_literal_codes(std::u16string& text, std::size_t from) {

@@ -5,6 +5,8 @@
 #include <string>
 #include <string_view>
 
+#include "qel/model/StyleCodes.h"
+
 namespace qel::rtf {
 
 /// A row of the table by which markup becomes RTF.
@@ -40,6 +42,12 @@ bool is_code_tail(char16_t letter, char16_t digit);
 /// A single pass, with the result of making the replacements one after the other. Returns whether
 /// the markup has two backslashes in a row: without them it has no literal codes.
 bool append_body(std::u16string& out, std::u16string_view markup);
+
+/// The state as RTF can show it: text that is raised and lowered at once is raised.
+style_codes::CodeState shown_state(style_codes::CodeState state);
+
+/// Appends the markup as read in the lossless way.
+void append_lossless_body(std::u16string& out, std::u16string_view markup);
 
 /// From position `from` on, turns the four backslashes that stand for the slash of a code back into
 /// the slash: such a code is text.

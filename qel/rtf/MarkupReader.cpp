@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "qel/base/Scan.h"
+#include "qel/model/Parser.h"
 #include "qel/richtext/DocumentReader.h"
 #include "qel/rtf/CodeTable.h"
 
@@ -16,35 +17,55 @@ namespace {
 using richtext::CharFormat;
 using richtext::Document;
 using richtext::FormatPool;
+using style_codes::CodeState;
 
 constexpr std::size_t code_length = 3;
 
-/// The format at a position in markup, as the numbers of its codes.
-struct State {
-  enum Level : std::uint8_t { on_line, raised, lowered };
+/// Makes the formats of a document from the states of its codes.
+class Formats {
+ public:
+  Formats(const MarkupFormats& formats, Document& document)
+      : formats_(formats), document_(document), ids_(count, unknown) {}
 
-  bool bold = false;
-  bool italic = false;
-  bool underline = false;
-  bool strike_through = false;
-  Level level = on_line;
-  std::uint8_t font = 0;
-  std::uint8_t color = 0;
-
-  static constexpr std::size_t count = std::size_t{16} * 3 * 10 * 10;
-  /// Below `count`.
-  std::size_t number() const {
-    const auto toggles = static_cast<std::size_t>(bold) | static_cast<std::size_t>(italic) << 1U |
-                         static_cast<std::size_t>(underline) << 2U |
-                         static_cast<std::size_t>(strike_through) << 3U;
-    return ((toggles * 3 + level) * 10 + font) * 10 + color;
+  FormatPool::Id id(const CodeState& state) {
+    const auto font = static_cast<std::size_t>(state.font);
+    const auto color = static_cast<std::size_t>(state.color);
+    FormatPool::Id& id = ids_[(state.attributes * indexes + font) * indexes + color];
+    if (id == unknown) id = document_.intern(translate(state));
+    return id;
   }
+
+ private:
+  static constexpr FormatPool::Id unknown = ~FormatPool::Id{0};
+  static constexpr std::size_t indexes = 10;
+  static constexpr std::size_t count = style_codes::unicode_bit * indexes * indexes;
+
+  CharFormat translate(const CodeState& state) const {
+    constexpr std::int16_t offset = 45;
+    const auto has = [&](style_codes::AttributeBit bit) { return (state.attributes & bit) != 0; };
+    CharFormat format;
+    format.bold = has(style_codes::bold_bit);
+    format.italic = has(style_codes::italic_bit);
+    format.underline = has(style_codes::underline_bit);
+    format.small_caps = has(style_codes::small_caps_bit);
+    format.strike_through = has(style_codes::strike_through_bit);
+    if (has(style_codes::subscript_bit)) format.offset = -offset;
+    if (has(style_codes::superscript_bit)) format.offset = offset;
+    format.font_name = formats_.fonts[static_cast<std::size_t>(state.font)];
+    format.color = formats_.colors[static_cast<std::size_t>(state.color)];
+    format.size = formats_.size;
+    return format;
+  }
+
+  const MarkupFormats& formats_;
+  Document& document_;
+  std::vector<FormatPool::Id> ids_;  // of the states that have had text
 };
 
 class Reader {
  public:
   Reader(std::u16string_view markup, const MarkupFormats& formats)
-      : markup_(markup), formats_(formats), ids_(State::count, unknown) {
+      : markup_(markup), formats_(formats, document_) {
     document_.reserve(markup.size());
   }
 
@@ -62,8 +83,6 @@ class Reader {
   }
 
  private:
-  static constexpr FormatPool::Id unknown = ~FormatPool::Id{0};
-
   void read_special() {
     switch (const char16_t character = markup_[at_]) {
       case u'/':
@@ -100,45 +119,34 @@ class Reader {
 
   /// Applies a code to the state; false for one that means nothing here.
   bool act(char16_t letter, char16_t character) {
-    const auto digit = static_cast<std::uint8_t>(character - u'0');
-    const bool is_on = digit != 0;
-    switch (letter) {
-      case u'b':
-        state_.bold = is_on;
-        return true;
-      case u'i':
-        state_.italic = is_on;
-        return true;
-      case u'u':
-        state_.underline = is_on;
-        return true;
-      case u'k':
-        state_.strike_through = is_on;
-        return true;
-      case u'p':
-      case u'r':
-        put_level(State::raised, is_on);
-        return true;
-      case u's':
-      case u'l':
-        put_level(State::lowered, is_on);
-        return true;
-      case u'f':
-        state_.font = digit;
-        return true;
-      case u'y':
-        state_.color = digit;
-        return true;
-      default:
-        return false;
+    const auto digit = static_cast<std::int16_t>(character - u'0');
+    if (letter == u'p' || letter == u'r') {
+      put_level(style_codes::superscript_bit, digit != 0);
+    } else if (letter == u's' || letter == u'l') {
+      put_level(style_codes::subscript_bit, digit != 0);
+    } else if (letter == u'f') {
+      state_.font = digit;
+    } else if (letter == u'y') {
+      state_.color = digit;
+    } else if (letter == u'c') {
+      return false;
+    } else {
+      put_attribute(style_codes::attribute_bit(letter), digit != 0);
     }
+    return true;
+  }
+
+  void put_attribute(unsigned bit, bool is_on) {
+    const unsigned others = state_.attributes & ~bit;
+    state_.attributes = static_cast<std::uint8_t>(is_on ? others | bit : others);
   }
 
   /// The end of one level directly behind the beginning of the other does not undo that.
-  void put_level(State::Level level, bool is_on) {
-    const bool ends_other = !is_on && at_ == level_code_end_ && state_.level != level;
+  void put_level(style_codes::AttributeBit level, bool is_on) {
+    const bool ends_other = !is_on && at_ == level_code_end_ && (state_.attributes & level) == 0;
     if (ends_other) return;
-    state_.level = is_on ? level : State::on_line;
+    put_attribute(style_codes::superscript_bit | style_codes::subscript_bit, false);
+    if (is_on) put_attribute(level, true);
     level_code_end_ = at_ + code_length;
   }
 
@@ -174,39 +182,46 @@ class Reader {
   }
 
   FormatPool::Id format() {
-    if (!std::exchange(is_known_, true)) {
-      id_ = ids_[state_.number()];
-      if (id_ == unknown) ids_[state_.number()] = id_ = document_.intern(translate());
-    }
+    if (!std::exchange(is_known_, true)) id_ = formats_.id(state_);
     return id_;
   }
 
-  CharFormat translate() const {
-    constexpr std::int16_t offset = 45;
-    CharFormat format;
-    format.bold = state_.bold;
-    format.italic = state_.italic;
-    format.underline = state_.underline;
-    format.strike_through = state_.strike_through;
-    format.offset = state_.level == State::on_line  ? std::int16_t{0}
-                    : state_.level == State::raised ? offset
-                                                    : static_cast<std::int16_t>(-offset);
-    format.font_name = formats_.fonts[state_.font];
-    format.color = formats_.colors[state_.color];
-    format.size = formats_.size;
-    return format;
-  }
-
   std::u16string_view markup_;
-  const MarkupFormats& formats_;
   Document document_;
+  Formats formats_;
   std::size_t at_ = 0;
-  State state_;
-  std::vector<FormatPool::Id> ids_;  // formats of the states that have had text
+  CodeState state_;
   FormatPool::Id id_ = 0;
   std::size_t level_code_end_ = 0;  // position behind the last code of a level
   bool is_known_ = false;           // whether `id_` is that of the state
 };
+
+/// Appends the text without the characters that RTF ignores.
+void append_visible(Document& document, std::u16string_view text, FormatPool::Id format) {
+  while (!text.empty()) {
+    const std::size_t end = std::min(text.find(u'\0'), text.size());
+    if (end > 0) document.append(text.substr(0, end), format);
+    text.remove_prefix(std::min(end + 1, text.size()));
+  }
+}
+
+Document read_lossless(std::u16string_view markup, const MarkupFormats& formats) {
+  Document document;
+  document.reserve(markup.size());
+  Formats ids(formats, document);
+  MarkupScanner scanner(markup, Way::lossless);
+  scanner.read_codes_of_rtf();
+  for (auto item = scanner.next(); item != MarkupScanner::Item::end; item = scanner.next()) {
+    const FormatPool::Id id = ids.id(shown_state(scanner.state()));
+    if (item == MarkupScanner::Item::text) {
+      append_visible(document, scanner.text(), id);
+    } else {
+      document.append_break(id, richtext::Alignment::left);
+    }
+  }
+  document.release_unused();
+  return document;
+}
 
 }  // namespace
 
@@ -225,6 +240,7 @@ MarkupFormats markup_formats(const RTFParser& parser, QELIndexFonts& fonts,
   const auto sampled = [&](std::size_t at) { return is_whole ? read.format_at(at) : base; };
 
   MarkupFormats formats;
+  formats.way = parser.get_Lossless() ? Way::lossless : Way::stated;
   formats.size = sampled(0).size;
   for (std::size_t i = 0; i <= digits.size(); ++i) {
     formats.fonts[i] = sampled(i).font_name;
@@ -234,6 +250,7 @@ MarkupFormats markup_formats(const RTFParser& parser, QELIndexFonts& fonts,
 }
 
 Document read_markup(std::u16string_view markup, const MarkupFormats& formats) {
+  if (formats.way == Way::lossless) return read_lossless(markup, formats);
   return Reader(markup, formats).read();
 }
 

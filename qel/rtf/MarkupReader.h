@@ -17,7 +17,8 @@ namespace qel::rtf {
 struct MarkupFormats {
   std::array<std::u16string, 10> fonts;
   std::array<Color, 10> colors = {};
-  float size = 0;  ///< of all text
+  float size = 0;         ///< of all text
+  Way way = Way::stated;  ///< in which markup is read
 };
 
 /// The formats that text has once `RTFParser::QELToRTF` has written it and that RTF is read; `base`

@@ -23,10 +23,20 @@ bool begins_code(std::u16string_view end) {
 
 MarkupWriter::MarkupWriter(const RTFParser& parser, const QELIndexFonts& fonts,
                            const QELIndexColors& colors, Origin origin)
-    : parser_(parser), origin_(origin), walk_(markup_spelling, fonts, colors, origin, markup_) {}
+    : parser_(parser),
+      origin_(origin),
+      walk_(markup_spelling, fonts, colors, origin, Way::stated, markup_),
+      indexes_(fonts, colors, origin, Way::lossless) {
+  if (!parser.get_Lossless()) return;
+  lossless_.emplace(markup_, style_codes::CodeSet::lossless);
+}
 
 void MarkupWriter::add(const richtext::CharFormat& format, std::u16string_view text) {
   if (text.empty()) return;
+  if (lossless_) {
+    lossless_->text(text, indexes_.state(format));
+    return;
+  }
   if (beginning_.size() <= line_break.size()) {
     beginning_.append(text.substr(0, line_break.size() + 1));
   }
@@ -72,6 +82,10 @@ void MarkupWriter::append(std::u16string_view text) {
 }
 
 std::u16string MarkupWriter::finish() {
+  if (lossless_) {
+    lossless_->finish();
+    return std::move(markup_);
+  }
   if (beginning_ == line_break && !parser_.get_RecognizeCRLF()) return {};
   append(held_);
   const bool may_drop_blank = origin_ == Origin::rtf || ends_with_break_;

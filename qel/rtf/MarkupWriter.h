@@ -1,9 +1,11 @@
 #pragma once
 
 #include <cstddef>
+#include <optional>
 #include <string>
 #include <string_view>
 
+#include "qel/model/LosslessMarkup.h"
 #include "qel/richtext/CharFormat.h"
 #include "qel/rtf/RTFParser.h"
 #include "qel/rtf/Walk.h"
@@ -14,9 +16,9 @@ namespace qel::rtf {
 
 /// Writes a text as markup, run by run, as `RTFParser::RTFToQEL` does with what it has loaded.
 ///
-/// Text from a box comes out as if its RTF had been loaded: a code that stands in it as text gets
-/// two backslashes for its slash, unless RTF would need a control word within it. But a blank at
-/// the end is dropped only where it stands for a break.
+/// In the stated way, text from a box comes out as if its RTF had been loaded: a code that stands
+/// in it as text gets two backslashes for its slash, unless RTF would need a control word within
+/// it. But a blank at the end is dropped only where it stands for a break.
 class MarkupWriter {
  public:
   /// The arguments must outlive the writer.
@@ -39,6 +41,8 @@ class MarkupWriter {
   Origin origin_;
   std::u16string markup_;
   FormatWalk walk_;
+  TableIndexes indexes_;
+  std::optional<LosslessMarkup> lossless_;
   std::u16string beginning_;  // of the text: enough to tell whether it is only a break
   bool ends_with_break_ = false;
   std::u16string held_;  // begins with a slash; the next run may complete the code,

@@ -59,6 +59,7 @@ class LoadedBox {
     // All of the format, so that nothing of the last conversion is left.
     richtext::FormatChange plain;
     plain.bold = plain.italic = plain.underline = plain.strike_through = false;
+    plain.small_caps = false;
     plain.offset = std::int16_t{0};
     plain.font_name = fonts.get_Font(0);
     plain.color = colors.get_Color(0);
@@ -66,9 +67,10 @@ class LoadedBox {
   }
 
   void load(std::u16string_view rtf) { box_->put_TextRTF(rtf); }
-  void load_prepared(std::u16string_view rtf, bool protect_codes) {
+  /// Lossless, the box knows the words as they are.
+  void load_prepared(std::u16string_view rtf, bool protect_codes, bool lossless) {
     std::u16string storage;
-    load(rtf::prepare(rtf, protect_codes, storage));
+    load(lossless ? rtf : rtf::prepare(rtf, protect_codes, storage));
   }
 
   template <class Visit>
@@ -89,18 +91,28 @@ std::u16string RTFParser::QELToRTF(std::u16string_view Text, QELIndexFonts& Font
                                    const QELIndexColors& Colors) const {
   const auto surface = required_surface("QELToRTF");
   std::u16string document = u"{\\rtf1\\ansi\\ansicpg1252\\deff0 ";
-  document.append(Fonts.FontTable(surface.get())).append(Colors.get_ColorTable());
+  document.append(get_Lossless() ? Fonts.lossless_font_table(surface.get())
+                                 : Fonts.FontTable(surface.get()));
+  document.append(Colors.get_ColorTable());
   document.append(u"{\\f0\\fs").append(records::from_integer(half_points(Fonts.get_FontSize())));
   document.append(u" ");
   const std::size_t body = document.size();
-  if (rtf::append_body(document, Text)) rtf::restore_literal_codes(document, body);
+  if (get_Lossless()) {
+    rtf::append_lossless_body(document, Text);
+  } else if (rtf::append_body(document, Text)) {
+    rtf::restore_literal_codes(document, body);
+  }
   document.append(u"}}");
   return document;
 }
 
 std::u16string RTFParser::QELToRTFWithoutTables(std::u16string_view Text) const {
   std::u16string body;
-  rtf::append_body(body, Text);
+  if (get_Lossless()) {
+    rtf::append_lossless_body(body, Text);
+  } else {
+    rtf::append_body(body, Text);
+  }
   return body;
 }
 
@@ -125,7 +137,8 @@ std::u16string text_in(const LoadedBox& box, const RTFParser& parser) {
   box.for_each_run([&](const platform::FormatRun& run) {
     rtf::append_characters(text, run.text, parser, u"\r\n");
   });
-  if (parser.get_ConvertNLToSpace() && text.ends_with(u' ')) text.pop_back();
+  const bool drops_blank = parser.get_ConvertNLToSpace() && !parser.get_Lossless();
+  if (drops_blank && text.ends_with(u' ')) text.pop_back();
   return text;
 }
 
@@ -136,7 +149,7 @@ std::u16string RTFParser::RTFToQEL(std::u16string_view RTF, const QELIndexFonts&
   LoadedBox box("RTFToQEL");
   if (RTF.empty()) return {};
   box.use_tables(Fonts, Colors);
-  box.load_prepared(RTF, true);
+  box.load_prepared(RTF, true, get_Lossless());
   return markup_in(box, RTF.size(), *this, Fonts, Colors);
 }
 
@@ -146,7 +159,7 @@ std::u16string RTFParser::RTFToQEL(std::unique_ptr<const std::u16string> RTF,
   if (!RTF || RTF->empty()) return {};
   const std::size_t expected_size = RTF->size();
   box.use_tables(Fonts, Colors);
-  box.load_prepared(*RTF, true);
+  box.load_prepared(*RTF, true, get_Lossless());
   RTF.reset();
   return markup_in(box, expected_size, *this, Fonts, Colors);
 }
@@ -158,7 +171,7 @@ std::u16string RTFParser::SimpleRTF(std::u16string_view RTF, QELIndexFonts& Font
   writer.reserve(RTF.size());
   if (!RTF.empty()) {
     box.use_tables(Fonts, Colors);
-    box.load_prepared(RTF, false);
+    box.load_prepared(RTF, false, get_Lossless());
     box.for_each_run([&](const platform::FormatRun& run) { writer.add(run.format, run.text); });
   }
   return writer.finish(*required_surface("SimpleRTF"));

@@ -5,6 +5,7 @@
 #include <string_view>
 
 #include "qel/base/Color.h"
+#include "qel/model/QELCode.h"
 #include "qel/tables/QELIndexColors.h"
 #include "qel/tables/QELIndexFonts.h"
 
@@ -16,9 +17,20 @@ namespace qel {
 /// the tables given.
 ///
 /// Reading tells bold, italic, underline, strike-through, raised and lowered text, fonts 1 to 3 and
-/// colours 1 to 3 apart. Everything else is dropped.
+/// colours 1 to 3 apart; lossless also small capitals and all fonts and colours. Everything else is
+/// dropped.
 class RTFParser {
  public:
+  /// Whether all that markup can say survives. Then fonts and colours 1 to 9 are read, fonts
+  /// whatever the case of their names, small capitals are read and written, and a document's font
+  /// table has a name of its own for each entry. Line breaks are "/nl" and tabs are tabs, whatever
+  /// the switches below say; CR LF, CR and LF in markup are "/nl", too. Text that looks like a code
+  /// is "~/b1" in markup, or is kept apart by a code of no effect where a tilde cannot help, and
+  /// two backslashes are two backslashes. Fonts and colours of a table that are alike cannot be
+  /// told apart, except for fonts by the case of their letters. False by default.
+  bool get_Lossless() const { return way_ == Way::lossless; }
+  void put_Lossless(bool Value) { way_ = Value ? Way::lossless : Way::stated; }
+
   /// A whole RTF document. Accepts any text. Raises an error when the size of `Fonts` in
   /// half-points is negative or does not fit 16 bits.
   std::u16string QELToRTF(std::u16string_view Text, QELIndexFonts& Fonts,
@@ -33,7 +45,7 @@ class RTFParser {
   /// The current value of the system colour that `Value` names. The high bit is ignored.
   static Color ConvertSystemColor(Color Value);
 
-  // How the reading members treat breaks and tabs.
+  // How the reading members treat breaks and tabs, unless lossless.
 
   /// A line break becomes a blank, and one blank at the end of the text is dropped. Wins over
   /// `RecognizeCRLF`. True by default.
@@ -50,7 +62,7 @@ class RTFParser {
   void put_RecognizeTabs(bool Value) { recognize_tabs_ = Value; }
 
   /// The markup of an RTF document. A code that stands in it as text comes out with two backslashes
-  /// in place of its slash. Broken RTF gives the text before the damage.
+  /// in place of its slash (unless lossless). Broken RTF gives the text before the damage.
   std::u16string RTFToQEL(std::u16string_view RTF, const QELIndexFonts& Fonts,
                           const QELIndexColors& Colors) const;
   /// The same for a document that is handed over: its memory is freed once it is loaded.
@@ -72,6 +84,7 @@ class RTFParser {
   bool tabs_to_space_ = true;
   bool recognize_crlf_ = false;
   bool recognize_tabs_ = false;
+  Way way_ = Way::stated;
 };
 
 }  // namespace qel

@@ -1,5 +1,6 @@
 #include "qel/tables/QELIndexFonts.h"
 
+#include <algorithm>
 #include <cstddef>
 #include <exception>
 
@@ -32,9 +33,36 @@ std::u16string in_rtf(std::u16string name) {
   return name;
 }
 
+/// The name with letters in the other case: the first one if bit 0 of `letters` is set, and so on.
+std::u16string with_other_case(std::u16string name, unsigned letters) {
+  for (char16_t& character : name) {
+    const std::u16string_view one(&character, 1);
+    const char16_t lower = to_lower(one).front();
+    const char16_t upper = to_upper(one).front();
+    if (lower == upper) continue;
+    if ((letters & 1U) != 0) character = character == lower ? upper : lower;
+    letters >>= 1U;
+  }
+  return name;
+}
+
 }  // namespace
 
-std::u16string QELIndexFonts::FontTable(platform::MeasuringSurface* Surface) {
+QELIndexFonts::Names QELIndexFonts::distinct_names() const {
+  Names names;
+  for (std::size_t i = 0; i < count; ++i) {
+    const std::u16string name = names_[i].empty() ? std::u16string(unused) : in_rtf(names_[i]);
+    const auto end = names.begin() + static_cast<std::ptrdiff_t>(i);
+    names[i] = name;
+    for (unsigned letters = 1; letters <= count && std::find(names.begin(), end, names[i]) != end;
+         ++letters) {
+      names[i] = with_other_case(name, letters);
+    }
+  }
+  return names;
+}
+
+std::u16string QELIndexFonts::font_table(platform::MeasuringSurface* Surface, const Names& names) {
   if (Surface == nullptr) {
     throw Error(Error::object_not_set, "QELIndexFonts",
                 "FontTable: no measuring surface is published");
@@ -43,7 +71,7 @@ std::u16string QELIndexFonts::FontTable(platform::MeasuringSurface* Surface) {
   std::u16string group = u"{\\fonttbl";
   for (std::size_t i = 0; i < count; ++i) {
     group.append(u"{\\f").append(records::from_integer(static_cast<std::int64_t>(i)));
-    group.append(is_symbol_[i] ? u"\\ftech " : u" ").append(in_rtf(names_[i])).append(u";}");
+    group.append(is_symbol_[i] ? u"\\ftech " : u" ").append(in_rtf(names[i])).append(u";}");
   }
   return group.append(u"}");
 }

@@ -21,7 +21,17 @@ class QELIndexFonts {
   std::int16_t FontIndexGivenFontName(std::u16string_view Name) const;
   /// The font table of an RTF document. Fonts that the surface reports as symbol fonts are marked;
   /// a font that it cannot try out is not. Raises an error when there is no surface (null).
-  std::u16string FontTable(platform::MeasuringSurface* Surface);
+  std::u16string FontTable(platform::MeasuringSurface* Surface) {
+    return font_table(Surface, names_);
+  }
+  /// The same with names that tell all entries apart.
+  std::u16string lossless_font_table(platform::MeasuringSurface* surface) {
+    return font_table(surface, distinct_names());
+  }
+  /// The names as RTF has them, so that each stands for one entry: a name that an entry before has,
+  /// too, has some of its letters in the other case (fonts are known whatever the case of their
+  /// names), and an empty one is that of an unused entry.
+  std::array<std::u16string, 10> distinct_names() const;
 
   /// The table as text: the ten names joined by TAB, then "<Fonts:Rec>" and the size.
   std::u16string get_All() const;
@@ -43,13 +53,15 @@ class QELIndexFonts {
   void put_FontSize(float Value) { size_ = Value; }
 
  private:
+  using Names = std::array<std::u16string, 10>;
+
+  std::u16string font_table(platform::MeasuringSurface* surface, const Names& names);
   void mark_symbol_fonts(platform::MeasuringSurface& surface);
 
   static constexpr std::size_t count = 10;
 
-  std::array<std::u16string, count> names_ = {
-      u"Arial",  u"Symbol", u"Courier New", u"Times New Roman", u"<none>",
-      u"<none>", u"<none>", u"<none>",      u"<none>",          u"<none>"};
+  Names names_ = {u"Arial",  u"Symbol", u"Courier New", u"Times New Roman", u"<none>",
+                  u"<none>", u"<none>", u"<none>",      u"<none>",          u"<none>"};
   std::array<bool, count> is_symbol_ = {};
   float size_ = 10;
 };

@@ -2,21 +2,27 @@
 
 #include <algorithm>
 #include <array>
+#include <deque>
 #include <iterator>
 #include <optional>
 #include <utility>
 
 #include "qel/base/CaseMapping.h"
 #include "qel/base/Records.h"
+#include "qel/base/Scan.h"
 #include "qel/base/Search.h"
 #include "qel/model/Division.h"
+#include "qel/model/LosslessMarkup.h"
 #include "qel/model/QELCode.h"
+#include "qel/model/RunWriter.h"
 #include "qel/model/StyleCodes.h"
 #include "qel/model/TextAttribute.h"
 #include "qel/text/MarkupCase.h"
 
 namespace qel::decoded {
 namespace {
+
+using style_codes::CodeState;
 
 constexpr std::size_t npos = std::u16string_view::npos;
 
@@ -41,20 +47,46 @@ std::int32_t segment_ending_at(const SegmentCollection& segments, std::ptrdiff_t
   return 0;
 }
 
-/// The markup of the last `length` characters that the decoder holds, which it keeps.
-std::u16string keep_last(StyleDecoder& decoder, std::ptrdiff_t length) {
+enum class LineCodesAtCut : std::uint8_t { kept, dropped };
+
+/// Drops what the decoder holds behind the first `length` characters. Returns whether that was
+/// anything.
+bool cut_behind(StyleDecoder& decoder, std::ptrdiff_t length, LineCodesAtCut line_codes) {
   SegmentCollection& segments = *decoder.get_Segments();
-  const std::ptrdiff_t cut = plain_length(segments) - length;
-  division::divide(segments, 0, cut);
-  segments.remove_first(segment_ending_at(segments, cut));
-  return decoder.get_QELText();
+  division::divide(segments, 0, length);
+  const std::int32_t last = segment_ending_at(segments, length);
+  if (last <= 0 || last == segments.Count()) return false;
+  const std::int32_t at_cut = segments.Item(last + 1)->line_codes_before();
+  segments.keep_first(last);
+  segments.put_line_codes_at_end(line_codes == LineCodesAtCut::kept ? at_cut : 0);
+  return true;
 }
 
-/// Decodes `text` and keeps the characters from `start` on, whose markup it returns.
-std::u16string keep_from(StyleDecoder& decoder, std::u16string_view text, std::ptrdiff_t start) {
-  decoder.put_QELText(text);
-  const std::ptrdiff_t length = plain_length(*decoder.get_Segments()) - start;
-  return keep_last(decoder, std::clamp<std::ptrdiff_t>(length, 0, std::ssize(text)));
+/// Drops the first `length` characters.
+void cut_before(StyleDecoder& decoder, std::ptrdiff_t length, LineCodesAtCut line_codes) {
+  SegmentCollection& segments = *decoder.get_Segments();
+  division::divide(segments, 0, length);
+  segments.remove_first(segment_ending_at(segments, length));
+  if (line_codes == LineCodesAtCut::kept) return;
+  if (const auto first = segments.Item(1)) {
+    first->put_line_codes_before(0);
+  } else {
+    segments.put_line_codes_at_end(0);
+  }
+}
+
+/// The markup of the first `length` characters that the decoder holds, which it keeps.
+std::u16string keep_first(StyleDecoder& decoder, std::ptrdiff_t length, LineCodesAtCut line_codes) {
+  return cut_behind(decoder, std::max<std::ptrdiff_t>(length, 0), line_codes)
+             ? decoder.markup_of_part()
+             : decoder.get_QELText();
+}
+
+/// The markup of the last `length` characters that the decoder holds, which it keeps.
+std::u16string keep_last(StyleDecoder& decoder, std::ptrdiff_t length) {
+  const std::ptrdiff_t cut = plain_length(*decoder.get_Segments()) - length;
+  cut_before(decoder, cut, length > 0 ? LineCodesAtCut::kept : LineCodesAtCut::dropped);
+  return decoder.get_QELText();
 }
 
 }  // namespace
@@ -72,13 +104,8 @@ std::size_t find_last(std::u16string_view plain, std::u16string_view search, boo
 }
 
 std::u16string left(StyleDecoder& decoder, std::u16string_view text, std::ptrdiff_t length) {
-  length = std::max<std::ptrdiff_t>(length, 0);
   decoder.put_QELText(text);
-  SegmentCollection& segments = *decoder.get_Segments();
-  division::divide(segments, 0, length);
-  const std::int32_t last = segment_ending_at(segments, length);
-  if (last > 0) segments.keep_first(last);
-  return decoder.get_QELText();
+  return keep_first(decoder, length, LineCodesAtCut::dropped);
 }
 
 std::u16string right(StyleDecoder& decoder, std::u16string_view text, std::ptrdiff_t length) {
@@ -88,16 +115,39 @@ std::u16string right(StyleDecoder& decoder, std::u16string_view text, std::ptrdi
 
 std::u16string mid(StyleDecoder& decoder, std::u16string_view text, std::ptrdiff_t start,
                    std::ptrdiff_t length) {
-  const std::u16string rest = keep_from(decoder, text, start);
-  return length == -1 ? rest : left(decoder, rest, length);
+  decoder.put_QELText(text);
+  const std::ptrdiff_t whole = plain_length(*decoder.get_Segments());
+  if (start > 0) keep_last(decoder, std::max<std::ptrdiff_t>(whole - start, 0));
+  const std::u16string rest = decoder.get_QELText();
+  if (length == -1) return rest;
+  std::u16string part = left(decoder, rest, length);
+  // A text of nothing but line codes has no characters to cut between.
+  return length == 0 ? std::u16string() : part;
 }
 
-Surroundings around(StyleDecoder& decoder, std::u16string_view text, std::ptrdiff_t start,
-                    std::ptrdiff_t length) {
-  Surroundings surroundings;
-  surroundings.before = left(decoder, text, start);
-  surroundings.behind = keep_from(decoder, text, start + length);
-  return surroundings;
+namespace {
+
+/// The parts of a text put together again.
+std::u16string joined(const StyleDecoder& decoder, std::u16string before, std::u16string_view made,
+                      std::u16string_view behind) {
+  if (decoder.get_Lossless()) keep_apart(before, made.empty() ? behind : made);
+  before.append(made);
+  if (decoder.get_Lossless() && !made.empty()) keep_apart(before, behind);
+  return before.append(behind);
+}
+
+}  // namespace
+
+std::u16string stuff(StyleDecoder& decoder, std::u16string_view text, std::ptrdiff_t start,
+                     std::ptrdiff_t length, std::u16string_view replacement) {
+  decoder.put_QELText(text);
+  const std::ptrdiff_t whole = plain_length(*decoder.get_Segments());
+  std::u16string before = keep_first(decoder, start, LineCodesAtCut::kept);
+  decoder.put_QELText(text);
+  const std::ptrdiff_t end = std::clamp<std::ptrdiff_t>(start + length, 0, whole);
+  const bool is_insertion = end <= start;
+  cut_before(decoder, end, is_insertion ? LineCodesAtCut::dropped : LineCodesAtCut::kept);
+  return joined(decoder, std::move(before), replacement, decoder.get_QELText());
 }
 
 namespace {
@@ -135,14 +185,16 @@ iStyle applied_style(const cReplaceData& given, const iStyle& own) {
   return style;
 }
 
-/// The text enclosed in the codes of the style, except small capitals: bold is innermost.
-std::u16string wrapped(std::u16string_view text, const iStyle& style) {
-  const std::array<std::pair<bool, char16_t>, 6> toggles = {{{style.Bold, u'b'},
+/// The text enclosed in the codes of the style: bold is innermost. Small capitals are left out
+/// unless lossless.
+std::u16string wrapped(std::u16string_view text, const iStyle& style, bool lossless) {
+  const std::array<std::pair<bool, char16_t>, 7> toggles = {{{style.Bold, u'b'},
                                                              {style.Italic, u'i'},
                                                              {style.Underline, u'u'},
                                                              {style.StrikeThru, u'k'},
                                                              {style.Superscript, u'p'},
-                                                             {style.Subscript, u's'}}};
+                                                             {style.Subscript, u's'},
+                                                             {style.SmallCaps && lossless, u'c'}}};
   std::u16string on;
   std::u16string off;
   const auto wrap = [&](char16_t letter, std::int16_t index) {
@@ -154,20 +206,23 @@ std::u16string wrapped(std::u16string_view text, const iStyle& style) {
   }
   if (style.FontID != 0) wrap(u'f', style.FontID);
   if (style.ColorID != 0) wrap(u'y', style.ColorID);
-  return on.append(text) + off;
+  on.append(text);
+  if (lossless) keep_apart(on, off);
+  return on.append(off);
 }
 
 /// `given` is a copy: it may come from a segment that is about to go.
 template <class Style>
 void replace_styled(StyleDecoder& decoder, const std::u16string& text, std::ptrdiff_t start,
                     std::ptrdiff_t length, const std::u16string& replacement, const Style given) {
-  const auto [before, behind] = around(decoder, text, start, length);
   iStyle own;
   if (length > 0) {
     decoder.put_QELText(text);
     own = style_from(decoder, start);
   }
-  decoder.put_QELText(before + wrapped(replacement, applied_style(given, own)) + behind);
+  const std::u16string made =
+      wrapped(replacement, applied_style(given, own), decoder.get_Lossless());
+  decoder.put_QELText(stuff(decoder, text, start, length, made));
 }
 
 }  // namespace
@@ -183,31 +238,6 @@ void replace(StyleDecoder& decoder, std::u16string_view text, std::ptrdiff_t sta
 }
 
 namespace {
-
-/// Writes the markup of the pieces of a text, one after the other.
-class PieceWriter {
- public:
-  void add(std::u16string_view text, const style_codes::CodeState& state) {
-    if (last_) {
-      style_codes::append_different_off(markup_, *last_, &state, style_codes::CodeSet::current);
-      style_codes::append_different_on(markup_, state, *last_, style_codes::CodeSet::current);
-    } else {
-      style_codes::append_on(markup_, state, style_codes::CodeSet::current);
-    }
-    markup_.append(text);
-    last_ = state;
-  }
-
-  std::u16string take() {
-    if (last_) style_codes::append_off(markup_, *last_, style_codes::CodeSet::current);
-    last_.reset();
-    return restore_escaped_codes(std::exchange(markup_, {}));
-  }
-
- private:
-  std::u16string markup_;
-  std::optional<style_codes::CodeState> last_;
-};
 
 /// Where a text is cut: at the first `most` delimiters.
 class Cuts {
@@ -237,30 +267,97 @@ class Cuts {
   std::size_t end_ = 0;
 };
 
+/// Writes the markup of the pieces of a text, one after the other.
+class PieceWriter {
+ public:
+  explicit PieceWriter(Way way) { options_.way = way; }
+
+  void add(const Run& run) {
+    if (!writer_) writer_.emplace(markup_, options_);
+    writer_->add(run);
+  }
+
+  std::u16string take(std::int32_t line_codes_at_end, bool is_cut) {
+    if (!writer_) writer_.emplace(markup_, options_);
+    writer_->finish(line_codes_at_end, is_cut);
+    writer_.reset();
+    std::u16string markup = std::exchange(markup_, {});
+    return options_.way == Way::stated ? restore_escaped_codes(std::move(markup)) : markup;
+  }
+
+ private:
+  OutputOptions options_;
+  std::u16string markup_;
+  std::optional<RunWriter> writer_;
+};
+
+/// The part of a segment's text, escaped codes as plain text has them, with what cuts make of its
+/// ends.
+Run part_of(std::u16string_view text, std::size_t from, std::size_t to, const CodeState& state) {
+  Run run = {text.substr(from, to - from), state};
+  run.origin.begins_with_code = from > 0 && begins_with_escaped_code(text.substr(from - 1));
+  run.origin.ends_with_tilde = begins_with_escaped_code(text.substr(to - 1));
+  return run;
+}
+
 /// Appends the pieces of the decoder's text in one walk along its segments. Returns whether
 /// anything is left after the last cut; it is the last piece then.
 bool append_pieces(StyleDecoder& decoder, Cuts cuts, std::vector<std::u16string>& pieces) {
-  PieceWriter writer;
+  const SegmentCollection& segments = *decoder.get_Segments();
+  PieceWriter writer(segments.way());
+  std::deque<std::u16string> restored;
   std::size_t position = 0;
-  for (const auto& segment : *decoder.get_Segments()) {
-    // Escaped codes as plain text has them: a cut may go through the middle of one.
-    const std::u16string text = restore_escaped_codes(segment->get_Text());
+  std::int32_t line_codes = 0;
+  std::size_t line_codes_at = 0;
+  for (const auto& segment : segments) {
+    line_codes += segment->line_codes_before();
+    line_codes_at = position;
+    std::u16string_view text = segment->text();
+    const bool may_have_placeholders =
+        segments.way() == Way::stated && find_any<u'<'>(text, 0) != text.size();
+    // A cut may go through the middle of an escaped code.
+    if (may_have_placeholders) {
+      text = restored.emplace_back(restore_escaped_codes(segment->get_Text()));
+    }
     const std::size_t segment_end = position + text.size();
     while (cuts.begin() < segment_end) {
       const std::size_t from = std::max(cuts.begin(), position);
       const std::size_t to = std::min(std::max(cuts.end(), from), segment_end);
       if (to > from) {
-        writer.add(std::u16string_view(text).substr(from - position, to - from),
-                   segment->code_state());
+        Run run = part_of(text, from - position, to - position, segment->code_state());
+        run.origin.is_markup = segment->origin().is_markup;
+        run.line_codes_before = std::exchange(line_codes, 0);
+        writer.add(run);
       }
-      if (cuts.end() > segment_end) break;
-      pieces.push_back(writer.take());
+      // Line codes before the delimiter, which come with the next segment, are still of this piece.
+      if (cuts.end() >= segment_end) break;
+      // Those behind the beginning of the delimiter go to the next piece.
+      const bool are_before = line_codes_at <= cuts.end();
+      pieces.push_back(writer.take(are_before ? std::exchange(line_codes, 0) : 0, true));
       cuts.next();
     }
     position = segment_end;
   }
-  if (cuts.has_piece()) pieces.push_back(writer.take());
-  return cuts.has_piece();
+  line_codes += segments.line_codes_at_end();
+  const bool is_left = cuts.has_piece() || (segments.way() == Way::lossless && line_codes > 0);
+  if (is_left) pieces.push_back(writer.take(line_codes, false));
+  return is_left;
+}
+
+/// Whether a piece of the text may differ once it is encoded and decoded again: in a font that is
+/// lost, or in characters that meet a code.
+bool changes_when_encoded(const SegmentCollection& segments) {
+  if (segments.way() == Way::lossless) return false;
+  CodeState last;
+  return std::any_of(segments.begin(), segments.end(), [&](const auto& segment) {
+    const CodeState state = segment->code_state();
+    const std::u16string_view text = segment->text();
+    const std::u16string_view end = text.substr(std::max<std::size_t>(text.size(), 2) - 2);
+    const bool may_meet = end.find_first_of(u"/~") != npos;
+    const bool loses_font = state.color != 0 && state.font != 0 && state.font == last.font;
+    last = state;
+    return may_meet || loses_font;
+  });
 }
 
 }  // namespace
@@ -275,15 +372,22 @@ std::vector<std::u16string> split(StyleDecoder& decoder, std::u16string_view tex
   std::u16string plain = decoder.get_Text();
   if (!is_in(plain)) return {std::u16string(text)};
   std::vector<std::u16string> pieces;
+  const auto cut_all = [&] {
+    const bool has_end = append_pieces(decoder, Cuts(plain, delimiter, npos), pieces);
+    decoder.put_QELText(has_end ? std::u16string_view(pieces.back()) : std::u16string_view());
+  };
+  if (!changes_when_encoded(*decoder.get_Segments())) {
+    cut_all();
+    return pieces;
+  }
   const bool has_rest = append_pieces(decoder, Cuts(plain, delimiter, 1), pieces);
-  // The rest is decoded again, as the rule does after each piece: encoding may have lost a font.
-  // Once is enough: decoding and encoding again changes no style.
+  // The rest is decoded again, as the rule does after each piece. Once is enough: decoding and
+  // encoding again changes no style.
   decoder.put_QELText(has_rest ? std::u16string_view(pieces.back()) : std::u16string_view());
   plain = decoder.get_Text();
   if (!is_in(plain)) return pieces;
   pieces.pop_back();
-  const bool has_end = append_pieces(decoder, Cuts(plain, delimiter, npos), pieces);
-  decoder.put_QELText(has_end ? std::u16string_view(pieces.back()) : std::u16string_view());
+  cut_all();
   return pieces;
 }
 
@@ -324,7 +428,7 @@ void toggle(StyleDecoder& decoder, std::int32_t attribute, std::ptrdiff_t start,
   }
   if (const auto change = case_change_of(attribute)) {
     decoder.put_QELText(qel::change_case(decoder.get_QELText(), *change, is_selection ? start : 0,
-                                         is_selection ? length : -1, ignored));
+                                         is_selection ? length : -1, ignored, segments.way()));
     return;
   }
   const bool on = !has_attribute(segments.Item(span.first)->get_Style(), attribute);

@@ -10,9 +10,11 @@
 #include "qel/model/cReplaceData.h"
 #include "qel/text/WordSet.h"
 
-/// The work behind `QELText` and MarkupStrings.h, in a decoder that keeps what is left of the text.
-/// Positions count the characters of the plain text from 0. Positions and lengths may reach beyond
-/// the text on either side, where there is nothing to cut.
+/// The work behind `QELText` and MarkupStrings.h, in a decoder that keeps what is left of the text,
+/// in its own way. Lossless, the line codes at a cut are in the part behind it, except those at the
+/// end of the text, and the parts of a text put together are the text again. Positions count the
+/// characters of the plain text from 0. Positions and lengths may reach beyond the text on either
+/// side, where there is nothing to cut.
 namespace qel::decoded {
 
 /// Position of the first or last `search` in a plain text; `npos` when there is none, and always in
@@ -28,14 +30,10 @@ std::u16string right(StyleDecoder& decoder, std::u16string_view text, std::ptrdi
 std::u16string mid(StyleDecoder& decoder, std::u16string_view text, std::ptrdiff_t start,
                    std::ptrdiff_t length);
 
-/// The markup of what comes before and after `length` characters from `start` on. Decodes `text`
-/// and leaves what comes after.
-struct Surroundings {
-  std::u16string before;
-  std::u16string behind;
-};
-Surroundings around(StyleDecoder& decoder, std::u16string_view text, std::ptrdiff_t start,
-                    std::ptrdiff_t length);
+/// `text` with the markup `replacement` in place of `length` characters from `start` on. Leaves
+/// what comes behind them. Lossless, the line codes around these characters stay.
+std::u16string stuff(StyleDecoder& decoder, std::u16string_view text, std::ptrdiff_t start,
+                     std::ptrdiff_t length, std::u16string_view replacement);
 
 /// Leaves `text` with `length` characters from `start` on replaced, and the replacement enclosed in
 /// the codes of a style. What `given` takes of the style from the text is as in

@@ -1,8 +1,10 @@
 #include "qel/text/MarkupCase.h"
 
+#include <algorithm>
 #include <iterator>
 #include <vector>
 
+#include "qel/base/Scan.h"
 #include "qel/model/Division.h"
 #include "qel/model/QELCode.h"
 #include "qel/model/StyleDecoder.h"
@@ -12,13 +14,13 @@
 namespace qel {
 namespace {
 
-/// Masks the placeholders of escaped codes.
-void mask_placeholders(std::u16string& text) {
-  constexpr std::size_t length = 4;
-  for (std::size_t at = text.find(u'<'); at < text.size(); at = text.find(u'<', at + 1)) {
-    if (begins_with_placeholder(std::u16string_view(text).substr(at))) {
-      text.replace(at, length, length, title_rules::escaped);
-    }
+/// Masks the placeholders of escaped codes from `from` on, or in the lossless way the text that
+/// looks like codes.
+void mask_codes(std::u16string& text, std::size_t from, Way way) {
+  for (std::size_t at = find_any<u'<', u'/'>(text, from); at < text.size();
+       at = find_any<u'<', u'/'>(text, at + 1)) {
+    const std::size_t length = length_of_code_as_text(std::u16string_view(text).substr(at), way);
+    std::fill_n(text.begin() + static_cast<std::ptrdiff_t>(at), length, title_rules::escaped);
   }
 }
 
@@ -31,9 +33,9 @@ std::u16string flat_text(const SegmentCollection& segments, bool masks_hidden) {
     if (masks_hidden && segment->code_state().color == hidden_color) {
       flat.append(segment->text().size(), title_rules::looked_through);
     } else {
-      std::u16string text = segment->get_Text();
-      mask_placeholders(text);
-      flat.append(text);
+      const std::size_t begin = flat.size();
+      flat.append(segment->text());
+      mask_codes(flat, begin, segments.way());
     }
   }
   return flat;
@@ -66,7 +68,7 @@ std::vector<Piece> pieces_of(const SegmentCollection& segments, std::ptrdiff_t s
 }  // namespace
 
 std::u16string change_case(std::u16string_view markup, CaseChange change, std::ptrdiff_t start,
-                           std::ptrdiff_t length, const WordSet& ignored) {
+                           std::ptrdiff_t length, const WordSet& ignored, Way way) {
   // `ChangeCase` replaces the -1 by the length in 16 bits, which for such a text is -1 again.
   constexpr std::size_t reads_as_all = 0xFFFF;
   const bool masks_hidden =
@@ -74,6 +76,7 @@ std::u16string change_case(std::u16string_view markup, CaseChange change, std::p
       (change == CaseChange::swap && length == -1 && markup.size() == reads_as_all);
   if (length == -1) length = std::ssize(markup);
   StyleDecoder decoder;
+  decoder.put_Lossless(way == Way::lossless);
   decoder.put_QELText(markup);
   SegmentCollection& segments = *decoder.get_Segments();
   // Taken first, since the division may cut an escaped code in two.
@@ -88,7 +91,7 @@ std::u16string change_case(std::u16string_view markup, CaseChange change, std::p
     const auto part_before = std::u16string_view(before).substr(piece.begin, piece.length());
     const auto part_after = std::u16string_view(after).substr(piece.begin, piece.length());
     if (part_before == part_after) continue;
-    piece.segment->put_Text(
+    piece.segment->put_characters(
         case_rules::with_changes(piece.segment->text(), part_before, part_after));
   }
   return decoder.get_QELText();

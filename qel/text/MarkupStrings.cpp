@@ -1,151 +1,103 @@
 #include "qel/text/MarkupStrings.h"
 
 #include <algorithm>
+#include <limits>
 #include <utility>
 
-#include "qel/base/Search.h"
 #include "qel/model/StyleDecoder.h"
 #include "qel/text/DecodedStrings.h"
-#include "qel/text/LineCodePositions.h"
 #include "qel/text/MarkupCase.h"
 
 namespace qel::markup {
 namespace {
 
-/// A span within a text.
-class Span {
+class WayDecoder : public StyleDecoder {
  public:
-  Span(const LineCodePositions& text, std::size_t start, std::size_t count)
-      : begin_(std::min(start, text.length())),
-        end_(begin_ + std::min(count, text.length() - begin_)) {}
-
-  std::size_t begin() const { return begin_; }
-  std::size_t end() const { return end_; }
-  std::ptrdiff_t start() const { return static_cast<std::ptrdiff_t>(begin_); }
-  std::ptrdiff_t count() const { return static_cast<std::ptrdiff_t>(end_ - begin_); }
-
- private:
-  std::size_t begin_;
-  std::size_t end_;
+  explicit WayDecoder(Way way) { put_Lossless(way == Way::lossless); }
 };
 
-/// `made` with the line codes if they are to be kept.
-std::u16string with_line_codes(std::u16string made, const LineCodePositions& positions,
-                               LineCodes line_codes) {
-  if (line_codes == LineCodes::kept) return positions.put_into(made);
-  return made;
+/// A position or a count that is no longer than any text.
+std::ptrdiff_t limited(std::size_t count) {
+  constexpr auto most = static_cast<std::size_t>(std::numeric_limits<std::ptrdiff_t>::max() / 2);
+  return static_cast<std::ptrdiff_t>(std::min(count, most));
 }
 
 }  // namespace
 
-std::u16string plain_text(std::u16string_view markup) {
-  StyleDecoder decoder;
+std::u16string plain_text(std::u16string_view markup, Way way) {
+  WayDecoder decoder(way);
   decoder.put_QELText(markup);
   return decoder.get_Text();
 }
 
-std::size_t length(std::u16string_view markup) { return LineCodePositions(markup).length(); }
+std::size_t length(std::u16string_view markup, Way way) { return plain_text(markup, way).size(); }
 
-std::size_t find(std::u16string_view markup, std::u16string_view search, Matching matching) {
-  return decoded::find(plain_text(markup), plain_text(search), matching == Matching::ignoring_case);
+std::size_t find(std::u16string_view markup, std::u16string_view search, Matching matching,
+                 Way way) {
+  return decoded::find(plain_text(markup, way), plain_text(search, way),
+                       matching == Matching::ignoring_case);
 }
 
 std::size_t find_last(std::u16string_view markup, std::u16string_view search, Matching matching,
-                      std::size_t within) {
-  const std::u16string plain = plain_text(markup);
-  return decoded::find_last(std::u16string_view(plain).substr(0, within), plain_text(search),
+                      std::size_t within, Way way) {
+  const std::u16string plain = plain_text(markup, way);
+  return decoded::find_last(std::u16string_view(plain).substr(0, within), plain_text(search, way),
                             matching == Matching::ignoring_case);
 }
 
-std::u16string left(std::u16string_view markup, std::size_t count, LineCodes line_codes) {
-  const LineCodePositions positions(markup);
-  const Span span(positions, 0, count);
-  StyleDecoder decoder;
-  return with_line_codes(decoded::left(decoder, markup, span.count()),
-                         positions.part(span.begin(), span.end()), line_codes);
+std::u16string left(std::u16string_view markup, std::size_t count, Way way) {
+  WayDecoder decoder(way);
+  return decoded::left(decoder, markup, limited(count));
 }
 
-std::u16string right(std::u16string_view markup, std::size_t count, LineCodes line_codes) {
-  const LineCodePositions positions(markup);
-  const Span span(positions, positions.length() - std::min(count, positions.length()), count);
-  StyleDecoder decoder;
-  return with_line_codes(decoded::right(decoder, markup, span.count()),
-                         positions.part(span.begin(), span.end()), line_codes);
+std::u16string right(std::u16string_view markup, std::size_t count, Way way) {
+  WayDecoder decoder(way);
+  return decoded::right(decoder, markup, limited(count));
 }
 
-std::u16string mid(std::u16string_view markup, std::size_t start, std::size_t count,
-                   LineCodes line_codes) {
-  const LineCodePositions positions(markup);
-  const Span span(positions, start, count);
-  StyleDecoder decoder;
-  return with_line_codes(decoded::mid(decoder, markup, span.start(), span.count()),
-                         positions.part(span.begin(), span.end()), line_codes);
+std::u16string mid(std::u16string_view markup, std::size_t start, std::size_t count, Way way) {
+  WayDecoder decoder(way);
+  return decoded::mid(decoder, markup, limited(start), count == npos ? -1 : limited(count));
 }
 
 std::u16string replace(std::u16string_view markup, std::size_t start, std::size_t count,
-                       std::u16string_view replacement, LineCodes line_codes) {
-  const LineCodePositions positions(markup);
-  const Span span(positions, start, count);
-  StyleDecoder decoder;
-  auto [made, behind] = decoded::around(decoder, markup, span.start(), span.count());
-  made.append(replacement).append(behind);
-  return with_line_codes(std::move(made),
-                         positions.replaced(span.begin(), span.end(), length(replacement)),
-                         line_codes);
+                       std::u16string_view replacement, Way way) {
+  WayDecoder decoder(way);
+  return decoded::stuff(decoder, markup, limited(start), limited(count), replacement);
 }
 
 std::u16string replace(std::u16string_view markup, std::size_t start, std::size_t count,
-                       std::u16string_view replacement, const cReplaceData& style,
-                       LineCodes line_codes) {
-  const LineCodePositions positions(markup);
-  const Span span(positions, start, count);
-  StyleDecoder decoder;
-  decoded::replace(decoder, markup, span.start(), span.count(), replacement, style);
-  // The decoder has the line codes of the replacement, and of the rest none.
-  const std::int32_t flags = line_codes == LineCodes::kept ? ofLineCodes : ofMarkup;
-  return with_line_codes(decoder.GetQELText(flags, false, false),
-                         positions.replaced(span.begin(), span.end(), length(replacement)),
-                         line_codes);
+                       std::u16string_view replacement, const cReplaceData& style, Way way) {
+  WayDecoder decoder(way);
+  decoded::replace(decoder, markup, limited(start), limited(count), replacement, style);
+  return decoder.get_QELText();
 }
 
 std::vector<std::u16string> split(std::u16string_view markup, std::u16string_view delimiter,
-                                  LineCodes line_codes) {
-  StyleDecoder decoder;
-  std::vector<std::u16string> parts = decoded::split(decoder, markup, delimiter);
-  if (line_codes == LineCodes::dropped) return parts;
-  const std::u16string plain = plain_text(markup);
-  const bool is_cut = !delimiter.empty() && find_text(plain, delimiter) != npos;
-  if (!is_cut) return parts;
-  const LineCodePositions positions(markup);
-  std::size_t begin = 0;
-  for (std::u16string& part : parts) {
-    const std::size_t end = std::min(find_text(plain, delimiter, begin), plain.size());
-    part = positions.part(begin, end).put_into(part);
-    begin = std::min(end + delimiter.size(), plain.size());
-  }
-  return parts;
+                                  Way way) {
+  WayDecoder decoder(way);
+  return decoded::split(decoder, markup, delimiter);
 }
 
 std::u16string toggle(std::u16string_view markup, std::int32_t attribute, std::size_t start,
-                      std::size_t count, LineCodes line_codes) {
-  const LineCodePositions positions(markup);
-  const Span span(positions, start, count);
-  StyleDecoder decoder;
+                      std::size_t count, Way way) {
+  WayDecoder decoder(way);
   decoder.put_QELText(markup);
-  if (span.count() > 0) {
-    decoded::toggle(decoder, attribute, span.start(), span.count(), TextCase().ignored_words());
+  const std::size_t whole = decoder.get_Text().size();
+  const std::size_t begin = std::min(start, whole);
+  const std::size_t toggled = std::min(count, whole - begin);
+  if (toggled > 0) {
+    decoded::toggle(decoder, attribute, limited(begin), limited(toggled),
+                    TextCase().ignored_words());
   }
-  return with_line_codes(decoder.get_QELText(), positions, line_codes);
+  return decoder.get_QELText();
 }
 
 std::u16string change_case(std::u16string_view markup, CaseChange change, std::size_t start,
-                           std::size_t count, LineCodes line_codes, const TextCase& rules) {
-  const LineCodePositions positions(markup);
-  const Span span(positions, start, count);
-  if (span.count() == 0) return left(markup, npos, line_codes);
-  return with_line_codes(
-      qel::change_case(markup, change, span.start(), span.count(), rules.ignored_words()),
-      positions, line_codes);
+                           std::size_t count, Way way, const TextCase& rules) {
+  if (count == 0) return left(markup, npos, way);
+  return qel::change_case(markup, change, limited(start), limited(count), rules.ignored_words(),
+                          way);
 }
 
 }  // namespace qel::markup

@@ -1,6 +1,7 @@
 #include "qel/text/Paragraph.h"
 
 #include <algorithm>
+#include <utility>
 
 #include "qel/base/Bidi.h"
 #include "qel/base/Scan.h"
@@ -19,17 +20,18 @@ Paragraph::Paragraph(std::u16string_view markup, const ParagraphReading& reading
     add(markup, {});
     return;
   }
-  const std::u16string text = protect_escaped_codes(std::u16string(markup));
-  MarkupScanner scanner(text);
-  const auto add_line_codes = [&] {
-    for (std::int32_t i = scanner.line_codes_before(); i > 0; --i) add_break();
-  };
-  while (scanner.next()) {
-    add_line_codes();
-    if (!reading.with_hidden && scanner.state().color == hidden_color) continue;
-    add(shown_text(scanner.run()), scanner.state());
+  const bool is_lossless = reading.way == Way::lossless;
+  std::u16string text(markup);
+  if (!is_lossless) text = protect_escaped_codes(std::move(text));
+  MarkupScanner scanner(text, reading.way);
+  for (auto item = scanner.next(); item != MarkupScanner::Item::end; item = scanner.next()) {
+    if (item == MarkupScanner::Item::line_break) {
+      add_break();
+    } else if (reading.with_hidden || scanner.state().color != hidden_color) {
+      add(is_lossless ? std::u16string(scanner.text()) : shown_text(scanner.text()),
+          scanner.state());
+    }
   }
-  add_line_codes();
 }
 
 void Paragraph::add(std::u16string_view text, const CodeState& state) {

@@ -15,6 +15,7 @@ namespace qel {
 struct ParagraphReading {
   bool reveal_codes = false;  ///< show the markup itself
   bool with_hidden = true;    ///< show text in colour 2
+  Way way = Way::stated;
 };
 
 /// Where the lines of a paragraph go, in canvas units. Lines after the first begin `indent` further

@@ -22,8 +22,17 @@ std::shared_ptr<StyleDecoder> QELText::NewStyleDecoderObject() {
   return std::make_shared<StyleDecoder>();
 }
 
+void QELText::put_Lossless(bool Value) {
+  lossless_ = Value;
+  layout_.put_Lossless(Value);
+  if (decoder_) decoder_->put_Lossless(Value);
+}
+
 std::shared_ptr<StyleDecoder> QELText::get_StyleDecoderObj() {
-  if (!decoder_) decoder_ = std::make_shared<StyleDecoder>();
+  if (!decoder_) {
+    decoder_ = std::make_shared<StyleDecoder>();
+    decoder_->put_Lossless(lossless_);
+  }
   return decoder_;
 }
 
@@ -97,8 +106,7 @@ std::u16string QELText::Stuff(std::u16string_view Text, std::int16_t Start, std:
     replacement.insert(0, iStyle::OnCodes(*Style));
     Style->Initialize();
   }
-  const auto [before, behind] = decoded::around(decoder(), std::u16string(Text), Start - 1, Length);
-  return before + replacement + behind;
+  return decoded::stuff(decoder(), std::u16string(Text), Start - 1, Length, replacement);
 }
 
 std::u16string QELText::StuffWithStyleData(std::u16string_view Text, std::int16_t Start,
@@ -125,6 +133,7 @@ bool QELText::Compare(std::u16string_view Text1, std::u16string_view Text2,
   // Encoded markup differs wherever characters or styles do, so there is no need to walk the
   // segments.
   StyleDecoder second;
+  second.put_Lossless(lossless_);
   second.put_QELText(Text2);
   put_QELText(Text1);
   return get_QELText() == second.get_QELText();

@@ -30,6 +30,13 @@ class QELText {
   QELText(const QELText&) = delete;
   QELText& operator=(const QELText&) = delete;
 
+  /// Whether all that markup can say survives (see `StyleDecoder::get_Lossless`): in this object's
+  /// decoder, and in what it changes and draws. Line codes do not count as characters then, and
+  /// stay where they are; those at a cut are in the part behind it, except those at the end of the
+  /// text. The parts into which a text was cut, put together, are the text. False at first.
+  bool get_Lossless() const { return lossless_; }
+  void put_Lossless(bool Value);
+
   // Objects.
 
   /// A new style record, and a new decoder, independent of this object.
@@ -39,8 +46,8 @@ class QELText {
   std::shared_ptr<StyleDecoder> get_StyleDecoderObj();
 
   // Strings. Each loads the text into the decoder. Escaped codes count as the four characters that
-  // plain text has for them. A cut through one ("~/b1") separates these characters, and what begins
-  // with "/b1" then reads as a code. MarkupStrings.h has the same for texts of any length.
+  // plain text has for them (three when lossless). A cut through one ("~/b1") separates these
+  // characters, and all of them stay text. MarkupStrings.h has the same for texts of any length.
 
   /// Position of the first match in the plain text; 0 when there is none, and always in an empty
   /// text. An empty search text is found at 1. `Compare` is 1 to ignore case; any other value,
@@ -222,36 +229,38 @@ class QELText {
   std::u16string get_IgnoredWordList() { return text_case().get_IgnoredWordList(); }
   void put_IgnoredWordList(std::u16string_view Value) { text_case().put_IgnoredWordList(Value); }
   std::u16string LowerCase(std::u16string_view Text, std::int16_t Start, std::int16_t Length) {
-    return text_case().LowerCase(Text, Start, Length);
+    return TextCase::LowerCase(Text, Start, Length, way());
   }
   std::u16string UpperCase(std::u16string_view Text, std::int16_t Start, std::int16_t Length) {
-    return text_case().UpperCase(Text, Start, Length);
+    return TextCase::UpperCase(Text, Start, Length, way());
   }
   std::u16string ChangeCase(std::u16string_view Text, std::int16_t Start, std::int16_t Length) {
-    return text_case().ChangeCase(Text, Start, Length);
+    return TextCase::ChangeCase(Text, Start, Length, way());
   }
   std::u16string TitleCase(std::u16string_view Text, std::int16_t Start, std::int16_t Length,
                            bool NotIgnoredWords) {
-    return text_case().TitleCase(Text, Start, Length, NotIgnoredWords);
+    return text_case().TitleCase(Text, Start, Length, NotIgnoredWords, way());
   }
   std::u16string InitialCap(std::u16string_view Text, std::int16_t Start, std::int16_t Length) {
-    return text_case().InitialCap(Text, Start, Length);
+    return TextCase::InitialCap(Text, Start, Length, way());
   }
   /// `FirstToLower` and `FirstToUpper` of the case converter.
   std::u16string FirstLetterToLowercase(std::u16string_view Text, std::int16_t Start,
                                         std::int16_t Length) {
-    return text_case().FirstToLower(Text, Start, Length);
+    return TextCase::FirstToLower(Text, Start, Length, way());
   }
   std::u16string FirstLetterToUppercase(std::u16string_view Text, std::int16_t Start,
                                         std::int16_t Length) {
-    return text_case().FirstToUpper(Text, Start, Length);
+    return TextCase::FirstToUpper(Text, Start, Length, way());
   }
-  std::u16string AutoTitleCase(std::u16string_view Text) { return text_case().AutoTitleCase(Text); }
+  std::u16string AutoTitleCase(std::u16string_view Text) {
+    return text_case().AutoTitleCase(Text, way());
+  }
   std::u16string AutoTitleCaseRTF(std::u16string_view Text) {
     return text_case().AutoTitleCaseRTF(Text);
   }
   std::u16string AutoInitialCap(std::u16string_view Text) {
-    return text_case().AutoInitialCap(Text);
+    return TextCase::AutoInitialCap(Text, way());
   }
   std::u16string AutoInitialCapRTF(std::u16string_view Text) {
     return text_case().AutoInitialCapRTF(Text);
@@ -262,10 +271,12 @@ class QELText {
  private:
   StyleDecoder& decoder();
   TextCase& text_case();
+  Way way() const { return lossless_ ? Way::lossless : Way::stated; }
 
   std::shared_ptr<StyleDecoder> decoder_;
   std::unique_ptr<TextCase> text_case_;
   TextAndFormatting layout_;
+  bool lossless_ = false;
 };
 
 }  // namespace qel

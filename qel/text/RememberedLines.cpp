@@ -8,13 +8,15 @@
 namespace qel {
 
 LineSettings::LineSettings(const platform::Canvas& canvas, const QELIndexFonts& index_fonts,
-                           float width_in, float indent_in, bool reveals_codes, bool has_hidden)
+                           float width_in, float indent_in, bool reveals_codes, bool has_hidden,
+                           Way read_in)
     : font(canvas.get_FontName()),
       size(canvas.get_FontSize()),
       width(width_in),
       indent(indent_in),
       reveal_codes(reveals_codes),
-      with_hidden(has_hidden) {
+      with_hidden(has_hidden),
+      way(read_in) {
   for (std::size_t i = 0; i < fonts.size(); ++i) {
     fonts[i] = index_fonts.get_Font(static_cast<std::int16_t>(i));
   }
@@ -26,8 +28,9 @@ RememberedLines::RememberedLines(std::u16string_view text, LineSettings settings
       settings_(std::move(settings)),
       typesetter_(canvas, fonts),
       rest_(text_, settings_.width, settings_.indent, [this](std::u16string_view markup) {
-        return settings_.reveal_codes ? typesetter_.revealed_width(markup)
-                                      : typesetter_.markup_width(markup, settings_.with_hidden);
+        return settings_.reveal_codes
+                   ? typesetter_.revealed_width(markup)
+                   : typesetter_.markup_width(markup, settings_.with_hidden, settings_.way);
       }) {}
 
 bool RememberedLines::are_of(std::u16string_view text, const LineSettings& settings) const {

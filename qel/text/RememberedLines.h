@@ -17,7 +17,7 @@ namespace qel {
 /// What the lines of a markup paragraph depend on, apart from the canvas itself.
 struct LineSettings {
   LineSettings(const platform::Canvas& canvas, const QELIndexFonts& index_fonts, float width_in,
-               float indent_in, bool reveals_codes, bool has_hidden);
+               float indent_in, bool reveals_codes, bool has_hidden, Way read_in);
 
   std::u16string font;
   float size = 0;
@@ -26,6 +26,7 @@ struct LineSettings {
   float indent = 0;
   bool reveal_codes = false;
   bool with_hidden = false;
+  Way way = Way::stated;
 
   friend bool operator==(const LineSettings&, const LineSettings&) = default;
 };

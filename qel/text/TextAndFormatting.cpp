@@ -61,12 +61,12 @@ platform::Canvas& TextAndFormatting::measuring_canvas_in_default_font() const {
 float TextAndFormatting::fmtTextWidth(std::u16string_view Text) const {
   Typesetter typesetter(measuring_canvas(), *fonts_);
   return reveal_codes_ ? typesetter.revealed_width(Text)
-                       : typesetter.markup_width(Text, show_hidden_text_);
+                       : typesetter.markup_width(Text, show_hidden_text_, way_);
 }
 
 float TextAndFormatting::TextHeight(std::u16string_view Text) const {
   Typesetter typesetter(measuring_canvas(), *fonts_);
-  const Paragraph paragraph(Text, {reveal_codes_, show_hidden_text_});
+  const Paragraph paragraph(Text, {reveal_codes_, show_hidden_text_, way_});
   float height = line_height({}, typesetter);
   for (const ParagraphLine& line : paragraph.lines({0, 0, false}, typesetter)) {
     height = std::max(height, line_height(line, typesetter));
@@ -76,7 +76,7 @@ float TextAndFormatting::TextHeight(std::u16string_view Text) const {
 
 RememberedLines& TextAndFormatting::lines_of(std::u16string_view text, float width, float indent,
                                              const platform::Canvas& on) const {
-  LineSettings settings(on, *fonts_, width, indent, reveal_codes_, show_hidden_text_);
+  LineSettings settings(on, *fonts_, width, indent, reveal_codes_, show_hidden_text_, way_);
   if (!lines_ || !lines_->are_of(text, settings)) {
     lines_ = std::make_unique<RememberedLines>(text, std::move(settings), on, *fonts_);
   }
@@ -110,7 +110,7 @@ float TextAndFormatting::WriteParagraph(std::u16string_view Text, float X, float
   platform::Canvas& to = *canvas_;
   put_default_font(to, *this);
   Typesetter typesetter(to, *fonts_);
-  const Paragraph paragraph(Text, {reveal_codes_, show_hidden_text_});
+  const Paragraph paragraph(Text, {reveal_codes_, show_hidden_text_, way_});
   const auto lines = paragraph.lines({Width, Indent, word_wrap_}, typesetter);
   lines_printed_ = static_cast<std::int16_t>(lines.size());
   ParagraphWriter writer(to, typesetter, {X, Width, align_});

@@ -6,6 +6,7 @@
 #include <string_view>
 #include <vector>
 
+#include "qel/model/QELCode.h"
 #include "qel/platform/Canvas.h"
 #include "qel/tables/QELIndexColors.h"
 #include "qel/tables/QELIndexFonts.h"
@@ -74,6 +75,10 @@ class TextAndFormatting {
   /// See `TextAlignment`; any other value is kept and aligns left.
   std::int16_t get_Align() const { return align_; }
   void put_Align(std::int16_t Value) { align_ = Value; }
+  /// Whether text is shown as the lossless way reads it: a code after "~" as text without its
+  /// tilde, and two backslashes as what they are. False at first.
+  bool get_Lossless() const { return way_ == Way::lossless; }
+  void put_Lossless(bool Value) { way_ = Value ? Way::lossless : Way::stated; }
   /// Whether `WriteParagraph` breaks lines that are too wide.
   bool get_WordWrap() const { return word_wrap_; }
   void put_WordWrap(bool Value) { word_wrap_ = Value; }
@@ -168,6 +173,7 @@ class TextAndFormatting {
   bool reveal_codes_ = false;
   bool show_hidden_text_ = true;
   bool ignore_colors_ = false;
+  Way way_ = Way::stated;
   mutable std::unique_ptr<RememberedLines> lines_;  // of the last text
 };
 

@@ -25,49 +25,49 @@ void TextCase::put_IgnoredWordList(std::u16string_view Value) {
 }
 
 std::u16string TextCase::LowerCase(std::u16string_view Text, std::int16_t Start,
-                                   std::int16_t Length) {
-  return change_case(Text, CaseChange::lower, Start, Length == 0 ? 1 : Length);
+                                   std::int16_t Length, Way way) {
+  return change_case(Text, CaseChange::lower, Start, Length == 0 ? 1 : Length, {}, way);
 }
 
 std::u16string TextCase::UpperCase(std::u16string_view Text, std::int16_t Start,
-                                   std::int16_t Length) {
-  return change_case(Text, CaseChange::upper, Start, Length == 0 ? 1 : Length);
+                                   std::int16_t Length, Way way) {
+  return change_case(Text, CaseChange::upper, Start, Length == 0 ? 1 : Length, {}, way);
 }
 
 std::u16string TextCase::ChangeCase(std::u16string_view Text, std::int16_t Start,
-                                    std::int16_t Length) {
-  return change_case(Text, CaseChange::swap, Start, Length);
+                                    std::int16_t Length, Way way) {
+  return change_case(Text, CaseChange::swap, Start, Length, {}, way);
 }
 
 std::u16string TextCase::TitleCase(std::u16string_view Text, std::int16_t Start,
-                                   std::int16_t Length, bool NotIgnoredWords) const {
+                                   std::int16_t Length, bool NotIgnoredWords, Way way) const {
   static const WordSet none;
   const std::int32_t start = Length == -1 && Start == 1 ? 0 : Start;
   return change_case(Text, CaseChange::title, start, Length,
-                     NotIgnoredWords ? ignored_words_ : none);
+                     NotIgnoredWords ? ignored_words_ : none, way);
 }
 
 std::u16string TextCase::InitialCap(std::u16string_view Text, std::int16_t Start,
-                                    std::int16_t Length) {
-  return change_case(Text, CaseChange::initial, Start, Length);
+                                    std::int16_t Length, Way way) {
+  return change_case(Text, CaseChange::initial, Start, Length, {}, way);
 }
 
 std::u16string TextCase::FirstToLower(std::u16string_view Text, std::int16_t Start,
-                                      std::int16_t Length) {
-  return change_case(Text, CaseChange::first_to_lower, Start, Length);
+                                      std::int16_t Length, Way way) {
+  return change_case(Text, CaseChange::first_to_lower, Start, Length, {}, way);
 }
 
 std::u16string TextCase::FirstToUpper(std::u16string_view Text, std::int16_t Start,
-                                      std::int16_t Length) {
-  return change_case(Text, CaseChange::first_to_upper, Start, Length);
+                                      std::int16_t Length, Way way) {
+  return change_case(Text, CaseChange::first_to_upper, Start, Length, {}, way);
 }
 
-std::u16string TextCase::AutoTitleCase(std::u16string_view Text) const {
-  return TitleCase(Text, 0, -1, true);
+std::u16string TextCase::AutoTitleCase(std::u16string_view Text, Way way) const {
+  return TitleCase(Text, 0, -1, true, way);
 }
 
-std::u16string TextCase::AutoInitialCap(std::u16string_view Text) {
-  return InitialCap(Text, 0, -1);
+std::u16string TextCase::AutoInitialCap(std::u16string_view Text, Way way) {
+  return InitialCap(Text, 0, -1, way);
 }
 
 namespace {

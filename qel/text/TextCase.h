@@ -4,6 +4,7 @@
 #include <string>
 #include <string_view>
 
+#include "qel/model/QELCode.h"
 #include "qel/text/WordSet.h"
 
 namespace qel {
@@ -35,7 +36,7 @@ enum class CaseChange : std::uint8_t {
 /// `Start` counts the visible characters before the span, `Length` those in it; a `Length` of -1,
 /// or one that goes beyond the text, reaches to its end. A `Start` beyond the text changes nothing.
 /// The markup is decoded, divided at the edges of the span and encoded again: codes that do nothing
-/// are gone, and so are line codes (see `StyleDecoder::get_QELText`).
+/// are gone, and so are line codes (see `StyleDecoder::get_QELText`), unless the way is lossless.
 class TextCase {
  public:
   TextCase();
@@ -50,14 +51,14 @@ class TextCase {
   void put_IgnoredWordList(std::u16string_view Value);
 
   /// A `Length` of 0 counts as 1 in these two.
-  static std::u16string LowerCase(std::u16string_view Text, std::int16_t Start,
-                                  std::int16_t Length);
-  static std::u16string UpperCase(std::u16string_view Text, std::int16_t Start,
-                                  std::int16_t Length);
+  static std::u16string LowerCase(std::u16string_view Text, std::int16_t Start, std::int16_t Length,
+                                  Way way = Way::stated);
+  static std::u16string UpperCase(std::u16string_view Text, std::int16_t Start, std::int16_t Length,
+                                  Way way = Way::stated);
   /// Capitals become small, small letters capitals. With a `Length` of -1 and a `Text` of exactly
   /// 65,535 characters, codes included, hidden runs stay.
   static std::u16string ChangeCase(std::u16string_view Text, std::int16_t Start,
-                                   std::int16_t Length);
+                                   std::int16_t Length, Way way = Way::stated);
 
   // The following members leave hidden runs as they are, and treat the text as if it had none.
 
@@ -68,23 +69,23 @@ class TextCase {
   /// first or the last word of the text. A `Length` of -1 means the whole text with a `Start` of 1
   /// too.
   std::u16string TitleCase(std::u16string_view Text, std::int16_t Start, std::int16_t Length,
-                           bool NotIgnoredWords) const;
+                           bool NotIgnoredWords, Way way = Way::stated) const;
   /// Raises the first letter of the span, that is the first character that is not a blank, a break,
   /// an opening quote or an opening bracket, and lowers the rest.
   static std::u16string InitialCap(std::u16string_view Text, std::int16_t Start,
-                                   std::int16_t Length);
+                                   std::int16_t Length, Way way = Way::stated);
   /// Change that first letter alone.
   static std::u16string FirstToLower(std::u16string_view Text, std::int16_t Start,
-                                     std::int16_t Length);
+                                     std::int16_t Length, Way way = Way::stated);
   static std::u16string FirstToUpper(std::u16string_view Text, std::int16_t Start,
-                                     std::int16_t Length);
+                                     std::int16_t Length, Way way = Way::stated);
 
   /// The words of the list.
   const WordSet& ignored_words() const { return ignored_words_; }
 
   /// Title case of the whole text, except for the words of the list.
-  std::u16string AutoTitleCase(std::u16string_view Text) const;
-  static std::u16string AutoInitialCap(std::u16string_view Text);
+  std::u16string AutoTitleCase(std::u16string_view Text, Way way = Way::stated) const;
+  static std::u16string AutoInitialCap(std::u16string_view Text, Way way = Way::stated);
 
   // The same on the visible text of RTF, a document or a part of one. Everything else stays as it
   // is: control words, tables, hidden text, slash codes in the text (of which only the line code

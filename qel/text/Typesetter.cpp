@@ -121,19 +121,22 @@ float Typesetter::tab_distance() {
   return *tab_distance_;
 }
 
-float Typesetter::markup_width(std::u16string_view markup, bool with_hidden) {
+float Typesetter::markup_width(std::u16string_view markup, bool with_hidden, Way way) {
   std::u16string with_protected;
-  if (find_any<u'~'>(markup, 0) != markup.size()) {
+  if (way == Way::stated && find_any<u'~'>(markup, 0) != markup.size()) {
     with_protected = protect_escaped_codes(std::u16string(markup));
     markup = with_protected;
   }
   float width = 0;
-  for (MarkupScanner scanner(markup); scanner.next();) {
+  MarkupScanner scanner(markup, way);
+  for (auto item = scanner.next(); item != MarkupScanner::Item::end; item = scanner.next()) {
+    if (item == MarkupScanner::Item::line_break) continue;
     const CodeState state = scanner.state();
     if (!with_hidden && state.color == hidden_color) continue;
-    const bool is_simple = find_special(scanner.run(), 0) == scanner.run().size();
-    width = is_simple ? end_of_text(scanner.run(), state, width, {})
-                      : end_of_text(shown_text(scanner.run()), state, width, {});
+    const bool is_simple =
+        way == Way::lossless || find_special(scanner.text(), 0) == scanner.text().size();
+    width = is_simple ? end_of_text(scanner.text(), state, width, {})
+                      : end_of_text(shown_text(scanner.text()), state, width, {});
   }
   return width;
 }

@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "qel/base/CaseMapping.h"
+#include "qel/model/QELCode.h"
 #include "qel/model/StyleCodes.h"
 #include "qel/platform/Canvas.h"
 #include "qel/tables/QELIndexFonts.h"
@@ -46,7 +47,7 @@ class Typesetter {
   float after_tab(float x, const LineStart& line);
   /// Width of markup with its codes applied, at the beginning of a line without an indent; without
   /// text in colour 2 unless `with_hidden`.
-  float markup_width(std::u16string_view markup, bool with_hidden);
+  float markup_width(std::u16string_view markup, bool with_hidden, Way way);
   /// Width of the same text with the codes shown.
   float revealed_width(std::u16string_view markup);
 

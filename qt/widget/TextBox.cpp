@@ -102,6 +102,7 @@ TextBox::TextBox(QWidget* parent)
   accessible::install();
   setFocusPolicy(Qt::StrongFocus);
   control_ = std::make_unique<QELTextbox>(*site_, QtPlatform::use());
+  control_->begin_lossless();
   control_->InitProperties();
   take_events();
   for (const auto& box : control_->boxes()) {

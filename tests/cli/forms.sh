@@ -19,11 +19,11 @@ gives "a record from RTF" $'3\n' verb add --title 3 --body-file - <body.rtf
 gives "the list" $'1\tTé\n2\t\n3\t3\n' verb list
 gives "what is found" $'1\tTé\n' verb find TÉ
 gives "nothing found" '' verb find b1
-gives "markup" 'one/nl/b1two/nl/b0' verb show 2
+gives "markup" 'one/nl/b1two/b0/nl' verb show 2
 gives "an edit" '' verb edit 2 --title '[a,b]'
 gives "the other text stays" $'[a,b]\none\ntwo\n' verb show 2 --as text
 gives "two records" $'3\nx\ny\n\nTé\n' verb export 3 1 --as text
-gives "each with its own formats" '3/nl/i1x/i0/nly/nl/nl/b1Té/nl/b0' verb export 3 1 --as qel
+gives "each with its own formats" '3/nl/i1x/i0/nly/nl/nl/b1Té/b0/nl' verb export 3 1 --as qel
 gives "to a file" '' verb export --as rtf -o all.rtf
 grep -qF '\b1 two' all.rtf || fail "no RTF in all.rtf"
 gives "removal" '' verb remove 1 3

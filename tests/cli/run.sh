@@ -21,9 +21,10 @@ no_rest_in() {
 echo "== formats =="
 gives "runs" '[
 {"text":"a\"","bold":true,"italic":false,"underline":false,"small_caps":false,"strike_through":false,"superscript":false,"subscript":false,"font":0,"color":0,"line_codes_before":0},
-{"text":"~/b1","bold":false,"italic":false,"underline":false,"small_caps":true,"strike_through":false,"superscript":false,"subscript":false,"font":2,"color":3,"line_codes_before":1}
+{"text":"/b1","bold":false,"italic":false,"underline":false,"small_caps":true,"strike_through":false,"superscript":false,"subscript":false,"font":2,"color":3,"line_codes_before":1},
+{"text":"","bold":false,"italic":false,"underline":false,"small_caps":false,"strike_through":false,"superscript":false,"subscript":false,"font":0,"color":0,"line_codes_before":2}
 ]
-' piped '/b1a"/b0/nl/c1/f2/y3~/b1' --to segments
+' piped '/b1a"/b0/nl/c1/f2/y3~/b1/nl\r\n' --to segments
 gives "simple RTF, and RTF read by its first bytes" '{\rtf1 \f0 \b1 x\b0 \par }' \
   piped ' {\\rtf1\\b x\\b0\\par}' --to simple-rtf
 gives "RTF to markup" '/b1x/b0é€' piped '{\\rtf1\\b x\\b0 \xe9\\u8364?}' --to qel
@@ -75,10 +76,11 @@ gives "a usage error writes nothing" a/b1b cat a.qel
 
 echo "== files =="
 gives "extensions" 'r' "$qel" convert R.RTF --to text
-gives "text by its extension" '\\b1' "$qel" convert t.txt --to qel
+gives "text by its extension" '~/b1' "$qel" convert t.txt --to qel
+gives "the stated way" '\\b1' "$qel" --stated convert t.txt --to qel
 gives "a folder is made" '' "$qel" convert a.qel R.RTF t.txt --to rtf-body -d new/out --jobs 2
 [[ $(cd new/out && echo ./* && cat ./*) == './R.body.rtf ./a.body.rtf ./t.body.rtf
-ra\b1 b\\\\b1' ]] || fail "many files: $(tail -n +1 new/out/*)"
+ra\b1 b\b0 /b1' ]] || fail "many files: $(tail -n +1 new/out/*)"
 breaks 1 'cannot read missing.qel: No such file or directory' \
   "$qel" convert a.qel missing.qel t.txt --to text -d some
 gives "the others go on" ab/b1 cat some/a.txt some/t.txt

@@ -39,7 +39,7 @@ One two|case initial -t one_TWO
 abcdef|toggle bold a.qel
 a/f3b/f0c|toggle font3 -t abc --start 2 --length 1
 ABC|toggle upper -t abc
-a/nlb\nc\n|split , -t a/nlb/nl,/nlc
+a/nlb/nl\n/nlc\n|split , -t a/nlb/nl,/nlc
 2\n|find [ -t a[b
 0\n|len --text=
 one\n\ntwo\nthree\n|wrap -w 99 -t one/nl/nltwo/nlthree
@@ -57,7 +57,7 @@ head -c 40000 /dev/zero | tr '\0' x >long.qel
 gives "a long text" 40000$'\n' text len long.qel
 printf %s/nl/i1yz "$(<long.qel)" >longer.qel
 gives "a cut there" /i1z/i0 text mid 40002 -1 longer.qel
-gives "a switch there" x/i1/nly/b1z/i0/b0 \
+gives "a switch there" x/nl/i1y/b1z/i0/b0 \
   bash -c "$qel text toggle bold --start 40002 longer.qel | tail -c 18"
 gives "a file" '' text left 2 a.qel -o left.qel
 [[ $(cat left.qel) == /b1ab/b0 ]] || fail "written: $(cat left.qel)"

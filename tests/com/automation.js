@@ -20,6 +20,14 @@ function repeated(piece, count) {
   for (var all = ""; count > 0; count >>= 1, piece += piece) if (count & 1) all += piece;
   return all;
 }
+var markup = "/y4x/y0/c1y/c0/nl~/b1";
+// Whether an object gives what is wanted: as it is at first, and lossless.
+function ways(it, expression, wanted) {
+  var first = shown(it.Lossless) + (eval(expression) === wanted);
+  it.Lossless = true;
+  return first + " " + shown(it.Lossless) + (eval(expression) === wanted);
+}
+var losslessly = "boolean falsefalse boolean truetrue";
 
 var values = [
   // Records
@@ -113,6 +121,13 @@ var values = [
   ["layout.Canvas = box; layout.Canvas === box && layout.fmtTextWidth('abc') > 0", true],
   ["text.SetCanvas(box); text.LineCount('one two', 10000, 0)", 1],
   ["box.SelStart = 0; box.SelLength = 2; box.CurrentRichTextBox.SelBold", null],
+  // The two ways
+  ["ways(make('RTFParser'), 'it.RTFToQEL(it.QELToRTF(markup, fonts, colors), fonts, colors)', markup)", losslessly],
+  ["ways(make('StyleDecoder'), 'it.QELText = markup; it.QELText', markup)", losslessly],
+  ["ways(make('QELText'), 'it.LeftStr(markup, 2) + it.MidStr(markup, 3)', markup)", losslessly],
+  ["ways(make('TextAndFormatting'), 'it.fmtTextWidth(\"<b1]\") === it.fmtTextWidth(\"]b1<\")', true)", losslessly],
+  ["box.Multiline = true; ways(box, 'it.TextQEL = markup; it.SelText = \"z\"; it.TextQEL', '/y4z' + markup.slice(3))",
+    losslessly],
   // Long texts
   ["text.PlainText(repeated('/b1ab/b0', 500000)).length", 1000000],
   ["parser.QELToRTFWithoutTables(repeated('/i1\\u4E2D', 1000000)).length", 5000000],

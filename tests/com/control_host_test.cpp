@@ -60,20 +60,27 @@ TEST_F(Control, KeepsItsPropertiesInABag) {
     Form form(component_);
     form->put_Multiline(VARIANT_TRUE);
     form->put_NoteColor(255);
-    form.put_markup(L"a/b1b/b0 c");
     const auto storage = form.control().as<IPersistPropertyBag>();
     ASSERT_TRUE(storage);
     EXPECT_EQ(storage->Save(&bag, TRUE, FALSE), S_OK);
-    EXPECT_EQ(bag.values.count(L"FontName"), 0U) << "presets are not kept";
+    EXPECT_EQ(bag.values.size(), 2U) << "presets are not kept";
     EXPECT_EQ(bag.values[L"NoteColor"], L"255");
+    form->put_Lossless(VARIANT_TRUE);
+    form.put_markup(L"/y4x/y0/c1y/c0/nl~/b1");
+    EXPECT_EQ(storage->Save(&bag, TRUE, FALSE), S_OK);
+    EXPECT_EQ(bag.values[L"Lossless"], L"True");
     Bag all;
     EXPECT_EQ(storage->Save(&all, FALSE, TRUE), S_OK);
-    EXPECT_EQ(all.values.size(), 31U);
+    EXPECT_EQ(all.values.size(), 32U);
   }
   bag.values[L"HideColor"] = L"no colour";
   Form form(component_);
   EXPECT_EQ(form.control().as<IPersistPropertyBag>()->Load(&bag, nullptr), S_OK);
-  EXPECT_EQ(form.markup(), L"a/b1b/b0 c");
+  EXPECT_EQ(form.markup(), L"/y4x/y0/c1y/c0/nl~/b1");
+  SetFocus(form.box());
+  press(VK_END, {VK_CONTROL});
+  type(L"0/i1");
+  EXPECT_EQ(form.markup(), L"/y4x/y0/c1y/c0/nl~/b10~/i1") << "typed codes are text, too";
   OLE_COLOR color = 0;
   form->get_HideColor(&color);
   EXPECT_EQ(color, 0x00FF0000U) << "what does not convert is the preset";
@@ -120,8 +127,10 @@ TEST_F(Control, AsksAndTellsWhoIsBoundToIt) {
   ASSERT_TRUE(connection.holds());
   form.put_markup(L"a");
   form->put_BackColor(255);
-  EXPECT_EQ(sink.changed,
-            (std::vector<DISPID>{DISPID_TEXT, DISPID_VALUE, DISPID_VALUE, DISPID_BACKCOLOR}));
+  form->put_Lossless(VARIANT_TRUE);
+  constexpr DISPID lossless = 82;
+  EXPECT_EQ(sink.changed, (std::vector<DISPID>{DISPID_TEXT, DISPID_VALUE, DISPID_VALUE,
+                                               DISPID_BACKCOLOR, lossless}));
   sink.allows = false;
   EXPECT_EQ(form->put_Text(Text(L"b")), CTL_E_PERMISSIONDENIED);
   EXPECT_EQ(form.markup(), L"a");

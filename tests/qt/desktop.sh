@@ -71,10 +71,10 @@ xdotool key ctrl+v
 expect "upper: text  two! more./b1foreign/b0 rtf/i1application/i0"
 printf 'one\nline' | own UTF8_STRING
 xdotool key ctrl+a ctrl+v
-expect "upper: text one line"
+expect "upper: text one/nlline"
 xdotool key ctrl+a ctrl+b ctrl+c
 sleep 0.3
-[[ $(xclip -selection clipboard -o) == "one line" ]]
+[[ $(xclip -selection clipboard -o) == $'one\nline' ]]
 for form in text/rtf application/rtf; do
   xclip -selection clipboard -o -t "$form" | grep -qF '\b'
 done

@@ -68,7 +68,7 @@ TEST_F(Widget, HasEachPersistedPropertyOnce) {
   };
   const Names bag;
   box.control().ReadProperties(bag);
-  ASSERT_EQ(bag.names.size(), 31);
+  ASSERT_EQ(bag.names.size(), 32);
   const QMetaObject& meta = *box.metaObject();
   for (const QString& name : bag.names) {
     const int index = meta.indexOfProperty(name.toLatin1());

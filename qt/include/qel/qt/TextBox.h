@@ -56,6 +56,7 @@ class TextBox : public QWidget {
   Q_PROPERTY(bool ShowEditorOnShiftF2 READ get_ShowEditorOnShiftF2 WRITE put_ShowEditorOnShiftF2)
   Q_PROPERTY(bool SmartQuotes READ get_SmartQuotes WRITE put_SmartQuotes)
   Q_PROPERTY(bool PasteTextOnly READ get_PasteTextOnly WRITE put_PasteTextOnly)
+  Q_PROPERTY(bool Lossless READ get_Lossless WRITE put_Lossless)
   /// Shown in grey while there is no text. Not persisted.
   Q_PROPERTY(QString PlaceholderText READ get_PlaceholderText WRITE put_PlaceholderText)
 
@@ -136,6 +137,9 @@ class TextBox : public QWidget {
   void put_SmartQuotes(bool Value) { control_->put_SmartQuotes(Value); }
   bool get_PasteTextOnly() const { return control_->get_PasteTextOnly(); }
   void put_PasteTextOnly(bool Value) { control_->put_PasteTextOnly(Value); }
+  /// True at first, unlike that of a control elsewhere.
+  bool get_Lossless() const { return control_->get_Lossless(); }
+  void put_Lossless(bool Value) { control_->put_Lossless(Value); }
   QString get_PlaceholderText() const;
   void put_PlaceholderText(const QString& Value);
 

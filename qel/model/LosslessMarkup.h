@@ -1,0 +1,57 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <string>
+#include <string_view>
+
+#include "qel/model/StyleCodes.h"
+
+namespace qel {
+
+/// Writes runs as markup from which the same runs are read in the lossless way. Text that looks
+/// like a code is written with a tilde. Where that is no help, a code of no effect keeps characters
+/// apart: within "/c1" and "/nl" as text, where texts meet as a code, and between a tilde and a
+/// code that it would turn into text.
+class LosslessMarkup {
+ public:
+  enum class Text : std::uint8_t {
+    any,     ///< may hold what looks like a code to some reader
+    markup,  ///< stood in markup as it is: what only conversions to RTF read as codes ("/r1") stays
+  };
+
+  /// Appends to `out`, which has to outlive this object. `set` is one without rules that lose
+  /// formats: `CodeSet::lossless` or `CodeSet::v6`.
+  LosslessMarkup(std::u16string& out, style_codes::CodeSet set)
+      : out_(out), text_begin_(out.size()), set_(set) {}
+
+  /// Line breaks in the text, CR LF or either alone, become line codes in its style.
+  void text(std::u16string_view text, const style_codes::CodeState& state, Text kind = Text::any);
+  /// Line breaks that have no style.
+  void line_breaks(std::int32_t count) { line_breaks_ += count; }
+  /// Closes all codes.
+  void finish();
+  /// Keeps the end of the text apart from any markup that a caller may append.
+  void guard_end();
+
+ private:
+  void enter(const style_codes::CodeState& state);
+  template <class Append>
+  void append_codes(Append append);
+  void append_breaks();
+  void append_slash(std::u16string_view rest, Text kind);
+  void keep_apart();
+  std::u16string_view written_text() const { return std::u16string_view(out_).substr(text_begin_); }
+
+  std::u16string& out_;
+  std::size_t text_begin_;  // of the text behind the last code
+  style_codes::CodeSet set_;
+  style_codes::CodeState state_;
+  std::int32_t line_breaks_ = 0;  // to be written before the next text
+};
+
+/// Appends a code of no effect to `markup` if what follows it, more markup, would otherwise be read
+/// differently behind it: as a code that neither of them has, or as text.
+void keep_apart(std::u16string& markup, std::u16string_view following);
+
+}  // namespace qel

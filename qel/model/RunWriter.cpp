@@ -1,0 +1,137 @@
+#include "qel/model/RunWriter.h"
+
+#include "qel/model/QELCode.h"
+
+namespace qel {
+
+using style_codes::CodeSet;
+using style_codes::CodeState;
+
+namespace {
+
+bool is_markup(const OutputOptions& options) {
+  return options.codes == OutputOptions::Codes::current ||
+         options.codes == OutputOptions::Codes::v6;
+}
+
+CodeSet code_set(const OutputOptions& options) {
+  if (options.codes == OutputOptions::Codes::v6) return CodeSet::v6;
+  return options.way == Way::lossless ? CodeSet::lossless : CodeSet::current;
+}
+
+}  // namespace
+
+RunWriter::RunWriter(std::u16string& out, const OutputOptions& options)
+    : out_(out), options_(options), set_(code_set(options)) {
+  if (options.way == Way::lossless && is_markup(options)) {
+    lossless_.emplace(out, set_);
+  }
+}
+
+void RunWriter::add(const Run& run) {
+  if (lossless_) {
+    lossless_->line_breaks(run.line_codes_before);
+    lossless_->text(
+        run.text, run.state,
+        run.origin.is_markup ? LosslessMarkup::Text::markup : LosslessMarkup::Text::any);
+    return;
+  }
+  if (run_) write(*run_, &run.state);
+  if (run_) last_ = run_->state;
+  run_ = run;
+}
+
+void RunWriter::finish(std::int32_t line_codes_at_end, bool is_cut) {
+  if (lossless_) {
+    lossless_->line_breaks(line_codes_at_end);
+    lossless_->finish();
+    if (is_cut) lossless_->guard_end();
+    return;
+  }
+  if (run_) write(*run_, nullptr);
+  line_codes(line_codes_at_end);
+}
+
+void RunWriter::write(const Run& run, const CodeState* next) {
+  line_codes(run.line_codes_before);
+  open(run.state);
+  write_text(run);
+  ends_with_tilde_ = run.origin.ends_with_tilde && run.text.ends_with(u'~');
+  state_before_ = run.state;
+  close(run.state, next);
+}
+
+void RunWriter::write_text(const Run& run) {
+  if (is_custom()) {
+    // Only the text: the host's own spelling of the codes is not ours to change.
+    const std::u16string text(run.text);
+    options_.custom->append_text(out_,
+                                 options_.way == Way::stated ? restore_escaped_codes(text) : text);
+    return;
+  }
+  const bool is_escaped = ends_with_tilde_ && out_.ends_with(u'~');
+  const bool acts = is_markup(options_) && run.origin.begins_with_code && !is_escaped &&
+                    IsQELCode(run.text.substr(0, 3));
+  if (!acts) {
+    out_.append(run.text);
+    return;
+  }
+  out_.push_back(u'/');
+  out_.append(style_codes::code_of_no_effect(run.state)).append(run.text.substr(1));
+}
+
+void RunWriter::open(const CodeState& state) {
+  if (is_nested()) return nest(&state);
+  codes([&](std::u16string& to) {
+    if (last_) {
+      style_codes::append_different_on(to, state, *last_, set_);
+    } else {
+      style_codes::append_on(to, state, set_);
+    }
+  });
+}
+
+void RunWriter::close(const CodeState& state, const CodeState* next) {
+  if (!is_nested()) {
+    codes([&](std::u16string& to) { style_codes::append_different_off(to, state, next, set_); });
+  } else if (next == nullptr) {
+    nest(nullptr);
+  }
+}
+
+void RunWriter::nest(const CodeState* state) {
+  scratch_.clear();
+  if (state != nullptr) style_codes::append_on(scratch_, *state, set_);
+  nested_.change(out_, scratch_, *options_.custom);
+}
+
+void RunWriter::line_codes(std::int32_t count) {
+  if (!options_.line_codes && !is_custom()) return;
+  for (; count > 0; --count) {
+    if (options_.codes == OutputOptions::Codes::none) {
+      out_.append(u"\r\n");
+    } else {
+      codes([](std::u16string& to) { to.append(u"/nl"); });
+    }
+  }
+}
+
+template <class Append>
+void RunWriter::codes(Append append) {
+  if (options_.codes == OutputOptions::Codes::none) return;
+  if (is_custom()) {
+    scratch_.clear();
+    append(scratch_);
+    options_.custom->append_translated(out_, scratch_);
+    return;
+  }
+  const std::size_t begin = out_.size();
+  append(out_);
+  if (out_.size() == begin) return;
+  if (ends_with_tilde_ && begins_with_escaped_code(std::u16string_view(out_).substr(begin - 1))) {
+    out_.insert(begin, style_codes::code_behind_tilde(state_before_));
+  }
+  ends_with_tilde_ = false;
+}
+
+}  // namespace qel
