@@ -17,6 +17,7 @@
 
 #include "FormTables.h"
 #include "HeadlessForm.h"
+#include "Markup.h"
 #include "RecordStore.h"
 #include "qel/base/Records.h"
 #include "qel/base/Utf8.h"
@@ -206,6 +207,36 @@ TEST_F(Forms, SavesWhatTheUserChangedAndNothingElse) {
   user_of(host.body_control()).type(u"x\ny");
   form.save();
   EXPECT_EQ(store.load(2).body, u"x/nly");
+}
+
+TEST_F(Forms, NoTextIsRewrittenAndNoEditLosesAny) {
+  RecordStore store = open();
+  HeadlessForm host(store);
+  RecordForm& form = host.form();
+  const platform::RichEdit& box = *host.body_control().CurrentRichTextBox();
+  for (std::uint32_t i = 0; i < 40; ++i) {
+    test::Random random(test::base_seed() + i);
+    const std::u16string body = random.text(test::markup_vocabulary(), random.below(16));
+    SCOPED_TRACE(random.describe() + " " + shown(body));
+    Record record = record_of(u"title", body);
+    store.save(record);
+    form.load(record.id);
+    headless::BoxUser user = user_of(host.body_control());
+    user.press(keys::end_key, keys::ctrl_key);
+    user.type(u"x");
+    const richtext::Document typed = box.content(platform::Scope::document);
+    form.save();
+    EXPECT_TRUE(visible_text(store.load(record.id).body).ends_with(u'x'));
+    form.load(record.id);
+    EXPECT_EQ(box.content(platform::Scope::document), typed);
+    const std::u16string saved = form.body();
+    user.press(keys::end_key, keys::ctrl_key);
+    user.type(u"y");
+    EXPECT_TRUE(form.is_changed());
+    user.press(keys::backspace_key);
+    EXPECT_FALSE(form.is_changed()) << "the edit was taken back";
+    EXPECT_EQ(form.body(), saved);
+  }
 }
 
 TEST_F(Forms, KeepsUnsavedWorkUntilItIsSavedOrGivenUp) {

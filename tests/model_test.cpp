@@ -332,6 +332,12 @@ TEST(Decoder, WritesCustomCodes) {
   decoder.SetCustomCodes(u"/b1=<b1]\t/nl=<");
   decoder.put_QELText(u"/b1x~/b0/nlb1]");
   EXPECT_EQ(decoder.get_TextCustom(), u"<b1]x~/b0<b1]") << "the host's own spelling stays";
+  decoder.SetCustomCodes(
+      u"nested\t/b1=<b>\t/b0=</b>\t/i1=<i>\t/i0=</i>\t/f2=<tt>\t/f0=</tt>\t/"
+      u"nl=<br>\t<=&lt;\t&=&amp;");
+  decoder.put_QELText(u"/b1a/f2/i1b/k1/b0&/nl<b1]/y4c/f0d/b1e/i0");
+  EXPECT_EQ(decoder.get_TextCustom(),
+            u"<b>a<i><tt>b</tt></i></b><i><tt>&amp;<br>~/b1c</tt>d<b>e</b></i>");
   decoder.SetCustomCodes(u"/b0=</b>");
   iStyle style;
   style.Bold = style.Italic = true;
@@ -394,6 +400,11 @@ TEST(Decoder, StylesSpans) {
   EXPECT_EQ(restyled(u"/b1abcd", 1, 2, taBold, false), u"/b1a/b0bc/b1d/b0");
   EXPECT_EQ(restyled(u"/y4abc", 1, 1, taColor1, false), u"/y4a/y0b/y4c/y0");
   EXPECT_EQ(restyled(u"/b1/k1abc", 0, 2, taPlain, true), u"ab/b1/k1c/k0/b0");
+  // Both halves of an escaped code that is cut stay text.
+  EXPECT_EQ(restyled(u"a~/b1b", 2, 9, taColor1, false), u"a~/b1b");
+  EXPECT_EQ(restyled(u"a~/b1b", 0, 2, taItalic, true), u"/i1a~/c0/i0//b0b1b");
+  EXPECT_EQ(restyled(u"a~/b1b", 2, 4, taBold, true), u"a~/c0/b1//b1b1b/b0");
+  EXPECT_EQ(restyled(u"a~/b1b", 3, 3, taBold, true), u"a~//b1b1b/b0");
 }
 
 TEST(Words, AreRunsOfNonBlanksWhateverTheSegments) {
@@ -428,6 +439,22 @@ TEST(Words, DivideSegmentsOnRequest) {
     EXPECT_EQ(texts_of(*decoder.get_Segments()), divided[divides ? option : 0]) << option;
     EXPECT_EQ(decoder.get_QELText(), encoded);
   }
+}
+
+TEST(Words, KeepEscapedCodesWhole) {
+  StyleDecoder decoder;
+  for (const bool lossless : {false, true}) {
+    decoder.put_Lossless(lossless);
+    decoder.SetQELText(u"a~/b12.~/i1 b", 3);
+    EXPECT_EQ(texts_of(*decoder.get_Segments()),
+              lossless ? u"a|/b1|2|.|/i1| |b|" : u"a|<b1]|2|.|<i1]| |b|");
+    EXPECT_EQ(decoder.get_QELText(), u"a~/b12.~/i1 b");
+  }
+  decoder.put_QELText(u"a/nlb");
+  EXPECT_EQ(decoder.get_WordCount(), 2) << "a line ends a word";
+  EXPECT_EQ(decoder.TrimStr(u"  a /nl  b/nl"), u"a /nl  b/nl");
+  decoder.put_QELText(u"  a  /nl  b ");
+  EXPECT_EQ(decoder.GetQELText(ofMarkup, true, true), u"a /nl b");
 }
 
 TEST(Words, LoseBlanksAndPunctuationButNoCodes) {

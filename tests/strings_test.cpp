@@ -243,6 +243,8 @@ TEST(QELTextStrings, Split) {
   EXPECT_EQ(tools.Split(u"a/b1, /b0b", u", "), (Parts{u"a", u"b"}));
   EXPECT_EQ(tools.Split(u"ab", u""), Parts{u"ab"});
   EXPECT_EQ(tools.Split(u"a~/b1b~/b1c", u"b1"), (Parts{u"a~/", u"b~/", u"c"}));
+  EXPECT_EQ(tools.Split(u"~~/b1~", u"~"), (Parts{u"", u"", u"//b0b1"}));
+  EXPECT_EQ(tools.Split(u"/i1x~/b1y", u"/b1"), (Parts{u"/i1x~/c0/i0", u"/i1y/i0"}));
   test::Random random(test::base_seed());
   const std::vector<std::u16string_view> pieces = {u"/b1", u"/b0", u"/f3", u"/f0",  u"/y1",
                                                    u"/y4", u"/y0", u"/nl", u"<b1]", u",",

@@ -23,7 +23,7 @@ TEST_P(Stories, Hold) {
 
 INSTANTIATE_TEST_SUITE_P(Of, Stories,
                          testing::Values("typing", "shortcuts", "clipboard", "undo", "mouse",
-                                         "markup", "large_editor", "drags"),
+                                         "lossless", "markup", "large_editor", "drags"),
                          [](const auto& name) { return std::string(name.param); });
 
 }  // namespace
