@@ -101,16 +101,15 @@ void LosslessMarkup::enter(const CodeState& state) {
   state_ = state;
 }
 
-void LosslessMarkup::finish() { enter(CodeState()); }
-
-void LosslessMarkup::guard_end() {
+void LosslessMarkup::finish(bool is_cut) {
+  enter(CodeState());
   const std::u16string_view text = written_text();
-  if (text.ends_with(u'~')) {
+  if (is_cut && text.ends_with(u'~')) {
     out_.append(style_codes::code_behind_tilde(state_));
-  } else if (may_begin_code(text)) {
+  } else if (is_cut && may_begin_code(text)) {
     out_.append(style_codes::code_of_no_effect(state_));
   }
-  text_begin_ = out_.size();
+  text_begin_ = 0;
 }
 
 void keep_apart(std::u16string& markup, std::u16string_view following) {

@@ -29,10 +29,9 @@ class LosslessMarkup {
   void text(std::u16string_view text, const style_codes::CodeState& state, Text kind = Text::any);
   /// Line breaks that have no style.
   void line_breaks(std::int32_t count) { line_breaks_ += count; }
-  /// Closes all codes.
-  void finish();
-  /// Keeps the end of the text apart from any markup that a caller may append.
-  void guard_end();
+  /// Closes all codes, and keeps the end of a text that was cut apart from any markup that may
+  /// follow. Text that is added after that, to an emptied string, begins another text.
+  void finish(bool is_cut);
 
  private:
   void enter(const style_codes::CodeState& state);

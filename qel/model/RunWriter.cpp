@@ -44,12 +44,13 @@ void RunWriter::add(const Run& run) {
 void RunWriter::finish(std::int32_t line_codes_at_end, bool is_cut) {
   if (lossless_) {
     lossless_->line_breaks(line_codes_at_end);
-    lossless_->finish();
-    if (is_cut) lossless_->guard_end();
+    lossless_->finish(is_cut);
     return;
   }
   if (run_) write(*run_, nullptr);
   line_codes(line_codes_at_end);
+  run_.reset();
+  last_.reset();
 }
 
 void RunWriter::write(const Run& run, const CodeState* next) {

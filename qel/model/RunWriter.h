@@ -22,7 +22,8 @@ class RunWriter {
   RunWriter& operator=(const RunWriter&) = delete;
 
   void add(const Run& run);
-  /// Closes everything, and keeps the end apart from what may follow if more of the text does.
+  /// Closes everything, and keeps the end apart from what may follow if more of the text does. Runs
+  /// that are added after that begin another text.
   void finish(std::int32_t line_codes_at_end, bool is_cut);
 
  private:

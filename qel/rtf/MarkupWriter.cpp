@@ -83,7 +83,7 @@ void MarkupWriter::append(std::u16string_view text) {
 
 std::u16string MarkupWriter::finish() {
   if (lossless_) {
-    lossless_->finish();
+    lossless_->finish(false);
     return std::move(markup_);
   }
   if (beginning_ == line_break && !parser_.get_RecognizeCRLF()) return {};

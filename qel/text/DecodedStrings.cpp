@@ -2,27 +2,21 @@
 
 #include <algorithm>
 #include <array>
-#include <deque>
 #include <iterator>
 #include <optional>
 #include <utility>
 
 #include "qel/base/CaseMapping.h"
 #include "qel/base/Records.h"
-#include "qel/base/Scan.h"
 #include "qel/base/Search.h"
 #include "qel/model/Division.h"
 #include "qel/model/LosslessMarkup.h"
-#include "qel/model/QELCode.h"
-#include "qel/model/RunWriter.h"
 #include "qel/model/StyleCodes.h"
 #include "qel/model/TextAttribute.h"
 #include "qel/text/MarkupCase.h"
 
 namespace qel::decoded {
 namespace {
-
-using style_codes::CodeState;
 
 constexpr std::size_t npos = std::u16string_view::npos;
 
@@ -235,160 +229,6 @@ void replace(StyleDecoder& decoder, std::u16string_view text, std::ptrdiff_t sta
 void replace(StyleDecoder& decoder, std::u16string_view text, std::ptrdiff_t start,
              std::ptrdiff_t length, std::u16string_view replacement, const cReplaceData& given) {
   replace_styled(decoder, std::u16string(text), start, length, std::u16string(replacement), given);
-}
-
-namespace {
-
-/// Where a text is cut: at the first `most` delimiters.
-class Cuts {
- public:
-  Cuts(std::u16string_view plain, std::u16string_view delimiter, std::size_t most)
-      : plain_(plain), delimiter_(delimiter), left_(most) {
-    find_end();
-  }
-
-  std::size_t begin() const { return begin_; }  ///< where the current piece begins
-  std::size_t end() const { return end_; }      ///< and ends; `npos` where the rest is one piece
-  bool has_piece() const { return begin_ < plain_.size(); }
-
-  void next() {
-    begin_ = end_ + delimiter_.size();
-    --left_;
-    find_end();
-  }
-
- private:
-  void find_end() { end_ = left_ == 0 ? npos : find_text(plain_, delimiter_, begin_); }
-
-  std::u16string_view plain_;
-  std::u16string_view delimiter_;
-  std::size_t left_;
-  std::size_t begin_ = 0;
-  std::size_t end_ = 0;
-};
-
-/// Writes the markup of the pieces of a text, one after the other.
-class PieceWriter {
- public:
-  explicit PieceWriter(Way way) { options_.way = way; }
-
-  void add(const Run& run) {
-    if (!writer_) writer_.emplace(markup_, options_);
-    writer_->add(run);
-  }
-
-  std::u16string take(std::int32_t line_codes_at_end, bool is_cut) {
-    if (!writer_) writer_.emplace(markup_, options_);
-    writer_->finish(line_codes_at_end, is_cut);
-    writer_.reset();
-    std::u16string markup = std::exchange(markup_, {});
-    return options_.way == Way::stated ? restore_escaped_codes(std::move(markup)) : markup;
-  }
-
- private:
-  OutputOptions options_;
-  std::u16string markup_;
-  std::optional<RunWriter> writer_;
-};
-
-/// The part of a segment's text, escaped codes as plain text has them, with what cuts make of its
-/// ends.
-Run part_of(std::u16string_view text, std::size_t from, std::size_t to, const CodeState& state) {
-  Run run = {text.substr(from, to - from), state};
-  run.origin.begins_with_code = from > 0 && begins_with_escaped_code(text.substr(from - 1));
-  run.origin.ends_with_tilde = begins_with_escaped_code(text.substr(to - 1));
-  return run;
-}
-
-/// Appends the pieces of the decoder's text in one walk along its segments. Returns whether
-/// anything is left after the last cut; it is the last piece then.
-bool append_pieces(StyleDecoder& decoder, Cuts cuts, std::vector<std::u16string>& pieces) {
-  const SegmentCollection& segments = *decoder.get_Segments();
-  PieceWriter writer(segments.way());
-  std::deque<std::u16string> restored;
-  std::size_t position = 0;
-  std::int32_t line_codes = 0;
-  std::size_t line_codes_at = 0;
-  for (const auto& segment : segments) {
-    line_codes += segment->line_codes_before();
-    line_codes_at = position;
-    std::u16string_view text = segment->text();
-    const bool may_have_placeholders =
-        segments.way() == Way::stated && find_any<u'<'>(text, 0) != text.size();
-    // A cut may go through the middle of an escaped code.
-    if (may_have_placeholders) {
-      text = restored.emplace_back(restore_escaped_codes(segment->get_Text()));
-    }
-    const std::size_t segment_end = position + text.size();
-    while (cuts.begin() < segment_end) {
-      const std::size_t from = std::max(cuts.begin(), position);
-      const std::size_t to = std::min(std::max(cuts.end(), from), segment_end);
-      if (to > from) {
-        Run run = part_of(text, from - position, to - position, segment->code_state());
-        run.origin.is_markup = segment->origin().is_markup;
-        run.line_codes_before = std::exchange(line_codes, 0);
-        writer.add(run);
-      }
-      // Line codes before the delimiter, which come with the next segment, are still of this piece.
-      if (cuts.end() >= segment_end) break;
-      // Those behind the beginning of the delimiter go to the next piece.
-      const bool are_before = line_codes_at <= cuts.end();
-      pieces.push_back(writer.take(are_before ? std::exchange(line_codes, 0) : 0, true));
-      cuts.next();
-    }
-    position = segment_end;
-  }
-  line_codes += segments.line_codes_at_end();
-  const bool is_left = cuts.has_piece() || (segments.way() == Way::lossless && line_codes > 0);
-  if (is_left) pieces.push_back(writer.take(line_codes, false));
-  return is_left;
-}
-
-/// Whether a piece of the text may differ once it is encoded and decoded again: in a font that is
-/// lost, or in characters that meet a code.
-bool changes_when_encoded(const SegmentCollection& segments) {
-  if (segments.way() == Way::lossless) return false;
-  CodeState last;
-  return std::any_of(segments.begin(), segments.end(), [&](const auto& segment) {
-    const CodeState state = segment->code_state();
-    const std::u16string_view text = segment->text();
-    const std::u16string_view end = text.substr(std::max<std::size_t>(text.size(), 2) - 2);
-    const bool may_meet = end.find_first_of(u"/~") != npos;
-    const bool loses_font = state.color != 0 && state.font != 0 && state.font == last.font;
-    last = state;
-    return may_meet || loses_font;
-  });
-}
-
-}  // namespace
-
-std::vector<std::u16string> split(StyleDecoder& decoder, std::u16string_view text,
-                                  std::u16string_view delimiter) {
-  if (text.empty()) return {};
-  const auto is_in = [&](const std::u16string& plain) {
-    return !delimiter.empty() && find_text(plain, delimiter) != npos;
-  };
-  decoder.put_QELText(text);
-  std::u16string plain = decoder.get_Text();
-  if (!is_in(plain)) return {std::u16string(text)};
-  std::vector<std::u16string> pieces;
-  const auto cut_all = [&] {
-    const bool has_end = append_pieces(decoder, Cuts(plain, delimiter, npos), pieces);
-    decoder.put_QELText(has_end ? std::u16string_view(pieces.back()) : std::u16string_view());
-  };
-  if (!changes_when_encoded(*decoder.get_Segments())) {
-    cut_all();
-    return pieces;
-  }
-  const bool has_rest = append_pieces(decoder, Cuts(plain, delimiter, 1), pieces);
-  // The rest is decoded again, as the rule does after each piece. Once is enough: decoding and
-  // encoding again changes no style.
-  decoder.put_QELText(has_rest ? std::u16string_view(pieces.back()) : std::u16string_view());
-  plain = decoder.get_Text();
-  if (!is_in(plain)) return pieces;
-  pieces.pop_back();
-  cut_all();
-  return pieces;
 }
 
 namespace {

@@ -28,6 +28,9 @@ void mask_codes(std::u16string& text, std::size_t from, Way way) {
 /// a line break.
 std::u16string flat_text(const SegmentCollection& segments, bool masks_hidden) {
   std::u16string flat;
+  std::size_t size = 0;
+  for (const auto& segment : segments) size += segment->text().size() + 1;
+  flat.reserve(size);
   for (const auto& segment : segments) {
     if (segment->line_codes_before() > 0) flat.push_back(u'\n');
     if (masks_hidden && segment->code_state().color == hidden_color) {
