@@ -136,10 +136,14 @@ std::vector<std::u16string> QELTextbox::fonts_of_text() const {
 
 std::u16string QELTextbox::get_TextQEL() const {
   if (reveal_codes_) return get_Text();
-  std::u16string markup = conversion().markup_in(*CurrentRichTextBox());
-  const bool is_untouched =
-      assigned_ && get_Lossless() && assigned_->box == active_ && assigned_->in_box == markup;
-  return is_untouched ? assigned_->markup : markup;
+  Conversion converting = conversion();
+  std::u16string markup = converting.markup_in(*CurrentRichTextBox());
+  const bool may_be_untouched = assigned_ && get_Lossless() && assigned_->box == active_;
+  if (!may_be_untouched || assigned_->markup == markup) return markup;
+  if (!assigned_->in_box) {
+    assigned_->in_box = converting.markup_of(converting.content_of(assigned_->markup, {}));
+  }
+  return *assigned_->in_box == markup ? assigned_->markup : markup;
 }
 
 void QELTextbox::put_TextQEL(std::u16string_view Value) {
@@ -148,15 +152,11 @@ void QELTextbox::put_TextQEL(std::u16string_view Value) {
     box.put_Text(Value);
   } else {
     const auto [format, alignment] = box.text_defaults(platform::Scope::document);
-    Conversion converting = conversion();
-    richtext::Document content = converting.content_of(Value, format);
+    richtext::Document content = conversion().content_of(Value, format);
     // Markup knows no alignment: the one at the beginning of the text stays.
     content.align({0, content.size()}, alignment);
     assigned_.reset();
-    if (get_Lossless()) {
-      std::u16string in_box = converting.markup_of(content);
-      if (in_box != Value) assigned_ = {active_, std::u16string(Value), std::move(in_box)};
-    }
+    if (get_Lossless()) assigned_ = {active_, std::u16string(Value), {}};
     box.put_content(platform::Scope::document, std::move(content));
   }
   site_.property_changed(u"TextQEL");

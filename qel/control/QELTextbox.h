@@ -396,13 +396,14 @@ class QELTextbox {
   std::shared_ptr<const bool> alive_ = std::make_shared<const bool>(true);
   bool changes_held_ = false;  // the changes in progress will be reported as one
 
-  /// Markup that was assigned, where the box says the same in other words.
+  /// Lossless markup that was assigned. `in_box` is what the box says for it, once somebody has
+  /// asked.
   struct Assigned {
     std::size_t box = 0;
     std::u16string markup;
-    std::u16string in_box;
+    std::optional<std::u16string> in_box;
   };
-  std::optional<Assigned> assigned_;
+  mutable std::optional<Assigned> assigned_;
 
   RTFParser parser_;
   std::shared_ptr<QELIndexFonts> fonts_ = std::make_shared<QELIndexFonts>();
