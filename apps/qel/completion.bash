@@ -1,13 +1,13 @@
 # Completion of the command qel for bash.
 
-_qel_convert_options='--help --from --to --output --directory --jobs --field
+_qel_convert_options='--help --stated --from --to --output --directory --jobs --field
   --nl-to-space --no-nl-to-space --tabs-to-space --no-tabs-to-space
   --recognize-crlf --no-recognize-crlf --recognize-tabs --no-recognize-tabs
   --font --color --font-size --tables'
-_qel_text_options='--help --text --output --ignore-case --last --within --style
+_qel_text_options='--help --stated --text --output --ignore-case --last --within --style
   --style-from-text --start --length --ignored-words --width --indent --columns --lines
   --font --color --font-size --tables'
-_qel_render_options='--help --text --output --width --margin --indent --align --label --transparent
+_qel_render_options='--help --stated --text --output --width --margin --indent --align --label --transparent
   --reveal-codes --hide-hidden --one-color --no-wrap --font --color --font-size --tables'
 _qel_verbs='len plain find left right mid stuff split case toggle compare wrap'
 _qel_letters='upper lower swap title first-upper first-lower'
@@ -30,7 +30,7 @@ _qel() {
     -t | --text | -j | --jobs | --font | --color | --font-size) return ;;
     *)
       if ((COMP_CWORD == 1)); then
-        choices='convert tables text render --help --version'
+        choices='convert tables text render --help --version --stated'
       elif [[ $COMP_CWORD == 2 && ${COMP_WORDS[1]} == text && $word != -* ]]; then
         choices=$_qel_verbs
       elif [[ $word == -* ]]; then
