@@ -338,6 +338,8 @@ TEST(Decoder, WritesCustomCodes) {
   decoder.put_QELText(u"/b1a/f2/i1b/k1/b0&/nl<b1]/y4c/f0d/b1e/i0");
   EXPECT_EQ(decoder.get_TextCustom(),
             u"<b>a<i><tt>b</tt></i></b><i><tt>&amp;<br>~/b1c</tt>d<b>e</b></i>");
+  decoder.put_QELText(u"/b1/i1a/i0/nlb/b0/nlc/i1d/nl");
+  EXPECT_EQ(decoder.get_TextCustom(), u"<b><i>a</i><br>b</b><br>c<i>d</i><br>");
   decoder.SetCustomCodes(u"/b0=</b>");
   iStyle style;
   style.Bold = style.Italic = true;

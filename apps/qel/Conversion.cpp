@@ -42,24 +42,29 @@ void replace_tabs(SegmentCollection& segments, std::u16string_view replacement) 
   }
 }
 
-/// Puts blanks in place of the line codes of text that was decoded in the lossless way, or nothing.
+/// Puts blanks, in the format of the text before them, in place of the line codes of text that was
+/// decoded in the lossless way; or nothing.
 void replace_line_codes(SegmentCollection& segments, bool by_blanks) {
-  const auto blanks = [by_blanks](std::int32_t count) {
-    return std::u16string(by_blanks ? static_cast<std::size_t>(count) : 0, u' ');
+  std::shared_ptr<Segment> last;
+  const auto put_blanks = [&](Segment& segment, std::int32_t count) {
+    const std::u16string blanks(by_blanks ? static_cast<std::size_t>(count) : 0, u' ');
+    if (blanks.empty()) return;
+    if (last) {
+      last->put_Text(last->get_Text().append(blanks));
+    } else {
+      segment.put_Text(blanks + segment.get_Text());
+    }
   };
   for (const auto& segment : segments) {
-    if (const std::int32_t count = segment->line_codes_before(); count > 0) {
-      segment->put_Text(blanks(count).append(segment->text()));
-      segment->put_line_codes_before(0);
-    }
+    put_blanks(*segment, segment->line_codes_before());
+    segment->put_line_codes_before(0);
+    last = segment;
   }
-  const std::u16string end = blanks(segments.line_codes_at_end());
-  if (const auto last = segments.Item(segments.Count()); last && !end.empty()) {
-    last->put_Text(last->get_Text().append(end));
-  } else if (!end.empty()) {
-    segments.Add(end, iStyle());
-  }
+  const std::int32_t at_end = segments.line_codes_at_end();
   segments.put_line_codes_at_end(0);
+  if (last) return put_blanks(*last, at_end);
+  const auto only = segments.Add({}, iStyle());
+  put_blanks(*only, at_end);
 }
 
 void drop_last_blank(SegmentCollection& segments) {

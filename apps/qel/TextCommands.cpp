@@ -9,6 +9,7 @@
 
 #include "Numbers.h"
 #include "UsageError.h"
+#include "qel/base/Scan.h"
 #include "qel/base/Utf16.h"
 #include "qel/base/Utf8.h"
 #include "qel/headless/SvgCanvas.h"
@@ -37,6 +38,15 @@ std::u16string decoded(const std::string& argument) {
 }
 
 TaskResult markup_result(std::u16string_view markup) { return {to_utf8(markup), 0, true}; }
+/// Lossless with its lines.
+std::u16string shown_text(std::u16string_view markup, Way way) {
+  StyleDecoder decoder;
+  decoder.put_Lossless(way == Way::lossless);
+  decoder.put_QELText(markup);
+  const std::int32_t lines = way == Way::lossless ? ofLineCodes : 0;
+  return replace_all(decoder.GetQELText(ofPlainText | lines, false, false), u"\r\n", u"\n");
+}
+
 TaskResult number(std::size_t value) { return {std::to_string(value) + "\n"}; }
 
 constexpr std::int64_t most_position = 1'000'000'000'000;
@@ -249,7 +259,7 @@ void TextCommands::add_counting() {
       }));
   read_text(add_verb("plain", "Print the text without codes",
                      [](const Arguments& given, const Texts& texts) {
-                       return markup_result(markup::plain_text(texts[0], given.way));
+                       return markup_result(shown_text(texts[0], given.way));
                      }));
   CLI::App& verb = add_verb("find", "Print where a text first occurs, 0 when it does not", find);
   verb.add_option("SEARCH", given_.search, "What to look for")->required()->type_name("");

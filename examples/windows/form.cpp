@@ -190,8 +190,7 @@ int main(int argc, char** argv) {
   connect(*box, events);
   box->put_Multiline(VARIANT_TRUE);
   box->put_FontSize(11);
-  box->put_RecognizeCRLF(VARIANT_TRUE);
-  box->put_ConvertNLToSpace(VARIANT_FALSE);
+  box->put_Lossless(VARIANT_TRUE);
   box->put_ShowEditorOnShiftF2(VARIANT_TRUE);
   const bool is_picture = argc == 3 && std::string(argv[1]) == "--picture";
   put_markup(argc == 2 ? read_markup(argv[1])

@@ -23,8 +23,7 @@ void round_trip() {
   const auto fonts = create<IQELIndexFonts>(__uuidof(QELIndexFonts));
   const auto colors = create<IQELIndexColors>(__uuidof(QELIndexColors));
   const auto parser = create<IRTFParser>(__uuidof(RTFParser));
-  parser->put_ConvertNLToSpace(VARIANT_FALSE);
-  parser->put_RecognizeCRLF(VARIANT_TRUE);
+  parser->put_Lossless(VARIANT_TRUE);
   BSTR text = nullptr;
   _com_util::CheckError(parser->QELToRTF(_bstr_t(L"Hello /b1world/b0/nl"), fonts, colors, &text));
   const _bstr_t rtf = taken(text);

@@ -2,8 +2,7 @@
 Set fonts = CreateObject("QEL.QELIndexFonts")
 Set colors = CreateObject("QEL.QELIndexColors")
 Set parser = CreateObject("QEL.RTFParser")
-parser.ConvertNLToSpace = False
-parser.RecognizeCRLF = True
+parser.Lossless = True
 rtf = parser.QELToRTF("Hello /b1world/b0/nl", fonts, colors)
 markup = parser.RTFToQEL(rtf, fonts, colors)
 WScript.Echo markup

@@ -220,6 +220,8 @@ class QELTextbox {
   /// 0 none, 1 a single line.
   std::int32_t get_BorderStyle() const { return border_style_; }
   void put_BorderStyle(std::int32_t Value);
+  /// Setting these changes all text, also that in fonts of the table (unless lossless). Markup that
+  /// is assigned is in font 0 and the size of the font table (unless lossless).
   std::u16string get_FontName() const { return appearance().font_name; }
   void put_FontName(std::u16string_view Value);
   float get_FontSize() const { return appearance().font_size; }
@@ -273,7 +275,7 @@ class QELTextbox {
 
   std::u16string QELToRTF(std::u16string_view Text) const;
   std::u16string QELToRTFWithoutTables(std::u16string_view Text) const;
-  /// The markup of RTF, without a line break at its end.
+  /// The markup of RTF, without a line break (CR LF) at its end.
   std::u16string RTFToQEL(std::u16string_view RTF) const;
 
   // Tables and lookups.

@@ -45,7 +45,7 @@ void CustomCodes::append_text(std::u16string& out, std::u16string_view text) con
   }
 }
 
-void NestedCodes::change(std::u16string& out, std::u16string_view on, const CustomCodes& spelling) {
+void NestedCodes::close(std::u16string& out, std::u16string_view on, const CustomCodes& spelling) {
   std::size_t kept = 0;
   while (kept < open_.size() && on.find(open_.substr(kept, code_length)) != on.npos) {
     kept += code_length;
@@ -55,6 +55,10 @@ void NestedCodes::change(std::u16string& out, std::u16string_view on, const Cust
     spelling.append_translated(out, std::u16string_view(open_).substr(open_.size() - code_length));
     open_.resize(open_.size() - code_length);
   }
+}
+
+void NestedCodes::change(std::u16string& out, std::u16string_view on, const CustomCodes& spelling) {
+  close(out, on, spelling);
   for (; !on.empty(); on.remove_prefix(code_length)) {
     const std::u16string_view code = on.substr(0, code_length);
     if (!spelling.has(code) || open_.find(code) != open_.npos) continue;

@@ -36,6 +36,8 @@ class NestedCodes {
  public:
   /// Goes on to a run in which the codes `on` hold, and no others.
   void change(std::u16string& out, std::u16string_view on, const CustomCodes& spelling);
+  /// Closes what does not hold there.
+  void close(std::u16string& out, std::u16string_view on, const CustomCodes& spelling);
 
  private:
   std::u16string open_;  // the outermost first

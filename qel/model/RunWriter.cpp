@@ -54,6 +54,7 @@ void RunWriter::finish(std::int32_t line_codes_at_end, bool is_cut) {
 }
 
 void RunWriter::write(const Run& run, const CodeState* next) {
+  if (is_nested()) nested_.close(out_, codes_on(run.state), *options_.custom);
   line_codes(run.line_codes_before);
   open(run.state);
   write_text(run);
@@ -82,7 +83,7 @@ void RunWriter::write_text(const Run& run) {
 }
 
 void RunWriter::open(const CodeState& state) {
-  if (is_nested()) return nest(&state);
+  if (is_nested()) return nested_.change(out_, codes_on(state), *options_.custom);
   codes([&](std::u16string& to) {
     if (last_) {
       style_codes::append_different_on(to, state, *last_, set_);
@@ -96,14 +97,14 @@ void RunWriter::close(const CodeState& state, const CodeState* next) {
   if (!is_nested()) {
     codes([&](std::u16string& to) { style_codes::append_different_off(to, state, next, set_); });
   } else if (next == nullptr) {
-    nest(nullptr);
+    nested_.close(out_, {}, *options_.custom);
   }
 }
 
-void RunWriter::nest(const CodeState* state) {
+std::u16string_view RunWriter::codes_on(const CodeState& state) {
   scratch_.clear();
-  if (state != nullptr) style_codes::append_on(scratch_, *state, set_);
-  nested_.change(out_, scratch_, *options_.custom);
+  style_codes::append_on(scratch_, state, set_);
+  return scratch_;
 }
 
 void RunWriter::line_codes(std::int32_t count) {

@@ -33,7 +33,7 @@ class RunWriter {
   void write_text(const Run& run);
   void open(const style_codes::CodeState& state);
   void close(const style_codes::CodeState& state, const style_codes::CodeState* next);
-  void nest(const style_codes::CodeState* state);
+  std::u16string_view codes_on(const style_codes::CodeState& state);
   void line_codes(std::int32_t count);
   template <class Append>
   void codes(Append append);

@@ -57,7 +57,7 @@ class StyleDecoder {
   void SetQELText(std::u16string_view Text, std::int32_t Options);
 
   /// The decoder's own segments, shared with the caller. In them, escaped codes are placeholders
-  /// ("<b1]" for "~/b1"), which `restore_escaped_codes` turns back.
+  /// ("<b1]" for "~/b1"), which `restore_escaped_codes` turns back, unless the decoder is lossless.
   std::shared_ptr<SegmentCollection> get_Segments() { return segments_; }
   std::int32_t get_SegmentCount() const { return segments_->Count(); }
   /// Text of the segment at the one-based `Index`; empty when there is none.
@@ -73,7 +73,7 @@ class StyleDecoder {
   /// does not join what follows it as a code.
   std::u16string markup_of_part() const;
 
-  // Other outputs. All of them turn placeholders back into escaped codes.
+  // Other outputs. In the stated way all of them turn placeholders back into escaped codes.
 
   /// The text as `Flags` (see `OutputFlags`) asks for it. Trimming and removing double blanks take
   /// away visible blanks, across runs too; codes stay.

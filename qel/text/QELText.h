@@ -59,7 +59,7 @@ class QELText {
   std::int16_t InStringRev(std::u16string_view Text, std::u16string_view SearchText,
                            std::int16_t Start = -1);
   /// The same as `TextAndFormatting::fmtLen`: unlike the others, it counts "/k1", "/k0" and "/nl"
-  /// as text, and it loads nothing.
+  /// as text and only the tilde of an escaped code, lossless too, and it loads nothing.
   std::int16_t LenStr(std::u16string_view Text) const { return TextAndFormatting::fmtLen(Text); }
   /// The text without codes.
   std::u16string PlainText(std::u16string_view Text);

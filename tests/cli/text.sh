@@ -41,6 +41,7 @@ a/f3b/f0c|toggle font3 -t abc --start 2 --length 1
 ABC|toggle upper -t abc
 a/nlb/nl\n/nlc\n|split , -t a/nlb/nl,/nlc
 2\n|find [ -t a[b
+a\n/b1|plain -t a/nl/b1~/b1
 0\n|len --text=
 one\n\ntwo\nthree\n|wrap -w 99 -t one/nl/nltwo/nlthree
 equal\n|compare a.qel -t /b1a/b0/b1bc/b0def
