@@ -5,6 +5,7 @@
 #include <string>
 #include <vector>
 
+#include "qel/base/Records.h"
 #include "qel/control/QELTextbox.h"
 #include "qel/headless/HeadlessPlatform.h"
 #include "qel/model/StyleDecoder.h"
@@ -64,76 +65,39 @@ std::u16string plain_of(const Items& items) {
   return text;
 }
 
-/// A document in every style of the model, full of text that looks like codes.
+/// What looks like codes, what RTF has words for, and text of several kinds.
+const std::vector<std::u16string_view>& pieces() {
+  static const auto all = records::split(
+      u"/|~|\\|\\\\|/b1|/c1|/c0|/nl|/r1|/l0|/t1|/f3|/y12|~/b1|~/"
+      u"c0|\\\\b1|<b1]|<|]|b|1|b1|c1|nl|n|l|0| |  |"
+      u"\t|{|}|word |\\par "
+      u"|/B1|/b2|http://x/|\u00A0|\u00AD|\u2011|\u2013|\u201C|\u20AC|\u05E9\u05DC|"
+      u"\u4E2D|\U0001F600|e\u0301|\u2028|\u0001|\u007F|\u0085|\uFEFF|\uFFFF",
+      u"|");
+  return all;
+}
+
+CodeState random_state(test::Random& random) {
+  CodeState state;
+  if (!random.one_in(3)) state.attributes = static_cast<std::uint8_t>(1U << random.below(7));
+  if (random.one_in(4)) state.attributes = static_cast<std::uint8_t>(random.below(32));
+  if (random.one_in(6)) state.attributes = style_codes::superscript_bit | style_codes::bold_bit;
+  if (random.one_in(3)) state.font = static_cast<std::int16_t>(random.below(10));
+  if (random.one_in(3)) state.color = static_cast<std::int16_t>(random.below(10));
+  return state;
+}
+
+/// A document in every style of the model.
 Items random_items(test::Random& random) {
-  static const std::vector<std::u16string_view> texts = {u"/",
-                                                         u"~",
-                                                         u"\\",
-                                                         u"\\\\",
-                                                         u"/b1",
-                                                         u"/c1",
-                                                         u"/c0",
-                                                         u"/nl",
-                                                         u"/r1",
-                                                         u"/l0",
-                                                         u"/t1",
-                                                         u"/f3",
-                                                         u"/y12",
-                                                         u"~/b1",
-                                                         u"~/c0",
-                                                         u"\\\\b1",
-                                                         u"<b1]",
-                                                         u"<",
-                                                         u"]",
-                                                         u"b",
-                                                         u"1",
-                                                         u"b1",
-                                                         u"c1",
-                                                         u"nl",
-                                                         u"n",
-                                                         u"l",
-                                                         u"0",
-                                                         u" ",
-                                                         u"  ",
-                                                         u"\t",
-                                                         u"{",
-                                                         u"}",
-                                                         u"word ",
-                                                         u"/B1",
-                                                         u"/b2",
-                                                         u"http://x/",
-                                                         u"\u00A0",
-                                                         u"\u00AD",
-                                                         u"\u2011",
-                                                         u"\u2013",
-                                                         u"\u201C",
-                                                         u"\u20AC",
-                                                         u"\u05E9\u05DC",
-                                                         u"\u4E2D",
-                                                         u"\U0001F600",
-                                                         u"e\u0301",
-                                                         u"\u2028",
-                                                         u"\u0001",
-                                                         u"\u007F",
-                                                         u"\u0085",
-                                                         u"\uFEFF",
-                                                         u"\uFFFF"};
   Items items;
   CodeState state;
-  for (std::size_t pieces = random.below(12); pieces > 0; --pieces) {
+  for (std::size_t left = random.below(12); left > 0; --left) {
     if (random.one_in(6)) {
       items.push_back({line_break, {}});
       continue;
     }
-    if (random.one_in(2)) {
-      state = {};
-      if (!random.one_in(3)) state.attributes = static_cast<std::uint8_t>(1U << random.below(7));
-      if (random.one_in(4)) state.attributes = static_cast<std::uint8_t>(random.below(32));
-      if (random.one_in(6)) state.attributes = style_codes::superscript_bit | style_codes::bold_bit;
-      if (random.one_in(3)) state.font = static_cast<std::int16_t>(random.below(10));
-      if (random.one_in(3)) state.color = static_cast<std::int16_t>(random.below(10));
-    }
-    for (const char16_t c : random.pick(texts)) items.push_back({c, state});
+    if (random.one_in(2)) state = random_state(random);
+    for (const char16_t c : random.pick(pieces())) items.push_back({c, state});
   }
   return items;
 }
@@ -290,9 +254,14 @@ TEST_F(Lossless, EveryTextSurvivesTheControl) {
                 without_breaks(control.get_SelText()));
       EXPECT_EQ(plain_of(items_of(markup.substr(0, from))), without_breaks(text.substr(0, start)));
     }
-    control.put_FontName(u"Another");
-    control.put_FontSize(20);
-    ASSERT_EQ(control.get_TextQEL(), markup) << "in another font of the control";
+    for (const std::u16string_view name : {u"Courier New", u"Font 4", u"Another"}) {
+      control.put_FontName(name);
+      control.put_FontSize(20);
+      ASSERT_EQ(control.get_TextQEL(), markup) << test::shown(name);
+    }
+    control.put_NoteColor(rgb(1, 2, 3));
+    ASSERT_EQ(control.get_TextQEL(), markup) << "in another colour";
+    control.put_NoteColor(colors_.get_NoteColor());
     const auto box = control.boxes()[control.get_Multiline() ? 1 : 0];
     QELTextbox second(form);
     second.put_Lossless(true);

@@ -320,6 +320,14 @@ TEST(Decoder, WritesTheOtherForms) {
             u"  /b1Two  /b0  words/y2hid/y0/y3 note/k1x/y0/k0~/b1 ");
   decoder.put_QELText(u"/nl/nl");
   EXPECT_EQ(decoder.GetQELText(ofLineCodes, false, false), u"/nl/nl");
+  decoder.put_QELText(u"/b1many words/b0  and a long last run");
+  EXPECT_EQ(decoder.GetQELText(ofMarkup, true, true), u"/b1many words/b0 and a long last run");
+  decoder.put_Lossless(true);
+  decoder.put_QELText(u"a\r\nb\rc\n/r1d~/b1/b1~");
+  EXPECT_EQ(decoder.get_QELText(), u"a/nlb/nlc/nl/r1d~/b1/b1~/c0/b0") << "what is markup stays";
+  decoder.get_Segments()->Item(1)->put_Text(u"/r1\r\n");
+  EXPECT_EQ(decoder.get_QELText(), u"//b0r1/nl/nlb/nlc/nl/r1d~/b1/b1~/c0/b0");
+  EXPECT_EQ(decoder.RemoveLeadingPunctuation(u"(~/b1) x"), u"~/b1) x");
 }
 
 TEST(Decoder, WritesCustomCodes) {
@@ -407,6 +415,7 @@ TEST(Decoder, StylesSpans) {
   EXPECT_EQ(restyled(u"a~/b1b", 0, 2, taItalic, true), u"/i1a~/c0/i0//b0b1b");
   EXPECT_EQ(restyled(u"a~/b1b", 2, 4, taBold, true), u"a~/c0/b1//b1b1b/b0");
   EXPECT_EQ(restyled(u"a~/b1b", 3, 3, taBold, true), u"a~//b1b1b/b0");
+  EXPECT_EQ(restyled(u"~/f3~/b1", 1, 4, taBold, true), u"~/c0/b1//b1f3~/c0/b0//b0b1");
 }
 
 TEST(Words, AreRunsOfNonBlanksWhateverTheSegments) {

@@ -178,7 +178,26 @@ TEST(MarkupStrings, KeepLineBreaksAndReachBeyond16Bits) {
   EXPECT_EQ(markup::split(u"/nla/nl,/nlb/nlc,", u",", kept),
             (std::vector<std::u16string>{u"/nla/nl", u"/nlb/nlc"}));
   EXPECT_EQ(markup::length(text), far + 7);
+  // What is put in stays apart from its neighbours.
+  EXPECT_EQ(markup::replace(u"xb1", 1, 0, u"/", kept), u"x//b0b1");
+  EXPECT_EQ(markup::replace(u"x/y", 2, 1, u"b1", kept), u"x//b0b1");
+  EXPECT_EQ(markup::replace(u"x/by", 3, 1, u"1", kept), u"x/b/b01");
+  EXPECT_EQ(markup::replace(u"/c1x~y", 2, 1, u"/b1z", kept), u"/c1x~/c0/b1z");
+  EXPECT_EQ(markup::replace(u"/b1x/y/b0", 2, 1, u"", kept), u"/b1x//b0");
+  EXPECT_EQ(markup::replace(u"ay/b1b/b0", 1, 1, u"~", kept), u"a~/c0/b1b/b0");
+  EXPECT_EQ(markup::replace(u"a/c1b/c0", 1, 1, u"/", cReplaceData(), kept), u"a/c1//c0");
+  EXPECT_EQ(markup::left(u"x/nl", 1, kept), u"x/nl");
+  EXPECT_EQ(markup::left(u"x/y", 2, kept), u"x//b0");
   EXPECT_EQ(markup::length(text, kept), far + 6);
+}
+
+TEST(QELTextStrings, HalvesOfACutCodeStayText) {
+  QELText tools;
+  EXPECT_EQ(tools.MidStr(u"x~/b1y", 3, 4), u"//b0b1y");
+  EXPECT_EQ(tools.Stuff(u"~/i0a/b1c", 2, 4, u"", nullptr), u"~/c0/b1c/b0");
+  std::int16_t length = 2;
+  EXPECT_EQ(tools.LeftStr(u"/b1x~/i1/b0", length), u"/b1x~/c0/b0");
+  EXPECT_EQ(tools.RightStr(u"x~/b1y", length = 4), u"//b0b1y");
 }
 
 TEST(QELTextStrings, StuffWithStyleData) {
@@ -245,6 +264,7 @@ TEST(QELTextStrings, Split) {
   EXPECT_EQ(tools.Split(u"a~/b1b~/b1c", u"b1"), (Parts{u"a~/", u"b~/", u"c"}));
   EXPECT_EQ(tools.Split(u"~~/b1~", u"~"), (Parts{u"", u"", u"//b0b1"}));
   EXPECT_EQ(tools.Split(u"/i1x~/b1y", u"/b1"), (Parts{u"/i1x~/c0/i0", u"/i1y/i0"}));
+  EXPECT_EQ(tools.Split(u"x~/i1/b1y/b0", u"/i1"), (Parts{u"x~", u"/b1y/b0"}));
   test::Random random(test::base_seed());
   const std::vector<std::u16string_view> pieces = {u"/b1", u"/b0", u"/f3", u"/f0",  u"/y1",
                                                    u"/y4", u"/y0", u"/nl", u"<b1]", u",",

@@ -269,6 +269,14 @@ class Conversion {
   RTFParser parser_;
 };
 
+/// The line break that ends a file is not part of its markup.
+std::u16string markup_of_file(std::u16string&& text, Way way) {
+  if (way == Way::stated) return std::move(text);
+  if (text.ends_with(u'\n')) text.pop_back();
+  if (text.ends_with(u'\r')) text.pop_back();
+  return std::move(text);
+}
+
 InputFormat format_of(std::string_view input, std::optional<InputFormat> named) {
   if (named && *named != InputFormat::rtf) return *named;
   if (is_rtf(input)) return InputFormat::rtf;
@@ -283,7 +291,7 @@ void convert(std::string input, const ConversionOptions& options, const Sink& si
   Conversion conversion(options, sink);
   switch (format_of(input, options.from)) {
     case InputFormat::qel:
-      return conversion.from_markup(decode_text(std::move(input)));
+      return conversion.from_markup(markup_of_file(decode_text(std::move(input)), options.way));
     case InputFormat::rtf:
       return conversion.from_rtf(decode_rtf(std::move(input)));
     case InputFormat::text:

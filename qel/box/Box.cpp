@@ -223,28 +223,29 @@ void Box::put_appearance(const platform::BoxAppearance& appearance) {
   const platform::BoxAppearance before = std::exchange(appearance_, appearance);
   if (has_font) {
     history_.clear();
-    change_own_format(change);
+    change_own_format(change, before.font_name);
   }
   if (view_ != nullptr) view_->show_appearance(before);
   if (has_font) show({Change::Kind::formats, {0, document_.size()}, document_.size()});
 }
 
-void Box::change_own_format(const FormatChange& change) {
+void Box::change_own_format(const FormatChange& change, std::u16string_view own_font) {
+  const auto& fonts = appearance_.fonts_of_text;
   const auto change_for = [&](const richtext::CharFormat& format) {
-    const auto& kept = appearance_.fonts_of_text;
-    FormatChange own = change;
-    const bool is_kept = std::any_of(kept.begin(), kept.end(), [&](const std::u16string& name) {
-      return equal_ignoring_case(name, format.font_name);
-    });
-    if (is_kept) own.font_name.reset();
-    return own;
+    FormatChange changed = change;
+    if (!change.font_name || format.font_name == own_font) return changed;
+    auto font = std::find_if(fonts.begin(), fonts.end(),
+                             [&](const auto& pair) { return pair.first == format.font_name; });
+    if (font == fonts.end() && !equal_ignoring_case(format.font_name, own_font)) {
+      font = std::find_if(fonts.begin(), fonts.end(), [&](const auto& pair) {
+        return equal_ignoring_case(pair.first, format.font_name);
+      });
+    }
+    if (font != fonts.end()) changed.font_name = font->second;
+    return changed;
   };
   change_for(typing_).apply_to(typing_);
-  for (std::size_t at = 0; at < document_.size();) {
-    const richtext::RunList::Run run = document_.runs().run(document_.runs().find(at));
-    at = run.end;
-    document_.change_format({run.start, run.end}, change_for(document_.format(run.value)));
-  }
+  document_.change_formats({0, document_.size()}, change_for);
 }
 
 platform::WindowHandle Box::window() const { return view_ == nullptr ? 0 : view_->window(); }

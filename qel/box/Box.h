@@ -50,7 +50,8 @@ class Box : public platform::RichEdit, public std::enable_shared_from_this<Box> 
   void put_alignment(richtext::Alignment alignment) override;
   void visit_runs(std::int32_t from, const platform::RunVisitor& visit) const override;
   platform::BoxAppearance appearance() const override { return appearance_; }
-  /// A new font or size is applied to all text, a font not to text in one of `fonts_of_text`.
+  /// A new font or size is applied to all text, but text in one of
+  /// `fonts_of_text` gets the font that stands there.
   void put_appearance(const platform::BoxAppearance& appearance) override;
   platform::WindowHandle window() const override;
   void put_owner(platform::WindowHandle owner) override;
@@ -120,8 +121,8 @@ class Box : public platform::RichEdit, public std::enable_shared_from_this<Box> 
   const richtext::CharFormat& format_at(richtext::Extent extent) const;
   /// The format of text that replaces the extent.
   const richtext::CharFormat& format_for(richtext::Extent extent) const;
-  /// Changes the format of the text that has no font of its own.
-  void change_own_format(const richtext::FormatChange& change);
+  /// Applies a new font or size of the box, whose font was `own_font`, to the text.
+  void change_own_format(const richtext::FormatChange& change, std::u16string_view own_font);
   richtext::Document plain_content(richtext::Extent extent, std::u16string_view text) const;
   void replace(richtext::Extent extent, richtext::Document content, Kind kind);
   std::optional<std::int32_t> drag_selection();

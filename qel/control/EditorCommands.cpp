@@ -4,7 +4,6 @@
 #include <cstddef>
 #include <cstdint>
 #include <iterator>
-#include <optional>
 #include <string>
 #include <utility>
 
@@ -76,20 +75,19 @@ void cut(const Target& target) {
 /// The converter of a target that has a parser, with the tables of its control.
 class TargetConversion {
  public:
-  explicit TargetConversion(const Target& target) {
+  explicit TargetConversion(const Target& target)
+      : conversion_{*target.parser, QELIndexFonts(), colors_} {
     for (std::int16_t i = 0; i < 10; ++i) {
-      fonts_.put_Font(i, target.edited.fonts[static_cast<std::size_t>(i)]);
+      conversion_.fonts.put_Font(i, target.edited.fonts[static_cast<std::size_t>(i)]);
       colors_.put_Color(i, target.edited.colors[static_cast<std::size_t>(i)]);
     }
-    fonts_.put_FontSize(target.edited.font_size);
-    conversion_.emplace(*target.parser, fonts_, colors_);
+    conversion_.fonts.put_FontSize(target.edited.font_size);
   }
-  Conversion* operator->() { return &*conversion_; }
+  Conversion* operator->() { return &conversion_; }
 
  private:
-  QELIndexFonts fonts_;
   QELIndexColors colors_;
-  std::optional<Conversion> conversion_;
+  Conversion conversion_;
 };
 
 bool is_lossless(const Target& target) {

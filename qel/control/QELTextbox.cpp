@@ -1,7 +1,6 @@
 #include "qel/control/QELTextbox.h"
 
 #include <algorithm>
-#include <iterator>
 #include <utility>
 
 #include "qel/base/Error.h"
@@ -62,14 +61,33 @@ void QELTextbox::put_in_parser(void (RTFParser::*put)(bool), bool value, std::u1
   site_.property_changed(name);
 }
 
-void QELTextbox::put_in_colors(void (QELIndexColors::*put)(Color), Color value,
+void QELTextbox::put_in_colors(std::int16_t index, void (QELIndexColors::*put)(Color), Color value,
                                std::u16string_view name) {
+  const Color before = colors_->get_Color(index);
   try {
     (*colors_.*put)(value);
   } catch (const Error&) {
     // The table keeps its old colour, and the host need not know.
   }
+  const Color after = colors_->get_Color(index);
+  if (get_Lossless() && before != after) change_color(before, after);
   site_.property_changed(name);
+}
+
+void QELTextbox::change_color(Color before, Color after) {
+  const Scoped holding(changes_held_, true);
+  for (const auto& box : boxes_) {
+    const platform::Range selection = box->selection();
+    richtext::Document content = box->content(platform::Scope::document);
+    content.change_formats({0, content.size()}, [&](const richtext::CharFormat& format) {
+      richtext::FormatChange change;
+      if (format.color == before) change.color = after;
+      return change;
+    });
+    if (content == box->content(platform::Scope::document)) continue;
+    box->put_content(platform::Scope::document, std::move(content));
+    box->select(selection);
+  }
 }
 
 void QELTextbox::show_active_box() {
@@ -85,6 +103,7 @@ void QELTextbox::InitProperties() {
   reveal_codes_ = show_editor_ = paste_text_only_ = smart_quotes_ = false;
   parser_ = RTFParser();
   parser_.put_Lossless(lossless_at_first_);
+  assigned_.reset();
   back_color_ = system_color(5);
   fore_color_ = system_color(8);
   border_style_ = 1;
@@ -106,6 +125,7 @@ void QELTextbox::InitProperties() {
 }
 
 void QELTextbox::put_Text(std::u16string_view Value) {
+  assigned_.reset();
   CurrentRichTextBox()->put_Text(Value);
   site_.property_changed(u"Text");
 }
@@ -122,16 +142,6 @@ Conversion QELTextbox::conversion() const {
     conversion.fonts.put_FontSize(get_FontSize());
   }
   return conversion;
-}
-
-std::vector<std::u16string> QELTextbox::fonts_of_text() const {
-  if (!get_Lossless()) return {};
-  const auto names = conversion().fonts.distinct_names();
-  std::vector<std::u16string> fonts;
-  // A font that is also the control's own cannot be told from it.
-  std::copy_if(names.begin() + 1, names.end(), std::back_inserter(fonts),
-               [&](const std::u16string& name) { return name != names.front(); });
-  return fonts;
 }
 
 std::u16string QELTextbox::get_TextQEL() const {
@@ -168,7 +178,9 @@ std::u16string QELTextbox::get_TextRTF() const {
 }
 
 void QELTextbox::put_TextRTF(std::u16string_view Value) {
-  if (site_.is_run_time()) CurrentRichTextBox()->put_TextRTF(Value);
+  if (!site_.is_run_time()) return;
+  assigned_.reset();
+  CurrentRichTextBox()->put_TextRTF(Value);
 }
 
 std::int32_t QELTextbox::get_SelAlignment() const {
@@ -241,8 +253,17 @@ void QELTextbox::put_BorderStyle(std::int32_t Value) {
 }
 
 void QELTextbox::put_FontName(std::u16string_view Value) {
-  change_boxes([&, kept = fonts_of_text()](BoxAppearance& box) {
-    box.fonts_of_text = kept;
+  std::vector<std::pair<std::u16string, std::u16string>> fonts;
+  if (get_Lossless()) {
+    // The names of fonts in the boxes depend on that of the control, from which they differ.
+    QELIndexFonts table = conversion().fonts;
+    const auto before = table.distinct_names();
+    table.put_DefaultFont(Value);
+    const auto after = table.distinct_names();
+    for (std::size_t i = 1; i < before.size(); ++i) fonts.emplace_back(before[i], after[i]);
+  }
+  change_boxes([&](BoxAppearance& box) {
+    box.fonts_of_text = fonts;
     box.font_name = Value;
   });
   site_.property_changed(u"FontName");
@@ -295,15 +316,15 @@ void QELTextbox::compute_border_color() {
 }
 
 void QELTextbox::put_IgnoreColor(Color Value) {
-  put_in_colors(&QELIndexColors::put_IgnoredColor, Value, u"IgnoreColor");
+  put_in_colors(ignored_color, &QELIndexColors::put_IgnoredColor, Value, u"IgnoreColor");
 }
 
 void QELTextbox::put_HideColor(Color Value) {
-  put_in_colors(&QELIndexColors::put_HiddenColor, Value, u"HideColor");
+  put_in_colors(hidden_color, &QELIndexColors::put_HiddenColor, Value, u"HideColor");
 }
 
 void QELTextbox::put_NoteColor(Color Value) {
-  put_in_colors(&QELIndexColors::put_NoteColor, Value, u"NoteColor");
+  put_in_colors(note_color, &QELIndexColors::put_NoteColor, Value, u"NoteColor");
 }
 
 void QELTextbox::put_RecognizeCRLF(bool Value) {

@@ -57,11 +57,12 @@ class QELTextbox {
 
   /// For a control that is new on a form: sets the presets again and empties the boxes.
   void InitProperties();
-  /// Reads all properties in their order and applies them through their setters. A property that
-  /// cannot be read takes its preset. Markup comes after plain text and wins.
+  /// Reads all properties in their order, but `Lossless` first, and applies them through their
+  /// setters. A property that cannot be read takes its preset. Markup comes after plain text and
+  /// wins.
   void ReadProperties(const platform::PropertyBag& Bag);
-  /// Writes all properties, in that order but for the last two, which are swapped; the bag does not
-  /// keep those that have their presets.
+  /// Writes all properties, in their order but for the two before the last, which are swapped; the
+  /// bag does not keep those that have their presets.
   void WriteProperties(platform::PropertyBag& Bag) const;
 
   // The content. All of these act on the visible box.
@@ -237,7 +238,7 @@ class QELTextbox {
   std::u16string XPThemeColor() const;
 
   // Colours 1, 2 and 3 of the colour table. Where the table raises an error, it is ignored and the
-  // old colour stays.
+  // old colour stays. Lossless, text in one of them follows.
 
   Color get_IgnoreColor() const { return colors_->get_IgnoredColor(); }
   void put_IgnoreColor(Color Value);
@@ -332,7 +333,9 @@ class QELTextbox {
   void put_in_boxes(Value platform::BoxAppearance::*field, const Value& value,
                     std::u16string_view name);
   void put_in_parser(void (RTFParser::*put)(bool), bool value, std::u16string_view name);
-  void put_in_colors(void (QELIndexColors::*put)(Color), Color value, std::u16string_view name);
+  void put_in_colors(std::int16_t index, void (QELIndexColors::*put)(Color), Color value,
+                     std::u16string_view name);
+  void change_color(Color before, Color after);
   template <class Value>
   void store(Value& member, const Value& value, std::u16string_view name) {
     member = value;
@@ -340,7 +343,6 @@ class QELTextbox {
   }
   Way way() const { return get_Lossless() ? Way::lossless : Way::stated; }
   Conversion conversion() const;
-  std::vector<std::u16string> fonts_of_text() const;
   void show_active_box();
   void show_what_is_allowed();
   void compute_border_color();

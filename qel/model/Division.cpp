@@ -23,7 +23,7 @@ void restore_placeholder_around(Segment& segment, std::size_t cut) {
     if (!begins_with_placeholder(text.substr(at))) continue;
     std::u16string restored(text.substr(0, at));
     restored.append(restore_escaped_codes(std::u16string(text.substr(at, 4))));
-    segment.put_Text(restored.append(text.substr(at + 4)));
+    segment.put_characters(restored.append(text.substr(at + 4)));
   }
 }
 

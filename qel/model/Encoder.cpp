@@ -50,13 +50,13 @@ std::u16string encode(const SegmentCollection& segments, const OutputOptions& op
   const bool nothing_to_style = only_segment && only_segment->length() == 0;
   if (nothing_to_style && !options.line_codes && options.way == Way::stated) return out;
   out.reserve(expected_size(segments));
+  std::deque<std::u16string> changed_texts;  // the writer holds on to the last run
   RunWriter writer(out, options);
   std::int32_t line_codes_at_end = segments.line_codes_at_end();
   if (trims(options)) {
     std::vector<Run> runs;
     line_codes_at_end +=
         for_each_run(segments, options, [&](const Run& run) { runs.push_back(run); });
-    std::deque<std::u16string> changed_texts;
     trim(runs, options, changed_texts);
     for (const Run& run : runs) writer.add(run);
   } else {

@@ -72,10 +72,17 @@ std::size_t MarkupScanner::find_special(std::size_t from) const {
                              : find_any<u'/', u'~', u'\r', u'\n'>(markup_, from);
 }
 
-bool MarkupScanner::is_code(std::u16string_view code) const {
-  if (IsQELCode(code, sfAll)) return true;
-  return reads_codes_of_rtf_ && code.size() == code_length && code[0] == u'/' &&
-         is_code_of_any_reader(code[1], code[2]);
+MarkupScanner::Special MarkupScanner::special_at(std::size_t at) const {
+  const std::u16string_view rest = markup_.substr(at);
+  if (line_break_length(rest, way_) > 0) return Special::line_break;
+  if (rest.front() == u'~') {
+    return begins_with_escaped_code(rest) ? Special::escaped_code : Special::none;
+  }
+  const std::u16string_view code = rest.substr(0, code_length);
+  if (IsQELCode(code, sfAll)) return Special::code;
+  const bool is_code_of_rtf =
+      reads_codes_of_rtf_ && code.size() == code_length && is_code_of_any_reader(code[1], code[2]);
+  return is_code_of_rtf ? Special::code : Special::none;
 }
 
 MarkupScanner::Item MarkupScanner::give_text(std::size_t begin, std::size_t end) {
@@ -88,38 +95,27 @@ MarkupScanner::Item MarkupScanner::next() {
   goes_on_ = std::exchange(is_literal_, false);
   std::size_t begin = at_;
   // A slash behind its tilde is text.
-  std::size_t special = find_special(goes_on_ ? begin + 1 : begin);
-  while (special < markup_.size()) {
-    const char16_t character = markup_[special];
-    const std::u16string_view code = markup_.substr(special, code_length);
-    const bool is_escaped = character == u'~' && begins_with_escaped_code(markup_.substr(special));
-    const bool is_break = character == u'\r' || character == u'\n';
-    if (!is_escaped && !is_break && (character == u'~' || !is_code(code))) {
-      special = find_special(special + 1);
+  std::size_t at = find_special(goes_on_ ? begin + 1 : begin);
+  while (at < markup_.size()) {
+    const Special special = special_at(at);
+    if (special == Special::none) {
+      at = find_special(at + 1);
       continue;
     }
-    if (special > begin) {
-      is_literal_ = false;
-      const Item item = give_text(begin, special);
-      if (is_escaped) {
-        ++at_;
-        is_literal_ = true;
-      }
+    if (at > begin) {
+      const Item item = give_text(begin, at);
+      is_literal_ = special == Special::escaped_code;
+      if (is_literal_) ++at_;
       return item;
     }
-    if (is_escaped) {
-      begin = special + 1;
-      special = find_special(begin + 1);
-      continue;
-    }
-    goes_on_ = false;
-    if (is_break || code == u"/nl") {
-      at_ = special + (code.starts_with(u"\r\n") ? 2 : is_break ? 1 : code_length);
+    if (special == Special::line_break) {
+      at_ = at + line_break_length(markup_.substr(at), way_);
       return Item::line_break;
     }
-    apply(code[1], code[2]);
-    begin = special + code_length;
-    special = find_special(begin);
+    const bool is_escaped = special == Special::escaped_code;
+    if (!is_escaped) apply(markup_[at + 1], markup_[at + 2]);
+    begin = at + (is_escaped ? 1 : code_length);
+    at = find_special(is_escaped ? begin + 1 : begin);
   }
   at_ = markup_.size();
   return begin < at_ ? give_text(begin, at_) : Item::end;

@@ -33,8 +33,10 @@ class MarkupScanner {
   style_codes::CodeState state() const;
 
  private:
+  enum class Special : std::uint8_t { none, code, escaped_code, line_break };
+
   std::size_t find_special(std::size_t from) const;
-  bool is_code(std::u16string_view code) const;
+  Special special_at(std::size_t at) const;
   Item give_text(std::size_t begin, std::size_t end);
   void apply(char16_t letter, char16_t digit);
 

@@ -73,6 +73,14 @@ bool is_code_of_any_reader(char16_t second, char16_t third) {
   return second == u'n' && third == u'l';
 }
 
+std::size_t line_break_length(std::u16string_view markup, Way way) {
+  constexpr std::u16string_view code = u"/nl";
+  if (markup.starts_with(code)) return code.size();
+  if (way == Way::stated || markup.empty()) return 0;
+  if (markup.starts_with(u"\r\n")) return 2;
+  return markup.front() == u'\r' || markup.front() == u'\n' ? 1 : 0;
+}
+
 bool begins_with_escaped_code(std::u16string_view text) {
   return text.size() >= 4 && text[0] == u'~' && text[1] == u'/' && is_escapable(text[2], text[3]);
 }

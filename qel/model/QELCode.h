@@ -39,6 +39,10 @@ bool is_escapable(char16_t letter, char16_t digit);
 /// the codes that only conversions to RTF know included.
 bool is_code_of_any_reader(char16_t second, char16_t third);
 
+/// The length of the line break at the beginning of markup: "/nl", and in the lossless way CR LF,
+/// CR or LF; 0 where there is none.
+std::size_t line_break_length(std::u16string_view markup, Way way);
+
 /// Whether the text begins with an escaped code, which is four characters long.
 bool begins_with_escaped_code(std::u16string_view text);
 

@@ -51,6 +51,7 @@ void RunWriter::finish(std::int32_t line_codes_at_end, bool is_cut) {
   line_codes(line_codes_at_end);
   run_.reset();
   last_.reset();
+  ends_with_tilde_ = false;
 }
 
 void RunWriter::write(const Run& run, const CodeState* next) {

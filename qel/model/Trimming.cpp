@@ -26,12 +26,12 @@ std::size_t trailing_blanks(std::u16string_view text, Way /*way*/) {
   return text.size() - (text.find_last_not_of(u' ') + 1);
 }
 
-// The placeholder of an escaped code looks like punctuation at both ends, but is not.
+// A code that is text looks like punctuation at both ends, but is not.
 
 std::size_t leading_punctuation(std::u16string_view text, Way way) {
   std::size_t count = 0;
   for (; count < text.size() && is_punctuation(text[count]); ++count) {
-    if (way == Way::stated && begins_with_placeholder(text.substr(count))) break;
+    if (length_of_code_as_text(text.substr(count), way) > 0) break;
   }
   return count;
 }
@@ -40,8 +40,8 @@ std::size_t trailing_punctuation(std::u16string_view text, Way way) {
   constexpr std::size_t placeholder = 4;
   std::size_t left = text.size();
   while (left > 0 && is_punctuation(text[left - 1])) {
-    if (way == Way::stated && left >= placeholder &&
-        begins_with_placeholder(text.substr(left - placeholder))) {
+    if (left >= placeholder &&
+        length_of_code_as_text(text.substr(left - placeholder), way) == placeholder) {
       break;
     }
     --left;

@@ -2,6 +2,7 @@
 
 #include <cstdint>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "qel/base/Color.h"
@@ -30,9 +31,10 @@ struct BoxAppearance {
   std::int32_t drag_mode = host_drags;
   std::int32_t drop_mode = host_drops;
   Color back_color = system_color(5);
-  std::u16string font_name = u"Arial";        ///< for text that names no font
-  float font_size = 8;                        ///< in points
-  std::vector<std::u16string> fonts_of_text;  ///< a new `font_name` leaves text in these alone
+  std::u16string font_name = u"Arial";  ///< for text that names no font
+  float font_size = 8;                  ///< in points
+  /// What text in a font gets instead of a new `font_name` of the box.
+  std::vector<std::pair<std::u16string, std::u16string>> fonts_of_text;
 
   friend bool operator==(const BoxAppearance&, const BoxAppearance&) = default;
 };

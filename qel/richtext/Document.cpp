@@ -135,9 +135,14 @@ void Document::restore(Extent extent, Document part) {
 }
 
 void Document::change_format(Extent extent, const FormatChange& change) {
+  change_formats(extent, [&change](const CharFormat&) { return change; });
+}
+
+void Document::change_formats(Extent extent,
+                              const std::function<FormatChange(const CharFormat& format)>& change) {
   runs_.transform(extent.start, extent.end, [&](FormatPool::Id id) {
     CharFormat format = pool_[id];
-    change.apply_to(format);
+    change(format).apply_to(format);
     return intern(format);
   });
 }

@@ -88,6 +88,9 @@ class Document {
   /// Replaces all characters with as many others; breaks must be where they were.
   void put_characters(std::u16string text) { text_ = std::move(text); }
   void change_format(Extent extent, const FormatChange& change);
+  /// The same with what `change` says for each format.
+  void change_formats(Extent extent,
+                      const std::function<FormatChange(const CharFormat& format)>& change);
   /// The paragraphs that the extent touches.
   Extent paragraphs(Extent extent) const {
     return {paragraph_start(extent.start), paragraph_end(extent.end)};

@@ -11,11 +11,9 @@ namespace qel::rtf {
 namespace {
 
 void append_break(std::u16string& out, const RTFParser& parser, std::u16string_view recognized) {
-  if (parser.get_Lossless()) {
-    out.append(recognized);
-  } else if (parser.get_ConvertNLToSpace()) {
+  if (parser.get_ConvertNLToSpace() && !parser.get_Lossless()) {
     out.push_back(u' ');
-  } else if (parser.get_RecognizeCRLF()) {
+  } else if (parser.get_RecognizeCRLF() || parser.get_Lossless()) {
     out.append(recognized);
   }
 }

@@ -30,6 +30,8 @@ std::u16string SimpleRtfWriter::finish(platform::MeasuringSurface& surface) {
   if (walk_.wrote_color()) head.append(colors_.get_ColorTable());
   std::u16string document = std::move(body_);
   document.insert(0, head).push_back(u'}');
+  // Text may look like the words that they move.
+  if (parser_.get_Lossless()) return document;
   // The last of the three finds nothing, as underline is switched off with another word. It is part
   // of the format all the same.
   document = replace_all(std::move(document), u"\\par \\b0 ", u"\\b0 \\par ");

@@ -112,22 +112,23 @@ std::u16string mid(StyleDecoder& decoder, std::u16string_view text, std::ptrdiff
   decoder.put_QELText(text);
   const std::ptrdiff_t whole = plain_length(*decoder.get_Segments());
   if (start > 0) keep_last(decoder, std::max<std::ptrdiff_t>(whole - start, 0));
-  const std::u16string rest = decoder.get_QELText();
-  if (length == -1) return rest;
-  std::u16string part = left(decoder, rest, length);
+  if (length == -1) return decoder.get_QELText();
+  const auto first = decoder.get_Segments()->Item(1);
+  const bool begins_with_half = first && first->origin().begins_with_code;
+  // The rule encodes and decodes in between, which would forget that the half of a code is text.
+  std::u16string part = begins_with_half ? keep_first(decoder, length, LineCodesAtCut::dropped)
+                                         : left(decoder, decoder.get_QELText(), length);
   // A text of nothing but line codes has no characters to cut between.
-  return length == 0 ? std::u16string() : part;
+  if (length == 0) part.clear();
+  return part;
 }
 
 namespace {
 
-/// The parts of a text put together again.
-std::u16string joined(const StyleDecoder& decoder, std::u16string before, std::u16string_view made,
-                      std::u16string_view behind) {
-  if (decoder.get_Lossless()) keep_apart(before, made.empty() ? behind : made);
-  before.append(made);
-  if (decoder.get_Lossless() && !made.empty()) keep_apart(before, behind);
-  return before.append(behind);
+/// Whether the decoder holds a text that was cut behind the tilde of an escaped code.
+bool ends_with_half(StyleDecoder& decoder) {
+  const auto last = decoder.get_Segments()->Item(decoder.get_SegmentCount());
+  return last && last->origin().ends_with_tilde;
 }
 
 }  // namespace
@@ -136,12 +137,18 @@ std::u16string stuff(StyleDecoder& decoder, std::u16string_view text, std::ptrdi
                      std::ptrdiff_t length, std::u16string_view replacement) {
   decoder.put_QELText(text);
   const std::ptrdiff_t whole = plain_length(*decoder.get_Segments());
-  std::u16string before = keep_first(decoder, start, LineCodesAtCut::kept);
+  std::u16string made = keep_first(decoder, start, LineCodesAtCut::kept);
+  const bool is_cut_in_code = ends_with_half(decoder);
   decoder.put_QELText(text);
   const std::ptrdiff_t end = std::clamp<std::ptrdiff_t>(start + length, 0, whole);
   const bool is_insertion = end <= start;
   cut_before(decoder, end, is_insertion ? LineCodesAtCut::dropped : LineCodesAtCut::kept);
-  return joined(decoder, std::move(before), replacement, decoder.get_QELText());
+  const std::u16string behind = decoder.get_QELText();
+  const bool lossless = decoder.get_Lossless();
+  if (lossless || is_cut_in_code) keep_apart(made, replacement.empty() ? behind : replacement);
+  made.append(replacement);
+  if (lossless && !replacement.empty()) keep_apart(made, behind);
+  return made.append(behind);
 }
 
 namespace {

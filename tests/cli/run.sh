@@ -24,7 +24,7 @@ gives "runs" '[
 {"text":"/b1","bold":false,"italic":false,"underline":false,"small_caps":true,"strike_through":false,"superscript":false,"subscript":false,"font":2,"color":3,"line_codes_before":1},
 {"text":"","bold":false,"italic":false,"underline":false,"small_caps":false,"strike_through":false,"superscript":false,"subscript":false,"font":0,"color":0,"line_codes_before":2}
 ]
-' piped '/b1a"/b0/nl/c1/f2/y3~/b1/nl\r\n' --to segments
+' piped '/b1a"/b0/nl/c1/f2/y3~/b1/nl\r\n\n' --to segments
 gives "simple RTF, and RTF read by its first bytes" '{\rtf1 \f0 \b1 x\b0 \par }' \
   piped ' {\\rtf1\\b x\\b0\\par}' --to simple-rtf
 gives "RTF to markup" '/b1x/b0é€' piped '{\\rtf1\\b x\\b0 \xe9\\u8364?}' --to qel
