@@ -198,6 +198,11 @@ TEST(QELTextStrings, HalvesOfACutCodeStayText) {
   std::int16_t length = 2;
   EXPECT_EQ(tools.LeftStr(u"/b1x~/i1/b0", length), u"/b1x~/c0/b0");
   EXPECT_EQ(tools.RightStr(u"x~/b1y", length = 4), u"//b0b1y");
+  iStyle italic;
+  italic.Italic = true;
+  EXPECT_EQ(tools.StuffWithStyleData(u"/f1~/i0/f0", 2, 1, u"Q", italic),
+            u"/f1~/c0/f0/i1Q/i0/f1i0/f0");
+  EXPECT_EQ(tools.StuffWithStyleData(u"~/b1c", 1, 1, u"Q", italic), u"/i1Q/i0//b0b1c");
 }
 
 TEST(QELTextStrings, StuffWithStyleData) {

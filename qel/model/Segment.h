@@ -56,6 +56,7 @@ class Segment {
     bool is_markup = false;         ///< stood in markup as it is
   };
   Origin origin() const { return origin_; }
+  void put_origin(Origin origin) { origin_ = origin; }
 
   /// How many line codes stood right before this run when it was decoded. Line codes are neither
   /// characters nor part of the style; only output that asks for them writes them back.

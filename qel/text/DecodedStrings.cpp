@@ -125,30 +125,43 @@ std::u16string mid(StyleDecoder& decoder, std::u16string_view text, std::ptrdiff
 
 namespace {
 
-/// Whether the decoder holds a text that was cut behind the tilde of an escaped code.
-bool ends_with_half(StyleDecoder& decoder) {
-  const auto last = decoder.get_Segments()->Item(decoder.get_SegmentCount());
-  return last && last->origin().ends_with_tilde;
+struct Stuffed {
+  std::u16string markup;
+  bool ends_with_half = false;    ///< what comes before was cut behind the tilde of an escaped code
+  bool begins_with_half = false;  ///< and so was what comes behind
+};
+
+Stuffed stuffed(StyleDecoder& decoder, std::u16string_view text, std::ptrdiff_t start,
+                std::ptrdiff_t length, std::u16string_view replacement) {
+  Stuffed made;
+  SegmentCollection& segments = *decoder.get_Segments();
+  decoder.put_QELText(text);
+  const std::ptrdiff_t whole = plain_length(segments);
+  made.markup = keep_first(decoder, start, LineCodesAtCut::kept);
+  const auto last = segments.Item(segments.Count());
+  made.ends_with_half = last && last->origin().ends_with_tilde;
+  decoder.put_QELText(text);
+  const std::ptrdiff_t end = std::clamp<std::ptrdiff_t>(start + length, 0, whole);
+  const bool is_insertion = end <= start;
+  cut_before(decoder, end, is_insertion ? LineCodesAtCut::dropped : LineCodesAtCut::kept);
+  const auto first = segments.Item(1);
+  made.begins_with_half = first && first->origin().begins_with_code;
+  const std::u16string behind = decoder.get_QELText();
+  const bool lossless = decoder.get_Lossless();
+  if (lossless || made.ends_with_half) {
+    keep_apart(made.markup, replacement.empty() ? behind : replacement);
+  }
+  made.markup.append(replacement);
+  if (lossless && !replacement.empty()) keep_apart(made.markup, behind);
+  made.markup.append(behind);
+  return made;
 }
 
 }  // namespace
 
 std::u16string stuff(StyleDecoder& decoder, std::u16string_view text, std::ptrdiff_t start,
                      std::ptrdiff_t length, std::u16string_view replacement) {
-  decoder.put_QELText(text);
-  const std::ptrdiff_t whole = plain_length(*decoder.get_Segments());
-  std::u16string made = keep_first(decoder, start, LineCodesAtCut::kept);
-  const bool is_cut_in_code = ends_with_half(decoder);
-  decoder.put_QELText(text);
-  const std::ptrdiff_t end = std::clamp<std::ptrdiff_t>(start + length, 0, whole);
-  const bool is_insertion = end <= start;
-  cut_before(decoder, end, is_insertion ? LineCodesAtCut::dropped : LineCodesAtCut::kept);
-  const std::u16string behind = decoder.get_QELText();
-  const bool lossless = decoder.get_Lossless();
-  if (lossless || is_cut_in_code) keep_apart(made, replacement.empty() ? behind : replacement);
-  made.append(replacement);
-  if (lossless && !replacement.empty()) keep_apart(made, behind);
-  return made.append(behind);
+  return stuffed(decoder, text, start, length, replacement).markup;
 }
 
 namespace {
@@ -223,7 +236,24 @@ void replace_styled(StyleDecoder& decoder, const std::u16string& text, std::ptrd
   }
   const std::u16string made =
       wrapped(replacement, applied_style(given, own), decoder.get_Lossless());
-  decoder.put_QELText(stuff(decoder, text, start, length, made));
+  const Stuffed stuffed_in = stuffed(decoder, text, start, length, made);
+  const std::ptrdiff_t behind = plain_length(*decoder.get_Segments());
+  decoder.put_QELText(stuffed_in.markup);
+  if (decoder.get_Lossless()) return;
+  SegmentCollection& segments = *decoder.get_Segments();
+  const std::ptrdiff_t second = plain_length(segments) - behind;
+  if (stuffed_in.ends_with_half) {
+    const auto last = segments.Item(segment_ending_at(segments, start));
+    if (last) last->put_origin({false, true, true});
+  }
+  if (!stuffed_in.begins_with_half) return;
+  // The slash that a code of no effect keeps apart.
+  const std::int32_t slash = segment_ending_at(segments, second + 1);
+  const auto rest = segments.Item(slash + 1);
+  if (slash == 0 || !rest) return;
+  rest->put_characters(u"/" + rest->get_Text());
+  rest->put_origin({true, false, true});
+  segments.Remove(slash);
 }
 
 }  // namespace
