@@ -76,7 +76,7 @@ gives "a usage error writes nothing" a/b1b cat a.qel
 
 echo "== files =="
 gives "extensions" 'r' "$qel" convert R.RTF --to text
-gives "text by its extension" '~/b1' "$qel" convert t.txt --to qel
+gives "text by its extension" \~/b1 "$qel" convert t.txt --to qel
 gives "the stated way" '\\b1' "$qel" --stated convert t.txt --to qel
 gives "a folder is made" '' "$qel" convert a.qel R.RTF t.txt --to rtf-body -d new/out --jobs 2
 [[ $(cd new/out && echo ./* && cat ./*) == './R.body.rtf ./a.body.rtf ./t.body.rtf
