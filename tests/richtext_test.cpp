@@ -131,6 +131,8 @@ TEST(RtfReader, DecodesBytesInTheirCodePage) {
        u"\u65E5\u2013\u30A2\u30BD\uFF71"},
       {"{\\rtf1\\ansicpg932 \\'82\\'20\\'83A\\'93}", u"\u201A \u30A2\u201C"},
       {"{\\rtf1\\ansicpg65001 \xE2\x82\xAC\xF0\x9F\x98\x80\xE2x}", u"\u20AC\U0001F600\u00E2x"},
+      {"{\\rtf1\\ansi\\ansicpg1255 \\'f9\\'ec\\'e5\\'ed}", u"\u05E9\u05DC\u05D5\u05DD"},
+      {"{\\rtf1\\ansi\\ansicpg1258 Ti\\'ea\\'ecng}", u"Ti\u00EA\u0301ng"},
       {"{\\rtf1\\mac \\'8e}", u"\u00E9"},
       {"{\\rtf1\\pc \\'82}", u"\u00E9"},
       {"{\\rtf1\\ansicpg99999 \\'80}", u"\u20AC"},

@@ -51,6 +51,8 @@ std::u16string SystemDecoder::decode(std::string_view bytes) const {
   iconv(handle_->converter, nullptr, nullptr, nullptr, nullptr);
   const std::size_t result = iconv(handle_->converter, &next_in, &in_left, &next_out, &out_left);
   if (result == static_cast<std::size_t>(-1) || in_left != 0) return {};
+  // Where marks may follow a letter, as in 1255 and 1258, the converter holds the letter back.
+  iconv(handle_->converter, nullptr, nullptr, &next_out, &out_left);
   std::u16string text;
   for (const char* at = output.data(); at < next_out; at += 2) {
     text.push_back(static_cast<char16_t>(static_cast<unsigned char>(at[0]) |
