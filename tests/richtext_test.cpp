@@ -134,7 +134,18 @@ TEST(RtfReader, DecodesBytesInTheirCodePage) {
       {"{\\rtf1\\ansi\\ansicpg1255 \\'f9\\'ec\\'e5\\'ed}", u"\u05E9\u05DC\u05D5\u05DD"},
       {"{\\rtf1\\ansi\\ansicpg1258 Ti\\'ea\\'ecng}", u"Ti\u00EA\u0301ng"},
       {"{\\rtf1\\mac \\'8e}", u"\u00E9"},
+      {"{\\rtf1\\mac\\ansicpg10001 \\'93\\'fa\\'96\\'7b}", u"\u65E5\u672C"},
+      {"{\\rtf1\\ansi{\\fonttbl"
+       "{\\f0\\fcharset77 A;}{\\f1\\fcharset78 B;}{\\f2\\fcharset79 C;}{\\f3\\fcharset80 D;}"
+       "{\\f4\\fcharset81 E;}{\\f5\\fcharset82 F;}{\\f6\\fcharset83 G;}{\\f7\\fcharset84 H;}"
+       "{\\f8\\fcharset85 I;}{\\f9\\fcharset86 J;}{\\f10\\fcharset87 K;}{\\f11\\fcharset88 L;}"
+       "{\\f12\\fcharset89 M;}}"
+       "\\f0\\'8e\\f1\\'93\\'fa\\f2\\'c7\\'d1\\f3\\'ba\\'ba\\f4\\'ba\\'7e\\f5\\'d0\\'65"
+       "\\f6\\'f9\\f7\\'c8\\f8\\'e1\\f9\\'da\\f10\\'a1\\f11\\'8b\\f12\\'80}",
+       u"\u00E9\u65E5\uD55C\u6C49\u6F22\uD55C\u05E9\u0628\u03B1\u011E\u0E01\u010D\u0410"},
       {"{\\rtf1\\pc \\'82}", u"\u00E9"},
+      {"{\\rtf1\\pca \\'9d}", u"\u00D8"},
+      {"{\\rtf1\\ansicpg720 \\'a0}", u"\u0628"},
       {"{\\rtf1\\ansicpg99999 \\'80}", u"\u20AC"},
       {"\xEF\xBB\xBF{\\rtf1 x}", u"x"},
   };
@@ -142,6 +153,45 @@ TEST(RtfReader, DecodesBytesInTheirCodePage) {
     const std::u16string text = read_bytes(row.rtf).text();
     EXPECT_EQ(text, row.text) << row.rtf << ": " << test::shown(text);
   }
+}
+
+/// The sum of what `scripts/generate-code-pages sums` counts: characters that no system replaces,
+/// nor adds, as Windows adds U+05BA to 1255.
+std::uint32_t sum_of(int number) {
+  const CodePage page(number);
+  std::uint32_t sum = 0;
+  const auto add = [&](std::uint32_t code, std::u16string_view text) {
+    const bool is_private = text[0] >= 0xE000 && text[0] < 0xF900;
+    if (text.size() == 1 && !is_private && text[0] >= 0xA0 && text[0] != 0x05BA)
+      sum = sum * 31 + code + text[0];
+  };
+  for (std::uint32_t code = 0x80; code < 0x100; ++code) {
+    const auto byte = static_cast<std::uint8_t>(code);
+    const char16_t character = page.decode_single(byte);
+    if (page.length_from(byte) == 1 && character != decode_western(byte))
+      add(code, {&character, 1});
+  }
+  for (std::uint32_t code = 0x8140; code < 0x10000; ++code) {
+    const auto lead = static_cast<std::uint8_t>(code >> 8);
+    if (page.length_from(lead) == 1) continue;
+    add(code, page.decode(std::string{static_cast<char>(lead), static_cast<char>(code & 0xFF)}));
+  }
+  return sum;
+}
+
+TEST(CodePage, AgreeWithAnotherSource) {
+  const std::pair<int, std::uint32_t> sums[] = {
+      {437, 0xA44134FB},   {737, 0x671DFE9B},   {775, 0x40A55B1B},   {850, 0xCEEF54E7},
+      {852, 0x989A8CB4},   {855, 0xEE95D2A5},   {857, 0x9EB070BE},   {860, 0x5FE63538},
+      {861, 0x9E6F79CA},   {862, 0x1D13882B},   {863, 0x2B8F07E8},   {864, 0x0BC64FDC},
+      {865, 0x823EF3AD},   {866, 0xBC981CF6},   {869, 0x13ABD9CA},   {874, 0x36A1F500},
+      {1250, 0xFBD951AB},  {1251, 0xB9FB1A07},  {1253, 0xC489CAFC},  {1254, 0x68EC3AE1},
+      {1255, 0x46DA130A},  {1256, 0x2D6E13E8},  {1257, 0x5047A1B4},  {1258, 0xC71F9DAF},
+      {20866, 0xBF3B479C}, {28592, 0x19527B37}, {28593, 0x762420B5}, {28594, 0x6DCC2F2C},
+      {28595, 0x40AC4AA2}, {28596, 0x811D4058}, {28599, 0x68EC3AE1}, {28603, 0xA436F6F3},
+      {28605, 0x1FFA4A3C}, {932, 0xAD4FA74A},   {936, 0xCEA0F9F5},   {949, 0xE132857B},
+      {950, 0xABCD2922}};
+  for (const auto& [number, sum] : sums) EXPECT_EQ(sum_of(number), sum) << number;
 }
 
 TEST(RtfBytes, KeepEveryCharacterAndDropBinaryData) {

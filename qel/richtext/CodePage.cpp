@@ -1,6 +1,7 @@
 #include "qel/richtext/CodePage.h"
 
 #include <algorithm>
+#include <iterator>
 #include <utility>
 
 namespace qel::richtext {
@@ -12,6 +13,14 @@ constexpr std::array<char16_t, 32> western_controls = {
     0x2039, 0x0152, 0x008D, 0x017D, 0x008F, 0x0090, 0x2018, 0x2019, 0x201C, 0x201D, 0x2022,
     0x2013, 0x2014, 0x02DC, 0x2122, 0x0161, 0x203A, 0x0153, 0x009D, 0x017E, 0x0178};
 
+/// Bytes 0x80 to 0xFF of a code page; U+FFFD where it has no character.
+struct HighHalf {
+  int code_page;
+  std::array<char16_t, 128> characters;
+};
+
+#include "qel/richtext/CodePageTables.inc"
+
 struct LeadBytes {
   int code_page;
   std::uint8_t first;
@@ -19,10 +28,12 @@ struct LeadBytes {
 };
 
 /// First bytes of the two-byte characters of the East Asian code pages.
-constexpr std::array lead_bytes = {LeadBytes{932, 0x81, 0x9F},  LeadBytes{932, 0xE0, 0xFC},
-                                   LeadBytes{936, 0x81, 0xFE},  LeadBytes{949, 0x81, 0xFE},
-                                   LeadBytes{950, 0x81, 0xFE},  LeadBytes{1361, 0x84, 0xD3},
-                                   LeadBytes{1361, 0xD8, 0xDE}, LeadBytes{1361, 0xE0, 0xF9}};
+constexpr std::array lead_bytes = {
+    LeadBytes{932, 0x81, 0x9F},   LeadBytes{932, 0xE0, 0xFC},   LeadBytes{936, 0x81, 0xFE},
+    LeadBytes{949, 0x81, 0xFE},   LeadBytes{950, 0x81, 0xFE},   LeadBytes{1361, 0x84, 0xD3},
+    LeadBytes{1361, 0xD8, 0xDE},  LeadBytes{1361, 0xE0, 0xF9},  LeadBytes{10001, 0x81, 0x9F},
+    LeadBytes{10001, 0xE0, 0xFC}, LeadBytes{10002, 0x81, 0xFC}, LeadBytes{10003, 0xA1, 0xFD},
+    LeadBytes{10008, 0xA1, 0xF7}};
 
 constexpr int utf8 = 65001;
 
@@ -61,13 +72,25 @@ CodePage::CodePage(int number) : number_(number < 4 ? western : number) {
     const auto byte = static_cast<std::uint8_t>(0x80 + i);
     high_half_[i] = number_ == symbol ? char16_t{byte} : decode_western(byte);
   }
-  if (number_ == western || number_ == symbol) return;
+  if (number_ == western || number_ == symbol || takes_table()) return;
   system_ = std::make_unique<SystemDecoder>(number_);
   for (std::size_t i = 0; i < high_half_.size(); ++i) {
     const char byte = static_cast<char>(0x80 + i);
     const std::u16string text = system_->decode({&byte, 1});
     if (text.size() == 1) high_half_[i] = text.front();
   }
+}
+
+bool CodePage::takes_table() {
+  const auto* const table =
+      std::find_if(std::begin(high_halves), std::end(high_halves),
+                   [&](const HighHalf& each) { return each.code_page == number_; });
+  if (table == std::end(high_halves)) return false;
+  std::transform(table->characters.begin(), table->characters.end(), high_half_.begin(),
+                 high_half_.begin(), [](char16_t character, char16_t western_character) {
+                   return character != u'\uFFFD' ? character : western_character;
+                 });
+  return true;
 }
 
 std::u16string CodePage::decode(std::string_view bytes) const {
@@ -93,24 +116,21 @@ std::optional<std::uint8_t> encode_western(char16_t character) {
 
 std::optional<int> code_page_of_character_set(int character_set) {
   // The character set numbers of font records, as RTF uses them.
-  constexpr std::array<std::pair<int, int>, 19> code_pages = {{{0, 1252},
-                                                               {2, CodePage::symbol},
-                                                               {77, 10000},
-                                                               {128, 932},
-                                                               {129, 949},
-                                                               {130, 1361},
-                                                               {134, 936},
-                                                               {136, 950},
-                                                               {161, 1253},
-                                                               {162, 1254},
-                                                               {163, 1258},
-                                                               {177, 1255},
-                                                               {178, 1256},
-                                                               {186, 1257},
-                                                               {204, 1251},
-                                                               {222, 874},
-                                                               {238, 1250},
-                                                               {254, 437},
+  constexpr std::array<std::pair<int, int>, 31> code_pages = {{{0, 1252},   {2, CodePage::symbol},
+                                                               {77, 10000}, {78, 10001},
+                                                               {79, 10003}, {80, 10008},
+                                                               {81, 10002}, {82, 1361},
+                                                               {83, 10005}, {84, 10004},
+                                                               {85, 10006}, {86, 10081},
+                                                               {87, 10021}, {88, 10029},
+                                                               {89, 10007}, {128, 932},
+                                                               {129, 949},  {130, 1361},
+                                                               {134, 936},  {136, 950},
+                                                               {161, 1253}, {162, 1254},
+                                                               {163, 1258}, {177, 1255},
+                                                               {178, 1256}, {186, 1257},
+                                                               {204, 1251}, {222, 874},
+                                                               {238, 1250}, {254, 437},
                                                                {255, 850}}};
   const auto found = std::find_if(code_pages.begin(), code_pages.end(),
                                   [&](const auto& entry) { return entry.first == character_set; });

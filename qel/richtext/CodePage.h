@@ -49,6 +49,9 @@ class CodePage {
   std::u16string decode(std::string_view bytes) const;
 
  private:
+  /// Fills the high half from the library's own table of the code page, if there is one.
+  bool takes_table();
+
   int number_;
   std::unique_ptr<SystemDecoder> system_;
   std::array<char16_t, 128> high_half_ = {};

@@ -3,6 +3,8 @@
 #include <array>
 #include <cstddef>
 #include <string>
+#include <string_view>
+#include <utility>
 
 #include "qel/richtext/CodePage.h"
 
@@ -11,16 +13,22 @@ namespace {
 
 /// The converter's name for a code page, usually "CP" and the number.
 std::string name_of(int number) {
-  switch (number) {
-    case 10000:
-      return "MACINTOSH";
-    case 1361:
-      return "JOHAB";
-    case 65001:
-      return "UTF-8";
-    default:
-      return "CP" + std::to_string(number);
+  constexpr std::array<std::pair<int, std::string_view>, 9> names = {{{708, "ASMO-708"},
+                                                                      {1361, "JOHAB"},
+                                                                      {10001, "CP932"},
+                                                                      {10002, "CP950"},
+                                                                      {10003, "EUC-KR"},
+                                                                      {10008, "EUC-CN"},
+                                                                      {20866, "KOI8-R"},
+                                                                      {21866, "KOI8-U"},
+                                                                      {65001, "UTF-8"}}};
+  for (const auto& [code_page, name] : names) {
+    if (code_page == number) return std::string(name);
   }
+  constexpr int before_iso = 28590;
+  const int part = number - before_iso;
+  if (part >= 1 && part <= 16) return "ISO-8859-" + std::to_string(part);
+  return "CP" + std::to_string(number);
 }
 
 iconv_t invalid_converter() {
