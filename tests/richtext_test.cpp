@@ -104,6 +104,12 @@ TEST(RtfReader, ReadsFontAndColorTables) {
           R"(\plain\cf1 h\cf2 i\cf3 j\cf4 k\cf-1 l)")),
       u"[ Def\\u00E9]a[ One]b[ Tw;o]c[ Far]d[]e[ Def\\u00E9]g[ #255 Def\\u00E9]h[ Def\\u00E9]i"
       u"[ #65791 Def\\u00E9]j[ Def\\u00E9]kl");
+  EXPECT_EQ(
+      described(read_bytes(
+          R"({\rtf1\ansicpg1251\deff0{\fonttbl{\f0\fcharset0 Arial;}{\f1\fcharset238 Arial CE;}{\f2\fcharset163 Arial (Vietnamese);})"
+          R"({\f3\fcharset134 \'cb\'ce\'cc\'e5;}{\f4\fcharset128 \'83\'5c\'83\'7b;}{\f5\fcharset2 \'cf;}{\f6\fcharset0 Rotis CE;}})"
+          R"(Te{\f1\'9e}{\f2 k}a\f3 b\f4 c\f5 d\f6 e)")),
+      u"[]Te\\u017Eka[ \\u5B8B\\u4F53]b[ \\u30BD\\u30DC]c[ \\u041F]d[ Rotis CE]e");
   CharFormat base;
   base.font_name = u"Base";
   base.color = 77;

@@ -72,15 +72,21 @@ const RtfFontTable::Font* RtfFormats::font_of(const CharState& state) const {
 const CodePage& RtfFormats::code_page_of(const CharState& state) {
   if (last_code_page_ != nullptr && last_font_ == state.font) return *last_code_page_;
   const RtfFontTable::Font* const font = font_of(state);
-  const int number =
-      (font != nullptr ? font->code_page : std::nullopt).value_or(document_code_page_);
+  last_font_ = state.font;
+  last_code_page_ = &code_page(font != nullptr ? font->code_page : std::nullopt);
+  return *last_code_page_;
+}
+
+const CodePage& RtfFormats::code_page_of_font_name() { return code_page(fonts_.name_code_page()); }
+
+/// The one with this number, or else the document's.
+const CodePage& RtfFormats::code_page(std::optional<int> number) {
+  const int wanted = number.value_or(document_code_page_);
   // Each may cost a look-up in the system, and no document needs many.
   constexpr std::size_t most_code_pages = 32;
-  const bool is_affordable = code_pages_.size() < most_code_pages || code_pages_.contains(number);
-  const int taken = is_affordable ? number : CodePage::western;
-  last_font_ = state.font;
-  last_code_page_ = &code_pages_.try_emplace(taken, taken).first->second;
-  return *last_code_page_;
+  const bool is_affordable = code_pages_.size() < most_code_pages || code_pages_.contains(wanted);
+  const int taken = is_affordable ? wanted : CodePage::western;
+  return code_pages_.try_emplace(taken, taken).first->second;
 }
 
 }  // namespace qel::richtext

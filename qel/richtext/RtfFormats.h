@@ -3,6 +3,7 @@
 #include <array>
 #include <cstdint>
 #include <map>
+#include <optional>
 #include <utility>
 
 #include "qel/richtext/CharFormat.h"
@@ -44,6 +45,8 @@ class RtfFormats {
   /// The sink's number for the state's format.
   RtfSink::FormatId id_of(const CharState& state);
   const CodePage& code_page_of(const CharState& state);
+  /// The code page of the name of the font that is being read.
+  const CodePage& code_page_of_font_name();
 
  private:
   struct Known {
@@ -54,6 +57,7 @@ class RtfFormats {
 
   CharFormat format_of(const CharState& state) const;
   const RtfFontTable::Font* font_of(const CharState& state) const;
+  const CodePage& code_page(std::optional<int> number);
 
   CharFormat base_;
   RtfSink& sink_;

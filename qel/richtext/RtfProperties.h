@@ -41,7 +41,10 @@ class RtfProperties {
   }
   /// The sink's number for the format of the text to come.
   RtfSink::FormatId format() { return formats_.id_of(state_.character); }
-  const CodePage& code_page() { return formats_.code_page_of(state_.character); }
+  const CodePage& code_page() {
+    return state_.destination == Destination::font_table ? formats_.code_page_of_font_name()
+                                                         : formats_.code_page_of(state_.character);
+  }
   RtfFontTable& fonts() { return formats_.fonts(); }
   RtfColorTable& colors() { return formats_.colors(); }
 

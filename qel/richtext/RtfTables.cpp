@@ -1,11 +1,34 @@
 #include "qel/richtext/RtfTables.h"
 
 #include <algorithm>
+#include <array>
 #include <utility>
 
 #include "qel/richtext/CodePage.h"
 
 namespace qel::richtext {
+namespace {
+
+/// Where a name's ending for its code page begins: the end of the name when it has none.
+std::size_t end_of_family(std::u16string_view name, int code_page) {
+  using namespace std::string_view_literals;
+  constexpr std::array<std::pair<int, std::u16string_view>, 9> endings = {
+      {{1250, u" CE"sv},
+       {1251, u" Cyr"sv},
+       {1253, u" Greek"sv},
+       {1254, u" Tur"sv},
+       {1257, u" Baltic"sv},
+       {1255, u" (Hebrew)"sv},
+       {1256, u" (Arabic)"sv},
+       {874, u" (Thai)"sv},
+       {1258, u" (Vietnamese)"sv}}};
+  for (const auto& [number, ending] : endings) {
+    if (number == code_page && name.ends_with(ending)) return name.size() - ending.size();
+  }
+  return name.size();
+}
+
+}  // namespace
 
 void RtfFontTable::set_character_set(std::int32_t character_set) {
   // A code page that the entry names outright holds, whatever the character set.
@@ -25,9 +48,15 @@ void RtfFontTable::end_font() {
   const std::size_t first = font_.name.find_first_not_of(u' ');
   if (first != std::u16string::npos) {
     font_.name.erase(0, first);
+    font_.name.resize(end_of_family(font_.name, font_.code_page.value_or(0)));
     fonts_.insert_or_assign(number_, std::move(font_));
   }
   font_ = Font();
+}
+
+std::optional<int> RtfFontTable::name_code_page() const {
+  // The bytes of a symbol font are glyphs, but those of its name are not.
+  return font_.code_page == CodePage::symbol ? std::nullopt : font_.code_page;
 }
 
 const RtfFontTable::Font* RtfFontTable::find(std::int32_t number) const {

@@ -27,8 +27,11 @@ class RtfFontTable {
   void add_to_name(std::u16string_view text) { font_.name.append(text); }
   /// Text of the table: names, each ended by a semicolon.
   void read_text(std::u16string_view text);
-  /// Ends the entry. One without a name is dropped.
+  /// Ends the entry. One without a name is dropped. An ending that names the font's own code page,
+  /// as in "Arial CE", is dropped from the name: the font is the one without it.
   void end_font();
+  /// The code page of the name of the entry being read; empty for that of the document.
+  std::optional<int> name_code_page() const;
 
   /// The font with this number; null when there is none.
   const Font* find(std::int32_t number) const;
