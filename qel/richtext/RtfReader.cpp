@@ -286,6 +286,7 @@ void Reader::add_text(std::u16string_view text) {
 }
 
 void Reader::add_unit(char16_t unit) {
+  if (unit == u'\0') return;
   if (unit == u'\r' || unit == u'\n') {
     add_break();
   } else {
@@ -309,6 +310,7 @@ void Reader::add_byte(std::uint8_t byte) {
 }
 
 void Reader::add_decoded(char16_t unit) {
+  if (unit == u'\0') return;
   if (destination() == Destination::font_table) {
     properties_.fonts().add_to_name({&unit, 1});  // an escaped semicolon does not end the name
   } else {
