@@ -108,9 +108,10 @@ TEST(RtfReader, ReadsFontAndColorTables) {
   EXPECT_EQ(
       described(read_bytes(
           R"({\rtf1\ansicpg1251\deff0{\fonttbl{\f0\fcharset0 Arial;}{\f1\fcharset238 Arial CE;}{\f2\fcharset163 Arial (Vietnamese);})"
-          R"({\f3\fcharset134 \'cb\'ce\'cc\'e5;}{\f4\fcharset128 \'83\'5c\'83\'7b;}{\f5\fcharset2 \'cf\'00;}{\f6\fcharset0 Rotis CE;}})"
-          R"(Te{\f1\'9e}{\f2 k}a\f3 b\f4 c\f5 d\f6 e)")),
-      u"[]Te\\u017Eka[ \\u5B8B\\u4F53]b[ \\u30BD\\u30DC]c[ \\u041F]d[ Rotis CE]e");
+          R"({\f3\fcharset134 \'cb\'ce\'cc\'e5;}{\f4\fcharset128 \'83\'5c\'83\'7b;}{\f5\fcharset2 \'cf\'00;}{\f7\fcharset128 \'83\\\'83;}{\f6\fcharset0 Rotis CE;}})"
+          R"(Te{\f1\'9e}{\f2 k}a\f3 b\f4 c\f5 d\f6 e\f7 f)")),
+      u"[]Te\\u017Eka[ \\u5B8B\\u4F53]b[ \\u30BD\\u30DC]c[ \\u041F]d[ Rotis CE]e[ "
+      u"\\u30BD\\u0192]f");
   CharFormat base;
   base.font_name = u"Base";
   base.color = 77;
@@ -137,6 +138,8 @@ TEST(RtfReader, DecodesBytesInTheirCodePage) {
       {"{\\rtf1\\ansicpg932 \\'93\\'fa\\'96{\\b}\x83\x41\x83\\'5c\\'b1}",
        u"\u65E5\u2013\u30A2\u30BD\uFF71"},
       {"{\\rtf1\\ansicpg932 \\'82\\'20\\'83A\\'93}", u"\u201A \u30A2\u201C"},
+      {"{\\rtf1\\ansicpg932 \\'83\\\\\\'83\\{\\'83\\}\\'83|\\'83\nA\\'83\\\\\\\\\\'83;}",
+       u"\u30BD\u30DC\u30DE\u30DD\u30A2\u30BD\\\u0192;"},
       {"{\\rtf1\\ansicpg65001 \xE2\x82\xAC\xF0\x9F\x98\x80\xE2x}", u"\u20AC\U0001F600\u00E2x"},
       {"{\\rtf1\\ansi\\ansicpg1255 \\'f9\\'ec\\'e5\\'ed}", u"\u05E9\u05DC\u05D5\u05DD"},
       {"{\\rtf1\\ansi\\ansicpg1258 Ti\\'ea\\'ecng}", u"Ti\u00EA\u0301ng"},

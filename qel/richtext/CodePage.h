@@ -47,6 +47,8 @@ class CodePage {
   /// The characters that a whole sequence stands for. Bytes that are no character of the code page
   /// are read one by one in 1252, so nothing is lost.
   std::u16string decode(std::string_view bytes) const;
+  /// Whether several bytes are characters of the code page.
+  bool has(std::string_view bytes) const { return system_ && !system_->decode(bytes).empty(); }
 
  private:
   /// Fills the high half from the library's own table of the code page, if there is one.

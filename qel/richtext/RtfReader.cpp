@@ -55,6 +55,7 @@ class Reader {
   void add_unit(char16_t unit);
   void add_byte(std::uint8_t byte);
   void add_decoded(char16_t unit);
+  bool completes_character(char16_t unit);
   /// Gives up waiting for the rest of a character.
   void flush_bytes() {
     if (!pending_bytes_.empty()) give_up_bytes();
@@ -121,11 +122,7 @@ void Reader::read_text() {
     return;
   }
   std::u16string_view text = scanner_.plain_text();
-  // The second byte of a character may be one that elsewhere stands for itself.
-  while (!pending_bytes_.empty() && !text.empty() && text.front() < 0x80) {
-    add_byte(static_cast<std::uint8_t>(text.front()));
-    text.remove_prefix(1);
-  }
+  if (completes_character(text.front())) text.remove_prefix(1);
   add_text(text);
 }
 
@@ -242,7 +239,7 @@ void Reader::close_group() {
 }
 
 void Reader::add_character(char16_t character) {
-  if (!takes_replacement()) add_unit(character);
+  if (!takes_replacement() && !completes_character(character)) add_unit(character);
 }
 
 void Reader::add_unicode(Parameter code) {
@@ -307,6 +304,17 @@ void Reader::add_byte(std::uint8_t byte) {
   for (const char16_t unit : code_page.decode(std::exchange(pending_bytes_, {}))) {
     add_decoded(unit);
   }
+}
+
+/// Takes the last byte of a character, which may be one that elsewhere stands for itself, such as
+/// a letter or an escaped backslash.
+bool Reader::completes_character(char16_t unit) {
+  if (pending_bytes_.empty() || unit >= 0x80) return false;
+  const auto byte = static_cast<std::uint8_t>(unit);
+  const std::string bytes = pending_bytes_ + static_cast<char>(byte);
+  if (!properties_.code_page().has(bytes)) return false;
+  add_byte(byte);
+  return true;
 }
 
 void Reader::add_decoded(char16_t unit) {
