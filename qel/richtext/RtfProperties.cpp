@@ -31,7 +31,7 @@ const std::array<RtfProperties::Setter, property_count> RtfProperties::setters =
     &RtfProperties::set_color_component,
     &RtfProperties::set_replacement_length,
     &RtfProperties::set_destination,
-    &RtfProperties::begin_unicode_part,
+    &RtfProperties::begin_text_part,
 };
 
 void RtfProperties::set(const KnownWord& word, Parameter parameter, Place place) {
@@ -151,15 +151,20 @@ void RtfProperties::set_replacement_length(std::int32_t /*argument*/, Parameter 
 void RtfProperties::set_destination(std::int32_t destination, Parameter /*parameter*/) {
   const Destination was = state_.destination;
   state_.destination = static_cast<Destination>(destination);
-  // Outside the text nobody tells the two parts of a pair apart.
-  if (state_.destination == Destination::unicode_pair && was != Destination::text) {
+  // Outside the text nobody tells the parts of a group apart. But shapes are grouped in shapes.
+  const bool may_have_parts =
+      was == Destination::text ||
+      (was == Destination::shape && state_.destination == Destination::shape);
+  if (has_text_parts(state_.destination) && !may_have_parts) {
     state_.destination = Destination::skipped;
   }
   formats_.forget();
 }
 
-void RtfProperties::begin_unicode_part(std::int32_t /*argument*/, Parameter /*parameter*/) {
-  if (state_.destination == Destination::unicode_pair) state_.destination = Destination::text;
+void RtfProperties::begin_text_part(std::int32_t holder, Parameter /*parameter*/) {
+  if (state_.destination == static_cast<Destination>(holder)) {
+    state_.destination = Destination::text;
+  }
 }
 
 }  // namespace qel::richtext

@@ -35,9 +35,9 @@ class RtfProperties {
   bool is_in_group() const { return !groups_.empty(); }
 
   const GroupState& state() const { return state_; }
+  bool is_text() const { return state_.destination == Destination::text; }
   bool is_shown() const {
-    return state_.destination == Destination::text &&
-           (state_.character.flags & (CharState::hidden | CharState::deleted)) == 0;
+    return is_text() && (state_.character.flags & (CharState::hidden | CharState::deleted)) == 0;
   }
   /// The sink's number for the format of the text to come.
   RtfSink::FormatId format() { return formats_.id_of(state_.character); }
@@ -74,7 +74,7 @@ class RtfProperties {
   void set_color_component(std::int32_t component, Parameter value);
   void set_replacement_length(std::int32_t argument, Parameter count);
   void set_destination(std::int32_t destination, Parameter parameter);
-  void begin_unicode_part(std::int32_t argument, Parameter parameter);
+  void begin_text_part(std::int32_t holder, Parameter parameter);
 
   RtfFormats formats_;
   GroupState state_;

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cstddef>
+#include <optional>
 #include <string>
 #include <utility>
 
@@ -16,10 +17,15 @@ namespace {
 
 bool begins_destination(const KnownWord* word) {
   return word != nullptr && (word->action == WordAction::set_destination ||
-                             word->action == WordAction::begin_unicode_part);
+                             word->action == WordAction::begin_text_part);
 }
 
 class Reader {
+  struct LineEnd {
+    RtfSink::FormatId format;
+    Alignment alignment;
+  };
+
  public:
   Reader(std::u16string_view rtf, const CharFormat& base, RtfSink& sink, std::size_t& token,
          bool is_document)
@@ -48,6 +54,8 @@ class Reader {
   void add_character(char16_t character);
   void add_unicode(Parameter code);
   void add_break();
+  void separate_lines(Alignment alignment);
+  void add_line_end();
   void skip_binary(Parameter count);
 
   bool takes_replacement();
@@ -75,6 +83,7 @@ class Reader {
   bool starred_ = false;
   bool at_group_start_ = false;
   bool line_has_text_ = false;
+  std::optional<LineEnd> line_end_;  // at the edge of a text box, until text follows
   std::u16string list_text_;
 
   std::int32_t replacements_due_ = 0;
@@ -113,7 +122,7 @@ void Reader::read_token() {
 }
 
 void Reader::read_text() {
-  if (destination() == Destination::skipped || destination() == Destination::unicode_pair) {
+  if (destination() == Destination::skipped || has_text_parts(destination())) {
     scanner_.skip_plain_text();
     return;
   }
@@ -153,7 +162,9 @@ void Reader::read_control() {
   }
   flush_bytes();
   if (sets_property(known->action)) {
+    const bool was_in_shape = destination() == Destination::shape;
     properties_.set(*known, word.parameter, {token_, scanner_.position()});
+    if (was_in_shape && properties_.is_text()) separate_lines(properties_.state().alignment);
   } else {
     add_word(*known, word.parameter);
   }
@@ -233,7 +244,10 @@ void Reader::close_group() {
   replacements_due_ = 0;
   starred_ = false;
   const bool was_list_text = destination() == Destination::list_text;
+  const bool was_text = properties_.is_text();
+  const Alignment alignment = properties_.state().alignment;
   properties_.close_group();
+  if (was_text && destination() == Destination::shape) separate_lines(alignment);
   finished_ = is_document_ && !properties_.is_in_group();
   if (was_list_text && destination() != Destination::list_text) add_list_text();
 }
@@ -261,6 +275,17 @@ void Reader::add_break() {
   sink_.paragraph_break(properties_.format(), properties_.state().alignment);
   properties_.note_shown();
   line_has_text_ = false;
+  line_end_.reset();
+}
+
+/// A text box stands on lines of its own, whether or not its text ends in a break.
+void Reader::separate_lines(Alignment alignment) {
+  if (line_has_text_ && !line_end_) line_end_ = {properties_.format(), alignment};
+}
+
+void Reader::add_line_end() {
+  sink_.paragraph_break(line_end_->format, line_end_->alignment);
+  line_end_.reset();
 }
 
 /// Whether what has just been read is a replacement for a character given in Unicode; counts it.
@@ -274,6 +299,7 @@ void Reader::add_text(std::u16string_view text) {
   if (text.empty()) return;
   flush_bytes();
   if (properties_.is_shown()) {
+    if (line_end_) add_line_end();
     sink_.text(text, properties_.format());
     properties_.note_shown();
     line_has_text_ = true;

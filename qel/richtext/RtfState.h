@@ -16,7 +16,16 @@ enum class Destination : std::uint8_t {
   list_text,
   /// A group that holds a text twice: in the code page, and in Unicode in a "\ud" group.
   unicode_pair,
+  /// A drawing or an embedded object: of all it holds, one part may be text.
+  shape,
+  object,
 };
+
+/// Whether text in a group counts only in a part that a word of its own begins.
+constexpr bool has_text_parts(Destination destination) {
+  return destination == Destination::unicode_pair || destination == Destination::shape ||
+         destination == Destination::object;
+}
 
 /// The character properties of RTF, small enough to copy at every brace.
 struct CharState {

@@ -29,13 +29,12 @@ void RtfScanner::skip_plain_text() { at_ = find_any<u'\\', u'{', u'}'>(rtf_, at_
 
 ControlWord RtfScanner::control_word() {
   ControlWord word;
-  const std::size_t start = at_;
   bool is_known = true;
   for (; !at_end() && is_letter(peek()); ++at_) {
     is_known = is_known && peek() >= u'a';
     word.key = word.key << 5U | static_cast<WordKey>(peek() - u'a' + 1);
   }
-  if (!is_known || at_ - start > longest_word) word.key = no_word;
+  if (!is_known) word.key = no_word;
   word.parameter = parameter();
   if (!at_end() && peek() == u' ') ++at_;
   return word;

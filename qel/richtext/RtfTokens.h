@@ -14,12 +14,12 @@ struct Parameter {
   std::int32_t value_or(std::int32_t otherwise) const { return given ? value : otherwise; }
 };
 
-/// A control word's name packed into a number: five bits a letter, up to twelve letters. 0 for any
-/// other name, none of which the reader knows.
+/// A control word's name packed into a number: five bits a letter, so that of a longer name the
+/// last twelve letters count, by which the words that the reader knows differ from all others. 0
+/// for a name with capitals, none of which the reader knows.
 using WordKey = std::uint64_t;
 
 constexpr WordKey no_word = 0;
-constexpr std::size_t longest_word = 12;
 
 constexpr WordKey word_key(std::string_view name) {
   WordKey key = 0;

@@ -1,7 +1,6 @@
 #include "qel/richtext/RtfWords.h"
 
 #include <array>
-#include <cassert>
 #include <cstddef>
 #include <initializer_list>
 #include <string_view>
@@ -41,7 +40,6 @@ class WordTable {
   }
 
   void add(std::string_view name, WordAction action, std::int32_t argument) {
-    assert(name.size() <= longest_word);
     std::size_t slot = slot_of(word_key(name));
     while (slots_[slot].key != no_word) slot = (slot + 1) % size;
     slots_[slot] = {word_key(name), action, argument};
@@ -138,16 +136,22 @@ void WordTable::add_destinations() {
   add("fonttbl", WordAction::set_destination, destination(Destination::font_table));
   add("colortbl", WordAction::set_destination, destination(Destination::color_table));
   add("upr", WordAction::set_destination, destination(Destination::unicode_pair));
-  add("ud", WordAction::begin_unicode_part, 0);
+  add("ud", WordAction::begin_text_part, destination(Destination::unicode_pair));
+  add_all({"shpinst", "do"}, WordAction::set_destination, destination(Destination::shape));
+  add_all({"shptxt", "dptxbxtext"}, WordAction::begin_text_part, destination(Destination::shape));
+  add("object", WordAction::set_destination, destination(Destination::object));
+  add("result", WordAction::begin_text_part, destination(Destination::object));
+  add("nesttableprops", WordAction::begin_text_part, destination(Destination::text));
   add_all({"listtext", "pntext"}, WordAction::set_destination, destination(Destination::list_text));
-  add_all({"stylesheet", "info",       "pict",      "object",  "nonshppict", "header",  "headerl",
-           "headerr",    "headerf",    "footer",    "footerl", "footerr",    "footerf", "footnote",
-           "annotation", "fldinst",    "listtable", "revtbl",  "filetbl",    "xe",      "tc",
-           "tcn",        "rxe",        "ftnsep",    "ftnsepc", "ftncn",      "aftnsep", "aftnsepc",
-           "aftncn",     "pntxta",     "pntxtb",    "shprslt", "shpinst",    "fontemb", "fontfile",
-           "falt",       "panose",     "comment",   "docvar",  "datafield",  "private", "rsidtbl",
-           "template",   "background", "result",    "objdata"},
-          WordAction::set_destination, destination(Destination::skipped));
+  add_all(
+      {"stylesheet", "info",    "pict",      "nonesttables", "nonshppict", "header",   "headerl",
+       "headerr",    "headerf", "footer",    "footerl",      "footerr",    "footerf",  "footnote",
+       "annotation", "fldinst", "listtable", "revtbl",       "filetbl",    "xe",       "tc",
+       "tcn",        "rxe",     "ftnsep",    "ftnsepc",      "ftncn",      "aftnsep",  "aftnsepc",
+       "aftncn",     "pntxta",  "pntxtb",    "shprslt",      "fontemb",    "fontfile", "falt",
+       "panose",     "comment", "docvar",    "datafield",    "private",    "rsidtbl",  "template",
+       "background", "objdata"},
+      WordAction::set_destination, destination(Destination::skipped));
 }
 
 }  // namespace

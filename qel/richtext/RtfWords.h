@@ -26,7 +26,7 @@ enum class WordAction : std::uint8_t {
   set_color_component,  ///< 0 red, 1 green, 2 blue
   set_replacement_length,
   set_destination,
-  begin_unicode_part,
+  begin_text_part,  ///< of the destination that holds it; elsewhere without effect
   add_character,
   add_unicode,
   add_break,  ///< 1 where it only ends a line that has text
