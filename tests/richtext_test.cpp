@@ -78,6 +78,10 @@ TEST(RtfReader, UnderstandsWords) {
       {R"({\listtext\pard\plain\f3 \'b7\tab}\b item{\v hidden\par}{\deleted x\v0 y}.)",
        u"[]\\u2022\\u0009[b]item."},
       {R"({\listtext\tab}head {\pntext 1.\tab}one)", u"[]head 1.\\u0009one"},
+      {R"(a{\field{\*\fldinst{\b SYMBOL 163 \\f "Symbol" \\s 9}}{\fldrslt\b again}}{\field{\*\fldinst symbol 0x20AC}})"
+       R"({\field{\*\fldinst SYMBOL 128 \\f Arial}{\fldrslt{\field{\*\fldinst PAGE}{\fldrslt x}}}}{\field{\*\fldinst SYMBOL x}{\fldrslt b}})"
+       R"({\field{\*\fldinst SYMBOL 61692 \\u \\f wingdings}}{\v{\field{\*\fldinst SYMBOL 65}}}{\field{\*\fldinst PAGE}{\fldrslt c}})",
+       u"[]a\\u2264\\u20AC\\u20ACb\\u2713c"},
       {R"({\super0 a}{\sub0 b}{\super c}a\*\foo b\par c)", u"[]ab[ 45]c[]ab\\u000D\\u000Ac"},
       {R"(a\nestcell b\nestcell{\*\nesttableprops\trowd\nestrow}{\nonesttables\par}x{\u233\xyz ?b})",
        u"[]a\\u0009b\\u0009\\u000D\\u000Ax\\u00E9?b"},
@@ -139,6 +143,13 @@ TEST(RtfReader, DecodesBytesInTheirCodePage) {
        "B;}{\\f2\\fcharset2 S;}{\\f3\\fcharset1 D;}}"
        "\\f0\\'cf\\f1\\'e1\\f2\\'b7\\'80\\f3\\'e9}",
        u"\u041F\u03B1\u00B7\u0080\u00E9"},
+      {"{\\rtf1\\deff1{\\fonttbl{\\f1\\fcharset2 Symbol;}{\\f2\\fcharset2 wingdings;}{\\f3 "
+       "Symbol;}}"
+       "\\'61b\\'a3\\'2d\\'a0\\-\\u167?\\u-3999?\\f2\\'a7\\'d8\\'fc\\'4a2\\'ff\\tab\\f3 a\\'a7"
+       "{\\listtext\\f2\\'a7}{\\listtext\\f1\\'b7}{\\listtext\\f2\\u-4063?}}",
+       u"\u03B1\u03B2\u2264\u2212\u20AC\u00AD\u00A7\u03B1\u25AA\u27A2\u2713\u263A\U0001F4C4\u00FF\t"
+       u"a\u00A7"
+       u"\u25AA\u2022\u270F"},
       {"{\\rtf1\\ansicpg932 \\'93\\'fa\\'96{\\b}\x83\x41\x83\\'5c\\'b1}",
        u"\u65E5\u2013\u30A2\u30BD\uFF71"},
       {"{\\rtf1\\ansicpg932 \\'82\\'20\\'83A\\'93}", u"\u201A \u30A2\u201C"},

@@ -32,6 +32,8 @@ const std::array<RtfProperties::Setter, property_count> RtfProperties::setters =
     &RtfProperties::set_replacement_length,
     &RtfProperties::set_destination,
     &RtfProperties::begin_text_part,
+    &RtfProperties::begin_field,
+    &RtfProperties::begin_field_result,
 };
 
 void RtfProperties::set(const KnownWord& word, Parameter parameter, Place place) {
@@ -119,7 +121,9 @@ void RtfProperties::set_alignment(std::int32_t alignment, Parameter /*parameter*
 }
 
 void RtfProperties::set_default_font(std::int32_t /*argument*/, Parameter number) {
-  formats_.set_default_font(number.value_or(CharState::default_font));
+  default_font_ = number.value_or(CharState::default_font);
+  formats_.set_default_font(default_font_);
+  symbol_font_.reset();
 }
 
 void RtfProperties::set_code_page(std::int32_t number, Parameter parameter) {
@@ -159,12 +163,33 @@ void RtfProperties::set_destination(std::int32_t destination, Parameter /*parame
     state_.destination = Destination::skipped;
   }
   formats_.forget();
+  symbol_font_.reset();
 }
 
 void RtfProperties::begin_text_part(std::int32_t holder, Parameter /*parameter*/) {
   if (state_.destination == static_cast<Destination>(holder)) {
     state_.destination = Destination::text;
   }
+}
+
+void RtfProperties::begin_field(std::int32_t /*argument*/, Parameter /*parameter*/) {
+  state_.is_field_shown = false;
+}
+
+void RtfProperties::begin_field_result(std::int32_t /*argument*/, Parameter /*parameter*/) {
+  if (state_.is_field_shown) skip_group();
+}
+
+const SymbolFont* RtfProperties::symbol_font() {
+  const std::int32_t state_font = state_.character.font;
+  const std::int32_t number = state_font == CharState::default_font ? default_font_ : state_font;
+  if (!symbol_font_ || symbol_font_number_ != number) {
+    const RtfFontTable::Font* const font = fonts().find(number);
+    const bool has_symbols = font != nullptr && font->code_page == CodePage::symbol;
+    symbol_font_ = has_symbols ? SymbolFont::find(font->name) : nullptr;
+    symbol_font_number_ = number;
+  }
+  return *symbol_font_;
 }
 
 }  // namespace qel::richtext

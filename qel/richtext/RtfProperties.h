@@ -3,6 +3,7 @@
 #include <array>
 #include <cstddef>
 #include <cstdint>
+#include <optional>
 #include <vector>
 
 #include "qel/richtext/CharFormat.h"
@@ -11,6 +12,7 @@
 #include "qel/richtext/RtfState.h"
 #include "qel/richtext/RtfTokens.h"
 #include "qel/richtext/RtfWords.h"
+#include "qel/richtext/SymbolFonts.h"
 
 namespace qel::richtext {
 
@@ -45,9 +47,14 @@ class RtfProperties {
     return state_.destination == Destination::font_table ? formats_.code_page_of_font_name()
                                                          : formats_.code_page_of(state_.character);
   }
+  /// The font of the text to come where the document calls it a font of symbols and its pictures
+  /// are known, null for all others. Fonts of that name without that mark hold letters.
+  const SymbolFont* symbol_font();
   RtfFontTable& fonts() { return formats_.fonts(); }
   RtfColorTable& colors() { return formats_.colors(); }
 
+  /// To be called when the field being read needs no result.
+  void note_field_shown() { state_.is_field_shown = true; }
   /// To be called when text or a break has been shown.
   void note_shown() { last_alignment_ = state_.alignment; }
   /// Alignment of the paragraph being read. The end of a group does not undo it: the text is there.
@@ -75,12 +82,18 @@ class RtfProperties {
   void set_replacement_length(std::int32_t argument, Parameter count);
   void set_destination(std::int32_t destination, Parameter parameter);
   void begin_text_part(std::int32_t holder, Parameter parameter);
+  void begin_field(std::int32_t argument, Parameter parameter);
+  void begin_field_result(std::int32_t argument, Parameter parameter);
 
   RtfFormats formats_;
   GroupState state_;
   std::vector<GroupState> groups_;
   std::size_t groups_beyond_ = 0;
   Alignment last_alignment_ = Alignment::left;
+
+  std::int32_t default_font_ = CharState::default_font;
+  std::optional<const SymbolFont*> symbol_font_;  // empty where it has to be looked up
+  std::int32_t symbol_font_number_ = 0;
 
   Place place_;                      // of the word that is being done
   std::size_t offset_word_end_ = 0;  // position behind the last "\up" or "\dn"

@@ -15,6 +15,9 @@
 namespace qel::richtext {
 namespace {
 
+/// Characters that a field of one symbol does not exceed.
+constexpr std::size_t enough_instruction = 200;
+
 bool begins_destination(const KnownWord* word) {
   return word != nullptr && (word->action == WordAction::set_destination ||
                              word->action == WordAction::begin_text_part);
@@ -60,6 +63,7 @@ class Reader {
 
   bool takes_replacement();
   void add_text(std::u16string_view text);
+  void add_coded(std::u16string_view text);
   void add_unit(char16_t unit);
   void add_byte(std::uint8_t byte);
   void add_decoded(char16_t unit);
@@ -71,6 +75,7 @@ class Reader {
   void give_up_bytes();
   void add_table_text(std::u16string_view text);
   void add_list_text();
+  void add_field_symbol();
   Destination destination() const { return properties_.state().destination; }
 
   RtfScanner scanner_;
@@ -85,6 +90,7 @@ class Reader {
   bool line_has_text_ = false;
   std::optional<LineEnd> line_end_;  // at the edge of a text box, until text follows
   std::u16string list_text_;
+  std::u16string instruction_;
 
   std::int32_t replacements_due_ = 0;
   std::string pending_bytes_;  // the beginning of a character that takes several
@@ -132,7 +138,7 @@ void Reader::read_text() {
   }
   std::u16string_view text = scanner_.plain_text();
   if (completes_character(text.front())) text.remove_prefix(1);
-  add_text(text);
+  add_coded(text);
 }
 
 void Reader::read_control() {
@@ -244,12 +250,14 @@ void Reader::close_group() {
   replacements_due_ = 0;
   starred_ = false;
   const bool was_list_text = destination() == Destination::list_text;
+  const bool was_instruction = destination() == Destination::field_instruction;
   const bool was_text = properties_.is_text();
   const Alignment alignment = properties_.state().alignment;
   properties_.close_group();
   if (was_text && destination() == Destination::shape) separate_lines(alignment);
   finished_ = is_document_ && !properties_.is_in_group();
   if (was_list_text && destination() != Destination::list_text) add_list_text();
+  if (was_instruction && destination() != Destination::field_instruction) add_field_symbol();
 }
 
 void Reader::add_character(char16_t character) {
@@ -266,7 +274,12 @@ void Reader::add_unicode(Parameter code) {
     add_unit(static_cast<char16_t>(0xDC00 + (offset & 0x3FF)));
     return;
   }
-  add_unit(static_cast<char16_t>(code.value));
+  const auto unit = static_cast<char16_t>(code.value);
+  if (unit >= 0xF000 && unit <= 0xF0FF) {
+    add_coded({&unit, 1});
+  } else {
+    add_unit(unit);
+  }
 }
 
 void Reader::add_break() {
@@ -305,6 +318,17 @@ void Reader::add_text(std::u16string_view text) {
     line_has_text_ = true;
   } else {
     add_table_text(text);
+  }
+}
+
+/// Adds text whose characters are numbers, which a font of symbols gives other pictures.
+void Reader::add_coded(std::u16string_view text) {
+  const bool is_seen = properties_.is_shown() || destination() == Destination::list_text;
+  const SymbolFont* const font = is_seen ? properties_.symbol_font() : nullptr;
+  if (font != nullptr) {
+    add_text(font->in_unicode(text));
+  } else {
+    add_text(text);
   }
 }
 
@@ -347,8 +371,10 @@ void Reader::add_decoded(char16_t unit) {
   if (unit == u'\0') return;
   if (destination() == Destination::font_table) {
     properties_.fonts().add_to_name({&unit, 1});  // an escaped semicolon does not end the name
-  } else {
+  } else if (unit < u' ') {
     add_unit(unit);
+  } else {
+    add_coded({&unit, 1});
   }
 }
 
@@ -368,10 +394,20 @@ void Reader::add_list_text() {
   add_text(mark);
 }
 
+void Reader::add_field_symbol() {
+  const std::u16string symbol = symbol_of_field(std::exchange(instruction_, {}));
+  if (symbol.empty()) return;
+  add_text(symbol);
+  properties_.note_field_shown();
+}
+
 void Reader::add_table_text(std::u16string_view text) {
   if (destination() == Destination::color_table) properties_.colors().read_text(text);
   if (destination() == Destination::font_table) properties_.fonts().read_text(text);
   if (destination() == Destination::list_text) list_text_.append(text);
+  if (destination() == Destination::field_instruction && instruction_.size() < enough_instruction) {
+    instruction_.append(text.substr(0, enough_instruction));
+  }
 }
 
 }  // namespace

@@ -32,8 +32,9 @@ class RtfSink {
 /// Understood: font and colour tables; bold, italic, small capitals, every kind of underline and
 /// strike-through, raised and lowered text, fonts, colours, sizes, \plain; paragraphs, lines, tabs,
 /// table cells and rows, alignment; named and coded characters in every code page the system knows;
-/// results of fields and of embedded objects; text boxes, on lines of their own. Dropped: all other
-/// destinations, pictures, field instructions, hidden and deleted text.
+/// pictures of symbol fonts; results of fields and of embedded objects; text boxes, on lines of
+/// their own. Dropped: all other destinations, pictures, field instructions, hidden and deleted
+/// text.
 ///
 /// `base` gives the font, size and colour of text for which the document names none (or a colour
 /// entry that is empty, the automatic colour).

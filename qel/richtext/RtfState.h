@@ -14,6 +14,8 @@ enum class Destination : std::uint8_t {
   color_table,
   /// The mark of a list item, which is examined as a whole.
   list_text,
+  /// What a field shows, as an expression.
+  field_instruction,
   /// A group that holds a text twice: in the code page, and in Unicode in a "\ud" group.
   unicode_pair,
   /// A drawing or an embedded object: of all it holds, one part may be text.
@@ -55,6 +57,8 @@ struct GroupState {
   std::uint8_t replacement_length = 1;
   Destination destination = Destination::text;
   Alignment alignment = Alignment::left;
+  /// Whether the field being read has been shown already, so that its result would repeat it.
+  bool is_field_shown = false;
 };
 
 }  // namespace qel::richtext

@@ -137,21 +137,24 @@ void WordTable::add_destinations() {
   add("colortbl", WordAction::set_destination, destination(Destination::color_table));
   add("upr", WordAction::set_destination, destination(Destination::unicode_pair));
   add("ud", WordAction::begin_text_part, destination(Destination::unicode_pair));
+  add("field", WordAction::begin_field, 0);
+  add("fldinst", WordAction::set_destination, destination(Destination::field_instruction));
+  add("fldrslt", WordAction::begin_field_result, 0);
   add_all({"shpinst", "do"}, WordAction::set_destination, destination(Destination::shape));
   add_all({"shptxt", "dptxbxtext"}, WordAction::begin_text_part, destination(Destination::shape));
   add("object", WordAction::set_destination, destination(Destination::object));
   add("result", WordAction::begin_text_part, destination(Destination::object));
   add("nesttableprops", WordAction::begin_text_part, destination(Destination::text));
   add_all({"listtext", "pntext"}, WordAction::set_destination, destination(Destination::list_text));
-  add_all(
-      {"stylesheet", "info",    "pict",      "nonesttables", "nonshppict", "header",   "headerl",
-       "headerr",    "headerf", "footer",    "footerl",      "footerr",    "footerf",  "footnote",
-       "annotation", "fldinst", "listtable", "revtbl",       "filetbl",    "xe",       "tc",
-       "tcn",        "rxe",     "ftnsep",    "ftnsepc",      "ftncn",      "aftnsep",  "aftnsepc",
-       "aftncn",     "pntxta",  "pntxtb",    "shprslt",      "fontemb",    "fontfile", "falt",
-       "panose",     "comment", "docvar",    "datafield",    "private",    "rsidtbl",  "template",
-       "background", "objdata"},
-      WordAction::set_destination, destination(Destination::skipped));
+  add_all({"stylesheet", "info",      "pict",       "nonesttables", "nonshppict", "header",
+           "headerl",    "headerr",   "headerf",    "footer",       "footerl",    "footerr",
+           "footerf",    "footnote",  "annotation", "listtable",    "revtbl",     "filetbl",
+           "xe",         "tc",        "tcn",        "rxe",          "ftnsep",     "ftnsepc",
+           "ftncn",      "aftnsep",   "aftnsepc",   "aftncn",       "pntxta",     "pntxtb",
+           "shprslt",    "fontemb",   "fontfile",   "falt",         "panose",     "comment",
+           "docvar",     "datafield", "private",    "rsidtbl",      "template",   "background",
+           "objdata"},
+          WordAction::set_destination, destination(Destination::skipped));
 }
 
 }  // namespace

@@ -27,6 +27,8 @@ enum class WordAction : std::uint8_t {
   set_replacement_length,
   set_destination,
   begin_text_part,  ///< of the destination that holds it; elsewhere without effect
+  begin_field,
+  begin_field_result,
   add_character,
   add_unicode,
   add_break,  ///< 1 where it only ends a line that has text
