@@ -82,6 +82,10 @@ TEST(RtfReader, UnderstandsWords) {
        R"({\field{\*\fldinst SYMBOL 128 \\f Arial}{\fldrslt{\field{\*\fldinst PAGE}{\fldrslt x}}}}{\field{\*\fldinst SYMBOL x}{\fldrslt b}})"
        R"({\field{\*\fldinst SYMBOL 61692 \\u \\f wingdings}}{\v{\field{\*\fldinst SYMBOL 65}}}{\field{\*\fldinst PAGE}{\fldrslt c}})",
        u"[]a\\u2264\\u20AC\\u20ACb\\u2713c"},
+      // HTML in RTF: what an RTF reader shows for tags and entities stands between \htmlrtf.
+      {R"(\fromhtml1{\*\htmltag64}{\*\htmltag <style>\par p \{\}</style><p>}{\htmlrtf \b \htmlrtf0 R{\*\htmltag &amp;}\htmlrtf &\htmlrtf0)"
+       R"( D{\*\htmltag <br>\par}\htmlrtf\line\htmlrtf0 {\*\mhtmltag <a>}{\*\htmltag <a>}\htmlrtf {\field{\*\fldinst u}{\fldrslt\ul\htmlrtf0 go\htmlrtf }}\htmlrtf0 \htmlrtf\par})",
+       u"[b]R&D\\u000D\\u000A[bu]go[b]\\u000D\\u000A"},
       {R"({\super0 a}{\sub0 b}{\super c}a\*\foo b\par c)", u"[]ab[ 45]c[]ab\\u000D\\u000Ac"},
       {R"(a\nestcell b\nestcell{\*\nesttableprops\trowd\nestrow}{\nonesttables\par}x{\u233\xyz ?b})",
        u"[]a\\u0009b\\u0009\\u000D\\u000Ax\\u00E9?b"},

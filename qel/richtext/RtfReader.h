@@ -36,6 +36,10 @@ class RtfSink {
 /// their own. Dropped: all other destinations, pictures, field instructions, hidden and deleted
 /// text.
 ///
+/// HTML that is wrapped in RTF (\fromhtml1) reads as the RTF around it, which has the breaks,
+/// formats and characters of all tags and entities. The tags themselves are one more dropped
+/// destination.
+///
 /// `base` gives the font, size and colour of text for which the document names none (or a colour
 /// entry that is empty, the automatic colour).
 void read_rtf(std::u16string_view rtf, const CharFormat& base, RtfSink& sink);
