@@ -333,7 +333,6 @@ void Reader::add_coded(std::u16string_view text) {
 }
 
 void Reader::add_unit(char16_t unit) {
-  if (unit == u'\0') return;
   if (unit == u'\r' || unit == u'\n') {
     add_break();
   } else {
@@ -368,7 +367,6 @@ bool Reader::completes_character(char16_t unit) {
 }
 
 void Reader::add_decoded(char16_t unit) {
-  if (unit == u'\0') return;
   if (destination() == Destination::font_table) {
     properties_.fonts().add_to_name({&unit, 1});  // an escaped semicolon does not end the name
   } else if (unit < u' ') {
