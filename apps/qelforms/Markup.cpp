@@ -4,6 +4,7 @@
 
 #include "qel/base/Scan.h"
 #include "qel/model/StyleDecoder.h"
+#include "qel/text/MarkupStrings.h"
 
 namespace qel::forms {
 
@@ -15,10 +16,7 @@ std::u16string visible_text(std::u16string_view markup) {
 }
 
 std::u16string with_closed_codes(std::u16string_view markup) {
-  StyleDecoder decoder;
-  decoder.put_Lossless(true);
-  decoder.put_QELText(markup);
-  return decoder.get_QELText();
+  return markup::left(markup, markup::npos, Way::lossless);
 }
 
 std::u16string with_line_codes(std::u16string_view markup) {

@@ -56,7 +56,7 @@ std::u16string Conversion::markup_in(const RichEdit& box) const {
     write_runs(writer, box, Scope::document);
     return writer.finish();
   }
-  return markup_of(box.get_TextRTF(), is_closed(box.get_Text()));
+  return markup_of(box.get_TextRTF(), parser.get_Lossless() || is_closed(box.get_Text()));
 }
 
 std::u16string Conversion::simple_rtf_in(const RichEdit& box, Scope scope) {
@@ -69,16 +69,17 @@ std::u16string Conversion::simple_rtf_in(const RichEdit& box, Scope scope) {
 }
 
 std::u16string Conversion::markup_of(std::u16string_view rtf) const {
-  if (parser.get_Lossless()) return parser.RTFToQEL(rtf, fonts, colors);
-  const richtext::Document document = richtext::read_document(rtf, richtext::CharFormat());
-  return markup_of(std::u16string(rtf), is_closed(document.text()));
+  const bool needs_no_break =
+      parser.get_Lossless() ||
+      is_closed(richtext::read_document(rtf, richtext::CharFormat()).text());
+  return markup_of(std::u16string(rtf), needs_no_break);
 }
 
 /// Where the parser turns breaks into blanks, it drops one blank at the end. A break after the last
 /// paragraph is added for it to drop.
 std::u16string Conversion::markup_of(std::u16string rtf, bool is_closed) const {
   const std::size_t end = rtf.rfind(u'}');
-  const bool closes = !is_closed && parser.get_ConvertNLToSpace() && !parser.get_Lossless();
+  const bool closes = !is_closed && parser.get_ConvertNLToSpace();
   if (closes && end != std::u16string::npos) rtf.insert(end, u"\\par");
   return parser.RTFToQEL(rtf, fonts, colors);
 }

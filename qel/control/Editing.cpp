@@ -185,7 +185,7 @@ void QELTextbox::SelPlain() {
 platform::Range QELTextbox::selection_in(std::u16string_view markup) const {
   const platform::Range selection = CurrentRichTextBox()->selection();
   if (get_Lossless() && reveal_codes_) return selection;
-  MarkupPositions positions(markup, way());
+  MarkupPositions positions(markup, parser_.way());
   positions.pass_characters(selection.start);
   if (selection.length > 0) positions.pass_codes();
   const std::size_t start = positions.at();

@@ -79,12 +79,14 @@ void QELTextbox::change_color(Color before, Color after) {
   for (const auto& box : boxes_) {
     const platform::Range selection = box->selection();
     richtext::Document content = box->content(platform::Scope::document);
+    bool has_color = false;
     content.change_formats({0, content.size()}, [&](const richtext::CharFormat& format) {
       richtext::FormatChange change;
       if (format.color == before) change.color = after;
+      has_color = has_color || change.color.has_value();
       return change;
     });
-    if (content == box->content(platform::Scope::document)) continue;
+    if (!has_color) continue;
     box->put_content(platform::Scope::document, std::move(content));
     box->select(selection);
   }

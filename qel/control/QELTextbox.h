@@ -341,7 +341,6 @@ class QELTextbox {
     member = value;
     site_.property_changed(name);
   }
-  Way way() const { return get_Lossless() ? Way::lossless : Way::stated; }
   Conversion conversion() const;
   void show_active_box();
   void show_what_is_allowed();

@@ -73,13 +73,12 @@ std::size_t MarkupScanner::find_special(std::size_t from) const {
 }
 
 MarkupScanner::Special MarkupScanner::special_at(std::size_t at) const {
-  const std::u16string_view rest = markup_.substr(at);
-  if (line_break_length(rest, way_) > 0) return Special::line_break;
-  if (rest.front() == u'~') {
-    return begins_with_escaped_code(rest) ? Special::escaped_code : Special::none;
+  if (markup_[at] == u'~') {
+    return begins_with_escaped_code(markup_.substr(at)) ? Special::escaped_code : Special::none;
   }
-  const std::u16string_view code = rest.substr(0, code_length);
-  if (IsQELCode(code, sfAll)) return Special::code;
+  if (markup_[at] != u'/') return Special::line_break;
+  const std::u16string_view code = markup_.substr(at, code_length);
+  if (IsQELCode(code, sfAll)) return code == u"/nl" ? Special::line_break : Special::code;
   const bool is_code_of_rtf =
       reads_codes_of_rtf_ && code.size() == code_length && is_code_of_any_reader(code[1], code[2]);
   return is_code_of_rtf ? Special::code : Special::none;

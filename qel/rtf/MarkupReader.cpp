@@ -240,7 +240,7 @@ MarkupFormats markup_formats(const RTFParser& parser, QELIndexFonts& fonts,
   const auto sampled = [&](std::size_t at) { return is_whole ? read.format_at(at) : base; };
 
   MarkupFormats formats;
-  formats.way = parser.get_Lossless() ? Way::lossless : Way::stated;
+  formats.way = parser.way();
   formats.size = sampled(0).size;
   for (std::size_t i = 0; i <= digits.size(); ++i) {
     formats.fonts[i] = sampled(i).font_name;

@@ -25,8 +25,7 @@ MarkupWriter::MarkupWriter(const RTFParser& parser, const QELIndexFonts& fonts,
                            const QELIndexColors& colors, Origin origin)
     : parser_(parser),
       origin_(origin),
-      walk_(markup_spelling, fonts, colors, origin, Way::stated, markup_),
-      indexes_(fonts, colors, origin, Way::lossless) {
+      walk_(markup_spelling, fonts, colors, origin, parser.way(), markup_) {
   if (!parser.get_Lossless()) return;
   lossless_.emplace(markup_, style_codes::CodeSet::lossless);
 }
@@ -34,7 +33,7 @@ MarkupWriter::MarkupWriter(const RTFParser& parser, const QELIndexFonts& fonts,
 void MarkupWriter::add(const richtext::CharFormat& format, std::u16string_view text) {
   if (text.empty()) return;
   if (lossless_) {
-    lossless_->text(text, indexes_.state(format));
+    lossless_->text(text, walk_.indexes().state(format));
     return;
   }
   if (beginning_.size() <= line_break.size()) {

@@ -41,7 +41,6 @@ class MarkupWriter {
   Origin origin_;
   std::u16string markup_;
   FormatWalk walk_;
-  TableIndexes indexes_;
   std::optional<LosslessMarkup> lossless_;
   std::u16string beginning_;  // of the text: enough to tell whether it is only a break
   bool ends_with_break_ = false;

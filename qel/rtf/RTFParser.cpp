@@ -91,8 +91,7 @@ std::u16string RTFParser::QELToRTF(std::u16string_view Text, QELIndexFonts& Font
                                    const QELIndexColors& Colors) const {
   const auto surface = required_surface("QELToRTF");
   std::u16string document = u"{\\rtf1\\ansi\\ansicpg1252\\deff0 ";
-  document.append(get_Lossless() ? Fonts.lossless_font_table(surface.get())
-                                 : Fonts.FontTable(surface.get()));
+  document.append(Fonts.font_table(surface.get(), way_));
   document.append(Colors.get_ColorTable());
   document.append(u"{\\f0\\fs").append(records::from_integer(half_points(Fonts.get_FontSize())));
   document.append(u" ");

@@ -31,6 +31,8 @@ class RTFParser {
   bool get_Lossless() const { return way_ == Way::lossless; }
   void put_Lossless(bool Value) { way_ = Value ? Way::lossless : Way::stated; }
 
+  Way way() const { return way_; }
+
   /// A whole RTF document. Accepts any text. Raises an error when the size of `Fonts` in
   /// half-points is negative or does not fit 16 bits.
   std::u16string QELToRTF(std::u16string_view Text, QELIndexFonts& Fonts,

@@ -12,8 +12,7 @@ SimpleRtfWriter::SimpleRtfWriter(const RTFParser& parser, QELIndexFonts& fonts,
     : parser_(parser),
       fonts_(fonts),
       colors_(colors),
-      walk_(rtf_spelling, fonts, colors, origin,
-            parser.get_Lossless() ? Way::lossless : Way::stated, body_) {}
+      walk_(rtf_spelling, fonts, colors, origin, parser.way(), body_) {}
 
 void SimpleRtfWriter::add(const richtext::CharFormat& format, std::u16string_view text) {
   walk_.enter(format);
@@ -23,10 +22,7 @@ void SimpleRtfWriter::add(const richtext::CharFormat& format, std::u16string_vie
 std::u16string SimpleRtfWriter::finish(platform::MeasuringSurface& surface) {
   walk_.close();
   std::u16string head = u"{\\rtf1 ";
-  if (walk_.wrote_font()) {
-    head.append(parser_.get_Lossless() ? fonts_.lossless_font_table(&surface)
-                                       : fonts_.FontTable(&surface));
-  }
+  if (walk_.wrote_font()) head.append(fonts_.font_table(&surface, parser_.way()));
   if (walk_.wrote_color()) head.append(colors_.get_ColorTable());
   std::u16string document = std::move(body_);
   document.insert(0, head).push_back(u'}');

@@ -40,6 +40,7 @@ class FormatWalk {
   /// The codes that close what is open.
   void close();
 
+  const TableIndexes& indexes() const { return indexes_; }
   bool wrote_font() const { return wrote_font_; }
   bool wrote_color() const { return wrote_color_; }
 

@@ -62,12 +62,13 @@ QELIndexFonts::Names QELIndexFonts::distinct_names() const {
   return names;
 }
 
-std::u16string QELIndexFonts::font_table(platform::MeasuringSurface* Surface, const Names& names) {
-  if (Surface == nullptr) {
+std::u16string QELIndexFonts::font_table(platform::MeasuringSurface* surface, Way way) {
+  if (surface == nullptr) {
     throw Error(Error::object_not_set, "QELIndexFonts",
                 "FontTable: no measuring surface is published");
   }
-  mark_symbol_fonts(*Surface);
+  mark_symbol_fonts(*surface);
+  const Names names = way == Way::lossless ? distinct_names() : names_;
   std::u16string group = u"{\\fonttbl";
   for (std::size_t i = 0; i < count; ++i) {
     group.append(u"{\\f").append(records::from_integer(static_cast<std::int64_t>(i)));

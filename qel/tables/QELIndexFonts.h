@@ -5,6 +5,7 @@
 #include <string>
 #include <string_view>
 
+#include "qel/model/QELCode.h"
 #include "qel/platform/MeasuringSurface.h"
 
 namespace qel {
@@ -22,12 +23,10 @@ class QELIndexFonts {
   /// The font table of an RTF document. Fonts that the surface reports as symbol fonts are marked;
   /// a font that it cannot try out is not. Raises an error when there is no surface (null).
   std::u16string FontTable(platform::MeasuringSurface* Surface) {
-    return font_table(Surface, names_);
+    return font_table(Surface, Way::stated);
   }
-  /// The same with names that tell all entries apart.
-  std::u16string lossless_font_table(platform::MeasuringSurface* surface) {
-    return font_table(surface, distinct_names());
-  }
+  /// The same; in the lossless way with names that tell all entries apart.
+  std::u16string font_table(platform::MeasuringSurface* surface, Way way);
   /// The names as RTF has them, so that each stands for one entry: a name that an entry before has,
   /// too, has some of its letters in the other case (fonts are known whatever the case of their
   /// names), and an empty one is that of an unused entry.
@@ -55,7 +54,6 @@ class QELIndexFonts {
  private:
   using Names = std::array<std::u16string, 10>;
 
-  std::u16string font_table(platform::MeasuringSurface* surface, const Names& names);
   void mark_symbol_fonts(platform::MeasuringSurface& surface);
 
   static constexpr std::size_t count = 10;

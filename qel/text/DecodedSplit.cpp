@@ -52,9 +52,7 @@ class PieceWriter {
 
   std::u16string take(std::int32_t line_codes_at_end, bool is_cut) {
     writer_.finish(line_codes_at_end, is_cut);
-    const bool may_have_placeholders =
-        options_.way == Way::stated && find_any<u'<'>(markup_, 0) != markup_.size();
-    std::u16string piece = may_have_placeholders ? restore_escaped_codes(markup_) : markup_;
+    std::u16string piece = options_.way == Way::stated ? restore_escaped_codes(markup_) : markup_;
     markup_.clear();
     return piece;
   }

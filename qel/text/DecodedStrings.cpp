@@ -225,6 +225,24 @@ std::u16string wrapped(std::u16string_view text, const iStyle& style, bool lossl
   return on.append(off);
 }
 
+/// Marks the halves of cut codes again once the text has been decoded: what comes before ends at
+/// `end`, and what comes behind has `behind` characters.
+void mark_halves(SegmentCollection& segments, const Stuffed& stuffed_in, std::ptrdiff_t end,
+                 std::ptrdiff_t behind) {
+  if (stuffed_in.ends_with_half) {
+    const auto last = segments.Item(segment_ending_at(segments, end));
+    if (last) last->put_origin({false, true, true});
+  }
+  if (!stuffed_in.begins_with_half) return;
+  // The slash that a code of no effect keeps apart.
+  const std::int32_t slash = segment_ending_at(segments, plain_length(segments) - behind + 1);
+  const auto rest = segments.Item(slash + 1);
+  if (slash == 0 || !rest) return;
+  rest->put_characters(u"/" + rest->get_Text());
+  rest->put_origin({true, false, true});
+  segments.Remove(slash);
+}
+
 /// `given` is a copy: it may come from a segment that is about to go.
 template <class Style>
 void replace_styled(StyleDecoder& decoder, const std::u16string& text, std::ptrdiff_t start,
@@ -240,20 +258,7 @@ void replace_styled(StyleDecoder& decoder, const std::u16string& text, std::ptrd
   const std::ptrdiff_t behind = plain_length(*decoder.get_Segments());
   decoder.put_QELText(stuffed_in.markup);
   if (decoder.get_Lossless()) return;
-  SegmentCollection& segments = *decoder.get_Segments();
-  const std::ptrdiff_t second = plain_length(segments) - behind;
-  if (stuffed_in.ends_with_half) {
-    const auto last = segments.Item(segment_ending_at(segments, start));
-    if (last) last->put_origin({false, true, true});
-  }
-  if (!stuffed_in.begins_with_half) return;
-  // The slash that a code of no effect keeps apart.
-  const std::int32_t slash = segment_ending_at(segments, second + 1);
-  const auto rest = segments.Item(slash + 1);
-  if (slash == 0 || !rest) return;
-  rest->put_characters(u"/" + rest->get_Text());
-  rest->put_origin({true, false, true});
-  segments.Remove(slash);
+  mark_halves(*decoder.get_Segments(), stuffed_in, start, behind);
 }
 
 }  // namespace

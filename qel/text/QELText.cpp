@@ -23,7 +23,6 @@ std::shared_ptr<StyleDecoder> QELText::NewStyleDecoderObject() {
 }
 
 void QELText::put_Lossless(bool Value) {
-  lossless_ = Value;
   layout_.put_Lossless(Value);
   if (decoder_) decoder_->put_Lossless(Value);
 }
@@ -31,7 +30,7 @@ void QELText::put_Lossless(bool Value) {
 std::shared_ptr<StyleDecoder> QELText::get_StyleDecoderObj() {
   if (!decoder_) {
     decoder_ = std::make_shared<StyleDecoder>();
-    decoder_->put_Lossless(lossless_);
+    decoder_->put_Lossless(get_Lossless());
   }
   return decoder_;
 }
@@ -133,7 +132,7 @@ bool QELText::Compare(std::u16string_view Text1, std::u16string_view Text2,
   // Encoded markup differs wherever characters or styles do, so there is no need to walk the
   // segments.
   StyleDecoder second;
-  second.put_Lossless(lossless_);
+  second.put_Lossless(get_Lossless());
   second.put_QELText(Text2);
   put_QELText(Text1);
   return get_QELText() == second.get_QELText();

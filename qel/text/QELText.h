@@ -34,7 +34,7 @@ class QELText {
   /// decoder, and in what it changes and draws. Line codes do not count as characters then, and
   /// stay where they are; those at a cut are in the part behind it, except those at the end of the
   /// text. The parts into which a text was cut, put together, are the text. False at first.
-  bool get_Lossless() const { return lossless_; }
+  bool get_Lossless() const { return layout_.get_Lossless(); }
   void put_Lossless(bool Value);
 
   // Objects.
@@ -271,12 +271,11 @@ class QELText {
  private:
   StyleDecoder& decoder();
   TextCase& text_case();
-  Way way() const { return lossless_ ? Way::lossless : Way::stated; }
+  Way way() const { return get_Lossless() ? Way::lossless : Way::stated; }
 
   std::shared_ptr<StyleDecoder> decoder_;
   std::unique_ptr<TextCase> text_case_;
   TextAndFormatting layout_;
-  bool lossless_ = false;
 };
 
 }  // namespace qel
