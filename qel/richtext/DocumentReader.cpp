@@ -10,9 +10,9 @@ namespace qel::richtext {
 namespace {
 
 /// Builds a document from what a reader finds.
-class DocumentSink : public RtfSink {
+class DocumentBuilder : public DocumentSink {
  public:
-  explicit DocumentSink(Document& document) : document_(document) {}
+  explicit DocumentBuilder(Document& document) : document_(document) {}
 
   FormatId intern(const CharFormat& format) override { return document_.intern(format); }
   void text(std::u16string_view text, FormatId format) override { document_.append(text, format); }
@@ -37,7 +37,7 @@ Document read_document(std::u16string_view text, const CharFormat& base) {
   if (!is_rtf(text)) return plain_document(text, base);
   Document document;
   document.reserve(text.size());
-  DocumentSink sink(document);
+  DocumentBuilder sink(document);
   read_rtf(text, base, sink);
   document.release_unused();
   return document;

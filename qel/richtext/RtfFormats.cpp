@@ -37,7 +37,7 @@ void RtfFormats::set_default_font(std::int32_t number) {
   forget();
 }
 
-RtfSink::FormatId RtfFormats::id_of(const CharState& state) {
+DocumentSink::FormatId RtfFormats::id_of(const CharState& state) {
   const auto hash = static_cast<std::uint32_t>(state.flags) * 7U +
                     static_cast<std::uint32_t>(state.font) * 31U +
                     static_cast<std::uint32_t>(state.color) * 5U +

@@ -8,7 +8,7 @@
 
 #include "qel/richtext/CharFormat.h"
 #include "qel/richtext/CodePage.h"
-#include "qel/richtext/RtfReader.h"
+#include "qel/richtext/DocumentSink.h"
 #include "qel/richtext/RtfState.h"
 #include "qel/richtext/RtfTables.h"
 
@@ -26,7 +26,7 @@ bool are_equal_in_rtf(const CharFormat& left, const CharFormat& right);
 class RtfFormats {
  public:
   /// `base` gives the font, size and colour that the document leaves open.
-  RtfFormats(CharFormat base, RtfSink& sink) : base_(std::move(base)), sink_(sink) {}
+  RtfFormats(CharFormat base, DocumentSink& sink) : base_(std::move(base)), sink_(sink) {}
 
   RtfFontTable& fonts() { return fonts_; }
   RtfColorTable& colors() { return colors_; }
@@ -43,7 +43,7 @@ class RtfFormats {
   }
 
   /// The sink's number for the state's format.
-  RtfSink::FormatId id_of(const CharState& state);
+  DocumentSink::FormatId id_of(const CharState& state);
   const CodePage& code_page_of(const CharState& state);
   /// The code page of the name of the font that is being read.
   const CodePage& code_page_of_font_name();
@@ -51,7 +51,7 @@ class RtfFormats {
  private:
   struct Known {
     CharState state;
-    RtfSink::FormatId id = 0;
+    DocumentSink::FormatId id = 0;
     bool is_set = false;
   };
 
@@ -60,7 +60,7 @@ class RtfFormats {
   const CodePage& code_page(std::optional<int> number);
 
   CharFormat base_;
-  RtfSink& sink_;
+  DocumentSink& sink_;
   RtfFontTable fonts_;
   RtfColorTable colors_;
   std::int32_t default_font_ = CharState::default_font;

@@ -7,8 +7,8 @@
 #include <vector>
 
 #include "qel/richtext/CharFormat.h"
+#include "qel/richtext/DocumentSink.h"
 #include "qel/richtext/RtfFormats.h"
-#include "qel/richtext/RtfReader.h"
 #include "qel/richtext/RtfState.h"
 #include "qel/richtext/RtfTokens.h"
 #include "qel/richtext/RtfWords.h"
@@ -26,7 +26,7 @@ class RtfProperties {
     std::size_t end = 0;
   };
 
-  RtfProperties(const CharFormat& base, RtfSink& sink) : formats_(base, sink) {}
+  RtfProperties(const CharFormat& base, DocumentSink& sink) : formats_(base, sink) {}
 
   /// Does what a word says for which `sets_property` is true.
   void set(const KnownWord& word, Parameter parameter, Place place);
@@ -42,7 +42,7 @@ class RtfProperties {
     return is_text() && (state_.character.flags & (CharState::hidden | CharState::deleted)) == 0;
   }
   /// The sink's number for the format of the text to come.
-  RtfSink::FormatId format() { return formats_.id_of(state_.character); }
+  DocumentSink::FormatId format() { return formats_.id_of(state_.character); }
   const CodePage& code_page() {
     return state_.destination == Destination::font_table ? formats_.code_page_of_font_name()
                                                          : formats_.code_page_of(state_.character);

@@ -25,12 +25,12 @@ bool begins_destination(const KnownWord* word) {
 
 class Reader {
   struct LineEnd {
-    RtfSink::FormatId format;
+    DocumentSink::FormatId format;
     Alignment alignment;
   };
 
  public:
-  Reader(std::u16string_view rtf, const CharFormat& base, RtfSink& sink, std::size_t& token,
+  Reader(std::u16string_view rtf, const CharFormat& base, DocumentSink& sink, std::size_t& token,
          bool is_document)
       : scanner_(rtf),
         sink_(sink),
@@ -79,7 +79,7 @@ class Reader {
   Destination destination() const { return properties_.state().destination; }
 
   RtfScanner scanner_;
-  RtfSink& sink_;
+  DocumentSink& sink_;
   std::size_t& token_;
   bool is_document_;
   RtfProperties properties_;
@@ -410,13 +410,13 @@ void Reader::add_table_text(std::u16string_view text) {
 
 }  // namespace
 
-void read_rtf(std::u16string_view rtf, const CharFormat& base, RtfSink& sink) {
+void read_rtf(std::u16string_view rtf, const CharFormat& base, DocumentSink& sink) {
   rtf.remove_prefix(std::min(rtf.find(u'{'), rtf.size()));
   std::size_t token = 0;
   Reader(rtf, base, sink, token, true).read();
 }
 
-void read_rtf_fragment(std::u16string_view rtf, const CharFormat& base, RtfSink& sink,
+void read_rtf_fragment(std::u16string_view rtf, const CharFormat& base, DocumentSink& sink,
                        std::size_t& token) {
   Reader(rtf, base, sink, token, rtf.starts_with(u"{\\rtf")).read();
 }

@@ -1,29 +1,12 @@
 #pragma once
 
 #include <cstddef>
-#include <cstdint>
 #include <string_view>
 
-#include "qel/richtext/Alignment.h"
 #include "qel/richtext/CharFormat.h"
+#include "qel/richtext/DocumentSink.h"
 
 namespace qel::richtext {
-
-/// Receives what an RTF document holds, in order.
-class RtfSink {
- public:
-  using FormatId = std::uint32_t;
-
-  virtual ~RtfSink() = default;
-  /// A number for a format of text that is about to come.
-  virtual FormatId intern(const CharFormat& format) = 0;
-  /// Text without breaks. Text that stands in the RTF literally is passed as a view of the RTF.
-  virtual void text(std::u16string_view text, FormatId format) = 0;
-  /// A paragraph with this alignment ends here. The break itself has a format too.
-  virtual void paragraph_break(FormatId format, Alignment alignment) = 0;
-  /// The document ends, and with it its last paragraph.
-  virtual void finish(Alignment alignment) = 0;
-};
 
 /// Reads RTF, as far as it can be read: broken or truncated input gives what came before. Takes
 /// time linear in the input and memory in proportion to the open groups, fonts and colours, and
@@ -42,12 +25,12 @@ class RtfSink {
 ///
 /// `base` gives the font, size and colour of text for which the document names none (or a colour
 /// entry that is empty, the automatic colour).
-void read_rtf(std::u16string_view rtf, const CharFormat& base, RtfSink& sink);
+void read_rtf(std::u16string_view rtf, const CharFormat& base, DocumentSink& sink);
 
 /// Reads a part of a document, which need not be one group; input that begins with "{\rtf" is a
 /// document and ends with its group. While the sink is called, `token` is the position in `rtf` of
 /// the text, word, symbol or brace read last.
-void read_rtf_fragment(std::u16string_view rtf, const CharFormat& base, RtfSink& sink,
+void read_rtf_fragment(std::u16string_view rtf, const CharFormat& base, DocumentSink& sink,
                        std::size_t& token);
 
 }  // namespace qel::richtext

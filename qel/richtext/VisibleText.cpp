@@ -12,7 +12,7 @@
 namespace qel::richtext {
 
 /// Records the characters, and where in the RTF they come from.
-class VisibleText::Collector : public RtfSink {
+class VisibleText::Collector : public DocumentSink {
  public:
   explicit Collector(VisibleText& visible) : visible_(visible) {}
 
