@@ -140,8 +140,7 @@ class Conversion {
   }
 
   std::u16string markup_of(std::u16string&& rtf) const {
-    return parser_.RTFToQEL(std::make_unique<const std::u16string>(std::move(rtf)), fonts_,
-                            colors());
+    return parser_.RTFToQEL(rtf, fonts_, colors());
   }
 
   std::u16string simplified(std::u16string&& rtf) {
@@ -150,7 +149,7 @@ class Conversion {
   }
 
   std::u16string text_of(std::u16string&& rtf) const {
-    return parser_.RTFToText(std::make_unique<const std::u16string>(std::move(rtf)));
+    return parser_.RTFToText(rtf);
   }
 
   /// Text without a format of its own gets the default font, size and colour.

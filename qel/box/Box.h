@@ -56,6 +56,7 @@ class Box : public platform::RichEdit, public std::enable_shared_from_this<Box> 
   platform::WindowHandle window() const override;
   void put_owner(platform::WindowHandle owner) override;
   void start_drag() override;
+  bool holds_documents() const override { return true; }
   void listen(platform::BoxListener* listener) override {
     listener_ = listener == nullptr ? &nobody_ : listener;
   }

@@ -6,7 +6,6 @@
 #include <memory>
 
 #include "qel/base/Scan.h"
-#include "qel/box/Box.h"
 #include "qel/platform/Common.h"
 #include "qel/richtext/DocumentReader.h"
 #include "qel/rtf/MarkupReader.h"
@@ -24,16 +23,16 @@ namespace {
 /// The measuring surface, for writing runs directly; null where the thread lacks something that a
 /// conversion needs, or its conversion box is of a class of the host's own.
 std::shared_ptr<platform::MeasuringSurface> surface_for_runs() {
-  const bool is_own = dynamic_cast<const box::Box*>(Common::conversion_box().get()) != nullptr;
-  return is_own ? Common::measuring_surface() : nullptr;
+  const auto box = Common::conversion_box();
+  return box && box->holds_documents() ? Common::measuring_surface() : nullptr;
 }
 
 /// Whether there is no text after the last break.
 bool is_closed(std::u16string_view text) { return text.empty() || text.ends_with(u'\n'); }
 
-/// Passes the runs of that scope to a writer.
-template <class Writer>
-void write_runs(Writer& writer, const RichEdit& box, Scope scope) {
+/// Calls `add` with the runs of that scope.
+template <class Add>
+void for_each_run(const RichEdit& box, Scope scope, Add add) {
   const bool all = scope == Scope::document;
   const platform::Range range =
       all ? platform::Range{0, std::numeric_limits<std::int32_t>::max()} : box.selection();
@@ -43,7 +42,7 @@ void write_runs(Writer& writer, const RichEdit& box, Scope scope) {
   box.visit_runs(range.start, [&](const FormatRun& run) {
     const auto at = static_cast<std::size_t>(run.start);
     const std::size_t from = std::max(at, start);
-    writer.add(run.format, run.text.substr(from - at, end - from));
+    add(run.format, run.text.substr(from - at, end - from));
     return at + run.text.size() < end;
   });
 }
@@ -52,8 +51,9 @@ void write_runs(Writer& writer, const RichEdit& box, Scope scope) {
 
 std::u16string Conversion::markup_in(const RichEdit& box) const {
   if (surface_for_runs()) {
-    rtf::MarkupWriter writer(parser, fonts, colors, rtf::Origin::box);
-    write_runs(writer, box, Scope::document);
+    rtf::BoxMarkupWriter writer(parser, fonts, colors);
+    for_each_run(box, Scope::document,
+                 [&](const auto& format, std::u16string_view text) { writer.add(format, text); });
     return writer.finish();
   }
   return markup_of(box.get_TextRTF(), parser.get_Lossless() || is_closed(box.get_Text()));
@@ -61,9 +61,13 @@ std::u16string Conversion::markup_in(const RichEdit& box) const {
 
 std::u16string Conversion::simple_rtf_in(const RichEdit& box, Scope scope) {
   if (const auto surface = surface_for_runs()) {
-    rtf::SimpleRtfWriter writer(parser, fonts, colors, rtf::Origin::box);
-    write_runs(writer, box, scope);
-    return writer.finish(*surface);
+    rtf::SimpleRtfWriter writer(parser);
+    const rtf::TableIndexes indexes(fonts, colors, rtf::Origin::box, parser.way());
+    for_each_run(box, scope, [&](const auto& format, std::u16string_view text) {
+      writer.text(text, indexes.state(format));
+    });
+    writer.finish();
+    return writer.document(fonts, colors, *surface);
   }
   return parser.SimpleRTF(box.rtf(scope), fonts, colors);
 }
@@ -85,7 +89,7 @@ std::u16string Conversion::markup_of(std::u16string rtf, bool is_closed) const {
 }
 
 std::u16string Conversion::markup_of(const richtext::Document& content) const {
-  rtf::MarkupWriter writer(parser, fonts, colors, rtf::Origin::box);
+  rtf::BoxMarkupWriter writer(parser, fonts, colors);
   for (std::size_t i = 0; i < content.runs().run_count(); ++i) {
     const richtext::RunList::Run run = content.runs().run(i);
     writer.add(content.format(run.value),

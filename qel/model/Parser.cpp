@@ -90,12 +90,24 @@ MarkupScanner::Item MarkupScanner::give_text(std::size_t begin, std::size_t end)
   return Item::text;
 }
 
+void MarkupScanner::go_on(std::u16string_view markup, bool is_last) {
+  markup_ = markup;
+  is_last_ = is_last;
+  at_ = 0;
+}
+
+bool MarkupScanner::is_cut(std::size_t at) const {
+  constexpr std::size_t longest = 4;
+  return !is_last_ && markup_.size() - at < longest;
+}
+
 MarkupScanner::Item MarkupScanner::next() {
   goes_on_ = std::exchange(is_literal_, false);
   std::size_t begin = at_;
   // A slash behind its tilde is text.
   std::size_t at = find_special(goes_on_ ? begin + 1 : begin);
   while (at < markup_.size()) {
+    if (is_cut(at)) break;
     const Special special = special_at(at);
     if (special == Special::none) {
       at = find_special(at + 1);
@@ -116,8 +128,9 @@ MarkupScanner::Item MarkupScanner::next() {
     begin = at + (is_escaped ? 1 : code_length);
     at = find_special(is_escaped ? begin + 1 : begin);
   }
-  at_ = markup_.size();
-  return begin < at_ ? give_text(begin, at_) : Item::end;
+  if (begin < at) return give_text(begin, at);
+  at_ = at;
+  return Item::end;
 }
 
 void MarkupScanner::apply(char16_t letter, char16_t digit) {
@@ -137,6 +150,16 @@ void MarkupScanner::apply(char16_t letter, char16_t digit) {
 
 style_codes::CodeState MarkupScanner::state() const {
   return {static_cast<std::uint8_t>(attributes_), highest(fonts_), highest(colors_)};
+}
+
+void read_runs(MarkupScanner& scanner, RunSink& sink) {
+  for (auto item = scanner.next(); item != MarkupScanner::Item::end; item = scanner.next()) {
+    if (item == MarkupScanner::Item::text) {
+      sink.text(scanner.text(), scanner.state());
+    } else {
+      sink.line_break(scanner.state());
+    }
+  }
 }
 
 void parse_markup(std::u16string markup, SegmentCollection& segments, Way way) {

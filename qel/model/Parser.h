@@ -6,6 +6,7 @@
 #include <string_view>
 
 #include "qel/model/QELCode.h"
+#include "qel/model/RunSink.h"
 #include "qel/model/SegmentCollection.h"
 #include "qel/model/StyleCodes.h"
 
@@ -18,11 +19,19 @@ class MarkupScanner {
  public:
   enum class Item : std::uint8_t { text, line_break, end };
 
+  /// For markup that comes in parts.
+  explicit MarkupScanner(Way way) : is_last_(false), way_(way) {}
   /// `markup` has to outlive the scanner.
   MarkupScanner(std::u16string_view markup, Way way) : markup_(markup), way_(way) {}
 
   /// Also reads the codes that only conversions to RTF know: "/r1" for raised, "/l1" for lowered.
   void read_codes_of_rtf() { reads_codes_of_rtf_ = true; }
+
+  /// Goes on with the next part of the markup, which begins with what was not read of the one
+  /// before. After `Item::end` of any but the last part, `position` tells how much was read: what
+  /// may go on as a code behind the end is left.
+  void go_on(std::u16string_view markup, bool is_last);
+  std::size_t position() const { return at_; }
 
   Item next();
 
@@ -38,9 +47,12 @@ class MarkupScanner {
   std::size_t find_special(std::size_t from) const;
   Special special_at(std::size_t at) const;
   Item give_text(std::size_t begin, std::size_t end);
+  /// Whether what stands there may go on behind the end of this part.
+  bool is_cut(std::size_t at) const;
   void apply(char16_t letter, char16_t digit);
 
   std::u16string_view markup_;
+  bool is_last_ = true;
   Way way_;
   bool reads_codes_of_rtf_ = false;
   bool goes_on_ = false;
@@ -53,6 +65,9 @@ class MarkupScanner {
   unsigned fonts_ = 0;
   unsigned colors_ = 0;
 };
+
+/// Passes what the scanner finds in its markup to a sink, but not the end.
+void read_runs(MarkupScanner& scanner, RunSink& sink);
 
 /// Reads `markup`, whose escaped codes are protected unless the way is lossless, into the empty
 /// collection `segments`.

@@ -98,6 +98,8 @@ class RichEdit {
   /// Sets the listener for the box's events; null for none. It must outlive the box or be taken
   /// away before it goes.
   virtual void listen(BoxListener* listener) = 0;
+  /// Whether content comes back from it as it was put in, so that a conversion need not load it.
+  virtual bool holds_documents() const { return false; }
 
   // The familiar members.
 

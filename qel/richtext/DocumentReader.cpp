@@ -33,6 +33,22 @@ bool is_rtf(std::u16string_view text) {
   return first != std::u16string_view::npos && text.substr(first, begin.size()) == begin;
 }
 
+void read_into(std::u16string_view text, const CharFormat& base, DocumentSink& sink) {
+  if (is_rtf(text)) {
+    read_rtf(text, base, sink);
+    return;
+  }
+  const DocumentSink::FormatId format = sink.intern(base);
+  for (std::size_t at = 0; at < text.size();) {
+    const std::size_t end = find_any<u'\r', u'\n'>(text, at);
+    if (end > at) sink.text(text.substr(at, end - at), format);
+    if (end == text.size()) break;
+    sink.paragraph_break(format, Alignment::left);
+    at = end + (text.substr(end, 2) == u"\r\n" ? 2 : 1);
+  }
+  sink.finish(Alignment::left);
+}
+
 Document read_document(std::u16string_view text, const CharFormat& base) {
   if (!is_rtf(text)) return plain_document(text, base);
   Document document;

@@ -6,6 +6,7 @@
 
 #include "qel/richtext/CharFormat.h"
 #include "qel/richtext/Document.h"
+#include "qel/richtext/DocumentSink.h"
 
 namespace qel::richtext {
 
@@ -13,8 +14,10 @@ namespace qel::richtext {
 /// order mark.
 bool is_rtf(std::u16string_view text);
 
-/// The document that the text holds; plain text in the base format when it is not RTF. The base
-/// format also gives the font, size and colour of text for which RTF names none.
+/// Reads the text as a document: as RTF, or as plain text in the base format when it is not RTF.
+/// The base format also gives the font, size and colour of text for which RTF names none.
+void read_into(std::u16string_view text, const CharFormat& base, DocumentSink& sink);
+/// The document that is read so.
 Document read_document(std::u16string_view text, const CharFormat& base);
 
 /// The document with a blank in place of each break.

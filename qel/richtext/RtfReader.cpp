@@ -23,80 +23,27 @@ bool begins_destination(const KnownWord* word) {
                              word->action == WordAction::begin_text_part);
 }
 
-class Reader {
-  struct LineEnd {
-    DocumentSink::FormatId format;
-    Alignment alignment;
-  };
+}  // namespace
 
- public:
-  Reader(std::u16string_view rtf, const CharFormat& base, DocumentSink& sink, std::size_t& token,
-         bool is_document)
-      : scanner_(rtf),
-        sink_(sink),
-        token_(token),
-        is_document_(is_document),
-        properties_(base, sink) {}
+std::size_t RtfReader::read(std::u16string_view rtf, bool is_last) {
+  scanner_ = RtfScanner(rtf, units_ == Units::bytes ? RtfScanner::last_ascii : RtfScanner::last);
+  is_last_ = is_last;
+  is_incomplete_ = false;
+  if (!is_begun_ && extent_ == Extent::document) scanner_.skip(rtf.find(u'{'));
+  is_begun_ = is_begun_ || !scanner_.at_end();
+  skip_binary_data();
+  while (!scanner_.at_end() && !is_closed_ && !is_incomplete_) read_token();
+  if (is_closed_) scanner_.skip(rtf.size());
+  begin_ += scanner_.position();
+  return scanner_.position();
+}
 
-  void read() {
-    while (!scanner_.at_end() && !finished_) read_token();
-    flush_bytes();
-    sink_.finish(properties_.last_alignment());
-  }
+void RtfReader::finish() {
+  flush_bytes();
+  sink_.finish(properties_.last_alignment());
+}
 
- private:
-  void read_token();
-  void read_text();
-  void read_control();
-  void read_symbol();
-  void read_hex_byte();
-  void open_group();
-  void close_group();
-
-  void add_word(const KnownWord& word, Parameter parameter);
-  void add_character(char16_t character);
-  void add_unicode(Parameter code);
-  void add_break();
-  void separate_lines(Alignment alignment);
-  void add_line_end();
-  void skip_binary(Parameter count);
-
-  bool takes_replacement();
-  void add_text(std::u16string_view text);
-  void add_coded(std::u16string_view text);
-  void add_unit(char16_t unit);
-  void add_byte(std::uint8_t byte);
-  void add_decoded(char16_t unit);
-  bool completes_character(char16_t unit);
-  /// Gives up waiting for the rest of a character.
-  void flush_bytes() {
-    if (!pending_bytes_.empty()) give_up_bytes();
-  }
-  void give_up_bytes();
-  void add_table_text(std::u16string_view text);
-  void add_list_text();
-  void add_field_symbol();
-  Destination destination() const { return properties_.state().destination; }
-
-  RtfScanner scanner_;
-  DocumentSink& sink_;
-  std::size_t& token_;
-  bool is_document_;
-  RtfProperties properties_;
-
-  bool finished_ = false;
-  bool starred_ = false;
-  bool at_group_start_ = false;
-  bool line_has_text_ = false;
-  std::optional<LineEnd> line_end_;  // at the edge of a text box, until text follows
-  std::u16string list_text_;
-  std::u16string instruction_;
-
-  std::int32_t replacements_due_ = 0;
-  std::string pending_bytes_;  // the beginning of a character that takes several
-};
-
-void Reader::read_token() {
+void RtfReader::read_token() {
   const bool at_start = std::exchange(at_group_start_, false);
   token_ = scanner_.position();
   switch (scanner_.peek()) {
@@ -108,9 +55,7 @@ void Reader::read_token() {
       close_group();
       break;
     case u'\\':
-      at_group_start_ = at_start;
-      read_control();
-      at_group_start_ = false;
+      read_control(at_start);
       break;
     case u'\t':
       scanner_.skip(1);
@@ -127,7 +72,7 @@ void Reader::read_token() {
   }
 }
 
-void Reader::read_text() {
+void RtfReader::read_text() {
   if (destination() == Destination::skipped || has_text_parts(destination())) {
     scanner_.skip_plain_text();
     return;
@@ -136,20 +81,38 @@ void Reader::read_text() {
     scanner_.skip(1);
     return;
   }
+  if (units_ == Units::bytes && scanner_.peek() >= 0x80) {
+    read_raw_byte();
+    return;
+  }
   std::u16string_view text = scanner_.plain_text();
   if (completes_character(text.front())) text.remove_prefix(1);
   add_coded(text);
 }
 
-void Reader::read_control() {
+void RtfReader::read_control(bool at_start) {
+  constexpr std::size_t longest_symbol = 4;
+  const auto wait = [&] {
+    scanner_.go_to(token_);
+    at_group_start_ = at_start;
+    is_incomplete_ = true;
+  };
   scanner_.skip(1);
-  if (scanner_.at_end()) return;
-  const char16_t first = scanner_.peek();
+  const char16_t first = scanner_.at_end() ? u'\0' : scanner_.peek();
   if ((first < u'a' || first > u'z') && (first < u'A' || first > u'Z')) {
-    read_symbol();
-    return;
+    if (!is_last_ && scanner_.left() < longest_symbol - 1) return wait();
+    at_group_start_ = at_start;
+    if (!scanner_.at_end()) read_symbol();
+  } else {
+    const ControlWord word = scanner_.control_word();
+    if (!is_last_ && scanner_.at_end()) return wait();
+    at_group_start_ = at_start;
+    read_word(word);
   }
-  const ControlWord word = scanner_.control_word();
+  at_group_start_ = false;
+}
+
+void RtfReader::read_word(const ControlWord& word) {
   const KnownWord* const known = find_word(word.key);
   if (known != nullptr && known->action == WordAction::skip_binary) {
     skip_binary(word.parameter);
@@ -169,14 +132,14 @@ void Reader::read_control() {
   flush_bytes();
   if (sets_property(known->action)) {
     const bool was_in_shape = destination() == Destination::shape;
-    properties_.set(*known, word.parameter, {token_, scanner_.position()});
+    properties_.set(*known, word.parameter, {begin_ + token_, begin_ + scanner_.position()});
     if (was_in_shape && properties_.is_text()) separate_lines(properties_.state().alignment);
   } else {
     add_word(*known, word.parameter);
   }
 }
 
-void Reader::add_word(const KnownWord& word, Parameter parameter) {
+void RtfReader::add_word(const KnownWord& word, Parameter parameter) {
   switch (word.action) {
     case WordAction::add_character:
       return add_character(static_cast<char16_t>(word.argument));
@@ -190,7 +153,7 @@ void Reader::add_word(const KnownWord& word, Parameter parameter) {
   }
 }
 
-void Reader::read_symbol() {
+void RtfReader::read_symbol() {
   const char16_t symbol = scanner_.next();
   switch (symbol) {
     case u'\'':
@@ -221,22 +184,33 @@ void Reader::read_symbol() {
       if (!takes_replacement()) add_break();
       return;
     default:
+      // Not a symbol of RTF, which has bytes below 0x80 only.
+      if (units_ == Units::bytes && symbol >= 0x80) add_byte(static_cast<std::uint8_t>(symbol));
       return;
   }
 }
 
-void Reader::read_hex_byte() {
+void RtfReader::read_hex_byte() {
   const int byte = scanner_.hex_byte();
   if (byte < 0 || takes_replacement()) return;
   add_byte(static_cast<std::uint8_t>(byte));
 }
 
-void Reader::skip_binary(Parameter count) {
-  if (count.value_or(0) > 0) scanner_.skip(static_cast<std::size_t>(count.value));
+void RtfReader::read_raw_byte() { add_byte(static_cast<std::uint8_t>(scanner_.next())); }
+
+void RtfReader::skip_binary(Parameter count) {
+  if (count.value_or(0) > 0) binary_due_ = static_cast<std::size_t>(count.value);
+  skip_binary_data();
   takes_replacement();
 }
 
-void Reader::open_group() {
+void RtfReader::skip_binary_data() {
+  const std::size_t here = std::min(binary_due_, scanner_.left());
+  scanner_.skip(here);
+  binary_due_ -= here;
+}
+
+void RtfReader::open_group() {
   scanner_.skip(1);
   flush_bytes();
   replacements_due_ = 0;
@@ -244,7 +218,7 @@ void Reader::open_group() {
   properties_.open_group();
 }
 
-void Reader::close_group() {
+void RtfReader::close_group() {
   scanner_.skip(1);
   flush_bytes();
   replacements_due_ = 0;
@@ -255,16 +229,16 @@ void Reader::close_group() {
   const Alignment alignment = properties_.state().alignment;
   properties_.close_group();
   if (was_text && destination() == Destination::shape) separate_lines(alignment);
-  finished_ = is_document_ && !properties_.is_in_group();
+  is_closed_ = extent_ == Extent::document && !properties_.is_in_group();
   if (was_list_text && destination() != Destination::list_text) add_list_text();
   if (was_instruction && destination() != Destination::field_instruction) add_field_symbol();
 }
 
-void Reader::add_character(char16_t character) {
+void RtfReader::add_character(char16_t character) {
   if (!takes_replacement() && !completes_character(character)) add_unit(character);
 }
 
-void Reader::add_unicode(Parameter code) {
+void RtfReader::add_unicode(Parameter code) {
   if (!code.given) return;
   flush_bytes();
   replacements_due_ = properties_.state().replacement_length;
@@ -282,7 +256,7 @@ void Reader::add_unicode(Parameter code) {
   }
 }
 
-void Reader::add_break() {
+void RtfReader::add_break() {
   flush_bytes();
   if (!properties_.is_shown()) return;
   sink_.paragraph_break(properties_.format(), properties_.state().alignment);
@@ -292,23 +266,23 @@ void Reader::add_break() {
 }
 
 /// A text box stands on lines of its own, whether or not its text ends in a break.
-void Reader::separate_lines(Alignment alignment) {
+void RtfReader::separate_lines(Alignment alignment) {
   if (line_has_text_ && !line_end_) line_end_ = {properties_.format(), alignment};
 }
 
-void Reader::add_line_end() {
+void RtfReader::add_line_end() {
   sink_.paragraph_break(line_end_->format, line_end_->alignment);
   line_end_.reset();
 }
 
 /// Whether what has just been read is a replacement for a character given in Unicode; counts it.
-bool Reader::takes_replacement() {
+bool RtfReader::takes_replacement() {
   if (replacements_due_ == 0) return false;
   --replacements_due_;
   return true;
 }
 
-void Reader::add_text(std::u16string_view text) {
+void RtfReader::add_text(std::u16string_view text) {
   if (text.empty()) return;
   flush_bytes();
   if (properties_.is_shown()) {
@@ -322,7 +296,7 @@ void Reader::add_text(std::u16string_view text) {
 }
 
 /// Adds text whose characters are numbers, which a font of symbols gives other pictures.
-void Reader::add_coded(std::u16string_view text) {
+void RtfReader::add_coded(std::u16string_view text) {
   const bool is_seen = properties_.is_shown() || destination() == Destination::list_text;
   const SymbolFont* const font = is_seen ? properties_.symbol_font() : nullptr;
   if (font != nullptr) {
@@ -332,7 +306,7 @@ void Reader::add_coded(std::u16string_view text) {
   }
 }
 
-void Reader::add_unit(char16_t unit) {
+void RtfReader::add_unit(char16_t unit) {
   if (unit == u'\r' || unit == u'\n') {
     add_break();
   } else {
@@ -340,7 +314,7 @@ void Reader::add_unit(char16_t unit) {
   }
 }
 
-void Reader::add_byte(std::uint8_t byte) {
+void RtfReader::add_byte(std::uint8_t byte) {
   if (destination() == Destination::skipped) return;
   const CodePage& code_page = properties_.code_page();
   if (pending_bytes_.empty() && code_page.length_from(byte) == 1) {
@@ -357,7 +331,7 @@ void Reader::add_byte(std::uint8_t byte) {
 
 /// Takes the last byte of a character, which may be one that elsewhere stands for itself, such as
 /// a letter or an escaped backslash.
-bool Reader::completes_character(char16_t unit) {
+bool RtfReader::completes_character(char16_t unit) {
   if (pending_bytes_.empty() || unit >= 0x80) return false;
   const auto byte = static_cast<std::uint8_t>(unit);
   const std::string bytes = pending_bytes_ + static_cast<char>(byte);
@@ -366,7 +340,7 @@ bool Reader::completes_character(char16_t unit) {
   return true;
 }
 
-void Reader::add_decoded(char16_t unit) {
+void RtfReader::add_decoded(char16_t unit) {
   if (destination() == Destination::font_table) {
     properties_.fonts().add_to_name({&unit, 1});  // an escaped semicolon does not end the name
   } else if (unit < u' ') {
@@ -376,13 +350,13 @@ void Reader::add_decoded(char16_t unit) {
   }
 }
 
-void Reader::give_up_bytes() {
+void RtfReader::give_up_bytes() {
   for (const char byte : std::exchange(pending_bytes_, {})) {
     add_unit(decode_western(static_cast<std::uint8_t>(byte)));
   }
 }
 
-void Reader::add_list_text() {
+void RtfReader::add_list_text() {
   std::u16string mark = std::exchange(list_text_, {});
   if (mark.find_first_not_of(u" \t\u00A0") == std::u16string::npos) return;
   // The bullets of symbol fonts are not bullets in any other font.
@@ -392,14 +366,14 @@ void Reader::add_list_text() {
   add_text(mark);
 }
 
-void Reader::add_field_symbol() {
+void RtfReader::add_field_symbol() {
   const std::u16string symbol = symbol_of_field(std::exchange(instruction_, {}));
   if (symbol.empty()) return;
   add_text(symbol);
   properties_.note_field_shown();
 }
 
-void Reader::add_table_text(std::u16string_view text) {
+void RtfReader::add_table_text(std::u16string_view text) {
   if (destination() == Destination::color_table) properties_.colors().read_text(text);
   if (destination() == Destination::font_table) properties_.fonts().read_text(text);
   if (destination() == Destination::list_text) list_text_.append(text);
@@ -408,17 +382,10 @@ void Reader::add_table_text(std::u16string_view text) {
   }
 }
 
-}  // namespace
-
 void read_rtf(std::u16string_view rtf, const CharFormat& base, DocumentSink& sink) {
-  rtf.remove_prefix(std::min(rtf.find(u'{'), rtf.size()));
-  std::size_t token = 0;
-  Reader(rtf, base, sink, token, true).read();
-}
-
-void read_rtf_fragment(std::u16string_view rtf, const CharFormat& base, DocumentSink& sink,
-                       std::size_t& token) {
-  Reader(rtf, base, sink, token, rtf.starts_with(u"{\\rtf")).read();
+  RtfReader reader(base, sink, RtfReader::Extent::document);
+  reader.read(rtf, true);
+  reader.finish();
 }
 
 }  // namespace qel::richtext

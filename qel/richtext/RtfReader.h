@@ -1,10 +1,17 @@
 #pragma once
 
 #include <cstddef>
+#include <cstdint>
+#include <optional>
+#include <string>
 #include <string_view>
 
 #include "qel/richtext/CharFormat.h"
 #include "qel/richtext/DocumentSink.h"
+#include "qel/richtext/RtfProperties.h"
+#include "qel/richtext/RtfState.h"
+#include "qel/richtext/RtfTokens.h"
+#include "qel/richtext/RtfWords.h"
 
 namespace qel::richtext {
 
@@ -25,12 +32,104 @@ namespace qel::richtext {
 ///
 /// `base` gives the font, size and colour of text for which the document names none (or a colour
 /// entry that is empty, the automatic colour).
-void read_rtf(std::u16string_view rtf, const CharFormat& base, DocumentSink& sink);
+class RtfReader {
+ public:
+  /// What the units of the RTF are.
+  enum class Units : std::uint8_t {
+    characters,
+    bytes,  ///< those from 0x80 stand for bytes of the code page that the document declares
+  };
+  /// Where to begin and end.
+  enum class Extent : std::uint8_t {
+    document,  ///< from the first brace to the one that closes it
+    fragment,  ///< everything: a part of a document need not be one group
+  };
 
-/// Reads a part of a document, which need not be one group; input that begins with "{\rtf" is a
-/// document and ends with its group. While the sink is called, `token` is the position in `rtf` of
-/// the text, word, symbol or brace read last.
-void read_rtf_fragment(std::u16string_view rtf, const CharFormat& base, DocumentSink& sink,
-                       std::size_t& token);
+  RtfReader(const CharFormat& base, DocumentSink& sink, Extent extent,
+            Units units = Units::characters)
+      : sink_(sink), units_(units), extent_(extent), properties_(base, sink) {}
+  RtfReader(const RtfReader&) = delete;
+  RtfReader& operator=(const RtfReader&) = delete;
+
+  /// Reads on, up to what may go on behind the end unless this is the last part, and returns how
+  /// many units were read. The rest has to come again in front of the next part.
+  std::size_t read(std::u16string_view rtf, bool is_last);
+  /// Tells the sink that the document ends. To be called after the last part.
+  void finish();
+
+  /// While the sink is called, the position in the part of the text, word, symbol or brace read
+  /// last.
+  const std::size_t& token() const { return token_; }
+  /// Whether the document has been closed: all that follows is ignored.
+  bool is_closed() const { return is_closed_; }
+
+ private:
+  struct LineEnd {
+    DocumentSink::FormatId format;
+    Alignment alignment;
+  };
+
+  void read_token();
+  void read_text();
+  void read_control(bool at_start);
+  void read_word(const ControlWord& word);
+  void read_symbol();
+  void read_hex_byte();
+  void read_raw_byte();
+  void open_group();
+  void close_group();
+
+  void add_word(const KnownWord& word, Parameter parameter);
+  void add_character(char16_t character);
+  void add_unicode(Parameter code);
+  void add_break();
+  void separate_lines(Alignment alignment);
+  void add_line_end();
+  void skip_binary(Parameter count);
+  void skip_binary_data();
+
+  bool takes_replacement();
+  void add_text(std::u16string_view text);
+  void add_coded(std::u16string_view text);
+  void add_unit(char16_t unit);
+  void add_byte(std::uint8_t byte);
+  void add_decoded(char16_t unit);
+  bool completes_character(char16_t unit);
+  /// Gives up waiting for the rest of a character.
+  void flush_bytes() {
+    if (!pending_bytes_.empty()) give_up_bytes();
+  }
+  void give_up_bytes();
+  void add_table_text(std::u16string_view text);
+  void add_list_text();
+  void add_field_symbol();
+  Destination destination() const { return properties_.state().destination; }
+
+  DocumentSink& sink_;
+  Units units_;
+  Extent extent_;
+  RtfScanner scanner_;
+  bool is_last_ = true;
+  bool is_incomplete_ = false;  // the token goes on behind the end of the part
+  std::size_t token_ = 0;
+  std::size_t begin_ = 0;  // of the part, counted from the beginning of all
+  RtfProperties properties_;
+
+  bool is_begun_ = false;
+  bool is_closed_ = false;
+  bool starred_ = false;
+  bool at_group_start_ = false;
+  bool line_has_text_ = false;
+  std::optional<LineEnd> line_end_;  // at the edge of a text box, until text follows
+  std::u16string list_text_;
+  std::u16string instruction_;
+
+  std::int32_t replacements_due_ = 0;
+  std::size_t binary_due_ = 0;  // units of binary data to skip
+  std::string pending_bytes_;   // the beginning of a character that takes several
+};
+
+/// Reads all of a document.
+void read_rtf(std::u16string_view rtf, const CharFormat& base, DocumentSink& sink);
 
 }  // namespace qel::richtext

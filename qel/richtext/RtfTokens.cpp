@@ -15,9 +15,9 @@ bool is_digit(char16_t c) { return c >= u'0' && c <= u'9'; }
 
 std::u16string_view RtfScanner::plain_text() {
   const std::size_t start = at_;
-  const auto may_mean_something = [](auto c) {
+  const auto may_mean_something = [end = static_cast<std::uint16_t>(last_plain_)](auto c) {
     return (c < std::uint16_t{u' '}) | (c == std::uint16_t{u'\\'}) | (c == std::uint16_t{u'{'}) |
-           (c == std::uint16_t{u'}'});
+           (c == std::uint16_t{u'}'}) | (c > end);
   };
   // A control character that stands for itself is taken alone.
   const bool is_control = !at_end() && peek() < u' ';

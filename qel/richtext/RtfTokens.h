@@ -36,10 +36,18 @@ struct ControlWord {
 /// the end.
 class RtfScanner {
  public:
-  explicit RtfScanner(std::u16string_view rtf) : rtf_(rtf) {}
+  static constexpr char16_t last_ascii = 0x7F;
+  static constexpr char16_t last = 0xFFFF;
+
+  RtfScanner() = default;
+  /// Characters after `last_plain` are no plain text.
+  explicit RtfScanner(std::u16string_view rtf, char16_t last_plain = last)
+      : rtf_(rtf), last_plain_(last_plain) {}
 
   bool at_end() const { return at_ >= rtf_.size(); }
   std::size_t position() const { return at_; }
+  std::size_t left() const { return rtf_.size() - at_; }
+  void go_to(std::size_t position) { at_ = position; }
   char16_t peek() const { return rtf_[at_]; }
   char16_t next() { return rtf_[at_++]; }
   void skip(std::size_t count) { at_ = count > rtf_.size() - at_ ? rtf_.size() : at_ + count; }
@@ -58,6 +66,7 @@ class RtfScanner {
   Parameter parameter();
 
   std::u16string_view rtf_;
+  char16_t last_plain_ = last;
   std::size_t at_ = 0;
 };
 

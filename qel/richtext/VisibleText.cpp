@@ -14,9 +14,17 @@ namespace qel::richtext {
 /// Records the characters, and where in the RTF they come from.
 class VisibleText::Collector : public DocumentSink {
  public:
-  explicit Collector(VisibleText& visible) : visible_(visible) {}
+  explicit Collector(VisibleText& visible)
+      : visible_(visible),
+        reader_(CharFormat(), *this,
+                visible.rtf_.starts_with(u"{\\rtf") ? RtfReader::Extent::document
+                                                    : RtfReader::Extent::fragment),
+        token_(reader_.token()) {}
 
-  void read() { read_rtf_fragment(visible_.rtf_, {}, *this, token_); }
+  void read() {
+    reader_.read(visible_.rtf_, true);
+    reader_.finish();
+  }
 
   FormatId intern(const CharFormat& /*format*/) override { return 0; }
 
@@ -49,7 +57,8 @@ class VisibleText::Collector : public DocumentSink {
   }
 
   VisibleText& visible_;
-  std::size_t token_ = 0;
+  RtfReader reader_;
+  const std::size_t& token_;
 };
 
 VisibleText::VisibleText(std::u16string_view rtf) : rtf_(rtf) { Collector(*this).read(); }

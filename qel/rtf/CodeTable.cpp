@@ -5,7 +5,6 @@
 #include <cstdint>
 
 #include "qel/base/Scan.h"
-#include "qel/model/Parser.h"
 
 namespace qel::rtf {
 namespace {
@@ -93,8 +92,6 @@ bool append_body(std::u16string& out, std::u16string_view markup) {
   return two_backslashes;
 }
 
-namespace {
-
 void append_words(std::u16string& out, std::u16string_view codes) {
   for (; !codes.empty(); codes.remove_prefix(code_length)) {
     if (codes[1] == u'c') {
@@ -112,32 +109,6 @@ void append_text(std::u16string& out, std::u16string_view text) {
     if (special < text.size()) out.append(rtf_of(text[special]));
     at = special;
   }
-}
-
-}  // namespace
-
-void append_lossless_body(std::u16string& out, std::u16string_view markup) {
-  out.reserve(out.size() + markup.size() + markup.size() / 8);
-  MarkupScanner scanner(markup, Way::lossless);
-  scanner.read_codes_of_rtf();
-  style_codes::CodeState last;
-  std::u16string codes;
-  const auto enter = [&](const style_codes::CodeState& state) {
-    codes.clear();
-    style_codes::append_different_off(codes, last, &state, style_codes::CodeSet::lossless);
-    style_codes::append_different_on(codes, state, last, style_codes::CodeSet::lossless);
-    append_words(out, codes);
-    last = state;
-  };
-  for (auto item = scanner.next(); item != MarkupScanner::Item::end; item = scanner.next()) {
-    enter(shown_state(scanner.state()));
-    if (item == MarkupScanner::Item::text) {
-      append_text(out, scanner.text());
-    } else {
-      out.append(u"\\par ");
-    }
-  }
-  enter({});
 }
 
 style_codes::CodeState shown_state(style_codes::CodeState state) {

@@ -46,8 +46,10 @@ bool append_body(std::u16string& out, std::u16string_view markup);
 /// The state as RTF can show it: text that is raised and lowered at once is raised.
 style_codes::CodeState shown_state(style_codes::CodeState state);
 
-/// Appends the markup as read in the lossless way.
-void append_lossless_body(std::u16string& out, std::u16string_view markup);
+/// Appends the RTF of a sequence of codes and nothing else, those of small capitals among them.
+void append_words(std::u16string& out, std::u16string_view codes);
+/// Appends text without breaks in which nothing is a code.
+void append_text(std::u16string& out, std::u16string_view text);
 
 /// From position `from` on, turns the four backslashes that stand for the slash of a code back into
 /// the slash: such a code is text.

@@ -1,6 +1,5 @@
 #include "qel/rtf/MarkupWriter.h"
 
-#include <cstddef>
 #include <utility>
 
 #include "qel/base/Scan.h"
@@ -11,7 +10,9 @@
 namespace qel::rtf {
 namespace {
 
-constexpr std::u16string_view line_break = u"\r\n";
+using style_codes::CodeState;
+
+constexpr std::u16string_view line_break_text = u"\r\n";
 constexpr std::size_t code_length = 3;
 
 /// Whether a text that ends with this, a slash and perhaps more, may go on as a code.
@@ -21,50 +22,74 @@ bool begins_code(std::u16string_view end) {
 
 }  // namespace
 
-MarkupWriter::MarkupWriter(const RTFParser& parser, const QELIndexFonts& fonts,
-                           const QELIndexColors& colors, Origin origin)
-    : parser_(parser),
-      origin_(origin),
-      walk_(markup_spelling, fonts, colors, origin, parser.way(), markup_) {
+MarkupWriter::MarkupWriter(const RTFParser& parser)
+    : parser_(parser), walk_(markup_spelling, parser.way(), markup_) {
   if (!parser.get_Lossless()) return;
   lossless_.emplace(markup_, style_codes::CodeSet::lossless);
 }
 
-void MarkupWriter::add(const richtext::CharFormat& format, std::u16string_view text) {
-  if (text.empty()) return;
+void MarkupWriter::text(std::u16string_view text, const CodeState& state) {
   if (lossless_) {
-    lossless_->text(text, walk_.indexes().state(format));
+    lossless_->text(text, state);
     return;
   }
-  if (beginning_.size() <= line_break.size()) {
-    beginning_.append(text.substr(0, line_break.size() + 1));
+  if (beginning_.size() <= line_break_text.size()) {
+    beginning_.append(text.substr(0, line_break_text.size() + 1));
   }
+  walk_.enter(state);
+  if (text.empty()) return;
   ends_with_break_ = text.back() == u'\n';
+  append_characters(markup_, text, parser_, u"/nl");
+}
+
+void MarkupWriter::finish(bool may_drop_blank) {
+  if (lossless_) {
+    lossless_->finish(false);
+    return;
+  }
+  if (beginning_ == line_break_text && !parser_.get_RecognizeCRLF()) {
+    markup_.clear();
+    return;
+  }
+  if (parser_.get_ConvertNLToSpace() && may_drop_blank && markup_.ends_with(u' ')) {
+    markup_.pop_back();
+  }
+  walk_.close();
+}
+
+BoxMarkupWriter::BoxMarkupWriter(const RTFParser& parser, const QELIndexFonts& fonts,
+                                 const QELIndexColors& colors)
+    : is_lossless_(parser.get_Lossless()),
+      indexes_(fonts, colors, Origin::box, parser.way()),
+      writer_(parser) {}
+
+void BoxMarkupWriter::add(const richtext::CharFormat& format, std::u16string_view text) {
+  if (text.empty()) return;
+  if (is_lossless_) {
+    writer_.text(text, indexes_.state(format));
+    return;
+  }
   std::u16string joined;
   if (!held_.empty()) {
     joined = std::exchange(held_, {});
     if (richtext::are_equal_in_rtf(held_format_, format)) {
       text = joined.append(text);
     } else {
-      append(joined);
+      writer_.text(joined, indexes_.state(held_format_));
     }
   }
-  walk_.enter(format);
-  if (origin_ == Origin::box) {
-    append_protected(format, text);
-  } else {
-    append(text);
-  }
+  add_protected(format, text);
 }
 
-void MarkupWriter::append_protected(const richtext::CharFormat& format, std::u16string_view text) {
+void BoxMarkupWriter::add_protected(const richtext::CharFormat& format, std::u16string_view text) {
+  const CodeState state = indexes_.state(format);
   std::size_t written = 0;
   for (std::size_t slash = 0;; ++slash) {
     slash = find_any<u'/'>(text, slash);
     if (slash == text.size()) break;
     if (is_code(text.substr(slash, code_length))) {
-      append(text.substr(written, slash - written));
-      markup_.append(u"\\\\");
+      writer_.text(text.substr(written, slash - written), state);
+      writer_.protected_slash();
       written = slash + 1;
     } else if (begins_code(text.substr(slash))) {
       held_ = text.substr(slash);
@@ -73,26 +98,14 @@ void MarkupWriter::append_protected(const richtext::CharFormat& format, std::u16
       break;
     }
   }
-  append(text.substr(written));
+  writer_.text(text.substr(written), state);
 }
 
-void MarkupWriter::append(std::u16string_view text) {
-  append_characters(markup_, text, parser_, u"/nl");
-}
-
-std::u16string MarkupWriter::finish() {
-  if (lossless_) {
-    lossless_->finish(false);
-    return std::move(markup_);
-  }
-  if (beginning_ == line_break && !parser_.get_RecognizeCRLF()) return {};
-  append(held_);
-  const bool may_drop_blank = origin_ == Origin::rtf || ends_with_break_;
-  if (parser_.get_ConvertNLToSpace() && may_drop_blank && markup_.ends_with(u' ')) {
-    markup_.pop_back();
-  }
-  walk_.close();
-  return std::move(markup_);
+std::u16string BoxMarkupWriter::finish() {
+  const bool ends_with_break = held_.empty() && writer_.ends_with_break();
+  if (!held_.empty()) writer_.text(held_, indexes_.state(held_format_));
+  writer_.finish(ends_with_break);
+  return writer_.take();
 }
 
 }  // namespace qel::rtf

@@ -1,6 +1,5 @@
 #pragma once
 
-#include <memory>
 #include <string>
 #include <string_view>
 
@@ -67,16 +66,12 @@ class RTFParser {
   /// in place of its slash (unless lossless). Broken RTF gives the text before the damage.
   std::u16string RTFToQEL(std::u16string_view RTF, const QELIndexFonts& Fonts,
                           const QELIndexColors& Colors) const;
-  /// The same for a document that is handed over: its memory is freed once it is loaded.
-  std::u16string RTFToQEL(std::unique_ptr<const std::u16string> RTF, const QELIndexFonts& Fonts,
-                          const QELIndexColors& Colors) const;
   /// The document, written with only the control words that this class writes.
   std::u16string SimpleRTF(std::u16string_view RTF, QELIndexFonts& Fonts,
                            const QELIndexColors& Colors) const;
   /// The plain text of an RTF document, with breaks and tabs as the switches say. A recognised line
   /// break is CR LF.
   std::u16string RTFToText(std::u16string_view RTF) const;
-  std::u16string RTFToText(std::unique_ptr<const std::u16string> RTF) const;
   /// The RTF with the words for typographic characters as code page escapes and raised and lowered
   /// text as offsets. The words are replaced wherever they occur, even in longer words.
   static std::u16string PreprocessRTF(std::u16string_view RTF);

@@ -7,23 +7,16 @@
 
 namespace qel::rtf {
 
-SimpleRtfWriter::SimpleRtfWriter(const RTFParser& parser, QELIndexFonts& fonts,
-                                 const QELIndexColors& colors, Origin origin)
-    : parser_(parser),
-      fonts_(fonts),
-      colors_(colors),
-      walk_(rtf_spelling, fonts, colors, origin, parser.way(), body_) {}
-
-void SimpleRtfWriter::add(const richtext::CharFormat& format, std::u16string_view text) {
-  walk_.enter(format);
+void SimpleRtfWriter::text(std::u16string_view text, const style_codes::CodeState& state) {
+  walk_.enter(state);
   append_rtf_characters(body_, text, parser_);
 }
 
-std::u16string SimpleRtfWriter::finish(platform::MeasuringSurface& surface) {
-  walk_.close();
+std::u16string SimpleRtfWriter::document(QELIndexFonts& fonts, const QELIndexColors& colors,
+                                         platform::MeasuringSurface& surface) {
   std::u16string head = u"{\\rtf1 ";
-  if (walk_.wrote_font()) head.append(fonts_.font_table(&surface, parser_.way()));
-  if (walk_.wrote_color()) head.append(colors_.get_ColorTable());
+  if (walk_.wrote_font()) head.append(fonts.font_table(&surface, parser_.way()));
+  if (walk_.wrote_color()) head.append(colors.get_ColorTable());
   std::u16string document = std::move(body_);
   document.insert(0, head).push_back(u'}');
   // Text may look like the words that they move.

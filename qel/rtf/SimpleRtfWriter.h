@@ -4,8 +4,8 @@
 #include <string>
 #include <string_view>
 
+#include "qel/model/RunSink.h"
 #include "qel/platform/MeasuringSurface.h"
-#include "qel/richtext/CharFormat.h"
 #include "qel/rtf/RTFParser.h"
 #include "qel/rtf/Walk.h"
 #include "qel/tables/QELIndexColors.h"
@@ -13,25 +13,27 @@
 
 namespace qel::rtf {
 
-/// Writes a text, run by run, as RTF with only the control words that the parser itself writes: the
-/// result of `RTFParser::SimpleRTF`.
-class SimpleRtfWriter {
+/// Writes runs as RTF with only the control words that the parser itself writes: the result of
+/// `RTFParser::SimpleRTF`. Breaks may also come within a text.
+class SimpleRtfWriter : public RunSink {
  public:
-  /// The arguments must outlive the writer.
-  SimpleRtfWriter(const RTFParser& parser, QELIndexFonts& fonts, const QELIndexColors& colors,
-                  Origin origin);
+  /// `parser` must outlive the writer.
+  explicit SimpleRtfWriter(const RTFParser& parser)
+      : parser_(parser), walk_(rtf_spelling, parser.way(), body_) {}
   SimpleRtfWriter(const SimpleRtfWriter&) = delete;
   SimpleRtfWriter& operator=(const SimpleRtfWriter&) = delete;
 
   void reserve(std::size_t length) { body_.reserve(length); }
-  void add(const richtext::CharFormat& format, std::u16string_view text);
+  void text(std::u16string_view text, const style_codes::CodeState& state) override;
+  void line_break(const style_codes::CodeState& state) override { text(u"\r\n", state); }
+  void finish() override { walk_.close(); }
+
   /// The document, with the tables that it needs.
-  std::u16string finish(platform::MeasuringSurface& surface);
+  std::u16string document(QELIndexFonts& fonts, const QELIndexColors& colors,
+                          platform::MeasuringSurface& surface);
 
  private:
   const RTFParser& parser_;
-  QELIndexFonts& fonts_;
-  const QELIndexColors& colors_;
   std::u16string body_ = u"\\f0 ";
   FormatWalk walk_;
 };

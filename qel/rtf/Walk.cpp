@@ -24,24 +24,18 @@ const Spelling rtf_spelling = {{{{u"\\b1 ", u"\\b0 "},
                                u"\\cf",
                                u" "};
 
-FormatWalk::FormatWalk(const Spelling& spelling, const QELIndexFonts& fonts,
-                       const QELIndexColors& colors, Origin origin, Way way, std::u16string& out)
-    : spelling_(spelling), indexes_(fonts, colors, origin, way), way_(way), out_(out) {}
-
-void FormatWalk::enter(const richtext::CharFormat& format) {
-  const std::int32_t offset = indexes_.offset(format);
-  const std::array<bool, 7> wanted = {format.bold,
-                                      format.italic,
-                                      format.underline,
-                                      format.strike_through,
-                                      offset > 0,
-                                      offset < 0,
-                                      format.small_caps && way_ == Way::lossless};
-  for (std::size_t toggle = 0; toggle < wanted.size(); ++toggle) {
-    set_toggle(toggle, wanted[toggle]);
+void FormatWalk::enter(const style_codes::CodeState& state) {
+  constexpr std::array<style_codes::AttributeBit, 7> bits = {
+      style_codes::bold_bit,           style_codes::italic_bit,
+      style_codes::underline_bit,      style_codes::strike_through_bit,
+      style_codes::superscript_bit,    style_codes::subscript_bit,
+      style_codes::small_caps_bit};
+  const std::size_t count = way_ == Way::lossless ? bits.size() : bits.size() - 1;
+  for (std::size_t toggle = 0; toggle < count; ++toggle) {
+    set_toggle(toggle, (state.attributes & bits[toggle]) != 0);
   }
-  set_font(indexes_.font(format.font_name));
-  set_color(indexes_.color(format.color));
+  set_font(state.font);
+  set_color(state.color);
 }
 
 void FormatWalk::close() {

@@ -5,8 +5,8 @@
 #include <string>
 #include <string_view>
 
-#include "qel/richtext/CharFormat.h"
-#include "qel/rtf/TableIndexes.h"
+#include "qel/model/QELCode.h"
+#include "qel/model/StyleCodes.h"
 
 namespace qel::rtf {
 
@@ -28,19 +28,17 @@ extern const Spelling markup_spelling;
 /// Reduced RTF: "\b1 ", "\f2 ".
 extern const Spelling rtf_spelling;
 
-/// Writes a code wherever the format of a text changes, with the fonts and colours that
-/// `TableIndexes` finds, and small capitals in the lossless way only.
+/// Writes a code wherever the format of a text changes, and small capitals in the lossless way only.
 class FormatWalk {
  public:
-  FormatWalk(const Spelling& spelling, const QELIndexFonts& fonts, const QELIndexColors& colors,
-             Origin origin, Way way, std::u16string& out);
+  FormatWalk(const Spelling& spelling, Way way, std::u16string& out)
+      : spelling_(spelling), way_(way), out_(out) {}
 
   /// The codes before a character in this format.
-  void enter(const richtext::CharFormat& format);
+  void enter(const style_codes::CodeState& state);
   /// The codes that close what is open.
   void close();
 
-  const TableIndexes& indexes() const { return indexes_; }
   bool wrote_font() const { return wrote_font_; }
   bool wrote_color() const { return wrote_color_; }
 
@@ -51,7 +49,6 @@ class FormatWalk {
   void write_index(std::u16string_view prefix, int index);
 
   const Spelling& spelling_;
-  TableIndexes indexes_;
   Way way_;
   std::u16string& out_;
   std::array<bool, 7> open_ = {};

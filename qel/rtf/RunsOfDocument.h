@@ -1,0 +1,33 @@
+#pragma once
+
+#include <string_view>
+#include <utility>
+
+#include "qel/model/RunSink.h"
+#include "qel/richtext/DocumentSink.h"
+#include "qel/rtf/TableIndexes.h"
+
+namespace qel::rtf {
+
+/// Passes on what markup can say of a document: its formats by their numbers in the tables.
+class RunsOfDocument : public richtext::DocumentSink {
+ public:
+  /// `sink` has to outlive this object.
+  RunsOfDocument(TableIndexes indexes, RunSink& sink)
+      : indexes_(std::move(indexes)), sink_(sink) {}
+
+  FormatId intern(const richtext::CharFormat& format) override;
+  void text(std::u16string_view text, FormatId format) override;
+  void paragraph_break(FormatId format, richtext::Alignment alignment) override;
+  void finish(richtext::Alignment alignment) override;
+
+ private:
+  void pass_half();
+
+  TableIndexes indexes_;
+  RunSink& sink_;
+  char16_t half_ = 0;  // of a surrogate pair, until the other half comes
+  FormatId half_format_ = 0;
+};
+
+}  // namespace qel::rtf
