@@ -6,6 +6,7 @@
 #include "qel/base/Error.h"
 #include "qel/base/Variant.h"
 #include "qel/control/QELTextbox.h"
+#include "qel/convert/Convert.h"
 #include "qel/model/QELCode.h"
 #include "qel/model/Segment.h"
 #include "qel/model/SegmentCollection.h"

@@ -7,7 +7,8 @@
 #include <string>
 #include <vector>
 
-#include "Conversion.h"
+#include "Tables.h"
+#include "qel/convert/Convert.h"
 
 /// Runs the examples of tests/cases. Each is a fenced block: the line that opens it says what is
 /// converted to what ("qel to text --field"), then comes the input, a line "----", and the output.
@@ -87,24 +88,26 @@ std::vector<Example> all_examples() {
   return examples;
 }
 
-ConversionOptions options_of(const std::string& conversion) {
+convert::Options options_of(const std::string& conversion) {
   std::istringstream words(conversion);
   std::string from, to, between, word, value;
   words >> from >> between >> to;
-  ConversionOptions options;
-  options.from = input_format_named(from);
-  options.to = output_format_named(to).value();
+  convert::Options options;
+  Tables tables;
+  options.from = convert::input_format_named(from);
+  options.to = convert::output_format_named(to).value();
   while (words >> word) {
     if (word == "--field") {
-      options.switches = Switches::of_a_field();
+      options.switches = convert::Switches::of_a_field();
     } else if (word == "--stated") {
       options.way = Way::stated;
     } else if (word == "--font" && words >> value) {
-      options.tables.set_font(value);
+      tables.set_font(value);
     } else {
       ADD_FAILURE() << "unknown option " << word;
     }
   }
+  tables.use_in(options);
   return options;
 }
 
@@ -112,7 +115,7 @@ class Examples : public testing::TestWithParam<Example> {};
 
 TEST_P(Examples, Hold) {
   const Example& example = GetParam();
-  EXPECT_EQ(convert(example.input, options_of(example.conversion)), example.output)
+  EXPECT_EQ(convert::convert(example.input, options_of(example.conversion)), example.output)
       << example.file << ":" << example.line << ": " << example.conversion;
 }
 

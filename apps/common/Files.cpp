@@ -23,44 +23,6 @@ constexpr std::string_view standard_stream = "-";
                   std::generic_category().message(error));
 }
 
-/// A file to read, which is closed at the end.
-class Reader {
- public:
-  explicit Reader(const std::string& path)
-      : is_standard_(path == standard_stream),
-        name_(is_standard_ ? "standard input" : path),
-        descriptor_(is_standard_ ? STDIN_FILENO : open(path.c_str(), O_RDONLY | O_CLOEXEC)) {
-    if (descriptor_ < 0) fail_to("read", name_, errno);
-  }
-  Reader(const Reader&) = delete;
-  Reader& operator=(const Reader&) = delete;
-  ~Reader() {
-    if (!is_standard_) close(descriptor_);
-  }
-
-  /// The size of a regular file; 0 for any other.
-  std::size_t expected_size() const {
-    struct stat status = {};
-    if (fstat(descriptor_, &status) != 0 || !S_ISREG(status.st_mode)) return 0;
-    return static_cast<std::size_t>(status.st_size);
-  }
-
-  /// Reads up to `size` bytes; 0 at the end of the file.
-  std::size_t read_some(char* bytes, std::size_t size) const {
-    ssize_t count = 0;
-    do {
-      count = read(descriptor_, bytes, size);
-    } while (count < 0 && errno == EINTR);
-    if (count < 0) fail_to("read", name_, errno);
-    return static_cast<std::size_t>(count);
-  }
-
- private:
-  bool is_standard_;
-  std::string name_;
-  int descriptor_;
-};
-
 /// Where a chain of symbolic links leads, whether or not the file exists.
 std::string without_links(const std::string& path) {
   namespace fs = std::filesystem;
@@ -80,9 +42,35 @@ std::string folder_of(const std::string& path) {
 
 }  // namespace
 
+InputFile::InputFile(const std::string& path)
+    : is_standard_(path == standard_stream),
+      name_(is_standard_ ? "standard input" : path),
+      descriptor_(is_standard_ ? STDIN_FILENO : open(path.c_str(), O_RDONLY | O_CLOEXEC)) {
+  if (descriptor_ < 0) fail_to("read", name_, errno);
+}
+
+InputFile::~InputFile() {
+  if (!is_standard_) close(descriptor_);
+}
+
+std::size_t InputFile::expected_size() const {
+  struct stat status = {};
+  if (fstat(descriptor_, &status) != 0 || !S_ISREG(status.st_mode)) return 0;
+  return static_cast<std::size_t>(status.st_size);
+}
+
+std::size_t InputFile::read_some(char* bytes, std::size_t size) const {
+  ssize_t count = 0;
+  do {
+    count = read(descriptor_, bytes, size);
+  } while (count < 0 && errno == EINTR);
+  if (count < 0) fail_to("read", name_, errno);
+  return static_cast<std::size_t>(count);
+}
+
 std::string read_file(const std::string& path) {
   constexpr std::size_t smallest_buffer = std::size_t{1} << 16U;
-  const Reader reader(path);
+  const InputFile reader(path);
   // One byte more than expected, so that the end is found without a larger buffer.
   std::string bytes(std::max(reader.expected_size() + 1, smallest_buffer), '\0');
   std::size_t used = 0;

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <stdexcept>
 #include <string>
 #include <string_view>
@@ -11,6 +12,25 @@ namespace qel::command {
 class FileError : public std::runtime_error {
  public:
   using runtime_error::runtime_error;
+};
+
+/// A file to read, which is closed at the end.
+class InputFile {
+ public:
+  explicit InputFile(const std::string& path);
+  InputFile(const InputFile&) = delete;
+  InputFile& operator=(const InputFile&) = delete;
+  ~InputFile();
+
+  /// The size of a regular file; 0 for any other.
+  std::size_t expected_size() const;
+  /// Reads up to `size` bytes; 0 at the end of the file.
+  std::size_t read_some(char* bytes, std::size_t size) const;
+
+ private:
+  bool is_standard_;
+  std::string name_;
+  int descriptor_;
 };
 
 std::string read_file(const std::string& path);

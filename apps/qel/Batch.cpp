@@ -14,18 +14,20 @@
 #include "Files.h"
 #include "Progress.h"
 #include "UsageError.h"
+#include "qel/convert/Convert.h"
 
 namespace qel::command {
 namespace {
 
 namespace fs = std::filesystem;
 
-std::string output_in(const std::string& folder, const std::string& file, OutputFormat format) {
+std::string output_in(const std::string& folder, const std::string& file,
+                      convert::OutputFormat format) {
   std::string name = fs::path(file).stem().string();
   if (file == "-" || name.empty()) {
     throw UsageError("'" + file + "' has no name that a file in a folder could get; use -o");
   }
-  return (fs::path(folder) / name.append(extension_of(format))).string();
+  return (fs::path(folder) / name.append(convert::extension_of(format))).string();
 }
 
 [[noreturn]] void refuse_both(const std::string& one, const std::string& other,
@@ -38,16 +40,17 @@ bool is_same_file(const std::string& one, const std::string& other) {
   return fs::equivalent(one, other, error);
 }
 
-void convert_file(const Task& task, ConversionOptions options) {
-  if (!options.from) options.from = input_format_of_file(task.input);
-  std::string input = read_file(task.input);
+void convert_file(const Task& task, convert::Options options) {
+  if (!options.from) options.from = convert::input_format_of_file(task.input);
+  const InputFile input(task.input);
   OutputFile output(task.output);
-  convert(std::move(input), options, [&](std::string_view bytes) { output.write(bytes); });
+  convert::convert([&](char* bytes, std::size_t size) { return input.read_some(bytes, size); },
+                   [&](std::string_view bytes) { output.write(bytes); }, options);
   output.finish();
 }
 
 /// Returns whether the task succeeded.
-bool try_task(const Task& task, const ConversionOptions& options, Progress& progress) {
+bool try_task(const Task& task, const convert::Options& options, Progress& progress) {
   const std::string name = task.input == "-" ? "standard input" : task.input;
   try {
     convert_file(task, options);
@@ -65,7 +68,7 @@ bool try_task(const Task& task, const ConversionOptions& options, Progress& prog
 }  // namespace
 
 std::vector<Task> tasks_into(const std::string& folder, const std::vector<std::string>& files,
-                             OutputFormat format) {
+                             convert::OutputFormat format) {
   std::vector<Task> tasks;
   std::map<std::string, std::string> input_of_output;
   for (const std::string& file : files) {
@@ -85,7 +88,7 @@ std::vector<Task> tasks_into(const std::string& folder, const std::vector<std::s
   return tasks;
 }
 
-bool convert_files(const std::vector<Task>& tasks, const ConversionOptions& options,
+bool convert_files(const std::vector<Task>& tasks, const convert::Options& options,
                    std::size_t jobs) {
   Progress progress(tasks.size());
   std::atomic<std::size_t> next = 0;

@@ -3,7 +3,7 @@
 #include <string>
 #include <vector>
 
-#include "Conversion.h"
+#include "qel/convert/Options.h"
 
 namespace qel::command {
 
@@ -17,11 +17,11 @@ struct Task {
 /// `format`. Raises a `UsageError` when two would write the same file, or one would overwrite an
 /// input file.
 std::vector<Task> tasks_into(const std::string& folder, const std::vector<std::string>& files,
-                             OutputFormat format);
+                             convert::OutputFormat format);
 
 /// Converts the files, up to `jobs` at a time. A failure is reported on standard error, and the
 /// other files go on. Returns whether all went well.
-bool convert_files(const std::vector<Task>& tasks, const ConversionOptions& options,
+bool convert_files(const std::vector<Task>& tasks, const convert::Options& options,
                    std::size_t jobs);
 
 }  // namespace qel::command

@@ -68,8 +68,9 @@ class SwitchOptions {
         recognize_crlf_(app, "recognize-crlf", "A line break is kept (the default)"),
         recognize_tabs_(app, "recognize-tabs", "A tab is kept (the default)") {}
 
-  Switches values() const {
-    Switches values = field_->count() > 0 ? Switches::of_a_field() : Switches();
+  convert::Switches values() const {
+    convert::Switches values =
+        field_->count() > 0 ? convert::Switches::of_a_field() : convert::Switches();
     // A tab that is kept cannot become a blank too.
     if (tabs_to_space_.is_on()) values.recognize_tabs = false;
     values.convert_nl_to_space = nl_to_space_.or_else(values.convert_nl_to_space);
@@ -103,10 +104,10 @@ class ConvertCommand {
                    "Files to convert; standard input when none is named, or for '-'")
         ->type_name("");
     app.add_option("--from", from_,
-                   "What the input is: " + input_format_names() +
+                   "What the input is: " + convert::input_format_names() +
                        "; taken from the file's extension or first bytes otherwise")
         ->type_name("FORMAT");
-    app.add_option("--to", to_, "What to write: " + output_format_names())
+    app.add_option("--to", to_, "What to write: " + convert::output_format_names())
         ->type_name("FORMAT")
         ->required();
     output_ =
@@ -137,10 +138,13 @@ class ConvertCommand {
     }
     line.jobs = jobs_ > 0 ? static_cast<std::size_t>(jobs_)
                           : std::max(1U, std::thread::hardware_concurrency());
-    line.options.from = format_of(from_, input_format_named, "--from", input_format_names());
-    line.options.to = *format_of(to_, output_format_named, "--to", output_format_names());
+    line.options.from =
+        format_of(from_, convert::input_format_named, "--from", convert::input_format_names());
+    line.options.to =
+        *format_of(to_, convert::output_format_named, "--to", convert::output_format_names());
     line.options.switches = switches_.values();
-    line.options.tables = tables_.values();
+    line.tables = tables_.values();
+    line.tables.use_in(line.options);
     return line;
   }
 
@@ -227,7 +231,7 @@ CommandLine parse_command_line(int argc, const char* const* argv) {
     return line;
   }
   line.action = CommandLine::Action::tables;
-  line.options.tables = tables.values();
+  line.tables = tables.values();
   return line;
 }
 

@@ -5,8 +5,9 @@
 #include <string>
 #include <vector>
 
-#include "Conversion.h"
+#include "Tables.h"
 #include "TextTask.h"
+#include "qel/convert/Options.h"
 
 namespace qel::command {
 
@@ -15,7 +16,7 @@ struct CommandLine {
   enum class Action {
     print,    ///< `text`: the help or the version
     convert,  ///< `files` as `options` say
-    tables,   ///< print the records of the tables of `options`
+    tables,   ///< print the records of `tables`
     text,     ///< `task`
   };
 
@@ -25,7 +26,8 @@ struct CommandLine {
   std::string output = "-";        ///< where to write the one file, unless there is a folder
   std::optional<std::string> folder;
   std::size_t jobs = 1;
-  ConversionOptions options;
+  convert::Options options;
+  Tables tables;  ///< those of `options`, where there are any
   TextTask task;
 };
 

@@ -2,8 +2,8 @@
 
 #include "Files.h"
 #include "Numbers.h"
-#include "TextInput.h"
 #include "UsageError.h"
+#include "qel/convert/Convert.h"
 
 namespace qel::command {
 
@@ -40,7 +40,7 @@ Tables TableOptions::values() const {
 
 void TableOptions::read_file_into(Tables& tables) const {
   try {
-    tables.read_records(decode_text(read_file(path_)));
+    tables.read_records(convert::decode_text(read_file(path_)));
   } catch (const TableError& error) {
     throw TableError("cannot read " + path_ + ": " + error.what());
   }

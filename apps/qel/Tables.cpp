@@ -7,9 +7,9 @@
 #include <optional>
 #include <utility>
 
-#include "TextInput.h"
 #include "qel/base/Color.h"
 #include "qel/base/Records.h"
+#include "qel/convert/Convert.h"
 
 namespace qel::command {
 namespace {
@@ -77,13 +77,18 @@ std::u16string Tables::records() const {
   return fonts.get_All().append(u"\n").append(colors->get_All()).append(u"\n");
 }
 
+void Tables::use_in(convert::Options& options) const {
+  options.fonts = fonts;
+  options.colors = colors;
+}
+
 void Tables::set_font(std::string_view assignment) {
   const auto [index, name] = parse_assignment(assignment);
   const bool has_control =
       std::any_of(name.begin(), name.end(), [](unsigned char c) { return c < ' '; });
   if (has_control)
     throw TableError("the name of font " + std::to_string(index) + " has control characters");
-  fonts.put_Font(index, decode_text(std::string(name)));
+  fonts.put_Font(index, convert::decode_text(name));
 }
 
 void Tables::set_color(std::string_view assignment) {

@@ -5,6 +5,7 @@
 #include <string>
 #include <string_view>
 
+#include "qel/convert/Options.h"
 #include "qel/tables/QELIndexColors.h"
 #include "qel/tables/QELIndexFonts.h"
 
@@ -26,6 +27,9 @@ struct Tables {
   void read_records(std::u16string_view lines);
   /// The tables as lines that `read_records` reads.
   std::u16string records() const;
+
+  /// Makes these the tables of a conversion.
+  void use_in(convert::Options& options) const;
 
   /// "N=NAME": font N (0 to 9).
   void set_font(std::string_view assignment);

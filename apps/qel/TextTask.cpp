@@ -4,8 +4,8 @@
 #include <utility>
 
 #include "Files.h"
-#include "TextInput.h"
 #include "qel/base/Utf8.h"
+#include "qel/convert/Convert.h"
 
 namespace qel::command {
 namespace {
@@ -21,12 +21,12 @@ std::u16string take_last_break(std::u16string& text) {
 }
 
 std::u16string read_text(const std::string& file) {
-  std::string bytes = read_file(file);
-  if (is_rtf(bytes)) {
+  const std::string bytes = read_file(file);
+  if (convert::is_rtf(bytes)) {
     throw TaskError((file == "-" ? "standard input" : file) +
                     " is RTF: convert it first (qel convert --to qel)");
   }
-  return decode_text(std::move(bytes));
+  return convert::decode_text(bytes);
 }
 
 }  // namespace
@@ -36,7 +36,7 @@ int run(const TextTask& task) {
   std::u16string last_break;
   for (const std::string& file : task.files) {
     const bool is_given = task.text && texts.empty();
-    texts.push_back(is_given ? decode_text(std::string(*task.text)) : read_text(file));
+    texts.push_back(is_given ? convert::decode_text(*task.text) : read_text(file));
     std::u16string taken = take_last_break(texts.back());
     if (texts.size() == 1) last_break = std::move(taken);
   }

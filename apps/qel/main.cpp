@@ -47,7 +47,7 @@ int run(const CommandLine& line) {
       print(line.text);
       return success;
     case CommandLine::Action::tables:
-      print(to_utf8(line.options.tables.records()));
+      print(to_utf8(line.tables.records()));
       return success;
     case CommandLine::Action::convert:
       return convert(line);

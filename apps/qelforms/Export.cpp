@@ -1,9 +1,9 @@
 #include "Export.h"
 
-#include "Conversion.h"
 #include "Markup.h"
 #include "Picture.h"
 #include "qel/base/Utf8.h"
+#include "qel/convert/Convert.h"
 
 namespace qel::forms {
 namespace {
@@ -32,12 +32,11 @@ std::string exported(std::span<const Record> records, ExportFormat format,
   const std::u16string document = document_of(records);
   if (format == ExportFormat::qel) return to_utf8(document);
   if (format == ExportFormat::svg) return command::drawn(command::Picture(), tables, document);
-  command::ConversionOptions options;
-  options.from = command::InputFormat::qel;
-  options.to =
-      format == ExportFormat::rtf ? command::OutputFormat::rtf : command::OutputFormat::text;
-  options.tables = tables;
-  return command::convert(to_utf8(document), options);
+  convert::Options options;
+  tables.use_in(options);
+  const std::string markup = to_utf8(document);
+  return format == ExportFormat::rtf ? convert::rtf_from_markup(markup, options)
+                                     : convert::text_from_markup(markup, options);
 }
 
 }  // namespace qel::forms

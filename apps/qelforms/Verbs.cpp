@@ -11,7 +11,6 @@
 #include <utility>
 #include <vector>
 
-#include "Conversion.h"
 #include "Export.h"
 #include "Files.h"
 #include "FormTables.h"
@@ -20,9 +19,9 @@
 #include "Markup.h"
 #include "Program.h"
 #include "RecordStore.h"
-#include "TextInput.h"
 #include "Usage.h"
 #include "qel/base/Utf8.h"
+#include "qel/convert/Convert.h"
 #include "qel/version.h"
 
 namespace qel::forms {
@@ -49,12 +48,8 @@ ExportFormat format_named(const std::string& name) {
 /// The markup of a file, without the line break at its end.
 std::u16string read_markup(const std::string& path) {
   std::string bytes = command::read_file(path);
-  if (command::is_rtf(bytes)) {
-    command::ConversionOptions options;
-    options.from = command::InputFormat::rtf;
-    bytes = command::convert(std::move(bytes), options);
-  }
-  std::u16string text = command::decode_text(std::move(bytes));
+  if (convert::is_rtf(bytes)) bytes = convert::markup_from_rtf(bytes);
+  std::u16string text = convert::decode_text(bytes);
   if (text.ends_with(u'\n')) text.pop_back();
   if (text.ends_with(u'\r')) text.pop_back();
   return with_line_codes(text);
@@ -77,7 +72,7 @@ class TextOption {
   }
 
   std::optional<std::u16string> value() const {
-    if (text_->count() > 0) return with_line_codes(command::decode_text(std::string(given_)));
+    if (text_->count() > 0) return with_line_codes(convert::decode_text(given_));
     if (file_->count() > 0) return read_markup(path_);
     return {};
   }
@@ -157,7 +152,7 @@ class Verbs {
   void add_find() {
     CLI::App& verb =
         add("find", "List the records whose visible text holds a text, whatever its case",
-            [this] { print(open().find(command::decode_text(std::string(wanted_)))); });
+            [this] { print(open().find(convert::decode_text(wanted_))); });
     verb.add_option("TEXT", wanted_, "Text to look for")->type_name("")->required();
   }
 

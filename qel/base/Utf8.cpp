@@ -72,7 +72,12 @@ Sequence read_sequence(std::string_view bytes) {
 
 std::string to_utf8(std::u16string_view text) {
   std::string bytes;
-  bytes.reserve(text.size());
+  append_utf8(bytes, text);
+  return bytes;
+}
+
+void append_utf8(std::string& bytes, std::u16string_view text) {
+  bytes.reserve(bytes.size() + text.size());
   for (std::size_t at = 0; at < text.size();) {
     const std::size_t end =
         find_first(text, at, [](auto unit) { return unit >= std::uint16_t{0x80}; });
@@ -80,13 +85,20 @@ std::string to_utf8(std::u16string_view text) {
     at = end;
     while (at < text.size() && text[at] >= 0x80) append_sequence(bytes, next_character(text, at));
   }
-  return bytes;
 }
 
 std::u16string from_utf8(std::string_view bytes, char16_t (*invalid)(std::uint8_t byte)) {
+  std::u16string text;
+  append_utf16_of(text, bytes, invalid);
+  return text;
+}
+
+void append_utf16_of(std::u16string& text, std::string_view bytes,
+                     char16_t (*invalid)(std::uint8_t byte)) {
   // No sequence has more code units than bytes.
-  std::u16string text(bytes.size(), u'\0');
-  char16_t* out = text.data();
+  const std::size_t kept = text.size();
+  text.resize(kept + bytes.size());
+  char16_t* out = text.data() + kept;
   for (std::size_t at = 0; at < bytes.size();) {
     const std::size_t end = end_of_ascii(bytes, at);
     out = std::copy(bytes.data() + at, bytes.data() + end, out);
@@ -103,7 +115,6 @@ std::u16string from_utf8(std::string_view bytes, char16_t (*invalid)(std::uint8_
     at = end + std::max<std::size_t>(length, 1);
   }
   text.resize(static_cast<std::size_t>(out - text.data()));
-  return text;
 }
 
 }  // namespace qel

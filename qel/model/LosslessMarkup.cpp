@@ -1,6 +1,7 @@
 #include "qel/model/LosslessMarkup.h"
 
 #include <algorithm>
+#include <utility>
 
 #include "qel/base/Scan.h"
 #include "qel/model/Parser.h"
@@ -38,15 +39,29 @@ bool may_begin_code(std::u16string_view text) {
 
 void LosslessMarkup::text(std::u16string_view text, const CodeState& state, Text kind) {
   if (text.empty()) return;
+  if (!held_.empty() && line_breaks_ == 0 && state == state_) {
+    const std::u16string joined = std::exchange(held_, {}).append(text);
+    append(joined, kind);
+    return;
+  }
   enter(state);
   if (meet_as_code(written_text(), text)) keep_apart();
+  append(text, kind);
+}
+
+void LosslessMarkup::append(std::u16string_view text, Text kind) {
   for (std::size_t at = 0; at < text.size();) {
     const std::size_t end = find_any<u'/', u'\r', u'\n'>(text, at);
     out_.append(text, at, end - at);
     if (end == text.size()) return;
     at = end + 1;
     if (text[end] == u'/') {
-      append_slash(text.substr(at, 2), kind);
+      const std::u16string_view rest = text.substr(at, 2);
+      if (kind == Text::any && rest.size() < 2 && may_begin_code(text.substr(end))) {
+        held_ = text.substr(end);
+        return;
+      }
+      append_slash(rest, kind);
     } else {
       if (text[end] == u'\r' && at < text.size() && text[at] == u'\n') ++at;
       ++line_breaks_;
@@ -54,6 +69,8 @@ void LosslessMarkup::text(std::u16string_view text, const CodeState& state, Text
     }
   }
 }
+
+void LosslessMarkup::append_held() { out_.append(std::exchange(held_, {})); }
 
 void LosslessMarkup::append_slash(std::u16string_view rest, Text kind) {
   const bool is_whole = rest.size() == 2;
@@ -92,6 +109,7 @@ void LosslessMarkup::append_breaks() {
 }
 
 void LosslessMarkup::enter(const CodeState& state) {
+  append_held();
   if (line_breaks_ == 0 && state == state_) return;
   append_codes(
       [&](std::u16string& to) { style_codes::append_different_off(to, state_, &state, set_); });

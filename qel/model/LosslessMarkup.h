@@ -1,5 +1,6 @@
 #pragma once
 
+#include <algorithm>
 #include <cstddef>
 #include <cstdint>
 #include <string>
@@ -25,7 +26,9 @@ class LosslessMarkup {
   LosslessMarkup(std::u16string& out, style_codes::CodeSet set)
       : out_(out), text_begin_(out.size()), set_(set) {}
 
-  /// Line breaks in the text, CR LF or either alone, become line codes in its style.
+  /// Line breaks in the text, CR LF or either alone, become line codes in its style. A text of one
+  /// style may come in any parts, as long as a line break comes whole; but parts of markup were
+  /// divided by a code.
   void text(std::u16string_view text, const style_codes::CodeState& state, Text kind = Text::any);
   /// Line breaks that have no style.
   void line_breaks(std::int32_t count) { line_breaks_ += count; }
@@ -33,12 +36,19 @@ class LosslessMarkup {
   /// follow. Text that is added after that, to an emptied string, begins another text.
   void finish(bool is_cut);
 
+  /// How many characters at the end of the string have to stay while there is more to come.
+  static constexpr std::size_t characters_needed = 8;
+  /// Takes note that the first `count` characters of the string have been taken away.
+  void forget(std::size_t count) { text_begin_ -= std::min(text_begin_, count); }
+
  private:
   void enter(const style_codes::CodeState& state);
   template <class Append>
   void append_codes(Append append);
   void append_breaks();
+  void append(std::u16string_view text, Text kind);
   void append_slash(std::u16string_view rest, Text kind);
+  void append_held();
   void keep_apart();
   std::u16string_view written_text() const { return std::u16string_view(out_).substr(text_begin_); }
 
@@ -47,6 +57,7 @@ class LosslessMarkup {
   style_codes::CodeSet set_;
   style_codes::CodeState state_;
   std::int32_t line_breaks_ = 0;  // to be written before the next text
+  std::u16string held_;           // a slash and perhaps more, which may go on as a code
 };
 
 /// Appends a code of no effect to `markup` if what follows it, more markup, would otherwise be read

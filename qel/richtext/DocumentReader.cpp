@@ -7,26 +7,6 @@
 #include "qel/richtext/RtfReader.h"
 
 namespace qel::richtext {
-namespace {
-
-/// Builds a document from what a reader finds.
-class DocumentBuilder : public DocumentSink {
- public:
-  explicit DocumentBuilder(Document& document) : document_(document) {}
-
-  FormatId intern(const CharFormat& format) override { return document_.intern(format); }
-  void text(std::u16string_view text, FormatId format) override { document_.append(text, format); }
-  void paragraph_break(FormatId format, Alignment alignment) override {
-    document_.append_break(format, alignment);
-  }
-  void finish(Alignment alignment) override { document_.align_last(alignment); }
-
- private:
-  Document& document_;
-};
-
-}  // namespace
-
 bool is_rtf(std::u16string_view text) {
   constexpr std::u16string_view begin = u"{\\rtf";
   const std::size_t first = text.find_first_not_of(u" \t\r\n\uFEFF");
@@ -53,8 +33,8 @@ Document read_document(std::u16string_view text, const CharFormat& base) {
   if (!is_rtf(text)) return plain_document(text, base);
   Document document;
   document.reserve(text.size());
-  DocumentBuilder sink(document);
-  read_rtf(text, base, sink);
+  DocumentBuilder builder(document);
+  read_rtf(text, base, builder);
   document.release_unused();
   return document;
 }

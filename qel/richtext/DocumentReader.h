@@ -10,6 +10,23 @@
 
 namespace qel::richtext {
 
+/// Builds a document from what a reader finds.
+class DocumentBuilder : public DocumentSink {
+ public:
+  /// `document` has to outlive this object.
+  explicit DocumentBuilder(Document& document) : document_(document) {}
+
+  FormatId intern(const CharFormat& format) override { return document_.intern(format); }
+  void text(std::u16string_view text, FormatId format) override { document_.append(text, format); }
+  void paragraph_break(FormatId format, Alignment alignment) override {
+    document_.append_break(format, alignment);
+  }
+  void finish(Alignment alignment) override { document_.align_last(alignment); }
+
+ private:
+  Document& document_;
+};
+
 /// Whether the text is an RTF document: it begins with "{\rtf", after at most white space or a byte
 /// order mark.
 bool is_rtf(std::u16string_view text);

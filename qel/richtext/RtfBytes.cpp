@@ -82,7 +82,12 @@ std::u16string rtf_from_bytes(std::string_view bytes) {
 
 std::string rtf_to_bytes(std::u16string_view rtf) {
   std::string bytes;
-  bytes.reserve(rtf.size());
+  append_rtf_bytes(bytes, rtf);
+  return bytes;
+}
+
+void append_rtf_bytes(std::string& bytes, std::u16string_view rtf) {
+  bytes.reserve(bytes.size() + rtf.size());
   for (std::size_t at = 0; at < rtf.size();) {
     const std::size_t end = find_first(rtf, at, [](auto c) { return c >= std::uint16_t{0x80}; });
     const std::size_t kept = bytes.size();
@@ -94,7 +99,6 @@ std::string rtf_to_bytes(std::u16string_view rtf) {
     if (end < rtf.size()) append_character(bytes, rtf[end]);
     at = end + 1;
   }
-  return bytes;
 }
 
 }  // namespace qel::richtext

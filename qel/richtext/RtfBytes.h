@@ -15,5 +15,6 @@ std::u16string rtf_from_bytes(std::string_view bytes);
 /// code page 1252 has them and "\uN?" where it does not. For RTF that declares that code page and
 /// one replacement character, which are the defaults.
 std::string rtf_to_bytes(std::u16string_view rtf);
+void append_rtf_bytes(std::string& bytes, std::u16string_view rtf);
 
 }  // namespace qel::richtext

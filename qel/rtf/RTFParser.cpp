@@ -1,14 +1,10 @@
 #include "qel/rtf/RTFParser.h"
 
-#include <cmath>
 #include <cstddef>
-#include <cstdint>
-#include <limits>
 #include <exception>
 #include <memory>
 
 #include "qel/base/Error.h"
-#include "qel/base/Records.h"
 #include "qel/model/Parser.h"
 #include "qel/platform/Common.h"
 #include "qel/richtext/DocumentReader.h"
@@ -27,16 +23,6 @@ std::shared_ptr<platform::MeasuringSurface> required_surface(const std::string& 
   if (auto surface = Common::measuring_surface()) return surface;
   throw Error(Error::object_not_set, "RTFParser",
               member + ": no measuring surface is published on this thread");
-}
-
-std::int64_t half_points(float points) {
-  const double size = std::nearbyint(static_cast<double>(points) * 2);
-  // NaN fails this comparison too.
-  if (!(size >= 0 && size <= std::numeric_limits<std::int16_t>::max())) {
-    throw Error(Error::overflow, "RTFParser",
-                "QELToRTF: FontSize " + std::to_string(points) + " is no size that RTF can hold");
-  }
-  return static_cast<std::int64_t>(size);
 }
 
 /// Empties a box at the end.
@@ -129,18 +115,14 @@ void append_lossless_body(std::u16string& out, std::u16string_view markup) {
 std::u16string RTFParser::QELToRTF(std::u16string_view Text, QELIndexFonts& Fonts,
                                    const QELIndexColors& Colors) const {
   const auto surface = required_surface("QELToRTF");
-  std::u16string document = u"{\\rtf1\\ansi\\ansicpg1252\\deff0 ";
-  document.append(Fonts.font_table(surface.get(), way_));
-  document.append(Colors.get_ColorTable());
-  document.append(u"{\\f0\\fs").append(records::from_integer(half_points(Fonts.get_FontSize())));
-  document.append(u" ");
+  std::u16string document = rtf::document_head(Fonts, Colors, *surface, way_);
   const std::size_t body = document.size();
   if (get_Lossless()) {
     append_lossless_body(document, Text);
   } else if (rtf::append_body(document, Text)) {
     rtf::restore_literal_codes(document, body);
   }
-  document.append(u"}}");
+  document.append(rtf::document_end);
   return document;
 }
 

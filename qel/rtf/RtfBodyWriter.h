@@ -3,9 +3,20 @@
 #include <string>
 #include <string_view>
 
+#include "qel/model/QELCode.h"
 #include "qel/model/RunSink.h"
+#include "qel/platform/MeasuringSurface.h"
+#include "qel/tables/QELIndexColors.h"
+#include "qel/tables/QELIndexFonts.h"
 
 namespace qel::rtf {
+
+/// What stands before the body of a document: its tables, and the default font and size. Raises an
+/// error when that size in half-points is negative or does not fit 16 bits.
+std::u16string document_head(QELIndexFonts& fonts, const QELIndexColors& colors,
+                             platform::MeasuringSurface& surface, Way way);
+/// What stands behind it.
+inline constexpr std::u16string_view document_end = u"}}";
 
 /// Writes runs as the body of an RTF document, with the words of the code table and of small
 /// capitals. Text that is raised and lowered at once is raised.

@@ -13,8 +13,7 @@ namespace qel::rtf {
 class RunsOfDocument : public richtext::DocumentSink {
  public:
   /// `sink` has to outlive this object.
-  RunsOfDocument(TableIndexes indexes, RunSink& sink)
-      : indexes_(std::move(indexes)), sink_(sink) {}
+  RunsOfDocument(TableIndexes indexes, RunSink& sink) : indexes_(std::move(indexes)), sink_(sink) {}
 
   FormatId intern(const richtext::CharFormat& format) override;
   void text(std::u16string_view text, FormatId format) override;

@@ -26,9 +26,8 @@ const Spelling rtf_spelling = {{{{u"\\b1 ", u"\\b0 "},
 
 void FormatWalk::enter(const style_codes::CodeState& state) {
   constexpr std::array<style_codes::AttributeBit, 7> bits = {
-      style_codes::bold_bit,           style_codes::italic_bit,
-      style_codes::underline_bit,      style_codes::strike_through_bit,
-      style_codes::superscript_bit,    style_codes::subscript_bit,
+      style_codes::bold_bit,           style_codes::italic_bit,      style_codes::underline_bit,
+      style_codes::strike_through_bit, style_codes::superscript_bit, style_codes::subscript_bit,
       style_codes::small_caps_bit};
   const std::size_t count = way_ == Way::lossless ? bits.size() : bits.size() - 1;
   for (std::size_t toggle = 0; toggle < count; ++toggle) {

@@ -28,7 +28,8 @@ extern const Spelling markup_spelling;
 /// Reduced RTF: "\b1 ", "\f2 ".
 extern const Spelling rtf_spelling;
 
-/// Writes a code wherever the format of a text changes, and small capitals in the lossless way only.
+/// Writes a code wherever the format of a text changes, and small capitals in the lossless way
+/// only.
 class FormatWalk {
  public:
   FormatWalk(const Spelling& spelling, Way way, std::u16string& out)

@@ -1,11 +1,11 @@
-#include "Formats.h"
+#include "qel/convert/Formats.h"
 
 #include <algorithm>
 #include <array>
 #include <cctype>
 #include <filesystem>
 
-namespace qel::command {
+namespace qel::convert {
 namespace {
 
 template <class Format>
@@ -73,4 +73,4 @@ std::string_view extension_of(OutputFormat format) {
   return row->extension;
 }
 
-}  // namespace qel::command
+}  // namespace qel::convert

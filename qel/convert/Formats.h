@@ -4,7 +4,7 @@
 #include <string>
 #include <string_view>
 
-namespace qel::command {
+namespace qel::convert {
 
 /// The formats of files that are read.
 enum class InputFormat { qel, rtf, text };
@@ -25,4 +25,4 @@ std::optional<InputFormat> input_format_of_file(std::string_view path);
 /// The extension that a file in this format gets, such as ".rtf".
 std::string_view extension_of(OutputFormat format);
 
-}  // namespace qel::command
+}  // namespace qel::convert

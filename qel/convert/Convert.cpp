@@ -1,0 +1,241 @@
+#include "qel/convert/Convert.h"
+
+#include <algorithm>
+#include <array>
+#include <utility>
+
+#include "qel/base/Utf8.h"
+#include "qel/convert/ByteInput.h"
+#include "qel/convert/Flow.h"
+#include "qel/richtext/DocumentReader.h"
+#include "qel/richtext/RtfBytes.h"
+
+namespace qel::convert {
+namespace {
+
+using richtext::RtfReader;
+
+/// How much of the beginning of an input tells its format.
+constexpr std::size_t enough_to_tell = 4096;
+/// How much is read at once. Small enough for what becomes of it to stay in the processor's cache.
+constexpr std::size_t part_size = std::size_t{1} << 14U;
+
+InputFormat format_of(std::optional<InputFormat> named, bool is_rtf) {
+  if (named && *named != InputFormat::rtf) return *named;
+  if (is_rtf) return InputFormat::rtf;
+  // Input that should be RTF and is not is text, as in a box.
+  return named ? InputFormat::text : InputFormat::qel;
+}
+
+bool writes_rtf(OutputFormat format) {
+  return format == OutputFormat::rtf || format == OutputFormat::rtf_body ||
+         format == OutputFormat::simple_rtf;
+}
+
+}  // namespace
+
+bool is_rtf(std::string_view bytes) {
+  const Mark mark = mark_of(bytes);
+  std::u16string beginning;
+  append_decoded(beginning, bytes.substr(mark.length, enough_to_tell), mark.encoding, false);
+  return richtext::is_rtf(beginning);
+}
+
+std::u16string decode_text(std::string_view bytes) {
+  const Mark mark = mark_of(bytes);
+  std::u16string text;
+  append_decoded(text, bytes.substr(mark.length), mark.encoding, true);
+  return text;
+}
+
+class Converter::Stages {
+ public:
+  Stages(Options options, Sink sink)
+      : options_(std::move(options)),
+        sink_(std::move(sink)),
+        take_([this](std::u16string_view text) { write(text); }) {}
+  Stages(const Stages&) = delete;
+  Stages& operator=(const Stages&) = delete;
+  ~Stages() = default;
+
+  bool push(std::string_view bytes) {
+    report_.bytes_in += bytes.size();
+    if (!flow_) {
+      // What comes in one piece is not copied.
+      const bool tells = beginning_.size() + bytes.size() >= enough_to_tell;
+      if (!tells || !beginning_.empty()) beginning_.append(bytes);
+      if (!tells) return true;
+      const std::string beginning = std::move(beginning_);
+      return begin_and_feed(beginning.empty() ? bytes : beginning, false);
+    }
+    return feed(bytes, false);
+  }
+
+  Report finish() {
+    if (flow_) {
+      feed({}, true);
+    } else {
+      const std::string beginning = std::move(beginning_);
+      begin_and_feed(beginning, true);
+    }
+    if (!report_.is_stopped) {
+      flow_->finish();
+      flow_->drain(take_, true);
+    }
+    return report_;
+  }
+
+ private:
+  bool begin_and_feed(std::string_view bytes, bool is_last) {
+    const Mark mark = mark_of(bytes);
+    const InputFormat from = format_of(options_.from, is_rtf(bytes));
+    const bool is_in_bytes = from == InputFormat::rtf && mark.encoding == Encoding::utf8;
+    encoding_ = is_in_bytes ? Encoding::bytes : mark.encoding;
+    flow_ = make_flow(options_, from,
+                      is_in_bytes ? RtfReader::Units::bytes : RtfReader::Units::characters, u"\n");
+    return feed(bytes.substr(mark.length), is_last);
+  }
+
+  bool feed(std::string_view bytes, bool is_last) {
+    for (;;) {
+      const std::string_view part = bytes.substr(0, part_size);
+      bytes.remove_prefix(part.size());
+      decode(part, is_last && bytes.empty());
+      read(is_last && bytes.empty());
+      if (options_.stop && options_.stop()) report_.is_stopped = true;
+      if (report_.is_stopped || flow_->is_closed()) return false;
+      if (bytes.empty()) return true;
+    }
+  }
+
+  /// Adds the bytes to the text that is not read yet.
+  void decode(std::string_view bytes, bool is_last) {
+    if (cut_.empty()) {
+      cut_ = bytes.substr(append_decoded(window_, bytes, encoding_, is_last));
+      return;
+    }
+    cut_.append(bytes);
+    cut_.erase(0, append_decoded(window_, cut_, encoding_, is_last));
+  }
+
+  void read(bool is_last) {
+    // A word that goes on and on is looked at again only when there is twice as much of it.
+    if (!is_last && window_.size() < next_size_) return;
+    const std::size_t read = flow_->read(window_, is_last);
+    window_.erase(0, read);
+    next_size_ = 2 * window_.size();
+    flow_->drain(take_, false);
+  }
+
+  void write(std::u16string_view text) {
+    bytes_.clear();
+    if (writes_rtf(options_.to)) {
+      richtext::append_rtf_bytes(bytes_, text);
+    } else {
+      append_utf8(bytes_, text);
+    }
+    report_.bytes_out += bytes_.size();
+    sink_(bytes_);
+  }
+
+  Options options_;
+  Sink sink_;
+  Flow::Take take_;
+  std::string beginning_;  // until the format is known
+  Encoding encoding_ = Encoding::utf8;
+  std::unique_ptr<Flow> flow_;
+  std::string cut_;  // the beginning of a character
+  std::u16string window_;
+  std::size_t next_size_ = 0;  // of the window, from which on it is worth reading
+  std::string bytes_;
+  Report report_;
+};
+
+Converter::Converter(const Options& options, Sink sink)
+    : stages_(std::make_unique<Stages>(options, std::move(sink))) {}
+
+Converter::~Converter() = default;
+
+bool Converter::push(std::string_view bytes) { return stages_->push(bytes); }
+
+Report Converter::finish() { return stages_->finish(); }
+
+Report convert(const Source& source, const Sink& sink, const Options& options) {
+  Converter converter(options, sink);
+  std::array<char, part_size> buffer;
+  bool goes_on = true;
+  while (goes_on) {
+    const std::size_t count = source(buffer.data(), buffer.size());
+    goes_on = count > 0 && converter.push({buffer.data(), count});
+  }
+  return converter.finish();
+}
+
+std::string convert(std::string_view bytes, const Options& options) {
+  std::string output;
+  Converter converter(options, [&](std::string_view piece) { output.append(piece); });
+  converter.push(bytes);
+  converter.finish();
+  return output;
+}
+
+namespace {
+
+Options with_formats(Options options, InputFormat from, OutputFormat to) {
+  options.from = from;
+  options.to = to;
+  options.is_file = false;
+  return options;
+}
+
+std::string converted(std::string_view text, const Options& options, InputFormat from,
+                      OutputFormat to) {
+  return convert(text, with_formats(options, from, to));
+}
+
+std::u16string converted(std::u16string_view text, const Options& options, InputFormat from,
+                         OutputFormat to) {
+  const Options all = with_formats(options, from, to);
+  const auto flow = make_flow(all, format_of(from, richtext::is_rtf(text)),
+                              RtfReader::Units::characters, u"\r\n");
+  std::u16string output;
+  flow->read(text, true);
+  flow->finish();
+  flow->drain([&](std::u16string_view piece) { output.append(piece); }, true);
+  return output;
+}
+
+}  // namespace
+
+std::string rtf_from_markup(std::string_view markup, const Options& options) {
+  return converted(markup, options, InputFormat::qel, OutputFormat::rtf);
+}
+std::string markup_from_rtf(std::string_view rtf, const Options& options) {
+  return converted(rtf, options, InputFormat::rtf, OutputFormat::qel);
+}
+std::string text_from_markup(std::string_view markup, const Options& options) {
+  return converted(markup, options, InputFormat::qel, OutputFormat::text);
+}
+std::string text_from_rtf(std::string_view rtf, const Options& options) {
+  return converted(rtf, options, InputFormat::rtf, OutputFormat::text);
+}
+std::string markup_from_text(std::string_view text, const Options& options) {
+  return converted(text, options, InputFormat::text, OutputFormat::qel);
+}
+std::u16string rtf_from_markup(std::u16string_view markup, const Options& options) {
+  return converted(markup, options, InputFormat::qel, OutputFormat::rtf);
+}
+std::u16string markup_from_rtf(std::u16string_view rtf, const Options& options) {
+  return converted(rtf, options, InputFormat::rtf, OutputFormat::qel);
+}
+std::u16string text_from_markup(std::u16string_view markup, const Options& options) {
+  return converted(markup, options, InputFormat::qel, OutputFormat::text);
+}
+std::u16string text_from_rtf(std::u16string_view rtf, const Options& options) {
+  return converted(rtf, options, InputFormat::rtf, OutputFormat::text);
+}
+std::u16string markup_from_text(std::u16string_view text, const Options& options) {
+  return converted(text, options, InputFormat::text, OutputFormat::qel);
+}
+
+}  // namespace qel::convert

@@ -1,0 +1,127 @@
+#include "qel/convert/Flow.h"
+
+#include <optional>
+
+#include "qel/convert/MarkupInput.h"
+#include "qel/convert/MarkupOutput.h"
+#include "qel/convert/RtfInput.h"
+#include "qel/convert/RtfOutput.h"
+#include "qel/convert/RunsJson.h"
+#include "qel/convert/SwitchedRuns.h"
+#include "qel/convert/TextInput.h"
+#include "qel/convert/TextOutput.h"
+#include "qel/convert/WholeFlow.h"
+#include "qel/rtf/RunsOfDocument.h"
+
+namespace qel::convert {
+namespace {
+
+using style_codes::CodeSet;
+
+std::unique_ptr<Writer> make_writer(const Options& options, bool from_markup,
+                                    std::u16string_view line_break) {
+  switch (options.to) {
+    case OutputFormat::rtf:
+      return std::make_unique<RtfOutput>(options);
+    case OutputFormat::rtf_body:
+      return std::make_unique<RtfOutput>(RtfOutput::Body());
+    case OutputFormat::simple_rtf:
+      return std::make_unique<SimpleRtfOutput>(options);
+    case OutputFormat::text:
+      return std::make_unique<TextOutput>(line_break);
+    case OutputFormat::segments:
+      return std::make_unique<RunsJson>();
+    case OutputFormat::qelv6:
+      return std::make_unique<MarkupOutput>(CodeSet::v6, from_markup);
+    case OutputFormat::qel:
+      break;
+  }
+  return std::make_unique<MarkupOutput>(CodeSet::lossless, from_markup);
+}
+
+bool is_rtf_document(OutputFormat format) {
+  return format == OutputFormat::rtf || format == OutputFormat::rtf_body;
+}
+
+/// In the lossless way nothing has to be remembered between a reader and a writer.
+class StreamFlow : public Flow {
+ public:
+  StreamFlow(const Options& options, InputFormat from, richtext::RtfReader::Units units,
+             std::u16string_view line_break)
+      : writer_(make_writer(options, from == InputFormat::qel, line_break)) {
+    RunSink* sink = writer_.get();
+    const bool keeps_all = options.to == OutputFormat::rtf ||
+                           (options.to == OutputFormat::rtf_body && from == InputFormat::qel);
+    if (!keeps_all && options.switches != Switches())
+      sink = &switched_.emplace(options.switches, *writer_);
+    switch (from) {
+      case InputFormat::qel:
+        read_markup(options, *sink);
+        break;
+      case InputFormat::rtf:
+        read_rtf(options, *sink, units);
+        break;
+      case InputFormat::text:
+        reader_ = std::make_unique<TextInput>(*sink);
+        break;
+    }
+  }
+
+  std::size_t read(std::u16string_view part, bool is_last) override {
+    return reader_->read(part, is_last);
+  }
+  void finish() override { reader_->finish(); }
+  bool is_closed() const override { return reader_->is_closed(); }
+  void drain(const Take& take, bool all) override {
+    if (all) {
+      writer_->drain_all(take);
+    } else if (writer_->size() >= enough) {
+      writer_->drain(take);
+    }
+  }
+
+ private:
+  static constexpr std::size_t enough = std::size_t{1} << 14U;
+
+  void read_markup(const Options& options, RunSink& sink) {
+    auto reader = std::make_unique<MarkupInput>(sink, options.is_file);
+    if (is_rtf_document(options.to) || options.to == OutputFormat::simple_rtf) {
+      reader->read_codes_of_rtf();
+    }
+    reader_ = std::move(reader);
+  }
+
+  void read_rtf(const Options& options, RunSink& sink, richtext::RtfReader::Units units) {
+    rtf::TableIndexes indexes(options.fonts, *options.colors, rtf::Origin::rtf, Way::lossless);
+    runs_.emplace(std::move(indexes), sink);
+    reader_ = std::make_unique<RtfInput>(base_format(options), *runs_, units);
+  }
+
+  std::unique_ptr<Writer> writer_;
+  std::optional<SwitchedRuns> switched_;
+  std::optional<rtf::RunsOfDocument> runs_;
+  std::unique_ptr<Reader> reader_;
+};
+
+}  // namespace
+
+std::unique_ptr<Flow> make_flow(const Options& options, InputFormat from,
+                                richtext::RtfReader::Units units, std::u16string_view line_break) {
+  if (from == InputFormat::rtf && options.to == OutputFormat::rtf) {
+    return std::make_unique<RewritingFlow>(options, units);
+  }
+  if (options.way == Way::stated) {
+    return std::make_unique<StatedFlow>(options, from, line_break);
+  }
+  return std::make_unique<StreamFlow>(options, from, units, line_break);
+}
+
+richtext::CharFormat base_format(const Options& options) {
+  richtext::CharFormat format;
+  format.font_name = options.fonts.get_Font(0);
+  format.size = options.fonts.get_FontSize();
+  format.color = options.colors->get_Color(0);
+  return format;
+}
+
+}  // namespace qel::convert

@@ -1,0 +1,37 @@
+#pragma once
+
+#include <cstddef>
+#include <functional>
+#include <memory>
+#include <string_view>
+
+#include "qel/convert/Options.h"
+#include "qel/richtext/RtfReader.h"
+
+namespace qel::convert {
+
+/// A conversion of UTF-16, from the reader of one format to the writer of another.
+class Flow {
+ public:
+  using Take = std::function<void(std::u16string_view)>;
+
+  virtual ~Flow() = default;
+  /// Reads on and returns how many units were read: what may go on behind the end is left, and
+  /// comes again in front of the next part. The last part is read to its end.
+  virtual std::size_t read(std::u16string_view part, bool is_last) = 0;
+  /// The input ends. To be called after the last part.
+  virtual void finish() = 0;
+  /// Whether nothing that may follow counts.
+  virtual bool is_closed() const { return false; }
+  /// Passes on what is written, or all of it after the end.
+  virtual void drain(const Take& take, bool all) = 0;
+};
+
+/// `options` have to outlive what is made. `line_break` is how breaks of plain text are written.
+std::unique_ptr<Flow> make_flow(const Options& options, InputFormat from,
+                                richtext::RtfReader::Units units, std::u16string_view line_break);
+
+/// Text in which nothing is left out counts in the format that a conversion begins with.
+richtext::CharFormat base_format(const Options& options);
+
+}  // namespace qel::convert

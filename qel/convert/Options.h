@@ -1,0 +1,49 @@
+#pragma once
+
+#include <functional>
+#include <memory>
+#include <optional>
+#include <string_view>
+
+#include "qel/convert/Formats.h"
+#include "qel/model/QELCode.h"
+#include "qel/richtext/CharFormat.h"
+#include "qel/richtext/DocumentSink.h"
+#include "qel/tables/QELIndexColors.h"
+#include "qel/tables/QELIndexFonts.h"
+
+namespace qel::convert {
+
+/// What becomes of breaks and tabs: the parser's switches of these names. A document that stays RTF
+/// keeps both, and so does markup that becomes RTF.
+struct Switches {
+  bool convert_nl_to_space = false;
+  bool convert_tabs_to_space = false;
+  bool recognize_crlf = true;
+  bool recognize_tabs = true;
+
+  /// The initial switches of a control.
+  static constexpr Switches of_a_field() { return {true, true, false, false}; }
+  bool keep_breaks() const { return recognize_crlf && !convert_nl_to_space; }
+
+  friend bool operator==(const Switches&, const Switches&) = default;
+};
+
+/// Receives the next piece of the output.
+using Sink = std::function<void(std::string_view bytes)>;
+
+struct Options {
+  /// Empty: RTF if the input begins like RTF, else markup.
+  std::optional<InputFormat> from;
+  OutputFormat to = OutputFormat::qel;
+  Switches switches;
+  QELIndexFonts fonts;
+  std::shared_ptr<const QELIndexColors> colors = std::make_shared<QELIndexColors>();
+  Way way = Way::lossless;
+  /// Whether the input is a file of lines: the line break at its end is not part of its markup.
+  bool is_file = true;
+  /// Asked every few thousand bytes; when it says yes, the conversion ends where it is.
+  std::function<bool()> stop;
+};
+
+}  // namespace qel::convert

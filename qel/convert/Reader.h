@@ -1,0 +1,21 @@
+#pragma once
+
+#include <cstddef>
+#include <string_view>
+
+namespace qel::convert {
+
+/// Reads a format that comes in parts, cut anywhere but within a surrogate pair.
+class Reader {
+ public:
+  virtual ~Reader() = default;
+  /// Reads on and returns how many units were read: what may go on behind the end is left, and
+  /// comes again in front of the next part. The last part is read to its end.
+  virtual std::size_t read(std::u16string_view part, bool is_last) = 0;
+  /// The input ends. To be called after the last part.
+  virtual void finish() = 0;
+  /// Whether nothing that may follow counts.
+  virtual bool is_closed() const { return false; }
+};
+
+}  // namespace qel::convert

@@ -1,0 +1,26 @@
+#pragma once
+
+#include "qel/convert/Reader.h"
+#include "qel/richtext/RtfReader.h"
+
+namespace qel::convert {
+
+/// Reads RTF.
+class RtfInput : public Reader {
+ public:
+  /// `sink` has to outlive the reader. `base` gives what the document leaves open.
+  RtfInput(const richtext::CharFormat& base, richtext::DocumentSink& sink,
+           richtext::RtfReader::Units units)
+      : reader_(base, sink, richtext::RtfReader::Extent::document, units) {}
+
+  std::size_t read(std::u16string_view part, bool is_last) override {
+    return reader_.read(part, is_last);
+  }
+  void finish() override { reader_.finish(); }
+  bool is_closed() const override { return reader_.is_closed(); }
+
+ private:
+  richtext::RtfReader reader_;
+};
+
+}  // namespace qel::convert

@@ -1,0 +1,38 @@
+#include "qel/convert/RtfOutput.h"
+
+#include "qel/platform/Common.h"
+
+namespace qel::convert {
+namespace {
+
+/// The surface on which fonts are tried out: it needs no window.
+auto surface() { return Common::default_platform()->create_measuring_surface(); }
+
+RTFParser lossless_parser() {
+  RTFParser parser;
+  parser.put_Lossless(true);
+  return parser;
+}
+
+}  // namespace
+
+RtfOutput::RtfOutput(const Options& options) : is_document_(true), body_(out()) {
+  QELIndexFonts fonts = options.fonts;  // writing the font table marks symbol fonts
+  out().append(rtf::document_head(fonts, *options.colors, *surface(), Way::lossless));
+}
+
+void RtfOutput::finish() {
+  body_.finish();
+  if (is_document_) out().append(rtf::document_end);
+}
+
+SimpleRtfOutput::SimpleRtfOutput(const Options& options)
+    : options_(options), parser_(lossless_parser()), writer_(parser_) {}
+
+void SimpleRtfOutput::finish() {
+  writer_.finish();
+  QELIndexFonts fonts = options_.fonts;
+  out().append(writer_.document(fonts, *options_.colors, *surface()));
+}
+
+}  // namespace qel::convert

@@ -1,0 +1,47 @@
+#pragma once
+
+#include "qel/convert/Options.h"
+#include "qel/convert/Writer.h"
+#include "qel/rtf/RTFParser.h"
+#include "qel/rtf/RtfBodyWriter.h"
+#include "qel/rtf/SimpleRtfWriter.h"
+
+namespace qel::convert {
+
+/// Writes RTF in the lossless way: a whole document, or its body alone.
+class RtfOutput : public Writer {
+ public:
+  struct Body {};
+  explicit RtfOutput(Body /*alone*/) : body_(out()) {}
+  explicit RtfOutput(const Options& options);
+
+  void text(std::u16string_view text, const style_codes::CodeState& state) override {
+    body_.text(text, state);
+  }
+  void line_break(const style_codes::CodeState& state) override { body_.line_break(state); }
+  void finish() override;
+
+ private:
+  bool is_document_ = false;
+  rtf::RtfBodyWriter body_;
+};
+
+/// Writes reduced RTF. All of it at the end, as only then it is known which tables it needs.
+class SimpleRtfOutput : public Writer {
+ public:
+  /// `options` have to outlive this object.
+  explicit SimpleRtfOutput(const Options& options);
+
+  void text(std::u16string_view text, const style_codes::CodeState& state) override {
+    writer_.text(text, state);
+  }
+  void line_break(const style_codes::CodeState& state) override { writer_.line_break(state); }
+  void finish() override;
+
+ private:
+  const Options& options_;
+  RTFParser parser_;
+  rtf::SimpleRtfWriter writer_;
+};
+
+}  // namespace qel::convert

@@ -1,0 +1,36 @@
+#pragma once
+
+#include <cstddef>
+#include <string>
+#include <string_view>
+
+#include "qel/convert/Options.h"
+#include "qel/model/RunSink.h"
+
+namespace qel::convert {
+
+/// Passes runs on with what the switches make of breaks and tabs. A blank in place of a break has
+/// the format of the text before it; where breaks become blanks, one blank at the end is dropped.
+class SwitchedRuns : public RunSink {
+ public:
+  /// `sink` has to outlive this object.
+  SwitchedRuns(const Switches& switches, RunSink& sink) : switches_(switches), sink_(sink) {}
+
+  void text(std::u16string_view text, const style_codes::CodeState& state) override;
+  void line_break(const style_codes::CodeState& state) override;
+  void finish() override;
+
+ private:
+  void pass(std::u16string_view text, const style_codes::CodeState& state);
+  void pass_held();
+
+  Switches switches_;
+  RunSink& sink_;
+  bool has_text_ = false;
+  style_codes::CodeState state_;  // of the text so far
+  std::size_t blanks_first_ = 0;  // for breaks before any text
+  bool is_blank_held_ = false;    // which may be the last character
+  std::u16string changed_;
+};
+
+}  // namespace qel::convert

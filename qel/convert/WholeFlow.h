@@ -1,0 +1,55 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+
+#include "qel/convert/Flow.h"
+#include "qel/convert/RtfInput.h"
+#include "qel/richtext/Document.h"
+#include "qel/richtext/DocumentReader.h"
+
+/// Conversions that have all of a text in memory before they write.
+namespace qel::convert {
+
+/// Rewrites RTF with all formats that a document has: its tables come first, and only the end tells
+/// what they need.
+class RewritingFlow : public Flow {
+ public:
+  RewritingFlow(const Options& options, richtext::RtfReader::Units units)
+      : base_(base_format(options)), builder_(document_), reader_(base_, builder_, units) {}
+
+  std::size_t read(std::u16string_view part, bool is_last) override {
+    return reader_.read(part, is_last);
+  }
+  void finish() override { reader_.finish(); }
+  bool is_closed() const override { return reader_.is_closed(); }
+  void drain(const Take& take, bool all) override;
+
+ private:
+  richtext::CharFormat base_;
+  richtext::Document document_;
+  richtext::DocumentBuilder builder_;
+  RtfInput reader_;
+};
+
+/// Converts in the stated way, whose rules are stated for whole strings.
+class StatedFlow : public Flow {
+ public:
+  StatedFlow(const Options& options, InputFormat from, std::u16string_view line_break)
+      : options_(options), from_(from), line_break_(line_break) {}
+
+  std::size_t read(std::u16string_view part, bool /*is_last*/) override {
+    input_.append(part);
+    return part.size();
+  }
+  void finish() override {}
+  void drain(const Take& take, bool all) override;
+
+ private:
+  const Options& options_;
+  InputFormat from_;
+  std::u16string_view line_break_;
+  std::u16string input_;
+};
+
+}  // namespace qel::convert
