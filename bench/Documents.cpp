@@ -108,7 +108,8 @@ Documents make(std::size_t bytes) {
   const QELIndexColors colors;
   Text text = generate(bytes);
   Documents result;
-  result.markup_bytes = to_utf8(text.markup).size();
+  result.markup_file = to_utf8(text.markup);
+  result.markup_bytes = result.markup_file.size();
   result.markdown = to_utf8(text.markdown);
   result.rtf = RTFParser().QELToRTF(text.markup, fonts, colors);
   result.rtf_bytes = richtext::rtf_to_bytes(result.rtf);

@@ -11,6 +11,7 @@ namespace qel::bench {
 struct Documents {
   std::u16string markup;
   std::size_t markup_bytes = 0;  ///< of the markup as a file holds it, in UTF-8
+  std::string markup_file;       ///< the markup in UTF-8
   std::string markdown;          ///< emphasis for every kind of format, blank lines for breaks
   std::u16string rtf;            ///< what `QELToRTF` makes of the markup
   std::string rtf_bytes;         ///< that as a file holds it

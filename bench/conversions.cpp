@@ -2,8 +2,8 @@
 
 #include "Speed.h"
 #include "qel/box/Box.h"
+#include "qel/convert/Convert.h"
 #include "qel/qel.h"
-#include "qel/richtext/RtfBytes.h"
 
 namespace qel::bench {
 namespace {
@@ -37,13 +37,42 @@ void markup_to_rtf(State& state) {
 }
 BENCHMARK(markup_to_rtf)->Apply(all_sizes);
 
+/// Each piece is looked at and dropped, as a file or a pipe would take it.
+void convert_bytes(State& state, const std::string& bytes, convert::InputFormat from,
+                   convert::OutputFormat to) {
+  convert::Options options;
+  options.from = from;
+  options.to = to;
+  measure(state, bytes.size(), [&] {
+    convert::Converter converter(options, [](std::string_view piece) { DoNotOptimize(piece); });
+    converter.push(bytes);
+    DoNotOptimize(converter.finish());
+  });
+}
+
 void rtf_file_to_markup(State& state) {
-  const Documents& text = input(state);
-  const Converter converter;
-  measure(state, text.rtf_bytes.size(),
-          [&] { DoNotOptimize(converter.to_markup(richtext::rtf_from_bytes(text.rtf_bytes))); });
+  convert_bytes(state, input(state).rtf_bytes, convert::InputFormat::rtf,
+                convert::OutputFormat::qel);
 }
 BENCHMARK(rtf_file_to_markup)->Apply(all_sizes);
+
+void rtf_file_to_text(State& state) {
+  convert_bytes(state, input(state).rtf_bytes, convert::InputFormat::rtf,
+                convert::OutputFormat::text);
+}
+BENCHMARK(rtf_file_to_text)->Apply(all_sizes);
+
+void markup_file_to_rtf(State& state) {
+  convert_bytes(state, input(state).markup_file, convert::InputFormat::qel,
+                convert::OutputFormat::rtf);
+}
+BENCHMARK(markup_file_to_rtf)->Apply(all_sizes);
+
+void markup_file_to_text(State& state) {
+  convert_bytes(state, input(state).markup_file, convert::InputFormat::qel,
+                convert::OutputFormat::text);
+}
+BENCHMARK(markup_file_to_text)->Apply(all_sizes);
 
 void rtf_string_to_markup(State& state) {
   const Documents& text = input(state);

@@ -7,25 +7,35 @@
 #include <string>
 #include <string_view>
 
+#if defined(__SSE2__)
+#include <emmintrin.h>
+#endif
+
 namespace qel {
 
 #if defined(__GNUC__)
 /// Eight characters that are compared at once.
 using CharacterBlock = std::uint16_t __attribute__((vector_size(16)));
 
-/// How many of the eight come before the first for which the comparison holds; 8 when it holds for
-/// none. Where the comparison holds, all bits of the element are set.
+inline CharacterBlock load_block(const char16_t* characters) {
+  CharacterBlock block;
+  std::memcpy(&block, characters, sizeof block);
+  return block;
+}
+
+/// A comparison of a block as a number: two bits for each of the eight, the first one lowest. Where
+/// the comparison holds, all bits of the element are set.
 template <class Mask>
-std::size_t first_hit(const Mask& mask) {
-  std::uint64_t halves[2];
-  std::memcpy(halves, &mask, sizeof halves);
-  constexpr unsigned bits = 16;
-  const auto index = [](std::uint64_t half) {
-    const int zeros = std::endian::native == std::endian::little ? std::countr_zero(half)
-                                                                 : std::countl_zero(half);
-    return static_cast<std::size_t>(zeros) / bits;
-  };
-  return halves[0] != 0 ? index(halves[0]) : 4 + index(halves[1]);
+std::uint32_t bits_of(const Mask& mask) {
+#if defined(__SSE2__)
+  __m128i bytes;
+  std::memcpy(&bytes, &mask, sizeof bytes);
+  return static_cast<std::uint32_t>(_mm_movemask_epi8(bytes));
+#else
+  std::uint32_t bits = 0;
+  for (unsigned i = 0; i < 8; ++i) bits |= (mask[i] != 0 ? 3U : 0U) << (2 * i);
+  return bits;
+#endif
 }
 #endif
 
@@ -38,11 +48,18 @@ std::size_t find_first(std::u16string_view text, std::size_t from, Predicate wan
   std::size_t at = from;
 #if defined(__GNUC__)
   constexpr std::size_t block_size = 8;
+  const auto hits = [&](std::size_t begin) {
+    return bits_of(wanted(load_block(text.data() + begin)));
+  };
   for (; at + block_size <= text.size(); at += block_size) {
-    CharacterBlock block;
-    std::memcpy(&block, text.data() + at, sizeof block);
-    const std::size_t hit = first_hit(wanted(block));
-    if (hit != block_size) return at + hit;
+    const std::uint32_t bits = hits(at);
+    if (bits != 0) return at + static_cast<std::size_t>(std::countr_zero(bits)) / 2;
+  }
+  if (at < text.size() && text.size() >= block_size) {
+    // The last block overlaps what has been looked at.
+    const std::size_t begin = text.size() - block_size;
+    const std::uint32_t bits = hits(begin) >> (2 * (at - begin));
+    return bits == 0 ? text.size() : at + static_cast<std::size_t>(std::countr_zero(bits)) / 2;
   }
 #endif
   while (at < text.size() && !wanted(static_cast<std::uint16_t>(text[at]))) ++at;
@@ -56,15 +73,42 @@ std::size_t find_any(std::u16string_view text, std::size_t from) {
                     [](auto c) { return ((c == static_cast<std::uint16_t>(Wanted)) | ...); });
 }
 
-/// Where the run of bytes below 0x80 that begins at `from` ends. Looks at eight at a time.
-inline std::size_t end_of_ascii(std::string_view bytes, std::size_t from) {
+/// Copies the bytes below 0x80 at the beginning as characters, and returns how many there are. May
+/// write all of `out`, which is as long as `bytes`.
+inline std::size_t widen_ascii(std::string_view bytes, char16_t* out) {
+  std::size_t at = 0;
+#if defined(__GNUC__)
+  using Bytes = std::uint8_t __attribute__((vector_size(8)));
   constexpr std::uint64_t high_bits = 0x8080808080808080U;
-  std::size_t at = from;
   for (std::uint64_t block = 0; at + sizeof block <= bytes.size(); at += sizeof block) {
     std::memcpy(&block, bytes.data() + at, sizeof block);
+    Bytes narrow;
+    std::memcpy(&narrow, &block, sizeof block);
+    const CharacterBlock wide = __builtin_convertvector(narrow, CharacterBlock);
+    std::memcpy(out + at, &wide, sizeof wide);
     if ((block & high_bits) != 0) break;
   }
-  while (at < bytes.size() && static_cast<std::uint8_t>(bytes[at]) < 0x80) ++at;
+#endif
+  for (; at < bytes.size() && static_cast<std::uint8_t>(bytes[at]) < 0x80; ++at) {
+    out[at] = static_cast<char16_t>(bytes[at]);
+  }
+  return at;
+}
+
+/// The reverse: copies the characters below 0x80 at the beginning as bytes.
+inline std::size_t narrow_ascii(std::u16string_view text, char* out) {
+  std::size_t at = 0;
+#if defined(__GNUC__)
+  using Bytes = std::uint8_t __attribute__((vector_size(8)));
+  constexpr std::uint16_t end = 0x80;
+  for (; at + sizeof(Bytes) <= text.size(); at += sizeof(Bytes)) {
+    const CharacterBlock wide = load_block(text.data() + at);
+    const Bytes narrow = __builtin_convertvector(wide, Bytes);
+    std::memcpy(out + at, &narrow, sizeof narrow);
+    if (bits_of(wide >= end) != 0) break;
+  }
+#endif
+  for (; at < text.size() && text[at] < 0x80; ++at) out[at] = static_cast<char>(text[at]);
   return at;
 }
 

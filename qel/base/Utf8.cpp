@@ -10,28 +10,25 @@
 namespace qel {
 namespace {
 
-void append_sequence(std::string& bytes, char32_t character) {
+/// The units or bytes of one piece, which is converted on the stack before it is appended.
+constexpr std::size_t piece_size = 2048;
+
+char* put_sequence(char* out, char32_t character) {
   const auto tail = [character](unsigned shift) {
     return static_cast<char>(0x80U | ((character >> shift) & 0x3FU));
   };
   if (character < 0x800) {
-    const std::array sequence = {static_cast<char>(0xC0U | (character >> 6U)), tail(0)};
-    bytes.append(sequence.data(), sequence.size());
+    *out++ = static_cast<char>(0xC0U | (character >> 6U));
   } else if (character < 0x10000) {
-    const std::array sequence = {static_cast<char>(0xE0U | (character >> 12U)), tail(6), tail(0)};
-    bytes.append(sequence.data(), sequence.size());
+    *out++ = static_cast<char>(0xE0U | (character >> 12U));
+    *out++ = tail(6);
   } else {
-    const std::array sequence = {static_cast<char>(0xF0U | (character >> 18U)), tail(12), tail(6),
-                                 tail(0)};
-    bytes.append(sequence.data(), sequence.size());
+    *out++ = static_cast<char>(0xF0U | (character >> 18U));
+    *out++ = tail(12);
+    *out++ = tail(6);
   }
-}
-
-void append_ascii(std::string& bytes, std::u16string_view text) {
-  const std::size_t kept = bytes.size();
-  bytes.resize(kept + text.size());
-  std::transform(text.begin(), text.end(), bytes.begin() + static_cast<std::ptrdiff_t>(kept),
-                 [](char16_t unit) { return static_cast<char>(unit); });
+  *out++ = tail(0);
+  return out;
 }
 
 struct Sequence {
@@ -77,13 +74,18 @@ std::string to_utf8(std::u16string_view text) {
 }
 
 void append_utf8(std::string& bytes, std::u16string_view text) {
-  bytes.reserve(bytes.size() + text.size());
+  constexpr std::size_t longest = 3;  // bytes for a unit
+  std::array<char, longest * piece_size> piece;
   for (std::size_t at = 0; at < text.size();) {
-    const std::size_t end =
-        find_first(text, at, [](auto unit) { return unit >= std::uint16_t{0x80}; });
-    append_ascii(bytes, text.substr(at, end - at));
-    at = end;
-    while (at < text.size() && text[at] >= 0x80) append_sequence(bytes, next_character(text, at));
+    char* out = piece.data();
+    const std::size_t end = std::min(text.size(), at + piece_size - 1);
+    while (at < end) {
+      const std::size_t plain = narrow_ascii(text.substr(at, end - at), out);
+      at += plain;
+      out += plain;
+      while (at < end && text[at] >= 0x80) out = put_sequence(out, next_character(text, at));
+    }
+    bytes.append(piece.data(), static_cast<std::size_t>(out - piece.data()));
   }
 }
 
@@ -95,26 +97,30 @@ std::u16string from_utf8(std::string_view bytes, char16_t (*invalid)(std::uint8_
 
 void append_utf16_of(std::u16string& text, std::string_view bytes,
                      char16_t (*invalid)(std::uint8_t byte)) {
-  // No sequence has more code units than bytes.
-  const std::size_t kept = text.size();
-  text.resize(kept + bytes.size());
-  char16_t* out = text.data() + kept;
+  std::array<char16_t, piece_size> piece;
   for (std::size_t at = 0; at < bytes.size();) {
-    const std::size_t end = end_of_ascii(bytes, at);
-    out = std::copy(bytes.data() + at, bytes.data() + end, out);
-    if (end == bytes.size()) break;
-    const auto [character, length] = read_sequence(bytes.substr(end));
-    if (length == 0) {
-      *out++ = invalid(static_cast<std::uint8_t>(bytes[end]));
-    } else if (character < 0x10000) {
-      *out++ = static_cast<char16_t>(character);
-    } else {
-      *out++ = static_cast<char16_t>(0xD7C0 + (character >> 10U));
-      *out++ = static_cast<char16_t>(0xDC00 + (character & 0x3FFU));
+    char16_t* out = piece.data();
+    // No sequence has more code units than bytes. One that is cut goes beyond the end.
+    const std::size_t end = std::min(bytes.size(), at + piece_size - 1);
+    while (at < end) {
+      const std::size_t plain = widen_ascii(bytes.substr(at, end - at), out);
+      at += plain;
+      out += plain;
+      while (at < end && static_cast<std::uint8_t>(bytes[at]) >= 0x80) {
+        const auto [character, length] = read_sequence(bytes.substr(at));
+        if (length == 0) {
+          *out++ = invalid(static_cast<std::uint8_t>(bytes[at]));
+        } else if (character < 0x10000) {
+          *out++ = static_cast<char16_t>(character);
+        } else {
+          *out++ = static_cast<char16_t>(0xD7C0 + (character >> 10U));
+          *out++ = static_cast<char16_t>(0xDC00 + (character & 0x3FFU));
+        }
+        at += std::max<std::size_t>(length, 1);
+      }
     }
-    at = end + std::max<std::size_t>(length, 1);
+    text.append(piece.data(), static_cast<std::size_t>(out - piece.data()));
   }
-  text.resize(static_cast<std::size_t>(out - text.data()));
 }
 
 }  // namespace qel

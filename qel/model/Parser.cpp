@@ -77,11 +77,13 @@ MarkupScanner::Special MarkupScanner::special_at(std::size_t at) const {
     return begins_with_escaped_code(markup_.substr(at)) ? Special::escaped_code : Special::none;
   }
   if (markup_[at] != u'/') return Special::line_break;
-  const std::u16string_view code = markup_.substr(at, code_length);
-  if (IsQELCode(code, sfAll)) return code == u"/nl" ? Special::line_break : Special::code;
-  const bool is_code_of_rtf =
-      reads_codes_of_rtf_ && code.size() == code_length && is_code_of_any_reader(code[1], code[2]);
-  return is_code_of_rtf ? Special::code : Special::none;
+  if (markup_.size() - at < code_length) return Special::none;
+  const char16_t letter = markup_[at + 1];
+  const char16_t digit = markup_[at + 2];
+  if (is_text_model_code(letter, digit)) return Special::code;
+  if (letter == u'n' && digit == u'l') return Special::line_break;
+  return reads_codes_of_rtf_ && is_code_of_any_reader(letter, digit) ? Special::code
+                                                                     : Special::none;
 }
 
 MarkupScanner::Item MarkupScanner::give_text(std::size_t begin, std::size_t end) {

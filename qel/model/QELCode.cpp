@@ -18,11 +18,6 @@ bool is_index_letter(char16_t letter) { return letter == u'f' || letter == u'y';
 // Small capitals are left out here on purpose, unlike in the set of sfAll.
 constexpr std::u16string_view formatting_letters = u"biufypskt";
 
-bool is_any_code(char16_t letter, char16_t digit) {
-  if (is_toggle_digit(digit)) return is_one_of(letter, u"biupsckfyt");
-  return is_digit(digit) && is_index_letter(letter);
-}
-
 bool is_index_or_toggle(char16_t index_letter, char16_t letter, char16_t digit) {
   return letter == index_letter ? is_digit(digit) : is_toggle_digit(digit);
 }
@@ -46,7 +41,7 @@ bool IsQELCode(std::u16string_view Text, std::int32_t Flags) {
   const char16_t digit = Text.back();
   switch (Flags) {
     case sfAll:
-      return is_any_code(letter, digit);
+      return is_text_model_code(letter, digit);
     case sfFormatting:
       return is_formatting_code(letter, digit);
     case sfColor:
@@ -60,17 +55,6 @@ bool IsQELCode(std::u16string_view Text, std::int32_t Flags) {
     default:
       return false;
   }
-}
-
-bool is_escapable(char16_t letter, char16_t digit) {
-  if (is_index_letter(letter)) return is_digit(digit);
-  return is_one_of(letter, u"biupskt") && is_toggle_digit(digit);
-}
-
-bool is_code_of_any_reader(char16_t second, char16_t third) {
-  if (is_any_code(second, third)) return true;
-  if (is_toggle_digit(third)) return second == u'r' || second == u'l';
-  return second == u'n' && third == u'l';
 }
 
 std::size_t line_break_length(std::u16string_view markup, Way way) {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <array>
 #include <cstddef>
 #include <cstdint>
 #include <string>
@@ -32,12 +33,52 @@ enum class Way : std::uint8_t {
   lossless,  ///< all that the format can say survives, and text that looks like a code stays text
 };
 
+namespace code_letters {
+
+/// What may follow a letter.
+enum Kind : std::uint8_t {
+  toggle = 1,      ///< 0 or 1, and the text model knows the code
+  index = 2,       ///< any digit
+  escapable = 4,   ///< a tilde makes it text
+  rtf_toggle = 8,  ///< 0 or 1, and only conversions to RTF know the code
+};
+
+inline constexpr auto kinds = [] {
+  std::array<std::uint8_t, 128> table = {};
+  for (const char letter : {'b', 'i', 'u', 'p', 's', 'k', 't'}) {
+    table[static_cast<std::size_t>(letter)] = toggle | escapable;
+  }
+  table['c'] = toggle;
+  table['f'] = table['y'] = index | escapable;
+  table['r'] = table['l'] = rtf_toggle;
+  return table;
+}();
+
+/// The kinds of the code with this letter and this digit; 0 for none.
+constexpr unsigned kind(char16_t letter, char16_t digit) {
+  const unsigned number = static_cast<unsigned>(digit) - u'0';
+  if (letter >= kinds.size() || number > 9) return 0;
+  const unsigned found = kinds[letter];
+  return (found & index) != 0 || number <= 1 ? found : 0;
+}
+
+}  // namespace code_letters
+
+/// Whether a slash and these two characters are a code of the text model, but for the line code.
+constexpr bool is_text_model_code(char16_t letter, char16_t digit) {
+  return (code_letters::kind(letter, digit) & (code_letters::toggle | code_letters::index)) != 0;
+}
+
 /// Whether a tilde before the slash of this code makes it text.
-bool is_escapable(char16_t letter, char16_t digit);
+constexpr bool is_escapable(char16_t letter, char16_t digit) {
+  return (code_letters::kind(letter, digit) & code_letters::escapable) != 0;
+}
 
 /// Whether a slash and these two characters are a code for any reader of markup, the line code and
 /// the codes that only conversions to RTF know included.
-bool is_code_of_any_reader(char16_t second, char16_t third);
+constexpr bool is_code_of_any_reader(char16_t second, char16_t third) {
+  return code_letters::kind(second, third) != 0 || (second == u'n' && third == u'l');
+}
 
 /// The length of the line break at the beginning of markup: "/nl", and in the lossless way CR LF,
 /// CR or LF; 0 where there is none.

@@ -1,6 +1,7 @@
 #include "qel/richtext/RtfBytes.h"
 
 #include <algorithm>
+#include <array>
 #include <charconv>
 #include <cstddef>
 #include <cstdint>
@@ -33,20 +34,16 @@ std::size_t binary_length(std::string_view bytes, std::size_t word) {
   return name_length + length + std::min(count, left);
 }
 
-void append_plain(std::u16string& out, std::string_view bytes) {
-  const std::size_t kept = out.size();
-  out.resize(kept + bytes.size());
-  std::copy(bytes.begin(), bytes.end(), out.data() + kept);
-}
-
 void append_widened(std::u16string& out, std::string_view bytes) {
+  std::array<char16_t, 2048> piece;
   while (!bytes.empty()) {
-    const std::size_t plain = end_of_ascii(bytes, 0);
-    append_plain(out, bytes.substr(0, plain));
+    const std::size_t plain = widen_ascii(bytes.substr(0, piece.size()), piece.data());
+    out.append(piece.data(), plain);
     bytes.remove_prefix(plain);
-    if (bytes.empty()) return;
-    append_hex_escape(out, static_cast<std::uint8_t>(bytes.front()));
-    bytes.remove_prefix(1);
+    for (; !bytes.empty() && static_cast<std::uint8_t>(bytes.front()) >= 0x80;
+         bytes.remove_prefix(1)) {
+      append_hex_escape(out, static_cast<std::uint8_t>(bytes.front()));
+    }
   }
 }
 
@@ -87,17 +84,14 @@ std::string rtf_to_bytes(std::u16string_view rtf) {
 }
 
 void append_rtf_bytes(std::string& bytes, std::u16string_view rtf) {
-  bytes.reserve(bytes.size() + rtf.size());
-  for (std::size_t at = 0; at < rtf.size();) {
-    const std::size_t end = find_first(rtf, at, [](auto c) { return c >= std::uint16_t{0x80}; });
-    const std::size_t kept = bytes.size();
-    bytes.resize(kept + (end - at));
-    std::transform(rtf.begin() + static_cast<std::ptrdiff_t>(at),
-                   rtf.begin() + static_cast<std::ptrdiff_t>(end),
-                   bytes.begin() + static_cast<std::ptrdiff_t>(kept),
-                   [](char16_t c) { return static_cast<char>(c); });
-    if (end < rtf.size()) append_character(bytes, rtf[end]);
-    at = end + 1;
+  std::array<char, 2048> piece;
+  while (!rtf.empty()) {
+    const std::size_t plain = narrow_ascii(rtf.substr(0, piece.size()), piece.data());
+    bytes.append(piece.data(), plain);
+    rtf.remove_prefix(plain);
+    for (; !rtf.empty() && rtf.front() >= 0x80; rtf.remove_prefix(1)) {
+      append_character(bytes, rtf.front());
+    }
   }
 }
 
