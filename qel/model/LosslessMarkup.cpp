@@ -24,6 +24,10 @@ bool meet_as_code(std::u16string_view text, std::u16string_view following, std::
 }
 
 bool meet_as_code(std::u16string_view text, std::u16string_view following) {
+  const std::size_t size = text.size();
+  const bool has_slash =
+      size > 0 && (text[size - 1] == u'/' || (size > 1 && text[size - 2] == u'/'));
+  if (!has_slash) return false;
   return meet_as_code(text, following, 1) || meet_as_code(text, following, 2);
 }
 
@@ -70,8 +74,6 @@ void LosslessMarkup::append(std::u16string_view text, Text kind) {
   }
 }
 
-void LosslessMarkup::append_held() { out_.append(std::exchange(held_, {})); }
-
 void LosslessMarkup::append_slash(std::u16string_view rest, Text kind) {
   const bool is_whole = rest.size() == 2;
   if (is_whole && is_escapable(rest[0], rest[1])) {
@@ -95,7 +97,7 @@ void LosslessMarkup::append_codes(Append append) {
   const std::size_t begin = out_.size();
   append(out_);
   if (out_.size() == begin) return;
-  if (begin > text_begin_ &&
+  if (begin > text_begin_ && out_[begin - 1] == u'~' &&
       begins_with_escaped_code(std::u16string_view(out_).substr(begin - 1))) {
     out_.insert(begin, style_codes::code_behind_tilde(state_));
   }
@@ -109,7 +111,7 @@ void LosslessMarkup::append_breaks() {
 }
 
 void LosslessMarkup::enter(const CodeState& state) {
-  append_held();
+  if (!held_.empty()) out_.append(std::exchange(held_, {}));
   if (line_breaks_ == 0 && state == state_) return;
   append_codes(
       [&](std::u16string& to) { style_codes::append_different_off(to, state_, &state, set_); });

@@ -48,7 +48,6 @@ class LosslessMarkup {
   void append_breaks();
   void append(std::u16string_view text, Text kind);
   void append_slash(std::u16string_view rest, Text kind);
-  void append_held();
   void keep_apart();
   std::u16string_view written_text() const { return std::u16string_view(out_).substr(text_begin_); }
 

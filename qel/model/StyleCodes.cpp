@@ -1,6 +1,7 @@
 #include "qel/model/StyleCodes.h"
 
 #include <array>
+#include <bit>
 #include <cstddef>
 
 namespace qel::style_codes {
@@ -28,19 +29,25 @@ unsigned in_set(unsigned bits, CodeSet set) {
 bool is_index(std::int16_t index) { return index >= 1 && index <= 9; }
 
 void append_code(std::u16string& out, char16_t letter, int digit) {
-  const std::array code = {u'/', letter, static_cast<char16_t>(u'0' + digit)};
-  out.append(code.data(), code.size());
+  const std::size_t size = out.size();
+  out.resize(size + 3);
+  char16_t* const code = out.data() + size;
+  code[0] = u'/';
+  code[1] = letter;
+  code[2] = static_cast<char16_t>(u'0' + digit);
 }
 
 void append_attributes_on(std::u16string& out, unsigned bits) {
-  for (std::size_t i = 0; bits != 0; ++i, bits >>= 1U) {
-    if ((bits & 1U) != 0) append_code(out, attributes[i].letter, 1);
+  for (; bits != 0; bits &= bits - 1) {
+    append_code(out, attributes[static_cast<std::size_t>(std::countr_zero(bits))].letter, 1);
   }
 }
 
 void append_attributes_off(std::u16string& out, unsigned bits) {
-  for (std::size_t i = attributes.size(); bits != 0 && i-- > 0;) {
-    if ((bits >> i & 1U) != 0) append_code(out, attributes[i].letter, 0);
+  while (bits != 0) {
+    const auto highest = static_cast<std::size_t>(std::bit_width(bits)) - 1;
+    append_code(out, attributes[highest].letter, 0);
+    bits &= ~(1U << highest);
   }
 }
 

@@ -47,12 +47,22 @@ void append_widened(std::u16string& out, std::string_view bytes) {
   }
 }
 
-void append_character(std::string& out, char16_t character) {
+/// Of a character as an escape, such as "\u-12345?".
+constexpr std::size_t longest_character = 9;
+
+char* put_character(char* out, char16_t character) {
+  *out++ = '\\';
   if (const auto byte = encode_western(character)) {
-    append_hex_escape(out, *byte);
-    return;
+    constexpr std::string_view hex_digits = "0123456789abcdef";
+    *out++ = '\'';
+    *out++ = hex_digits[*byte >> 4U];
+    *out++ = hex_digits[*byte & 0xFU];
+    return out;
   }
-  out.append("\\u").append(std::to_string(static_cast<std::int16_t>(character))).push_back('?');
+  *out++ = 'u';
+  out = std::to_chars(out, out + longest_character, static_cast<std::int16_t>(character)).ptr;
+  *out++ = '?';
+  return out;
 }
 
 }  // namespace
@@ -86,12 +96,19 @@ std::string rtf_to_bytes(std::u16string_view rtf) {
 void append_rtf_bytes(std::string& bytes, std::u16string_view rtf) {
   std::array<char, 2048> piece;
   while (!rtf.empty()) {
-    const std::size_t plain = narrow_ascii(rtf.substr(0, piece.size()), piece.data());
-    bytes.append(piece.data(), plain);
-    rtf.remove_prefix(plain);
-    for (; !rtf.empty() && rtf.front() >= 0x80; rtf.remove_prefix(1)) {
-      append_character(bytes, rtf.front());
+    char* out = piece.data();
+    for (std::size_t left = piece.size(); !rtf.empty() && left >= longest_character;
+         left = piece.size() - static_cast<std::size_t>(out - piece.data())) {
+      const std::size_t plain = narrow_ascii(rtf.substr(0, left), out);
+      out += plain;
+      rtf.remove_prefix(plain);
+      const bool has_room = left - plain >= longest_character;
+      if (has_room && !rtf.empty() && rtf.front() >= 0x80) {
+        out = put_character(out, rtf.front());
+        rtf.remove_prefix(1);
+      }
     }
+    bytes.append(piece.data(), static_cast<std::size_t>(out - piece.data()));
   }
 }
 

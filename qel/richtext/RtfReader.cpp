@@ -275,13 +275,6 @@ void RtfReader::add_line_end() {
   line_end_.reset();
 }
 
-/// Whether what has just been read is a replacement for a character given in Unicode; counts it.
-bool RtfReader::takes_replacement() {
-  if (replacements_due_ == 0) return false;
-  --replacements_due_;
-  return true;
-}
-
 void RtfReader::add_text(std::u16string_view text) {
   if (text.empty()) return;
   flush_bytes();
@@ -329,10 +322,8 @@ void RtfReader::add_byte(std::uint8_t byte) {
   }
 }
 
-/// Takes the last byte of a character, which may be one that elsewhere stands for itself, such as
-/// a letter or an escaped backslash.
-bool RtfReader::completes_character(char16_t unit) {
-  if (pending_bytes_.empty() || unit >= 0x80) return false;
+bool RtfReader::completes_pending(char16_t unit) {
+  if (unit >= 0x80) return false;
   const auto byte = static_cast<std::uint8_t>(unit);
   const std::string bytes = pending_bytes_ + static_cast<char>(byte);
   if (!properties_.code_page().has(bytes)) return false;

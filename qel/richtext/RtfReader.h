@@ -88,13 +88,23 @@ class RtfReader {
   void skip_binary(Parameter count);
   void skip_binary_data();
 
-  bool takes_replacement();
+  /// Whether what has just been read is a replacement for a character given in Unicode; counts it.
+  bool takes_replacement() {
+    if (replacements_due_ == 0) return false;
+    --replacements_due_;
+    return true;
+  }
   void add_text(std::u16string_view text);
   void add_coded(std::u16string_view text);
   void add_unit(char16_t unit);
   void add_byte(std::uint8_t byte);
   void add_decoded(char16_t unit);
-  bool completes_character(char16_t unit);
+  /// Takes the last byte of a character, which may be one that elsewhere stands for itself, such
+  /// as a letter or an escaped backslash.
+  bool completes_character(char16_t unit) {
+    return !pending_bytes_.empty() && completes_pending(unit);
+  }
+  bool completes_pending(char16_t unit);
   /// Gives up waiting for the rest of a character.
   void flush_bytes() {
     if (!pending_bytes_.empty()) give_up_bytes();

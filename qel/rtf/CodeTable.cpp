@@ -111,13 +111,6 @@ void append_text(std::u16string& out, std::u16string_view text) {
   }
 }
 
-style_codes::CodeState shown_state(style_codes::CodeState state) {
-  if ((state.attributes & style_codes::superscript_bit) != 0) {
-    state.attributes &= static_cast<std::uint8_t>(~unsigned{style_codes::subscript_bit});
-  }
-  return state;
-}
-
 void restore_literal_codes(std::u16string& text, std::size_t from) {
   // The text only gets shorter, so it can be rewritten in place.
   std::size_t written = from;

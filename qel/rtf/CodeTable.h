@@ -44,7 +44,12 @@ bool is_code_tail(char16_t letter, char16_t digit);
 bool append_body(std::u16string& out, std::u16string_view markup);
 
 /// The state as RTF can show it: text that is raised and lowered at once is raised.
-style_codes::CodeState shown_state(style_codes::CodeState state);
+constexpr style_codes::CodeState shown_state(style_codes::CodeState state) {
+  if ((state.attributes & style_codes::superscript_bit) != 0) {
+    state.attributes &= static_cast<std::uint8_t>(~unsigned{style_codes::subscript_bit});
+  }
+  return state;
+}
 
 /// Appends the RTF of a sequence of codes and nothing else, those of small capitals among them.
 void append_words(std::u16string& out, std::u16string_view codes);
