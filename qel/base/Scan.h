@@ -66,9 +66,47 @@ std::size_t find_first(std::u16string_view text, std::size_t from, Predicate wan
   return at;
 }
 
+#if defined(__SSE2__)
+/// Sixteen characters that are compared at once, each packed into a byte: those below 0x80 as they
+/// are, all others as 0x7F or 0x80.
+inline __m128i load_packed(const char16_t* characters) {
+  __m128i first;
+  __m128i second;
+  std::memcpy(&first, characters, sizeof first);
+  std::memcpy(&second, characters + 8, sizeof second);
+  return _mm_packs_epi16(first, second);
+}
+
+/// Whether `wanted`, which takes packed characters, has a hit at or after `at`, which is moved
+/// there or to where less than a block is left.
+template <class Predicate>
+bool find_packed(std::u16string_view text, std::size_t& at, Predicate wanted) {
+  constexpr std::size_t block_size = 16;
+  for (; at + block_size <= text.size(); at += block_size) {
+    const int bits = _mm_movemask_epi8(wanted(load_packed(text.data() + at)));
+    if (bits == 0) continue;
+    at += static_cast<std::size_t>(std::countr_zero(static_cast<unsigned>(bits)));
+    return true;
+  }
+  return false;
+}
+#endif
+
 /// The same for the first of the `Wanted` characters.
 template <char16_t... Wanted>
 std::size_t find_any(std::u16string_view text, std::size_t from) {
+#if defined(__SSE2__)
+  if constexpr (((Wanted < 0x7F) && ...)) {
+    const bool is_found = find_packed(text, from, [](__m128i packed) {
+      __m128i hits = _mm_setzero_si128();
+      ((hits =
+            _mm_or_si128(hits, _mm_cmpeq_epi8(packed, _mm_set1_epi8(static_cast<char>(Wanted))))),
+       ...);
+      return hits;
+    });
+    if (is_found) return from;
+  }
+#endif
   return find_first(text, from,
                     [](auto c) { return ((c == static_cast<std::uint16_t>(Wanted)) | ...); });
 }
@@ -77,6 +115,17 @@ std::size_t find_any(std::u16string_view text, std::size_t from) {
 /// write all of `out`, which is as long as `bytes`.
 inline std::size_t widen_ascii(std::string_view bytes, char16_t* out) {
   std::size_t at = 0;
+#if defined(__SSE2__)
+  for (; at + sizeof(__m128i) <= bytes.size(); at += sizeof(__m128i)) {
+    __m128i block;
+    std::memcpy(&block, bytes.data() + at, sizeof block);
+    if (_mm_movemask_epi8(block) != 0) break;
+    const __m128i first = _mm_unpacklo_epi8(block, _mm_setzero_si128());
+    const __m128i second = _mm_unpackhi_epi8(block, _mm_setzero_si128());
+    std::memcpy(out + at, &first, sizeof first);
+    std::memcpy(out + at + 8, &second, sizeof second);
+  }
+#endif
 #if defined(__GNUC__)
   using Bytes = std::uint8_t __attribute__((vector_size(8)));
   constexpr std::uint64_t high_bits = 0x8080808080808080U;
@@ -98,6 +147,19 @@ inline std::size_t widen_ascii(std::string_view bytes, char16_t* out) {
 /// The reverse: copies the characters below 0x80 at the beginning as bytes.
 inline std::size_t narrow_ascii(std::u16string_view text, char* out) {
   std::size_t at = 0;
+#if defined(__SSE2__)
+  for (; at + sizeof(__m128i) <= text.size(); at += sizeof(__m128i)) {
+    __m128i first;
+    __m128i second;
+    std::memcpy(&first, text.data() + at, sizeof first);
+    std::memcpy(&second, text.data() + at + 8, sizeof second);
+    const __m128i high = _mm_and_si128(_mm_or_si128(first, second), _mm_set1_epi16(-0x80));
+    const __m128i is_plain = _mm_cmpeq_epi16(high, _mm_setzero_si128());
+    if (_mm_movemask_epi8(is_plain) != 0xFFFF) break;
+    const __m128i packed = _mm_packus_epi16(first, second);
+    std::memcpy(out + at, &packed, sizeof packed);
+  }
+#endif
 #if defined(__GNUC__)
   using Bytes = std::uint8_t __attribute__((vector_size(8)));
   constexpr std::uint16_t end = 0x80;

@@ -63,6 +63,7 @@ class RtfScanner {
   int hex_byte();
 
  private:
+  std::size_t end_of_plain_text() const;
   Parameter parameter();
 
   std::u16string_view rtf_;
