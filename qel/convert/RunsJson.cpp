@@ -4,8 +4,8 @@
 #include <cstddef>
 #include <utility>
 
+#include "qel/base/Json.h"
 #include "qel/base/Records.h"
-#include "qel/base/Scan.h"
 
 namespace qel::convert {
 namespace {
@@ -31,41 +31,11 @@ void append_member(std::u16string& object, std::u16string_view name, std::u16str
   object.append(u",\"").append(name).append(u"\":").append(value);
 }
 
-void append_control(std::u16string& out, char16_t character) {
-  constexpr std::u16string_view named = u"\b\t\n\f\r";
-  constexpr std::u16string_view names = u"btnfr";
-  constexpr std::u16string_view hex_digits = u"0123456789abcdef";
-  const std::size_t name = named.find(character);
-  if (name != std::u16string_view::npos) {
-    out.append({u'\\', names[name]});
-    return;
-  }
-  out.append(u"\\u00");
-  out.append({hex_digits[character >> 4U], hex_digits[character & 0xFU]});
-}
-
-void append_escaped(std::u16string& out, std::u16string_view text) {
-  const auto is_special = [](auto c) {
-    return (c < std::uint16_t{u' '}) | (c == std::uint16_t{u'"'}) | (c == std::uint16_t{u'\\'});
-  };
-  for (std::size_t at = 0; at < text.size(); ++at) {
-    const std::size_t end = find_first(text, at, is_special);
-    out.append(text, at, end - at);
-    if (end == text.size()) return;
-    if (text[end] < u' ') {
-      append_control(out, text[end]);
-    } else {
-      out.append({u'\\', text[end]});
-    }
-    at = end;
-  }
-}
-
 }  // namespace
 
 void RunsJson::text(std::u16string_view text, const CodeState& state) {
   if (!is_open_ || state != state_) begin_run(state);
-  append_escaped(out(), text);
+  append_json(out(), text);
 }
 
 void RunsJson::begin_run(const CodeState& state) {
