@@ -7,6 +7,7 @@
 #include <utility>
 
 #include "HelpFormat.h"
+#include "LintCommand.h"
 #include "Numbers.h"
 #include "RenderCommand.h"
 #include "TableOptions.h"
@@ -166,7 +167,8 @@ class ConvertCommand {
 
 /// The arguments in the order in which CLI11 wants them: the last one first.
 std::vector<std::string> reversed_arguments(int argc, const char* const* argv) {
-  const bool has_files = argc > 1 && std::string(argv[1]) == "convert";
+  const std::string command = argc > 1 ? argv[1] : "";
+  const bool has_files = command == "convert" || command == "lint";
   std::vector<std::string> arguments;
   for (int i = argc - 1; i > 0; --i) {
     std::string argument = argv[i];
@@ -191,7 +193,8 @@ CommandLine parse_command_line(int argc, const char* const* argv) {
   app.require_subcommand(1);
   app.formatter(std::make_shared<HelpFormat>());
   app.footer(
-      "Exit status: 0, 1 when something failed or texts differ, 2 for arguments that do not fit.");
+      "Exit status: 0, 1 when something failed, texts differ or markup has findings,\n"
+      "2 for arguments that do not fit.");
   bool is_stated = false;
   app.add_flag(
       "--stated", is_stated,
@@ -205,6 +208,8 @@ CommandLine parse_command_line(int argc, const char* const* argv) {
   tables_app->footer(tables_examples);
   const TextCommands text(*app.add_subcommand("text", "Work on markup by visible characters"));
   const RenderCommand render(*app.add_subcommand("render", "Draw markup as a picture (SVG)"));
+  const LintCommand lint(
+      *app.add_subcommand("lint", "Find what in markup may not be what its author meant"));
 
   CommandLine line;
   try {
@@ -228,6 +233,11 @@ CommandLine parse_command_line(int argc, const char* const* argv) {
   if (is_text || render.is_asked_for()) {
     line.action = CommandLine::Action::text;
     line.task = is_text ? text.values(way) : render.values(way);
+    return line;
+  }
+  if (lint.is_asked_for()) {
+    line.action = CommandLine::Action::lint;
+    line.checks = lint.values(way);
     return line;
   }
   line.action = CommandLine::Action::tables;

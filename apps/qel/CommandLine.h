@@ -5,6 +5,7 @@
 #include <string>
 #include <vector>
 
+#include "LintCommand.h"
 #include "Tables.h"
 #include "TextTask.h"
 #include "qel/convert/Options.h"
@@ -18,6 +19,7 @@ struct CommandLine {
     convert,  ///< `files` as `options` say
     tables,   ///< print the records of `tables`
     text,     ///< `task`
+    lint,     ///< `checks`
   };
 
   Action action = Action::print;
@@ -29,6 +31,7 @@ struct CommandLine {
   convert::Options options;
   Tables tables;  ///< those of `options`, where there are any
   TextTask task;
+  LintTask checks;
 };
 
 /// Raises a `UsageError` for arguments that are not valid, a `FileError` when the file of the

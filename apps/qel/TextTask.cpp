@@ -8,9 +8,7 @@
 #include "qel/convert/Convert.h"
 
 namespace qel::command {
-namespace {
 
-/// Removes the line break at the end, which is not part of a file's markup, and returns it.
 std::u16string take_last_break(std::u16string& text) {
   std::size_t kept = text.size();
   if (kept > 0 && text[kept - 1] == u'\n') --kept;
@@ -20,7 +18,7 @@ std::u16string take_last_break(std::u16string& text) {
   return taken;
 }
 
-std::u16string read_text(const std::string& file) {
+std::u16string read_markup(const std::string& file) {
   const std::string bytes = read_file(file);
   if (convert::is_rtf(bytes)) {
     throw TaskError((file == "-" ? "standard input" : file) +
@@ -29,14 +27,12 @@ std::u16string read_text(const std::string& file) {
   return convert::decode_text(bytes);
 }
 
-}  // namespace
-
 int run(const TextTask& task) {
   std::vector<std::u16string> texts;
   std::u16string last_break;
   for (const std::string& file : task.files) {
     const bool is_given = task.text && texts.empty();
-    texts.push_back(is_given ? convert::decode_text(*task.text) : read_text(file));
+    texts.push_back(is_given ? convert::decode_text(*task.text) : read_markup(file));
     std::u16string taken = take_last_break(texts.back());
     if (texts.size() == 1) last_break = std::move(taken);
   }

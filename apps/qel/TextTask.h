@@ -14,6 +14,12 @@ class TaskError : public std::runtime_error {
   using runtime_error::runtime_error;
 };
 
+/// The markup of a file. Raises a `FileError`, or a `TaskError` for a file that is RTF.
+std::u16string read_markup(const std::string& file);
+
+/// Removes the line break at the end, which is not part of a file's markup, and returns it.
+std::u16string take_last_break(std::u16string& text);
+
 /// The output of a task, and the exit status.
 struct TaskResult {
   std::string output;

@@ -13,6 +13,7 @@ _qel_verbs='len plain find left right mid stuff split case toggle compare wrap'
 _qel_letters='upper lower swap title first-upper first-lower'
 _qel_attributes="plain bold italic underline strike superscript subscript small-caps
   $(echo font{1..9} color{1..9}) $_qel_letters"
+_qel_lint_options='--help --stated --json --font --color --font-size --tables'
 _qel_tables_options='--help --font --color --font-size --tables'
 
 _qel() {
@@ -30,7 +31,7 @@ _qel() {
     -t | --text | -j | --jobs | --font | --color | --font-size) return ;;
     *)
       if ((COMP_CWORD == 1)); then
-        choices='convert tables text render --help --version --stated'
+        choices='convert tables text render lint --help --version --stated'
       elif [[ $COMP_CWORD == 2 && ${COMP_WORDS[1]} == text && $word != -* ]]; then
         choices=$_qel_verbs
       elif [[ $word == -* ]]; then
@@ -39,6 +40,7 @@ _qel() {
           tables) choices=$_qel_tables_options ;;
           text) choices=$_qel_text_options ;;
           render) choices=$_qel_render_options ;;
+          lint) choices=$_qel_lint_options ;;
         esac
       fi
       ;;

@@ -43,6 +43,8 @@ int run(const CommandLine& line) {
   switch (line.action) {
     case CommandLine::Action::text:
       return run(line.task);
+    case CommandLine::Action::lint:
+      return run(line.checks);
     case CommandLine::Action::print:
       print(line.text);
       return success;

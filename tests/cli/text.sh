@@ -75,6 +75,24 @@ gives "one text with all codes" 1 count_texts --reveal-codes c.qel
 gives "options" 3$'\n' bash -c "$qel render a.qel -o - --width 300 --margin 7 --indent 3 --align right \
   --label 1 --one-color --transparent --color 0=#010203 | grep -oE '#(010203|cbcfde)' | wc -l"
 
+echo "== lint =="
+lint() {
+  "$qel" lint "$@"
+  printf '%d.' $?
+}
+printf '/y9a\r\n/b1b/nl/i1c/b0 ~/b1/i0/y0\n' >d.qel
+gives "nothing found" 0. lint a.qel c.qel
+gives "what was found in files" $'d.qel:1:1: \'/y9\' is the same colour as colour 0
+d.qel:2:12: \'/b0\' ends a format before one that began later
+d.qel:2:16: \'~/b1\' is text, not a code\n1.' lint d.qel a.qel --color 9=0
+gives "an open format, which begins earlier" $'-:1:1: \'/b1\' is not switched off at the end
+-:1:5: \'/b1\' has no effect\n1.' lint <<<'/b1a/b1b'
+gives "objects" '{"file":"-","line":1,"column":2,"position":1,"length":3,"kind":"unknown-code","code":"/z1","message":"'"'/z1' is not a code"'"}
+1.' lint --json <<<'é/z1'
+gives "the file behind a missing one" $'d.qel:2:12:' \
+  bash -c "$qel lint none.qel d.qel 2>/dev/null | grep -o '^d.qel:2:12:' | tr -d '\n'"
+breaks 1 'cannot read none.qel' "$qel" lint none.qel a.qel
+
 echo "== usage =="
 breaks 2 'required' "$qel" text
 breaks 2 'COUNT' text left
@@ -89,6 +107,8 @@ breaks 2 'standard input can be only one' text compare -
 breaks 2 '--indent leaves no room' "$qel" render a.qel -o x.svg --width 30 --indent 30
 printf '{\\rtf1 x}' >x.rtf
 breaks 1 'x.rtf is RTF' text plain x.rtf
+breaks 1 'x.rtf is RTF' "$qel" lint x.rtf
+breaks 2 'not expected: --jsno' "$qel" lint --jsno
 breaks 1 'cannot write none/x.svg' "$qel" render a.qel -o none/x.svg
 
 echo "== options are described =="
@@ -99,6 +119,7 @@ verbs=$(sed -n "s/^_qel_verbs='\(.*\)'/\1/p" "$here/../../apps/qel/completion.ba
   "$qel" convert --help
   "$qel" tables --help
   "$qel" render --help
+  "$qel" lint --help
   for verb in $verbs; do text "$verb" --help; done
 } | grep -oE -- '--[a-z][a-z-]+' | sort -u >options
 [[ $(wc -l <options) -ge 35 ]] || fail "too few options in the help: $(cat options)"
