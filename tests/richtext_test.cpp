@@ -1,6 +1,7 @@
 #include <gtest/gtest.h>
 
 #include "qel/richtext/CodePage.h"
+#include "qel/richtext/CompressedRtf.h"
 #include "qel/richtext/Document.h"
 #include "qel/richtext/DocumentReader.h"
 #include "qel/richtext/RtfBytes.h"
@@ -11,6 +12,7 @@
 namespace qel::richtext {
 namespace {
 
+using namespace std::string_literals;
 using namespace std::string_view_literals;
 
 /// A base that `described` is silent about.
@@ -346,6 +348,54 @@ TEST(Document, ReplacesLikeAModel) {
                 described(before.part({extent.end, before.size()})));
       ASSERT_EQ(document.alignment_at(document.size()), before.alignment_at(before.size()));
     }
+  }
+}
+
+std::string with_header(std::string_view magic, std::string_view content) {
+  return "\x2d\0\0\0\x05\0\0\0"s.append(magic).append("\xf1\xc5\xc7\xa7").append(content);
+}
+
+TEST(CompressedRtf, IsUnpackedAsFarAsItIsSound) {
+  constexpr auto hello =
+      "\x03\0\x0a\0rcpg125\x42\x32\x0a\xf3 hel\x09\0 bw\x05\xb0ld}\x0a\x80\x0f\xa0"sv;
+  std::string long_text;  // longer than the dictionary
+  std::string bytes_as_they_are;
+  for (int i = 0; i < 7992; ++i) {
+    if (i % 8 == 0) bytes_as_they_are.push_back('\0');
+    long_text.push_back(static_cast<char>('a' + i % 23));
+    bytes_as_they_are.push_back(long_text.back());
+  }
+  struct Row {
+    std::string_view magic;
+    std::string content, rtf;
+  };
+  const Row rows[] = {
+      {"LZFu", std::string(hello), "{\\rtf1\\ansi\\ansicpg1252\\pard hello world}\r\n"},
+      {"LZFu", "\x41\0\x04 WXYZ\x0dn}\x01\x0e\xb0"s, "{\\rtf1 WXYZWXYZWXYZWXYZWXYZ}"},
+      {"LZFu", bytes_as_they_are + "\x03\xff\xf3\x07\xb7"s,
+       long_text + long_text.substr(7984, 5) + long_text.substr(4012, 9)},
+      {"LZFu", "\x02x\xff\xffy", "x"},
+      {"MELA", "{\\rtf padding", "{\\rtf"},
+      {"MELA", "{\\rt", "{\\rt"},
+      {"LZFx", std::string(hello), ""},
+  };
+  for (const Row& row : rows) {
+    const std::string packed = with_header(row.magic, row.content);
+    EXPECT_EQ(unpack_rtf(packed), row.rtf);
+    EXPECT_EQ(is_compressed_rtf(packed), !row.rtf.empty());
+    std::string last;
+    for (std::size_t size = 0; size < std::min<std::size_t>(packed.size(), 64); ++size) {
+      const std::string part = unpack_rtf(packed.substr(0, size));
+      EXPECT_TRUE(part.starts_with(last) && row.rtf.starts_with(part)) << size;
+      last = part;
+    }
+  }
+  test::Random random(test::base_seed());
+  SCOPED_TRACE(random.describe());
+  for (int i = 0; i < 300; ++i) {
+    std::string noise(random.below(2000), '\0');
+    for (char& byte : noise) byte = static_cast<char>(random.below(256));
+    EXPECT_LE(unpack_rtf(with_header("LZFu", noise)).size(), noise.size() * 9);
   }
 }
 

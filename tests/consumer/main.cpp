@@ -13,6 +13,7 @@
 #include "qel/headless/SvgCanvas.h"
 #include "qel/platform/Keys.h"
 #include "qel/qel.h"
+#include "qel/richtext/CompressedRtf.h"
 #include "qel/richtext/DocumentReader.h"
 #include "qel/richtext/RtfBytes.h"
 #include "qel/richtext/RtfWriter.h"
