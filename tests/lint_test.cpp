@@ -58,12 +58,14 @@ bool are_equal(std::u16string_view one, std::u16string_view other) {
 }
 
 std::u16string without_effectless_codes(std::u16string_view markup) {
-  std::u16string rest(markup);
-  const auto findings = findings_in(markup);
-  for (auto finding = findings.rbegin(); finding != findings.rend(); ++finding) {
-    if (finding->kind == Kind::no_effect) rest.erase(finding->position, finding->length);
+  std::u16string rest;
+  std::size_t begin = 0;
+  for (const Finding& finding : findings_in(markup)) {
+    if (finding.kind != Kind::no_effect) continue;
+    rest.append(markup.substr(begin, finding.position - begin));
+    begin = finding.position + finding.length;
   }
-  return rest;
+  return rest.append(markup.substr(begin));
 }
 
 std::u16string random_markup(test::Random& random) {
@@ -97,7 +99,11 @@ TEST(Lint, FindsCodesThatMaySayWhatWasNotMeant) {
       {u"//b0c1 ~/c0/b1a~/c0/b0//b0/b0b1", "                          n"},
       {u"//i0b/u0/nl/i0x~/c0", " n   n     n    n"},
       {u"//i0b/u01", " n"},
+      {u"//b1b/i01/b0", "     n"},
+      {u"/c1~/c0/c1/b1x/b0/c0", ""},
+      {u"/y2a\r/y3\n/y0/y2b/y0", ""},
       {u"/p1a/r0b/p1c/p0/p0", "    r          n"},
+      {u"/p1a/i1b/r0c/p1d/p0", "    c   r       o"},
   };
   for (const Row& row : rows) EXPECT_EQ(marked(row.markup), row.marks) << test::shown(row.markup);
 }

@@ -67,13 +67,12 @@ class Normalizer {
   }
 
   void write_changes() {
-    if (ends_with_tilde()) write_behind_tilde();
+    if (out_.ends_with(u'~')) write_behind_tilde();
     for (std::size_t slot = Formats::count; slot-- > 0;) switch_off(slot);
     write_breaks();
     for (std::size_t slot = 0; slot < Formats::count; ++slot) {
       if (has_changed(slot)) write_code(slot, formats_[slot].of_text);
     }
-    text_begin_ = out_.size();
   }
 
   /// A code that a tilde does not make text. One that has to be written anyway is best.
@@ -101,12 +100,10 @@ class Normalizer {
     written_[slot] = {value, value};
   }
 
-  bool ends_with_tilde() const { return out_.size() > text_begin_ && out_.back() == u'~'; }
-
-  /// Keeps the text and the one that follows it from making a code.
+  /// Keeps the text and the one that follows it from making a code. A code that is written ends in
+  /// nothing that a code or its tilde could begin with.
   void keep_apart(std::u16string_view following) {
-    const std::u16string_view text = std::u16string_view(out_).substr(text_begin_);
-    const std::size_t from_slash = meet_as_code(text, following);
+    const std::size_t from_slash = meet_as_code(out_, following);
     if (from_slash == 0) return;
     const std::size_t slash = out_.size() - from_slash;
     const char16_t second = from_slash == 1 ? following[0] : out_.back();
@@ -115,14 +112,12 @@ class Normalizer {
       return;
     }
     out_.insert(slash + 1, written_[Formats::bold].of_text != 0 ? u"/b1" : u"/b0");
-    text_begin_ = out_.size() - from_slash + 1;
   }
 
   std::u16string_view markup_;
   std::u16string out_;
-  std::u16string breaks_;       // since the last text
-  bool has_codes_ = false;      // there were codes since the last text
-  std::size_t text_begin_ = 0;  // of the text behind the last code that was written
+  std::u16string breaks_;   // since the last text
+  bool has_codes_ = false;  // there were codes since the last text
   Formats formats_;
   Formats written_;
 };
