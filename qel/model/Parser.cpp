@@ -31,7 +31,7 @@ unsigned bit_of(char16_t letter) {
 
 /// The characters and the segments of one decoded text. Every segment that is handed out keeps all
 /// of it alive; in return a segment needs no allocation of its own.
-class DecodedText : public std::enable_shared_from_this<DecodedText> {
+class DecodedText {
  public:
   explicit DecodedText(std::u16string text) : text_(std::move(text)) {}
 
@@ -45,9 +45,9 @@ class DecodedText : public std::enable_shared_from_this<DecodedText> {
     return std::u16string_view(text_).substr(begin, first.size() + next.size());
   }
 
-  std::shared_ptr<Segment> new_segment(std::size_t characters_left) {
+  Segment* new_segment(std::size_t characters_left) {
     if (used_ == block_size_) add_block(characters_left);
-    return {shared_from_this(), &blocks_.back()[used_++]};
+    return &blocks_.back()[used_++];
   }
 
  private:
@@ -168,7 +168,7 @@ void parse_markup(std::u16string markup, SegmentCollection& segments, Way way) {
   const auto decoded = std::make_shared<DecodedText>(std::move(markup));
   MarkupScanner scanner(decoded->text(), way);
   std::int32_t line_breaks = 0;
-  std::shared_ptr<Segment> last;
+  Segment* last = nullptr;
   for (auto item = scanner.next(); item != MarkupScanner::Item::end; item = scanner.next()) {
     const std::u16string_view text = scanner.text();
     if (item == MarkupScanner::Item::line_break) {
@@ -180,7 +180,7 @@ void parse_markup(std::u16string markup, SegmentCollection& segments, Way way) {
       const auto read = static_cast<std::size_t>(text.data() - decoded->text().data());
       last = decoded->new_segment(decoded->text().size() - read);
       last->set_decoded(text, scanner.state(), std::exchange(line_breaks, 0));
-      segments.append(last);
+      segments.append({decoded, last});
     }
   }
   segments.put_line_codes_at_end(line_breaks);

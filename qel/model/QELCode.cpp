@@ -78,17 +78,25 @@ std::size_t length_of_code_as_text(std::u16string_view text, Way way) {
   return text.size() >= 3 && text[0] == u'/' && is_escapable(text[1], text[2]) ? 3 : 0;
 }
 
-std::u16string protect_escaped_codes(std::u16string text) {
-  // The placeholder is as long as the escaped code, so the text is changed in place.
-  for (std::size_t hit = find_any<u'~'>(text, 0); hit + 3 < text.size();
-       hit = find_any<u'~'>(text, hit + 1)) {
-    if (text[hit + 1] != u'/' || !is_escapable(text[hit + 2], text[hit + 3])) continue;
-    text[hit] = u'<';
-    text[hit + 1] = text[hit + 2];
-    text[hit + 2] = text[hit + 3];
-    text[hit + 3] = u']';
+std::u16string protect_escaped_codes(std::u16string_view text) {
+  constexpr std::size_t part = std::size_t{1} << 13U;  // stays in the processor's cache
+  constexpr std::size_t code_length = 4;
+  std::u16string copy;
+  copy.reserve(text.size());
+  std::size_t hit = 0;
+  while (copy.size() < text.size()) {
+    copy.append(text.substr(copy.size(), part));
+    for (hit = find_any<u'~'>(copy, hit); hit + code_length <= copy.size();
+         hit = find_any<u'~'>(copy, hit + 1)) {
+      if (!begins_with_escaped_code(std::u16string_view(copy).substr(hit))) continue;
+      // The placeholder is as long as the escaped code, so the text is changed in place.
+      copy[hit] = u'<';
+      copy[hit + 1] = copy[hit + 2];
+      copy[hit + 2] = copy[hit + 3];
+      copy[hit + 3] = u']';
+    }
   }
-  return text;
+  return copy;
 }
 
 std::u16string restore_escaped_codes(std::u16string text) {

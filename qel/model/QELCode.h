@@ -25,7 +25,7 @@ bool IsQELCode(std::u16string_view Text, std::int32_t Flags = sfAll);
 
 /// Turns each escaped code ("~/b1") into the placeholder that hides its slash ("<b1]").
 /// Small capitals are not in the escape set: "~/c1" stays as it is.
-std::u16string protect_escaped_codes(std::u16string text);
+std::u16string protect_escaped_codes(std::u16string_view text);
 
 /// The two ways of reading and writing markup.
 enum class Way : std::uint8_t {

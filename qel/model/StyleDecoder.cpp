@@ -42,9 +42,8 @@ std::u16string StyleDecoder::get_QELText() const { return GetQELText(ofMarkup, f
 
 void StyleDecoder::put_QELText(std::u16string_view Text) {
   // Copied first: `Text` may be a view of a segment that is about to go.
-  std::u16string text(Text);
   const Way way = segments_->way();
-  if (way == Way::stated) text = protect_escaped_codes(std::move(text));
+  std::u16string text = way == Way::stated ? protect_escaped_codes(Text) : std::u16string(Text);
   words_.reset();
   segments_->Clear();
   parse_markup(std::move(text), *segments_, way);

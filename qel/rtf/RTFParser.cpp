@@ -176,6 +176,7 @@ std::u16string RTFParser::RTFToQEL(std::u16string_view RTF, const QELIndexFonts&
   if (RTF.empty()) return {};
   loader.use_tables(Fonts, Colors);
   rtf::MarkupWriter writer(*this);
+  writer.reserve(RTF.size());
   rtf::RunsOfDocument runs({Fonts, Colors, rtf::Origin::rtf, way_}, writer);
   std::u16string storage;
   loader.load(prepared(RTF, true, *this, storage), runs);
@@ -187,6 +188,7 @@ std::u16string RTFParser::SimpleRTF(std::u16string_view RTF, QELIndexFonts& Font
   Loader loader("SimpleRTF");
   rtf::SimpleRtfWriter writer(*this);
   if (!RTF.empty()) {
+    writer.reserve(RTF.size());
     loader.use_tables(Fonts, Colors);
     rtf::RunsOfDocument runs({Fonts, Colors, rtf::Origin::rtf, way_}, writer);
     std::u16string storage;

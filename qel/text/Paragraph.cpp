@@ -22,7 +22,7 @@ Paragraph::Paragraph(std::u16string_view markup, const ParagraphReading& reading
   }
   const bool is_lossless = reading.way == Way::lossless;
   std::u16string text(markup);
-  if (!is_lossless) text = protect_escaped_codes(std::move(text));
+  if (!is_lossless) text = protect_escaped_codes(text);
   MarkupScanner scanner(text, reading.way);
   for (auto item = scanner.next(); item != MarkupScanner::Item::end; item = scanner.next()) {
     if (item == MarkupScanner::Item::line_break) {

@@ -124,7 +124,7 @@ float Typesetter::tab_distance() {
 float Typesetter::markup_width(std::u16string_view markup, bool with_hidden, Way way) {
   std::u16string with_protected;
   if (way == Way::stated && find_any<u'~'>(markup, 0) != markup.size()) {
-    with_protected = protect_escaped_codes(std::u16string(markup));
+    with_protected = protect_escaped_codes(markup);
     markup = with_protected;
   }
   float width = 0;
