@@ -40,6 +40,13 @@ std::string folder_of(const std::string& path) {
   return folder.empty() ? "." : folder;
 }
 
+/// Lets the system begin to write, so that waiting for it later is short.
+void begin_write_back([[maybe_unused]] int descriptor) {
+#if defined(SYNC_FILE_RANGE_WRITE)
+  sync_file_range(descriptor, 0, 0, SYNC_FILE_RANGE_WRITE);
+#endif
+}
+
 }  // namespace
 
 InputFile::InputFile(const std::string& path)
@@ -124,6 +131,7 @@ void OutputFile::open_replacement(const std::string& target) {
 void OutputFile::write(std::string_view bytes) {
   if (bytes.empty()) return;
   at_line_start_ = bytes.back() == '\n';
+  size_ += bytes.size();
   write_all(bytes);
 }
 
@@ -139,8 +147,20 @@ void OutputFile::write_all(std::string_view bytes) {
 }
 
 void OutputFile::finish() {
+  end_last_line();
+  make_safe();
+  appear();
+}
+
+void OutputFile::end_last_line() {
   if (!at_line_start_ && isatty(descriptor_) != 0) write_all("\n");
+}
+
+void OutputFile::make_safe() {
   if (!temporary_.empty() && fsync(descriptor_) != 0) fail(errno);
+}
+
+void OutputFile::appear() {
   if (close(std::exchange(descriptor_, -1)) != 0) fail(errno);
   if (temporary_.empty()) return;
   if (!temporaries::rename_to(temporary_, target_)) fail(errno);
@@ -148,7 +168,54 @@ void OutputFile::finish() {
 }
 
 void OutputFile::fail(int error) const {
+  if (error == EPIPE) throw ReaderHasGone();
   fail_to("write", path_ == standard_stream ? "standard output" : path_, error);
+}
+
+OutputGroup::Failures OutputGroup::add(std::unique_ptr<OutputFile> file) {
+  // Few enough that their descriptors are within the usual limit of a process, and that little of
+  // the work is lost when the process is ended.
+  constexpr std::size_t most_files = 128;
+  constexpr std::size_t most_bytes = std::size_t{1} << 24U;
+  file->end_last_line();
+  if (file->temporary_.empty()) {
+    file->appear();
+    return {};
+  }
+  begin_write_back(file->descriptor_);
+  std::unique_lock taking(taking_);
+  taken_bytes_ += file->size_;
+  taken_.push_back(std::move(file));
+  if (taken_.size() < most_files && taken_bytes_ < most_bytes) return {};
+  return finish_taken(std::move(taking));
+}
+
+OutputGroup::Failures OutputGroup::finish() { return finish_taken(std::unique_lock(taking_)); }
+
+OutputGroup::Failures OutputGroup::finish_taken(std::unique_lock<std::mutex> taking) {
+  // The next group is taken while this one is finished, but not a third.
+  const std::lock_guard finishing(finishing_);
+  Files files = std::exchange(taken_, {});
+  taken_bytes_ = 0;
+  taking.unlock();
+  return finish_all(files);
+}
+
+OutputGroup::Failures OutputGroup::finish_all(Files& files) {
+  Failures failures;
+  const auto try_all = [&](void (OutputFile::*step)()) {
+    for (std::unique_ptr<OutputFile>& file : files) {
+      try {
+        if (file) ((*file).*step)();
+      } catch (const FileError& error) {
+        failures.push_back(error);
+        file.reset();
+      }
+    }
+  };
+  try_all(&OutputFile::make_safe);
+  try_all(&OutputFile::appear);
+  return failures;
 }
 
 }  // namespace qel::command

@@ -1,9 +1,12 @@
 #pragma once
 
 #include <cstddef>
+#include <memory>
+#include <mutex>
 #include <stdexcept>
 #include <string>
 #include <string_view>
+#include <vector>
 
 /// Files as the programs read and write them. "-" is standard input or standard output.
 namespace qel::command {
@@ -32,8 +35,29 @@ class InputFile {
   std::string name_;
   int descriptor_;
 };
+/// The reader of a pipe wants no more. That is no failure of the program that writes.
+class ReaderHasGone : public std::exception {};
 
 std::string read_file(const std::string& path);
+
+/// A file to read piece by piece.
+class InputFile {
+ public:
+  explicit InputFile(const std::string& path);
+  InputFile(const InputFile&) = delete;
+  InputFile& operator=(const InputFile&) = delete;
+  ~InputFile();
+
+  /// The size of a regular file; 0 for any other.
+  std::size_t expected_size() const;
+  /// Reads up to `size` bytes, as many as are there; 0 at the end of the file.
+  std::size_t read_some(char* bytes, std::size_t size) const;
+
+ private:
+  bool is_standard_;
+  std::string name_;
+  int descriptor_;
+};
 
 /// A file to write. Its content appears under its name only when it is complete: it is written to a
 /// temporary file in the same folder, which is removed again on any failure. Devices, pipes and
@@ -53,15 +77,46 @@ class OutputFile {
   void finish();
 
  private:
+  friend class OutputGroup;
+
   void open_replacement(const std::string& target);
   void write_all(std::string_view bytes);
+  /// The steps of `finish`.
+  void end_last_line();
+  void make_safe();
+  void appear();
   [[noreturn]] void fail(int error) const;
 
   std::string path_;
+  std::size_t size_ = 0;
   std::string target_;     // what the temporary file replaces
   std::string temporary_;  // empty when the target is written directly
   int descriptor_ = -1;
   bool at_line_start_ = true;
+};
+
+/// Files that are made safe on the disk together and then appear, which takes far less time than
+/// one after another. Any thread may use it.
+class OutputGroup {
+ public:
+  /// What became of the files that could not be finished.
+  using Failures = std::vector<FileError>;
+
+  /// Takes a file in which everything is written. A group that has become large is finished.
+  Failures add(std::unique_ptr<OutputFile> file);
+  /// Finishes the files taken so far.
+  Failures finish();
+
+ private:
+  using Files = std::vector<std::unique_ptr<OutputFile>>;
+
+  Failures finish_taken(std::unique_lock<std::mutex> taking);
+  static Failures finish_all(Files& files);
+
+  std::mutex taking_;
+  std::mutex finishing_;
+  Files taken_;
+  std::size_t taken_bytes_ = 0;
 };
 
 }  // namespace qel::command

@@ -28,6 +28,8 @@ int run_program(const std::string& program, const std::function<int()>& work) {
   try {
     temporaries::remove_on_signals();
     return work();
+  } catch (const ReaderHasGone&) {
+    return success;
   } catch (const UsageError& error) {
     complain(program, error.what());
     return misused;

@@ -16,9 +16,10 @@ void complain(const std::string& program, const std::string& message);
 void print(std::string_view text);
 
 /// Does the program's work and returns the exit status. An exception is reported as a failure, a
-/// `UsageError` as misuse. Writing fails, instead of ending the process, when the reader of the
-/// output has gone or a file reaches its size limit. A signal that ends the process removes its
-/// temporary files. Must be called before any thread is started.
+/// `UsageError` as misuse. When the reader of the output has gone, the work ends quietly as a
+/// success. Writing fails, instead of ending the process, when a file reaches its size limit. A
+/// signal that ends the process removes its temporary files. Must be called before any thread is
+/// started.
 int run_program(const std::string& program, const std::function<int()>& work);
 
 }  // namespace qel::command
