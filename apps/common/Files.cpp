@@ -1,10 +1,12 @@
 #include "Files.h"
 
 #include <fcntl.h>
+#include <poll.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
 #include <algorithm>
+#include <array>
 #include <cerrno>
 #include <cstddef>
 #include <filesystem>
@@ -73,6 +75,28 @@ std::size_t InputFile::read_some(char* bytes, std::size_t size) const {
   } while (count < 0 && errno == EINTR);
   if (count < 0) fail_to("read", name_, errno);
   return static_cast<std::size_t>(count);
+}
+
+bool InputFile::wait(const Cancellation& cancellation) const {
+  std::array<pollfd, 2> files = {
+      {{descriptor_, POLLIN, 0}, {cancellation.descriptor(), POLLIN, 0}}};
+  while (poll(files.data(), files.size(), -1) < 0 && errno == EINTR) {
+  }
+  return files[1].revents == 0;
+}
+
+Cancellation::Cancellation() {
+  if (pipe2(ends_.data(), O_CLOEXEC) != 0) fail_to("create", "a pipe", errno);
+}
+
+Cancellation::~Cancellation() {
+  for (const int end : ends_) close(end);
+}
+
+void Cancellation::cancel() const {
+  constexpr char any = 0;
+  // Fails only where the pipe is full of earlier cancellations.
+  [[maybe_unused]] const ssize_t count = ::write(ends_[1], &any, 1);
 }
 
 std::string read_file(const std::string& path) {

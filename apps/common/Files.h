@@ -1,5 +1,6 @@
 #pragma once
 
+#include <array>
 #include <cstddef>
 #include <memory>
 #include <mutex>
@@ -17,28 +18,26 @@ class FileError : public std::runtime_error {
   using runtime_error::runtime_error;
 };
 
-/// A file to read, which is closed at the end.
-class InputFile {
- public:
-  explicit InputFile(const std::string& path);
-  InputFile(const InputFile&) = delete;
-  InputFile& operator=(const InputFile&) = delete;
-  ~InputFile();
-
-  /// The size of a regular file; 0 for any other.
-  std::size_t expected_size() const;
-  /// Reads up to `size` bytes; 0 at the end of the file.
-  std::size_t read_some(char* bytes, std::size_t size) const;
-
- private:
-  bool is_standard_;
-  std::string name_;
-  int descriptor_;
-};
 /// The reader of a pipe wants no more. That is no failure of the program that writes.
 class ReaderHasGone : public std::exception {};
 
 std::string read_file(const std::string& path);
+
+/// Ends the waiting of other threads for input.
+class Cancellation {
+ public:
+  Cancellation();
+  Cancellation(const Cancellation&) = delete;
+  Cancellation& operator=(const Cancellation&) = delete;
+  ~Cancellation();
+
+  void cancel() const;
+  /// Can be read from when it is cancelled.
+  int descriptor() const { return ends_[0]; }
+
+ private:
+  std::array<int, 2> ends_ = {};
+};
 
 /// A file to read piece by piece.
 class InputFile {
@@ -52,6 +51,8 @@ class InputFile {
   std::size_t expected_size() const;
   /// Reads up to `size` bytes, as many as are there; 0 at the end of the file.
   std::size_t read_some(char* bytes, std::size_t size) const;
+  /// Waits until there is something to read, or the end. Returns false when it is cancelled.
+  bool wait(const Cancellation& cancellation) const;
 
  private:
   bool is_standard_;

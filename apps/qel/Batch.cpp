@@ -1,14 +1,18 @@
 #include "Batch.h"
 
+#include <sys/stat.h>
+
 #include <algorithm>
 #include <atomic>
-#include <cstddef>
 #include <exception>
 #include <filesystem>
 #include <map>
+#include <memory>
 #include <new>
+#include <optional>
 #include <system_error>
 #include <thread>
+#include <unordered_map>
 #include <utility>
 
 #include "Files.h"
@@ -21,13 +25,13 @@ namespace {
 
 namespace fs = std::filesystem;
 
-std::string output_in(const std::string& folder, const std::string& file,
+std::string output_in(const std::string& folder, const InputPath& file,
                       convert::OutputFormat format) {
-  std::string name = fs::path(file).stem().string();
-  if (file == "-" || name.empty()) {
-    throw UsageError("'" + file + "' has no name that a file in a folder could get; use -o");
+  std::string name = fs::path(file.path).stem().string();
+  if (file.path == "-" || name.empty()) {
+    throw UsageError("'" + file.path + "' has no name that a file in a folder could get; use -o");
   }
-  return (fs::path(folder) / name.append(convert::extension_of(format))).string();
+  return (fs::path(folder) / file.below / name.append(convert::extension_of(format))).string();
 }
 
 [[noreturn]] void refuse_both(const std::string& one, const std::string& other,
@@ -35,28 +39,65 @@ std::string output_in(const std::string& folder, const std::string& file,
   throw UsageError("'" + one + "' and '" + other + "' would both become " + output);
 }
 
-bool is_same_file(const std::string& one, const std::string& other) {
-  std::error_code error;
-  return fs::equivalent(one, other, error);
+/// What tells a file from all others, whatever its names; none for what does not exist.
+using Identity = std::pair<dev_t, ino_t>;
+
+std::optional<Identity> identity_of(const std::string& path) {
+  struct stat status = {};
+  if (stat(path.c_str(), &status) != 0) return std::nullopt;
+  return Identity(status.st_dev, status.st_ino);
 }
 
-void convert_file(const Task& task, convert::Options options) {
+void refuse_to_overwrite_inputs(const std::vector<Task>& tasks) {
+  std::map<Identity, const std::string*> inputs;
+  for (const Task& task : tasks) {
+    if (const auto identity = identity_of(task.input)) inputs.emplace(*identity, &task.input);
+  }
+  for (const Task& task : tasks) {
+    const auto identity = identity_of(task.output);
+    const auto overwritten = identity ? inputs.find(*identity) : inputs.end();
+    if (overwritten == inputs.end()) continue;
+    throw UsageError("'" + task.input + "' would overwrite the input " + *overwritten->second);
+  }
+}
+
+bool has_newer_output(const Task& task) {
+  std::error_code input_error;
+  std::error_code output_error;
+  const auto read = fs::last_write_time(task.input, input_error);
+  const auto written = fs::last_write_time(task.output, output_error);
+  return !input_error && !output_error && written > read;
+}
+
+std::unique_ptr<OutputFile> converted(const Task& task, convert::Options options) {
   if (!options.from) options.from = convert::input_format_of_file(task.input);
   const InputFile input(task.input);
-  OutputFile output(task.output);
+  auto output = std::make_unique<OutputFile>(task.output);
   convert::convert([&](char* bytes, std::size_t size) { return input.read_some(bytes, size); },
-                   [&](std::string_view bytes) { output.write(bytes); }, options);
-  output.finish();
+                   [&](std::string_view bytes) { output->write(bytes); }, options);
+  return output;
 }
 
-/// Returns whether the task succeeded.
-bool try_task(const Task& task, const convert::Options& options, Progress& progress) {
+bool report(const OutputGroup::Failures& failures, Progress& progress) {
+  for (const FileError& failure : failures) progress.report(failure.what());
+  return failures.empty();
+}
+
+std::string hint_on(const std::string& input) {
+  std::error_code error;
+  return fs::is_directory(input, error) ? " (--recursive converts what is in it)" : "";
+}
+
+/// Returns whether all went well that was tried here.
+bool try_task(const Task& task, const convert::Options& options, OutputGroup& outputs,
+              Progress& progress) {
   const std::string name = task.input == "-" ? "standard input" : task.input;
   try {
-    convert_file(task, options);
+    return report(outputs.add(converted(task, options)), progress);
+  } catch (const ReaderHasGone&) {
     return true;
   } catch (const FileError& error) {
-    progress.report(error.what());
+    progress.report(error.what() + hint_on(task.input));
   } catch (const std::bad_alloc&) {
     progress.report("cannot convert " + name + ": out of memory");
   } catch (const std::exception& error) {
@@ -67,40 +108,37 @@ bool try_task(const Task& task, const convert::Options& options, Progress& progr
 
 }  // namespace
 
-std::vector<Task> tasks_into(const std::string& folder, const std::vector<std::string>& files,
+std::vector<Task> tasks_into(const std::string& folder, const std::vector<InputPath>& files,
                              convert::OutputFormat format) {
   std::vector<Task> tasks;
-  std::map<std::string, std::string> input_of_output;
-  for (const std::string& file : files) {
+  std::unordered_map<std::string, const std::string*> input_of_output;
+  for (const InputPath& file : files) {
     const std::string output = output_in(folder, file, format);
-    const auto [other, is_new] = input_of_output.try_emplace(output, file);
-    if (!is_new) refuse_both(other->second, file, output);
-    tasks.push_back({file, output});
+    const auto [other, is_new] = input_of_output.try_emplace(output, &file.path);
+    if (!is_new) refuse_both(*other->second, file.path, output);
+    tasks.push_back({file.path, output});
   }
-  for (const Task& task : tasks) {
-    const auto overwritten = std::find_if(files.begin(), files.end(), [&](const auto& file) {
-      return is_same_file(file, task.output);
-    });
-    if (overwritten != files.end()) {
-      throw UsageError("'" + task.input + "' would overwrite the input " + *overwritten);
-    }
-  }
+  refuse_to_overwrite_inputs(tasks);
   return tasks;
 }
 
-bool convert_files(const std::vector<Task>& tasks, const convert::Options& options,
-                   std::size_t jobs) {
-  Progress progress(tasks.size());
+bool convert_files(const std::vector<Task>& tasks, const BatchOptions& options) {
+  Progress progress(Progress::Unit::files, tasks.size());
+  OutputGroup outputs;
   std::atomic<std::size_t> next = 0;
   std::atomic<bool> all_went_well = true;
   const auto work = [&] {
-    for (std::size_t index = 0; (index = next++) < tasks.size();) {
-      if (!try_task(tasks[index], options, progress)) all_went_well = false;
-      progress.step();
+    for (std::size_t index = 0; (index = next++) < tasks.size(); progress.step(1, 1)) {
+      const Task& task = tasks[index];
+      if (options.skips_newer && has_newer_output(task)) continue;
+      if (!try_task(task, options.conversion, outputs, progress)) all_went_well = false;
     }
+    if (!report(outputs.finish(), progress)) all_went_well = false;
   };
   std::vector<std::jthread> helpers;
-  for (std::size_t job = 1; job < std::min(jobs, tasks.size()); ++job) helpers.emplace_back(work);
+  for (std::size_t job = 1; job < std::min(options.jobs, tasks.size()); ++job) {
+    helpers.emplace_back(work);
+  }
   work();
   helpers.clear();
   return all_went_well;

@@ -1,8 +1,10 @@
 #pragma once
 
+#include <cstddef>
 #include <string>
 #include <vector>
 
+#include "InputPaths.h"
 #include "qel/convert/Options.h"
 
 namespace qel::command {
@@ -13,15 +15,20 @@ struct Task {
   std::string output;
 };
 
+struct BatchOptions {
+  convert::Options conversion;
+  std::size_t jobs = 1;      ///< how many files are converted at a time
+  bool skips_newer = false;  ///< leaves an output alone that is newer than its input
+};
+
 /// One task for each file, which writes to `folder` under the file's own name with the extension of
 /// `format`. Raises a `UsageError` when two would write the same file, or one would overwrite an
 /// input file.
-std::vector<Task> tasks_into(const std::string& folder, const std::vector<std::string>& files,
+std::vector<Task> tasks_into(const std::string& folder, const std::vector<InputPath>& files,
                              convert::OutputFormat format);
 
-/// Converts the files, up to `jobs` at a time. A failure is reported on standard error, and the
-/// other files go on. Returns whether all went well.
-bool convert_files(const std::vector<Task>& tasks, const convert::Options& options,
-                   std::size_t jobs);
+/// Converts the files. A failure is reported on standard error, and the other files go on. Returns
+/// whether all went well.
+bool convert_files(const std::vector<Task>& tasks, const BatchOptions& options);
 
 }  // namespace qel::command

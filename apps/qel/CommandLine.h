@@ -1,14 +1,11 @@
 #pragma once
 
-#include <cstddef>
-#include <optional>
 #include <string>
-#include <vector>
 
+#include "ConvertCommand.h"
 #include "LintCommand.h"
 #include "Tables.h"
 #include "TextTask.h"
-#include "qel/convert/Options.h"
 
 namespace qel::command {
 
@@ -16,7 +13,7 @@ namespace qel::command {
 struct CommandLine {
   enum class Action {
     print,    ///< `text`: the help or the version
-    convert,  ///< `files` as `options` say
+    convert,  ///< `conversions`
     tables,   ///< print the records of `tables`
     text,     ///< `task`
     lint,     ///< `checks`
@@ -24,12 +21,8 @@ struct CommandLine {
 
   Action action = Action::print;
   std::string text;
-  std::vector<std::string> files;  ///< "-" is standard input; never empty
-  std::string output = "-";        ///< where to write the one file, unless there is a folder
-  std::optional<std::string> folder;
-  std::size_t jobs = 1;
-  convert::Options options;
-  Tables tables;  ///< those of `options`, where there are any
+  Conversions conversions;
+  Tables tables;
   TextTask task;
   LintTask checks;
 };

@@ -2,22 +2,27 @@
 
 #include <unistd.h>
 
+#include <algorithm>
 #include <iostream>
-#include <string>
 
 namespace qel::command {
 
-Progress::Progress(std::size_t total)
-    : total_(total), shows_bar_(total > 1 && isatty(STDERR_FILENO) != 0) {
-  draw();
-}
+Progress::Progress(Unit unit, std::size_t total, bool writes_to_terminal)
+    : unit_(unit),
+      total_(total),
+      shows_bar_((unit == Unit::records || total > 1) && !writes_to_terminal &&
+                 isatty(STDERR_FILENO) != 0) {}
 
 Progress::~Progress() { erase(); }
 
-void Progress::step() {
+void Progress::step(std::size_t count, std::size_t amount) {
+  constexpr auto pause = std::chrono::milliseconds(100);
   const std::lock_guard lock(mutex_);
-  ++done_;
+  count_ += count;
+  amount_ += amount;
+  if (!shows_bar_ || Clock::now() < next_drawing_) return;
   draw();
+  next_drawing_ = Clock::now() + pause;
 }
 
 void Progress::report(std::string_view message) {
@@ -28,13 +33,25 @@ void Progress::report(std::string_view message) {
   draw();
 }
 
-void Progress::draw() const {
+void Progress::draw() {
+  if (shows_bar_) std::cerr << "\r" + bar() + counted() + "\033[K" << std::flush;
+}
+
+std::string Progress::bar() const {
   constexpr std::size_t width = 40;
-  if (!shows_bar_) return;
-  const std::size_t filled = width * done_ / total_;
-  std::cerr << "\r[" + std::string(filled, '#') + std::string(width - filled, '.') + "] " +
-                   std::to_string(done_) + "/" + std::to_string(total_)
-            << std::flush;
+  if (total_ == 0) return {};
+  const std::size_t filled = width * std::min(amount_, total_) / total_;
+  return "[" + std::string(filled, '#') + std::string(width - filled, '.') + "] ";
+}
+
+std::string Progress::counted() const {
+  const std::chrono::duration<double> time = Clock::now() - begin_;
+  const auto rate =
+      static_cast<std::size_t>(static_cast<double>(count_) / std::max(time.count(), 1e-3));
+  const std::string counted = unit_ == Unit::files
+                                  ? std::to_string(count_) + "/" + std::to_string(total_) + " files"
+                                  : std::to_string(count_) + " records";
+  return counted + ", " + std::to_string(rate) + "/s";
 }
 
 void Progress::erase() const {

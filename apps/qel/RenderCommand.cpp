@@ -1,5 +1,9 @@
 #include "RenderCommand.h"
 
+#include <algorithm>
+#include <array>
+#include <cctype>
+#include <filesystem>
 #include <memory>
 
 #include "Numbers.h"
@@ -13,6 +17,17 @@ constexpr const char* render_examples = R"(Examples:
   qel render letter.qel -o letter.svg
   qel render letter.qel --width 300 --indent 20 --align center -o letter.svg
   qel render letter.qel --font 4=Georgia --color 4=#1E90FF --font-size 12 -o letter.svg)";
+
+/// Other programs would not open an SVG document under such a name.
+void refuse_other_pictures(const std::string& path) {
+  constexpr std::array others = {".png", ".jpg",  ".jpeg", ".gif", ".webp", ".bmp",
+                                 ".tif", ".tiff", ".pdf",  ".eps", ".ps",   ".emf"};
+  std::string extension = std::filesystem::path(path).extension().string();
+  std::transform(extension.begin(), extension.end(), extension.begin(),
+                 [](unsigned char letter) { return static_cast<char>(std::tolower(letter)); });
+  if (std::find(others.begin(), others.end(), extension) == others.end()) return;
+  throw UsageError("'" + path + "': pictures are written as SVG, so the name has to end in .svg");
+}
 
 }  // namespace
 
@@ -49,6 +64,7 @@ TextTask RenderCommand::values(Way way) const {
   if (picture.wraps && picture.indent > 0 && picture.indent >= picture.width) {
     throw UsageError("--indent leaves no room: it has to be less than --width");
   }
+  refuse_other_pictures(output_);
   TextTask task;
   source_.fill(task, app_);
   task.output = output_;

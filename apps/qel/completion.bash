@@ -1,6 +1,7 @@
 # Completion of the command qel for bash.
 
 _qel_convert_options='--help --stated --from --to --output --directory --jobs --field
+  --files-from --files0-from --recursive --skip-newer --json-lines --csv --on-error
   --nl-to-space --no-nl-to-space --tabs-to-space --no-tabs-to-space
   --recognize-crlf --no-recognize-crlf --recognize-tabs --no-recognize-tabs
   --font --color --font-size --tables'
@@ -25,10 +26,11 @@ _qel() {
       mapfile -t COMPREPLY < <(compgen -d -- "$word")
       return
       ;;
+    --on-error) choices='stop pass skip' ;;
     --align) choices='left right center' ;;
     case) choices="$_qel_letters initial" ;;
     toggle) choices=$_qel_attributes ;;
-    -t | --text | -j | --jobs | --font | --color | --font-size) return ;;
+    -t | --text | -j | --jobs | --json-lines | --csv | --font | --color | --font-size) return ;;
     *)
       if ((COMP_CWORD == 1)); then
         choices='convert tables text render lint --help --version --stated'

@@ -2,24 +2,12 @@
 #include <malloc.h>
 #endif
 
-#include <filesystem>
-#include <string>
-#include <system_error>
-
-#include "Batch.h"
 #include "CommandLine.h"
-#include "Files.h"
 #include "Program.h"
 #include "qel/base/Utf8.h"
 
 namespace qel::command {
 namespace {
-
-void create_folder(const std::string& folder) {
-  std::error_code error;
-  std::filesystem::create_directories(folder, error);
-  if (error) throw FileError("cannot create " + folder + ": " + error.message());
-}
 
 /// Texts are large and short-lived: their memory goes back to the system at once. Otherwise the
 /// allocator would keep that of the first text, and the later ones would come on top.
@@ -28,15 +16,6 @@ void return_large_blocks() {
   constexpr int large = 1 << 18;
   mallopt(M_MMAP_THRESHOLD, large);
 #endif
-}
-
-int convert(const CommandLine& line) {
-  std::vector<Task> tasks = {{line.files.front(), line.output}};
-  if (line.folder) {
-    tasks = tasks_into(*line.folder, line.files, line.options.to);
-    create_folder(*line.folder);
-  }
-  return convert_files(tasks, line.options, line.jobs) ? success : failed;
 }
 
 int run(const CommandLine& line) {
@@ -52,7 +31,7 @@ int run(const CommandLine& line) {
       print(to_utf8(line.tables.records()));
       return success;
     case CommandLine::Action::convert:
-      return convert(line);
+      return run(line.conversions) ? success : failed;
   }
   return failed;
 }

@@ -58,7 +58,7 @@ gives "a big text" 3000011 bash -c "'$forms' show 2 -d notes.db | wc -c | tr -d 
 if "$forms" --help | grep -qe --demo; then
   env -u DISPLAY -u WAYLAND_DISPLAY "$forms" --demo picture.png demo.db 2>demo.log ||
     fail "the demo ended with $?: $(<demo.log)"
-  breaks 2 "not expected: --bogus" "$forms" demo.db --bogus
+  breaks 2 "'--bogus' is not an option" "$forms" demo.db --bogus
   gives "a picture of the demo" PNG bash -c 'head -c 4 picture.png | tail -c 3'
   gives "what the demo has typed" $'4\tShopping\n' "$forms" find 'ripe) and' -d demo.db
 fi

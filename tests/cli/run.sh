@@ -66,6 +66,7 @@ printf 'a/b1b' >a.qel
 printf '{\\rtf1 r}' >R.RTF
 printf '/b1' >t.txt
 breaks 2 "required (see 'qel --help')" "$qel"
+breaks 2 "'--too' is not an option (see 'qel convert --help')" "$qel" convert --too=rtf a.qel
 breaks 2 'excludes' "$qel" convert a.qel --to qel -o x -d y
 breaks 2 '-d DIR' "$qel" convert a.qel t.txt --to qel
 breaks 2 'both become out/a.txt' "$qel" convert a.qel sub/a.rtf --to text -d out
@@ -84,7 +85,7 @@ ra\b1 b\b0 /b1' ]] || fail "many files: $(tail -n +1 new/out/*)"
 breaks 1 'cannot read missing.qel: No such file or directory' \
   "$qel" convert a.qel missing.qel t.txt --to text -d some
 gives "the others go on" ab/b1 cat some/a.txt some/t.txt
-breaks 1 'cannot read new: Is a directory' "$qel" convert new --to text
+breaks 1 'cannot read new: Is a directory (--recursive' "$qel" convert new --to text
 breaks 1 'cannot write new: Is a directory' "$qel" convert a.qel --to text -o new
 breaks 1 'cannot create a.qel/x' "$qel" convert t.txt --to text -d a.qel/x
 gives "a device" '' "$qel" convert a.qel --to text -o /dev/null
@@ -95,8 +96,8 @@ if [[ -e /dev/full ]]; then
 fi
 # More than a pipe holds, so that the write is sure to fail.
 head -c 1000000 /dev/zero | tr '\0' x >large.qel
-breaks 1 'cannot write standard output: Broken pipe' \
-  bash -c "set -o pipefail; $qel convert large.qel --to text | true"
+gives "a closed pipe is no error" '' \
+  bash -c "set -o pipefail; { $qel convert large.qel --to text | true; } 2>&1"
 
 printf old >kept
 chmod 640 kept
@@ -113,25 +114,55 @@ breaks 1 'cannot write kept: File too large' \
 [[ $(cat kept) == ab ]] || fail "a failed write damaged the file"
 no_rest_in .
 
+echo "== lists and folders =="
+mkdir -p notes/sub/deep notes/.hidden
+for ((i = 0; i < 300; ++i)); do printf '/b1%s' "$i" >"notes/$i.qel"; done
+printf same >notes/sub/deep/0.qel
+touch notes/picture.png notes/.hidden/x.qel
+ln -s .. notes/sub/up
+ln notes/1.qel linked.txt
+gives "folders are mirrored" '' "$qel" convert --recursive notes --to text -d notes/out --jobs 3
+# More files than are finished together.
+gives "all of them, none of the output" '' "$qel" convert --recursive notes --to text -d notes/out -j 1
+[[ $(cd notes/out && find . -type f | wc -l && cat 0.txt 299.txt sub/deep/0.txt) == '301
+0299same' ]] || fail "a mirrored folder: $(ls -R notes/out)"
+no_rest_in notes
+breaks 2 "'linked.txt' would overwrite the input notes/1.qel" \
+  "$qel" convert -r notes linked.txt --to text -d .
+printf 'a.qel\n\nt.txt' >names
+gives "a list" '' "$qel" convert --files-from names --to text -d listed R.RTF
+gives "a list with NUL from standard input" '' \
+  bash -c "printf 'a.qel\0new\nline.qel\0' | (cp a.qel $'new\nline.qel' && $qel convert --files0-from - --to rtf-body -d listed)"
+gives "the files of lists" $'R.txt a.body.rtf a.txt new\nline.body.rtf t.txt ' bash -c 'cd listed && printf "%s " *'
+gives "an empty list" '' "$qel" convert --files-from /dev/null --to text -d none
+breaks 2 'requires --directory' "$qel" convert --files-from names --to text
+printf old | tee listed/a.txt listed/t.txt >listed/R.txt
+touch -d 2001-01-01 listed/t.txt
+gives "what is newer is left alone" '' "$qel" convert --files-from names --to text -d listed --skip-newer
+gives "and only that" 'old/b1' cat listed/a.txt listed/t.txt
+
 echo "== signals =="
 mkfifo slow
 exec 9<>slow
 "$qel" convert a.qel slow -d stopped --to text --jobs 2 2>/dev/null &
+"$qel" convert a.qel slow -d alone --to text --jobs 1 2>/dev/null &
 yes '/b1x/b0y' | head -n 500000 | tr -d '\n' >dense.qel
 "$qel" convert dense.qel -d unfinished --to segments &
 for ((i = 0; i < 1000; ++i)); do
-  compgen -G 'unfinished/.qel-*' >/dev/null && break
+  compgen -G 'unfinished/.qel-*' >/dev/null && compgen -G 'alone/.qel-*' >/dev/null && break
   sleep 0.01
 done
-kill -TERM %1 %2
-for job in %1 %2; do
+kill -TERM %1 %2 %3
+for job in %1 %2 %3; do
   wait $job
   [[ $? == 143 ]] || fail "SIGTERM: exit status of $job"
 done
-[[ $(ls -A stopped unfinished) == 'stopped:
+[[ $(ls -A alone stopped unfinished) == 'alone:
+
+stopped:
 a.txt
 
-unfinished:' ]] || fail "SIGTERM left: $(ls -A stopped unfinished)"
+unfinished:' ]] || fail "SIGTERM left: $(ls -A alone stopped unfinished)"
 exec 9>&-
 
 # shellcheck source=/dev/null

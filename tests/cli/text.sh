@@ -101,14 +101,15 @@ breaks 2 "'loud' is not one of upper" text case loud a.qel
 breaks 2 "'b,z' is not one of b, i" text stuff 1 1 x a.qel --style b,z
 breaks 2 'exclude' text len a.qel -t x
 breaks 2 "'loud' is not a command (see 'qel text --help')" text loud
-breaks 2 "not expected: --start (see 'qel text len --help')" text len --start 3 -t x
+breaks 2 "'--start' is not an option (see 'qel text len --help')" text len --start 3 -t x
+breaks 2 "x.PNG': pictures are written as SVG, so the name has to end in .svg" "$qel" render a.qel -o x.PNG
 breaks 2 "'nan' is not a number" "$qel" render a.qel -o x.svg --width nan
 breaks 2 'standard input can be only one' text compare -
 breaks 2 '--indent leaves no room' "$qel" render a.qel -o x.svg --width 30 --indent 30
 printf '{\\rtf1 x}' >x.rtf
 breaks 1 'x.rtf is RTF' text plain x.rtf
 breaks 1 'x.rtf is RTF' "$qel" lint x.rtf
-breaks 2 'not expected: --jsno' "$qel" lint --jsno
+breaks 2 "'--jsno' is not an option" "$qel" lint --jsno
 breaks 1 'cannot write none/x.svg' "$qel" render a.qel -o none/x.svg
 
 echo "== options are described =="
@@ -121,7 +122,7 @@ verbs=$(sed -n "s/^_qel_verbs='\(.*\)'/\1/p" "$here/../../apps/qel/completion.ba
   "$qel" render --help
   "$qel" lint --help
   for verb in $verbs; do text "$verb" --help; done
-} | grep -oE -- '--[a-z][a-z-]+' | sort -u >options
+} | grep -oE -- '--[a-z][a-z0-9-]+' | sort -u >options
 [[ $(wc -l <options) -ge 35 ]] || fail "too few options in the help: $(cat options)"
 while read -r option; do
   # The manual writes "--to" as "Fl \-to".
