@@ -70,7 +70,10 @@ bool has_newer_output(const Task& task) {
 }
 
 std::unique_ptr<OutputFile> converted(const Task& task, convert::Options options) {
-  if (!options.from) options.from = convert::input_format_of_file(task.input);
+  if (!options.from) {
+    options.from = convert::input_format_of_file(task.input);
+    options.is_from_guessed = true;
+  }
   const InputFile input(task.input);
   auto output = std::make_unique<OutputFile>(task.output);
   convert::convert([&](char* bytes, std::size_t size) { return input.read_some(bytes, size); },

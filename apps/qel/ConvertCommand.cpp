@@ -111,6 +111,7 @@ void ConvertCommand::add_formats() {
   app_.add_option("--to", to_, "What to write: " + convert::output_format_names())
       ->type_name("FORMAT")
       ->required();
+  app_.add_flag("--normalize", normalizes_, "Write markup in the shortest way (with --to qel)");
 }
 
 void ConvertCommand::add_outputs() {
@@ -181,6 +182,11 @@ convert::Options ConvertCommand::conversion(Way way) const {
   options.switches = switches_.values();
   tables_.values().use_in(options);
   options.way = way;
+  options.normalizes = normalizes_;
+  if (normalizes_ && options.to != convert::OutputFormat::qel) {
+    throw UsageError("--normalize needs --to qel");
+  }
+  if (normalizes_ && way == Way::stated) throw UsageError("--normalize excludes --stated");
   return options;
 }
 

@@ -56,6 +56,7 @@ class ConvertCommand {
   bool is_recursive_ = false;
   std::optional<std::string> from_;
   std::optional<std::string> to_;
+  bool normalizes_ = false;
   std::string output_path_;
   std::string folder_path_;
   bool skips_newer_ = false;

@@ -15,6 +15,8 @@ class Error : public std::runtime_error {
   static constexpr std::uint32_t subscript_out_of_range = 9;
   /// The platform's number for a value that is too large.
   static constexpr std::uint32_t overflow = 6;
+  /// The platform's number for a value of the wrong kind.
+  static constexpr std::uint32_t type_mismatch = 13;
   /// The platform's number for a call that needs an object which is not set.
   static constexpr std::uint32_t object_not_set = 91;
 

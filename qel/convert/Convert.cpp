@@ -2,8 +2,10 @@
 
 #include <algorithm>
 #include <array>
+#include <cstdint>
 #include <utility>
 
+#include "qel/base/Error.h"
 #include "qel/base/Utf8.h"
 #include "qel/convert/ByteInput.h"
 #include "qel/convert/Flow.h"
@@ -25,6 +27,19 @@ InputFormat format_of(std::optional<InputFormat> named, bool is_rtf) {
   if (is_rtf) return InputFormat::rtf;
   // Input that should be RTF and is not is text, as in a box.
   return named ? InputFormat::text : InputFormat::qel;
+}
+
+/// Whether the beginning of an input without a byte order mark is no text at all.
+bool is_binary(std::string_view bytes) {
+  constexpr std::size_t text_characters_for_a_control = 10;
+  constexpr std::string_view harmless = "\t\n\r\f\x1B";
+  if (bytes.starts_with("%PDF-") || bytes.find('\0') != std::string_view::npos) return true;
+  const auto is_control = [=](char c) {
+    return static_cast<std::uint8_t>(c) < ' ' && harmless.find(c) == std::string_view::npos;
+  };
+  const auto controls =
+      static_cast<std::size_t>(std::count_if(bytes.begin(), bytes.end(), is_control));
+  return controls * text_characters_for_a_control > bytes.size();
 }
 
 bool writes_rtf(OutputFormat format) {
@@ -88,7 +103,14 @@ class Converter::Stages {
  private:
   bool begin_and_feed(std::string_view bytes, bool is_last) {
     const Mark mark = mark_of(bytes);
-    const InputFormat from = format_of(options_.from, is_rtf(bytes));
+    const bool begins_rtf = is_rtf(bytes);
+    const bool is_named = options_.from && !options_.is_from_guessed;
+    if (!is_named && !begins_rtf && mark.length == 0 &&
+        is_binary(bytes.substr(0, enough_to_tell))) {
+      throw Error(Error::type_mismatch, "convert",
+                  "the input is neither text nor RTF, but binary data");
+    }
+    const InputFormat from = format_of(options_.from, begins_rtf);
     const bool is_in_bytes = from == InputFormat::rtf && mark.encoding == Encoding::utf8;
     encoding_ = is_in_bytes ? Encoding::bytes : mark.encoding;
     flow_ = make_flow(options_, from,

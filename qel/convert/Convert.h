@@ -19,6 +19,8 @@
 /// whatever the size of the text. It is all in memory, though, where the output begins with what
 /// only its end tells: RTF rewritten as RTF, and reduced RTF. The stated way has it all in memory.
 ///
+/// Input that is neither text nor RTF raises an error unless its format was named.
+///
 /// Any thread may convert, also with the same options.
 namespace qel::convert {
 

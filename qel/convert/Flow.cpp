@@ -103,10 +103,9 @@ class StreamFlow : public Flow {
   std::unique_ptr<Reader> reader_;
 };
 
-}  // namespace
-
-std::unique_ptr<Flow> make_flow(const Options& options, InputFormat from,
-                                richtext::RtfReader::Units units, std::u16string_view line_break) {
+std::unique_ptr<Flow> make_plain_flow(const Options& options, InputFormat from,
+                                      richtext::RtfReader::Units units,
+                                      std::u16string_view line_break) {
   if (from == InputFormat::rtf && options.to == OutputFormat::rtf) {
     return std::make_unique<RewritingFlow>(options, units);
   }
@@ -114,6 +113,17 @@ std::unique_ptr<Flow> make_flow(const Options& options, InputFormat from,
     return std::make_unique<StatedFlow>(options, from, line_break);
   }
   return std::make_unique<StreamFlow>(options, from, units, line_break);
+}
+
+}  // namespace
+
+std::unique_ptr<Flow> make_flow(const Options& options, InputFormat from,
+                                richtext::RtfReader::Units units, std::u16string_view line_break) {
+  auto flow = make_plain_flow(options, from, units, line_break);
+  const bool normalizes =
+      options.normalizes && options.to == OutputFormat::qel && options.way == Way::lossless;
+  if (!normalizes) return flow;
+  return std::make_unique<NormalizingFlow>(std::move(flow));
 }
 
 richtext::CharFormat base_format(const Options& options) {

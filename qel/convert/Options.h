@@ -35,6 +35,9 @@ using Sink = std::function<void(std::string_view bytes)>;
 struct Options {
   /// Empty: RTF if the input begins like RTF, else markup.
   std::optional<InputFormat> from;
+  /// Whether `from` is only what a file's name suggests. Input that is neither text nor RTF is
+  /// refused then, as it is where `from` is empty.
+  bool is_from_guessed = false;
   OutputFormat to = OutputFormat::qel;
   Switches switches;
   QELIndexFonts fonts;
@@ -42,6 +45,8 @@ struct Options {
   Way way = Way::lossless;
   /// Whether the input is a file of lines: the line break at its end is not part of its markup.
   bool is_file = true;
+  /// Whether markup is written in the shortest way. It is all in memory then. Lossless only.
+  bool normalizes = false;
   /// Asked every few thousand bytes; when it says yes, the conversion ends where it is.
   std::function<bool()> stop;
 };

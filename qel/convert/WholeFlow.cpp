@@ -6,6 +6,7 @@
 
 #include "qel/base/Scan.h"
 #include "qel/base/Utf16.h"
+#include "qel/convert/Normalize.h"
 #include "qel/convert/RunsJson.h"
 #include "qel/model/StyleDecoder.h"
 #include "qel/platform/Common.h"
@@ -158,6 +159,11 @@ class Conversion {
 
 void RewritingFlow::drain(const Take& take, bool all) {
   if (all) in_parts(richtext::write_rtf(document_, {0, document_.size()}, base_), take);
+}
+
+void NormalizingFlow::drain(const Take& take, bool all) {
+  flow_->drain([this](std::u16string_view part) { markup_.append(part); }, all);
+  if (all) in_parts(normalized(markup_), take);
 }
 
 void StatedFlow::drain(const Take& take, bool all) {

@@ -1,7 +1,9 @@
 #pragma once
 
+#include <memory>
 #include <string>
 #include <string_view>
+#include <utility>
 
 #include "qel/convert/Flow.h"
 #include "qel/convert/RtfInput.h"
@@ -30,6 +32,23 @@ class RewritingFlow : public Flow {
   richtext::Document document_;
   richtext::DocumentBuilder builder_;
   RtfInput reader_;
+};
+
+/// Writes markup in the shortest way, which takes a look at what follows.
+class NormalizingFlow : public Flow {
+ public:
+  explicit NormalizingFlow(std::unique_ptr<Flow> flow) : flow_(std::move(flow)) {}
+
+  std::size_t read(std::u16string_view part, bool is_last) override {
+    return flow_->read(part, is_last);
+  }
+  void finish() override { flow_->finish(); }
+  bool is_closed() const override { return flow_->is_closed(); }
+  void drain(const Take& take, bool all) override;
+
+ private:
+  std::unique_ptr<Flow> flow_;
+  std::u16string markup_;
 };
 
 /// Converts in the stated way, whose rules are stated for whole strings.
