@@ -135,7 +135,11 @@ inline std::size_t widen_ascii(std::string_view bytes, char16_t* out) {
     std::memcpy(&narrow, &block, sizeof block);
     const CharacterBlock wide = __builtin_convertvector(narrow, CharacterBlock);
     std::memcpy(out + at, &wide, sizeof wide);
-    if ((block & high_bits) != 0) break;
+    if (const std::uint64_t high = block & high_bits; high != 0) {
+      const bool is_little = std::endian::native == std::endian::little;
+      const int zeros = is_little ? std::countr_zero(high) : std::countl_zero(high);
+      return at + static_cast<std::size_t>(zeros) / 8;
+    }
   }
 #endif
   for (; at < bytes.size() && static_cast<std::uint8_t>(bytes[at]) < 0x80; ++at) {
@@ -167,7 +171,9 @@ inline std::size_t narrow_ascii(std::u16string_view text, char* out) {
     const CharacterBlock wide = load_block(text.data() + at);
     const Bytes narrow = __builtin_convertvector(wide, Bytes);
     std::memcpy(out + at, &narrow, sizeof narrow);
-    if (bits_of(wide >= end) != 0) break;
+    if (const std::uint32_t bits = bits_of(wide >= end); bits != 0) {
+      return at + static_cast<std::size_t>(std::countr_zero(bits)) / 2;
+    }
   }
 #endif
   for (; at < text.size() && text[at] < 0x80; ++at) out[at] = static_cast<char>(text[at]);

@@ -36,8 +36,8 @@ const std::array<RtfProperties::Setter, property_count> RtfProperties::setters =
     &RtfProperties::begin_field_result,
 };
 
-void RtfProperties::set(const KnownWord& word, Parameter parameter, Place place) {
-  place_ = place;
+void RtfProperties::set(const KnownWord& word, Parameter parameter, std::uint64_t token) {
+  token_ = token;
   (this->*setters[static_cast<std::size_t>(word.action)])(word.argument, parameter);
 }
 
@@ -81,10 +81,10 @@ void RtfProperties::set_offset(std::int32_t sign, Parameter half_points) {
   // Where raised text follows lowered text, the end of the one is written behind the beginning of
   // the other, which it must not undo.
   const bool ends_other =
-      value == 0 && place_.begin == offset_word_end_ && sign * state_.character.offset < 0;
+      value == 0 && token_ == offset_token_ + 1 && sign * state_.character.offset < 0;
   if (ends_other) return;
   state_.character.offset = static_cast<std::int16_t>(sign * value);
-  offset_word_end_ = place_.end;
+  offset_token_ = token_;
 }
 
 void RtfProperties::set_fixed_offset(std::int32_t half_points, Parameter parameter) {

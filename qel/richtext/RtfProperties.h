@@ -20,16 +20,10 @@ namespace qel::richtext {
 /// document's tables, and what the end of each open group restores.
 class RtfProperties {
  public:
-  /// Where a control word stands: its backslash, and the position behind all of it.
-  struct Place {
-    std::size_t begin = 0;
-    std::size_t end = 0;
-  };
-
   RtfProperties(const CharFormat& base, DocumentSink& sink) : formats_(base, sink) {}
 
-  /// Does what a word says for which `sets_property` is true.
-  void set(const KnownWord& word, Parameter parameter, Place place);
+  /// Does what a word says for which `sets_property` is true. `token` is its number.
+  void set(const KnownWord& word, Parameter parameter, std::uint64_t token);
   void open_group();
   void close_group();
   /// Drops the text of the group that has just begun.
@@ -95,9 +89,9 @@ class RtfProperties {
   std::optional<const SymbolFont*> symbol_font_;  // empty where it has to be looked up
   std::int32_t symbol_font_number_ = 0;
 
-  Place place_;                      // of the word that is being done
-  std::size_t offset_word_end_ = 0;  // position behind the last "\up" or "\dn"
-  std::size_t font_group_ = 0;       // depth of the group with the current entry of the font table
+  std::uint64_t token_ = 0;         // the number of the word that is being done
+  std::uint64_t offset_token_ = 0;  // that of the last "\up" or "\dn"
+  std::size_t font_group_ = 0;      // depth of the group with the current entry of the font table
 };
 
 }  // namespace qel::richtext

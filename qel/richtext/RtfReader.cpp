@@ -34,7 +34,6 @@ std::size_t RtfReader::read(std::u16string_view rtf, bool is_last) {
   skip_binary_data();
   while (!scanner_.at_end() && !is_closed_ && !is_incomplete_) read_token();
   if (is_closed_) scanner_.skip(rtf.size());
-  begin_ += scanner_.position();
   return scanner_.position();
 }
 
@@ -46,6 +45,7 @@ void RtfReader::finish() {
 void RtfReader::read_token() {
   const bool at_start = std::exchange(at_group_start_, false);
   token_ = scanner_.position();
+  ++tokens_;
   switch (scanner_.peek()) {
     case u'{':
       open_group();
@@ -94,6 +94,7 @@ void RtfReader::read_control(bool at_start) {
   constexpr std::size_t longest_symbol = 4;
   const auto wait = [&] {
     scanner_.go_to(token_);
+    --tokens_;
     at_group_start_ = at_start;
     is_incomplete_ = true;
   };
@@ -132,7 +133,7 @@ void RtfReader::read_word(const ControlWord& word) {
   flush_bytes();
   if (sets_property(known->action)) {
     const bool was_in_shape = destination() == Destination::shape;
-    properties_.set(*known, word.parameter, {begin_ + token_, begin_ + scanner_.position()});
+    properties_.set(*known, word.parameter, tokens_);
     if (was_in_shape && properties_.is_text()) separate_lines(properties_.state().alignment);
   } else {
     add_word(*known, word.parameter);

@@ -122,7 +122,7 @@ class RtfReader {
   bool is_last_ = true;
   bool is_incomplete_ = false;  // the token goes on behind the end of the part
   std::size_t token_ = 0;
-  std::size_t begin_ = 0;  // of the part, counted from the beginning of all
+  std::uint64_t tokens_ = 0;  // how many there were
   RtfProperties properties_;
 
   bool is_begun_ = false;

@@ -2,7 +2,10 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <limits>
 #include <string_view>
+
+#include "qel/base/Hex.h"
 
 namespace qel::richtext {
 
@@ -70,6 +73,53 @@ class RtfScanner {
   char16_t last_plain_ = last;
   std::size_t at_ = 0;
 };
+
+inline ControlWord RtfScanner::control_word() {
+  ControlWord word;
+  const char16_t* const end = rtf_.data() + rtf_.size();
+  const char16_t* at = rtf_.data() + at_;
+  bool has_capitals = false;
+  for (; at < end; ++at) {
+    const auto letter = static_cast<unsigned>(*at | 0x20U) - u'a';
+    if (letter > u'z' - u'a') break;
+    has_capitals = has_capitals || *at < u'a';
+    word.key = word.key << 5U | (letter + 1);
+  }
+  if (has_capitals) word.key = no_word;
+  at_ = static_cast<std::size_t>(at - rtf_.data());
+  word.parameter = parameter();
+  if (!at_end() && peek() == u' ') ++at_;
+  return word;
+}
+
+inline Parameter RtfScanner::parameter() {
+  const auto digit_at = [this](std::size_t at) {
+    return at < rtf_.size() ? static_cast<unsigned>(rtf_[at]) - u'0' : ~0U;
+  };
+  Parameter parameter;
+  const bool negative = !at_end() && peek() == u'-';
+  std::size_t at = negative ? at_ + 1 : at_;
+  if (digit_at(at) > 9) return parameter;
+  constexpr std::int64_t limit = std::numeric_limits<std::int32_t>::max();
+  std::int64_t value = 0;
+  for (unsigned digit = 0; (digit = digit_at(at)) <= 9; ++at) {
+    if (value <= limit) value = value * 10 + digit;
+  }
+  if (value > limit) value = limit;
+  at_ = at;
+  parameter.given = true;
+  parameter.value = static_cast<std::int32_t>(negative ? -value : value);
+  return parameter;
+}
+
+inline int RtfScanner::hex_byte() {
+  if (at_ + 2 > rtf_.size()) return -1;
+  const int high = hex_value(rtf_[at_]);
+  const int low = hex_value(rtf_[at_ + 1]);
+  if (high < 0 || low < 0) return -1;
+  at_ += 2;
+  return high * 16 + low;
+}
 
 /// Appends "\'hh" to a string or to bytes.
 template <class String>
