@@ -42,46 +42,65 @@ constexpr std::u16string_view blanks_span = u"<span class=\"Apple-converted-spac
 constexpr std::u16string_view tabs_span =
     u"<span class=\"Apple-tab-span\" style=\"white-space:pre\">";
 
-template <class Character>
-constexpr auto is_in_range(Character c, std::uint16_t first, std::uint16_t count) {
-  return static_cast<Character>(c - first) < count;
-}
-
-/// Whether a character, or which of a block of characters, cannot be copied as it is. Holds for
-/// every half of a surrogate pair.
+/// Whether a character, or which of a block of characters, cannot be copied as it is: one that is
+/// escaped or forbidden, or half of a surrogate pair.
 template <class Character>
 auto is_special(Character c) {
-  constexpr std::uint16_t quote_or_ampersand = u'"' & u'&';
-  constexpr std::uint16_t less_or_greater = u'<' & u'>';
   static_assert((u'"' ^ u'&') == 4 && (u'<' ^ u'>') == 2);
-  return (c < std::uint16_t{u' '}) | ((c & std::uint16_t{0xFFFB}) == quote_or_ampersand) |
-         ((c & std::uint16_t{0xFFFD}) == less_or_greater) | is_in_range(c, 0x7F, 0x21) |
-         ((c & std::uint16_t{0xF800}) == std::uint16_t{0xD800}) | (c == std::uint16_t{0xFEFF});
+  return ((c & std::uint16_t{0xFF60}) == std::uint16_t{0}) |  // controls, also from 0x80 on
+         (c == std::uint16_t{0x7F}) | ((c & std::uint16_t{0xFFFB}) == std::uint16_t{u'"'}) |
+         ((c & std::uint16_t{0xFFFD}) == std::uint16_t{u'<'}) |
+         ((c & std::uint16_t{0xF800}) == std::uint16_t{0xD800});
 }
 
 constexpr bool is_forbidden(char16_t c) {
   return (c < u' ' && c != u'\t') || (c >= 0x7F && c < 0xA0);
 }
 
+#if defined(__GNUC__)
+constexpr std::size_t block_size = 8;
+
+CharacterBlock load(const char16_t* characters) {
+  CharacterBlock block;
+  std::memcpy(&block, characters, sizeof block);
+  return block;
+}
+
+/// Which of the characters cannot be copied, given those that are behind each of them.
+auto stops(const CharacterBlock& block, const CharacterBlock& next) {
+  constexpr std::uint16_t blank = u' ';
+  return is_special(block) | (((block ^ blank) | (next ^ blank)) == 0);
+}
+
+/// How many characters can be copied, counted from the last block of a text and beginning with the
+/// one at `from` in it; at most 8.
+std::size_t end_of_copy_in_last(const char16_t* last_block, std::size_t from) {
+  const CharacterBlock block = load(last_block);
+  constexpr CharacterBlock none = {};
+  constexpr CharacterBlock indexes = {0, 1, 2, 3, 4, 5, 6, 7};
+  const CharacterBlock next = __builtin_shufflevector(block, none, 1, 2, 3, 4, 5, 6, 7, 8);
+  return first_hit(stops(block, next) & (indexes >= static_cast<std::uint16_t>(from)));
+}
+#endif
+
 /// Where the text that can be copied ends: before a special character, or a blank that has another
 /// behind it.
 std::size_t end_of_copy(std::u16string_view text, std::size_t at) {
-  constexpr std::uint16_t blank = u' ';
 #if defined(__GNUC__)
-  constexpr std::size_t block_size = 8;
   for (; at + block_size < text.size(); at += block_size) {
-    CharacterBlock block;
-    CharacterBlock next;
-    std::memcpy(&block, text.data() + at, sizeof block);
-    std::memcpy(&next, text.data() + at + 1, sizeof next);
-    const std::size_t hit = first_hit(is_special(block) | ((block == blank) & (next == blank)));
-    if (hit != block_size) return at + hit;
+    const char16_t* const from = text.data() + at;
+    const std::size_t copied = first_hit(stops(load(from), load(from + 1)));
+    if (copied != block_size) return at + copied;
+  }
+  if (text.size() >= block_size) {
+    const std::size_t last = text.size() - block_size;
+    return last + end_of_copy_in_last(text.data() + last, at - last);
   }
 #endif
   for (; at < text.size(); ++at) {
     const auto c = static_cast<std::uint16_t>(text[at]);
     if (is_special(c)) break;
-    if (c == blank && at + 1 < text.size() && text[at + 1] == blank) break;
+    if (c == u' ' && at + 1 < text.size() && text[at + 1] == u' ') break;
   }
   return at;
 }
@@ -99,10 +118,6 @@ void append_escaped(std::u16string& out, char16_t c) {
       return;
     case u'"':
       out.append(u"&quot;");
-      return;
-    case u'\uFEFF':
-      // In front of all other text it would be taken for a byte order mark.
-      out.append(u"&#xFEFF;");
       return;
     default:
       out.push_back(c);
@@ -209,6 +224,11 @@ void HtmlWriter::text(std::u16string_view text, const CodeState& state) {
   while (!text.empty() && is_forbidden(text.front())) text.remove_prefix(1);
   if (text.empty() || is_left_out(state)) return;
   enter(shown(state), text.front() != u' ' && text.front() != u'\t');
+  if (is_line_empty_ && text.front() == u'\uFEFF') {
+    // In front of all other text it would be taken for a byte order mark.
+    append_visible(u"&#xFEFF;");
+    text.remove_prefix(1);
+  }
   is_line_empty_ = false;
   append(text);
 }
