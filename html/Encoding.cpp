@@ -1,0 +1,142 @@
+#include "Encoding.h"
+
+#include <algorithm>
+#include <array>
+#include <charconv>
+#include <cstddef>
+#include <cstdint>
+#include <optional>
+#include <utility>
+
+#include "Ascii.h"
+#include "qel/base/Scan.h"
+#include "qel/base/Utf8.h"
+#include "qel/richtext/CodePage.h"
+
+namespace qel::html {
+namespace {
+
+using richtext::CodePage;
+
+constexpr int utf8 = 65001;
+
+/// Names of encodings, with the code pages in which browsers read them.
+constexpr std::array<std::pair<std::string_view, int>, 38> encodings = {{
+    {"utf-8", utf8},
+    {"utf8", utf8},
+    {"us-ascii", 1252},
+    {"ascii", 1252},
+    {"iso-8859-1", 1252},
+    {"latin1", 1252},
+    {"iso-8859-2", 28592},
+    {"latin2", 28592},
+    {"iso-8859-3", 28593},
+    {"iso-8859-4", 28594},
+    {"iso-8859-5", 28595},
+    {"iso-8859-6", 28596},
+    {"iso-8859-7", 28597},
+    {"iso-8859-8", 28598},
+    {"iso-8859-8-i", 28598},
+    {"iso-8859-9", 1254},
+    {"latin5", 1254},
+    {"iso-8859-10", 28600},
+    {"iso-8859-11", 874},
+    {"iso-8859-13", 28603},
+    {"iso-8859-14", 28604},
+    {"iso-8859-15", 28605},
+    {"iso-8859-16", 28606},
+    {"tis-620", 874},
+    {"koi8-r", 20866},
+    {"koi8-u", 21866},
+    {"macintosh", 10000},
+    {"x-mac-cyrillic", 10007},
+    {"shift_jis", 932},
+    {"shift-jis", 932},
+    {"sjis", 932},
+    {"gb2312", 936},
+    {"gbk", 936},
+    {"gb18030", 936},
+    {"big5", 950},
+    {"euc-kr", 949},
+    {"ks_c_5601-1987", 949},
+    {"ibm866", 866},
+}};
+
+/// The code page of a name; names such as "windows-1251" and "cp1251" have its number.
+std::optional<int> code_page_named(std::string_view name) {
+  for (const auto& [known, code_page] : encodings) {
+    if (equals(name, known)) return code_page;
+  }
+  for (const std::string_view prefix : {"windows-", "cp", "x-cp"}) {
+    if (!begins_with(name, prefix)) continue;
+    const std::string_view digits = name.substr(prefix.size());
+    int number = 0;
+    const auto end = digits.data() + digits.size();
+    if (std::from_chars(digits.data(), end, number).ptr == end && number < utf8) return number;
+  }
+  return {};
+}
+
+/// What stands behind "charset=" in a meta element at the beginning.
+std::optional<int> declared_code_page(std::string_view bytes) {
+  constexpr std::size_t searched = 4096;
+  const std::string_view head = bytes.substr(0, searched);
+  for (std::size_t at = find(head, "<meta", 0); at < head.size();
+       at = find(head, "<meta", at + 1)) {
+    const std::string_view tag = head.substr(at, head.find('>', at) - at);
+    std::string_view rest = tag.substr(find(tag, "charset", 0));
+    rest.remove_prefix(std::min(rest.find('='), rest.size()));
+    rest.remove_prefix(std::min(rest.find_first_not_of("= \t\r\n\"'"), rest.size()));
+    const auto code_page = code_page_named(rest.substr(0, rest.find_first_of(" \t\r\n\"';/>")));
+    if (code_page) return code_page;
+  }
+  return {};
+}
+
+std::u16string from_utf16(std::string_view bytes, bool is_big_endian) {
+  std::u16string text;
+  text.reserve(bytes.size() / 2);
+  for (std::size_t at = 0; at + 1 < bytes.size(); at += 2) {
+    const auto first = static_cast<std::uint8_t>(bytes[at]);
+    const auto second = static_cast<std::uint8_t>(bytes[at + 1]);
+    text.push_back(
+        static_cast<char16_t>(is_big_endian ? first << 8 | second : second << 8 | first));
+  }
+  return text;
+}
+
+std::u16string from_code_page(std::string_view bytes, int number) {
+  const CodePage code_page(number);
+  std::u16string text;
+  text.reserve(bytes.size());
+  for (std::size_t at = 0; at < bytes.size();) {
+    const std::size_t end = end_of_ascii(bytes, at);
+    text.append(bytes.begin() + static_cast<std::ptrdiff_t>(at),
+                bytes.begin() + static_cast<std::ptrdiff_t>(end));
+    if (end == bytes.size()) break;
+    const auto first = static_cast<std::uint8_t>(bytes[end]);
+    const std::size_t length = std::min(code_page.length_from(first), bytes.size() - end);
+    if (length == 1) {
+      text.push_back(code_page.decode_single(first));
+    } else {
+      text.append(code_page.decode(bytes.substr(end, length)));
+    }
+    at = end + length;
+  }
+  return text;
+}
+
+}  // namespace
+
+std::string to_valid_utf8(std::string_view bytes) {
+  if (bytes.starts_with("\xFF\xFE")) return to_utf8(from_utf16(bytes.substr(2), false));
+  if (bytes.starts_with("\xFE\xFF")) return to_utf8(from_utf16(bytes.substr(2), true));
+  constexpr std::string_view mark = "\xEF\xBB\xBF";
+  const bool is_marked = bytes.starts_with(mark);
+  if (is_marked) bytes.remove_prefix(mark.size());
+  const int code_page = is_marked ? utf8 : declared_code_page(bytes).value_or(utf8);
+  if (code_page != utf8) return to_utf8(from_code_page(bytes, code_page));
+  return to_utf8(from_utf8(bytes, &richtext::decode_western));
+}
+
+}  // namespace qel::html

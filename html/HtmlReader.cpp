@@ -1,0 +1,75 @@
+#include "qel/html/HtmlReader.h"
+
+#include <gumbo.h>
+
+#include <algorithm>
+#include <memory>
+#include <string>
+
+#include "Ascii.h"
+#include "Encoding.h"
+#include "TagFilter.h"
+#include "Tags.h"
+#include "TreeReader.h"
+
+namespace qel::html {
+namespace {
+
+using Page = std::unique_ptr<GumboOutput, void (*)(GumboOutput*)>;
+
+/// The text, which must outlive the page, has been filtered: the parser recurses into elements.
+Page parse(const std::string& html) {
+  GumboOptions options = kGumboDefaultOptions;
+  options.max_errors = 0;
+  return {gumbo_parse_with_options(&options, html.data(), html.size()),
+          [](GumboOutput* page) { gumbo_destroy_output(&kGumboDefaultOptions, page); }};
+}
+
+/// Whether the text begins with the lines that precede HTML on a clipboard.
+bool has_clipboard_header(std::string_view text) {
+  constexpr std::size_t longest = 512;
+  return begins_with(text, "version:") &&
+         find(text.substr(0, longest), "starthtml:", 0) < std::min(text.size(), longest);
+}
+
+std::string_view without_clipboard_header(std::string_view text) {
+  if (!has_clipboard_header(text)) return text;
+  return text.substr(std::min(text.find('<'), text.size()));
+}
+
+/// What stands behind white space, comments and processing instructions.
+std::string_view first_tag(std::string_view text) {
+  for (;;) {
+    text.remove_prefix(std::min(text.find_first_not_of(" \t\r\n\f"), text.size()));
+    const bool is_comment = text.starts_with("<!--");
+    if (!is_comment && !text.starts_with("<?")) return text;
+    const std::string_view end = is_comment ? "-->" : ">";
+    text.remove_prefix(std::min(text.find(end), text.size() - end.size()) + end.size());
+  }
+}
+
+}  // namespace
+
+bool is_html(std::string_view bytes) {
+  constexpr std::size_t looked_at = 16384;
+  const std::string text = to_valid_utf8(bytes.substr(0, looked_at));
+  const std::string_view begin = first_tag(text);
+  if (has_clipboard_header(begin) || begins_with(begin, "<!doctype html")) return true;
+  if (!begin.starts_with('<')) return false;
+  const std::string_view name = begin.substr(1, begin.find_first_of(" \t\r\n\f/>", 1) - 1);
+  if (name.size() + 1 >= begin.size()) return false;
+  const Tag* const tag = find_tag(name);
+  return (tag != nullptr && name != "svg") || equals(name, "html") || equals(name, "head") ||
+         equals(name, "meta");
+}
+
+void read_html(std::string_view bytes, const richtext::CharFormat& base,
+               richtext::DocumentSink& sink) {
+  const std::string text = to_valid_utf8(bytes);
+  FilteredHtml filtered = filter_html(without_clipboard_header(text));
+  const StyleSheet sheet(std::move(filtered.style_sheet));
+  const Page page = parse(filtered.html);
+  TreeReader(sheet, base, sink).read(*page->root);
+}
+
+}  // namespace qel::html

@@ -1,0 +1,24 @@
+#pragma once
+
+#include <array>
+#include <cstddef>
+#include <cstdint>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace qel::html {
+
+/// What of HTML makes text and formats, for a parser that takes time in proportion to how deep the
+/// elements lie within each other.
+struct FilteredHtml {
+  std::string html;
+  std::string style_sheet;
+};
+
+/// Drops comments, unknown elements' tags, attributes without meaning here, control characters and
+/// content that is not shown, and writes the rest in one spelling. Elements that lie too deep lose
+/// their tags. HTML that marks a fragment loses the text around it.
+FilteredHtml filter_html(std::string_view html);
+
+}  // namespace qel::html
