@@ -13,6 +13,7 @@ namespace {
 // formats that were not closed again in each block.
 constexpr std::size_t most_nested = 256;
 constexpr std::size_t most_formats = 24;
+constexpr std::size_t usual_formats = 2;
 
 constexpr std::string_view begin_of_fragment = "<!--StartFragment";
 constexpr std::string_view end_of_fragment = "<!--EndFragment";
@@ -93,9 +94,31 @@ std::size_t find_end_tag(std::string_view html, std::string_view name, std::size
   return html.size();
 }
 
+/// How many bytes at `at` are a control character that HTML forbids.
+std::size_t length_of_control(std::string_view text, std::size_t at) {
+  const auto byte = static_cast<unsigned char>(text[at]);
+  if (byte == 0x7F || (byte < ' ' && !is_space(text[at]))) return 1;
+  return byte == 0xC2 && at + 1 < text.size() && text[at + 1] < '\xA0' ? 2 : 0;
+}
+
+/// How many bytes at `at` are a number that will never be a character (U+FDD0 to U+FDEF, and the
+/// last two of each plane).
+std::size_t length_of_noncharacter(std::string_view text, std::size_t at) {
+  const auto byte = [&](std::size_t i) {
+    return at + i < text.size() ? static_cast<unsigned char>(text[at + i]) : 0U;
+  };
+  if (byte(0) < 0xEF) return 0;
+  if (byte(0) == 0xEF) {
+    const bool is_in_block = byte(1) == 0xB7 && byte(2) >= 0x90 && byte(2) <= 0xAF;
+    return is_in_block || (byte(1) == 0xBF && byte(2) >= 0xBE) ? 3 : 0;
+  }
+  return (byte(1) & 0xFU) == 0xFU && byte(2) == 0xBF && byte(3) >= 0xBE ? 4 : 0;
+}
+
 class Filter {
  public:
-  explicit Filter(std::string_view html) : html_(html), levels_(1) {
+  explicit Filter(std::string_view html)
+      : html_(html), levels_(1), reopened_left_(20'000 + html.size() / 4) {
     filtered_.html.reserve(html.size() + html.size() / 8);
   }
 
@@ -168,6 +191,7 @@ class Filter {
   void begin(const Tag& tag, const TagText& text) {
     if (tag.kind == TagKind::raw) return read_raw(tag);
     if (hidden_ != nullptr && !ends_hidden(tag)) return;
+    if (tag.kind != TagKind::formatting && tag.kind != TagKind::phrasing) limit_reopened();
     switch (tag.kind) {
       case TagKind::formatting:
         return begin_format(tag, text);
@@ -250,6 +274,20 @@ class Filter {
     ++format_count_;
     ++levels_.back().open[index_of(tag)];
     write_begin(tag, text);
+  }
+
+  /// Each block may open all formats again that were not closed. Where so many are that the page
+  /// would grow out of proportion, they end.
+  void limit_reopened() {
+    std::array<std::uint8_t, tag_count>& open = levels_.back().open;
+    const std::size_t reopened = format_count_ - std::min(format_count_, usual_formats);
+    if (reopened <= reopened_left_) {
+      reopened_left_ -= reopened;
+      return;
+    }
+    for (std::size_t i = 0; i < tag_count; ++i) {
+      for (; open[i] > 0; --open[i], --format_count_) write_end(tag_at(i));
+    }
   }
 
   void end_format(const Tag& tag) {
@@ -366,20 +404,27 @@ class Filter {
   /// Appends text without the control characters that HTML forbids, and with `replacement` for
   /// `replaced`.
   void append_clean(std::string_view text, char replaced, std::string_view replacement) {
-    constexpr auto is_forbidden = [](char c) {
-      return (static_cast<unsigned char>(c) < ' ' && !is_space(c)) || c == '\x7F';
-    };
     std::size_t kept = 0;
     for (std::size_t i = 0; i < text.size(); ++i) {
-      // In UTF-8, the control characters from 0x80 on.
-      const bool is_pair = text[i] == '\xC2' && i + 1 < text.size() && text[i + 1] < '\xA0';
-      if (text[i] != replaced && !is_forbidden(text[i]) && !is_pair) continue;
+      const std::size_t control = length_of_control(text, i);
+      const std::size_t unassigned = length_of_noncharacter(text, i);
+      if (text[i] != replaced && control == 0 && unassigned == 0) continue;
       filtered_.html.append(text.substr(kept, i - kept));
       if (text[i] == replaced) filtered_.html.append(replacement);
-      if (is_pair) ++i;
-      kept = i + 1;
+      // The parser replaces them, but not where they are spelt by number.
+      if (unassigned > 0) append_number(text.substr(i, unassigned));
+      kept = i + std::max(control + unassigned, std::size_t{1});
+      i = kept - 1;
     }
     filtered_.html.append(text.substr(kept));
+  }
+
+  void append_number(std::string_view sequence) {
+    unsigned number = 0;
+    for (const char byte : sequence) number = number << 6U | (static_cast<unsigned>(byte) & 0x3FU);
+    // The first byte of three keeps four bits, that of four three.
+    number &= sequence.size() == 3 ? 0xFFFFU : 0x1FFFFFU;
+    filtered_.html.append("&#").append(std::to_string(number)).append(";");
   }
 
   std::string_view html_;
@@ -395,6 +440,7 @@ class Filter {
   std::vector<const Tag*> nested_;
   std::vector<Level> levels_;
   std::size_t format_count_ = 0;
+  std::size_t reopened_left_;
   std::array<std::size_t, tag_count> dropped_ = {};  // begin tags whose end tags are to come
 };
 

@@ -125,4 +125,6 @@ const Tag* find_tag(std::string_view name) {
 
 std::size_t index_of(const Tag& tag) { return static_cast<std::size_t>(&tag - tags.data()); }
 
+const Tag& tag_at(std::size_t index) { return tags[index]; }
+
 }  // namespace qel::html

@@ -35,6 +35,7 @@ const Tag* find_tag(std::string_view name);
 
 /// Its number, below `tag_count`.
 std::size_t index_of(const Tag& tag);
+const Tag& tag_at(std::size_t index);
 constexpr std::size_t tag_count = 97;
 
 }  // namespace qel::html

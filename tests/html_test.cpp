@@ -1,0 +1,511 @@
+// HTML both ways: the writer of `qel/convert`, the reader of `html`, and a browser as the judge.
+
+#include <gtest/gtest.h>
+#include <unistd.h>
+
+#include <array>
+#include <cstdio>
+#include <cstdlib>
+#include <filesystem>
+#include <fstream>
+#include <memory>
+#include <ostream>
+#include <string>
+#include <vector>
+
+#include "qel/base/Utf16.h"
+#include "qel/base/Utf8.h"
+#include "qel/convert/HtmlWriter.h"
+#include "qel/html/HtmlReader.h"
+#include "qel/rtf/TableIndexes.h"
+#include "support/Random.h"
+#include "support/Text.h"
+
+namespace qel {
+
+namespace style_codes {
+void PrintTo(const CodeState& state, std::ostream* out) {
+  *out << "{" << unsigned{state.attributes} << ", " << state.font << ", " << state.color << "}";
+}
+}  // namespace style_codes
+
+namespace {
+
+using convert::HtmlOptions;
+using convert::HtmlWriter;
+using richtext::Alignment;
+using richtext::CharFormat;
+using style_codes::CodeState;
+
+/// A text in one state; a break is a line feed.
+struct Part {
+  std::u16string text;
+  CodeState state;
+  bool operator==(const Part&) const = default;
+};
+void PrintTo(const Part& run, std::ostream* out) {
+  *out << test::shown(run.text) << " in ";
+  style_codes::PrintTo(run.state, out);
+}
+using Parts = std::vector<Part>;
+
+void append(Parts& parts, std::u16string_view text, const CodeState& state) {
+  if (text.empty()) return;
+  if (parts.empty() || parts.back().state != state) parts.push_back({{}, state});
+  parts.back().text.append(text);
+}
+
+struct Tables {
+  QELIndexFonts fonts;
+  QELIndexColors colors;
+  /// That of a document's body.
+  CharFormat base() const {
+    CharFormat format;
+    format.font_name = fonts.get_DefaultFont();
+    format.color = colors.get_DefaultColor();
+    format.size = fonts.get_FontSize();
+    return format;
+  }
+};
+
+std::string write(const Parts& parts, const Tables& tables, const HtmlOptions& options = {}) {
+  std::string bytes;
+  std::u16string out;
+  HtmlWriter writer(out, tables.fonts, tables.colors, options);
+  const auto drain = [&] {
+    bytes.append(to_utf8(out));
+    out.clear();
+  };
+  for (const Part& run : parts) {
+    if (run.text == u"\n") {
+      writer.line_break(run.state);
+    } else {
+      writer.text(run.text, run.state);
+    }
+    drain();
+  }
+  writer.finish();
+  drain();
+  return bytes;
+}
+
+/// Collects what is read, in the states that the tables have for it or in short notes.
+class Collector : public richtext::DocumentSink {
+ public:
+  explicit Collector(const Tables& tables)
+      : indexes_(tables.fonts, tables.colors, rtf::Origin::rtf, Way::lossless),
+        base_(tables.base()) {}
+
+  FormatId intern(const CharFormat& format) override {
+    formats_.push_back(format);
+    return static_cast<FormatId>(formats_.size() - 1);
+  }
+  void text(std::u16string_view text, FormatId format) override {
+    EXPECT_EQ(text.find_first_of(u"\r\n"), text.npos);
+    append(parts, text, indexes_.state(formats_.at(format)));
+    append_note(format).append(to_utf8(text));
+  }
+  void paragraph_break(FormatId format, Alignment alignment) override {
+    append(parts, u"\n", indexes_.state(formats_.at(format)));
+    append_alignment(alignment);
+    notes.append("|");
+  }
+  void finish(Alignment alignment) override { append_alignment(alignment); }
+
+  Parts parts;
+  /// "{b Arial}text|": formats that are not the base's, and "|" for a break.
+  std::string notes;
+
+ private:
+  std::string& append_note(FormatId id) {
+    const CharFormat& format = formats_.at(id);
+    std::string note;
+    const auto add = [&](bool is_on, const std::string& text) {
+      if (is_on) note.append(note.empty() ? "" : " ").append(text);
+    };
+    add(format.bold, "b");
+    add(format.italic, "i");
+    add(format.underline, "u");
+    add(format.strike_through, "k");
+    add(format.small_caps, "c");
+    add(format.offset > 0, "p");
+    add(format.offset < 0, "s");
+    if (format.color != base_.color) {
+      std::array<char, 8> digits = {};
+      std::snprintf(digits.data(), digits.size(), "#%02x%02x%02x", red_of(format.color) & 0xFFU,
+                    green_of(format.color) & 0xFFU, blue_of(format.color) & 0xFFU);
+      add(true, digits.data());
+    }
+    add(format.font_name != base_.font_name, to_utf8(format.font_name));
+    add(
+        format.size != base_.size, to_utf8(std::u16string(1, u'x')) + [&] {
+          std::array<char, 16> digits = {};
+          std::snprintf(digits.data(), digits.size(), "%g", static_cast<double>(format.size));
+          return std::string(digits.data());
+        }());
+    if (note != note_) notes.append("{").append(note).append("}");
+    note_ = note;
+    return notes;
+  }
+  void append_alignment(Alignment alignment) {
+    if (alignment != Alignment::left) notes.append(alignment == Alignment::right ? ">" : "^");
+  }
+
+  rtf::TableIndexes indexes_;
+  CharFormat base_;
+  std::vector<CharFormat> formats_;
+  std::string note_;
+};
+
+Collector read(std::string_view bytes, const Tables& tables = {}) {
+  Collector sink(tables);
+  html::read_html(bytes, tables.base(), sink);
+  return sink;
+}
+
+// ---- Both ways ------------------------------------------------------------------------------
+
+/// What HTML keeps of a text and a state.
+std::u16string kept(std::u16string_view text) {
+  std::u16string result;
+  for (std::size_t at = 0; at < text.size();) {
+    const char32_t c = next_character(text, at);
+    if ((c < U' ' && c != U'\t') || (c >= 0x7F && c < 0xA0)) continue;
+    result.append(units_of(c), u' ');
+    put_character(result, result.size() - units_of(c), c);
+  }
+  return result;
+}
+
+CodeState kept(CodeState state) {
+  unsigned bits = state.attributes & ~unsigned{style_codes::unicode_bit};
+  if ((bits & style_codes::superscript_bit) != 0) bits &= ~unsigned{style_codes::subscript_bit};
+  return {static_cast<std::uint8_t>(bits), state.font, state.color};
+}
+
+Parts random_runs(test::Random& random) {
+  static const std::vector<std::u16string_view> pieces = {
+      u"a",      u"word",       u" ",      u" ",      u"  ",   u"\t",         u"a b",
+      u"\u00A0", u"&lt;",       u"<b>",    u"\"'",    u"\x01", u"\x85",       u"\xD800",
+      u"\uFEFF", u"\U0001F600", u"\uFFFE", u"\u4E2D", u"-->",  u"long text ", u"\U0001FFFF"};
+  Parts parts;
+  CodeState state;
+  for (std::size_t count = random.below(12); count > 0; --count) {
+    if (random.one_in(2)) state.attributes ^= static_cast<std::uint8_t>(1U << random.below(8));
+    if (random.one_in(3)) state.font = static_cast<std::int16_t>(random.below(10));
+    if (random.one_in(3)) state.color = static_cast<std::int16_t>(random.below(10));
+    if (random.one_in(4)) state = {};
+    const bool is_break = random.one_in(4);
+    parts.push_back({is_break ? u"\n" : random.text(pieces, 1 + random.below(4)), state});
+  }
+  return parts;
+}
+
+TEST(Html, ReadsBackWhatItWrites) {
+  const Tables tables;
+  for (std::uint32_t i = 0; i < 4000; ++i) {
+    test::Random random(test::base_seed() + i);
+    SCOPED_TRACE(random.describe());
+    const Parts parts = random_runs(random);
+    HtmlOptions options;
+    options.whole_document = random.one_in(2);
+    options.paragraphs = random.one_in(2);
+    options.classes = options.whole_document && random.one_in(2);
+    const std::string html = write(parts, tables, options);
+    SCOPED_TRACE(html);
+    Parts expected;
+    for (const Part& run : parts) {
+      append(expected, run.text == u"\n" ? run.text : kept(run.text), kept(run.state));
+    }
+    ASSERT_EQ(read(html, tables).parts, expected);
+  }
+}
+
+// ---- Writing --------------------------------------------------------------------------------
+
+TEST(HtmlWriter, WritesElements) {
+  using namespace style_codes;
+  const CodeState plain;
+  const CodeState bold{bold_bit, 0, 0};
+  const CodeState both{bold_bit | italic_bit, 0, 0};
+  const CodeState italic{italic_bit, 0, 0};
+  const CodeState note{0, 2, 3};
+  HtmlOptions paragraphs;
+  paragraphs.paragraphs = true;
+  HtmlOptions classes;
+  classes.classes = true;
+  HtmlOptions bare;
+  bare.without_note = true;
+  struct Case {
+    Parts parts;
+    HtmlOptions options;
+    std::string expected;
+  };
+  const std::vector<Case> cases = {
+      {{{u"plain & <simple>", plain}}, {}, "plain &amp; &lt;simple&gt;"},
+      {{{u"a", bold}, {u"b", both}, {u"c", italic}, {u"d", plain}},
+       {},
+       "<b>a<i>b</i></b><i>c</i>d"},
+      {{{u"two ", bold}, {u" blanks", plain}},
+       {},
+       "<b>two<span class=\"Apple-converted-space\">&nbsp;</span></b> blanks"},
+      {{{u"a", bold}, {u"\n", bold}, {u"b", bold}}, {}, "<b>a<br>b</b>"},
+      {{{u"a", bold}, {u"\n", bold}, {u"\n", plain}, {u"b", bold}},
+       paragraphs,
+       "<p><b>a</b></p><p><br></p><p><b>b</b></p>"},
+      {{{u"n", note}},
+       {},
+       "<span style=\"color:#c0c000\"><span style=\"font-family:'Courier New'\">n</span></span>"},
+      {{{u"n", note}}, classes, "<span class=\"qel-y3\"><span class=\"qel-f2\">n</span></span>"},
+      {{{u"a ", bold}, {u"note", note}, {u"\n", note}, {u"b", bold}},
+       bare,
+       "<b>a<span class=\"Apple-converted-space\">&nbsp;</span><br>b</b>"},
+  };
+  for (const Case& test : cases) EXPECT_EQ(write(test.parts, {}, test.options), test.expected);
+}
+
+// ---- Reading --------------------------------------------------------------------------------
+
+TEST(HtmlReader, ReadsAsBrowsersShow) {
+  struct Case {
+    std::string_view html;
+    std::string_view expected;
+  };
+  constexpr std::array cases = {
+      // White space
+      Case{" a \n b <b> c </b> d ", "a b {b}c {}d"},
+      Case{"<p> a </p> \n <p>b</p>", "a|b"},
+      Case{"a <br> b&nbsp; c", "a|b\u00A0 c"},
+      Case{"<pre>\n a\tb\n\n c</pre>d", "{Courier New} a\tb|| c|{}d"},
+      Case{"<p style='white-space:pre-wrap'> a  b </p><p style='white-space:pre-line'> a \n b",
+           " a  b |a|b"},
+      // Blocks and breaks
+      Case{"a<div>b<div>c</div></div>d", "a|b|c|d"},
+      Case{"a<br></div><p>b<br></p><p>c", "a|b|c"},
+      Case{"a<br><br>b<br>", "a||b|"},
+      Case{"<p></p><div></div>a<p></p>", "a"},
+      Case{"a<hr>b<img alt=picture><img>", "a|———|bpicture"},
+      Case{"<div align=right>a</div><p style='text-align:center'>b</p><center>c", "a>|b^|c^"},
+      Case{"<h1>a</h1><h3>b</h3>c", "{b x20}a|{b x11.5}b|{}c"},
+      // Elements
+      Case{"<b>b</b><strong>b</strong><i>i</i><em>i</em><u>u</u><ins>u</ins>", "{b}bb{i}ii{u}uu"},
+      Case{"<s>k</s><strike>k</strike><del>k</del><sub>s</sub><sup>p</sup>", "{k}kkk{s}s{p}p"},
+      Case{"<sup>a<sub>b</sub></sup><code>c</code><big>d</big><small>e</small>",
+           "{p}a{s}b{Courier New}c{x12}d{x8.5}e"},
+      Case{
+          "<font face='Times New Roman, serif' color=00f size=+2>a</font><font size=1 color=Navy>b",
+          "{#0000ff Times New Roman x15}a{#000080 x6.5}b"},
+      Case{"<a href=x>link</a> <q>q</q> <o:p>unknown</o:p>", "link q unknown"},
+      // Styles
+      Case{"<span style='font: italic bold 12pt/1 \"My \\46ont\", serif; color: RGB(1,2,3)'>a",
+           "{b i #010203 My Font x12}a"},
+      Case{"<b style='font-weight:400'>a</b><span style=font-weight:700>b</span>", "a{b}b"},
+      Case{"<span style='text-decoration:underline line-through'>a<span "
+           "style='text-decoration:none'>b</span></span>",
+           "{u k}ab"},
+      Case{"<span style='font-variant:small-caps;vertical-align:super;color:#F00 !important'>a",
+           "{c p #ff0000}a"},
+      Case{"<p style='font-size:2em'>a<span style='font-size:50%'>b</span><span "
+           "style='font-size:16px'>c",
+           "{x20}a{}b{x12}c"},
+      Case{"a<span style='display:none'>b</span><span hidden>c</span><span "
+           "style='display:block'>d</span>e",
+           "a|d|e"},
+      Case{"<style>@media print{p{color:red}} p.n, .m{color:lime} B{font-weight:normal}</style>"
+           "<p class=n>a</p><i class='x m'>b</i><b>c</b><p>d",
+           "{#00ff00}a|{i #00ff00}b{}c|d"},
+      // Lists and tables
+      Case{"<ul><li>a<li><p>b</p>c<ol start=3 type=A><li>d</li><li value=27>e</ol><li></ul>f",
+           "•\ta|•\tb|c|\tC.\td|\tAA.\te|f"},
+      Case{"<ul style='list-style:none'><li>a</ul>", "a"},
+      Case{"<table><tr><th>a<td> <p>b</p> <td>c</tr><tr><td><td>d<td></table>e",
+           "{b}a{}\tb\tc|\td|e"},
+      Case{"<table><tr><td>a<table><tr><td>b<td>c</table></td><td>d</table>", "a|b\tc\td"},
+      // What is not text
+      Case{"<head><title>t</title></head><script>if(a<b)'</p>'</script><!-- c -- > -->a"
+           "<svg><text>b</text></svg><template>c</template><select><option>d</select>e",
+           "ae"},
+      Case{"Version:0.9\r\nStartHTML:00\r\n<html><body>x<ul><li>y<!--StartFragment--><li>a"
+           "<!--EndFragment--><li>z</ul>",
+           "•\ta"},
+      Case{"<table><tr>x<!--StartFragment--><td>a<td>b<!--EndFragment--></table>y", "a\tb"},
+      Case{"a<br class=Apple-interchange-newline>", "a"},
+      Case{"<span style='mso-spacerun:yes'>&nbsp;&nbsp;</span>a", "  a"},
+      // Broken
+      Case{"a < b &amp;lt; &bogus; <3 &#x41;&#0;", "a < b &lt; &bogus; <3 A\uFFFD"},
+      Case{"<b>a<i>b</b>c</i>d<p><b>e<p>f", "{b}a{b i}b{i}c{}d|{b}e|f"},
+      Case{"</p></div></table><td>a</b><x y='>'>b", "ab"},
+      Case{"a<b", "a"},
+      Case{"a<bc", "a<bc"},
+      Case{"", ""},
+  };
+  for (const Case& test : cases) EXPECT_EQ(read(test.html).notes, test.expected) << test.html;
+}
+
+TEST(HtmlReader, ReadsEncodings) {
+  using namespace std::string_view_literals;
+  struct Case {
+    std::string_view bytes;
+    std::string_view expected;
+  };
+  constexpr std::array cases = {
+      Case{"caf\xC3\xA9 caf\xE9 \x80", "café café €"},
+      Case{"\xEF\xBB\xBF<meta charset=koi8-r>\xC3\xA9", "é"},
+      Case{"<meta charset='ISO-8859-5'>\xBF\xE0\xD8\xD2\xD5\xE2", "Привет"},
+      Case{"<META content='text/html; charset=windows-1253'>\xC3", "Γ"},
+      Case{"<meta charset=shift_jis>\x93\xFA\x96\x7B", "日本"},
+      Case{"<meta charset=unheard-of>\xC3\xA9", "é"},
+      Case{"\xFF\xFE<\0b\0>\0\xE9\0"sv, "{b}é"},
+      Case{"\xFE\xFF\0\xE9\xD8\x3D\xDE\0"sv, "é😀"},
+  };
+  for (const Case& test : cases) EXPECT_EQ(read(test.bytes).notes, test.expected);
+}
+
+TEST(HtmlReader, KnowsHtml) {
+  for (const std::string_view html :
+       {"<!DOCTYPE HTML>", "\xEF\xBB\xBF \n<HTML lang=en>", "<!-- c --><p>a", "<b>a</b>", "<br/>",
+        "Version:1.0\r\nStartHTML:000\r\n", "<?xml version='1.0'?><!doctype html>"}) {
+    EXPECT_TRUE(html::is_html(html)) << html;
+  }
+  for (const std::string_view other : {"", "<", "text <b>", "{\\rtf1 <b>}", "/b1a/b0", "<b1>",
+                                       "<svg xmlns='x'>", "<note>", "Version: 2"}) {
+    EXPECT_FALSE(html::is_html(other)) << other;
+  }
+}
+
+/// A parser's stack and time are those of the deepest nesting: as they are, most of these would
+/// crash or take minutes.
+TEST(HtmlReader, TakesAnyNesting) {
+  constexpr std::size_t times = 100'000;
+  for (const std::string_view piece :
+       {"<div>", "<b>", "<span><div></span></div>", "<table><tr><td>", "<ul><li>", "<li><dd>",
+        "<b><div></b>", "<table><div></tr>", "<b><table><td></b></table>", "<svg>",
+        "<p><font color=%>", "<td>", "<a ", "<!--"}) {
+    const std::size_t number = std::min(piece.find('%'), piece.size());
+    std::string html = "<table>";
+    for (std::size_t i = 0; i < times; ++i) {
+      html.append(piece.substr(0, number));
+      if (number < piece.size()) html.append(std::to_string(i)).append(piece.substr(number + 1));
+    }
+    const Parts parts = read(html + "<p>x").parts;
+    EXPECT_EQ(parts.empty(), piece == "<!--") << piece;
+    if (!parts.empty()) EXPECT_EQ(parts.back().text.back(), u'x') << piece;
+  }
+}
+
+// ---- In a browser ---------------------------------------------------------------------------
+
+/// Asks the browser for the text of each node and how it is shown, and for the text of the lines.
+constexpr std::string_view question = R"js(<pre id=answer></pre><script>
+const page = document.getElementById('page');
+const nodes = document.createTreeWalker(page, NodeFilter.SHOW_TEXT);
+const lines = [];
+for (let node; node = nodes.nextNode();) {
+  const own = getComputedStyle(node.parentElement);
+  const up = [];
+  for (let e = node.parentElement; e !== page; e = e.parentElement) up.push(getComputedStyle(e));
+  const line = name => up.some(s => s.textDecorationLine.includes(name)) ? name[0] : '';
+  const level = (up.find(s => s.verticalAlign !== 'baseline') || {}).verticalAlign || '';
+  lines.push([own.fontWeight > 500 ? 'b' : '', own.fontStyle === 'italic' ? 'i' : '',
+    line('underline'), own.fontVariantCaps === 'small-caps' ? 'c' : '', line('line-through'), level,
+    own.color, own.fontFamily, JSON.stringify(node.data)].join('|'));
+}
+lines.push(JSON.stringify(page.innerText));
+document.getElementById('answer').textContent = '\n' + lines.join('\n') + '\n';
+</script>)js";
+
+struct Closer {
+  void operator()(std::FILE* pipe) const { pclose(pipe); }
+};
+
+std::string output_of(const std::string& command) {
+  const std::unique_ptr<std::FILE, Closer> pipe(popen(command.c_str(), "r"));
+  std::string output;
+  std::array<char, 4096> buffer = {};
+  for (std::size_t count = 1; pipe && count > 0;) {
+    count = std::fread(buffer.data(), 1, buffer.size(), pipe.get());
+    output.append(buffer.data(), count);
+  }
+  return output;
+}
+
+std::string css_of(Color color) {
+  return "rgb(" + std::to_string(red_of(color)) + ", " + std::to_string(green_of(color)) + ", " +
+         std::to_string(blue_of(color)) + ")";
+}
+
+/// What the browser should answer for a run.
+std::string answer_for(const Part& run, const Tables& tables) {
+  const auto has = [&](style_codes::AttributeBit bit) { return (run.state.attributes & bit) != 0; };
+  const std::u16string font = tables.fonts.get_Font(run.state.font);
+  const bool is_quoted = font.find(u' ') != font.npos;
+  const std::string quote = is_quoted ? "\"" : "";
+  return std::string(has(style_codes::bold_bit) ? "b|" : "|") +
+         (has(style_codes::italic_bit) ? "i|" : "|") +
+         (has(style_codes::underline_bit) ? "u|" : "|") +
+         (has(style_codes::small_caps_bit) ? "c|" : "|") +
+         (has(style_codes::strike_through_bit) ? "l|" : "|") +
+         (has(style_codes::superscript_bit) ? "super|"
+                                            : (has(style_codes::subscript_bit) ? "sub|" : "|")) +
+         css_of(tables.colors.get_Color(run.state.color)) + "|" + quote + to_utf8(font) + quote +
+         "|\"" + to_utf8(run.text) + "\"";
+}
+
+TEST(Html, LooksInBrowsersAsItSays) {
+  if (std::system("command -v chromium >/dev/null 2>&1") != 0) {
+    GTEST_SKIP() << "There is no chromium to look at pages with.";
+  }
+  const Tables tables;
+  Parts parts;
+  for (unsigned bit = 0; bit < 7; ++bit) {
+    parts.push_back({u"attribute", {static_cast<std::uint8_t>(1U << bit), 0, 0}});
+    parts.push_back({u"plain", {}});
+  }
+  for (std::int16_t i = 1; i < 10; ++i) {
+    parts.push_back({u"color", {0, 0, i}});
+    if (i < 4) parts.push_back({u"font", {style_codes::underline_bit, i, i}});
+  }
+  parts.push_back({u"all", {0x5F, 3, 9}});
+  parts.push_back({u"rest", {style_codes::italic_bit | style_codes::strike_through_bit, 3, 5}});
+  std::string expected = "\n";
+  for (const Part& run : parts) expected.append(answer_for(run, tables)).append("\n");
+  // No blank is lost, wherever it is; a tab is one.
+  const Parts blanks = {{u"\n", {}},     {u" a", {}}, {u"  b ", {1, 0, 0}},
+                        {u" c\td ", {}}, {u"\n", {}}, {u"e", {}}};
+  std::string lines;
+  for (const Part& run : parts) lines.append(to_utf8(run.text));
+  lines.append("\\n a  b  c\\td \\ne");
+  Parts all = parts;
+  all.insert(all.end(), blanks.begin(), blanks.end());
+
+  const auto folder =
+      std::filesystem::temp_directory_path() / ("qel_html_test_" + std::to_string(getpid()));
+  std::filesystem::create_directories(folder);
+  for (const bool has_classes : {false, true}) {
+    HtmlOptions options;
+    options.whole_document = true;
+    options.classes = has_classes;
+    std::string page = write(all, tables, options);
+    const std::size_t begin = page.find('>', page.find("<body")) + 1;
+    page.insert(page.find("</body>"), "</div>" + std::string(question));
+    page.insert(begin, "<div id=page>");
+    std::ofstream(folder / "page.html") << page;
+    const std::string command =
+        "chromium --headless --no-sandbox --disable-gpu --disable-dev-shm-usage --user-data-dir='" +
+        (folder / "profile").string() + "' --dump-dom 'file://" + (folder / "page.html").string() +
+        "' 2>/dev/null";
+    std::string answer = output_of(command);
+    answer.erase(0, answer.find("<pre id=\"answer\">") + 17);
+    answer.erase(answer.find("</pre>"));
+    // No-break spaces stand for blanks that would not be seen.
+    for (std::size_t at = 0; (at = answer.find("&nbsp;")) != answer.npos;)
+      answer.replace(at, 6, " ");
+    EXPECT_EQ(answer.substr(0, expected.size()), expected);
+    const std::size_t last = answer.rfind('\n', answer.size() - 2) + 1;
+    EXPECT_EQ(answer.substr(last), "\"" + lines + "\"\n");
+  }
+  std::filesystem::remove_all(folder);
+}
+
+}  // namespace
+}  // namespace qel
