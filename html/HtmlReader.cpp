@@ -28,8 +28,8 @@ Page parse(const std::string& html) {
 /// Whether the text begins with the lines that precede HTML on a clipboard.
 bool has_clipboard_header(std::string_view text) {
   constexpr std::size_t longest = 512;
-  return begins_with(text, "version:") &&
-         find(text.substr(0, longest), "starthtml:", 0) < std::min(text.size(), longest);
+  const std::string_view head = text.substr(0, longest);
+  return begins_with(head, "version:") && find(head, "\nstarthtml:", 0) < head.size();
 }
 
 std::string_view without_clipboard_header(std::string_view text) {
