@@ -4,6 +4,7 @@
 #include "qel/base/Utf8.h"
 #include "qel/convert/Lint.h"
 #include "qel/convert/Normalize.h"
+#include "qel/convert/HtmlWriter.h"
 #include "qel/headless/BoxUser.h"
 #include "qel/headless/ControlSite.h"
 #include "qel/headless/Drag.h"

@@ -28,7 +28,9 @@ echo "== find_package =="
 configure_consumer find_package -DCMAKE_PREFIX_PATH="$work/prefix" -DCMAKE_BUILD_TYPE=Debug
 "$cmake" --build find_package --parallel 2
 find_package/consumer
-[[ ! -x find_package/widget ]] || find_package/widget
+for program in html widget; do
+  [[ ! -x find_package/$program ]] || find_package/$program
+done
 
 echo "== pkg-config =="
 consume() {
@@ -38,6 +40,7 @@ consume() {
   "./by_$2"
 }
 consume main qel &
+[[ ! -f $packages/qel-html.pc ]] || consume html qel-html
 [[ ! -f $packages/qel-qt.pc ]] || consume widget qel-qt
 wait $!
 
