@@ -1,5 +1,6 @@
 // Any bytes as HTML into runs, and those through the writer and the reader again.
 
+#include <algorithm>
 #include <cstddef>
 #include <cstdint>
 #include <string>

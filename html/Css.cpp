@@ -129,7 +129,7 @@ void Declarations::add(const Declarations& later) {
   }
 }
 
-StyleSheet::StyleSheet(std::string text) : text_(without_comments(text)) {
+StyleSheet::StyleSheet(std::string_view text) : text_(without_comments(text)) {
   const std::string_view sheet = text_;
   for (std::size_t at = 0; at < sheet.size();) {
     const std::size_t open = find_outside(sheet, "{;}", at);

@@ -57,7 +57,7 @@ class Declarations {
 /// are ignored.
 class StyleSheet {
  public:
-  explicit StyleSheet(std::string text);
+  explicit StyleSheet(std::string_view text);
   StyleSheet(const StyleSheet&) = delete;
   StyleSheet& operator=(const StyleSheet&) = delete;
 

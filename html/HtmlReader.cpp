@@ -66,8 +66,8 @@ bool is_html(std::string_view bytes) {
 void read_html(std::string_view bytes, const richtext::CharFormat& base,
                richtext::DocumentSink& sink) {
   const std::string text = to_valid_utf8(bytes);
-  FilteredHtml filtered = filter_html(without_clipboard_header(text));
-  const StyleSheet sheet(std::move(filtered.style_sheet));
+  const FilteredHtml filtered = filter_html(without_clipboard_header(text));
+  const StyleSheet sheet(filtered.style_sheet);
   const Page page = parse(filtered.html);
   TreeReader(sheet, base, sink).read(*page->root);
 }

@@ -17,14 +17,13 @@ constexpr bool is_control(char16_t c) { return c < u' ' || (c >= 0x7F && c < 0xA
 
 void LineWriter::text(std::u16string_view text, const TextStyle& style) {
   for (const char16_t c : text) {
+    const bool is_kept_blank = style.keeps_blanks && (c == u' ' || c == u'\t');
     if (c == u'\n' && style.keeps_lines) {
       write_run(style.format);
       line_break(style);
-    } else if (style.keeps_blanks && (c == u' ' || c == u'\t')) {
-      add(c, style);
     } else if (c == no_break_space && style.has_marked_blanks) {
       add(u' ', style);
-    } else if (!is_control(c) && c != u' ') {
+    } else if (is_kept_blank || (c != u' ' && !is_control(c))) {
       add(c, style);
     } else if (is_white_space(c) && is_line_open_ && !blank_) {
       blank_ = style.format;

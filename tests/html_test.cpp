@@ -70,17 +70,15 @@ class Collector : public richtext::DocumentSink {
     add(format.offset < 0, "s");
     if (format.color != base_.color) {
       std::array<char, 8> digits = {};
-      std::snprintf(digits.data(), digits.size(), "#%02x%02x%02x", red_of(format.color) & 0xFFU,
-                    green_of(format.color) & 0xFFU, blue_of(format.color) & 0xFFU);
+      const auto part = [](int value) { return static_cast<unsigned>(value); };
+      std::snprintf(digits.data(), digits.size(), "#%02x%02x%02x", part(red_of(format.color)),
+                    part(green_of(format.color)), part(blue_of(format.color)));
       add(true, digits.data());
     }
     add(format.font_name != base_.font_name, to_utf8(format.font_name));
-    add(
-        format.size != base_.size, to_utf8(std::u16string(1, u'x')) + [&] {
-          std::array<char, 16> digits = {};
-          std::snprintf(digits.data(), digits.size(), "%g", static_cast<double>(format.size));
-          return std::string(digits.data());
-        }());
+    std::array<char, 16> size = {};
+    std::snprintf(size.data(), size.size(), "x%g", static_cast<double>(format.size));
+    add(format.size != base_.size, size.data());
     if (note != note_) notes.append("{").append(note).append("}");
     note_ = note;
     return notes;
