@@ -3,8 +3,11 @@
 #include <gumbo.h>
 
 #include <algorithm>
+#include <cstddef>
 #include <memory>
 #include <string>
+#include <utility>
+#include <vector>
 
 #include "Ascii.h"
 #include "Encoding.h"
@@ -15,14 +18,44 @@
 namespace qel::html {
 namespace {
 
-using Page = std::unique_ptr<GumboOutput, void (*)(GumboOutput*)>;
+/// Memory that is given back all at once: the parser asks for many small pieces.
+class Arena {
+ public:
+  void* allocate(std::size_t size) {
+    constexpr std::size_t alignment = alignof(std::max_align_t);
+    constexpr std::size_t block_size = 1 << 20;
+    size = (size + alignment - 1) / alignment * alignment;
+    if (size > block_size / 4) return own_block(size);
+    if (size > left_) {
+      next_ = own_block(block_size);
+      left_ = block_size;
+    }
+    left_ -= size;
+    return std::exchange(next_, next_ + size);
+  }
 
-/// The text, which must outlive the page, has been filtered: the parser recurses into elements.
-Page parse(const std::string& html) {
+ private:
+  char* own_block(std::size_t size) {
+    blocks_.push_back(std::unique_ptr<char[]>(new char[size]));
+    return blocks_.back().get();
+  }
+
+  std::vector<std::unique_ptr<char[]>> blocks_;
+  char* next_ = nullptr;
+  std::size_t left_ = 0;
+};
+
+/// The page lives as long as the arena and the text. That has been filtered: in deep pages the
+/// parser would look at all that is open again and again.
+const GumboOutput& parse(const std::string& html, Arena& arena) {
   GumboOptions options = kGumboDefaultOptions;
   options.max_errors = 0;
-  return {gumbo_parse_with_options(&options, html.data(), html.size()),
-          [](GumboOutput* page) { gumbo_destroy_output(&kGumboDefaultOptions, page); }};
+  options.userdata = &arena;
+  options.allocator = [](void* memory, std::size_t size) {
+    return static_cast<Arena*>(memory)->allocate(size);
+  };
+  options.deallocator = [](void* /*memory*/, void* /*piece*/) {};
+  return *gumbo_parse_with_options(&options, html.data(), html.size());
 }
 
 /// Whether the text begins with the lines that precede HTML on a clipboard.
@@ -68,8 +101,8 @@ void read_html(std::string_view bytes, const richtext::CharFormat& base,
   const std::string text = to_valid_utf8(bytes);
   const FilteredHtml filtered = filter_html(without_clipboard_header(text));
   const StyleSheet sheet(filtered.style_sheet);
-  const Page page = parse(filtered.html);
-  TreeReader(sheet, base, sink).read(*page->root);
+  Arena arena;
+  TreeReader(sheet, base, sink).read(*parse(filtered.html, arena).root);
 }
 
 }  // namespace qel::html
