@@ -9,7 +9,6 @@
 #include <utility>
 
 #include "Ascii.h"
-#include "qel/base/Scan.h"
 #include "qel/base/Utf8.h"
 #include "qel/richtext/CodePage.h"
 
@@ -110,9 +109,10 @@ std::u16string from_code_page(std::string_view bytes, int number) {
   std::u16string text;
   text.reserve(bytes.size());
   for (std::size_t at = 0; at < bytes.size();) {
-    const std::size_t end = end_of_ascii(bytes, at);
-    text.append(bytes.begin() + static_cast<std::ptrdiff_t>(at),
-                bytes.begin() + static_cast<std::ptrdiff_t>(end));
+    std::size_t end = at;
+    for (; end < bytes.size() && static_cast<std::uint8_t>(bytes[end]) < 0x80; ++end) {
+      text.push_back(static_cast<char16_t>(bytes[end]));
+    }
     if (end == bytes.size()) break;
     const auto first = static_cast<std::uint8_t>(bytes[end]);
     const std::size_t length = std::min(code_page.length_from(first), bytes.size() - end);

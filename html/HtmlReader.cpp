@@ -105,4 +105,6 @@ void read_html(std::string_view bytes, const richtext::CharFormat& base,
   TreeReader(sheet, base, sink).read(*parse(filtered.html, arena).root);
 }
 
+convert::HtmlReader reader() { return {is_html, read_html}; }
+
 }  // namespace qel::html

@@ -11,6 +11,10 @@
 #include "Numbers.h"
 #include "UsageError.h"
 
+#if defined(QEL_HAS_HTML)
+#include "qel/html/HtmlReader.h"
+#endif
+
 namespace qel::command {
 namespace {
 
@@ -112,6 +116,12 @@ void ConvertCommand::add_formats() {
       ->type_name("FORMAT")
       ->required();
   app_.add_flag("--normalize", normalizes_, "Write markup in the shortest way (with --to qel)");
+  app_.add_flag("--html-document", html_.whole_document,
+                "Write a whole document of HTML instead of a fragment");
+  app_.add_flag("--html-paragraphs", html_.paragraphs,
+                "Write each line as a paragraph of HTML instead of ending it with a break");
+  app_.add_flag("--html-classes", html_.classes,
+                "Write fonts and colours of HTML as classes instead of styles");
 }
 
 void ConvertCommand::add_outputs() {
@@ -183,6 +193,10 @@ convert::Options ConvertCommand::conversion(Way way) const {
   tables_.values().use_in(options);
   options.way = way;
   options.normalizes = normalizes_;
+  options.html = html_;
+#if defined(QEL_HAS_HTML)
+  options.html_reader = html::reader();
+#endif
   if (normalizes_ && options.to != convert::OutputFormat::qel) {
     throw UsageError("--normalize needs --to qel");
   }

@@ -57,6 +57,7 @@ class ConvertCommand {
   std::optional<std::string> from_;
   std::optional<std::string> to_;
   bool normalizes_ = false;
+  convert::HtmlOptions html_;
   std::string output_path_;
   std::string folder_path_;
   bool skips_newer_ = false;

@@ -1,7 +1,7 @@
 # Completion of the command qel for bash.
 
 _qel_convert_options='--help --stated --from --to --output --directory --jobs --field
-  --files-from --files0-from --recursive --skip-newer --normalize --json-lines --csv --on-error
+  --files-from --files0-from --recursive --skip-newer --normalize --html-document --html-paragraphs --html-classes --json-lines --csv --on-error
   --nl-to-space --no-nl-to-space --tabs-to-space --no-tabs-to-space
   --recognize-crlf --no-recognize-crlf --recognize-tabs --no-recognize-tabs
   --font --color --font-size --tables'
@@ -20,8 +20,8 @@ _qel_tables_options='--help --font --color --font-size --tables'
 _qel() {
   local word=${COMP_WORDS[COMP_CWORD]} before=${COMP_WORDS[COMP_CWORD - 1]} choices=
   case $before in
-    --from) choices='qel rtf text' ;;
-    --to) choices='qel qelv6 rtf rtf-body simple-rtf text segments' ;;
+    --from) choices='qel rtf text html' ;;
+    --to) choices='qel qelv6 rtf rtf-body simple-rtf text segments html' ;;
     -d | --directory)
       mapfile -t COMPREPLY < <(compgen -d -- "$word")
       return

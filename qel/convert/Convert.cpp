@@ -22,6 +22,7 @@ constexpr std::size_t enough_to_tell = 4096;
 /// How much is read at once. Small enough for what becomes of it to stay in the processor's cache.
 constexpr std::size_t part_size = std::size_t{1} << 14U;
 
+/// The format of an input that is or is not RTF.
 InputFormat format_of(std::optional<InputFormat> named, bool is_rtf) {
   if (named && *named != InputFormat::rtf) return *named;
   if (is_rtf) return InputFormat::rtf;
@@ -104,18 +105,23 @@ class Converter::Stages {
   bool begin_and_feed(std::string_view bytes, bool is_last) {
     const Mark mark = mark_of(bytes);
     const bool begins_rtf = is_rtf(bytes);
+    const bool begins_html = !options_.from && !begins_rtf && options_.html_reader.is_html &&
+                             options_.html_reader.is_html(bytes.substr(0, enough_to_tell));
     const bool is_named = options_.from && !options_.is_from_guessed;
     if (!is_named && !begins_rtf && mark.length == 0 &&
         is_binary(bytes.substr(0, enough_to_tell))) {
       throw Error(Error::type_mismatch, "convert",
                   "the input is neither text nor RTF, but binary data");
     }
-    const InputFormat from = format_of(options_.from, begins_rtf);
-    const bool is_in_bytes = from == InputFormat::rtf && mark.encoding == Encoding::utf8;
+    const InputFormat from = begins_html ? InputFormat::html : format_of(options_.from, begins_rtf);
+    // HTML may name its encoding itself.
+    const bool is_html = from == InputFormat::html;
+    const bool is_in_bytes =
+        is_html || (from == InputFormat::rtf && mark.encoding == Encoding::utf8);
     encoding_ = is_in_bytes ? Encoding::bytes : mark.encoding;
     flow_ = make_flow(options_, from,
                       is_in_bytes ? RtfReader::Units::bytes : RtfReader::Units::characters, u"\n");
-    return feed(bytes.substr(mark.length), is_last);
+    return feed(bytes.substr(is_html ? 0 : mark.length), is_last);
   }
 
   bool feed(std::string_view bytes, bool is_last) {
@@ -241,6 +247,15 @@ std::string text_from_markup(std::string_view markup, const Options& options) {
 std::string text_from_rtf(std::string_view rtf, const Options& options) {
   return converted(rtf, options, InputFormat::rtf, OutputFormat::text);
 }
+std::string html_from_markup(std::string_view markup, const Options& options) {
+  return converted(markup, options, InputFormat::qel, OutputFormat::html);
+}
+std::string html_from_rtf(std::string_view rtf, const Options& options) {
+  return converted(rtf, options, InputFormat::rtf, OutputFormat::html);
+}
+std::string markup_from_html(std::string_view html, const Options& options) {
+  return converted(html, options, InputFormat::html, OutputFormat::qel);
+}
 std::string markup_from_text(std::string_view text, const Options& options) {
   return converted(text, options, InputFormat::text, OutputFormat::qel);
 }
@@ -255,6 +270,12 @@ std::u16string text_from_markup(std::u16string_view markup, const Options& optio
 }
 std::u16string text_from_rtf(std::u16string_view rtf, const Options& options) {
   return converted(rtf, options, InputFormat::rtf, OutputFormat::text);
+}
+std::u16string html_from_markup(std::u16string_view markup, const Options& options) {
+  return converted(markup, options, InputFormat::qel, OutputFormat::html);
+}
+std::u16string html_from_rtf(std::u16string_view rtf, const Options& options) {
+  return converted(rtf, options, InputFormat::rtf, OutputFormat::html);
 }
 std::u16string markup_from_text(std::u16string_view text, const Options& options) {
   return converted(text, options, InputFormat::text, OutputFormat::qel);

@@ -17,7 +17,8 @@
 ///
 /// In the lossless way, conversions read and write as they go and take a few hundred kilobytes,
 /// whatever the size of the text. It is all in memory, though, where the output begins with what
-/// only its end tells: RTF rewritten as RTF, and reduced RTF. The stated way has it all in memory.
+/// only its end tells (RTF and HTML rewritten as RTF, reduced RTF), where HTML is read, and in the
+/// stated way.
 ///
 /// Input that is neither text nor RTF raises an error unless its format was named.
 ///
@@ -64,11 +65,17 @@ std::string rtf_from_markup(std::string_view markup, const Options& options = {}
 std::string markup_from_rtf(std::string_view rtf, const Options& options = {});
 std::string text_from_markup(std::string_view markup, const Options& options = {});
 std::string text_from_rtf(std::string_view rtf, const Options& options = {});
+std::string html_from_markup(std::string_view markup, const Options& options = {});
+std::string html_from_rtf(std::string_view rtf, const Options& options = {});
 std::string markup_from_text(std::string_view text, const Options& options = {});
+/// `options` need a reader of HTML.
+std::string markup_from_html(std::string_view html, const Options& options);
 std::u16string rtf_from_markup(std::u16string_view markup, const Options& options = {});
 std::u16string markup_from_rtf(std::u16string_view rtf, const Options& options = {});
 std::u16string text_from_markup(std::u16string_view markup, const Options& options = {});
 std::u16string text_from_rtf(std::u16string_view rtf, const Options& options = {});
+std::u16string html_from_markup(std::u16string_view markup, const Options& options = {});
+std::u16string html_from_rtf(std::u16string_view rtf, const Options& options = {});
 std::u16string markup_from_text(std::u16string_view text, const Options& options = {});
 
 }  // namespace qel::convert

@@ -2,6 +2,8 @@
 
 #include <optional>
 
+#include "qel/convert/HtmlInput.h"
+#include "qel/convert/HtmlOutput.h"
 #include "qel/convert/MarkupInput.h"
 #include "qel/convert/MarkupOutput.h"
 #include "qel/convert/RtfInput.h"
@@ -31,6 +33,8 @@ std::unique_ptr<Writer> make_writer(const Options& options, bool from_markup,
       return std::make_unique<TextOutput>(line_break);
     case OutputFormat::segments:
       return std::make_unique<RunsJson>();
+    case OutputFormat::html:
+      return std::make_unique<HtmlOutput>(options);
     case OutputFormat::qelv6:
       return std::make_unique<MarkupOutput>(CodeSet::v6, from_markup);
     case OutputFormat::qel:
@@ -59,7 +63,10 @@ class StreamFlow : public Flow {
         read_markup(options, *sink);
         break;
       case InputFormat::rtf:
-        read_rtf(options, *sink, units);
+        reader_ = std::make_unique<RtfInput>(base_format(options), runs_of(options, *sink), units);
+        break;
+      case InputFormat::html:
+        reader_ = std::make_unique<HtmlInput>(options, runs_of(options, *sink));
         break;
       case InputFormat::text:
         reader_ = std::make_unique<TextInput>(*sink);
@@ -91,10 +98,9 @@ class StreamFlow : public Flow {
     reader_ = std::move(reader);
   }
 
-  void read_rtf(const Options& options, RunSink& sink, richtext::RtfReader::Units units) {
+  richtext::DocumentSink& runs_of(const Options& options, RunSink& sink) {
     rtf::TableIndexes indexes(options.fonts, *options.colors, rtf::Origin::rtf, Way::lossless);
-    runs_.emplace(std::move(indexes), sink);
-    reader_ = std::make_unique<RtfInput>(base_format(options), *runs_, units);
+    return runs_.emplace(std::move(indexes), sink);
   }
 
   std::unique_ptr<Writer> writer_;
@@ -106,8 +112,9 @@ class StreamFlow : public Flow {
 std::unique_ptr<Flow> make_plain_flow(const Options& options, InputFormat from,
                                       richtext::RtfReader::Units units,
                                       std::u16string_view line_break) {
-  if (from == InputFormat::rtf && options.to == OutputFormat::rtf) {
-    return std::make_unique<RewritingFlow>(options, units);
+  const bool has_all_formats = from == InputFormat::rtf || from == InputFormat::html;
+  if (has_all_formats && options.to == OutputFormat::rtf) {
+    return std::make_unique<RewritingFlow>(options, from, units);
   }
   if (options.way == Way::stated) {
     return std::make_unique<StatedFlow>(options, from, line_break);

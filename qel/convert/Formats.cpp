@@ -15,18 +15,20 @@ struct Row {
   std::string_view extension;
 };
 
-constexpr std::array<Row<InputFormat>, 3> input_formats = {{{InputFormat::qel, "qel", ".qel"},
+constexpr std::array<Row<InputFormat>, 4> input_formats = {{{InputFormat::qel, "qel", ".qel"},
                                                             {InputFormat::rtf, "rtf", ".rtf"},
-                                                            {InputFormat::text, "text", ".txt"}}};
+                                                            {InputFormat::text, "text", ".txt"},
+                                                            {InputFormat::html, "html", ".html"}}};
 
-constexpr std::array<Row<OutputFormat>, 7> output_formats = {
+constexpr std::array<Row<OutputFormat>, 8> output_formats = {
     {{OutputFormat::qel, "qel", ".qel"},
      {OutputFormat::qelv6, "qelv6", ".v6.qel"},
      {OutputFormat::rtf, "rtf", ".rtf"},
      {OutputFormat::rtf_body, "rtf-body", ".body.rtf"},
      {OutputFormat::simple_rtf, "simple-rtf", ".simple.rtf"},
      {OutputFormat::text, "text", ".txt"},
-     {OutputFormat::segments, "segments", ".json"}}};
+     {OutputFormat::segments, "segments", ".json"},
+     {OutputFormat::html, "html", ".html"}}};
 
 template <class Rows, class Value, class Field>
 auto format_with(const Rows& rows, Field field, const Value& value) {
@@ -63,6 +65,7 @@ std::optional<InputFormat> input_format_of_file(std::string_view path) {
   std::string extension = std::filesystem::path(path).extension().string();
   std::transform(extension.begin(), extension.end(), extension.begin(),
                  [](unsigned char letter) { return static_cast<char>(std::tolower(letter)); });
+  if (extension == ".htm") return InputFormat::html;
   return format_with(input_formats, &Row<InputFormat>::extension, extension);
 }
 

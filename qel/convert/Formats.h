@@ -7,10 +7,10 @@
 namespace qel::convert {
 
 /// The formats of files that are read.
-enum class InputFormat { qel, rtf, text };
+enum class InputFormat { qel, rtf, text, html };
 
 /// The formats of files that are written.
-enum class OutputFormat { qel, qelv6, rtf, rtf_body, simple_rtf, text, segments };
+enum class OutputFormat { qel, qelv6, rtf, rtf_body, simple_rtf, text, segments, html };
 
 /// The format of this name, as "--from" and "--to" take it.
 std::optional<InputFormat> input_format_named(std::string_view name);
@@ -20,7 +20,8 @@ std::optional<OutputFormat> output_format_named(std::string_view name);
 std::string input_format_names();
 std::string output_format_names();
 
-/// The format that a file's extension stands for: ".qel", ".rtf" or ".txt" in any case.
+/// The format that a file's extension stands for: ".qel", ".rtf", ".txt", ".html"
+/// or ".htm" in any case.
 std::optional<InputFormat> input_format_of_file(std::string_view path);
 /// The extension that a file in this format gets, such as ".rtf".
 std::string_view extension_of(OutputFormat format);

@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <bit>
-#include <cstring>
 
 #include "qel/base/Records.h"
 #include "qel/base/Scan.h"
@@ -60,12 +59,6 @@ constexpr bool is_forbidden(char16_t c) {
 #if defined(__GNUC__)
 constexpr std::size_t block_size = 8;
 
-CharacterBlock load(const char16_t* characters) {
-  CharacterBlock block;
-  std::memcpy(&block, characters, sizeof block);
-  return block;
-}
-
 /// Which of the characters cannot be copied, given those that are behind each of them.
 auto stops(const CharacterBlock& block, const CharacterBlock& next) {
   constexpr std::uint16_t blank = u' ';
@@ -75,7 +68,7 @@ auto stops(const CharacterBlock& block, const CharacterBlock& next) {
 /// How many characters can be copied, counted from the last block of a text and beginning with the
 /// one at `from` in it; at most 8.
 std::size_t end_of_copy_in_last(const char16_t* last_block, std::size_t from) {
-  const CharacterBlock block = load(last_block);
+  const CharacterBlock block = load_block(last_block);
   constexpr CharacterBlock none = {};
   constexpr CharacterBlock indexes = {0, 1, 2, 3, 4, 5, 6, 7};
   const CharacterBlock next = __builtin_shufflevector(block, none, 1, 2, 3, 4, 5, 6, 7, 8);
@@ -89,7 +82,7 @@ std::size_t end_of_copy(std::u16string_view text, std::size_t at) {
 #if defined(__GNUC__)
   for (; at + block_size < text.size(); at += block_size) {
     const char16_t* const from = text.data() + at;
-    const std::size_t copied = first_hit(stops(load(from), load(from + 1)));
+    const std::size_t copied = first_hit(stops(load_block(from), load_block(from + 1)));
     if (copied != block_size) return at + copied;
   }
   if (text.size() >= block_size) {

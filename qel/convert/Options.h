@@ -6,6 +6,7 @@
 #include <string_view>
 
 #include "qel/convert/Formats.h"
+#include "qel/convert/HtmlWriter.h"
 #include "qel/model/QELCode.h"
 #include "qel/richtext/CharFormat.h"
 #include "qel/richtext/DocumentSink.h"
@@ -32,8 +33,18 @@ struct Switches {
 /// Receives the next piece of the output.
 using Sink = std::function<void(std::string_view bytes)>;
 
+/// How HTML is read. The library has no reader of its own: `qel::html::reader` is one.
+struct HtmlReader {
+  /// Whether the beginning of an input is that of HTML.
+  std::function<bool(std::string_view bytes)> is_html;
+  /// Reads a whole input. `base` gives the format of text for which it names none.
+  std::function<void(std::string_view bytes, const richtext::CharFormat& base,
+                     richtext::DocumentSink& sink)>
+      read;
+};
+
 struct Options {
-  /// Empty: RTF if the input begins like RTF, else markup.
+  /// Empty: RTF or, with a reader for it, HTML if the input begins so, else markup.
   std::optional<InputFormat> from;
   /// Whether `from` is only what a file's name suggests. Input that is neither text nor RTF is
   /// refused then, as it is where `from` is empty.
@@ -45,6 +56,8 @@ struct Options {
   Way way = Way::lossless;
   /// Whether the input is a file of lines: the line break at its end is not part of its markup.
   bool is_file = true;
+  HtmlOptions html;        ///< how HTML is written
+  HtmlReader html_reader;  ///< none: HTML cannot be read
   /// Whether markup is written in the shortest way. It is all in memory then. Lossless only.
   bool normalizes = false;
   /// Asked every few thousand bytes; when it says yes, the conversion ends where it is.

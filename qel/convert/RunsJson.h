@@ -19,8 +19,6 @@ class RunsJson : public Writer {
     ++line_codes_;
   }
   void finish() override;
-  /// Begins a new run whatever the states.
-  void divide() { end_run(); }
 
  private:
   void begin_run(const style_codes::CodeState& state);

@@ -6,7 +6,10 @@
 
 #include "qel/base/Scan.h"
 #include "qel/base/Utf16.h"
+#include "qel/convert/HtmlInput.h"
+#include "qel/convert/HtmlOutput.h"
 #include "qel/convert/Normalize.h"
+#include "qel/convert/RtfInput.h"
 #include "qel/convert/RunsJson.h"
 #include "qel/model/StyleDecoder.h"
 #include "qel/platform/Common.h"
@@ -29,17 +32,16 @@ void in_parts(std::u16string_view text, const Flow::Take& take) {
   }
 }
 
-void write_segments(const SegmentCollection& segments, bool line_codes, RunsJson& json) {
+void write_segments(const SegmentCollection& segments, bool line_codes, RunSink& sink) {
   const auto breaks = [&](std::int32_t count) {
-    for (; line_codes && count > 0; --count) json.line_break({});
+    for (; line_codes && count > 0; --count) sink.line_break({});
   };
   for (const auto& segment : segments) {
     breaks(segment->line_codes_before());
-    json.divide();
-    json.text(restore_escaped_codes(segment->get_Text()), segment->code_state());
+    sink.text(restore_escaped_codes(segment->get_Text()), segment->code_state());
   }
   breaks(segments.line_codes_at_end());
-  json.finish();
+  sink.finish();
 }
 
 void drop_last_blank(SegmentCollection& segments) {
@@ -89,6 +91,15 @@ class Conversion {
     }
   }
 
+  void from_html(std::u16string_view bytes) {
+    std::u16string rtf;
+    RewritingFlow flow(options_, InputFormat::html, richtext::RtfReader::Units::bytes);
+    flow.read(bytes, true);
+    flow.finish();
+    flow.drain([&](std::u16string_view part) { rtf.append(part); }, true);
+    from_rtf(rtf);
+  }
+
   /// The text goes through RTF, so that a code typed in it stays text.
   void from_text(std::u16string_view text) {
     const richtext::CharFormat base = base_format(options_);
@@ -133,6 +144,10 @@ class Conversion {
       RunsJson json;
       write_segments(*decoder.get_Segments(), recognizes_breaks, json);
       json.drain_all(take_);
+    } else if (options_.to == OutputFormat::html) {
+      HtmlOutput html(options_);
+      write_segments(*decoder.get_Segments(), recognizes_breaks, html);
+      html.drain_all(take_);
     } else if (options_.to == OutputFormat::qelv6) {
       in_parts(decoder.GetQELTextv6(line_codes, false, false), take_);
     } else if (options_.to == OutputFormat::text) {
@@ -157,6 +172,16 @@ class Conversion {
 
 }  // namespace
 
+RewritingFlow::RewritingFlow(const Options& options, InputFormat from,
+                             richtext::RtfReader::Units units)
+    : base_(base_format(options)), builder_(document_) {
+  if (from == InputFormat::html) {
+    reader_ = std::make_unique<HtmlInput>(options, builder_);
+  } else {
+    reader_ = std::make_unique<RtfInput>(base_, builder_, units);
+  }
+}
+
 void RewritingFlow::drain(const Take& take, bool all) {
   if (all) in_parts(richtext::write_rtf(document_, {0, document_.size()}, base_), take);
 }
@@ -177,6 +202,8 @@ void StatedFlow::drain(const Take& take, bool all) {
       return conversion.from_rtf(input_);
     case InputFormat::text:
       return conversion.from_text(input_);
+    case InputFormat::html:
+      return conversion.from_html(input_);
   }
 }
 

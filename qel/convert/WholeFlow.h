@@ -6,32 +6,31 @@
 #include <utility>
 
 #include "qel/convert/Flow.h"
-#include "qel/convert/RtfInput.h"
+#include "qel/convert/Reader.h"
 #include "qel/richtext/Document.h"
 #include "qel/richtext/DocumentReader.h"
 
 /// Conversions that have all of a text in memory before they write.
 namespace qel::convert {
 
-/// Rewrites RTF with all formats that a document has: its tables come first, and only the end tells
-/// what they need.
+/// Writes RTF with all formats that a document of RTF or HTML has: its tables come first, and only
+/// the end tells what they need.
 class RewritingFlow : public Flow {
  public:
-  RewritingFlow(const Options& options, richtext::RtfReader::Units units)
-      : base_(base_format(options)), builder_(document_), reader_(base_, builder_, units) {}
+  RewritingFlow(const Options& options, InputFormat from, richtext::RtfReader::Units units);
 
   std::size_t read(std::u16string_view part, bool is_last) override {
-    return reader_.read(part, is_last);
+    return reader_->read(part, is_last);
   }
-  void finish() override { reader_.finish(); }
-  bool is_closed() const override { return reader_.is_closed(); }
+  void finish() override { reader_->finish(); }
+  bool is_closed() const override { return reader_->is_closed(); }
   void drain(const Take& take, bool all) override;
 
  private:
   richtext::CharFormat base_;
   richtext::Document document_;
   richtext::DocumentBuilder builder_;
-  RtfInput reader_;
+  std::unique_ptr<Reader> reader_;
 };
 
 /// Writes markup in the shortest way, which takes a look at what follows.

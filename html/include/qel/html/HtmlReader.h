@@ -2,6 +2,7 @@
 
 #include <string_view>
 
+#include "qel/convert/Options.h"
 #include "qel/richtext/CharFormat.h"
 #include "qel/richtext/DocumentSink.h"
 
@@ -30,5 +31,8 @@ bool is_html(std::string_view bytes);
 /// are relative to its size.
 void read_html(std::string_view bytes, const richtext::CharFormat& base,
                richtext::DocumentSink& sink);
+
+/// The two as conversions take them.
+convert::HtmlReader reader();
 
 }  // namespace qel::html
