@@ -1,7 +1,11 @@
 #include "TagFilter.h"
 
 #include <algorithm>
+#include <array>
+#include <cstddef>
+#include <cstdint>
 #include <utility>
+#include <vector>
 
 #include "Ascii.h"
 #include "Tags.h"

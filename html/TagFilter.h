@@ -1,11 +1,7 @@
 #pragma once
 
-#include <array>
-#include <cstddef>
-#include <cstdint>
 #include <string>
 #include <string_view>
-#include <vector>
 
 namespace qel::html {
 
