@@ -109,19 +109,14 @@ std::u16string from_code_page(std::string_view bytes, int number) {
   std::u16string text;
   text.reserve(bytes.size());
   for (std::size_t at = 0; at < bytes.size();) {
-    std::size_t end = at;
-    for (; end < bytes.size() && static_cast<std::uint8_t>(bytes[end]) < 0x80; ++end) {
-      text.push_back(static_cast<char16_t>(bytes[end]));
-    }
-    if (end == bytes.size()) break;
-    const auto first = static_cast<std::uint8_t>(bytes[end]);
-    const std::size_t length = std::min(code_page.length_from(first), bytes.size() - end);
+    const auto first = static_cast<std::uint8_t>(bytes[at]);
+    const std::size_t length = std::min(code_page.length_from(first), bytes.size() - at);
     if (length == 1) {
       text.push_back(code_page.decode_single(first));
     } else {
-      text.append(code_page.decode(bytes.substr(end, length)));
+      text.append(code_page.decode(bytes.substr(at, length)));
     }
-    at = end + length;
+    at += length;
   }
   return text;
 }

@@ -59,20 +59,32 @@ constexpr bool is_forbidden(char16_t c) {
 #if defined(__GNUC__)
 constexpr std::size_t block_size = 8;
 
-/// Which of the characters cannot be copied, given those that are behind each of them.
-auto stops(const CharacterBlock& block, const CharacterBlock& next) {
-  constexpr std::uint16_t blank = u' ';
-  return is_special(block) | (((block ^ blank) | (next ^ blank)) == 0);
+/// Which of eight characters cannot be copied, or are blanks that have another behind them; two
+/// bits for each.
+std::uint32_t stops_in_block(const char16_t* characters, bool is_blank_behind) {
+  const CharacterBlock block = load_block(characters);
+  const std::uint32_t blanks = bits_of(block == std::uint16_t{u' '});
+  const std::uint32_t blanks_behind = blanks >> 2U | (is_blank_behind ? 0xC000U : 0U);
+  return bits_of(is_special(block)) | (blanks & blanks_behind);
 }
+#endif
 
-/// How many characters can be copied, counted from the last block of a text and beginning with the
-/// one at `from` in it; at most 8.
-std::size_t end_of_copy_in_last(const char16_t* last_block, std::size_t from) {
-  const CharacterBlock block = load_block(last_block);
-  constexpr CharacterBlock none = {};
-  constexpr CharacterBlock indexes = {0, 1, 2, 3, 4, 5, 6, 7};
-  const CharacterBlock next = __builtin_shufflevector(block, none, 1, 2, 3, 4, 5, 6, 7, 8);
-  return first_hit(stops(block, next) & (indexes >= static_cast<std::uint16_t>(from)));
+#if defined(__SSE2__)
+constexpr std::size_t packed_size = 16;
+
+/// Whether sixteen characters are ASCII and can be copied.
+bool is_copied_ascii(const char16_t* characters, bool is_blank_behind) {
+  const auto all = [](char c) { return _mm_set1_epi8(c); };
+  const __m128i packed = load_packed(characters);
+  const auto equal = [&](__m128i masked, char c) { return _mm_cmpeq_epi8(masked, all(c)); };
+  const __m128i quotes = equal(_mm_and_si128(packed, all('\xFB')), '"');
+  const __m128i brackets = equal(_mm_and_si128(packed, all('\xFD')), '<');
+  // Controls, and what is not ASCII.
+  const __m128i others = _mm_or_si128(_mm_cmplt_epi8(packed, all(' ')), equal(packed, '\x7F'));
+  const __m128i stops = _mm_or_si128(_mm_or_si128(quotes, brackets), others);
+  const auto blanks = static_cast<std::uint32_t>(_mm_movemask_epi8(equal(packed, ' ')));
+  const std::uint32_t blanks_behind = blanks >> 1U | (is_blank_behind ? 0x8000U : 0U);
+  return _mm_movemask_epi8(stops) == 0 && (blanks & blanks_behind) == 0;
 }
 #endif
 
@@ -80,14 +92,25 @@ std::size_t end_of_copy_in_last(const char16_t* last_block, std::size_t from) {
 /// behind it.
 std::size_t end_of_copy(std::u16string_view text, std::size_t at) {
 #if defined(__GNUC__)
+  const auto position = [](std::size_t begin, std::uint32_t bits) {
+    return begin + static_cast<std::size_t>(std::countr_zero(bits)) / 2;
+  };
   for (; at + block_size < text.size(); at += block_size) {
-    const char16_t* const from = text.data() + at;
-    const std::size_t copied = first_hit(stops(load_block(from), load_block(from + 1)));
-    if (copied != block_size) return at + copied;
+#if defined(__SSE2__)
+    while (at + packed_size < text.size() &&
+           is_copied_ascii(text.data() + at, text[at + packed_size] == u' ')) {
+      at += packed_size;
+    }
+    if (at + block_size >= text.size()) break;
+#endif
+    const std::uint32_t bits = stops_in_block(text.data() + at, text[at + block_size] == u' ');
+    if (bits != 0) return position(at, bits);
   }
   if (text.size() >= block_size) {
-    const std::size_t last = text.size() - block_size;
-    return last + end_of_copy_in_last(text.data() + last, at - last);
+    // The last block overlaps what has been looked at.
+    const std::size_t begin = text.size() - block_size;
+    const std::uint32_t bits = stops_in_block(text.data() + begin, false) >> (2 * (at - begin));
+    return bits == 0 ? text.size() : position(at, bits);
   }
 #endif
   for (; at < text.size(); ++at) {
