@@ -189,8 +189,11 @@ std::u16string class_of(char16_t letter, std::size_t index) {
   return {u'q', u'e', u'l', u'-', letter, static_cast<char16_t>(u'0' + index)};
 }
 
-/// The state as HTML shows it.
+/// The state as HTML shows it. An index that no table has stands for the default.
 CodeState shown(CodeState state) {
+  constexpr std::int16_t last_index = 9;
+  if (state.font < 0 || state.font > last_index) state.font = 0;
+  if (state.color < 0 || state.color > last_index) state.color = 0;
   unsigned bits = state.attributes & attribute_bits;
   if ((bits & style_codes::superscript_bit) != 0) bits &= ~unsigned{style_codes::subscript_bit};
   state.attributes = static_cast<std::uint8_t>(bits);
