@@ -37,14 +37,6 @@ std::uint32_t bits_of(const Mask& mask) {
   return bits;
 #endif
 }
-
-/// How many of the eight come before the first for which the comparison holds; 8 when it holds for
-/// none.
-template <class Mask>
-std::size_t first_hit(const Mask& mask) {
-  constexpr std::uint32_t end = 1U << 16U;
-  return static_cast<std::size_t>(std::countr_zero(bits_of(mask) | end)) / 2;
-}
 #endif
 
 /// Position of the first character at or after `from` for which `wanted` holds; the length of the

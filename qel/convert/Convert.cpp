@@ -108,7 +108,7 @@ class Converter::Stages {
     const bool begins_html = !options_.from && !begins_rtf && options_.html_reader.is_html &&
                              options_.html_reader.is_html(bytes.substr(0, enough_to_tell));
     const bool is_named = options_.from && !options_.is_from_guessed;
-    if (!is_named && !begins_rtf && mark.length == 0 &&
+    if (options_.is_file && !is_named && !begins_rtf && mark.length == 0 &&
         is_binary(bytes.substr(0, enough_to_tell))) {
       throw Error(Error::type_mismatch, "convert",
                   "the input is neither text nor RTF, but binary data");
