@@ -4,6 +4,7 @@
 #include <string>
 #include <string_view>
 
+#include "qel/base/Utf16.h"
 #include "qel/model/RunSink.h"
 
 namespace qel::convert {
@@ -12,11 +13,13 @@ namespace qel::convert {
 class Writer : public RunSink {
  public:
   std::size_t size() const { return out_.size(); }
-  /// Passes on what is written, except what the writer has to look back at.
+  /// Passes on what is written, except what the writer has to look back at. Surrogate pairs stay
+  /// together.
   template <class Take>
   void drain(Take take) {
     if (out_.size() <= needed_) return;
-    const std::size_t count = out_.size() - needed_;
+    std::size_t count = out_.size() - needed_;
+    if (needed_ > 0 && is_high_surrogate(out_[count - 1])) --count;
     take(std::u16string_view(out_).substr(0, count));
     out_.erase(0, count);
     forget(count);
