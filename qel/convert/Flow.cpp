@@ -117,7 +117,7 @@ std::unique_ptr<Flow> make_plain_flow(const Options& options, InputFormat from,
     return std::make_unique<RewritingFlow>(options, from, units);
   }
   if (options.way == Way::stated) {
-    return std::make_unique<StatedFlow>(options, from, line_break);
+    return std::make_unique<StatedFlow>(options, from, units, line_break);
   }
   return std::make_unique<StreamFlow>(options, from, units, line_break);
 }

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cstdint>
+#include <string>
 #include <utility>
 
 #include "qel/base/Scan.h"
@@ -13,6 +14,7 @@
 #include "qel/convert/RunsJson.h"
 #include "qel/model/StyleDecoder.h"
 #include "qel/platform/Common.h"
+#include "qel/richtext/RtfBytes.h"
 #include "qel/richtext/RtfWriter.h"
 #include "qel/rtf/RTFParser.h"
 
@@ -49,6 +51,14 @@ void drop_last_blank(SegmentCollection& segments) {
   if (!last || !last->text().ends_with(u' ')) return;
   last->keep_first(last->text().size() - 1);
   if (last->length() == 0) segments.Remove(segments.Count());
+}
+
+/// The string of an RTF file each of whose bytes is a unit.
+std::u16string rtf_from_units(const std::u16string& units) {
+  std::string bytes(units.size(), '\0');
+  std::transform(units.begin(), units.end(), bytes.begin(),
+                 [](char16_t unit) { return static_cast<char>(unit); });
+  return richtext::rtf_from_bytes(bytes);
 }
 
 /// One conversion in the stated way.
@@ -199,6 +209,7 @@ void StatedFlow::drain(const Take& take, bool all) {
     case InputFormat::qel:
       return conversion.from_markup(std::move(input_));
     case InputFormat::rtf:
+      if (units_ == richtext::RtfReader::Units::bytes) input_ = rtf_from_units(input_);
       return conversion.from_rtf(input_);
     case InputFormat::text:
       return conversion.from_text(input_);

@@ -53,8 +53,9 @@ class NormalizingFlow : public Flow {
 /// Converts in the stated way, whose rules are stated for whole strings.
 class StatedFlow : public Flow {
  public:
-  StatedFlow(const Options& options, InputFormat from, std::u16string_view line_break)
-      : options_(options), from_(from), line_break_(line_break) {}
+  StatedFlow(const Options& options, InputFormat from, richtext::RtfReader::Units units,
+             std::u16string_view line_break)
+      : options_(options), from_(from), units_(units), line_break_(line_break) {}
 
   std::size_t read(std::u16string_view part, bool /*is_last*/) override {
     input_.append(part);
@@ -66,6 +67,7 @@ class StatedFlow : public Flow {
  private:
   const Options& options_;
   InputFormat from_;
+  richtext::RtfReader::Units units_;
   std::u16string_view line_break_;
   std::u16string input_;
 };
