@@ -106,7 +106,9 @@ void RtfReader::read_control(bool at_start) {
     if (!scanner_.at_end()) read_symbol();
   } else {
     const ControlWord word = scanner_.control_word();
-    if (!is_last_ && scanner_.at_end()) return wait();
+    // A sign may begin the number.
+    const bool ends_in_sign = scanner_.left() == 1 && scanner_.peek() == u'-';
+    if (!is_last_ && (scanner_.at_end() || ends_in_sign)) return wait();
     at_group_start_ = at_start;
     read_word(word);
   }
