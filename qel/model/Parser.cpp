@@ -130,8 +130,10 @@ MarkupScanner::Item MarkupScanner::next() {
     begin = at + (is_escaped ? 1 : code_length);
     at = find_special(is_escaped ? begin + 1 : begin);
   }
-  if (begin < at) return give_text(begin, at);
-  at_ = at;
+  // Two characters of a text tell what it would be behind the one before.
+  const bool is_enough = is_last_ || at - begin > 1;
+  if (begin < at && is_enough) return give_text(begin, at);
+  at_ = begin;
   return Item::end;
 }
 
