@@ -4,11 +4,12 @@
 
 #include "qel/base/Scan.h"
 #include "qel/rtf/Characters.h"
+#include "qel/rtf/CodeTable.h"
 
 namespace qel::rtf {
 
 void SimpleRtfWriter::text(std::u16string_view text, const style_codes::CodeState& state) {
-  walk_.enter(state);
+  walk_.enter(shown_state(state));
   append_rtf_characters(body_, text, parser_);
 }
 

@@ -14,7 +14,8 @@
 namespace qel::rtf {
 
 /// Writes runs as RTF with only the control words that the parser itself writes: the result of
-/// `RTFParser::SimpleRTF`. Breaks may also come within a text.
+/// `RTFParser::SimpleRTF`. Breaks may also come within a text. Text that is raised and lowered at
+/// once is raised.
 class SimpleRtfWriter : public RunSink {
  public:
   /// `parser` must outlive the writer.
