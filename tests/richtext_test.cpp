@@ -231,7 +231,7 @@ TEST(RtfBytes, KeepEveryCharacterAndDropBinaryData) {
   EXPECT_EQ(
       rtf_from_bytes(
           "x{\\bin5 \xFF{}\\\xFF}y\\bin2ab\\bin-1 c\\\\bin1 d\\binary1 e\\bin99999999999999999999 f"sv),
-      u"x{}y\\bin-1 c\\\\bin1 d\\binary1 e");
+      u"x{\\bin0 }y\\bin0 \\bin-1 c\\\\bin1 d\\binary1 e\\bin0 ");
   const std::u16string rtf = u"{\\rtf1 \u00E9\u20AC\u4E2D}";
   EXPECT_EQ(read(rtf_from_bytes(rtf_to_bytes(rtf))).text(), read(rtf).text());
 }

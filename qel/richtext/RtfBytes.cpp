@@ -80,6 +80,7 @@ std::u16string rtf_from_bytes(std::string_view bytes) {
       continue;
     }
     append_widened(rtf, bytes.substr(kept, word - kept));
+    rtf.append(u"\\bin0 ");
     word += length;
     kept = word;
   }

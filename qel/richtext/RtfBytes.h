@@ -7,8 +7,8 @@
 namespace qel::richtext {
 
 /// The RTF of a file as a string. Bytes from 0x80 become "\'hh", so that the code page that the
-/// document or a font declares says what they mean; a byte order mark of UTF-8 is dropped, and so
-/// is binary data ("\bin"), whose bytes are not text.
+/// document or a font declares says what they mean; a byte order mark of UTF-8 is dropped, and
+/// binary data, whose bytes are not text, becomes empty ("\bin0 ").
 std::u16string rtf_from_bytes(std::string_view bytes);
 
 /// The RTF of a string as bytes, all of them below 0x80: other characters are written "\'hh" where
