@@ -125,16 +125,18 @@ class Converter::Stages {
   }
 
   bool feed(std::string_view bytes, bool is_last) {
-    for (;;) {
+    while (!has_ended()) {
       const std::string_view part = bytes.substr(0, part_size);
       bytes.remove_prefix(part.size());
       decode(part, is_last && bytes.empty());
       read(is_last && bytes.empty());
       if (options_.stop && options_.stop()) report_.is_stopped = true;
-      if (report_.is_stopped || flow_->is_closed()) return false;
-      if (bytes.empty()) return true;
+      if (bytes.empty()) break;
     }
+    return !has_ended();
   }
+
+  bool has_ended() const { return report_.is_stopped || flow_->is_closed(); }
 
   /// Adds the bytes to the text that is not read yet.
   void decode(std::string_view bytes, bool is_last) {
