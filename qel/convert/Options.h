@@ -54,8 +54,8 @@ struct Options {
   QELIndexFonts fonts;
   std::shared_ptr<const QELIndexColors> colors = std::make_shared<QELIndexColors>();
   Way way = Way::lossless;
-  /// Whether the input is a file of lines: the line break at its end is not part of its markup, and
-  /// it is refused where it is binary.
+  /// Whether the input is a file of lines: it is refused where it is binary, and in the lossless
+  /// way the line break at its end is not part of its markup.
   bool is_file = true;
   HtmlOptions html;        ///< how HTML is written
   HtmlReader html_reader;  ///< none: HTML cannot be read
