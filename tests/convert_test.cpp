@@ -1,0 +1,550 @@
+#include "qel/convert/Convert.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <functional>
+#include <optional>
+#include <stdexcept>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "qel/base/Scan.h"
+#include "qel/base/Utf8.h"
+#include "qel/convert/Flow.h"
+#include "qel/convert/MarkupOutput.h"
+#include "qel/convert/RtfOutput.h"
+#include "qel/model/Parser.h"
+#include "qel/model/StyleDecoder.h"
+#include "qel/platform/Common.h"
+#include "qel/richtext/CodePage.h"
+#include "qel/richtext/DocumentReader.h"
+#include "qel/richtext/RtfBytes.h"
+#include "qel/richtext/RtfWriter.h"
+#include "qel/rtf/RTFParser.h"
+#include "support/Random.h"
+#include "support/Text.h"
+
+namespace qel::convert {
+namespace {
+
+/// More than tells the format of an input, so that what follows is read as it comes.
+constexpr std::size_t beginning = 4100;
+
+const std::vector<std::u16string_view>& text_pieces() {
+  static const auto pieces = [] {
+    auto all = test::markup_vocabulary();
+    all.insert(all.end(), {u"\r", u"\n", u"\r\n", u"\n\n", u" ", u"~~", u"nl", u"1", u"b", u"/n",
+                           u"\\\\b1", u"\u20AC", u"\u00A0", u"\u2028", u"\u0001", u"\u05E9\u05DC"});
+    return all;
+  }();
+  return pieces;
+}
+
+const std::vector<std::u16string_view>& rtf_pieces() {
+  static const std::vector<std::u16string_view> pieces = {
+      u"\\b ",
+      u"\\b0",
+      u"\\b",
+      u"\\i1 x",
+      u"\\plain ",
+      u"\\f1 ",
+      u"\\f2",
+      u"\\cf1 ",
+      u"\\fs40 ",
+      u"\\up6 ",
+      u"\\sub",
+      u"\\scaps",
+      u"\\v ",
+      u"\\v0 ",
+      u"\\par ",
+      u"\\line",
+      u"\\tab ",
+      u"\\cell ",
+      u"\\row",
+      u"\\pard",
+      u"\\qc ",
+      u"{",
+      u"}",
+      u"{\\*\\x",
+      u"\\\\",
+      u"\\{",
+      u"\\}",
+      u"\\~",
+      u"\\'e9",
+      u"\\'82\\'a0",
+      u"\\'",
+      u"\\'8",
+      u"\\u8364?",
+      u"\\uc2 ",
+      u"\\u-10179?\\u-8704?",
+      u"\\uc0",
+      u"\\u233",
+      u"\\bin3 ",
+      u"\\bin1",
+      u"\\",
+      u"\r\n",
+      u"\n",
+      u"a",
+      u"word",
+      u"/b1",
+      u"/",
+      u"nl",
+      u"~",
+      u" ",
+      u"12",
+      u"-1",
+      u"\\endash ",
+      u"\\zzz9 ",
+      u"\\ansicpg932 ",
+      u"{\\fonttbl{\\f1 Courier New;}{\\f2\\fcharset128 M\\'82;}}",
+      u"{\\colortbl;\\red0\\green128\\blue0;}",
+      u"{\\shptxt a",
+      u"{\\listtext 1.\\tab}",
+      u"{\\field{\\*\\fldinst SYMBOL 183 \\\\f Symbol}{\\fldrslt b}}",
+      u"{\\upr{a}{\\*\\ud b}}"};
+  return pieces;
+}
+
+/// An input, and the string that its bytes stand for.
+struct Input {
+  std::string bytes;
+  std::u16string text;
+};
+
+void put_units(std::string& bytes, std::u16string_view text, bool big_endian) {
+  for (const char16_t unit : text) {
+    const char low = static_cast<char>(unit & 0xFF);
+    const char high = static_cast<char>(unit >> 8);
+    bytes.push_back(big_endian ? high : low);
+    bytes.push_back(big_endian ? low : high);
+  }
+}
+
+/// In UTF-16 with a mark.
+Input in_utf16(test::Random& random, std::u16string text) {
+  const bool big_endian = random.one_in(2);
+  std::string bytes = big_endian ? "\xFE\xFF" : "\xFF\xFE";
+  put_units(bytes, text, big_endian);
+  if (random.one_in(4)) {
+    bytes.push_back('\x93');
+    text.push_back(u'\u201C');
+  }
+  return {bytes, text};
+}
+
+Input random_text(test::Random& random, std::size_t pieces) {
+  const std::vector<std::u16string_view> fillers = {u"x", u"/b1/b0", u"\n", u"\u00E9"};
+  std::u16string text = test::repeated(random.pick(fillers), beginning);
+  if (random.one_in(5)) {
+    text.append(random.text(text_pieces(), pieces));
+    return in_utf16(random, text);
+  }
+  static const std::vector<std::string_view> invalid = {
+      "\xE9", "\x80", "\xC0\xAF", "\xED\xA0\x80", "\xE2\x82", "\xF0\x9F\x98", "\xF4\x90\x80\x80"};
+  std::string bytes = to_utf8(text);
+  for (; pieces > 0; --pieces) {
+    if (random.one_in(12)) {
+      bytes.append(random.pick(invalid));
+    } else {
+      bytes.append(to_utf8(random.pick(text_pieces())));
+    }
+  }
+  text = from_utf8(bytes, richtext::decode_western);
+  if (random.one_in(4)) bytes.insert(0, "\xEF\xBB\xBF");
+  return {bytes, text};
+}
+
+std::u16string rtf_of(test::Random& random, std::size_t pieces) {
+  if (random.one_in(2)) return u"{\\rtf1 " + random.text(rtf_pieces(), pieces);
+  std::u16string rtf = rtf_from_markup(random.text(text_pieces(), pieces));
+  if (random.one_in(2)) rtf.erase(6 + random.below(rtf.size() - 6), random.below(20));
+  if (random.one_in(2)) rtf.insert(6 + random.below(rtf.size() - 6), random.pick(rtf_pieces()));
+  return rtf;
+}
+
+Input random_rtf(test::Random& random, std::size_t pieces) {
+  std::u16string rtf = rtf_of(random, pieces);
+  rtf.insert(6, test::repeated(u"\n", beginning));
+  if (random.one_in(20)) rtf.insert(0, u"no RTF");
+  if (random.one_in(5)) return in_utf16(random, rtf);
+  const std::string bytes = random.one_in(2) ? richtext::rtf_to_bytes(rtf) : to_utf8(rtf);
+  if (!is_rtf(bytes)) return {bytes, from_utf8(bytes, richtext::decode_western)};
+  return {bytes, richtext::rtf_from_bytes(bytes)};
+}
+
+Options random_options(test::Random& random) {
+  Options options;
+  options.from =
+      std::vector{InputFormat::qel, InputFormat::rtf, InputFormat::text}[random.below(3)];
+  options.to = static_cast<OutputFormat>(random.below(7));
+  options.way = random.one_in(4) ? Way::stated : Way::lossless;
+  options.is_file = random.one_in(2);
+  for (std::int16_t i = 4; i <= 9; ++i)
+    options.fonts.put_Font(i, std::u16string(u"Font ") + u"456789"[i - 4]);
+  if (random.one_in(3)) {
+    options.switches = {random.one_in(2), random.one_in(2), random.one_in(2), random.one_in(2)};
+  }
+  return options;
+}
+
+/// What the members make of the whole string; none where they have no such conversion.
+class Members {
+ public:
+  explicit Members(const Options& options) : options_(options), fonts_(options.fonts) {
+    parser_.put_Lossless(is_lossless());
+    parser_.put_ConvertNLToSpace(options.switches.convert_nl_to_space);
+    parser_.put_ConvertTabsToSpace(options.switches.convert_tabs_to_space);
+    parser_.put_RecognizeCRLF(options.switches.recognize_crlf);
+    parser_.put_RecognizeTabs(options.switches.recognize_tabs);
+  }
+
+  std::optional<std::string> convert(std::u16string text) {
+    switch (*options_.from) {
+      case InputFormat::qel:
+        return from_markup(options_.is_file && is_lossless() ? without_last_break(text) : text);
+      case InputFormat::rtf:
+        return richtext::is_rtf(text) ? from_rtf(text) : from_text(text);
+      case InputFormat::text:
+        return from_text(text);
+    }
+    return {};
+  }
+
+ private:
+  bool is_lossless() const { return options_.way == Way::lossless; }
+  bool has_switches() const { return options_.switches != Switches(); }
+
+  static std::u16string without_last_break(std::u16string text) {
+    if (text.ends_with(u'\n')) text.pop_back();
+    if (text.ends_with(u'\r')) text.pop_back();
+    return text;
+  }
+
+  std::optional<std::string> from_markup(const std::u16string& markup) {
+    switch (options_.to) {
+      case OutputFormat::rtf:
+        return in_bytes(parser_.QELToRTF(markup, fonts_, *options_.colors));
+      case OutputFormat::rtf_body:
+        return in_bytes(parser_.QELToRTFWithoutTables(markup));
+      case OutputFormat::simple_rtf:
+        if (is_lossless() && has_switches()) return {};
+        return in_bytes(parser_.SimpleRTF(parser_.QELToRTF(markup, fonts_, *options_.colors),
+                                          fonts_, *options_.colors));
+      default:
+        return decoded(markup);
+    }
+  }
+
+  std::optional<std::string> from_rtf(const std::u16string& rtf) {
+    if (options_.to == OutputFormat::rtf) {
+      const richtext::CharFormat base = base_format(options_);
+      const richtext::Document document = richtext::read_document(rtf, base);
+      return in_bytes(richtext::write_rtf(document, {0, document.size()}, base));
+    }
+    if (options_.to == OutputFormat::text) return in_lines(parser_.RTFToText(rtf));
+    if (is_lossless() && has_switches()) return {};
+    if (options_.to == OutputFormat::simple_rtf)
+      return in_bytes(parser_.SimpleRTF(rtf, fonts_, *options_.colors));
+    const std::u16string markup = parser_.RTFToQEL(rtf, fonts_, *options_.colors);
+    if (options_.to == OutputFormat::qel) return to_utf8(markup);
+    if (options_.to == OutputFormat::rtf_body)
+      return in_bytes(parser_.QELToRTFWithoutTables(markup));
+    return is_lossless() || has_switches() ? std::nullopt : decoded(markup);
+  }
+
+  /// By way of markup that means the text.
+  std::optional<std::string> from_text(std::u16string_view text) {
+    if (!is_lossless()) return {};
+    std::u16string plain = replace_all(std::u16string(text), u"\r\n", u"\n");
+    plain = replace_all(std::move(plain), u"\r", u"\n");
+    if (options_.to == OutputFormat::text) return in_lines(replace_all(plain, u"\n", u"\r\n"));
+    const std::u16string markup = markup_from_text(text);
+    EXPECT_EQ(text_from_markup(markup), replace_all(plain, u"\n", u"\r\n"));
+    // Markup keeps breaks and tabs where it becomes a body.
+    if (options_.to == OutputFormat::rtf_body && has_switches()) return {};
+    return from_markup(markup);
+  }
+
+  std::optional<std::string> decoded(const std::u16string& markup) const {
+    StyleDecoder decoder;
+    decoder.put_Lossless(is_lossless());
+    decoder.put_QELText(markup);
+    if (options_.to == OutputFormat::text && (is_lossless() || !has_switches()))
+      return in_lines(decoder.GetQELText(ofPlainText | ofLineCodes, false, false));
+    if (has_switches()) return {};
+    if (options_.to == OutputFormat::qel)
+      return to_utf8(decoder.GetQELText(ofLineCodes, false, false));
+    if (options_.to == OutputFormat::qelv6)
+      return to_utf8(decoder.GetQELTextv6(ofLineCodes, false, false));
+    return {};
+  }
+
+  /// Lossless, the switches act on the text, which the members do not do.
+  std::string in_lines(std::u16string text) const {
+    text = replace_all(std::move(text), u"\r\n", u"\n");
+    const Switches& switches = options_.switches;
+    if (!is_lossless()) return to_utf8(text);
+    if (!switches.recognize_tabs) {
+      text = replace_all(std::move(text), u"\t", switches.convert_tabs_to_space ? u" " : u"");
+    }
+    if (!switches.keep_breaks()) {
+      text = replace_all(std::move(text), u"\n", switches.convert_nl_to_space ? u" " : u"");
+    }
+    if (switches.convert_nl_to_space && text.ends_with(u' ')) text.pop_back();
+    return to_utf8(text);
+  }
+
+  static std::string in_bytes(std::u16string_view rtf) { return richtext::rtf_to_bytes(rtf); }
+
+  const Options& options_;
+  QELIndexFonts fonts_;
+  RTFParser parser_;
+};
+
+/// `bytes` pushed in parts, the first one up to `first_cut`.
+template <class Size>
+std::string pushed(std::string_view bytes, const Options& options, std::size_t first_cut,
+                   Size size) {
+  std::string output;
+  Converter converter(options, [&](std::string_view piece) { output.append(piece); });
+  converter.push(bytes.substr(0, first_cut));
+  for (std::size_t at = first_cut; at < bytes.size();) {
+    const std::size_t count = size();
+    converter.push(bytes.substr(at, count));
+    at += count;
+  }
+  const Report report = converter.finish();
+  EXPECT_EQ(report.bytes_in, bytes.size());
+  EXPECT_EQ(report.bytes_out, output.size());
+  EXPECT_FALSE(report.is_stopped);
+  return output;
+}
+
+/// Shows where they begin to differ.
+void expect_same(const std::string& is, const std::string& expected, const std::string& where) {
+  if (is == expected) return;
+  const auto at = std::mismatch(is.begin(), is.end(), expected.begin(), expected.end()).first;
+  const auto from = static_cast<std::size_t>(std::max<std::ptrdiff_t>(at - is.begin() - 60, 0));
+  EXPECT_EQ(is.substr(from, 120), expected.substr(from, 120)) << where;
+  FAIL() << where;
+}
+
+void check_cuts(test::Random& random, const Input& input, const Options& options) {
+  const std::string whole = convert(input.bytes, options);
+  if (const auto expected = Members(options).convert(input.text)) {
+    expect_same(whole, *expected, "all at once");
+  }
+  const std::size_t most = random.one_in(3) ? 1 : random.one_in(2) ? 8 : 5000;
+  const auto size = [&] { return 1 + random.below(most); };
+  expect_same(pushed(input.bytes, options, random.below(input.bytes.size()), size), whole,
+              "in parts of up to " + std::to_string(most));
+  // Whatever is cut in two, among a hundred bytes.
+  if (options.way == Way::stated || input.bytes.size() <= beginning) return;
+  const std::size_t from = beginning + random.below(input.bytes.size() - beginning);
+  const std::size_t end = std::min(input.bytes.size(), from + 100);
+  for (std::size_t at = input.bytes.size() > 5 * beginning ? end : from; at < end; ++at) {
+    expect_same(pushed(input.bytes, options, at, [] { return std::string::npos / 2; }), whole,
+                "cut at " + std::to_string(at));
+  }
+}
+
+TEST(Convert, StreamsCutAnywhereGiveWhatTheMembersGive) {
+  const Common::ConversionSlots slots;
+  for (std::uint32_t i = 0; i < 2000; ++i) {
+    test::Random random(test::base_seed() + i);
+    const Options options = random_options(random);
+    // Now and then more than is written at once.
+    const std::size_t pieces = random.one_in(25) ? 20000 : random.below(12);
+    const Input input =
+        options.from == InputFormat::rtf ? random_rtf(random, pieces) : random_text(random, pieces);
+    SCOPED_TRACE(random.describe() + " from " + std::to_string(static_cast<int>(*options.from)) +
+                 " to " + std::to_string(static_cast<int>(options.to)) + " " +
+                 (options.way == Way::lossless ? "lossless " : "stated ") +
+                 test::shown(std::u16string_view(input.text).substr(beginning, 500)));
+    check_cuts(random, input, options);
+    if (HasFailure()) return;
+  }
+}
+
+/// Takes what is written at every place where a stream may do so.
+template <class Output>
+class DrainedRuns : public RunSink {
+ public:
+  template <class... Arguments>
+  explicit DrainedRuns(Arguments... arguments) : output_(arguments...) {}
+
+  void text(std::u16string_view text, const style_codes::CodeState& state) override {
+    output_.text(text, state);
+    output_.drain(take_);
+  }
+  void line_break(const style_codes::CodeState& state) override {
+    output_.line_break(state);
+    output_.drain(take_);
+  }
+  void finish() override {
+    output_.finish();
+    output_.drain_all(take_);
+  }
+  const std::string& taken() const { return taken_; }
+
+ private:
+  Output output_;
+  std::string taken_;
+  std::function<void(std::u16string_view)> take_ = [this](auto piece) {
+    append_utf8(taken_, piece);
+  };
+};
+
+TEST(Convert, WhatIsWrittenDoesNotDependOnWhenItIsTaken) {
+  for (std::uint32_t i = 0; i < 20000; ++i) {
+    test::Random random(test::base_seed() + i);
+    const std::u16string markup = random.text(text_pieces(), random.below(15));
+    SCOPED_TRACE(random.describe() + " " + test::shown(markup));
+    StyleDecoder decoder;
+    decoder.put_Lossless(true);
+    decoder.put_QELText(markup);
+    RTFParser parser;
+    parser.put_Lossless(true);
+    DrainedRuns<MarkupOutput> written(style_codes::CodeSet::lossless, true);
+    DrainedRuns<RtfOutput> body{RtfOutput::Body()};
+    for (RunSink* const sink : {static_cast<RunSink*>(&written), static_cast<RunSink*>(&body)}) {
+      MarkupScanner scanner(markup, Way::lossless);
+      if (sink == &body) scanner.read_codes_of_rtf();
+      read_runs(scanner, *sink);
+      sink->finish();
+    }
+    ASSERT_EQ(written.taken(), to_utf8(decoder.get_QELText()));
+    ASSERT_EQ(body.taken(), to_utf8(parser.QELToRTFWithoutTables(markup)));
+  }
+}
+
+TEST(Convert, StringsInUtf16AndUtf8ConvertAlike) {
+  const auto with_lines = [](std::u16string_view text) {
+    return replace_all(std::u16string(text), u"\r\n", u"\n");
+  };
+  for (std::uint32_t i = 0; i < 2000; ++i) {
+    test::Random random(test::base_seed() + i);
+    const std::u16string text = random.text(text_pieces(), random.below(20));
+    SCOPED_TRACE(random.describe() + " " + test::shown(text));
+    const std::string bytes = to_utf8(text);
+    EXPECT_EQ(rtf_from_markup(bytes), richtext::rtf_to_bytes(rtf_from_markup(text)));
+    EXPECT_EQ(text_from_markup(bytes), to_utf8(with_lines(text_from_markup(text))));
+    EXPECT_EQ(markup_from_text(bytes), to_utf8(markup_from_text(text)));
+    const std::string rtf = richtext::rtf_to_bytes(rtf_of(random, random.below(20)));
+    const std::u16string units = richtext::rtf_from_bytes(rtf);
+    EXPECT_EQ(markup_from_rtf(rtf), to_utf8(markup_from_rtf(units))) << rtf;
+    EXPECT_EQ(text_from_rtf(rtf), to_utf8(with_lines(text_from_rtf(units)))) << rtf;
+    if (HasFailure()) return;
+  }
+}
+
+Options options_for(InputFormat from, OutputFormat to, Way way = Way::lossless) {
+  Options options;
+  options.from = from;
+  options.to = to;
+  options.way = way;
+  return options;
+}
+
+TEST(Convert, EndsWhereTheCallerSaysSo) {
+  const std::string markup =
+      "/b1word ~/b1 " + std::string(300000, 'x') + "/b0/f2//b1" + std::string(300000, 'y');
+  for (const Way way : {Way::lossless, Way::stated}) {
+    Options options = options_for(InputFormat::qel, OutputFormat::qel, way);
+    const std::string whole = convert(markup, options);
+    for (const std::size_t piece : {std::size_t{1000}, std::size_t{40001}, markup.size()}) {
+      for (int last_question = 1; last_question < 45; last_question += 11) {
+        std::size_t read = 0;
+        std::size_t read_before = 0;
+        std::size_t longest = 0;
+        int questions = 0;
+        options.stop = [&] {
+          longest = std::max(longest, read - read_before);
+          read_before = read;
+          return ++questions == last_question;
+        };
+        std::string output;
+        const auto source = [&](char* buffer, std::size_t size) {
+          const std::size_t count = std::min({size, piece, markup.size() - read});
+          markup.copy(buffer, count, read);
+          read += count;
+          return count;
+        };
+        const Report report = convert(
+            source, [&](std::string_view bytes) { output.append(bytes); }, options);
+        ASSERT_EQ(questions, last_question) << "asked again";
+        ASSERT_LE(longest, 64U << 10U);
+        ASSERT_TRUE(report.is_stopped);
+        ASSERT_LT(report.bytes_in, markup.size());
+        ASSERT_EQ(report.bytes_out, output.size());
+        ASSERT_TRUE(whole.starts_with(output));
+      }
+    }
+  }
+  Options options = options_for(InputFormat::qel, OutputFormat::text);
+  int questions = 0;
+  options.stop = [&] { return ++questions > 1; };
+  std::string output;
+  Converter converter(options, [&](std::string_view bytes) { output.append(bytes); });
+  EXPECT_FALSE(converter.push(markup)) << "one large piece";
+  EXPECT_FALSE(converter.push(markup));
+  EXPECT_TRUE(converter.finish().is_stopped);
+  EXPECT_EQ(questions, 2);
+  EXPECT_LT(output.size(), 64U << 10U);
+}
+
+TEST(Convert, PassesOnWhatTheSinkRaises) {
+  for (const Way way : {Way::lossless, Way::stated}) {
+    for (const OutputFormat to :
+         {OutputFormat::text, OutputFormat::rtf, OutputFormat::simple_rtf}) {
+      const Options options = options_for(InputFormat::qel, to, way);
+      const Sink full = [](std::string_view) { throw std::length_error("full"); };
+      EXPECT_THROW(
+          {
+            Converter converter(options, full);
+            converter.push(std::string(100000, 'x'));
+            converter.finish();
+          },
+          std::length_error);
+    }
+  }
+}
+
+TEST(Convert, InputsWithoutMuchInThem) {
+  struct Row {
+    InputFormat from;
+    std::string_view bytes;
+    std::string text;
+  };
+  for (const Row& row : std::vector<Row>{
+           {InputFormat::qel, "", ""},
+           {InputFormat::rtf, "", ""},
+           {InputFormat::text, "", ""},
+           {InputFormat::qel, "\xEF\xBB\xBF", ""},
+           {InputFormat::qel, "\xFF\xFE", ""},
+           {InputFormat::qel, "\xEF\xBB", "\u00EF\u00BB"},
+           {InputFormat::text, "a\xF0\x9F\x98", "a\u00F0\u0178\u02DC"},
+           {InputFormat::text, "\xFE\xFF\xD8\x3D", "\uFFFD"},
+           {InputFormat::text, std::string_view("\xFE\xFF\0a\xD8\x3D\xDE", 7), "a\uFFFD\u00DE"},
+           {InputFormat::qel, "a\r\n", "a"},
+           {InputFormat::text, "a\r", "a\n"},
+           {InputFormat::rtf, "{\\rtf1 a\\'e", "ae"},
+           {InputFormat::rtf, "{\\rtf1 a}b}", "a"}}) {
+    const Options options = options_for(row.from, OutputFormat::text);
+    EXPECT_EQ(convert(row.bytes, options), row.text) << row.bytes;
+    EXPECT_EQ(pushed(row.bytes, options, 0, [] { return std::size_t{1}; }), row.text) << row.bytes;
+  }
+  std::string output;
+  Converter converter(options_for(InputFormat::rtf, OutputFormat::text),
+                      [&](std::string_view bytes) { output.append(bytes); });
+  EXPECT_TRUE(converter.push("{\\rtf1 a" + std::string(5000, '\n')));
+  EXPECT_FALSE(converter.push("b}c{\\rtf1 "));
+  EXPECT_FALSE(converter.push(std::string(50000, 'd')));
+  EXPECT_EQ(converter.finish().bytes_out, 2U);
+  EXPECT_EQ(output, "ab");
+}
+
+}  // namespace
+}  // namespace qel::convert
