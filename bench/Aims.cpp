@@ -18,10 +18,12 @@ struct Aim {
 };
 
 constexpr std::array aims = {
-    Aim{"markup_to_rtf", "md4c_to_html", large_size, 2},
-    Aim{"decode", "md4c_parse", large_size, 1},
+    Aim{"markup_to_rtf", "md4c_to_html", large_size, 5},
+    Aim{"markup_file_to_rtf", "md4c_to_html", large_size, 1},
+    Aim{"markup_file_to_html", "md4c_to_html", large_size, 3},
+    Aim{"decode", "md4c_parse", large_size, 1.3},
     Aim{"rtf_file_to_markup", "unrtf_to_text", large_size, 20},
-    Aim{"rtf_file_to_markup", "md4c_parse", large_size, 0.5},
+    Aim{"rtf_file_to_markup", "md4c_parse", large_size, 1},
     // The control reads and puts runs: that has to be worth it.
     Aim{"assign_text", "markup_to_box", small_size, 1.5},
     Aim{"read_text", "box_to_markup", small_size, 1.5},
@@ -61,10 +63,18 @@ struct Growth {
 };
 
 constexpr std::array growths = {
-    Growth{"markup_to_rtf", medium_size, 11},        Growth{"rtf_file_to_markup", medium_size, 11},
-    Growth{"rtf_string_to_markup", medium_size, 11}, Growth{"decode", medium_size, 11},
-    Growth{"decode_into_words", medium_size, 11},    Growth{"encode", medium_size, 11},
-    Growth{"box_to_rtf", medium_size, 11},           Growth{"word_wrap", ten_thousand_words, 10},
+    Growth{"markup_file_to_rtf", medium_size, 10.5},
+    Growth{"markup_file_to_html", medium_size, 10.5},
+    Growth{"markup_file_to_text", medium_size, 10.5},
+    Growth{"rtf_file_to_markup", medium_size, 10.5},
+    Growth{"rtf_file_to_text", medium_size, 10.5},
+    Growth{"markup_to_rtf", medium_size, 10.5},
+    Growth{"rtf_string_to_markup", medium_size, 10.5},
+    Growth{"decode", medium_size, 10.5},
+    Growth{"decode_into_words", medium_size, 10.5},
+    Growth{"encode", medium_size, 10.5},
+    Growth{"box_to_rtf", medium_size, 10.5},
+    Growth{"word_wrap", ten_thousand_words, 10},
 };
 
 /// What a user waits for.

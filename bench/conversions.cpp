@@ -68,6 +68,12 @@ void markup_file_to_rtf(State& state) {
 }
 BENCHMARK(markup_file_to_rtf)->Apply(all_sizes);
 
+void markup_file_to_html(State& state) {
+  convert_bytes(state, input(state).markup_file, convert::InputFormat::qel,
+                convert::OutputFormat::html);
+}
+BENCHMARK(markup_file_to_html)->Apply(all_sizes);
+
 void markup_file_to_text(State& state) {
   convert_bytes(state, input(state).markup_file, convert::InputFormat::qel,
                 convert::OutputFormat::text);

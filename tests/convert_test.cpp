@@ -208,6 +208,8 @@ class Members {
         return richtext::is_rtf(text) ? from_rtf(text) : from_text(text);
       case InputFormat::text:
         return from_text(text);
+      case InputFormat::html:
+        break;
     }
     return {};
   }

@@ -45,8 +45,8 @@ enum Kind : std::uint8_t {
 
 inline constexpr auto kinds = [] {
   std::array<std::uint8_t, 128> table = {};
-  for (const char letter : {'b', 'i', 'u', 'p', 's', 'k', 't'}) {
-    table[static_cast<std::size_t>(letter)] = toggle | escapable;
+  for (const char16_t letter : {u'b', u'i', u'u', u'p', u's', u'k', u't'}) {
+    table[letter] = toggle | escapable;
   }
   table['c'] = toggle;
   table['f'] = table['y'] = index | escapable;

@@ -92,16 +92,6 @@ bool append_body(std::u16string& out, std::u16string_view markup) {
   return two_backslashes;
 }
 
-void append_words(std::u16string& out, std::u16string_view codes) {
-  for (; !codes.empty(); codes.remove_prefix(code_length)) {
-    if (codes[1] == u'c') {
-      out.append(codes[2] == u'1' ? u"\\scaps1 " : u"\\scaps0 ");
-    } else if (const CodeRow* const row = code_index.find(codes[1], codes[2])) {
-      out.append(row->rtf);
-    }
-  }
-}
-
 void append_text(std::u16string& out, std::u16string_view text) {
   for (std::size_t at = 0; at < text.size(); ++at) {
     const std::size_t special = find_any<u'\\', u'{', u'}', u'\t'>(text, at);

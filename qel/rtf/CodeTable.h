@@ -51,8 +51,16 @@ constexpr style_codes::CodeState shown_state(style_codes::CodeState state) {
   return state;
 }
 
-/// Appends the RTF of a sequence of codes and nothing else, those of small capitals among them.
-void append_words(std::u16string& out, std::u16string_view codes);
+/// The RTF of the code with this letter and this digit, that of small capitals too; empty where
+/// there is none.
+constexpr std::u16string_view rtf_word(char16_t letter, char16_t digit) {
+  if (letter == u'c') return digit == u'1' ? u"\\scaps1 " : u"\\scaps0 ";
+  for (const CodeRow& row : code_table) {
+    if (row.qel.size() == 3 && row.qel[1] == letter && row.qel[2] == digit) return row.rtf;
+  }
+  return {};
+}
+
 /// Appends text without breaks in which nothing is a code.
 void append_text(std::u16string& out, std::u16string_view text);
 

@@ -31,10 +31,10 @@ class RtfBodyWriter : public RunSink {
 
  private:
   void enter(style_codes::CodeState state);
+  void append_index(std::u16string_view word, int index, int number);
 
   std::u16string& out_;
   style_codes::CodeState last_;
-  std::u16string codes_;
 };
 
 }  // namespace qel::rtf
