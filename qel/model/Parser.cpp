@@ -106,11 +106,14 @@ bool MarkupScanner::is_cut(std::size_t at) const {
 MarkupScanner::Item MarkupScanner::next() {
   goes_on_ = std::exchange(is_literal_, false);
   std::size_t begin = at_;
+  Special known = std::exchange(known_, Special::none);
   // A slash behind its tilde is text.
-  std::size_t at = find_special(goes_on_ ? begin + 1 : begin);
+  std::size_t at = begin;
+  if (known == Special::none) at = find_special(goes_on_ ? begin + 1 : begin);
   while (at < markup_.size()) {
     if (is_cut(at)) break;
-    const Special special = special_at(at);
+    const Special special = known != Special::none ? known : special_at(at);
+    known = Special::none;
     if (special == Special::none) {
       at = find_special(at + 1);
       continue;
@@ -118,7 +121,11 @@ MarkupScanner::Item MarkupScanner::next() {
     if (at > begin) {
       const Item item = give_text(begin, at);
       is_literal_ = special == Special::escaped_code;
-      if (is_literal_) ++at_;
+      if (is_literal_) {
+        ++at_;
+      } else {
+        known_ = special;
+      }
       return item;
     }
     if (special == Special::line_break) {
@@ -143,17 +150,15 @@ void MarkupScanner::apply(char16_t letter, char16_t digit) {
   const unsigned index = static_cast<unsigned>(digit - u'0');
   if (letter == u'f') {
     select(fonts_, index);
+    state_.font = highest(fonts_);
   } else if (letter == u'y') {
     select(colors_, index);
-  } else if (index == 1) {
-    attributes_ |= bit_of(letter);
+    state_.color = highest(colors_);
   } else {
-    attributes_ &= ~bit_of(letter);
+    const unsigned bit = bit_of(letter);
+    const unsigned others = state_.attributes & ~bit;
+    state_.attributes = static_cast<std::uint8_t>(index == 1 ? others | bit : others);
   }
-}
-
-style_codes::CodeState MarkupScanner::state() const {
-  return {static_cast<std::uint8_t>(attributes_), highest(fonts_), highest(colors_)};
 }
 
 void read_runs(MarkupScanner& scanner, RunSink& sink) {

@@ -39,7 +39,7 @@ class MarkupScanner {
   std::u16string_view text() const { return text_; }
   /// Whether the text belongs to the one before it: only a tilde stands between them.
   bool goes_on() const { return goes_on_; }
-  style_codes::CodeState state() const;
+  const style_codes::CodeState& state() const { return state_; }
 
  private:
   enum class Special : std::uint8_t { none, code, escaped_code, line_break };
@@ -58,12 +58,13 @@ class MarkupScanner {
   bool goes_on_ = false;
   bool is_literal_ = false;  // whether the slash at `at_` is text
   std::size_t at_ = 0;
+  Special known_ = Special::none;  // of what stands there, if that has been looked at
   std::u16string_view text_;
   // Flags of fonts and colours accumulate until "/f0" or "/y0" clears them; the highest one counts.
   // Bit k stands for index k; bit 0 is never set.
-  unsigned attributes_ = 0;
   unsigned fonts_ = 0;
   unsigned colors_ = 0;
+  style_codes::CodeState state_;
 };
 
 /// Passes what the scanner finds in its markup to a sink, but not the end.

@@ -79,13 +79,6 @@ void append_font_off(std::u16string& out, std::int16_t font) {
 
 }  // namespace
 
-unsigned attribute_bit(char16_t letter) {
-  for (std::size_t i = 0; i < attributes.size(); ++i) {
-    if (attributes[i].letter == letter) return 1U << i;
-  }
-  return 0;
-}
-
 CodeState state_of(const iStyle& style) {
   unsigned bits = 0;
   for (std::size_t i = 0; i < attributes.size(); ++i) {

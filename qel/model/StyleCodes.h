@@ -38,7 +38,28 @@ struct CodeState {
 };
 
 /// The bit of the attribute whose codes have this letter; 0 for a letter that no attribute has.
-unsigned attribute_bit(char16_t letter);
+constexpr unsigned attribute_bit(char16_t letter) {
+  switch (letter) {
+    case u'b':
+      return bold_bit;
+    case u'i':
+      return italic_bit;
+    case u'u':
+      return underline_bit;
+    case u'c':
+      return small_caps_bit;
+    case u'k':
+      return strike_through_bit;
+    case u's':
+      return subscript_bit;
+    case u'p':
+      return superscript_bit;
+    case u't':
+      return unicode_bit;
+    default:
+      return 0;
+  }
+}
 
 CodeState state_of(const iStyle& style);
 /// A default style with these attributes, font and colour.
