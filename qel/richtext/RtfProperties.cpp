@@ -162,6 +162,9 @@ void RtfProperties::set_destination(std::int32_t destination, Parameter /*parame
   if (has_text_parts(state_.destination) && !may_have_parts) {
     state_.destination = Destination::skipped;
   }
+  const bool is_table = state_.destination == Destination::font_table ||
+                        state_.destination == Destination::color_table;
+  if (!is_table) return;
   formats_.forget();
   symbol_font_.reset();
 }

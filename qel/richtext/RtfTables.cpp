@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <cstddef>
 #include <utility>
 
 #include "qel/richtext/CodePage.h"
@@ -33,6 +34,11 @@ std::size_t end_of_family(std::u16string_view name, int code_page) {
 void RtfFontTable::set_character_set(std::int32_t character_set) {
   // A code page that the entry names outright holds, whatever the character set.
   if (!font_.code_page) font_.code_page = code_page_of_character_set(character_set);
+}
+
+void RtfFontTable::add_to_name(std::u16string_view text) {
+  constexpr std::size_t longest = 200;
+  font_.name.append(text.substr(0, longest - std::min(font_.name.size(), longest)));
 }
 
 void RtfFontTable::read_text(std::u16string_view text) {

@@ -12,7 +12,8 @@
 
 namespace qel::richtext {
 
-/// The fonts of an RTF document, collected while its font table is read.
+/// The fonts of an RTF document, collected while its font table is read. Of a name that is longer
+/// than any font's the beginning is kept.
 class RtfFontTable {
  public:
   struct Font {
@@ -24,7 +25,7 @@ class RtfFontTable {
   void begin_font(std::int32_t number) { number_ = number; }
   void set_character_set(std::int32_t character_set);
   void set_code_page(std::int32_t code_page) { font_.code_page = code_page; }
-  void add_to_name(std::u16string_view text) { font_.name.append(text); }
+  void add_to_name(std::u16string_view text);
   /// Text of the table: names, each ended by a semicolon.
   void read_text(std::u16string_view text);
   /// Ends the entry. One without a name is dropped. An ending that names the font's own code page,
