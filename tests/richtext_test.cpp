@@ -102,6 +102,7 @@ TEST(RtfReader, UnderstandsWords) {
       {R"(a\u8364\u8364 b\u8364\b bc)", u"[]a\\u20AC\\u20AC\\u20ACbc"},
       {R"(\unknown123 a\B b\bx c)", u"[]abc"},
       {R"(\'4x\'e9\'E9\'80\'81)", u"[]4x\\u00E9\\u00E9\\u20AC\\u0081"},
+      {R"(a\u0?b\'00\u0 {\uc0\u0 c}\u-65536?{\v0\u233\'00}d)", u"[]abc\\u00E9d"},
       {R"(a\'0d b\'09)", u"[]a\\u000D\\u000A b\\u0009"},
   };
   for (const Row& row : rows) {
@@ -121,7 +122,7 @@ TEST(RtfReader, ReadsFontAndColorTables) {
   EXPECT_EQ(
       described(read_bytes(
           R"({\rtf1\ansicpg1251\deff0{\fonttbl{\f0\fcharset0 Arial;}{\f1\fcharset238 Arial CE;}{\f2\fcharset163 Arial (Vietnamese);})"
-          R"({\f3\fcharset134 \'cb\'ce\'cc\'e5;}{\f4\fcharset128 \'83\'5c\'83\'7b;}{\f5\fcharset2 \'cf;}{\f7\fcharset128 \'83\\\'83;}{\f6\fcharset0 Rotis CE;}})"
+          R"({\f3\fcharset134 \'cb\'ce\'cc\'e5;}{\f4\fcharset128 \'83\'5c\'83\'7b;}{\f5\fcharset2 \'cf\'00;}{\f7\fcharset128 \'83\\\'83;}{\f6\fcharset0 Rotis CE;}})"
           R"(Te{\f1\'9e}{\f2 k}a\f3 b\f4 c\f5 d\f6 e\f7 f)")),
       u"[]Te\\u017Eka[ \\u5B8B\\u4F53]b[ \\u30BD\\u30DC]c[ \\u041F]d[ Rotis CE]e[ "
       u"\\u30BD\\u0192]f");
@@ -257,6 +258,9 @@ TEST(RtfReader, SurvivesHostileInput) {
     fonts.append(u"\\cpg").append(number.begin(), number.end()).append(u" F;}");
   }
   EXPECT_EQ(text_of(fonts + u"}\\f199998\\'e9\\f4\\'e9"), u"\u00E9\u00E9");
+  const Document named =
+      read(u"{\\rtf1{\\fonttbl{\\f0 " + test::repeated(u"n", million) + u";}}\\f0 a}");
+  EXPECT_LT(named.format_at(0).font_name.size(), 1000U) << "each format has a copy";
   EXPECT_EQ(text_of(u"\\u65\u0001b\u0002"), u"Ab\u0002")
       << "a control character is a replacement too";
   EXPECT_EQ(read(u"no RTF").text(), u"no RTF");

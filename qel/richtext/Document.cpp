@@ -83,9 +83,14 @@ Alignment Document::alignment_at(std::size_t position) const {
 }
 
 void Document::append(std::u16string_view text, FormatPool::Id format) {
-  text_.append(text);
-  runs_.append(text.size(), format);
-  alignments_.append(text.size(), alignments_.back());
+  for (;;) {
+    const std::size_t end = find_any<u'\0'>(text, 0);
+    text_.append(text, 0, end);
+    runs_.append(end, format);
+    alignments_.append(end, alignments_.back());
+    if (end == text.size()) return;
+    text.remove_prefix(end + 1);
+  }
 }
 
 void Document::append_break(FormatPool::Id format, Alignment alignment) {
@@ -209,6 +214,7 @@ bool Document::check() const {
   if (!runs_.check() || !alignments_.check()) return false;
   if (runs_.size() != text_.size() || alignments_.size() != text_.size() + 1) return false;
   for (std::size_t i = 0; i < text_.size(); ++i) {
+    if (text_[i] == u'\0') return false;
     const bool has_line_feed = i + 1 < text_.size() && text_[i + 1] == u'\n';
     if (text_[i] == u'\r' && !has_line_feed) return false;
     if (text_[i] == u'\n' && (i == 0 || text_[i - 1] != u'\r')) return false;

@@ -46,7 +46,8 @@ struct Extent {
 };
 
 /// A rich text in memory: characters, a format for each, and an alignment for each paragraph.
-/// A paragraph break is CR LF; a document of n breaks has n + 1 paragraphs.
+/// A paragraph break is CR LF; a document of n breaks has n + 1 paragraphs. It never holds NUL,
+/// which RTF cannot say.
 class Document {
  public:
   Document() { alignments_.append(1, 0); }
@@ -71,7 +72,7 @@ class Document {
   /// Gives back the room that was not needed.
   void release_unused();
   FormatPool::Id intern(const CharFormat& format) { return pool_.intern(format); }
-  /// Adds text without breaks to the last paragraph.
+  /// Adds text without breaks to the last paragraph. NUL characters in it are dropped.
   void append(std::u16string_view text, FormatPool::Id format);
   /// Ends the last paragraph, which gets the alignment, and begins another.
   void append_break(FormatPool::Id format, Alignment alignment);

@@ -302,7 +302,9 @@ void RtfReader::add_coded(std::u16string_view text) {
   }
 }
 
+/// Drops NUL, which ends a text for many who may get to see it.
 void RtfReader::add_unit(char16_t unit) {
+  if (unit == u'\0') return;
   if (unit == u'\r' || unit == u'\n') {
     add_break();
   } else {
@@ -335,10 +337,10 @@ bool RtfReader::completes_pending(char16_t unit) {
 }
 
 void RtfReader::add_decoded(char16_t unit) {
-  if (destination() == Destination::font_table) {
-    properties_.fonts().add_to_name({&unit, 1});  // an escaped semicolon does not end the name
-  } else if (unit < u' ') {
+  if (unit < u' ') {
     add_unit(unit);
+  } else if (destination() == Destination::font_table) {
+    properties_.fonts().add_to_name({&unit, 1});  // an escaped semicolon does not end the name
   } else {
     add_coded({&unit, 1});
   }
