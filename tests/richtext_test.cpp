@@ -5,6 +5,7 @@
 #include "qel/richtext/Document.h"
 #include "qel/richtext/DocumentReader.h"
 #include "qel/richtext/RtfBytes.h"
+#include "qel/richtext/RtfReader.h"
 #include "qel/richtext/RtfWriter.h"
 #include "support/Random.h"
 #include "support/Text.h"
@@ -111,6 +112,65 @@ TEST(RtfReader, UnderstandsWords) {
   }
 }
 
+std::string described(const RtfCounts& counts) {
+  const std::pair<std::string_view, std::uint64_t> all[] = {
+      {"pictures", counts.pictures}, {"objects", counts.objects}, {"cells", counts.cells},
+      {"rows", counts.rows},         {"notes", counts.notes},     {"headers", counts.headers},
+      {"links", counts.links},       {"hidden", counts.hidden},   {"deleted", counts.deleted},
+      {"unknown", counts.unknown}};
+  std::string text;
+  for (const auto& [name, count] : all) {
+    if (count != 0) text.append(name).append(" " + std::to_string(count) + " ");
+  }
+  return text;
+}
+
+TEST(RtfReader, KeepsOnRequestWhatItDropsAndCounts) {
+  struct Row {
+    std::string_view body;
+    std::u16string_view all;
+    std::string_view dropped;  ///< without any request
+  };
+  const Row rows[] = {
+      {R"(a{\super\chftn{\footnote\pard\plain{\super\chftn} \b b\par \par c\par}}d)",
+       u"[]a[b] [b\\u000D\\u000Ac][]d", "notes 1 "},
+      {R"({\*\atnid x}a {\*\annotation{\*\atnref 1}b {\footnote\i c}d}{\footnote\par }{\v{\footnote e}})",
+       u"[]a [b [i][c][]d]", "notes 1 "},
+      {R"({\header\par}{\headerl{\qr a\par}}{\footer\'e9\tab{\field{\*\fldinst PAGE}{\fldrslt 1}}}{\footerf\u233?}b)",
+       u"[]a\\u000D\\u000A\\u00E9\\u00091\\u000D\\u000A\\u00E9\\u000D\\u000Ab", "headers 3 "},
+      {R"({\field{\*\fldinst{ HYPERLINK "http://a/\\\\b" \\l "c" \\o "\\"d" }}{\fldrslt{\ul x}y}}.)",
+       u"[u]x[]y (http://a/\\b#c).", "links 1 "},
+      {R"({\field{\fldinst hyperlink a.b}{\fldrslt{\pict 00}}}{\field{\fldinst HYPERLINK http://a.b/}{\fldrslt a.b}})"
+       R"({\field{\fldinst HYPERLINK \\l "p"}{\fldrslt q}}{\field{\fldinst HYPERLINK mailto:c}{\fldrslt{\field{\fldinst HYPERLINK d}{\fldrslt c}}}}.)",
+       u"[](a.b)a.bqc (d) (mailto:c).", "pictures 1 links 4 "},
+      {R"(a{\*\shppict{\pict{\*\picprop{\sp{\sn wzName}{\sv b}}{\sp{\sn wzDescription}{\sv c\u233?}}}\bin2 {}00}}{\nonshppict{\pict}})"
+       R"({\shp{\*\shpinst{\sp{\sn pib}{\sv{\pict 00}}}{\sp{\sn wzDescription}{\sv d}}{\shptxt e\par}}})",
+       u"[]a [c\\u00E9] [d]\\u000D\\u000Ae\\u000D\\u000A", "pictures 2 "},
+      {R"({\object{\*\objdata 1}{\result{\pict 1}a}}\trowd b\cell c\cell\row{\v de}{\deleted f})",
+       u"[]ab\\u0009c\\u0009\\u000D\\u000A",
+       "pictures 1 objects 1 cells 2 rows 1 hidden 2 deleted 1 "},
+      {R"(\ansicpg1253\'ff\'aa\'e1\ansicpg932\'83\'ff{\footnote \'81)",
+       u"[]\\u00FF\\u00AA\\u03B1\\u0192\\u00FF [\\u0081]", "notes 1 unknown 3 "},
+  };
+  const RtfExtras all = {true, true, true, true};
+  for (const Row& row : rows) {
+    for (const RtfExtras& extras : {RtfExtras(), all}) {
+      Document document;
+      DocumentBuilder builder(document);
+      RtfReader reader(plain_base(), builder, RtfReader::Extent::document,
+                       RtfReader::Units::characters, extras);
+      const std::u16string rtf = rtf_from_bytes("{\\rtf1 " + std::string(row.body) + "}");
+      reader.read(rtf, true);
+      reader.finish();
+      if (extras == all) {
+        EXPECT_EQ(described(document), row.all) << row.body;
+      } else {
+        EXPECT_EQ(described(reader.counts()), row.dropped) << row.body;
+      }
+    }
+  }
+}
+
 TEST(RtfReader, ReadsFontAndColorTables) {
   EXPECT_EQ(
       described(read_bytes(
@@ -192,9 +252,9 @@ std::uint32_t sum_of(int number) {
   const CodePage page(number);
   std::uint32_t sum = 0;
   const auto add = [&](std::uint32_t code, std::u16string_view text) {
+    if (text.size() != 1 || text[0] < 0xA0 || text[0] == 0x05BA) return;
     const bool is_private = text[0] >= 0xE000 && text[0] < 0xF900;
-    if (text.size() == 1 && !is_private && text[0] >= 0xA0 && text[0] != 0x05BA)
-      sum = sum * 31 + code + text[0];
+    if (!is_private) sum = sum * 31 + code + text[0];
   };
   for (std::uint32_t code = 0x80; code < 0x100; ++code) {
     const auto byte = static_cast<std::uint8_t>(code);
@@ -204,7 +264,7 @@ std::uint32_t sum_of(int number) {
   }
   for (std::uint32_t code = 0x8140; code < 0x10000; ++code) {
     const auto lead = static_cast<std::uint8_t>(code >> 8);
-    if (page.length_from(lead) == 1) continue;
+    if (page.length_from(lead) < 2) continue;
     add(code, page.decode(std::string{static_cast<char>(lead), static_cast<char>(code & 0xFF)}));
   }
   return sum;

@@ -53,12 +53,6 @@ std::size_t bytes_from(int code_page, std::uint8_t first_byte) {
   return is_lead ? 2 : 1;
 }
 
-std::u16string decode_each_western(std::string_view bytes) {
-  std::u16string text;
-  for (const char byte : bytes) text.push_back(decode_western(static_cast<std::uint8_t>(byte)));
-  return text;
-}
-
 }  // namespace
 
 // To the system, numbers below 4 stand for the machine's own code pages, which no document can
@@ -78,6 +72,7 @@ CodePage::CodePage(int number) : number_(number < 4 ? western : number) {
     const char byte = static_cast<char>(0x80 + i);
     const std::u16string text = system_->decode({&byte, 1});
     if (text.size() == 1) high_half_[i] = text.front();
+    if (text.empty()) give_up_single(0x80 + i);
   }
 }
 
@@ -86,23 +81,35 @@ bool CodePage::takes_table() {
       std::find_if(std::begin(high_halves), std::end(high_halves),
                    [&](const HighHalf& each) { return each.code_page == number_; });
   if (table == std::end(high_halves)) return false;
-  std::transform(table->characters.begin(), table->characters.end(), high_half_.begin(),
-                 high_half_.begin(), [](char16_t character, char16_t western_character) {
-                   return character != u'\uFFFD' ? character : western_character;
-                 });
+  for (std::size_t i = 0; i < high_half_.size(); ++i) {
+    const char16_t character = table->characters[i];
+    if (character != u'\uFFFD') {
+      high_half_[i] = character;
+    } else {
+      give_up_single(0x80 + i);
+    }
+  }
   return true;
 }
 
+void CodePage::give_up_single(std::size_t byte) {
+  if (lengths_[byte] == 1) lengths_[byte] = 0;
+}
+
 std::u16string CodePage::decode(std::string_view bytes) const {
-  if (bytes.size() == 1) {
-    return std::u16string(1, decode_single(static_cast<std::uint8_t>(bytes.front())));
-  }
-  std::u16string text = system_ ? system_->decode(bytes) : std::u16string();
-  return text.empty() ? decode_each_western(bytes) : text;
+  const auto first = static_cast<std::uint8_t>(bytes.front());
+  if (bytes.size() > 1) return system_ ? system_->decode(bytes) : std::u16string();
+  return lengths_[first] == 1 ? std::u16string(1, decode_single(first)) : std::u16string();
 }
 
 char16_t decode_western(std::uint8_t byte) {
   return byte >= 0x80 && byte < 0xA0 ? western_controls[byte - 0x80U] : char16_t{byte};
+}
+
+std::u16string decode_each_western(std::string_view bytes) {
+  std::u16string text;
+  for (const char byte : bytes) text.push_back(decode_western(static_cast<std::uint8_t>(byte)));
+  return text;
 }
 
 std::optional<std::uint8_t> encode_western(char16_t character) {

@@ -38,21 +38,22 @@ class CodePage {
   /// A code page that the system does not know is read as 1252.
   explicit CodePage(int number);
 
-  /// The number of bytes (1 to 4) in a character that begins with this one.
+  /// The number of bytes (1 to 4) in a character that begins with this one; 0 where none does.
   std::size_t length_from(std::uint8_t first_byte) const { return lengths_[first_byte]; }
-  /// The character that a single byte stands for.
+  /// The character that a single byte stands for; that of code page 1252 where it stands for none.
   char16_t decode_single(std::uint8_t byte) const {
     return byte < 0x80 ? char16_t{byte} : high_half_[byte - 0x80U];
   }
-  /// The characters that a whole sequence stands for. Bytes that are no character of the code page
-  /// are read one by one in 1252, so nothing is lost.
+  /// The characters that a whole sequence stands for; empty when it stands for none.
   std::u16string decode(std::string_view bytes) const;
   /// Whether several bytes are characters of the code page.
-  bool has(std::string_view bytes) const { return system_ && !system_->decode(bytes).empty(); }
+  bool has(std::string_view bytes) const { return !decode(bytes).empty(); }
 
  private:
   /// Fills the high half from the library's own table of the code page, if there is one.
   bool takes_table();
+  /// A byte of the high half is not a character.
+  void give_up_single(std::size_t byte);
 
   int number_;
   std::unique_ptr<SystemDecoder> system_;
@@ -62,6 +63,7 @@ class CodePage {
 
 /// Code page 1252, whose five unassigned bytes stand for the control characters of their number.
 char16_t decode_western(std::uint8_t byte);
+std::u16string decode_each_western(std::string_view bytes);
 /// The byte of a character; empty when code page 1252 does not have it.
 std::optional<std::uint8_t> encode_western(char16_t character);
 

@@ -153,12 +153,16 @@ void RtfProperties::set_replacement_length(std::int32_t /*argument*/, Parameter 
 }
 
 void RtfProperties::set_destination(std::int32_t destination, Parameter /*parameter*/) {
+  begin_destination(static_cast<Destination>(destination));
+}
+
+void RtfProperties::begin_destination(Destination destination) {
   const Destination was = state_.destination;
-  state_.destination = static_cast<Destination>(destination);
-  // Outside the text nobody tells the parts of a group apart. But shapes are grouped in shapes.
-  const bool may_have_parts =
-      was == Destination::text ||
-      (was == Destination::shape && state_.destination == Destination::shape);
+  state_.destination = destination;
+  // Outside the text nobody tells the parts of a group apart. But shapes are grouped in shapes, and
+  // a picture may be wrapped in a group of its own.
+  const bool may_nest = destination == Destination::shape || destination == Destination::picture;
+  const bool may_have_parts = was == Destination::text || (may_nest && was == destination);
   if (has_text_parts(state_.destination) && !may_have_parts) {
     state_.destination = Destination::skipped;
   }

@@ -28,6 +28,13 @@ class RtfProperties {
   void close_group();
   /// Drops the text of the group that has just begun.
   void skip_group() { state_.destination = Destination::skipped; }
+  /// The text of the group that has just begun goes there.
+  void begin_destination(Destination destination);
+  /// The group is one more aside. One with formats of its own begins without any.
+  void begin_aside(bool has_formats) {
+    ++state_.asides;
+    if (has_formats) state_.character = CharState();
+  }
   bool is_in_group() const { return !groups_.empty(); }
 
   const GroupState& state() const { return state_; }
@@ -37,6 +44,12 @@ class RtfProperties {
   }
   /// The sink's number for the format of the text to come.
   DocumentSink::FormatId format() { return formats_.id_of(state_.character); }
+  /// The same for text that is neither raised nor lowered.
+  DocumentSink::FormatId format_on_line() {
+    CharState on_line = state_.character;
+    on_line.offset = 0;
+    return formats_.id_of(on_line);
+  }
   const CodePage& code_page() {
     return state_.destination == Destination::font_table ? formats_.code_page_of_font_name()
                                                          : formats_.code_page_of(state_.character);

@@ -7,6 +7,7 @@
 #include <utility>
 
 #include "qel/richtext/CodePage.h"
+#include "qel/richtext/FieldInstructions.h"
 #include "qel/richtext/RtfProperties.h"
 #include "qel/richtext/RtfState.h"
 #include "qel/richtext/RtfTokens.h"
@@ -15,12 +16,18 @@
 namespace qel::richtext {
 namespace {
 
-/// Characters that a field of one symbol does not exceed.
-constexpr std::size_t enough_instruction = 200;
+/// Characters that the instruction of a symbol or a link, or a property, does not exceed.
+constexpr std::size_t enough_instruction = 4000;
+
+void append_some(std::u16string& out, std::u16string_view text) {
+  out.append(text.substr(0, enough_instruction - std::min(out.size(), enough_instruction)));
+}
 
 bool begins_destination(const KnownWord* word) {
-  return word != nullptr && (word->action == WordAction::set_destination ||
-                             word->action == WordAction::begin_text_part);
+  if (word == nullptr) return false;
+  const WordAction action = word->action;
+  return action == WordAction::set_destination || action == WordAction::begin_text_part ||
+         (action >= WordAction::begin_aside && action <= WordAction::begin_picture_properties);
 }
 
 }  // namespace
@@ -39,6 +46,7 @@ std::size_t RtfReader::read(std::u16string_view rtf, bool is_last) {
 
 void RtfReader::finish() {
   flush_bytes();
+  while (!asides_.empty()) end_aside(properties_.state().alignment);
   sink_.finish(properties_.last_alignment());
 }
 
@@ -75,6 +83,7 @@ void RtfReader::read_token() {
 void RtfReader::read_text() {
   if (destination() == Destination::skipped || has_text_parts(destination())) {
     scanner_.skip_plain_text();
+    note_skipped();
     return;
   }
   if (takes_replacement()) {
@@ -125,7 +134,10 @@ void RtfReader::read_word(const ControlWord& word) {
     properties_.skip_group();
     return;
   }
-  if (destination() == Destination::skipped) return;
+  if (destination() == Destination::skipped) {
+    if (known != nullptr && known->action == WordAction::add_unicode) note_skipped();
+    return;
+  }
   // Any word may be a replacement character, except one that begins the next character.
   const bool begins_character = known != nullptr && known->action == WordAction::add_unicode;
   if (known == nullptr || (!begins_character && replacements_due_ > 0)) {
@@ -136,7 +148,10 @@ void RtfReader::read_word(const ControlWord& word) {
   if (sets_property(known->action)) {
     const bool was_in_shape = destination() == Destination::shape;
     properties_.set(*known, word.parameter, tokens_);
-    if (was_in_shape && properties_.is_text()) separate_lines(properties_.state().alignment);
+    if (was_in_shape && properties_.is_text()) {
+      add_alternative_text();
+      separate_lines(properties_.state().alignment);
+    }
   } else {
     add_word(*known, word.parameter);
   }
@@ -149,8 +164,22 @@ void RtfReader::add_word(const KnownWord& word, Parameter parameter) {
     case WordAction::add_unicode:
       return add_unicode(parameter);
     case WordAction::add_break:
-      if (word.argument == 0 || line_has_text_) add_break();
+      if (word.argument == 0 || last_ != u'\0') add_break();
       return;
+    case WordAction::end_cell:
+      return end_cell();
+    case WordAction::end_row:
+      return end_row();
+    case WordAction::begin_aside:
+      return begin_aside(static_cast<Aside>(word.argument));
+    case WordAction::begin_object:
+      return begin_object();
+    case WordAction::begin_picture:
+      return begin_picture();
+    case WordAction::begin_picture_properties:
+      return begin_picture_properties();
+    case WordAction::begin_property_part:
+      return begin_property_part(static_cast<Destination>(word.argument));
     default:
       return;
   }
@@ -226,15 +255,34 @@ void RtfReader::close_group() {
   flush_bytes();
   replacements_due_ = 0;
   starred_ = false;
-  const bool was_list_text = destination() == Destination::list_text;
-  const bool was_instruction = destination() == Destination::field_instruction;
-  const bool was_text = properties_.is_text();
+  const Destination was = destination();
   const Alignment alignment = properties_.state().alignment;
   properties_.close_group();
-  if (was_text && destination() == Destination::shape) separate_lines(alignment);
   is_closed_ = extent_ == Extent::document && !properties_.is_in_group();
-  if (was_list_text && destination() != Destination::list_text) add_list_text();
-  if (was_instruction && destination() != Destination::field_instruction) add_field_symbol();
+  while (asides_.size() > properties_.state().asides) end_aside(alignment);
+  if (was != destination()) end_destination(was, alignment);
+}
+
+void RtfReader::end_destination(Destination destination, Alignment alignment) {
+  switch (destination) {
+    case Destination::text:
+      if (this->destination() == Destination::shape) separate_lines(alignment);
+      return;
+    case Destination::skipped:
+      skipped_ = nullptr;
+      return;
+    case Destination::list_text:
+      return add_list_text();
+    case Destination::field_instruction:
+      return add_field();
+    case Destination::property_value:
+      return end_property();
+    case Destination::shape:
+    case Destination::picture:
+      return add_alternative_text();
+    default:
+      return;
+  }
 }
 
 void RtfReader::add_character(char16_t character) {
@@ -261,34 +309,58 @@ void RtfReader::add_unicode(Parameter code) {
 
 void RtfReader::add_break() {
   flush_bytes();
-  if (!properties_.is_shown()) return;
+  if (!properties_.is_shown() || (!asides_.empty() && break_in_aside())) return;
   sink_.paragraph_break(properties_.format(), properties_.state().alignment);
   properties_.note_shown();
-  line_has_text_ = false;
+  last_ = u'\0';
   line_end_.reset();
+}
+
+void RtfReader::end_cell() {
+  if (properties_.is_shown()) ++counts_.cells;
+  add_unit(u'\t');
+}
+
+void RtfReader::end_row() {
+  if (properties_.is_shown()) ++counts_.rows;
+  add_break();
 }
 
 /// A text box stands on lines of its own, whether or not its text ends in a break.
 void RtfReader::separate_lines(Alignment alignment) {
-  if (line_has_text_ && !line_end_) line_end_ = {properties_.format(), alignment};
+  if (last_ != u'\0' && !line_end_) line_end_ = {properties_.format(), alignment};
 }
 
 void RtfReader::add_line_end() {
   sink_.paragraph_break(line_end_->format, line_end_->alignment);
   line_end_.reset();
+  last_ = u'\0';
 }
 
 void RtfReader::add_text(std::u16string_view text) {
   if (text.empty()) return;
   flush_bytes();
   if (properties_.is_shown()) {
-    if (line_end_) add_line_end();
-    sink_.text(text, properties_.format());
+    if (!asides_.empty()) enter_asides(text);
+    show(text, properties_.format());
     properties_.note_shown();
-    line_has_text_ = true;
+  } else if (properties_.is_text()) {
+    count_unshown(text.size());
   } else {
     add_table_text(text);
   }
+}
+
+void RtfReader::show(std::u16string_view text, DocumentSink::FormatId format) {
+  if (text.empty()) return;
+  if (line_end_) add_line_end();
+  sink_.text(text, format);
+  last_ = text.back();
+}
+
+void RtfReader::count_unshown(std::size_t characters) {
+  const bool is_hidden = (properties_.state().character.flags & CharState::hidden) != 0;
+  (is_hidden ? counts_.hidden : counts_.deleted) += characters;
 }
 
 /// Adds text whose characters are numbers, which a font of symbols gives other pictures.
@@ -313,7 +385,7 @@ void RtfReader::add_unit(char16_t unit) {
 }
 
 void RtfReader::add_byte(std::uint8_t byte) {
-  if (destination() == Destination::skipped) return;
+  if (destination() == Destination::skipped) return note_skipped();
   const CodePage& code_page = properties_.code_page();
   if (pending_bytes_.empty() && code_page.length_from(byte) == 1) {
     add_decoded(code_page.decode_single(byte));
@@ -322,9 +394,10 @@ void RtfReader::add_byte(std::uint8_t byte) {
   pending_bytes_.push_back(static_cast<char>(byte));
   const auto first = static_cast<std::uint8_t>(pending_bytes_.front());
   if (pending_bytes_.size() < code_page.length_from(first)) return;
-  for (const char16_t unit : code_page.decode(std::exchange(pending_bytes_, {}))) {
-    add_decoded(unit);
-  }
+  const std::string bytes = std::exchange(pending_bytes_, {});
+  std::u16string text = code_page.decode(bytes);
+  if (text.empty()) text = in_western(bytes);
+  for (const char16_t unit : text) add_decoded(unit);
 }
 
 bool RtfReader::completes_pending(char16_t unit) {
@@ -347,9 +420,13 @@ void RtfReader::add_decoded(char16_t unit) {
 }
 
 void RtfReader::give_up_bytes() {
-  for (const char byte : std::exchange(pending_bytes_, {})) {
-    add_unit(decode_western(static_cast<std::uint8_t>(byte)));
-  }
+  for (const char16_t unit : in_western(std::exchange(pending_bytes_, {}))) add_unit(unit);
+}
+
+/// The characters of bytes that the code page does not have.
+std::u16string RtfReader::in_western(std::string_view bytes) {
+  if (properties_.is_shown()) ++counts_.unknown;
+  return decode_each_western(bytes);
 }
 
 void RtfReader::add_list_text() {
@@ -362,9 +439,10 @@ void RtfReader::add_list_text() {
   add_text(mark);
 }
 
-void RtfReader::add_field_symbol() {
-  const std::u16string symbol = symbol_of_field(std::exchange(instruction_, {}));
-  if (symbol.empty()) return;
+void RtfReader::add_field() {
+  const std::u16string instruction = std::exchange(instruction_, {});
+  const std::u16string symbol = symbol_of_field(instruction);
+  if (symbol.empty()) return begin_link(address_of_field(instruction));
   add_text(symbol);
   properties_.note_field_shown();
 }
@@ -373,9 +451,9 @@ void RtfReader::add_table_text(std::u16string_view text) {
   if (destination() == Destination::color_table) properties_.colors().read_text(text);
   if (destination() == Destination::font_table) properties_.fonts().read_text(text);
   if (destination() == Destination::list_text) list_text_.append(text);
-  if (destination() == Destination::field_instruction && instruction_.size() < enough_instruction) {
-    instruction_.append(text.substr(0, enough_instruction));
-  }
+  if (destination() == Destination::field_instruction) append_some(instruction_, text);
+  if (destination() == Destination::property_name) append_some(property_name_, text);
+  if (destination() == Destination::property_value) append_some(property_value_, text);
 }
 
 void read_rtf(std::u16string_view rtf, const CharFormat& base, DocumentSink& sink) {

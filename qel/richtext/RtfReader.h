@@ -5,9 +5,13 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <utility>
+#include <vector>
 
 #include "qel/richtext/CharFormat.h"
 #include "qel/richtext/DocumentSink.h"
+#include "qel/richtext/RtfCounts.h"
+#include "qel/richtext/RtfExtras.h"
 #include "qel/richtext/RtfProperties.h"
 #include "qel/richtext/RtfState.h"
 #include "qel/richtext/RtfTokens.h"
@@ -24,7 +28,7 @@ namespace qel::richtext {
 /// table cells and rows, alignment; named and coded characters in every code page the system knows;
 /// pictures of symbol fonts; results of fields and of embedded objects; text boxes, on lines of
 /// their own. Dropped: all other destinations, pictures, field instructions, hidden and deleted
-/// text.
+/// text, NUL characters, and what `RtfExtras` names unless it is asked for.
 ///
 /// HTML that is wrapped in RTF (\fromhtml1) reads as the RTF around it, which has the breaks,
 /// formats and characters of all tags and entities. The tags themselves are one more dropped
@@ -46,8 +50,8 @@ class RtfReader {
   };
 
   RtfReader(const CharFormat& base, DocumentSink& sink, Extent extent,
-            Units units = Units::characters)
-      : sink_(sink), units_(units), extent_(extent), properties_(base, sink) {}
+            Units units = Units::characters, const RtfExtras& extras = {})
+      : sink_(sink), units_(units), extent_(extent), extras_(extras), properties_(base, sink) {}
   RtfReader(const RtfReader&) = delete;
   RtfReader& operator=(const RtfReader&) = delete;
 
@@ -62,11 +66,24 @@ class RtfReader {
   const std::size_t& token() const { return token_; }
   /// Whether the document has been closed: all that follows is ignored.
   bool is_closed() const { return is_closed_; }
+  /// What has been dropped so far.
+  const RtfCounts& counts() const { return counts_; }
+  /// Whether a document has begun whose last brace has not come.
+  bool is_open() const { return is_begun_ && !is_closed_ && extent_ == Extent::document; }
 
  private:
   struct LineEnd {
     DocumentSink::FormatId format;
     Alignment alignment;
+  };
+
+  /// A note, a header or a link that is being read.
+  struct OpenAside {
+    Aside kind;
+    Alignment alignment;                           // of the text around it
+    std::optional<DocumentSink::FormatId> format;  // of a note's brackets, once it has text
+    std::u16string address;                        // of a link, and the text that it has shown
+    std::u16string shown;
   };
 
   void read_token();
@@ -78,11 +95,14 @@ class RtfReader {
   void read_raw_byte();
   void open_group();
   void close_group();
+  void end_destination(Destination destination, Alignment alignment);
 
   void add_word(const KnownWord& word, Parameter parameter);
   void add_character(char16_t character);
   void add_unicode(Parameter code);
   void add_break();
+  void end_cell();
+  void end_row();
   void separate_lines(Alignment alignment);
   void add_line_end();
   void skip_binary(Parameter count);
@@ -110,14 +130,38 @@ class RtfReader {
     if (!pending_bytes_.empty()) give_up_bytes();
   }
   void give_up_bytes();
+  std::u16string in_western(std::string_view bytes);
   void add_table_text(std::u16string_view text);
   void add_list_text();
-  void add_field_symbol();
+  void add_field();
+
+  void begin_aside(Aside kind);
+  void begin_link(std::u16string address);
+  void end_aside(Alignment alignment);
+  void end_link(const OpenAside& link);
+  void enter_asides(std::u16string_view& text);
+  bool break_in_aside();
+  std::u16string_view bracket() const;
+  void begin_object();
+  void begin_picture();
+  void begin_picture_properties();
+  void begin_property_part(Destination part);
+  void end_property();
+  void add_alternative_text();
+
+  void show(std::u16string_view text, DocumentSink::FormatId format);
+  /// Takes note that a dropped group is not empty.
+  void note_skipped() {
+    if (skipped_ != nullptr) ++*std::exchange(skipped_, nullptr);
+  }
+  void count_unshown(std::size_t characters);
   Destination destination() const { return properties_.state().destination; }
 
   DocumentSink& sink_;
   Units units_;
   Extent extent_;
+  RtfExtras extras_;
+  RtfCounts counts_;
   RtfScanner scanner_;
   bool is_last_ = true;
   bool is_incomplete_ = false;  // the token goes on behind the end of the part
@@ -129,10 +173,15 @@ class RtfReader {
   bool is_closed_ = false;
   bool starred_ = false;
   bool at_group_start_ = false;
-  bool line_has_text_ = false;
+  char16_t last_ = u'\0';            // character of the line; NUL at its beginning
   std::optional<LineEnd> line_end_;  // at the edge of a text box, until text follows
   std::u16string list_text_;
   std::u16string instruction_;
+  std::vector<OpenAside> asides_;
+  std::uint64_t* skipped_ = nullptr;  // what counts the dropped group if it has text
+  std::u16string property_name_;      // of a picture or a shape
+  std::u16string property_value_;
+  std::u16string alternative_text_;
 
   std::int32_t replacements_due_ = 0;
   std::size_t binary_due_ = 0;  // units of binary data to skip

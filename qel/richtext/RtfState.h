@@ -21,12 +21,17 @@ enum class Destination : std::uint8_t {
   /// A drawing or an embedded object: of all it holds, one part may be text.
   shape,
   object,
+  /// A picture, one of whose properties may be wanted.
+  picture,
+  /// The name and the value of a property of a picture or a shape.
+  property_name,
+  property_value,
 };
 
 /// Whether text in a group counts only in a part that a word of its own begins.
 constexpr bool has_text_parts(Destination destination) {
   return destination == Destination::unicode_pair || destination == Destination::shape ||
-         destination == Destination::object;
+         destination == Destination::object || destination == Destination::picture;
 }
 
 /// The character properties of RTF, small enough to copy at every brace.
@@ -59,6 +64,8 @@ struct GroupState {
   Alignment alignment = Alignment::left;
   /// Whether the field being read has been shown already, so that its result would repeat it.
   bool is_field_shown = false;
+  /// How many notes, headers and links the group lies in.
+  std::uint8_t asides = 0;
 };
 
 }  // namespace qel::richtext

@@ -87,9 +87,11 @@ void WordTable::add_paragraphs() {
           static_cast<std::int32_t>(Alignment::left));
   add("qr", WordAction::set_alignment, static_cast<std::int32_t>(Alignment::right));
   add("qc", WordAction::set_alignment, static_cast<std::int32_t>(Alignment::center));
-  add_all({"par", "line", "row", "nestrow"}, WordAction::add_break, 0);
+  add_all({"par", "line"}, WordAction::add_break, 0);
   add_all({"sect", "page", "column"}, WordAction::add_break, 1);
-  add_all({"tab", "cell", "nestcell"}, WordAction::add_character, u'\t');
+  add("tab", WordAction::add_character, u'\t');
+  add_all({"cell", "nestcell"}, WordAction::end_cell, 0);
+  add_all({"row", "nestrow"}, WordAction::end_row, 0);
 }
 
 void WordTable::add_characters() {
@@ -142,19 +144,25 @@ void WordTable::add_destinations() {
   add("fldrslt", WordAction::begin_field_result, 0);
   add_all({"shpinst", "do"}, WordAction::set_destination, destination(Destination::shape));
   add_all({"shptxt", "dptxbxtext"}, WordAction::begin_text_part, destination(Destination::shape));
-  add("object", WordAction::set_destination, destination(Destination::object));
+  add("object", WordAction::begin_object, 0);
   add("result", WordAction::begin_text_part, destination(Destination::object));
   add("nesttableprops", WordAction::begin_text_part, destination(Destination::text));
   add_all({"listtext", "pntext"}, WordAction::set_destination, destination(Destination::list_text));
-  add_all({"stylesheet", "info",      "pict",       "nonesttables", "nonshppict", "header",
-           "headerl",    "headerr",   "headerf",    "footer",       "footerl",    "footerr",
-           "footerf",    "footnote",  "annotation", "listtable",    "revtbl",     "filetbl",
-           "xe",         "tc",        "tcn",        "rxe",          "ftnsep",     "ftnsepc",
-           "ftncn",      "aftnsep",   "aftnsepc",   "aftncn",       "pntxta",     "pntxtb",
-           "shprslt",    "fontemb",   "fontfile",   "falt",         "panose",     "comment",
-           "docvar",     "datafield", "private",    "rsidtbl",      "template",   "background",
-           "objdata"},
-          WordAction::set_destination, destination(Destination::skipped));
+  add_all({"pict", "shppict"}, WordAction::begin_picture, 0);
+  add("picprop", WordAction::begin_picture_properties, 0);
+  add("sn", WordAction::begin_property_part, destination(Destination::property_name));
+  add("sv", WordAction::begin_property_part, destination(Destination::property_value));
+  add_all({"footnote", "annotation"}, WordAction::begin_aside,
+          static_cast<std::int32_t>(Aside::note));
+  add_all({"header", "headerl", "headerr", "headerf", "footer", "footerl", "footerr", "footerf"},
+          WordAction::begin_aside, static_cast<std::int32_t>(Aside::header));
+  add_all(
+      {"stylesheet", "info",     "nonesttables", "nonshppict", "listtable", "revtbl",    "filetbl",
+       "xe",         "tc",       "tcn",          "rxe",        "ftnsep",    "ftnsepc",   "ftncn",
+       "aftnsep",    "aftnsepc", "aftncn",       "pntxta",     "pntxtb",    "shprslt",   "fontemb",
+       "fontfile",   "falt",     "panose",       "comment",    "docvar",    "datafield", "private",
+       "rsidtbl",    "template", "background",   "objdata"},
+      WordAction::set_destination, destination(Destination::skipped));
 }
 
 }  // namespace

@@ -32,6 +32,13 @@ enum class WordAction : std::uint8_t {
   add_character,
   add_unicode,
   add_break,  ///< 1 where it only ends a line that has text
+  end_cell,
+  end_row,
+  begin_aside,  ///< `Aside` that it is
+  begin_object,
+  begin_picture,
+  begin_property_part,       ///< destination
+  begin_picture_properties,  ///< which are of interest where the picture is
   skip_binary,
   none
 };
@@ -40,6 +47,9 @@ constexpr auto property_count = static_cast<std::size_t>(WordAction::add_charact
 constexpr bool sets_property(WordAction action) {
   return static_cast<std::size_t>(action) < property_count;
 }
+
+/// Text beside the text, dropped unless it is asked for.
+enum class Aside : std::uint8_t { note, header, link };
 
 struct KnownWord {
   WordKey key = no_word;

@@ -8,6 +8,7 @@
 
 #include "qel/base/Utf16.h"
 #include "qel/richtext/CodePage.h"
+#include "qel/richtext/FieldInstructions.h"
 
 namespace qel::richtext {
 namespace {
@@ -73,17 +74,6 @@ void append(std::u16string& out, char32_t character) {
   out.push_back(static_cast<char16_t>(0xDC00U + (character & 0x3FFU)));
 }
 
-/// Takes the next word off a field's instruction: what stands in quotes, or between blanks.
-std::u16string_view next_word(std::u16string_view& rest) {
-  rest.remove_prefix(std::min(rest.find_first_not_of(u' '), rest.size()));
-  const bool is_quoted = rest.starts_with(u'"');
-  if (is_quoted) rest.remove_prefix(1);
-  const std::size_t end = std::min(rest.find(is_quoted ? u'"' : u' '), rest.size());
-  const std::u16string_view word = rest.substr(0, end);
-  rest.remove_prefix(std::min(end + 1, rest.size()));
-  return word;
-}
-
 /// A character's number: decimal, or hexadecimal after "0x".
 std::optional<char32_t> number_of(std::u16string_view word) {
   const bool is_hexadecimal = word.starts_with(u"0x") || word.starts_with(u"0X");
@@ -119,14 +109,14 @@ std::u16string SymbolFont::in_unicode(std::u16string_view text) const {
 }
 
 std::u16string symbol_of_field(std::u16string_view instruction) {
-  if (!equals_ignoring_case(next_word(instruction), u"symbol")) return {};
-  const auto number = number_of(next_word(instruction));
+  if (!equals_ignoring_case(next_field_word(instruction), u"symbol")) return {};
+  const auto number = number_of(next_field_word(instruction));
   if (!number) return {};
   const SymbolFont* font = nullptr;
   bool is_unicode = *number > 0xFF;
   while (!instruction.empty()) {
-    const std::u16string_view word = next_word(instruction);
-    if (equals_ignoring_case(word, u"\\f")) font = SymbolFont::find(next_word(instruction));
+    const std::u16string_view word = next_field_word(instruction);
+    if (equals_ignoring_case(word, u"\\f")) font = SymbolFont::find(next_field_word(instruction));
     if (equals_ignoring_case(word, u"\\u")) is_unicode = true;
   }
   std::u16string text;
