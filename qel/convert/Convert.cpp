@@ -9,6 +9,7 @@
 #include "qel/base/Utf8.h"
 #include "qel/convert/ByteInput.h"
 #include "qel/convert/Flow.h"
+#include "qel/richtext/CompressedRtf.h"
 #include "qel/richtext/DocumentReader.h"
 #include "qel/richtext/RtfBytes.h"
 
@@ -77,12 +78,15 @@ class Converter::Stages {
   bool push(std::string_view bytes) {
     report_.bytes_in += bytes.size();
     if (!flow_) {
+      if (is_packed_) return keep_packed(bytes);
       // What comes in one piece is not copied.
       const bool tells = beginning_.size() + bytes.size() >= enough_to_tell;
       if (!tells || !beginning_.empty()) beginning_.append(bytes);
       if (!tells) return true;
-      const std::string beginning = std::move(beginning_);
-      return begin_and_feed(beginning.empty() ? bytes : beginning, false);
+      const std::string beginning = std::exchange(beginning_, {});
+      const std::string_view all = beginning.empty() ? bytes : beginning;
+      is_packed_ = is_packed(all);
+      return is_packed_ ? keep_packed(all) : begin_and_feed(all, false);
     }
     return feed(bytes, false);
   }
@@ -91,17 +95,33 @@ class Converter::Stages {
     if (flow_) {
       feed({}, true);
     } else {
-      const std::string beginning = std::move(beginning_);
-      begin_and_feed(beginning, true);
+      const std::string beginning = std::exchange(beginning_, {});
+      begin_and_feed(is_packed(beginning) ? richtext::unpack_rtf(beginning) : beginning, true);
     }
     if (!report_.is_stopped) {
       flow_->finish();
       flow_->drain(take_, true);
+      flow_->report(report_);
     }
     return report_;
   }
 
  private:
+  bool is_packed(std::string_view bytes) const {
+    return options_.from.value_or(InputFormat::rtf) == InputFormat::rtf &&
+           richtext::is_compressed_rtf(bytes);
+  }
+
+  bool keep_packed(std::string_view bytes) {
+    beginning_.append(bytes);
+    return !is_stopped();
+  }
+
+  bool is_stopped() {
+    if (options_.stop && options_.stop()) report_.is_stopped = true;
+    return report_.is_stopped;
+  }
+
   bool begin_and_feed(std::string_view bytes, bool is_last) {
     const Mark mark = mark_of(bytes);
     const bool begins_rtf = is_rtf(bytes);
@@ -130,8 +150,7 @@ class Converter::Stages {
       bytes.remove_prefix(part.size());
       decode(part, is_last && bytes.empty());
       read(is_last && bytes.empty());
-      if (options_.stop && options_.stop()) report_.is_stopped = true;
-      if (bytes.empty()) break;
+      if (is_stopped() || bytes.empty()) break;
     }
     return !has_ended();
   }
@@ -171,7 +190,8 @@ class Converter::Stages {
   Options options_;
   Sink sink_;
   Flow::Take take_;
-  std::string beginning_;  // until the format is known
+  std::string beginning_;  // until the format is known, or all of what is packed
+  bool is_packed_ = false;
   Encoding encoding_ = Encoding::utf8;
   std::unique_ptr<Flow> flow_;
   std::string cut_;  // the beginning of a character

@@ -14,11 +14,12 @@
 /// Broken RTF and broken markup are text, not errors. Input that begins with a byte order mark is
 /// in UTF-16 or UTF-8. RTF without one is bytes of the code page that it declares; all else is
 /// UTF-8, in which each invalid byte is read in code page 1252. Output is UTF-8, and RTF is ASCII.
+/// RTF that mail stores keep compressed (`richtext/CompressedRtf.h`) is RTF.
 ///
 /// In the lossless way, conversions read and write as they go and take a few hundred kilobytes,
 /// whatever the size of the text. It is all in memory, though, where the output begins with what
-/// only its end tells (RTF and HTML rewritten as RTF, reduced RTF), where HTML is read, and in the
-/// stated way.
+/// only its end tells (RTF and HTML rewritten as RTF, reduced RTF), where HTML or compressed RTF is
+/// read, and in the stated way.
 ///
 /// Input that is neither text nor RTF raises an error unless its format was named.
 ///

@@ -1,6 +1,7 @@
 #include "qel/convert/Flow.h"
 
 #include <optional>
+#include <utility>
 
 #include "qel/convert/HtmlInput.h"
 #include "qel/convert/HtmlOutput.h"
@@ -52,7 +53,7 @@ class StreamFlow : public Flow {
  public:
   StreamFlow(const Options& options, InputFormat from, richtext::RtfReader::Units units,
              std::u16string_view line_break)
-      : writer_(make_writer(options, from == InputFormat::qel, line_break)) {
+      : to_(options.to), writer_(make_writer(options, from == InputFormat::qel, line_break)) {
     RunSink* sink = writer_.get();
     const bool keeps_all = options.to == OutputFormat::rtf ||
                            (options.to == OutputFormat::rtf_body && from == InputFormat::qel);
@@ -63,7 +64,8 @@ class StreamFlow : public Flow {
         read_markup(options, *sink);
         break;
       case InputFormat::rtf:
-        reader_ = std::make_unique<RtfInput>(base_format(options), runs_of(options, *sink), units);
+        reader_ = std::make_unique<RtfInput>(base_format(options), runs_of(options, *sink), units,
+                                             options.extras);
         break;
       case InputFormat::html:
         reader_ = std::make_unique<HtmlInput>(options, runs_of(options, *sink));
@@ -86,6 +88,11 @@ class StreamFlow : public Flow {
       writer_->drain(take);
     }
   }
+  void report(Report& report) const override {
+    reader_->report(report);
+    if (runs_ && has_formats(to_)) count_formats(report.dropped, runs_->lacking());
+    report.dropped.fonts += writer_->fonts_lacking();
+  }
 
  private:
   static constexpr std::size_t enough = std::size_t{1} << 14U;
@@ -103,6 +110,7 @@ class StreamFlow : public Flow {
     return runs_.emplace(std::move(indexes), sink);
   }
 
+  OutputFormat to_;
   std::unique_ptr<Writer> writer_;
   std::optional<SwitchedRuns> switched_;
   std::optional<rtf::RunsOfDocument> runs_;
@@ -124,6 +132,14 @@ std::unique_ptr<Flow> make_plain_flow(const Options& options, InputFormat from,
 
 }  // namespace
 
+bool has_formats(OutputFormat format) { return format != OutputFormat::text; }
+
+void count_formats(Dropped& dropped, const rtf::LackingFormats& lacking) {
+  dropped.fonts = lacking.fonts();
+  dropped.colors = lacking.colors();
+  dropped.sizes = lacking.sizes();
+}
+
 std::unique_ptr<Flow> make_flow(const Options& options, InputFormat from,
                                 richtext::RtfReader::Units units, std::u16string_view line_break) {
   auto flow = make_plain_flow(options, from, units, line_break);
@@ -131,6 +147,14 @@ std::unique_ptr<Flow> make_flow(const Options& options, InputFormat from,
       options.normalizes && options.to == OutputFormat::qel && options.way == Way::lossless;
   if (!normalizes) return flow;
   return std::make_unique<NormalizingFlow>(std::move(flow));
+}
+
+bool has_formats(OutputFormat format) { return format != OutputFormat::text; }
+
+void count_formats(Dropped& dropped, const rtf::LackingFormats& lacking) {
+  dropped.fonts = lacking.fonts();
+  dropped.colors = lacking.colors();
+  dropped.sizes = lacking.sizes();
 }
 
 richtext::CharFormat base_format(const Options& options) {

@@ -6,7 +6,9 @@
 #include <string_view>
 
 #include "qel/convert/Options.h"
+#include "qel/convert/Report.h"
 #include "qel/richtext/RtfReader.h"
+#include "qel/rtf/LackingFormats.h"
 
 namespace qel::convert {
 
@@ -25,11 +27,18 @@ class Flow {
   virtual bool is_closed() const { return false; }
   /// Passes on what is written, or all of it after the end.
   virtual void drain(const Take& take, bool all) = 0;
+  /// Says what has been dropped. To be called after the rest has been passed on.
+  virtual void report(Report& /*report*/) const {}
 };
 
 /// `options` have to outlive what is made. `line_break` is how breaks of plain text are written.
 std::unique_ptr<Flow> make_flow(const Options& options, InputFormat from,
                                 richtext::RtfReader::Units units, std::u16string_view line_break);
+
+/// Whether formats in it are numbers of the tables, so that those which the tables lack are
+/// dropped.
+bool has_formats(OutputFormat format);
+void count_formats(Dropped& dropped, const rtf::LackingFormats& lacking);
 
 /// Text in which nothing is left out counts in the format that a conversion begins with.
 richtext::CharFormat base_format(const Options& options);

@@ -10,6 +10,7 @@
 #include "qel/model/QELCode.h"
 #include "qel/richtext/CharFormat.h"
 #include "qel/richtext/DocumentSink.h"
+#include "qel/richtext/RtfExtras.h"
 #include "qel/tables/QELIndexColors.h"
 #include "qel/tables/QELIndexFonts.h"
 
@@ -54,6 +55,8 @@ struct Options {
   QELIndexFonts fonts;
   std::shared_ptr<const QELIndexColors> colors = std::make_shared<QELIndexColors>();
   Way way = Way::lossless;
+  /// What else of RTF is kept.
+  richtext::RtfExtras extras;
   /// Whether the input is a file of lines: it is refused where it is binary, and in the lossless
   /// way the line break at its end is not part of its markup.
   bool is_file = true;

@@ -3,6 +3,8 @@
 #include <cstddef>
 #include <string_view>
 
+#include "qel/convert/Report.h"
+
 namespace qel::convert {
 
 /// Reads a format that comes in parts, cut anywhere but within a surrogate pair.
@@ -16,6 +18,8 @@ class Reader {
   virtual void finish() = 0;
   /// Whether nothing that may follow counts.
   virtual bool is_closed() const { return false; }
+  /// Says what has been dropped. To be called at the end.
+  virtual void report(Report& /*report*/) const {}
 };
 
 }  // namespace qel::convert

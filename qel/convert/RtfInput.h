@@ -1,6 +1,7 @@
 #pragma once
 
 #include "qel/convert/Reader.h"
+#include "qel/convert/Report.h"
 #include "qel/richtext/RtfReader.h"
 
 namespace qel::convert {
@@ -10,14 +11,18 @@ class RtfInput : public Reader {
  public:
   /// `sink` has to outlive the reader. `base` gives what the document leaves open.
   RtfInput(const richtext::CharFormat& base, richtext::DocumentSink& sink,
-           richtext::RtfReader::Units units)
-      : reader_(base, sink, richtext::RtfReader::Extent::document, units) {}
+           richtext::RtfReader::Units units, const richtext::RtfExtras& extras)
+      : reader_(base, sink, richtext::RtfReader::Extent::document, units, extras) {}
 
   std::size_t read(std::u16string_view part, bool is_last) override {
     return reader_.read(part, is_last);
   }
   void finish() override { reader_.finish(); }
   bool is_closed() const override { return reader_.is_closed(); }
+  void report(Report& report) const override {
+    static_cast<richtext::RtfCounts&>(report.dropped) = reader_.counts();
+    report.is_broken_off = reader_.is_open();
+  }
 
  private:
   richtext::RtfReader reader_;

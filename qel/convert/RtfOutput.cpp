@@ -16,14 +16,14 @@ RTFParser lossless_parser() {
 
 }  // namespace
 
-RtfOutput::RtfOutput(const Options& options) : is_document_(true), body_(out()) {
+RtfOutput::RtfOutput(const Options& options) : fonts_(&options.fonts), body_(out()) {
   QELIndexFonts fonts = options.fonts;  // writing the font table marks symbol fonts
   out().append(rtf::document_head(fonts, *options.colors, *surface(), Way::lossless));
 }
 
 void RtfOutput::finish() {
   body_.finish();
-  if (is_document_) out().append(rtf::document_end);
+  if (fonts_ != nullptr) out().append(rtf::document_end);
 }
 
 SimpleRtfOutput::SimpleRtfOutput(const Options& options)

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "qel/convert/FontUse.h"
 #include "qel/convert/Options.h"
 #include "qel/convert/Writer.h"
 #include "qel/rtf/RTFParser.h"
@@ -13,16 +14,22 @@ class RtfOutput : public Writer {
  public:
   struct Body {};
   explicit RtfOutput(Body /*alone*/) : body_(out()) {}
+  /// `options` have to outlive this object.
   explicit RtfOutput(const Options& options);
 
   void text(std::u16string_view text, const style_codes::CodeState& state) override {
+    used_.add(state);
     body_.text(text, state);
   }
   void line_break(const style_codes::CodeState& state) override { body_.line_break(state); }
   void finish() override;
+  std::uint64_t fonts_lacking() const override {
+    return fonts_ == nullptr ? 0 : used_.lacking(*fonts_);
+  }
 
  private:
-  bool is_document_ = false;
+  const QELIndexFonts* fonts_ = nullptr;  // of a document
+  FontUse used_;
   rtf::RtfBodyWriter body_;
 };
 
@@ -33,13 +40,16 @@ class SimpleRtfOutput : public Writer {
   explicit SimpleRtfOutput(const Options& options);
 
   void text(std::u16string_view text, const style_codes::CodeState& state) override {
+    used_.add(state);
     writer_.text(text, state);
   }
   void line_break(const style_codes::CodeState& state) override { writer_.line_break(state); }
   void finish() override;
+  std::uint64_t fonts_lacking() const override { return used_.lacking(options_.fonts); }
 
  private:
   const Options& options_;
+  FontUse used_;
   RTFParser parser_;
   rtf::SimpleRtfWriter writer_;
 };

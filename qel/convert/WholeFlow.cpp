@@ -188,7 +188,7 @@ RewritingFlow::RewritingFlow(const Options& options, InputFormat from,
   if (from == InputFormat::html) {
     reader_ = std::make_unique<HtmlInput>(options, builder_);
   } else {
-    reader_ = std::make_unique<RtfInput>(base_, builder_, units);
+    reader_ = std::make_unique<RtfInput>(base_, builder_, units, options.extras);
   }
 }
 
@@ -201,6 +201,33 @@ void NormalizingFlow::drain(const Take& take, bool all) {
   if (all) in_parts(normalized(markup_), take);
 }
 
+/// Makes RTF of the input that the parser can read: without bytes of a code page, and with what the
+/// options ask for as text.
+void StatedFlow::prepare_rtf() {
+  if (units_ == richtext::RtfReader::Units::bytes) {
+    input_ = rtf_from_units(input_);
+  }
+  const richtext::CharFormat base = base_format(options_);
+  richtext::Document document;
+  richtext::DocumentBuilder builder(document);
+  RtfInput reader(base, builder, richtext::RtfReader::Units::characters, options_.extras);
+  reader.read(input_, true);
+  reader.finish();
+  reader.report(report_);
+  if (has_formats(options_.to)) {
+    const rtf::TableIndexes indexes(options_.fonts, *options_.colors, rtf::Origin::rtf,
+                                    Way::stated);
+    rtf::LackingFormats lacking;
+    for (std::size_t i = 0; i < document.runs().run_count(); ++i) {
+      lacking.add(document.format(document.runs().run(i).value), indexes);
+    }
+    count_formats(report_.dropped, lacking);
+  }
+  if (options_.extras != richtext::RtfExtras()) {
+    input_ = richtext::write_rtf(document, {0, document.size()}, base);
+  }
+}
+
 void StatedFlow::drain(const Take& take, bool all) {
   if (!all) return;
   const Common::ConversionSlots slots;
@@ -209,7 +236,7 @@ void StatedFlow::drain(const Take& take, bool all) {
     case InputFormat::qel:
       return conversion.from_markup(std::move(input_));
     case InputFormat::rtf:
-      if (units_ == richtext::RtfReader::Units::bytes) input_ = rtf_from_units(input_);
+      prepare_rtf();
       return conversion.from_rtf(input_);
     case InputFormat::text:
       return conversion.from_text(input_);

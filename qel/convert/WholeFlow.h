@@ -25,6 +25,7 @@ class RewritingFlow : public Flow {
   void finish() override { reader_->finish(); }
   bool is_closed() const override { return reader_->is_closed(); }
   void drain(const Take& take, bool all) override;
+  void report(Report& report) const override { reader_->report(report); }
 
  private:
   richtext::CharFormat base_;
@@ -44,6 +45,7 @@ class NormalizingFlow : public Flow {
   void finish() override { flow_->finish(); }
   bool is_closed() const override { return flow_->is_closed(); }
   void drain(const Take& take, bool all) override;
+  void report(Report& report) const override { flow_->report(report); }
 
  private:
   std::unique_ptr<Flow> flow_;
@@ -63,13 +65,20 @@ class StatedFlow : public Flow {
   }
   void finish() override {}
   void drain(const Take& take, bool all) override;
+  void report(Report& report) const override {
+    report.dropped = report_.dropped;
+    report.is_broken_off = report_.is_broken_off;
+  }
 
  private:
+  void prepare_rtf();
+
   const Options& options_;
   InputFormat from_;
   richtext::RtfReader::Units units_;
   std::u16string_view line_break_;
   std::u16string input_;
+  Report report_;
 };
 
 }  // namespace qel::convert

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstddef>
+#include <cstdint>
 #include <string>
 #include <string_view>
 
@@ -13,6 +14,8 @@ namespace qel::convert {
 class Writer : public RunSink {
  public:
   std::size_t size() const { return out_.size(); }
+  /// How many fonts of the text the output has no name for.
+  virtual std::uint64_t fonts_lacking() const { return 0; }
   /// Passes on what is written, except what the writer has to look back at. Surrogate pairs stay
   /// together.
   template <class Take>

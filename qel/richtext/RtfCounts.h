@@ -17,6 +17,8 @@ struct RtfCounts {
   std::uint64_t deleted = 0;  ///< characters of text that is marked as deleted
   /// Characters that the declared code page does not have. They were read in code page 1252.
   std::uint64_t unknown = 0;
+
+  friend bool operator==(const RtfCounts&, const RtfCounts&) = default;
 };
 
 }  // namespace qel::richtext

@@ -5,6 +5,7 @@
 
 #include "qel/model/RunSink.h"
 #include "qel/richtext/DocumentSink.h"
+#include "qel/rtf/LackingFormats.h"
 #include "qel/rtf/TableIndexes.h"
 
 namespace qel::rtf {
@@ -15,6 +16,9 @@ class RunsOfDocument : public richtext::DocumentSink {
   /// `sink` has to outlive this object.
   RunsOfDocument(TableIndexes indexes, RunSink& sink) : indexes_(std::move(indexes)), sink_(sink) {}
 
+  /// Of the formats so far.
+  const LackingFormats& lacking() const { return lacking_; }
+
   FormatId intern(const richtext::CharFormat& format) override;
   void text(std::u16string_view text, FormatId format) override;
   void paragraph_break(FormatId format, richtext::Alignment alignment) override;
@@ -24,6 +28,7 @@ class RunsOfDocument : public richtext::DocumentSink {
   void pass_half();
 
   TableIndexes indexes_;
+  LackingFormats lacking_;
   RunSink& sink_;
   char16_t half_ = 0;  // of a surrogate pair, until the other half comes
   FormatId half_format_ = 0;

@@ -27,7 +27,7 @@ TableIndexes::TableIndexes(const QELIndexFonts& fonts, const QELIndexColors& col
   }
 }
 
-int TableIndexes::font(std::u16string_view name) const {
+int TableIndexes::find_font(std::u16string_view name) const {
   const bool is_rtf = origin_ == Origin::box || way_ == Way::lossless;
   if (is_rtf) name = without_blanks(name);
   if (is_rtf && name.empty()) return 0;
@@ -38,16 +38,16 @@ int TableIndexes::font(std::u16string_view name) const {
       return equal_ignoring_case(candidate, name);
     });
   }
-  return found == end ? 0 : static_cast<int>(found - names_.begin());
+  return found == end ? -1 : static_cast<int>(found - names_.begin());
 }
 
-int TableIndexes::color(Color color) const {
+int TableIndexes::find_color(Color color) const {
   if (origin_ == Origin::box || way_ == Way::lossless) {
     color = rgb(red_of(color), green_of(color), blue_of(color));
   }
   const auto end = colors_.begin() + static_cast<std::ptrdiff_t>(count());
   const auto found = std::find(colors_.begin(), end, color);
-  return found == end ? 0 : static_cast<int>(found - colors_.begin());
+  return found == end ? -1 : static_cast<int>(found - colors_.begin());
 }
 
 std::int32_t TableIndexes::offset(const richtext::CharFormat& format) const {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <algorithm>
 #include <array>
 #include <cstddef>
 #include <cstdint>
@@ -28,8 +29,11 @@ class TableIndexes {
  public:
   TableIndexes(const QELIndexFonts& fonts, const QELIndexColors& colors, Origin origin, Way way);
 
-  int font(std::u16string_view name) const;
-  int color(Color color) const;
+  int font(std::u16string_view name) const { return std::max(find_font(name), 0); }
+  int color(Color color) const { return std::max(find_color(color), 0); }
+  /// -1 where the table lacks the font or colour.
+  int find_font(std::u16string_view name) const;
+  int find_color(Color color) const;
   /// In twips, positive above the line.
   std::int32_t offset(const richtext::CharFormat& format) const;
   /// All that markup can say of a format.
