@@ -149,14 +149,6 @@ std::unique_ptr<Flow> make_flow(const Options& options, InputFormat from,
   return std::make_unique<NormalizingFlow>(std::move(flow));
 }
 
-bool has_formats(OutputFormat format) { return format != OutputFormat::text; }
-
-void count_formats(Dropped& dropped, const rtf::LackingFormats& lacking) {
-  dropped.fonts = lacking.fonts();
-  dropped.colors = lacking.colors();
-  dropped.sizes = lacking.sizes();
-}
-
 richtext::CharFormat base_format(const Options& options) {
   richtext::CharFormat format;
   format.font_name = options.fonts.get_Font(0);

@@ -7,8 +7,10 @@
 
 #include "qel/base/Scan.h"
 #include "qel/base/Utf16.h"
+#include "qel/convert/FontUse.h"
 #include "qel/convert/HtmlInput.h"
 #include "qel/convert/HtmlOutput.h"
+#include "qel/convert/MarkupInput.h"
 #include "qel/convert/Normalize.h"
 #include "qel/convert/RtfInput.h"
 #include "qel/convert/RunsJson.h"
@@ -59,6 +61,21 @@ std::u16string rtf_from_units(const std::u16string& units) {
   std::transform(units.begin(), units.end(), bytes.begin(),
                  [](char16_t unit) { return static_cast<char>(unit); });
   return richtext::rtf_from_bytes(bytes);
+}
+
+/// How many fonts of the markup the table lacks.
+std::uint64_t fonts_lacking(std::u16string_view markup, const QELIndexFonts& fonts) {
+  struct Texts : RunSink {
+    void text(std::u16string_view /*text*/, const style_codes::CodeState& state) override {
+      used.add(state);
+    }
+    void line_break(const style_codes::CodeState& /*state*/) override {}
+    void finish() override {}
+    FontUse used;
+  };
+  Texts texts;
+  MarkupInput(texts, false).read(markup, true);
+  return texts.used.lacking(fonts);
 }
 
 /// One conversion in the stated way.
@@ -234,6 +251,9 @@ void StatedFlow::drain(const Take& take, bool all) {
   Conversion conversion(options_, line_break_, take);
   switch (from_) {
     case InputFormat::qel:
+      if (options_.to == OutputFormat::rtf || options_.to == OutputFormat::simple_rtf) {
+        report_.dropped.fonts = fonts_lacking(input_, options_.fonts);
+      }
       return conversion.from_markup(std::move(input_));
     case InputFormat::rtf:
       prepare_rtf();
