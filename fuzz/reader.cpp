@@ -7,6 +7,7 @@
 #include "qel/richtext/Document.h"
 #include "qel/richtext/DocumentReader.h"
 #include "qel/richtext/RtfBytes.h"
+#include "qel/richtext/RtfReader.h"
 #include "qel/richtext/RtfWriter.h"
 
 namespace {
@@ -68,6 +69,17 @@ void check_replacing(Document& document, const Input& input) {
   require(document.check(), "a part can be put anywhere");
 }
 
+void check_extras(std::u16string_view rtf) {
+  using qel::richtext::RtfReader;
+  Document document;
+  qel::richtext::DocumentBuilder builder(document);
+  RtfReader reader(base, builder, RtfReader::Extent::document, RtfReader::Units::characters,
+                   {true, true, true, true});
+  reader.read(rtf, true);
+  reader.finish();
+  require(document.check(), "text, formats and alignments fit together with extras");
+}
+
 }  // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
@@ -77,6 +89,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     Document document = read(rtf);
     check_writing(document);
     check_replacing(document, input);
+    check_extras(rtf);
   }
   return 0;
 }

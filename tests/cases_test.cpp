@@ -101,6 +101,14 @@ convert::Options options_of(const std::string& conversion) {
       options.switches = convert::Switches::of_a_field();
     } else if (word == "--stated") {
       options.way = Way::stated;
+    } else if (word == "--notes") {
+      options.extras.notes = true;
+    } else if (word == "--headers") {
+      options.extras.headers = true;
+    } else if (word == "--links") {
+      options.extras.links = true;
+    } else if (word == "--alternative-texts") {
+      options.extras.alternative_texts = true;
     } else if (word == "--font" && words >> value) {
       tables.set_font(value);
     } else {

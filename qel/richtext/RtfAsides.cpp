@@ -73,11 +73,12 @@ void RtfReader::end_link(const OpenAside& link) {
 }
 
 /// Writes what has to stand before a text within asides, and drops blanks at a note's beginning.
-void RtfReader::enter_asides(std::u16string_view& text) {
+/// Returns the text that is left.
+std::u16string_view RtfReader::enter_asides(std::u16string_view text) {
   for (OpenAside& aside : asides_) {
     if (aside.kind == Aside::note && !aside.format) {
       drop_first_blanks(text);
-      if (text.empty()) return;
+      if (text.empty()) break;
       aside.format = properties_.format_on_line();
       show(bracket(), *aside.format);
     }
@@ -85,6 +86,7 @@ void RtfReader::enter_asides(std::u16string_view& text) {
       aside.shown.append(text.substr(0, aside.address.size() + 1));
     }
   }
+  return text;
 }
 
 /// A bracket stands behind a blank, but not at the beginning of a line.

@@ -81,7 +81,9 @@ void RtfReader::read_token() {
 }
 
 void RtfReader::read_text() {
-  if (destination() == Destination::skipped || has_text_parts(destination())) {
+  const bool is_dropped = !properties_.is_text() &&
+                          (destination() == Destination::skipped || has_text_parts(destination()));
+  if (is_dropped) {
     scanner_.skip_plain_text();
     note_skipped();
     return;
@@ -259,7 +261,7 @@ void RtfReader::close_group() {
   const Alignment alignment = properties_.state().alignment;
   properties_.close_group();
   is_closed_ = extent_ == Extent::document && !properties_.is_in_group();
-  while (asides_.size() > properties_.state().asides) end_aside(alignment);
+  while (!asides_.empty() && asides_.size() > properties_.state().asides) end_aside(alignment);
   if (was != destination()) end_destination(was, alignment);
 }
 
@@ -340,27 +342,17 @@ void RtfReader::add_line_end() {
 void RtfReader::add_text(std::u16string_view text) {
   if (text.empty()) return;
   flush_bytes();
-  if (properties_.is_shown()) {
-    if (!asides_.empty()) enter_asides(text);
-    show(text, properties_.format());
-    properties_.note_shown();
-  } else if (properties_.is_text()) {
-    count_unshown(text.size());
-  } else {
-    add_table_text(text);
-  }
-}
-
-void RtfReader::show(std::u16string_view text, DocumentSink::FormatId format) {
+  if (!properties_.is_shown()) return add_unshown(text);
+  if (!asides_.empty()) text = enter_asides(text);
   if (text.empty()) return;
-  if (line_end_) add_line_end();
-  sink_.text(text, format);
-  last_ = text.back();
+  show(text, properties_.format());
+  properties_.note_shown();
 }
 
-void RtfReader::count_unshown(std::size_t characters) {
+void RtfReader::add_unshown(std::u16string_view text) {
+  if (!properties_.is_text()) return add_table_text(text);
   const bool is_hidden = (properties_.state().character.flags & CharState::hidden) != 0;
-  (is_hidden ? counts_.hidden : counts_.deleted) += characters;
+  (is_hidden ? counts_.hidden : counts_.deleted) += text.size();
 }
 
 /// Adds text whose characters are numbers, which a font of symbols gives other pictures.

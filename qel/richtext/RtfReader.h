@@ -115,6 +115,7 @@ class RtfReader {
     return true;
   }
   void add_text(std::u16string_view text);
+  void add_unshown(std::u16string_view text);
   void add_coded(std::u16string_view text);
   void add_unit(char16_t unit);
   void add_byte(std::uint8_t byte);
@@ -139,7 +140,7 @@ class RtfReader {
   void begin_link(std::u16string address);
   void end_aside(Alignment alignment);
   void end_link(const OpenAside& link);
-  void enter_asides(std::u16string_view& text);
+  std::u16string_view enter_asides(std::u16string_view text);
   bool break_in_aside();
   std::u16string_view bracket() const;
   void begin_object();
@@ -149,12 +150,16 @@ class RtfReader {
   void end_property();
   void add_alternative_text();
 
-  void show(std::u16string_view text, DocumentSink::FormatId format);
+  /// The text is not empty.
+  void show(std::u16string_view text, DocumentSink::FormatId format) {
+    if (line_end_) add_line_end();
+    sink_.text(text, format);
+    last_ = text.back();
+  }
   /// Takes note that a dropped group is not empty.
   void note_skipped() {
     if (skipped_ != nullptr) ++*std::exchange(skipped_, nullptr);
   }
-  void count_unshown(std::size_t characters);
   Destination destination() const { return properties_.state().destination; }
 
   DocumentSink& sink_;
