@@ -69,15 +69,20 @@ bool has_newer_output(const Task& task) {
   return !input_error && !output_error && written > read;
 }
 
-std::unique_ptr<OutputFile> converted(const Task& task, convert::Options options) {
+std::string name_of(const Task& task) { return task.input == "-" ? "standard input" : task.input; }
+
+std::unique_ptr<OutputFile> converted(const Task& task, convert::Options options,
+                                      Reports& reports) {
   if (!options.from) {
     options.from = convert::input_format_of_file(task.input);
     options.is_from_guessed = true;
   }
   const InputFile input(task.input);
   auto output = std::make_unique<OutputFile>(task.output);
-  convert::convert([&](char* bytes, std::size_t size) { return input.read_some(bytes, size); },
-                   [&](std::string_view bytes) { output->write(bytes); }, options);
+  reports.add(
+      name_of(task),
+      convert::convert([&](char* bytes, std::size_t size) { return input.read_some(bytes, size); },
+                       [&](std::string_view bytes) { output->write(bytes); }, options));
   return output;
 }
 
@@ -93,10 +98,10 @@ std::string hint_on(const std::string& input) {
 
 /// Returns whether all went well that was tried here.
 bool try_task(const Task& task, const convert::Options& options, OutputGroup& outputs,
-              Progress& progress) {
-  const std::string name = task.input == "-" ? "standard input" : task.input;
+              Reports& reports, Progress& progress) {
+  const std::string name = name_of(task);
   try {
-    return report(outputs.add(converted(task, options)), progress);
+    return report(outputs.add(converted(task, options, reports)), progress);
   } catch (const ReaderHasGone&) {
     return true;
   } catch (const FileError& error) {
@@ -127,6 +132,7 @@ std::vector<Task> tasks_into(const std::string& folder, const std::vector<InputP
 
 bool convert_files(const std::vector<Task>& tasks, const BatchOptions& options) {
   Progress progress(Progress::Unit::files, tasks.size());
+  Reports reports(options.report, progress);
   OutputGroup outputs;
   std::atomic<std::size_t> next = 0;
   std::atomic<bool> all_went_well = true;
@@ -134,7 +140,7 @@ bool convert_files(const std::vector<Task>& tasks, const BatchOptions& options) 
     for (std::size_t index = 0; (index = next++) < tasks.size(); progress.step(1, 1)) {
       const Task& task = tasks[index];
       if (options.skips_newer && has_newer_output(task)) continue;
-      if (!try_task(task, options.conversion, outputs, progress)) all_went_well = false;
+      if (!try_task(task, options.conversion, outputs, reports, progress)) all_went_well = false;
     }
     if (!report(outputs.finish(), progress)) all_went_well = false;
   };
@@ -144,6 +150,7 @@ bool convert_files(const std::vector<Task>& tasks, const BatchOptions& options) 
   }
   work();
   helpers.clear();
+  reports.finish();
   return all_went_well;
 }
 

@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "InputPaths.h"
+#include "Reports.h"
 #include "qel/convert/Options.h"
 
 namespace qel::command {
@@ -17,7 +18,8 @@ struct Task {
 
 struct BatchOptions {
   convert::Options conversion;
-  std::size_t jobs = 1;      ///< how many files are converted at a time
+  std::size_t jobs = 1;  ///< how many files are converted at a time
+  ReportStyle report = ReportStyle::summary;
   bool skips_newer = false;  ///< leaves an output alone that is newer than its input
 };
 

@@ -116,6 +116,15 @@ void ConvertCommand::add_formats() {
       ->type_name("FORMAT")
       ->required();
   app_.add_flag("--normalize", normalizes_, "Write markup in the shortest way (with --to qel)");
+  add_contents();
+}
+
+void ConvertCommand::add_contents() {
+  app_.add_flag("--notes", extras_.notes, "Keep footnotes, endnotes and annotations of RTF");
+  app_.add_flag("--headers", extras_.headers, "Keep headers and footers of RTF");
+  app_.add_flag("--links", extras_.links, "Keep the addresses of links in RTF");
+  app_.add_flag("--alternative-texts", extras_.alternative_texts,
+                "Keep what RTF has in place of pictures");
   app_.add_flag("--html-document", html_.whole_document,
                 "Write a whole document of HTML instead of a fragment");
   app_.add_flag("--html-paragraphs", html_.paragraphs,
@@ -133,6 +142,10 @@ void ConvertCommand::add_outputs() {
                 ->excludes(output_);
   skip_ = app_.add_flag("--skip-newer", skips_newer_,
                         "Leave a file alone that is newer than the one it would be made from");
+  reports_ = app_.add_flag("--report{text}", report_,
+                           "Say on standard error what was dropped of each file, as text or, with "
+                           "--report=json, as JSON lines")
+                 ->check(CLI::IsMember({"text", "json"}).description({}));
   app_.add_option("-j,--jobs", jobs_,
                   "How many files, or parts of one with records, to convert at a time; as many as "
                   "there are processors otherwise")
@@ -147,6 +160,7 @@ void ConvertCommand::add_records() {
         ->allow_extra_args(false)
         ->excludes(folder_)
         ->excludes(skip_)
+        ->excludes(reports_)
         ->group("Fields of records");
   };
   json_ =
@@ -194,6 +208,7 @@ convert::Options ConvertCommand::conversion(Way way) const {
   options.way = way;
   options.normalizes = normalizes_;
   options.html = html_;
+  options.extras = extras_;
 #if defined(QEL_HAS_HTML)
   options.html_reader = html::reader();
 #endif
@@ -227,6 +242,9 @@ Conversions ConvertCommand::values(Way way) const {
   }
   conversions.files = files();
   conversions.options.skips_newer = skips_newer_;
+  if (!report_.empty()) {
+    conversions.options.report = report_ == "json" ? ReportStyle::json : ReportStyle::text;
+  }
   conversions.options.jobs = jobs_ > 0 ? static_cast<std::size_t>(jobs_)
                                        : std::max(1U, std::thread::hardware_concurrency());
   if (has_records()) conversions.records = records(conversions.options);

@@ -41,6 +41,7 @@ class ConvertCommand {
  private:
   void add_files();
   void add_formats();
+  void add_contents();
   void add_outputs();
   void add_records();
 
@@ -58,6 +59,8 @@ class ConvertCommand {
   std::optional<std::string> to_;
   bool normalizes_ = false;
   convert::HtmlOptions html_;
+  richtext::RtfExtras extras_;
+  std::string report_;
   std::string output_path_;
   std::string folder_path_;
   bool skips_newer_ = false;
@@ -69,6 +72,7 @@ class ConvertCommand {
   CLI::Option* output_ = nullptr;
   CLI::Option* folder_ = nullptr;
   CLI::Option* skip_ = nullptr;
+  CLI::Option* reports_ = nullptr;
   CLI::Option* json_ = nullptr;
   CLI::Option* csv_ = nullptr;
   SwitchOptions switches_;

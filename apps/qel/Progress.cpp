@@ -25,11 +25,11 @@ void Progress::step(std::size_t count, std::size_t amount) {
   next_drawing_ = Clock::now() + pause;
 }
 
-void Progress::report(std::string_view message) {
+void Progress::write_line(const std::string& line) {
   const std::lock_guard lock(mutex_);
   erase();
   // In one piece: other processes may write to the same terminal or file.
-  std::cerr << "qel: " + std::string(message) + "\n" << std::flush;
+  std::cerr << line + "\n" << std::flush;
   draw();
 }
 

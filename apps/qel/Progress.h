@@ -27,7 +27,8 @@ class Progress {
   /// Counts more as done: how many files or records, and how much of the total that is.
   void step(std::size_t count, std::size_t amount);
   /// Writes "qel: " and the message as a line.
-  void report(std::string_view message);
+  void report(std::string_view message) { write_line("qel: " + std::string(message)); }
+  void write_line(const std::string& line);
 
  private:
   using Clock = std::chrono::steady_clock;

@@ -1,7 +1,7 @@
 # Completion of the command qel for bash.
 
 _qel_convert_options='--help --stated --from --to --output --directory --jobs --field
-  --files-from --files0-from --recursive --skip-newer --normalize --html-document --html-paragraphs --html-classes --json-lines --csv --on-error
+  --files-from --files0-from --recursive --skip-newer --normalize --notes --headers --links --alternative-texts --report --html-document --html-paragraphs --html-classes --json-lines --csv --on-error
   --nl-to-space --no-nl-to-space --tabs-to-space --no-tabs-to-space
   --recognize-crlf --no-recognize-crlf --recognize-tabs --no-recognize-tabs
   --font --color --font-size --tables'

@@ -32,6 +32,21 @@ gives "RTF to body" '\b1 x\b0 ' piped '{\\rtf1\\b x}' --to rtf-body
 gives "RTF keeps fonts and sizes" '{\rtf1\ansi\ansicpg1252\deff0{\fonttbl{\f0 Arial;}{\f1 Zed;}}{\colortbl ;\red0\green0\blue0;}\cf1\fs20 a\f1\fs40 b}' \
   piped '{\\rtf1{\\fonttbl{\\f0 Arial;}{\\f4 Zed;}}\\fs20 a\\f4\\fs40 b}' --to rtf
 gives "text to text" $'/b1\ta\nb\n' piped '/b1\ta\r\nb\n' --from text --to text
+gives "markup to HTML" 'a<b> &lt;</b><br>c' piped 'a/b1 </b0/nlc' --to html
+gives "HTML as a document with classes" $'qel-y3\nqel-y3\n</p>\n' bash -c "printf '/y3a' |
+  $qel convert --to html --html-document --html-classes --html-paragraphs | grep -oE 'qel-y3|</p>'"
+if "$qel" convert --from html --to qel </dev/null 2>/dev/null; then
+  gives "HTML by its first bytes" '/b1a/nl/b0b' piped '<p><b>a</b><p>b' --to qel
+fi
+gives "the shortest markup" '/b1ab/b0' piped '/b1a/b0/b1b/b0' --to qel --normalize
+breaks 2 '--normalize needs --to qel' "$qel" convert --to rtf --normalize
+extras='{\\rtf1 a{\\footnote n}{\\header h\\par}{\\field{\\fldinst HYPERLINK "x:y"}{\\fldrslt t}}{\\pict 00}'
+gives "notes, headers and links on request" $'a [n]\nh\nt (x:y)' \
+  piped "$extras" --to text --notes --headers --links
+breaks 0 '1 pictures, 1 notes, 1 headers, 1 links; the input breaks off' piped "$extras" --to text --report
+breaks 0 '"broken_off":true,"dropped":{"pictures":1,' piped "$extras" --to text --report=json
+breaks 1 'neither text nor RTF, but binary data' piped '\x89PNG\r\n\x1a\n\0\0' --to text
+gives "what only looks binary" '%PDF-1' piped '%%PDF-1' --from text --to text
 
 echo "== switches =="
 for input in 'a\tb/nlc/b1 /nl/b0' '{\\rtf1 a\\tab b\\par c\\b  \\par}'; do
