@@ -2,9 +2,9 @@
 
 // What programs and platforms include. An installed header that none of these needs is private.
 #include "qel/base/Utf8.h"
+#include "qel/convert/HtmlWriter.h"
 #include "qel/convert/Lint.h"
 #include "qel/convert/Normalize.h"
-#include "qel/convert/HtmlWriter.h"
 #include "qel/headless/BoxUser.h"
 #include "qel/headless/ControlSite.h"
 #include "qel/headless/Drag.h"
