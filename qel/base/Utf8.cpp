@@ -11,7 +11,7 @@ namespace qel {
 namespace {
 
 /// The units or bytes of one piece, which is converted on the stack before it is appended.
-constexpr std::size_t piece_size = 2048;
+constexpr std::size_t piece_size = 512;
 
 char* put_sequence(char* out, char32_t character) {
   const auto tail = [character](unsigned shift) {
@@ -75,7 +75,7 @@ std::string to_utf8(std::u16string_view text) {
 
 void append_utf8(std::string& bytes, std::u16string_view text) {
   constexpr std::size_t longest = 3;  // bytes for a unit
-  std::array<char, longest * piece_size> piece;
+  std::array<char, longest * piece_size> piece = {};
   for (std::size_t at = 0; at < text.size();) {
     char* out = piece.data();
     const std::size_t end = std::min(text.size(), at + piece_size - 1);
@@ -97,7 +97,7 @@ std::u16string from_utf8(std::string_view bytes, char16_t (*invalid)(std::uint8_
 
 void append_utf16_of(std::u16string& text, std::string_view bytes,
                      char16_t (*invalid)(std::uint8_t byte)) {
-  std::array<char16_t, piece_size> piece;
+  std::array<char16_t, piece_size> piece = {};
   for (std::size_t at = 0; at < bytes.size();) {
     char16_t* out = piece.data();
     // No sequence has more code units than bytes. One that is cut goes beyond the end.

@@ -212,7 +212,7 @@ Report Converter::finish() { return stages_->finish(); }
 
 Report convert(const Source& source, const Sink& sink, const Options& options) {
   Converter converter(options, sink);
-  std::array<char, part_size> buffer;
+  std::array<char, part_size> buffer = {};
   bool goes_on = true;
   while (goes_on) {
     const std::size_t count = source(buffer.data(), buffer.size());

@@ -103,31 +103,36 @@ bool MarkupScanner::is_cut(std::size_t at) const {
   return !is_last_ && markup_.size() - at < longest;
 }
 
+MarkupScanner::Special MarkupScanner::next_special(std::size_t from, std::size_t& at) const {
+  for (at = find_special(from); at < markup_.size() && !is_cut(at); at = find_special(at + 1)) {
+    const Special special = special_at(at);
+    if (special != Special::none) return special;
+  }
+  return Special::none;
+}
+
+/// The text before something that is not text; what that is, is remembered.
+MarkupScanner::Item MarkupScanner::give_text_before(Special special, std::size_t begin,
+                                                    std::size_t end) {
+  const Item item = give_text(begin, end);
+  is_literal_ = special == Special::escaped_code;
+  if (is_literal_) {
+    ++at_;
+  } else {
+    known_ = special;
+  }
+  return item;
+}
+
 MarkupScanner::Item MarkupScanner::next() {
   goes_on_ = std::exchange(is_literal_, false);
   std::size_t begin = at_;
-  Special known = std::exchange(known_, Special::none);
-  // A slash behind its tilde is text.
   std::size_t at = begin;
-  if (known == Special::none) at = find_special(goes_on_ ? begin + 1 : begin);
-  while (at < markup_.size()) {
-    if (is_cut(at)) break;
-    const Special special = known != Special::none ? known : special_at(at);
-    known = Special::none;
-    if (special == Special::none) {
-      at = find_special(at + 1);
-      continue;
-    }
-    if (at > begin) {
-      const Item item = give_text(begin, at);
-      is_literal_ = special == Special::escaped_code;
-      if (is_literal_) {
-        ++at_;
-      } else {
-        known_ = special;
-      }
-      return item;
-    }
+  Special special = std::exchange(known_, Special::none);
+  // A slash behind its tilde is text.
+  if (special == Special::none) special = next_special(goes_on_ ? begin + 1 : begin, at);
+  while (special != Special::none) {
+    if (at > begin) return give_text_before(special, begin, at);
     if (special == Special::line_break) {
       at_ = at + line_break_length(markup_.substr(at), way_);
       return Item::line_break;
@@ -135,7 +140,7 @@ MarkupScanner::Item MarkupScanner::next() {
     const bool is_escaped = special == Special::escaped_code;
     if (!is_escaped) apply(markup_[at + 1], markup_[at + 2]);
     begin = at + (is_escaped ? 1 : code_length);
-    at = find_special(is_escaped ? begin + 1 : begin);
+    special = next_special(is_escaped ? begin + 1 : begin, at);
   }
   // Two characters of a text tell what it would be behind the one before.
   const bool is_enough = is_last_ || at - begin > 1;

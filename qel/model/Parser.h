@@ -46,7 +46,10 @@ class MarkupScanner {
 
   std::size_t find_special(std::size_t from) const;
   Special special_at(std::size_t at) const;
+  /// What is not text at or after `from`, and where it is; none at the end, or where it is cut.
+  Special next_special(std::size_t from, std::size_t& at) const;
   Item give_text(std::size_t begin, std::size_t end);
+  Item give_text_before(Special special, std::size_t begin, std::size_t end);
   /// Whether what stands there may go on behind the end of this part.
   bool is_cut(std::size_t at) const;
   void apply(char16_t letter, char16_t digit);

@@ -35,7 +35,7 @@ std::size_t binary_length(std::string_view bytes, std::size_t word) {
 }
 
 void append_widened(std::u16string& out, std::string_view bytes) {
-  std::array<char16_t, 2048> piece;
+  std::array<char16_t, 512> piece = {};
   while (!bytes.empty()) {
     const std::size_t plain = widen_ascii(bytes.substr(0, piece.size()), piece.data());
     out.append(piece.data(), plain);
@@ -95,7 +95,7 @@ std::string rtf_to_bytes(std::u16string_view rtf) {
 }
 
 void append_rtf_bytes(std::string& bytes, std::u16string_view rtf) {
-  std::array<char, 2048> piece;
+  std::array<char, 512> piece = {};
   while (!rtf.empty()) {
     char* out = piece.data();
     for (std::size_t left = piece.size(); !rtf.empty() && left >= longest_character;
