@@ -35,8 +35,9 @@ constexpr std::size_t beginning = 4100;
 const std::vector<std::u16string_view>& text_pieces() {
   static const auto pieces = [] {
     auto all = test::markup_vocabulary();
-    all.insert(all.end(), {u"\r", u"\n", u"\r\n", u"\n\n", u" ", u"~~", u"nl", u"1", u"b", u"/n",
-                           u"\\\\b1", u"\u20AC", u"\u00A0", u"\u2028", u"\u0001", u"\u05E9\u05DC"});
+    all.insert(all.end(),
+               {u"\r", u"\n", u"\r\n", u"\n\n", u" ", u"~~", u"nl", u"1", u"b", u"/n", u"\\\\b1",
+                u"//b0nl", u"/n/b0l", u"\u20AC", u"\u00A0", u"\u2028", u"\u0001", u"\u05E9\u05DC"});
     return all;
   }();
   return pieces;
