@@ -70,6 +70,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
           "pieces convert as all at once");
   // Without a beginning, for marks of an encoding.
   options.from.reset();
+  options.is_file = false;  // files of binary data are refused
   convert::convert(input.bytes(), options);
   return 0;
 }
