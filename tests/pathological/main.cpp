@@ -66,6 +66,7 @@ void add_conversions(std::vector<Work>& works, convert::InputFormat from) {
   add("to RTF", OutputFormat::rtf, Way::lossless);
   add("to reduced RTF", OutputFormat::simple_rtf, Way::lossless);
   add("to runs", OutputFormat::segments, Way::lossless);
+  add("to HTML", OutputFormat::html, Way::lossless);
   add("stated, to reduced RTF", OutputFormat::simple_rtf, Way::stated);
   add("stated, to runs", OutputFormat::segments, Way::stated);
 }
