@@ -60,8 +60,8 @@ bool is_rtf(std::string_view bytes);
 std::u16string decode_text(std::string_view bytes);
 
 /// The everyday conversions of strings, in the lossless way, with the tables of `options`; its
-/// formats do not matter. Strings in UTF-8 may hold what they like; RTF in a `std::string` is
-/// bytes. A line break at the end of markup is kept.
+/// formats do not matter. A `std::string` is UTF-8, RTF in it is bytes, and a byte order mark at
+/// its beginning is read as above. A line break at the end of markup is kept.
 std::string rtf_from_markup(std::string_view markup, const Options& options = {});
 std::string markup_from_rtf(std::string_view rtf, const Options& options = {});
 std::string text_from_markup(std::string_view markup, const Options& options = {});

@@ -65,8 +65,10 @@ const std::vector<Shape>& markup_shapes() {
   return shapes;
 }
 
-const std::vector<Shape>& rtf_shapes() {
-  static const std::vector<Shape> shapes = {
+namespace {
+
+std::vector<Shape> group_shapes() {
+  return {
       {"groups",
        [](std::size_t size) { return repeated(u"{", size) + u"a" + repeated(u"}", size); }},
       {"groups that stay open", [](std::size_t size) { return repeated(u"{\\b a", size); }},
@@ -88,6 +90,11 @@ const std::vector<Shape>& rtf_shapes() {
        [](std::size_t size) {
          return repeated(u"{\\fonttbl{\\f1 A;}{\\f2 B;}}\\f1 a\\f2 b", size);
        }},
+  };
+}
+
+std::vector<Shape> table_shapes() {
+  return {
       {"as many colours as text",
        [](std::size_t size) {
          return u"{\\colortbl" + numbered(u"\\red1\\green", u"\\blue3;", size) + u"}" +
@@ -110,6 +117,11 @@ const std::vector<Shape>& rtf_shapes() {
                 repeated(u"\\f1 a\\f2 b", size);
        }},
       {"as many sizes as text", [](std::size_t size) { return numbered(u"\\fs", u" a", size); }},
+  };
+}
+
+std::vector<Shape> word_shapes() {
+  return {
       {"words", [](std::size_t size) { return repeated(u"\\b a\\b0 b", size); }},
       {"a word that goes on",
        [](std::size_t size) { return u"\\" + repeated(u"zabcdefghi", size); }},
@@ -139,6 +151,11 @@ const std::vector<Shape>& rtf_shapes() {
          return repeated(u"\\ansicpg932 \\'82\\'a0\\ansicpg1251 \\'e9", size / 4);
        }},
       {"hexadecimal without digits", [](std::size_t size) { return repeated(u"\\'", size); }},
+  };
+}
+
+std::vector<Shape> part_shapes() {
+  return {
       {"one long line", [](std::size_t size) { return repeated(u"abcdefgh ", size); }},
       {"paragraphs", [](std::size_t size) { return repeated(u"\\pard\\qc a\\par ", size); }},
       {"breaks that count nothing", [](std::size_t size) { return repeated(u"\r\n", size); }},
@@ -169,6 +186,18 @@ const std::vector<Shape>& rtf_shapes() {
       {"named characters",
        [](std::size_t size) { return repeated(u"\\endash \\~\\lquote a", size); }},
   };
+}
+
+}  // namespace
+
+const std::vector<Shape>& rtf_shapes() {
+  static const std::vector<Shape> shapes = [] {
+    std::vector<Shape> all;
+    for (const auto& some : {group_shapes(), table_shapes(), word_shapes(), part_shapes()}) {
+      all.insert(all.end(), some.begin(), some.end());
+    }
+    return all;
+  }();
   return shapes;
 }
 

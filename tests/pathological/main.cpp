@@ -183,13 +183,13 @@ void run_all(std::u16string_view beginning, const std::vector<Shape>& shapes,
 int main(int argc, char** argv) {
   using namespace qel::hostile;
   if (argc != 3) return EXIT_FAILURE;
-  const auto part = static_cast<std::size_t>(std::atoi(argv[1]));
-  const auto parts = static_cast<std::size_t>(std::atoi(argv[2]));
+  const auto part = std::size_t{std::strtoul(argv[1], nullptr, 10)};
+  const auto parts = std::size_t{std::strtoul(argv[2], nullptr, 10)};
   const qel::Common::ConversionSlots slots;
   run_all(u"", markup_shapes(), markup_works(), part, parts);
   run_all(u"{\\rtf1 ", rtf_shapes(), rtf_works(), part, parts);
   if (part == 0) {
-    for (const std::size_t count : {5, 100, 400}) {
+    for (const std::size_t count : {5U, 100U, 400U}) {
       run_counted([count] { convert_one_by_one(count); });
       std::printf("one by one\t%zu\n", count);
     }
