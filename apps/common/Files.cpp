@@ -2,6 +2,7 @@
 
 #include <fcntl.h>
 #include <poll.h>
+#include <sys/resource.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -196,10 +197,22 @@ void OutputFile::fail(int error) const {
   fail_to("write", path_ == standard_stream ? "standard output" : path_, error);
 }
 
+namespace {
+
+/// Few enough that two groups are within the limit of the process, with what else is open, and that
+/// little of the work is lost when the process is ended.
+std::size_t files_in_group() {
+  constexpr rlim_t most = 128;
+  constexpr rlim_t parts = 4;
+  struct rlimit limit = {};
+  if (getrlimit(RLIMIT_NOFILE, &limit) != 0) return 1;
+  return static_cast<std::size_t>(std::clamp<rlim_t>(limit.rlim_cur / parts, 1, most));
+}
+
+}  // namespace
+
 OutputGroup::Failures OutputGroup::add(std::unique_ptr<OutputFile> file) {
-  // Few enough that their descriptors are within the usual limit of a process, and that little of
-  // the work is lost when the process is ended.
-  constexpr std::size_t most_files = 128;
+  static const std::size_t most_files = files_in_group();
   constexpr std::size_t most_bytes = std::size_t{1} << 24U;
   file->end_last_line();
   if (file->temporary_.empty()) {

@@ -111,6 +111,26 @@ class ValueFinder {
   std::size_t at_ = 0;
 };
 
+/// Makes small numbers of the numbers in JSON, without moving anything: none is too large to parse.
+void blank_numbers(std::string& json) {
+  constexpr std::string_view digits = "0123456789";
+  constexpr std::string_view others = ".eE+-";
+  bool is_string = false;
+  bool is_number = false;
+  for (std::size_t at = 0; at < json.size(); ++at) {
+    const char byte = json[at];
+    if (is_string && byte == '\\') ++at;
+    if (byte == '"') is_string = !is_string;
+    const bool is_digit = !is_string && digits.find(byte) != digits.npos;
+    if (is_number && (is_digit || others.find(byte) != others.npos)) {
+      json[at] = ' ';
+    } else {
+      is_number = is_digit;
+      if (is_digit) json[at] = '0';
+    }
+  }
+}
+
 class JsonConverter : public RecordConverter {
  public:
   JsonConverter(const std::vector<FieldMapping>& mappings, ConvertText convert)
@@ -148,7 +168,12 @@ class JsonConverter : public RecordConverter {
     fields_.assign(mappings_.size(), {});
     buffer_.assign(body).append(simdjson::SIMDJSON_PADDING, ' ');
     simdjson::dom::element json;
-    const auto error = parser_.parse(buffer_.data(), body.size(), false).get(json);
+    auto error = parser_.parse(buffer_.data(), body.size(), false).get(json);
+    if (error == simdjson::NUMBER_ERROR) {
+      // The value does not matter: all numbers are written as they were.
+      blank_numbers(buffer_);
+      error = parser_.parse(buffer_.data(), body.size(), false).get(json);
+    }
     if (error) throw RecordError(std::string("not JSON: ") + simdjson::error_message(error));
     if (!json.is_object()) throw RecordError("not a JSON object");
     ValueFinder values(body);

@@ -75,7 +75,7 @@ std::string to_utf8(std::u16string_view text) {
 
 void append_utf8(std::string& bytes, std::u16string_view text) {
   constexpr std::size_t longest = 3;  // bytes for a unit
-  std::array<char, longest * piece_size> piece = {};
+  std::array<char, longest* piece_size> piece = {};
   for (std::size_t at = 0; at < text.size();) {
     char* out = piece.data();
     const std::size_t end = std::min(text.size(), at + piece_size - 1);

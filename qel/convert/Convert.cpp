@@ -108,8 +108,8 @@ class Converter::Stages {
 
  private:
   bool is_packed(std::string_view bytes) const {
-    return options_.from.value_or(InputFormat::rtf) == InputFormat::rtf &&
-           richtext::is_compressed_rtf(bytes);
+    const bool may_be = options_.from ? *options_.from == InputFormat::rtf : options_.is_file;
+    return may_be && richtext::is_compressed_rtf(bytes);
   }
 
   bool keep_packed(std::string_view bytes) {
@@ -125,13 +125,14 @@ class Converter::Stages {
   bool begin_and_feed(std::string_view bytes, bool is_last) {
     const Mark mark = mark_of(bytes);
     const bool begins_rtf = is_rtf(bytes);
-    const bool begins_html = !options_.from && !begins_rtf && options_.html_reader.is_html &&
+    const bool begins_html = options_.is_file && !options_.from && !begins_rtf &&
+                             options_.html_reader.is_html &&
                              options_.html_reader.is_html(bytes.substr(0, enough_to_tell));
     const bool is_named = options_.from && !options_.is_from_guessed;
     if (options_.is_file && !is_named && !begins_rtf && mark.length == 0 &&
         is_binary(bytes.substr(0, enough_to_tell))) {
       throw Error(Error::type_mismatch, "convert",
-                  "the input is neither text nor RTF, but binary data");
+                  "the input is neither text nor RTF nor HTML, but binary data");
     }
     const InputFormat from = begins_html ? InputFormat::html : format_of(options_.from, begins_rtf);
     // HTML may name its encoding itself.

@@ -21,7 +21,8 @@
 /// only its end tells (RTF and HTML rewritten as RTF, reduced RTF), where HTML or compressed RTF is
 /// read, and in the stated way.
 ///
-/// Input that is neither text nor RTF raises an error unless its format was named.
+/// A file that is neither text nor RTF nor HTML raises an error unless its format was named; the
+/// conversion is over then.
 ///
 /// Any thread may convert, also with the same options.
 namespace qel::convert {
@@ -59,8 +60,8 @@ bool is_rtf(std::string_view bytes);
 /// The text of a file in the encodings above. A byte order mark is dropped.
 std::u16string decode_text(std::string_view bytes);
 
-/// The everyday conversions of strings, in the lossless way, with the tables of `options`; its
-/// formats do not matter. A `std::string` is UTF-8, RTF in it is bytes, and a byte order mark at
+/// The everyday conversions of strings, lossless unless `options` say otherwise, whose formats do
+/// not matter. A `std::string` is UTF-8, RTF in it is bytes, and a byte order mark at
 /// its beginning is read as above. A line break at the end of markup is kept.
 std::string rtf_from_markup(std::string_view markup, const Options& options = {});
 std::string markup_from_rtf(std::string_view rtf, const Options& options = {});

@@ -142,11 +142,14 @@ void count_formats(Dropped& dropped, const rtf::LackingFormats& lacking) {
 
 std::unique_ptr<Flow> make_flow(const Options& options, InputFormat from,
                                 richtext::RtfReader::Units units, std::u16string_view line_break) {
-  auto flow = make_plain_flow(options, from, units, line_break);
   const bool normalizes =
       options.normalizes && options.to == OutputFormat::qel && options.way == Way::lossless;
+  // Markup is taken as it is: what it says to conversions to RTF alone is not lost then.
+  const bool is_source = normalizes && from == InputFormat::qel && options.switches == Switches();
+  if (is_source) return std::make_unique<NormalizingFlow>(nullptr, options.is_file);
+  auto flow = make_plain_flow(options, from, units, line_break);
   if (!normalizes) return flow;
-  return std::make_unique<NormalizingFlow>(std::move(flow));
+  return std::make_unique<NormalizingFlow>(std::move(flow), false);
 }
 
 richtext::CharFormat base_format(const Options& options) {

@@ -331,9 +331,10 @@ std::u16string_view HtmlWriter::tag_of(std::size_t element, const CodeState& sta
 }
 
 void HtmlWriter::append(std::u16string_view text) {
+  constexpr std::size_t most_held_blanks = 4096;
   for (std::size_t at = 0; at < text.size();) {
     if (text[at] == u' ') {
-      ++held_blanks_;
+      if (++held_blanks_ == most_held_blanks) release_blanks(false);
       ++at;
       continue;
     }

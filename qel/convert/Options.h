@@ -45,10 +45,10 @@ struct HtmlReader {
 };
 
 struct Options {
-  /// Empty: RTF or, with a reader for it, HTML if the input begins so, else markup.
+  /// Empty: RTF if the input begins so, else markup; of a file also HTML, with a reader for it.
   std::optional<InputFormat> from;
-  /// Whether `from` is only what a file's name suggests. Input that is neither text nor RTF is
-  /// refused then, as it is where `from` is empty.
+  /// Whether `from` is only what a file's name suggests. Input that is binary is refused then, as
+  /// it is where `from` is empty.
   bool is_from_guessed = false;
   OutputFormat to = OutputFormat::qel;
   Switches switches;
@@ -64,7 +64,8 @@ struct Options {
   HtmlReader html_reader;  ///< none: HTML cannot be read
   /// Whether markup is written in the shortest way. It is all in memory then. Lossless only.
   bool normalizes = false;
-  /// Asked every few thousand bytes; when it says yes, the conversion ends where it is.
+  /// Asked every few thousand bytes that are read; when it says yes, the conversion ends where it
+  /// is. What has to be read whole (see `Converter`) is not interrupted after that.
   std::function<bool()> stop;
 };
 

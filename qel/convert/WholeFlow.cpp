@@ -213,8 +213,17 @@ void RewritingFlow::drain(const Take& take, bool all) {
   if (all) in_parts(richtext::write_rtf(document_, {0, document_.size()}, base_), take);
 }
 
+void NormalizingFlow::finish() {
+  if (flow_) {
+    flow_->finish();
+  } else if (is_file_) {
+    if (markup_.ends_with(u'\n')) markup_.pop_back();
+    if (markup_.ends_with(u'\r')) markup_.pop_back();
+  }
+}
+
 void NormalizingFlow::drain(const Take& take, bool all) {
-  flow_->drain([this](std::u16string_view part) { markup_.append(part); }, all);
+  if (flow_) flow_->drain([this](std::u16string_view part) { markup_.append(part); }, all);
   if (all) in_parts(normalized(markup_), take);
 }
 

@@ -37,18 +37,26 @@ class RewritingFlow : public Flow {
 /// Writes markup in the shortest way, which takes a look at what follows.
 class NormalizingFlow : public Flow {
  public:
-  explicit NormalizingFlow(std::unique_ptr<Flow> flow) : flow_(std::move(flow)) {}
+  /// `flow` writes the markup; without one it is what is read. With `is_file`, the line break at
+  /// the end does not count.
+  NormalizingFlow(std::unique_ptr<Flow> flow, bool is_file)
+      : flow_(std::move(flow)), is_file_(is_file) {}
 
   std::size_t read(std::u16string_view part, bool is_last) override {
-    return flow_->read(part, is_last);
+    if (flow_) return flow_->read(part, is_last);
+    markup_.append(part);
+    return part.size();
   }
-  void finish() override { flow_->finish(); }
-  bool is_closed() const override { return flow_->is_closed(); }
+  void finish() override;
+  bool is_closed() const override { return flow_ && flow_->is_closed(); }
   void drain(const Take& take, bool all) override;
-  void report(Report& report) const override { flow_->report(report); }
+  void report(Report& report) const override {
+    if (flow_) flow_->report(report);
+  }
 
  private:
   std::unique_ptr<Flow> flow_;
+  bool is_file_;
   std::u16string markup_;
 };
 

@@ -104,6 +104,15 @@ void LosslessMarkup::append_codes(Append append) {
   text_begin_ = out_.size();
 }
 
+void LosslessMarkup::line_breaks(std::int32_t count) {
+  // What follows decides where codes end; of very many breaks the first ones need not wait for it.
+  constexpr std::int32_t most_waiting = 4096;
+  line_breaks_ += count;
+  if (line_breaks_ < most_waiting) return;
+  if (!held_.empty()) out_.append(std::exchange(held_, {}));
+  append_breaks();
+}
+
 void LosslessMarkup::append_breaks() {
   if (line_breaks_ == 0) return;
   for (; line_breaks_ > 0; --line_breaks_) out_.append(u"/nl");

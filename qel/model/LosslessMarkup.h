@@ -31,7 +31,7 @@ class LosslessMarkup {
   /// divided by a code.
   void text(std::u16string_view text, const style_codes::CodeState& state, Text kind = Text::any);
   /// Line breaks that have no style.
-  void line_breaks(std::int32_t count) { line_breaks_ += count; }
+  void line_breaks(std::int32_t count);
   /// Closes all codes, and keeps the end of a text that was cut apart from any markup that may
   /// follow. Text that is added after that, to an emptied string, begins another text.
   void finish(bool is_cut);

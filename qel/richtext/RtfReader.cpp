@@ -16,7 +16,8 @@
 namespace qel::richtext {
 namespace {
 
-/// Characters that the instruction of a symbol or a link, or a property, does not exceed.
+/// Characters that the mark of a list item, the instruction of a symbol or a link, or a property
+/// does not exceed.
 constexpr std::size_t enough_instruction = 4000;
 
 void append_some(std::u16string& out, std::u16string_view text) {
@@ -442,7 +443,7 @@ void RtfReader::add_field() {
 void RtfReader::add_table_text(std::u16string_view text) {
   if (destination() == Destination::color_table) properties_.colors().read_text(text);
   if (destination() == Destination::font_table) properties_.fonts().read_text(text);
-  if (destination() == Destination::list_text) list_text_.append(text);
+  if (destination() == Destination::list_text) append_some(list_text_, text);
   if (destination() == Destination::field_instruction) append_some(instruction_, text);
   if (destination() == Destination::property_name) append_some(property_name_, text);
   if (destination() == Destination::property_value) append_some(property_value_, text);

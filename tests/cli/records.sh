@@ -25,8 +25,10 @@ gives "no such field, blank lines, names with escapes, a break at the end" \
   $'{}\n\n \t\n{"n\\u006fte":"a\\n"}\n{"note":"b\\n\\u0001"}' \
   text '{}\n\n \t\n{"n\\u006fte":"a\\n"}\n{"note":"b\\r\\n\\u0001"}' --json-lines note
 gives "backslashes" '{"n":"\\\"","m":"\\"}' text '{"n":"\\\\\\"","m":"\\\\"}' --json-lines m
-gives "RTF and markup by their first bytes" $'{"n":"/b1r/b0"}\n{"n":"/i1m/i0"}\n' \
-  piped '{"n":"{\\\\rtf1\\\\b r}"}\n{"n":"/i1m"}\n' --json-lines n --to qel
+gives "RTF and markup by their first bytes" $'{"n":"/b1r/b0"}\n{"n":"<u>/i1m/i0"}\n' \
+  piped '{"n":"{\\\\rtf1\\\\b r}"}\n{"n":"<u>/i1m"}\n' --json-lines n --to qel
+gives "numbers of any size" '{"i":-123456789012345678901234567890,"n":"x","f":[1e999]}' \
+  text '{"i":-123456789012345678901234567890,"n":"/b1x","f":[1e999]}' --json-lines n
 
 echo "== comma-separated values =="
 gives "quotes, breaks and ends of lines stay" $'\xef\xbb\xbf"n, ""1""",m\r\n"x ""y"",\nz",5" /b1\r\n\r\ny,\n"","."' \

@@ -38,14 +38,14 @@ gives "HTML as a document with classes" $'qel-y3\nqel-y3\n</p>\n' bash -c "print
 if "$qel" convert --from html --to qel </dev/null 2>/dev/null; then
   gives "HTML by its first bytes" '/b1a/nl/b0b' piped '<p><b>a</b><p>b' --to qel
 fi
-gives "the shortest markup" '/b1ab/b0' piped '/b1a/b0/b1b/b0' --to qel --normalize
+gives "the shortest markup" '/b1ab/p1c/r0d/b0' piped '/b1a/b0/b1b/p1c/r0d/b0\n' --to qel --normalize
 breaks 2 '--normalize needs --to qel' "$qel" convert --to rtf --normalize
 extras='{\\rtf1 a{\\footnote n}{\\header h\\par}{\\field{\\fldinst HYPERLINK "x:y"}{\\fldrslt t}}{\\pict 00}'
 gives "notes, headers and links on request" $'a [n]\nh\nt (x:y)' \
   piped "$extras" --to text --notes --headers --links
 breaks 0 '1 pictures, 1 notes, 1 headers, 1 links; the input breaks off' piped "$extras" --to text --report
 breaks 0 '"broken_off":true,"dropped":{"pictures":1,' piped "$extras" --to text --report=json
-breaks 1 'neither text nor RTF, but binary data' piped '\x89PNG\r\n\x1a\n\0\0' --to text
+breaks 1 'neither text nor RTF nor HTML, but binary data' piped '\x89PNG\r\n\x1a\n\0\0' --to text
 gives "what only looks binary" '%PDF-1' piped '%%PDF-1' --from text --to text
 
 echo "== switches =="
@@ -142,6 +142,7 @@ gives "all of them, none of the output" '' "$qel" convert --recursive notes --to
 [[ $(cd notes/out && find . -type f | wc -l && cat 0.txt 299.txt sub/deep/0.txt) == '301
 0299same' ]] || fail "a mirrored folder: $(ls -R notes/out)"
 no_rest_in notes
+gives "with few open files" '' bash -c "ulimit -n 40 && $qel convert --recursive notes --to text -d notes/few --jobs 2"
 breaks 2 "'linked.txt' would overwrite the input notes/1.qel" \
   "$qel" convert -r notes linked.txt --to text -d .
 printf 'a.qel\n\nt.txt' >names
