@@ -205,11 +205,11 @@ TEST_F(BoxWindows, KeepPositionsWhateverTheText) {
   std::u16string odd = u"a";
   for (const char16_t c : {u'\x01', u'\a', u'\v', u'\f', u'\x1C', char16_t{0x85}, u'\u00A0',
                            u'\u00AD', u'\u200B', u'\u202E', u'\u2028', u'\u2029', u'\uFFF9',
-                           u'\uFFFB', u'\uFFFC', u'\uFFFF', char16_t{0xD83D}, u'\0', u'b'}) {
+                           u'\uFFFB', u'\uFFFC', u'\uFFFF', char16_t{0xD83D}, u'b'}) {
     odd.push_back(c);
   }
-  box->put_Text(odd);
-  EXPECT_EQ(box->get_Text(), odd);
+  box->put_Text(odd.substr(0, 5) + u'\0' + odd.substr(5));
+  EXPECT_EQ(box->get_Text(), odd) << "but for the NUL";
   EXPECT_EQ(Window(*box).text().size(), odd.size());
   box->select({static_cast<std::int32_t>(odd.size()) - 1, 1});
   Window(*box).replace(u"!");
