@@ -10,6 +10,7 @@
 
 #include "Ascii.h"
 #include "qel/base/Utf8.h"
+#include "qel/convert/Convert.h"
 #include "qel/richtext/CodePage.h"
 
 namespace qel::html {
@@ -92,18 +93,6 @@ std::optional<int> declared_code_page(std::string_view bytes) {
   return {};
 }
 
-std::u16string from_utf16(std::string_view bytes, bool is_big_endian) {
-  std::u16string text;
-  text.reserve(bytes.size() / 2);
-  for (std::size_t at = 0; at + 1 < bytes.size(); at += 2) {
-    const auto first = static_cast<std::uint8_t>(bytes[at]);
-    const auto second = static_cast<std::uint8_t>(bytes[at + 1]);
-    text.push_back(
-        static_cast<char16_t>(is_big_endian ? first << 8 | second : second << 8 | first));
-  }
-  return text;
-}
-
 std::u16string from_code_page(std::string_view bytes, int number) {
   const CodePage code_page(number);
   std::u16string text;
@@ -124,14 +113,11 @@ std::u16string from_code_page(std::string_view bytes, int number) {
 }  // namespace
 
 std::string to_valid_utf8(std::string_view bytes) {
-  if (bytes.starts_with("\xFF\xFE")) return to_utf8(from_utf16(bytes.substr(2), false));
-  if (bytes.starts_with("\xFE\xFF")) return to_utf8(from_utf16(bytes.substr(2), true));
-  constexpr std::string_view mark = "\xEF\xBB\xBF";
-  const bool is_marked = bytes.starts_with(mark);
-  if (is_marked) bytes.remove_prefix(mark.size());
+  const bool is_marked = bytes.starts_with("\xFF\xFE") || bytes.starts_with("\xFE\xFF") ||
+                         bytes.starts_with("\xEF\xBB\xBF");
   const int code_page = is_marked ? utf8 : declared_code_page(bytes).value_or(utf8);
   if (code_page != utf8) return to_utf8(from_code_page(bytes, code_page));
-  return to_utf8(from_utf8(bytes, &richtext::decode_western));
+  return to_utf8(convert::decode_text(bytes));
 }
 
 }  // namespace qel::html

@@ -11,6 +11,7 @@
 #include <string_view>
 #include <vector>
 
+#include "qel/base/Records.h"
 #include "qel/base/Scan.h"
 #include "qel/base/Utf8.h"
 #include "qel/convert/Flow.h"
@@ -44,71 +45,17 @@ const std::vector<std::u16string_view>& text_pieces() {
   return pieces;
 }
 
-constexpr auto rtf_pieces_list = std::to_array<std::u16string_view>(
-    {u"\\b ",
-     u"\\b0",
-     u"\\b",
-     u"\\i1 x",
-     u"\\plain ",
-     u"\\f1 ",
-     u"\\f2",
-     u"\\cf1 ",
-     u"\\fs40 ",
-     u"\\up6 ",
-     u"\\sub",
-     u"\\scaps",
-     u"\\v ",
-     u"\\v0 ",
-     u"\\par ",
-     u"\\line",
-     u"\\tab ",
-     u"\\cell ",
-     u"\\row",
-     u"\\pard",
-     u"\\qc ",
-     u"{",
-     u"}",
-     u"{\\*\\x",
-     u"\\\\",
-     u"\\{",
-     u"\\}",
-     u"\\~",
-     u"\\'e9",
-     u"\\'82\\'a0",
-     u"\\'",
-     u"\\'8",
-     u"\\u8364?",
-     u"\\uc2 ",
-     u"\\u-10179?\\u-8704?",
-     u"\\uc0",
-     u"\\u233",
-     u"\\bin3 ",
-     u"\\bin1",
-     u"\\",
-     u"\r\n",
-     u"\n",
-     u"a",
-     u"word",
-     u"/b1",
-     u"/",
-     u"nl",
-     u"~",
-     u" ",
-     u"12",
-     u"-1",
-     u"\\endash ",
-     u"\\zzz9 ",
-     u"\\ansicpg932 ",
-     u"{\\fonttbl{\\f1 Courier New;}{\\f2\\fcharset128 M\\'82;}}",
-     u"{\\colortbl;\\red0\\green128\\blue0;}",
-     u"{\\shptxt a",
-     u"{\\listtext 1.\\tab}",
-     u"{\\field{\\*\\fldinst SYMBOL 183 \\\\f Symbol}{\\fldrslt b}}",
-     u"{\\upr{a}{\\*\\ud b}}"});
+constexpr std::u16string_view all_rtf_pieces =
+    u"\\b |\\b0|\\b|\\i1 x|\\plain |\\f1 |\\f2|\\cf1 |\\fs40 |\\up6 |\\sub|\\scaps|\\v "
+    u"|\\v0 |\\par |\\line|\\tab |\\cell |\\row|\\pard|\\qc |{|}|{\\*\\x|\\\\|\\{|\\}|\\~"
+    u"|\\'e9|\\'82\\'a0|\\'|\\'8|\\u8364?|\\uc2 |\\u-10179?\\u-8704?|\\uc0|\\u233|\\bin3 "
+    u"|\\bin1|\\|\r\n|\n|a|word|/b1|/|nl|~| |12|-1|\\endash |\\zzz9 |\\ansicpg932 "
+    u"|{\\fonttbl{\\f1 Courier New;}{\\f2\\fcharset128 M\\'82;}}"
+    u"|{\\colortbl;\\red0\\green128\\blue0;}|{\\shptxt a|{\\listtext 1.\\tab}"
+    u"|{\\field{\\*\\fldinst SYMBOL 183 \\\\f Symbol}{\\fldrslt b}}|{\\upr{a}{\\*\\ud b}}";
 
 const std::vector<std::u16string_view>& rtf_pieces() {
-  static const std::vector<std::u16string_view> pieces(rtf_pieces_list.begin(),
-                                                       rtf_pieces_list.end());
+  static const auto pieces = records::split(all_rtf_pieces, u"|");
   return pieces;
 }
 
@@ -118,20 +65,14 @@ struct Input {
   std::u16string text;
 };
 
-void put_units(std::string& bytes, std::u16string_view text, bool big_endian) {
-  for (const char16_t unit : text) {
-    const char low = static_cast<char>(unit & 0xFF);
-    const char high = static_cast<char>(unit >> 8);
-    bytes.push_back(big_endian ? high : low);
-    bytes.push_back(big_endian ? low : high);
-  }
-}
-
 /// In UTF-16 with a mark.
 Input in_utf16(test::Random& random, std::u16string text) {
   const bool big_endian = random.one_in(2);
   std::string bytes = big_endian ? "\xFE\xFF" : "\xFF\xFE";
-  put_units(bytes, text, big_endian);
+  for (const char16_t unit : text) {
+    const std::array<char, 2> ends = {static_cast<char>(unit & 0xFF), static_cast<char>(unit >> 8)};
+    bytes.append({ends[big_endian ? 1 : 0], ends[big_endian ? 0 : 1]});
+  }
   if (random.one_in(4)) {
     bytes.push_back('\x93');
     text.push_back(u'\u201C');

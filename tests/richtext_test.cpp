@@ -13,8 +13,7 @@
 namespace qel::richtext {
 namespace {
 
-using namespace std::string_literals;
-using namespace std::string_view_literals;
+using namespace std::literals;
 
 /// A base that `described` is silent about.
 CharFormat plain_base() {

@@ -70,4 +70,11 @@ std::size_t append_decoded(std::u16string& out, std::string_view bytes, Encoding
   }
 }
 
+std::string bytes_of(std::u16string_view units) {
+  std::string bytes(units.size(), '\0');
+  std::transform(units.begin(), units.end(), bytes.begin(),
+                 [](char16_t unit) { return static_cast<char>(unit); });
+  return bytes;
+}
+
 }  // namespace qel::convert

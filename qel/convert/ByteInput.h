@@ -28,4 +28,7 @@ Mark mark_of(std::string_view bytes);
 std::size_t append_decoded(std::u16string& out, std::string_view bytes, Encoding encoding,
                            bool is_last);
 
+/// The bytes that such units stand for, each of them a byte.
+std::string bytes_of(std::u16string_view units);
+
 }  // namespace qel::convert

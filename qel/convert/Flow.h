@@ -40,7 +40,8 @@ std::unique_ptr<Flow> make_flow(const Options& options, InputFormat from,
 bool has_formats(OutputFormat format);
 void count_formats(Dropped& dropped, const rtf::LackingFormats& lacking);
 
-/// Text in which nothing is left out counts in the format that a conversion begins with.
+/// The format of text for which a document names none: font and colour 0, and the size, of the
+/// tables.
 richtext::CharFormat base_format(const Options& options);
 
 }  // namespace qel::convert

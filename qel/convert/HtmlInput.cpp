@@ -1,6 +1,7 @@
 #include "qel/convert/HtmlInput.h"
 
 #include "qel/base/Error.h"
+#include "qel/convert/ByteInput.h"
 #include "qel/convert/Flow.h"
 
 namespace qel::convert {
@@ -12,7 +13,7 @@ HtmlInput::HtmlInput(const Options& options, richtext::DocumentSink& sink)
 }
 
 std::size_t HtmlInput::read(std::u16string_view part, bool /*is_last*/) {
-  for (const char16_t unit : part) html_.push_back(static_cast<char>(unit));
+  html_.append(bytes_of(part));
   return part.size();
 }
 

@@ -6,6 +6,9 @@
 
 namespace qel::convert {
 
+/// The markup of a file, to which the line break at its end does not belong.
+std::u16string_view without_last_break(std::u16string_view markup);
+
 /// Reads markup in the lossless way.
 class MarkupInput : public Reader {
  public:

@@ -7,6 +7,7 @@
 
 #include "qel/base/Scan.h"
 #include "qel/base/Utf16.h"
+#include "qel/convert/ByteInput.h"
 #include "qel/convert/FontUse.h"
 #include "qel/convert/HtmlInput.h"
 #include "qel/convert/HtmlOutput.h"
@@ -53,14 +54,6 @@ void drop_last_blank(SegmentCollection& segments) {
   if (!last || !last->text().ends_with(u' ')) return;
   last->keep_first(last->text().size() - 1);
   if (last->length() == 0) segments.Remove(segments.Count());
-}
-
-/// The string of an RTF file each of whose bytes is a unit.
-std::u16string rtf_from_units(const std::u16string& units) {
-  std::string bytes(units.size(), '\0');
-  std::transform(units.begin(), units.end(), bytes.begin(),
-                 [](char16_t unit) { return static_cast<char>(unit); });
-  return richtext::rtf_from_bytes(bytes);
 }
 
 /// How many fonts of the markup the table lacks.
@@ -217,8 +210,7 @@ void NormalizingFlow::finish() {
   if (flow_) {
     flow_->finish();
   } else if (is_file_) {
-    if (markup_.ends_with(u'\n')) markup_.pop_back();
-    if (markup_.ends_with(u'\r')) markup_.pop_back();
+    markup_.resize(without_last_break(markup_).size());
   }
 }
 
@@ -231,7 +223,7 @@ void NormalizingFlow::drain(const Take& take, bool all) {
 /// options ask for as text.
 void StatedFlow::prepare_rtf() {
   if (units_ == richtext::RtfReader::Units::bytes) {
-    input_ = rtf_from_units(input_);
+    input_ = richtext::rtf_from_bytes(bytes_of(input_));
   }
   const richtext::CharFormat base = base_format(options_);
   richtext::Document document;

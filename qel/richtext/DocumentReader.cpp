@@ -30,11 +30,10 @@ void read_into(std::u16string_view text, const CharFormat& base, DocumentSink& s
 }
 
 Document read_document(std::u16string_view text, const CharFormat& base) {
-  if (!is_rtf(text)) return plain_document(text, base);
   Document document;
   document.reserve(text.size());
   DocumentBuilder builder(document);
-  read_rtf(text, base, builder);
+  read_into(text, base, builder);
   document.release_unused();
   return document;
 }
