@@ -355,8 +355,8 @@ TEST(Convert, WhatIsWrittenDoesNotDependOnWhenItIsTaken) {
     decoder.put_QELText(markup);
     RTFParser parser;
     parser.put_Lossless(true);
-    DrainedRuns<MarkupOutput> written(style_codes::CodeSet::lossless, true);
-    DrainedRuns<RtfOutput> body{RtfOutput::Body()};
+    DrainedRuns<MarkupOutput<char16_t>> written(style_codes::CodeSet::lossless, true);
+    DrainedRuns<RtfOutput<char16_t>> body{RtfOutput<char16_t>::Body()};
     for (RunSink* const sink : {static_cast<RunSink*>(&written), static_cast<RunSink*>(&body)}) {
       MarkupScanner scanner(markup, Way::lossless);
       if (sink == &body) scanner.read_codes_of_rtf();

@@ -6,6 +6,7 @@
 #include <cstring>
 #include <string>
 #include <string_view>
+#include <type_traits>
 
 #if defined(__SSE2__)
 #include <emmintrin.h>
@@ -77,10 +78,16 @@ inline __m128i load_packed(const char16_t* characters) {
   return _mm_packs_epi16(first, second);
 }
 
+inline __m128i load_packed(const char* bytes) {
+  __m128i block;
+  std::memcpy(&block, bytes, sizeof block);
+  return block;
+}
+
 /// Whether `wanted`, which takes packed characters, has a hit at or after `at`, which is moved
 /// there or to where less than a block is left.
-template <class Predicate>
-bool find_packed(std::u16string_view text, std::size_t& at, Predicate wanted) {
+template <class Char, class Predicate>
+bool find_packed(std::basic_string_view<Char> text, std::size_t& at, Predicate wanted) {
   constexpr std::size_t block_size = 16;
   for (; at + block_size <= text.size(); at += block_size) {
     const int bits = _mm_movemask_epi8(wanted(load_packed(text.data() + at)));
@@ -92,23 +99,75 @@ bool find_packed(std::u16string_view text, std::size_t& at, Predicate wanted) {
 }
 #endif
 
+#if defined(__SSE2__)
+/// Where packed characters are one of the `Wanted`, which are below 0x7F.
+template <char16_t... Wanted>
+struct AreAny {
+  __m128i operator()(__m128i packed) const {
+    static_assert(((Wanted < 0x7F) && ...));
+    __m128i hits = _mm_setzero_si128();
+    ((hits = _mm_or_si128(hits, _mm_cmpeq_epi8(packed, _mm_set1_epi8(static_cast<char>(Wanted))))),
+     ...);
+    return hits;
+  }
+};
+#endif
+
 /// The same for the first of the `Wanted` characters.
 template <char16_t... Wanted>
 std::size_t find_any(std::u16string_view text, std::size_t from) {
 #if defined(__SSE2__)
   if constexpr (((Wanted < 0x7F) && ...)) {
-    const bool is_found = find_packed(text, from, [](__m128i packed) {
-      __m128i hits = _mm_setzero_si128();
-      ((hits =
-            _mm_or_si128(hits, _mm_cmpeq_epi8(packed, _mm_set1_epi8(static_cast<char>(Wanted))))),
-       ...);
-      return hits;
-    });
-    if (is_found) return from;
+    if (find_packed(text, from, AreAny<Wanted...>())) return from;
   }
 #endif
   return find_first(text, from,
                     [](auto c) { return ((c == static_cast<std::uint16_t>(Wanted)) | ...); });
+}
+
+/// Position of the first byte at or after `from` for which `wanted` holds, which takes a byte, and
+/// for which `wanted_of_packed` does, which takes a block of bytes; the length of the text when
+/// there is none.
+#if defined(__SSE2__)
+template <class Predicate, class PackedPredicate>
+std::size_t find_byte(std::string_view text, std::size_t from, Predicate wanted,
+                      PackedPredicate wanted_of_packed) {
+  constexpr std::size_t block_size = 16;
+  if (find_packed(text, from, wanted_of_packed)) return from;
+  if (from < text.size() && text.size() >= block_size) {
+    // The last block overlaps what has been looked at.
+    const std::size_t begin = text.size() - block_size;
+    const auto bits = static_cast<std::uint32_t>(
+        _mm_movemask_epi8(wanted_of_packed(load_packed(text.data() + begin))));
+    const std::uint32_t rest = bits >> (from - begin);
+    return rest == 0 ? text.size() : from + static_cast<std::size_t>(std::countr_zero(rest));
+  }
+  while (from < text.size() && !wanted(text[from])) ++from;
+  return from;
+}
+#endif
+
+/// The same for the first of the `Wanted` characters, which are ASCII.
+template <char16_t... Wanted>
+std::size_t find_any(std::string_view text, std::size_t from) {
+  const auto is_wanted = [](char c) { return ((c == static_cast<char>(Wanted)) | ...); };
+#if defined(__SSE2__)
+  return find_byte(text, from, is_wanted, AreAny<Wanted...>());
+#else
+  while (from < text.size() && !is_wanted(text[from])) ++from;
+  return from;
+#endif
+}
+
+/// Position of the first byte at or after `from` that is not ASCII.
+inline std::size_t end_of_ascii(std::string_view text, std::size_t from) {
+  const auto is_high = [](char c) { return static_cast<unsigned char>(c) >= 0x80; };
+#if defined(__SSE2__)
+  return find_byte(text, from, is_high, [](__m128i packed) { return packed; });
+#else
+  while (from < text.size() && !is_high(text[from])) ++from;
+  return from;
+#endif
 }
 
 /// Copies the bytes below 0x80 at the beginning as characters, and returns how many there are. May
@@ -182,18 +241,20 @@ inline std::size_t narrow_ascii(std::u16string_view text, char* out) {
 
 /// `text` with each occurrence of `search`, from left to right, replaced by `replacement`.
 /// An empty `search` occurs nowhere.
-inline std::u16string replace_all(std::u16string text, std::u16string_view search,
-                                  std::u16string_view replacement) {
-  std::size_t hit = search.empty() ? std::u16string::npos : text.find(search);
-  if (hit == std::u16string::npos) return text;
-  std::u16string result;
+template <class Char>
+std::basic_string<Char> replace_all(
+    std::basic_string<Char> text, std::type_identity_t<std::basic_string_view<Char>> search,
+    std::type_identity_t<std::basic_string_view<Char>> replacement) {
+  std::size_t hit = search.empty() ? text.npos : text.find(search);
+  if (hit == text.npos) return text;
+  std::basic_string<Char> result;
   result.reserve(text.size());
   std::size_t kept = 0;
-  for (; hit != std::u16string::npos; hit = text.find(search, kept)) {
+  for (; hit != text.npos; hit = text.find(search, kept)) {
     result.append(text, kept, hit - kept).append(replacement);
     kept = hit + search.size();
   }
-  result.append(text, kept, std::u16string::npos);
+  result.append(text, kept, text.npos);
   return result;
 }
 

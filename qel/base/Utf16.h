@@ -13,6 +13,14 @@ constexpr bool is_low_surrogate(char32_t unit) { return (unit & 0xFFFFFC00U) == 
 /// How many code units the character takes: 1 or 2.
 constexpr std::size_t units_of(char32_t character) { return character > 0xFFFFU ? 2 : 1; }
 
+/// The pair that a character beyond U+FFFF is.
+constexpr char16_t high_surrogate_of(char32_t character) {
+  return static_cast<char16_t>(0xD7C0U + (character >> 10U));
+}
+constexpr char16_t low_surrogate_of(char32_t character) {
+  return static_cast<char16_t>(0xDC00U + (character & 0x3FFU));
+}
+
 /// The character that begins at `at`, which lies within the text.
 constexpr char32_t character_at(std::u16string_view text, std::size_t at) {
   const char32_t unit = text[at];
@@ -51,8 +59,8 @@ inline void put_character(std::u16string& text, std::size_t at, char32_t charact
     text[at] = static_cast<char16_t>(character);
     return;
   }
-  text[at] = static_cast<char16_t>(0xD800U + ((character - 0x10000U) >> 10U));
-  text[at + 1] = static_cast<char16_t>(0xDC00U + (character & 0x3FFU));
+  text[at] = high_surrogate_of(character);
+  text[at + 1] = low_surrogate_of(character);
 }
 
 /// The text with each character mapped to one that takes as many code units.

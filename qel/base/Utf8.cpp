@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <bit>
 #include <cstddef>
 
 #include "qel/base/Scan.h"
@@ -65,6 +66,46 @@ Sequence read_sequence(std::string_view bytes) {
   return {};
 }
 
+#if defined(__SSE2__)
+/// Skips ASCII and whole sequences of two bytes, letters of Europe mostly, block by block. Stops
+/// at the first block that has anything else.
+std::size_t skip_short_sequences(std::string_view bytes, std::size_t at) {
+  const auto bits = [](__m128i mask) {
+    return static_cast<std::uint32_t>(_mm_movemask_epi8(mask));
+  };
+  const auto all = [](unsigned byte) { return _mm_set1_epi8(static_cast<char>(byte)); };
+  std::uint32_t is_open = 0;  // 1 where a sequence began with the last byte of the block before
+  for (; at + sizeof(__m128i) <= bytes.size(); at += sizeof(__m128i)) {
+    const __m128i block = load_packed(bytes.data() + at);
+    const std::uint32_t high = bits(block);
+    if ((high | is_open) == 0) continue;
+    // As signed numbers all of these are below 0.
+    const std::uint32_t tails = bits(_mm_cmplt_epi8(block, all(0xC0)));
+    const std::uint32_t leads =
+        bits(_mm_and_si128(_mm_cmpgt_epi8(block, all(0xC1)), _mm_cmplt_epi8(block, all(0xE0))));
+    constexpr std::uint32_t last = 0x8000;
+    if (high != (leads | tails) || tails != ((leads & ~last) << 1U | is_open)) break;
+    is_open = leads / last;
+  }
+  return at - is_open;
+}
+#endif
+
+/// Where the first byte is, at or after `at`, that is not part of a valid sequence.
+std::size_t end_of_valid(std::string_view bytes, std::size_t at) {
+  while (at < bytes.size()) {
+#if defined(__SSE2__)
+    at = skip_short_sequences(bytes, at);
+#endif
+    at = end_of_ascii(bytes, at);
+    if (at == bytes.size()) break;
+    const std::size_t length = read_sequence(bytes.substr(at)).length;
+    if (length == 0) break;
+    at += length;
+  }
+  return at;
+}
+
 }  // namespace
 
 std::string to_utf8(std::u16string_view text) {
@@ -113,13 +154,34 @@ void append_utf16_of(std::u16string& text, std::string_view bytes,
         } else if (character < 0x10000) {
           *out++ = static_cast<char16_t>(character);
         } else {
-          *out++ = static_cast<char16_t>(0xD7C0 + (character >> 10U));
-          *out++ = static_cast<char16_t>(0xDC00 + (character & 0x3FFU));
+          *out++ = high_surrogate_of(character);
+          *out++ = low_surrogate_of(character);
         }
         at += std::max<std::size_t>(length, 1);
       }
     }
     text.append(piece.data(), static_cast<std::size_t>(out - piece.data()));
+  }
+}
+
+char32_t next_character(std::string_view text, std::size_t& at) {
+  const auto [character, length] = read_sequence(text.substr(at));
+  if (length == 0) return static_cast<std::uint8_t>(text[at++]);
+  at += length;
+  return character;
+}
+
+bool is_utf8(std::string_view bytes) { return end_of_valid(bytes, 0) == bytes.size(); }
+
+void append_valid_utf8(std::string& text, std::string_view bytes,
+                       char16_t (*invalid)(std::uint8_t byte)) {
+  for (std::size_t at = 0;;) {
+    const std::size_t end = end_of_valid(bytes, at);
+    text.append(bytes, at, end - at);
+    if (end == bytes.size()) return;
+    const char16_t meant = invalid(static_cast<std::uint8_t>(bytes[end]));
+    append_utf8(text, {&meant, 1});
+    at = end + 1;
   }
 }
 

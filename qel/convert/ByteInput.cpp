@@ -62,12 +62,22 @@ std::size_t append_decoded(std::u16string& out, std::string_view bytes, Encoding
       return bytes.size();
     }
     case Encoding::utf8:
-      if (!is_last) bytes.remove_suffix(cut_utf8(bytes));
+      if (!is_last) bytes = without_cut_character(bytes);
       append_utf16_of(out, bytes, richtext::decode_western);
       return bytes.size();
     default:
       return append_utf16(out, bytes, encoding == Encoding::utf16_big_endian, is_last);
   }
+}
+
+std::string_view without_cut_character(std::string_view bytes) {
+  return bytes.substr(0, bytes.size() - cut_utf8(bytes));
+}
+
+std::size_t append_decoded(std::string& out, std::string_view bytes, bool is_last) {
+  if (!is_last) bytes = without_cut_character(bytes);
+  append_valid_utf8(out, bytes, richtext::decode_western);
+  return bytes.size();
 }
 
 std::string bytes_of(std::u16string_view units) {

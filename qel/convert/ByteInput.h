@@ -28,6 +28,12 @@ Mark mark_of(std::string_view bytes);
 std::size_t append_decoded(std::u16string& out, std::string_view bytes, Encoding encoding,
                            bool is_last);
 
+/// UTF-8 without the beginning of a character at its end.
+std::string_view without_cut_character(std::string_view bytes);
+
+/// The same for UTF-8, as valid UTF-8.
+std::size_t append_decoded(std::string& out, std::string_view bytes, bool is_last);
+
 /// The bytes that such units stand for, each of them a byte.
 std::string bytes_of(std::u16string_view units);
 

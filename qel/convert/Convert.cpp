@@ -9,6 +9,7 @@
 #include "qel/base/Utf8.h"
 #include "qel/convert/ByteInput.h"
 #include "qel/convert/Flow.h"
+#include "qel/convert/Pipe.h"
 #include "qel/richtext/CompressedRtf.h"
 #include "qel/richtext/DocumentReader.h"
 #include "qel/richtext/RtfBytes.h"
@@ -44,11 +45,6 @@ bool is_binary(std::string_view bytes) {
   return controls * text_characters_for_a_control > bytes.size();
 }
 
-bool writes_rtf(OutputFormat format) {
-  return format == OutputFormat::rtf || format == OutputFormat::rtf_body ||
-         format == OutputFormat::simple_rtf;
-}
-
 }  // namespace
 
 bool is_rtf(std::string_view bytes) {
@@ -68,16 +64,17 @@ std::u16string decode_text(std::string_view bytes) {
 class Converter::Stages {
  public:
   Stages(Options options, Sink sink)
-      : options_(std::move(options)),
-        sink_(std::move(sink)),
-        take_([this](std::u16string_view text) { write(text); }) {}
+      : options_(std::move(options)), sink_([this, to = std::move(sink)](std::string_view bytes) {
+          report_.bytes_out += bytes.size();
+          to(bytes);
+        }) {}
   Stages(const Stages&) = delete;
   Stages& operator=(const Stages&) = delete;
   ~Stages() = default;
 
   bool push(std::string_view bytes) {
     report_.bytes_in += bytes.size();
-    if (!flow_) {
+    if (!pipe_) {
       if (is_packed_) return keep_packed(bytes);
       // What comes in one piece is not copied.
       const bool tells = beginning_.size() + bytes.size() >= enough_to_tell;
@@ -92,16 +89,15 @@ class Converter::Stages {
   }
 
   Report finish() {
-    if (flow_) {
+    if (pipe_) {
       feed({}, true);
     } else {
       const std::string beginning = std::exchange(beginning_, {});
       begin_and_feed(is_packed(beginning) ? richtext::unpack_rtf(beginning) : beginning, true);
     }
     if (!report_.is_stopped) {
-      flow_->finish();
-      flow_->drain(take_, true);
-      flow_->report(report_);
+      pipe_->finish();
+      pipe_->report(report_);
     }
     return report_;
   }
@@ -139,66 +135,38 @@ class Converter::Stages {
     const bool is_html = from == InputFormat::html;
     const bool is_in_bytes =
         is_html || (from == InputFormat::rtf && mark.encoding == Encoding::utf8);
-    encoding_ = is_in_bytes ? Encoding::bytes : mark.encoding;
-    flow_ = make_flow(options_, from,
-                      is_in_bytes ? RtfReader::Units::bytes : RtfReader::Units::characters, u"\n");
+    begin(from, is_in_bytes ? Encoding::bytes : mark.encoding);
     return feed(bytes.substr(is_html ? 0 : mark.length), is_last);
+  }
+
+  void begin(InputFormat from, Encoding encoding) {
+    if (encoding == Encoding::utf8 && has_flow_of_bytes(options_, from)) {
+      pipe_ = std::make_unique<BytePipe>(make_flow_of_bytes(options_, from), sink_);
+      return;
+    }
+    const auto units =
+        encoding == Encoding::bytes ? RtfReader::Units::bytes : RtfReader::Units::characters;
+    pipe_ = std::make_unique<Utf16Pipe>(make_flow(options_, from, units, u"\n"), encoding,
+                                        options_.to, sink_);
   }
 
   bool feed(std::string_view bytes, bool is_last) {
     while (!has_ended()) {
       const std::string_view part = bytes.substr(0, part_size);
       bytes.remove_prefix(part.size());
-      decode(part, is_last && bytes.empty());
-      read(is_last && bytes.empty());
+      pipe_->read(part, is_last && bytes.empty());
       if (is_stopped() || bytes.empty()) break;
     }
     return !has_ended();
   }
 
-  bool has_ended() const { return report_.is_stopped || flow_->is_closed(); }
-
-  /// Adds the bytes to the text that is not read yet.
-  void decode(std::string_view bytes, bool is_last) {
-    if (cut_.empty()) {
-      cut_ = bytes.substr(append_decoded(window_, bytes, encoding_, is_last));
-      return;
-    }
-    cut_.append(bytes);
-    cut_.erase(0, append_decoded(window_, cut_, encoding_, is_last));
-  }
-
-  void read(bool is_last) {
-    // A word that goes on and on is looked at again only when there is twice as much of it.
-    if (!is_last && window_.size() < next_size_) return;
-    const std::size_t read = flow_->read(window_, is_last);
-    window_.erase(0, read);
-    next_size_ = 2 * window_.size();
-    flow_->drain(take_, false);
-  }
-
-  void write(std::u16string_view text) {
-    bytes_.clear();
-    if (writes_rtf(options_.to)) {
-      richtext::append_rtf_bytes(bytes_, text);
-    } else {
-      append_utf8(bytes_, text);
-    }
-    report_.bytes_out += bytes_.size();
-    sink_(bytes_);
-  }
+  bool has_ended() const { return report_.is_stopped || pipe_->is_closed(); }
 
   Options options_;
   Sink sink_;
-  Flow::Take take_;
   std::string beginning_;  // until the format is known, or all of what is packed
   bool is_packed_ = false;
-  Encoding encoding_ = Encoding::utf8;
-  std::unique_ptr<Flow> flow_;
-  std::string cut_;  // the beginning of a character
-  std::u16string window_;
-  std::size_t next_size_ = 0;  // of the window, from which on it is worth reading
-  std::string bytes_;
+  std::unique_ptr<Pipe> pipe_;  // once the format is known
   Report report_;
 };
 

@@ -1,6 +1,7 @@
 #include "qel/convert/Flow.h"
 
 #include <optional>
+#include <type_traits>
 #include <utility>
 
 #include "qel/convert/HtmlInput.h"
@@ -21,64 +22,72 @@ namespace {
 
 using style_codes::CodeSet;
 
-std::unique_ptr<Writer> make_writer(const Options& options, bool from_markup,
-                                    std::u16string_view line_break) {
-  switch (options.to) {
-    case OutputFormat::rtf:
-      return std::make_unique<RtfOutput>(options);
-    case OutputFormat::rtf_body:
-      return std::make_unique<RtfOutput>(RtfOutput::Body());
-    case OutputFormat::simple_rtf:
-      return std::make_unique<SimpleRtfOutput>(options);
-    case OutputFormat::text:
-      return std::make_unique<TextOutput>(line_break);
-    case OutputFormat::segments:
-      return std::make_unique<RunsJson>();
-    case OutputFormat::html:
-      return std::make_unique<HtmlOutput>(options);
-    case OutputFormat::qelv6:
-      return std::make_unique<MarkupOutput>(CodeSet::v6, from_markup);
-    case OutputFormat::qel:
-      break;
-  }
-  return std::make_unique<MarkupOutput>(CodeSet::lossless, from_markup);
-}
-
 bool is_rtf_document(OutputFormat format) {
   return format == OutputFormat::rtf || format == OutputFormat::rtf_body;
 }
 
+/// Formats of which whole texts are in memory, or which nobody writes by the gigabyte.
+bool has_writer_of_bytes(OutputFormat format) {
+  return format != OutputFormat::simple_rtf && format != OutputFormat::segments;
+}
+
+template <class Char>
+std::unique_ptr<BasicWriter<Char>> make_writer(const Options& options, bool from_markup,
+                                               std::basic_string_view<Char> line_break) {
+  if constexpr (std::is_same_v<Char, char16_t>) {
+    if (options.to == OutputFormat::simple_rtf) return std::make_unique<SimpleRtfOutput>(options);
+    if (options.to == OutputFormat::segments) return std::make_unique<RunsJson>();
+  }
+  switch (options.to) {
+    case OutputFormat::rtf:
+      return std::make_unique<RtfOutput<Char>>(options);
+    case OutputFormat::rtf_body:
+      return std::make_unique<RtfOutput<Char>>(typename RtfOutput<Char>::Body());
+    case OutputFormat::text:
+      return std::make_unique<TextOutput<Char>>(line_break);
+    case OutputFormat::html:
+      return std::make_unique<HtmlOutput<Char>>(options);
+    case OutputFormat::qelv6:
+      return std::make_unique<MarkupOutput<Char>>(CodeSet::v6, from_markup);
+    default:
+      return std::make_unique<MarkupOutput<Char>>(CodeSet::lossless, from_markup);
+  }
+}
+
+template <class Char>
+std::unique_ptr<BasicReader<Char>> make_reader(const Options& options, InputFormat from,
+                                               BasicRunSink<Char>& sink) {
+  if (from == InputFormat::text) return std::make_unique<TextInput<Char>>(sink);
+  auto reader = std::make_unique<MarkupInput<Char>>(sink, options.is_file);
+  if (is_rtf_document(options.to) || options.to == OutputFormat::simple_rtf) {
+    reader->read_codes_of_rtf();
+  }
+  return reader;
+}
+
 /// In the lossless way nothing has to be remembered between a reader and a writer.
-class StreamFlow : public Flow {
+template <class Char>
+class StreamFlow : public BasicFlow<Char> {
  public:
-  StreamFlow(const Options& options, InputFormat from, richtext::RtfReader::Units units,
-             std::u16string_view line_break)
-      : to_(options.to), writer_(make_writer(options, from == InputFormat::qel, line_break)) {
-    RunSink* sink = writer_.get();
+  using typename BasicFlow<Char>::Take;
+  using typename BasicFlow<Char>::View;
+
+  StreamFlow(const Options& options, InputFormat from, View line_break)
+      : writer_(make_writer<Char>(options, from == InputFormat::qel, line_break)) {
     const bool keeps_all = options.to == OutputFormat::rtf ||
                            (options.to == OutputFormat::rtf_body && from == InputFormat::qel);
-    if (!keeps_all && options.switches != Switches())
-      sink = &switched_.emplace(options.switches, *writer_);
-    switch (from) {
-      case InputFormat::qel:
-        read_markup(options, *sink);
-        break;
-      case InputFormat::rtf:
-        reader_ = std::make_unique<RtfInput>(base_format(options), runs_of(options, *sink), units,
-                                             options.extras);
-        break;
-      case InputFormat::html:
-        reader_ = std::make_unique<HtmlInput>(options, runs_of(options, *sink));
-        break;
-      case InputFormat::text:
-        reader_ = std::make_unique<TextInput>(*sink);
-        break;
+    if (!keeps_all && options.switches != Switches()) {
+      switched_.emplace(options.switches, *writer_);
     }
   }
 
-  std::size_t read(std::u16string_view part, bool is_last) override {
-    return reader_->read(part, is_last);
+  BasicRunSink<Char>& sink() {
+    if (switched_) return *switched_;
+    return *writer_;
   }
+  void put_reader(std::unique_ptr<BasicReader<Char>> reader) { reader_ = std::move(reader); }
+
+  std::size_t read(View part, bool is_last) override { return reader_->read(part, is_last); }
   void finish() override { reader_->finish(); }
   bool is_closed() const override { return reader_->is_closed(); }
   void drain(const Take& take, bool all) override {
@@ -90,44 +99,70 @@ class StreamFlow : public Flow {
   }
   void report(Report& report) const override {
     reader_->report(report);
-    if (runs_ && has_formats(to_)) count_formats(report.dropped, runs_->lacking());
     report.dropped.fonts += writer_->fonts_lacking();
   }
 
  private:
   static constexpr std::size_t enough = std::size_t{1} << 14U;
 
-  void read_markup(const Options& options, RunSink& sink) {
-    auto reader = std::make_unique<MarkupInput>(sink, options.is_file);
-    if (is_rtf_document(options.to) || options.to == OutputFormat::simple_rtf) {
-      reader->read_codes_of_rtf();
-    }
-    reader_ = std::move(reader);
-  }
-
-  richtext::DocumentSink& runs_of(const Options& options, RunSink& sink) {
-    rtf::TableIndexes indexes(options.fonts, *options.colors, rtf::Origin::rtf, Way::lossless);
-    return runs_.emplace(std::move(indexes), sink);
-  }
-
-  OutputFormat to_;
-  std::unique_ptr<Writer> writer_;
-  std::optional<SwitchedRuns> switched_;
-  std::optional<rtf::RunsOfDocument> runs_;
-  std::unique_ptr<Reader> reader_;
+  std::unique_ptr<BasicWriter<Char>> writer_;
+  std::optional<SwitchedRuns<Char>> switched_;
+  std::unique_ptr<BasicReader<Char>> reader_;
 };
+
+template <class Char>
+std::unique_ptr<BasicFlow<Char>> make_stream_of_text(const Options& options, InputFormat from,
+                                                     std::basic_string_view<Char> line_break) {
+  auto flow = std::make_unique<StreamFlow<Char>>(options, from, line_break);
+  flow->put_reader(make_reader<Char>(options, from, flow->sink()));
+  return flow;
+}
+
+/// The stream of a document, whose formats are looked up in the tables.
+class DocumentFlow : public StreamFlow<char16_t> {
+ public:
+  DocumentFlow(const Options& options, InputFormat from, richtext::RtfReader::Units units,
+               std::u16string_view line_break)
+      : StreamFlow(options, from, line_break),
+        to_(options.to),
+        runs_(rtf::TableIndexes(options.fonts, *options.colors, rtf::Origin::rtf, Way::lossless),
+              sink()) {
+    if (from == InputFormat::html) {
+      put_reader(std::make_unique<HtmlInput>(options, runs_));
+    } else {
+      put_reader(std::make_unique<RtfInput>(base_format(options), runs_, units, options.extras));
+    }
+  }
+
+  void report(Report& report) const override {
+    StreamFlow::report(report);
+    if (has_formats(to_)) count_formats(report.dropped, runs_.lacking());
+  }
+
+ private:
+  OutputFormat to_;
+  rtf::RunsOfDocument runs_;
+};
+
+bool is_document(InputFormat format) {
+  return format == InputFormat::rtf || format == InputFormat::html;
+}
+
+bool normalizes(const Options& options) {
+  return options.normalizes && options.to == OutputFormat::qel && options.way == Way::lossless;
+}
 
 std::unique_ptr<Flow> make_plain_flow(const Options& options, InputFormat from,
                                       richtext::RtfReader::Units units,
                                       std::u16string_view line_break) {
-  const bool has_all_formats = from == InputFormat::rtf || from == InputFormat::html;
-  if (has_all_formats && options.to == OutputFormat::rtf) {
+  if (is_document(from) && options.to == OutputFormat::rtf) {
     return std::make_unique<RewritingFlow>(options, from, units);
   }
   if (options.way == Way::stated) {
     return std::make_unique<StatedFlow>(options, from, units, line_break);
   }
-  return std::make_unique<StreamFlow>(options, from, units, line_break);
+  if (!is_document(from)) return make_stream_of_text(options, from, line_break);
+  return std::make_unique<DocumentFlow>(options, from, units, line_break);
 }
 
 }  // namespace
@@ -135,21 +170,28 @@ std::unique_ptr<Flow> make_plain_flow(const Options& options, InputFormat from,
 bool has_formats(OutputFormat format) { return format != OutputFormat::text; }
 
 void count_formats(Dropped& dropped, const rtf::LackingFormats& lacking) {
-  dropped.fonts = lacking.fonts();
-  dropped.colors = lacking.colors();
-  dropped.sizes = lacking.sizes();
+  dropped.fonts += lacking.fonts();
+  dropped.colors += lacking.colors();
+  dropped.sizes += lacking.sizes();
 }
 
 std::unique_ptr<Flow> make_flow(const Options& options, InputFormat from,
                                 richtext::RtfReader::Units units, std::u16string_view line_break) {
-  const bool normalizes =
-      options.normalizes && options.to == OutputFormat::qel && options.way == Way::lossless;
+  if (!normalizes(options)) return make_plain_flow(options, from, units, line_break);
   // Markup is taken as it is: what it says to conversions to RTF alone is not lost then.
-  const bool is_source = normalizes && from == InputFormat::qel && options.switches == Switches();
+  const bool is_source = from == InputFormat::qel && options.switches == Switches();
   if (is_source) return std::make_unique<NormalizingFlow>(nullptr, options.is_file);
   auto flow = make_plain_flow(options, from, units, line_break);
-  if (!normalizes) return flow;
   return std::make_unique<NormalizingFlow>(std::move(flow), false);
+}
+
+bool has_flow_of_bytes(const Options& options, InputFormat from) {
+  return !is_document(from) && options.way == Way::lossless && has_writer_of_bytes(options.to) &&
+         !normalizes(options);
+}
+
+std::unique_ptr<BasicFlow<char>> make_flow_of_bytes(const Options& options, InputFormat from) {
+  return make_stream_of_text<char>(options, from, "\n");
 }
 
 richtext::CharFormat base_format(const Options& options) {

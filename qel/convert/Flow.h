@@ -12,15 +12,17 @@
 
 namespace qel::convert {
 
-/// A conversion of UTF-16, from the reader of one format to the writer of another.
-class Flow {
+/// A conversion of UTF-16, or of UTF-8, from the reader of one format to the writer of another.
+template <class Char>
+class BasicFlow {
  public:
-  using Take = std::function<void(std::u16string_view)>;
+  using View = std::basic_string_view<Char>;
+  using Take = std::function<void(View)>;
 
-  virtual ~Flow() = default;
+  virtual ~BasicFlow() = default;
   /// Reads on and returns how many units were read: what may go on behind the end is left, and
   /// comes again in front of the next part. The last part is read to its end.
-  virtual std::size_t read(std::u16string_view part, bool is_last) = 0;
+  virtual std::size_t read(View part, bool is_last) = 0;
   /// The input ends. To be called after the last part.
   virtual void finish() = 0;
   /// Whether nothing that may follow counts.
@@ -31,9 +33,15 @@ class Flow {
   virtual void report(Report& /*report*/) const {}
 };
 
+using Flow = BasicFlow<char16_t>;
+
 /// `options` have to outlive what is made. `line_break` is how breaks of plain text are written.
 std::unique_ptr<Flow> make_flow(const Options& options, InputFormat from,
                                 richtext::RtfReader::Units units, std::u16string_view line_break);
+/// The same from UTF-8, which is valid, to UTF-8, or to RTF in ASCII.
+std::unique_ptr<BasicFlow<char>> make_flow_of_bytes(const Options& options, InputFormat from);
+/// Whether there is one: not for documents, nor where a text is all in memory.
+bool has_flow_of_bytes(const Options& options, InputFormat from);
 
 /// Whether formats in it are numbers of the tables, so that those which the tables lack are
 /// dropped.

@@ -7,19 +7,20 @@
 namespace qel::convert {
 
 /// Writes HTML.
-class HtmlOutput : public Writer {
+template <class Char>
+class HtmlOutput final : public BasicWriter<Char> {
  public:
   explicit HtmlOutput(const Options& options)
-      : writer_(out(), options.fonts, *options.colors, options.html) {}
+      : writer_(this->out(), options.fonts, *options.colors, options.html) {}
 
-  void text(std::u16string_view text, const style_codes::CodeState& state) override {
+  void text(std::basic_string_view<Char> text, const style_codes::CodeState& state) override {
     writer_.text(text, state);
   }
   void line_break(const style_codes::CodeState& state) override { writer_.line_break(state); }
   void finish() override { writer_.finish(); }
 
  private:
-  HtmlWriter writer_;
+  BasicHtmlWriter<Char> writer_;
 };
 
 }  // namespace qel::convert

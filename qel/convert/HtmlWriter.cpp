@@ -2,306 +2,232 @@
 
 #include <algorithm>
 #include <bit>
+#include <type_traits>
 
-#include "qel/base/Records.h"
-#include "qel/base/Scan.h"
+#include "qel/base/Ascii.h"
 #include "qel/base/Utf16.h"
+#include "qel/base/Utf8.h"
+#include "qel/convert/HtmlCharacters.h"
+#include "qel/convert/HtmlTags.h"
 #include "qel/model/ReservedColors.h"
 
 namespace qel::convert {
 namespace {
 
 using style_codes::CodeState;
+/// Attributes, colour and font in one number.
+using Format = std::uint32_t;
 
 // Elements are numbered in the order in which they are opened: the attributes by their bits, then
 // colour and font.
 constexpr std::size_t attribute_count = 7;
 constexpr std::size_t color_element = 7;
 constexpr std::size_t font_element = 8;
+constexpr std::size_t element_count = 9;
 constexpr unsigned attribute_bits = (1U << attribute_count) - 1;
 
-struct Tags {
-  std::u16string_view begin;
-  std::u16string_view end;
-};
+template <class Char>
+constexpr std::array<std::basic_string_view<Char>, attribute_count> attribute_tags = {
+    {ascii<Char, "<b>">, ascii<Char, "<i>">, ascii<Char, "<u>">,
+     ascii<Char, "<span style=\"font-variant:small-caps\">">, ascii<Char, "<s>">,
+     ascii<Char, "<sub>">, ascii<Char, "<sup>">}};
+template <class Char>
+constexpr std::array<std::basic_string_view<Char>, element_count> end_tags = {
+    {ascii<Char, "</b>">, ascii<Char, "</i>">, ascii<Char, "</u>">, ascii<Char, "</span>">,
+     ascii<Char, "</s>">, ascii<Char, "</sub>">, ascii<Char, "</sup>">, ascii<Char, "</span>">,
+     ascii<Char, "</span>">}};
 
-constexpr std::array<Tags, attribute_count> attribute_tags = {{
-    {u"<b>", u"</b>"},
-    {u"<i>", u"</i>"},
-    {u"<u>", u"</u>"},
-    {u"<span style=\"font-variant:small-caps\">", u"</span>"},
-    {u"<s>", u"</s>"},
-    {u"<sub>", u"</sub>"},
-    {u"<sup>", u"</sup>"},
-}};
-
-constexpr std::u16string_view end_of_span = u"</span>";
+template <class Char>
+constexpr auto end_of_span = ascii<Char, "</span>">;
 // Browsers write and understand these two marks.
-constexpr std::u16string_view blanks_span = u"<span class=\"Apple-converted-space\">";
-constexpr std::u16string_view tabs_span =
-    u"<span class=\"Apple-tab-span\" style=\"white-space:pre\">";
+template <class Char>
+constexpr auto blanks_span = ascii<Char, "<span class=\"Apple-converted-space\">">;
+template <class Char>
+constexpr auto tabs_span = ascii<Char, "<span class=\"Apple-tab-span\" style=\"white-space:pre\">">;
 
-/// Whether a character, or which of a block of characters, cannot be copied as it is: one that is
-/// escaped or forbidden, or half of a surrogate pair.
-template <class Character>
-auto is_special(Character c) {
-  static_assert((u'"' ^ u'&') == 4 && (u'<' ^ u'>') == 2);
-  return ((c & std::uint16_t{0xFF60}) == std::uint16_t{0}) |  // controls, also from 0x80 on
-         (c == std::uint16_t{0x7F}) | ((c & std::uint16_t{0xFFFB}) == std::uint16_t{u'"'}) |
-         ((c & std::uint16_t{0xFFFD}) == std::uint16_t{u'<'}) |
-         ((c & std::uint16_t{0xF800}) == std::uint16_t{0xD800});
-}
+// What cannot be written as an escape in a literal of either kind.
+template <class Char>
+constexpr std::basic_string_view<Char> byte_order_mark;
+template <>
+constexpr std::u16string_view byte_order_mark<char16_t> = u"\uFEFF";
+template <>
+constexpr std::string_view byte_order_mark<char> = "\xEF\xBB\xBF";
 
-constexpr bool is_forbidden(char16_t c) {
-  return (c < u' ' && c != u'\t') || (c >= 0x7F && c < 0xA0);
-}
+void append_text(std::string& out, std::u16string_view text) { append_utf8(out, text); }
+void append_text(std::u16string& out, std::u16string_view text) { out.append(text); }
 
-#if defined(__GNUC__)
-constexpr std::size_t block_size = 8;
-
-/// Which of eight characters cannot be copied, or are blanks that have another behind them; two
-/// bits for each.
-std::uint32_t stops_in_block(const char16_t* characters, bool is_blank_behind) {
-  const CharacterBlock block = load_block(characters);
-  const std::uint32_t blanks = bits_of(block == std::uint16_t{u' '});
-  const std::uint32_t blanks_behind = blanks >> 2U | (is_blank_behind ? 0xC000U : 0U);
-  return bits_of(is_special(block)) | (blanks & blanks_behind);
-}
-#endif
-
-#if defined(__SSE2__)
-constexpr std::size_t packed_size = 16;
-
-/// Whether sixteen characters are ASCII and can be copied.
-bool is_copied_ascii(const char16_t* characters, bool is_blank_behind) {
-  const auto all = [](char c) { return _mm_set1_epi8(c); };
-  const __m128i packed = load_packed(characters);
-  const auto equal = [&](__m128i masked, char c) { return _mm_cmpeq_epi8(masked, all(c)); };
-  const __m128i quotes = equal(_mm_and_si128(packed, all('\xFB')), '"');
-  const __m128i brackets = equal(_mm_and_si128(packed, all('\xFD')), '<');
-  // Controls, and what is not ASCII.
-  const __m128i others = _mm_or_si128(_mm_cmplt_epi8(packed, all(' ')), equal(packed, '\x7F'));
-  const __m128i stops = _mm_or_si128(_mm_or_si128(quotes, brackets), others);
-  const auto blanks = static_cast<std::uint32_t>(_mm_movemask_epi8(equal(packed, ' ')));
-  const std::uint32_t blanks_behind = blanks >> 1U | (is_blank_behind ? 0x8000U : 0U);
-  return _mm_movemask_epi8(stops) == 0 && (blanks & blanks_behind) == 0;
-}
-#endif
-
-/// Where the text that can be copied ends: before a special character, or a blank that has another
-/// behind it.
-std::size_t end_of_copy(std::u16string_view text, std::size_t at) {
-#if defined(__GNUC__)
-  const auto position = [](std::size_t begin, std::uint32_t bits) {
-    return begin + static_cast<std::size_t>(std::countr_zero(bits)) / 2;
-  };
-  for (; at + block_size < text.size(); at += block_size) {
-#if defined(__SSE2__)
-    while (at + packed_size < text.size() &&
-           is_copied_ascii(text.data() + at, text[at + packed_size] == u' ')) {
-      at += packed_size;
-    }
-    if (at + block_size >= text.size()) break;
-#endif
-    const std::uint32_t bits = stops_in_block(text.data() + at, text[at + block_size] == u' ');
-    if (bits != 0) return position(at, bits);
-  }
-  if (text.size() >= block_size) {
-    // The last block overlaps what has been looked at.
-    const std::size_t begin = text.size() - block_size;
-    const std::uint32_t bits = stops_in_block(text.data() + begin, false) >> (2 * (at - begin));
-    return bits == 0 ? text.size() : position(at, bits);
-  }
-#endif
-  for (; at < text.size(); ++at) {
-    const auto c = static_cast<std::uint16_t>(text[at]);
-    if (is_special(c)) break;
-    if (c == u' ' && at + 1 < text.size() && text[at + 1] == u' ') break;
-  }
-  return at;
-}
-
+/// Writes a character of one unit, with an entity where it needs one.
 void append_escaped(std::u16string& out, char16_t c) {
-  switch (c) {
-    case u'&':
-      out.append(u"&amp;");
-      return;
-    case u'<':
-      out.append(u"&lt;");
-      return;
-    case u'>':
-      out.append(u"&gt;");
-      return;
-    case u'"':
-      out.append(u"&quot;");
-      return;
-    default:
-      out.push_back(c);
+  const std::u16string_view entity = entity_of(c);
+  if (!entity.empty()) {
+    out.append(entity);
+  } else {
+    out.push_back((c & 0xF800U) == 0xD800U ? u'\uFFFD' : c);
+  }
+}
+void append_escaped(std::string& out, char c) {
+  const std::u16string_view entity = entity_of(static_cast<unsigned char>(c));
+  if (entity.empty()) {
+    out.push_back(c);
+  } else {
+    append_utf8(out, entity);
   }
 }
 
-constexpr char16_t hex_digit(int value) { return u"0123456789abcdef"[value & 0xF]; }
+/// The length of the surrogate pair or of the sequence at the beginning of the text; 0 where there
+/// is none.
+std::size_t whole_length(std::u16string_view text) { return is_pair_at(text, 0) ? 2 : 0; }
+std::size_t whole_length(std::string_view text) { return text.starts_with('\xC2') ? 2 : 0; }
 
-std::u16string css_color(Color color) {
-  std::u16string text = u"color:#";
-  for (const int part : {red_of(color), green_of(color), blue_of(color)}) {
-    text.push_back(hex_digit(part >> 4));
-    text.push_back(hex_digit(part));
-  }
-  return text;
+/// Whether it takes a closer look to tell what a text with this unit at its beginning begins with.
+template <class Char>
+bool is_rare(Char first) {
+  const auto unit = static_cast<std::make_unsigned_t<Char>>(first);
+  return unit < ' ' || unit >= 0x7F;
 }
 
-/// A declaration for a place where `&`, `<` and `>` are text, as in a style sheet.
-std::u16string css_font(std::u16string_view name) {
-  std::u16string text = u"font-family:'";
-  for (std::size_t at = 0; at < name.size();) {
-    const char32_t character = next_character(name, at);
-    const bool is_plain = character >= U' ' && character != U'\'' && character != U'\\' &&
-                          character != U'<' && (character < 0x7F || character >= 0xA0);
-    if (!is_plain) {
-      text.append({u'\\', hex_digit(static_cast<int>(character >> 4)),
-                   hex_digit(static_cast<int>(character)), u' '});
-    } else if (units_of(character) == 2) {
-      text.append(name.substr(at - 2, 2));
-    } else {
-      text.push_back(static_cast<char16_t>(character));
-    }
-  }
-  return text.append(u"'");
+constexpr std::size_t color_count = 10;
+constexpr unsigned color_shift = 8;
+constexpr unsigned font_shift = 12;
+constexpr unsigned index_mask = 0xF;
+unsigned color_of(Format format) { return format >> color_shift & index_mask; }
+unsigned font_of(Format format) { return format >> font_shift & index_mask; }
+
+/// The state as HTML shows it, in one number. An index that no table has stands for the default.
+Format shown(const CodeState& state) {
+  const auto index = [](std::int16_t number) {
+    const auto known = static_cast<std::uint16_t>(number);
+    return known < color_count ? unsigned{known} : 0U;
+  };
+  const unsigned attributes = state.attributes & attribute_bits;
+  const bool is_raised = (attributes & style_codes::superscript_bit) != 0;
+  return (is_raised ? attributes & ~unsigned{style_codes::subscript_bit} : attributes) |
+         index(state.color) << color_shift | index(state.font) << font_shift;
 }
 
-std::u16string css_defaults(const QELIndexFonts& fonts, const QELIndexColors& colors) {
-  return css_font(fonts.get_DefaultFont())
-      .append(u";font-size:")
-      .append(records::write(fonts.get_FontSize()))
-      .append(u"pt;")
-      .append(css_color(colors.get_DefaultColor()));
+/// The elements that show a format, as bits.
+unsigned elements_of(Format format) {
+  return (format & attribute_bits) | unsigned{color_of(format) != 0} << color_element |
+         unsigned{font_of(format) != 0} << font_element;
 }
 
-std::u16string tag_with(std::u16string_view beginning, std::u16string_view value) {
-  std::u16string tag(beginning);
-  tag.append(u"=\"");
-  for (const char16_t c : value) append_escaped(tag, c);
-  return tag.append(u"\">");
-}
-
-std::u16string class_of(char16_t letter, std::size_t index) {
-  return {u'q', u'e', u'l', u'-', letter, static_cast<char16_t>(u'0' + index)};
-}
-
-/// The state as HTML shows it. An index that no table has stands for the default.
-CodeState shown(CodeState state) {
-  constexpr std::int16_t last_index = 9;
-  if (state.font < 0 || state.font > last_index) state.font = 0;
-  if (state.color < 0 || state.color > last_index) state.color = 0;
-  unsigned bits = state.attributes & attribute_bits;
-  if ((bits & style_codes::superscript_bit) != 0) bits &= ~unsigned{style_codes::subscript_bit};
-  state.attributes = static_cast<std::uint8_t>(bits);
-  return state;
+/// The place of an element's tag among all of them.
+std::size_t slot_of(std::size_t element, Format format) {
+  if (element < color_element) return element;
+  return element == color_element ? color_element + color_of(format)
+                                  : color_element + color_count + font_of(format);
 }
 
 }  // namespace
 
-HtmlWriter::HtmlWriter(std::u16string& out, const QELIndexFonts& fonts,
-                       const QELIndexColors& colors, const HtmlOptions& options)
+template <class Char>
+BasicHtmlWriter<Char>::BasicHtmlWriter(std::basic_string<Char>& out, const QELIndexFonts& fonts,
+                                       const QELIndexColors& colors, const HtmlOptions& options)
     : out_(out), options_(options) {
-  const auto names = fonts.distinct_names();
-  for (std::size_t i = 0; i < names.size(); ++i) {
-    const Color color = colors.get_Color(static_cast<std::int16_t>(i));
-    const std::u16string_view begin = options.classes ? u"<span class" : u"<span style";
-    font_tags_[i] = tag_with(begin, options.classes ? class_of(u'f', i) : css_font(names[i]));
-    color_tags_[i] = tag_with(begin, options.classes ? class_of(u'y', i) : css_color(color));
+  const HtmlTags tags(fonts, colors, options);
+  append_text(out_, tags.head);
+  std::copy(attribute_tags<Char>.begin(), attribute_tags<Char>.end(), begin_tags_.begin());
+  for (std::size_t i = 0; i < tags.fonts.size(); ++i) {
+    append_text(begin_tags_[color_element + i], tags.colors[i]);
+    append_text(begin_tags_[color_element + color_count + i], tags.fonts[i]);
   }
-  if (options.whole_document) write_head(fonts, colors);
+  if (options.without_ignored) left_out_ |= 1U << unsigned{ignored_color};
+  if (options.without_hidden) left_out_ |= 1U << unsigned{hidden_color};
+  if (options.without_note) left_out_ |= 1U << unsigned{note_color};
 }
 
-void HtmlWriter::write_head(const QELIndexFonts& fonts, const QELIndexColors& colors) {
-  out_.append(u"<!DOCTYPE html>\n<html>\n<head>\n<meta charset=\"utf-8\">\n");
-  if (!options_.classes) {
-    out_.append(u"</head>\n");
-    out_.append(tag_with(u"<body style", css_defaults(fonts, colors)));
-    return;
+template <class Char>
+void BasicHtmlWriter<Char>::text(View text, const CodeState& state) {
+  const Format format = shown(state);
+  if (is_left_out(format)) return;
+  if (is_rare(text.front())) {
+    text = without_forbidden(text);
+    if (text.empty()) return;
   }
-  const auto names = fonts.distinct_names();
-  out_.append(u"<style>\nbody{").append(css_defaults(fonts, colors)).append(u"}\n");
-  for (std::size_t i = 1; i < names.size(); ++i) {
-    const Color color = colors.get_Color(static_cast<std::int16_t>(i));
-    out_.append(u".").append(class_of(u'f', i)).append(u"{");
-    out_.append(css_font(names[i])).append(u"}\n.").append(class_of(u'y', i)).append(u"{");
-    out_.append(css_color(color)).append(u"}\n");
+  enter(format, text.front() != ' ' && text.front() != '\t');
+  if (is_line_empty_) {
+    is_line_empty_ = false;
+    text = without_mark(text);
   }
-  out_.append(u"</style>\n</head>\n<body>");
-}
-
-bool HtmlWriter::is_left_out(const CodeState& state) const {
-  return (options_.without_ignored && state.color == ignored_color) ||
-         (options_.without_hidden && state.color == hidden_color) ||
-         (options_.without_note && state.color == note_color);
-}
-
-void HtmlWriter::text(std::u16string_view text, const CodeState& state) {
-  while (!text.empty() && is_forbidden(text.front())) text.remove_prefix(1);
-  if (text.empty() || is_left_out(state)) return;
-  enter(shown(state), text.front() != u' ' && text.front() != u'\t');
-  if (is_line_empty_ && text.front() == u'\uFEFF') {
-    // In front of all other text it would be taken for a byte order mark.
-    append_visible(u"&#xFEFF;");
-    text.remove_prefix(1);
-  }
-  is_line_empty_ = false;
   append(text);
 }
 
-void HtmlWriter::line_break(const CodeState& state) {
+template <class Char>
+bool BasicHtmlWriter<Char>::is_left_out(Format format) const {
+  return (left_out_ >> color_of(format) & 1U) != 0;
+}
+
+/// The text without the control characters at its beginning.
+template <class Char>
+auto BasicHtmlWriter<Char>::without_forbidden(View text) -> View {
+  while (!text.empty()) {
+    const std::size_t length = forbidden_length(text);
+    if (length == 0) break;
+    text.remove_prefix(length);
+  }
+  return text;
+}
+
+/// Writes a byte order mark, which in front of all other text would be taken for what it is there.
+template <class Char>
+auto BasicHtmlWriter<Char>::without_mark(View text) -> View {
+  if (!text.starts_with(byte_order_mark<Char>)) return text;
+  append_visible(ascii<Char, "&#xFEFF;">);
+  return text.substr(byte_order_mark<Char>.size());
+}
+
+template <class Char>
+void BasicHtmlWriter<Char>::line_break(const CodeState& state) {
   release_blanks(false);
-  const CodeState next = is_left_out(state) ? state_ : shown(state);
+  const Format next = is_left_out(shown(state)) ? format_ : shown(state);
   if (!options_.paragraphs) {
     enter(next, false);
-    out_.append(u"<br>");
+    out_.append(ascii<Char, "<br>">);
   } else {
     // A break at the end of a paragraph is not seen, but it has the format, and fills a paragraph
     // that would have no height.
-    if (is_line_empty_ || next != state_) {
+    if (is_line_empty_ || next != format_) {
       enter(next, false);
-      out_.append(u"<br>");
+      out_.append(ascii<Char, "<br>">);
     }
     close_from(0);
-    out_.append(u"</p>");
+    out_.append(ascii<Char, "</p>">);
     is_in_paragraph_ = false;
   }
   would_collapse_ = true;
   is_line_empty_ = true;
 }
 
-void HtmlWriter::finish() {
+template <class Char>
+void BasicHtmlWriter<Char>::finish() {
   release_blanks(false);
   if (wrote_paragraph_ && !is_in_paragraph_) {
-    enter({}, false);
-    out_.append(u"<br>");
+    enter(0, false);
+    out_.append(ascii<Char, "<br>">);
   }
   close_from(0);
-  if (is_in_paragraph_) out_.append(u"</p>");
-  if (options_.whole_document) out_.append(u"</body>\n</html>\n");
+  if (is_in_paragraph_) out_.append(ascii<Char, "</p>">);
+  if (options_.whole_document) out_.append(ascii<Char, "</body>\n</html>\n">);
 }
 
-void HtmlWriter::enter(const CodeState& state, bool text_goes_on) {
+template <class Char>
+void BasicHtmlWriter<Char>::enter(Format format, bool text_goes_on) {
   if (options_.paragraphs && !is_in_paragraph_) {
-    out_.append(u"<p>");
+    out_.append(ascii<Char, "<p>">);
     is_in_paragraph_ = true;
     wrote_paragraph_ = true;
   }
-  if (state == state_) return;
+  if (format == format_) return;
   release_blanks(text_goes_on);
-  change(state);
+  change(format);
 }
 
-void HtmlWriter::change(const CodeState& state) {
-  unsigned wanted = state.attributes;
-  if (state.color != 0) wanted |= 1U << color_element;
-  if (state.font != 0) wanted |= 1U << font_element;
+template <class Char>
+void BasicHtmlWriter<Char>::change(Format format) {
+  unsigned wanted = elements_of(format);
   unsigned staying = wanted;
-  if (state.color != state_.color) staying &= ~(1U << color_element);
-  if (state.font != state_.font) staying &= ~(1U << font_element);
+  if (color_of(format) != color_of(format_)) staying &= ~(1U << color_element);
+  if (font_of(format) != font_of(format_)) staying &= ~(1U << font_element);
   std::size_t kept = 0;
   while (kept < depth_ && (staying >> open_[kept] & 1U) != 0) {
     wanted &= ~(1U << open_[kept]);
@@ -309,90 +235,106 @@ void HtmlWriter::change(const CodeState& state) {
   }
   close_from(kept);
   for (; wanted != 0; wanted &= wanted - 1) {
-    const auto element = static_cast<std::uint8_t>(std::countr_zero(wanted));
-    out_.append(tag_of(element, state));
-    open_[depth_++] = element;
+    const auto element = static_cast<std::size_t>(std::countr_zero(wanted));
+    out_.append(begin_tags_[slot_of(element, format)]);
+    open_[depth_++] = static_cast<std::uint8_t>(element);
   }
-  state_ = state;
+  format_ = format;
 }
 
-void HtmlWriter::close_from(std::size_t depth) {
-  while (depth_ > depth) {
-    const std::size_t element = open_[--depth_];
-    out_.append(element < attribute_count ? attribute_tags[element].end : end_of_span);
-  }
-  if (depth == 0) state_ = {};
+template <class Char>
+void BasicHtmlWriter<Char>::close_from(std::size_t depth) {
+  while (depth_ > depth) out_.append(end_tags<Char>[open_[--depth_]]);
+  if (depth == 0) format_ = 0;
 }
 
-std::u16string_view HtmlWriter::tag_of(std::size_t element, const CodeState& state) const {
-  if (element == color_element) return color_tags_[static_cast<std::size_t>(state.color)];
-  if (element == font_element) return font_tags_[static_cast<std::size_t>(state.font)];
-  return attribute_tags[element].begin;
-}
-
-void HtmlWriter::append(std::u16string_view text) {
-  constexpr std::size_t most_held_blanks = 4096;
+template <class Char>
+void BasicHtmlWriter<Char>::append(View text) {
   for (std::size_t at = 0; at < text.size();) {
-    if (text[at] == u' ') {
-      if (++held_blanks_ == most_held_blanks) release_blanks(false);
+    const bool is_blank = text[at] == ' ';
+    // Only a first blank is a plain one.
+    const bool may_be_plain = held_blanks_ == 0 && !would_collapse_;
+    const std::size_t end = is_blank && !may_be_plain ? at : end_of_copy(text, at);
+    if (end > at + is_blank) {
+      const std::size_t blanks = text[end - 1] == ' ' ? 1 : 0;
+      append_visible(text.substr(at, end - at - blanks));
+      held_blanks_ = blanks;
+      at = end;
+    } else if (is_blank) {
+      hold_blank();
       ++at;
-      continue;
-    }
-    const std::size_t end = end_of_copy(text, at);
-    if (end == at) {
+    } else {
       at += append_special(text.substr(at));
-      continue;
     }
-    const std::size_t blanks = text[end - 1] == u' ' ? 1 : 0;
-    append_visible(text.substr(at, end - at - blanks));
-    held_blanks_ = blanks;
-    at = end;
   }
+}
+
+template <class Char>
+void BasicHtmlWriter<Char>::hold_blank() {
+  constexpr std::size_t most_held_blanks = 4096;
+  if (++held_blanks_ == most_held_blanks) release_blanks(false);
 }
 
 /// Writes the character or tabs that the text begins with, and returns their length.
-std::size_t HtmlWriter::append_special(std::u16string_view text) {
-  const char16_t first = text.front();
-  if (first == u'\t') {
-    const std::size_t count = std::min(text.find_first_not_of(u'\t'), text.size());
+template <class Char>
+std::size_t BasicHtmlWriter<Char>::append_special(View text) {
+  const Char first = text.front();
+  if (first == '\t') {
+    const std::size_t count = std::min(text.find_first_not_of('\t'), text.size());
     append_tabs(count);
     return count;
   }
-  if (is_forbidden(first)) return 1;
-  if (is_pair_at(text, 0)) {
-    append_visible(text.substr(0, 2));
-    return 2;
+  if (const std::size_t length = forbidden_length(text)) return length;
+  if (const std::size_t length = whole_length(text)) {
+    append_visible(text.substr(0, length));
+    return length;
   }
   append_visible({});
-  append_escaped(out_, (first & 0xF800U) == 0xD800U ? u'\uFFFD' : first);
+  append_escaped(out_, first);
   return 1;
 }
 
-void HtmlWriter::append_visible(std::u16string_view text) {
+template <class Char>
+void BasicHtmlWriter<Char>::append_visible(View text) {
   if (held_blanks_ > 0) release_blanks(true);
   out_.append(text);
   would_collapse_ = false;
 }
 
-void HtmlWriter::append_tabs(std::size_t count) {
+template <class Char>
+void BasicHtmlWriter<Char>::append_tabs(std::size_t count) {
   release_blanks(false);
-  out_.append(tabs_span).append(count, u'\t').append(end_of_span);
+  out_.append(tabs_span<Char>).append(count, Char{'\t'}).append(end_of_span<Char>);
   would_collapse_ = false;
 }
 
-void HtmlWriter::release_blanks(bool text_goes_on) {
-  if (held_blanks_ == 0) return;
+template <class Char>
+void BasicHtmlWriter<Char>::release_blanks(bool text_goes_on) {
+  if (held_blanks_ == 1 && text_goes_on && !would_collapse_) {
+    out_.push_back(' ');
+    would_collapse_ = true;
+    held_blanks_ = 0;
+  } else if (held_blanks_ > 0) {
+    write_blanks(text_goes_on);
+  }
+}
+
+template <class Char>
+void BasicHtmlWriter<Char>::write_blanks(bool text_goes_on) {
   // The last one before text is plain, so that the line may be broken there.
   const bool has_plain = text_goes_on && !(would_collapse_ && held_blanks_ == 1);
   const std::size_t marked = held_blanks_ - (has_plain ? 1 : 0);
   if (marked > 0) {
-    out_.append(blanks_span);
-    for (std::size_t i = 0; i < marked; ++i) out_.append(u"&nbsp;");
-    out_.append(end_of_span);
+    out_.append(blanks_span<Char>);
+    for (std::size_t i = 0; i < marked; ++i) out_.append(ascii<Char, "&nbsp;">);
+    out_.append(end_of_span<Char>);
   }
-  if (has_plain) out_.push_back(u' ');
+  if (has_plain) out_.push_back(' ');
   would_collapse_ = has_plain;
   held_blanks_ = 0;
 }
+
+template class BasicHtmlWriter<char>;
+template class BasicHtmlWriter<char16_t>;
 
 }  // namespace qel::convert

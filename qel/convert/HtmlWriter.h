@@ -39,42 +39,48 @@ struct HtmlOptions {
 /// no-break space in a span that marks it: so it is seen wherever the HTML goes, also where styles
 /// are dropped, and a reader can tell it from a no-break space of the text. Tabs are kept by
 /// `white-space:pre`. Control characters, which HTML forbids, are dropped; a lone surrogate becomes
-/// U+FFFD.
-class HtmlWriter : public RunSink {
+/// U+FFFD. Texts and HTML are in UTF-16, or in valid UTF-8.
+template <class Char>
+class BasicHtmlWriter final : public BasicRunSink<Char> {
  public:
   /// Appends to `out`, which has to outlive this object, and may be emptied between calls. The head
   /// of a document is written at once.
-  HtmlWriter(std::u16string& out, const QELIndexFonts& fonts, const QELIndexColors& colors,
-             const HtmlOptions& options = {});
-  HtmlWriter(const HtmlWriter&) = delete;
-  HtmlWriter& operator=(const HtmlWriter&) = delete;
+  BasicHtmlWriter(std::basic_string<Char>& out, const QELIndexFonts& fonts,
+                  const QELIndexColors& colors, const HtmlOptions& options = {});
+  BasicHtmlWriter(const BasicHtmlWriter&) = delete;
+  BasicHtmlWriter& operator=(const BasicHtmlWriter&) = delete;
 
-  void text(std::u16string_view text, const style_codes::CodeState& state) override;
+  void text(std::basic_string_view<Char> text, const style_codes::CodeState& state) override;
   void line_break(const style_codes::CodeState& state) override;
   void finish() override;
 
  private:
-  static constexpr std::size_t element_count = 9;
+  using String = std::basic_string<Char>;
+  using View = std::basic_string_view<Char>;
+  /// Attributes, colour and font in one number.
+  using Format = std::uint32_t;
 
-  void write_head(const QELIndexFonts& fonts, const QELIndexColors& colors);
-  bool is_left_out(const style_codes::CodeState& state) const;
-  void enter(const style_codes::CodeState& state, bool text_goes_on);
-  void change(const style_codes::CodeState& state);
+  bool is_left_out(Format format) const;
+  View without_forbidden(View text);
+  View without_mark(View text);
+  void enter(Format format, bool text_goes_on);
+  void change(Format format);
   void close_from(std::size_t depth);
-  std::u16string_view tag_of(std::size_t element, const style_codes::CodeState& state) const;
-  void append(std::u16string_view text);
-  std::size_t append_special(std::u16string_view text);
-  void append_visible(std::u16string_view text);
+  void append(View text);
+  std::size_t append_special(View text);
+  void append_visible(View text);
   void append_tabs(std::size_t count);
+  void hold_blank();
   void release_blanks(bool text_goes_on);
+  void write_blanks(bool text_goes_on);
 
-  std::u16string& out_;
+  String& out_;
   HtmlOptions options_;
-  std::array<std::u16string, 10> font_tags_;
-  std::array<std::u16string, 10> color_tags_;
+  unsigned left_out_ = 0;              // the colours, as bits
+  std::array<String, 27> begin_tags_;  // of the attributes, the colours and the fonts
 
-  style_codes::CodeState state_;                    // of the elements that are open,
-  std::array<std::uint8_t, element_count> open_{};  // the outermost first
+  Format format_ = 0;                   // of the elements that are open,
+  std::array<std::uint8_t, 9> open_{};  // the outermost first
   std::size_t depth_ = 0;
   std::size_t held_blanks_ = 0;  // what follows says how they are written
   bool would_collapse_ = true;   // whether the next plain blank would not be shown
@@ -82,5 +88,10 @@ class HtmlWriter : public RunSink {
   bool is_in_paragraph_ = false;
   bool wrote_paragraph_ = false;
 };
+
+using HtmlWriter = BasicHtmlWriter<char16_t>;
+
+extern template class BasicHtmlWriter<char>;
+extern template class BasicHtmlWriter<char16_t>;
 
 }  // namespace qel::convert

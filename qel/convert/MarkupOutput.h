@@ -1,36 +1,41 @@
 #pragma once
 
+#include "qel/base/Ascii.h"
 #include "qel/convert/Writer.h"
 #include "qel/model/LosslessMarkup.h"
 
 namespace qel::convert {
 
 /// Writes markup in the lossless way, or the older code set.
-class MarkupOutput : public Writer {
+template <class Char>
+class MarkupOutput final : public BasicWriter<Char> {
  public:
   /// With `from_markup`, the runs were read from markup: line breaks then have no style, and what
   /// only conversions to RTF read as a code stays.
   MarkupOutput(style_codes::CodeSet set, bool from_markup)
-      : Writer(LosslessMarkup::characters_needed), from_markup_(from_markup), markup_(out(), set) {}
+      : BasicWriter<Char>(Markup::characters_needed),
+        from_markup_(from_markup),
+        markup_(this->out(), set) {}
 
-  void text(std::u16string_view text, const style_codes::CodeState& state) override {
-    markup_.text(text, state,
-                 from_markup_ ? LosslessMarkup::Text::markup : LosslessMarkup::Text::any);
+  void text(std::basic_string_view<Char> text, const style_codes::CodeState& state) override {
+    markup_.text(text, state, from_markup_ ? Markup::Text::markup : Markup::Text::any);
   }
   void line_break(const style_codes::CodeState& state) override {
     if (from_markup_) {
       markup_.line_breaks(1);
     } else {
-      markup_.text(u"\n", state);
+      markup_.text(ascii<Char, "\n">, state);
     }
   }
   void finish() override { markup_.finish(false); }
 
  private:
+  using Markup = BasicLosslessMarkup<Char>;
+
   void forget(std::size_t count) override { markup_.forget(count); }
 
   bool from_markup_;
-  LosslessMarkup markup_;
+  Markup markup_;
 };
 
 }  // namespace qel::convert

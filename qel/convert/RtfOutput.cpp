@@ -1,6 +1,10 @@
 #include "qel/convert/RtfOutput.h"
 
+#include <type_traits>
+
+#include "qel/base/Ascii.h"
 #include "qel/platform/Common.h"
+#include "qel/richtext/RtfBytes.h"
 
 namespace qel::convert {
 namespace {
@@ -16,15 +20,25 @@ RTFParser lossless_parser() {
 
 }  // namespace
 
-RtfOutput::RtfOutput(const Options& options) : fonts_(&options.fonts), body_(out()) {
+template <class Char>
+RtfOutput<Char>::RtfOutput(const Options& options) : fonts_(&options.fonts), body_(this->out()) {
   QELIndexFonts fonts = options.fonts;  // writing the font table marks symbol fonts
-  out().append(rtf::document_head(fonts, *options.colors, *surface(), Way::lossless));
+  const std::u16string head = rtf::document_head(fonts, *options.colors, *surface(), Way::lossless);
+  if constexpr (std::is_same_v<Char, char>) {
+    richtext::append_rtf_bytes(this->out(), head);
+  } else {
+    this->out().append(head);
+  }
 }
 
-void RtfOutput::finish() {
+template <class Char>
+void RtfOutput<Char>::finish() {
   body_.finish();
-  if (fonts_ != nullptr) out().append(rtf::document_end);
+  if (fonts_ != nullptr) this->out().append(ascii<Char, rtf::document_end>);
 }
+
+template class RtfOutput<char>;
+template class RtfOutput<char16_t>;
 
 SimpleRtfOutput::SimpleRtfOutput(const Options& options)
     : options_(options), parser_(lossless_parser()), writer_(parser_) {}

@@ -10,14 +10,15 @@
 namespace qel::convert {
 
 /// Writes RTF in the lossless way: a whole document, or its body alone.
-class RtfOutput : public Writer {
+template <class Char>
+class RtfOutput final : public BasicWriter<Char> {
  public:
   struct Body {};
-  explicit RtfOutput(Body /*alone*/) : body_(out()) {}
+  explicit RtfOutput(Body /*alone*/) : body_(this->out()) {}
   /// `options` have to outlive this object.
   explicit RtfOutput(const Options& options);
 
-  void text(std::u16string_view text, const style_codes::CodeState& state) override {
+  void text(std::basic_string_view<Char> text, const style_codes::CodeState& state) override {
     used_.add(state);
     body_.text(text, state);
   }
@@ -30,7 +31,7 @@ class RtfOutput : public Writer {
  private:
   const QELIndexFonts* fonts_ = nullptr;  // of a document
   FontUse used_;
-  rtf::RtfBodyWriter body_;
+  rtf::BasicRtfBodyWriter<Char> body_;
 };
 
 /// Writes reduced RTF. All of it at the end, as only then it is known which tables it needs.

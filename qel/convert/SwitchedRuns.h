@@ -11,26 +11,30 @@ namespace qel::convert {
 
 /// Passes runs on with what the switches make of breaks and tabs. A blank in place of a break has
 /// the format of the text before it; where breaks become blanks, one blank at the end is dropped.
-class SwitchedRuns : public RunSink {
+template <class Char>
+class SwitchedRuns : public BasicRunSink<Char> {
  public:
   /// `sink` has to outlive this object.
-  SwitchedRuns(const Switches& switches, RunSink& sink) : switches_(switches), sink_(sink) {}
+  SwitchedRuns(const Switches& switches, BasicRunSink<Char>& sink)
+      : switches_(switches), sink_(sink) {}
 
-  void text(std::u16string_view text, const style_codes::CodeState& state) override;
+  void text(std::basic_string_view<Char> text, const style_codes::CodeState& state) override;
   void line_break(const style_codes::CodeState& state) override;
   void finish() override;
 
  private:
-  void pass(std::u16string_view text, const style_codes::CodeState& state);
+  using String = std::basic_string<Char>;
+
+  void pass(std::basic_string_view<Char> text, const style_codes::CodeState& state);
   void pass_held();
 
   Switches switches_;
-  RunSink& sink_;
+  BasicRunSink<Char>& sink_;
   bool has_text_ = false;
   style_codes::CodeState state_;  // of the text so far
   std::size_t blanks_first_ = 0;  // for breaks before any text
   bool is_blank_held_ = false;    // which may be the last character
-  std::u16string changed_;
+  String changed_;
 };
 
 }  // namespace qel::convert

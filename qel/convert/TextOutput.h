@@ -5,19 +5,22 @@
 namespace qel::convert {
 
 /// Writes plain text.
-class TextOutput : public Writer {
+template <class Char>
+class TextOutput final : public BasicWriter<Char> {
  public:
   /// `line_break` is a literal.
-  explicit TextOutput(std::u16string_view line_break) : line_break_(line_break) {}
+  explicit TextOutput(std::basic_string_view<Char> line_break) : line_break_(line_break) {}
 
-  void text(std::u16string_view text, const style_codes::CodeState& /*state*/) override {
-    out().append(text);
+  void text(std::basic_string_view<Char> text, const style_codes::CodeState& /*state*/) override {
+    this->out().append(text);
   }
-  void line_break(const style_codes::CodeState& /*state*/) override { out().append(line_break_); }
+  void line_break(const style_codes::CodeState& /*state*/) override {
+    this->out().append(line_break_);
+  }
   void finish() override {}
 
  private:
-  std::u16string_view line_break_;
+  std::basic_string_view<Char> line_break_;
 };
 
 }  // namespace qel::convert

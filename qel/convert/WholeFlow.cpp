@@ -165,7 +165,7 @@ class Conversion {
       write_segments(*decoder.get_Segments(), recognizes_breaks, json);
       json.drain_all(take_);
     } else if (options_.to == OutputFormat::html) {
-      HtmlOutput html(options_);
+      HtmlOutput<char16_t> html(options_);
       write_segments(*decoder.get_Segments(), recognizes_breaks, html);
       html.drain_all(take_);
     } else if (options_.to == OutputFormat::qelv6) {
@@ -210,7 +210,7 @@ void NormalizingFlow::finish() {
   if (flow_) {
     flow_->finish();
   } else if (is_file_) {
-    markup_.resize(without_last_break(markup_).size());
+    markup_.resize(without_last_break(std::u16string_view(markup_)).size());
   }
 }
 

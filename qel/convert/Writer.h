@@ -10,20 +10,31 @@
 
 namespace qel::convert {
 
-/// The writer of a format, and what it has written and nobody has taken yet.
-class Writer : public RunSink {
+/// How much of the first `count` units of a text consists of whole characters, or all of it.
+inline std::size_t whole_characters(std::u16string_view text, std::size_t count) {
+  const bool is_cut = count > 0 && count < text.size() && is_high_surrogate(text[count - 1]);
+  return is_cut ? count - 1 : count;
+}
+inline std::size_t whole_characters(std::string_view text, std::size_t count) {
+  if (count == text.size()) return count;
+  while (count > 0 && (static_cast<unsigned char>(text[count]) & 0xC0U) == 0x80) --count;
+  return count;
+}
+
+/// The writer of a format, in UTF-16 or UTF-8, and what it has written and nobody has taken yet.
+template <class Char>
+class BasicWriter : public BasicRunSink<Char> {
  public:
   std::size_t size() const { return out_.size(); }
   /// How many fonts of the text the output has no name for.
   virtual std::uint64_t fonts_lacking() const { return 0; }
-  /// Passes on what is written, except what the writer has to look back at. Surrogate pairs stay
-  /// together.
+  /// Passes on what is written, except what the writer has to look back at. Characters stay whole.
   template <class Take>
   void drain(Take take) {
     if (out_.size() <= needed_) return;
-    std::size_t count = out_.size() - needed_;
-    if (needed_ > 0 && is_high_surrogate(out_[count - 1])) --count;
-    take(std::u16string_view(out_).substr(0, count));
+    const std::size_t count = whole_characters(out_, out_.size() - needed_);
+    if (count == 0) return;
+    take(std::basic_string_view<Char>(out_).substr(0, count));
     out_.erase(0, count);
     forget(count);
   }
@@ -35,14 +46,16 @@ class Writer : public RunSink {
   }
 
  protected:
-  explicit Writer(std::size_t needed = 0) : needed_(needed) {}
-  std::u16string& out() { return out_; }
+  explicit BasicWriter(std::size_t needed = 0) : needed_(needed) {}
+  std::basic_string<Char>& out() { return out_; }
   /// Takes note that the first `count` characters have been taken away.
   virtual void forget(std::size_t /*count*/) {}
 
  private:
-  std::u16string out_;
+  std::basic_string<Char> out_;
   std::size_t needed_;
 };
+
+using Writer = BasicWriter<char16_t>;
 
 }  // namespace qel::convert

@@ -1,8 +1,10 @@
 #include "qel/model/LosslessMarkup.h"
 
 #include <algorithm>
+#include <type_traits>
 #include <utility>
 
+#include "qel/base/Ascii.h"
 #include "qel/base/Scan.h"
 #include "qel/model/Parser.h"
 #include "qel/model/QELCode.h"
@@ -12,39 +14,48 @@ namespace {
 
 using style_codes::CodeState;
 
-/// Whether the last `count` characters of a text, the first of them a slash, make a code with those
-/// that follow.
-bool meet_as_code(std::u16string_view text, std::u16string_view following, std::size_t count) {
-  constexpr std::size_t code_length = 3;
-  if (text.size() < count || following.size() < code_length - count) return false;
-  const std::u16string_view end = text.substr(text.size() - count);
-  if (end.front() != u'/') return false;
-  return count == 1 ? is_code_of_any_reader(following[0], following[1])
-                    : is_code_of_any_reader(end[1], following[0]);
+template <class Char>
+bool is_code(Char letter, Char digit) {
+  return is_code_of_any_reader(static_cast<char16_t>(letter), static_cast<char16_t>(digit));
 }
 
-bool meet_as_code(std::u16string_view text, std::u16string_view following) {
+/// Whether the last `count` characters of a text, the first of them a slash, make a code with those
+/// that follow.
+template <class Char>
+bool meet_as_code(std::basic_string_view<Char> text,
+                  std::type_identity_t<std::basic_string_view<Char>> following, std::size_t count) {
+  constexpr std::size_t code_length = 3;
+  if (text.size() < count || following.size() < code_length - count) return false;
+  const auto end = text.substr(text.size() - count);
+  if (end.front() != '/') return false;
+  return count == 1 ? is_code(following[0], following[1]) : is_code(end[1], following[0]);
+}
+
+template <class Char>
+bool meet_as_code(std::basic_string_view<Char> text,
+                  std::type_identity_t<std::basic_string_view<Char>> following) {
   const std::size_t size = text.size();
-  const bool has_slash =
-      size > 0 && (text[size - 1] == u'/' || (size > 1 && text[size - 2] == u'/'));
+  const bool has_slash = size > 0 && (text[size - 1] == '/' || (size > 1 && text[size - 2] == '/'));
   if (!has_slash) return false;
   return meet_as_code(text, following, 1) || meet_as_code(text, following, 2);
 }
 
 /// Whether a text that ends so may become a part of a code, whatever follows.
-bool may_begin_code(std::u16string_view text) {
-  constexpr std::u16string_view ends = u"01l";
-  return text.ends_with(u'/') || std::any_of(ends.begin(), ends.end(), [text](const char16_t& end) {
+template <class Char>
+bool may_begin_code(std::basic_string_view<Char> text) {
+  constexpr auto ends = ascii<Char, "01l">;
+  return text.ends_with('/') || std::any_of(ends.begin(), ends.end(), [text](const Char& end) {
            return meet_as_code(text, {&end, 1}, 2);
          });
 }
 
 }  // namespace
 
-void LosslessMarkup::text(std::u16string_view text, const CodeState& state, Text kind) {
+template <class Char>
+void BasicLosslessMarkup<Char>::text(View text, const CodeState& state, Text kind) {
   if (text.empty()) return;
   if (!held_.empty() && line_breaks_ == 0 && state == state_) {
-    const std::u16string joined = std::exchange(held_, {}).append(text);
+    const String joined = std::exchange(held_, {}).append(text);
     append(joined, kind);
     return;
   }
@@ -53,58 +64,67 @@ void LosslessMarkup::text(std::u16string_view text, const CodeState& state, Text
   append(text, kind);
 }
 
-void LosslessMarkup::append(std::u16string_view text, Text kind) {
+template <class Char>
+void BasicLosslessMarkup<Char>::append(View text, Text kind) {
   for (std::size_t at = 0; at < text.size();) {
     const std::size_t end = find_any<u'/', u'\r', u'\n'>(text, at);
     out_.append(text, at, end - at);
     if (end == text.size()) return;
     at = end + 1;
-    if (text[end] == u'/') {
-      const std::u16string_view rest = text.substr(at, 2);
+    if (text[end] == '/') {
+      const View rest = text.substr(at, 2);
       if (kind == Text::any && rest.size() < 2 && may_begin_code(text.substr(end))) {
         held_ = text.substr(end);
         return;
       }
       append_slash(rest, kind);
     } else {
-      if (text[end] == u'\r' && at < text.size() && text[at] == u'\n') ++at;
+      if (text[end] == '\r' && at < text.size() && text[at] == '\n') ++at;
       ++line_breaks_;
       append_breaks();
     }
   }
 }
 
-void LosslessMarkup::append_slash(std::u16string_view rest, Text kind) {
-  const bool is_whole = rest.size() == 2;
-  if (is_whole && is_escapable(rest[0], rest[1])) {
-    out_.append(u"~/");
+template <class Char>
+void BasicLosslessMarkup<Char>::append_slash(View rest, Text kind) {
+  if (rest.size() < 2) {
+    out_.push_back('/');
     return;
   }
-  out_.push_back(u'/');
-  const bool is_code =
-      is_whole && (kind == Text::any ? is_code_of_any_reader(rest[0], rest[1])
-                                     : IsQELCode(std::u16string(u"/").append(rest)));
+  const auto letter = static_cast<char16_t>(rest[0]);
+  const auto digit = static_cast<char16_t>(rest[1]);
+  if (is_escapable(letter, digit)) {
+    out_.append(ascii<Char, "~/">);
+    return;
+  }
+  out_.push_back('/');
+  const bool is_code = kind == Text::any ? is_code_of_any_reader(letter, digit)
+                                         : is_code_of_text_model(letter, digit);
   if (is_code) keep_apart();
 }
 
-void LosslessMarkup::keep_apart() {
-  out_.append(style_codes::code_of_no_effect(state_));
+template <class Char>
+void BasicLosslessMarkup<Char>::keep_apart() {
+  out_.append(style_codes::code_of_no_effect<Char>(state_));
   text_begin_ = out_.size();
 }
 
+template <class Char>
 template <class Append>
-void LosslessMarkup::append_codes(Append append) {
+void BasicLosslessMarkup<Char>::append_codes(Append append) {
   const std::size_t begin = out_.size();
   append(out_);
   if (out_.size() == begin) return;
-  if (begin > text_begin_ && out_[begin - 1] == u'~' &&
-      begins_with_escaped_code(std::u16string_view(out_).substr(begin - 1))) {
-    out_.insert(begin, style_codes::code_behind_tilde(state_));
+  if (begin > text_begin_ && out_[begin - 1] == '~' &&
+      begins_with_escaped_code(View(out_).substr(begin - 1))) {
+    out_.insert(begin, style_codes::code_behind_tilde<Char>(state_));
   }
   text_begin_ = out_.size();
 }
 
-void LosslessMarkup::line_breaks(std::int32_t count) {
+template <class Char>
+void BasicLosslessMarkup<Char>::line_breaks(std::int32_t count) {
   // What follows decides where codes end; of very many breaks the first ones need not wait for it.
   constexpr std::int32_t most_waiting = 4096;
   line_breaks_ += count;
@@ -113,33 +133,37 @@ void LosslessMarkup::line_breaks(std::int32_t count) {
   append_breaks();
 }
 
-void LosslessMarkup::append_breaks() {
+template <class Char>
+void BasicLosslessMarkup<Char>::append_breaks() {
   if (line_breaks_ == 0) return;
-  for (; line_breaks_ > 0; --line_breaks_) out_.append(u"/nl");
+  for (; line_breaks_ > 0; --line_breaks_) out_.append(ascii<Char, "/nl">);
   text_begin_ = out_.size();
 }
 
-void LosslessMarkup::enter(const CodeState& state) {
+template <class Char>
+void BasicLosslessMarkup<Char>::enter(const CodeState& state) {
   if (!held_.empty()) out_.append(std::exchange(held_, {}));
   if (line_breaks_ == 0 && state == state_) return;
-  append_codes(
-      [&](std::u16string& to) { style_codes::append_different_off(to, state_, &state, set_); });
+  append_codes([&](String& to) { style_codes::append_different_off(to, state_, &state, set_); });
   append_breaks();
-  append_codes(
-      [&](std::u16string& to) { style_codes::append_different_on(to, state, state_, set_); });
+  append_codes([&](String& to) { style_codes::append_different_on(to, state, state_, set_); });
   state_ = state;
 }
 
-void LosslessMarkup::finish(bool is_cut) {
+template <class Char>
+void BasicLosslessMarkup<Char>::finish(bool is_cut) {
   enter(CodeState());
-  const std::u16string_view text = written_text();
-  if (is_cut && text.ends_with(u'~')) {
-    out_.append(style_codes::code_behind_tilde(state_));
+  const View text = written_text();
+  if (is_cut && text.ends_with('~')) {
+    out_.append(style_codes::code_behind_tilde<Char>(state_));
   } else if (is_cut && may_begin_code(text)) {
-    out_.append(style_codes::code_of_no_effect(state_));
+    out_.append(style_codes::code_of_no_effect<Char>(state_));
   }
   text_begin_ = 0;
 }
+
+template class BasicLosslessMarkup<char>;
+template class BasicLosslessMarkup<char16_t>;
 
 void keep_apart(std::u16string& markup, std::u16string_view following) {
   MarkupScanner scanner(markup, Way::lossless);
@@ -149,9 +173,9 @@ void keep_apart(std::u16string& markup, std::u16string_view following) {
       !last.empty() && last.data() + last.size() == markup.data() + markup.size();
   if (!ends_with_text) return;
   if (begins_with_escaped_code(std::u16string(1, last.back()).append(following.substr(0, 3)))) {
-    markup.append(style_codes::code_behind_tilde(scanner.state()));
+    markup.append(style_codes::code_behind_tilde<char16_t>(scanner.state()));
   } else if (meet_as_code(last, following)) {
-    markup.append(style_codes::code_of_no_effect(scanner.state()));
+    markup.append(style_codes::code_of_no_effect<char16_t>(scanner.state()));
   }
 }
 

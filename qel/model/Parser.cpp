@@ -1,6 +1,7 @@
 #include "qel/model/Parser.h"
 
 #include <algorithm>
+#include <array>
 #include <bit>
 #include <cstddef>
 #include <memory>
@@ -17,16 +18,62 @@ namespace {
 
 constexpr std::size_t code_length = 3;
 
-/// Bit k of the flags stands for index k.
-void select(unsigned& flags, unsigned index) { flags = index == 0 ? 0 : flags | (1U << index); }
+// The flags of what codes have set: the attributes, and from these bits on the indexes of colours
+// and fonts, of which bit 0 is never set.
+constexpr unsigned color_flags = 8;
+constexpr unsigned font_flags = 18;
+constexpr std::uint32_t index_mask = 0x3FF;
 
-std::int16_t highest(unsigned flags) {
-  return flags == 0 ? std::int16_t{0} : static_cast<std::int16_t>(std::bit_width(flags) - 1);
-}
+/// What a code makes of the flags.
+struct CodeAction {
+  std::uint32_t kept = ~std::uint32_t{0};
+  std::uint32_t set = 0;
+};
 
-/// 0 for "t", which is a code but changes nothing.
-unsigned bit_of(char16_t letter) {
-  return style_codes::attribute_bit(letter) & ~unsigned{style_codes::unicode_bit};
+/// The actions of all codes by letter and digit. Which code comes next cannot be foretold, so there
+/// is no branch to choose among them.
+class CodeActions {
+ public:
+  constexpr CodeActions() {
+    // "t" is a code but changes nothing. Raised and lowered text has two letters each.
+    for (const char letter : {'b', 'i', 'u', 'c', 'k', 's', 'p'}) {
+      put_toggle(letter, style_codes::attribute_bit(static_cast<char16_t>(letter)));
+    }
+    put_toggle('r', style_codes::superscript_bit);
+    put_toggle('l', style_codes::subscript_bit);
+    put_indexes('y', color_flags);
+    put_indexes('f', font_flags);
+  }
+
+  const CodeAction& find(unsigned letter, unsigned digit) const {
+    return actions_[(letter & letter_mask) << digit_bits | (digit & digit_mask)];
+  }
+
+ private:
+  static constexpr unsigned letter_mask = 0x1F;
+  static constexpr unsigned digit_bits = 4;
+  static constexpr unsigned digit_mask = 0xF;
+
+  constexpr CodeAction& at(char letter, unsigned digit) {
+    return actions_[(static_cast<unsigned>(letter) & letter_mask) << digit_bits | digit];
+  }
+  constexpr void put_toggle(char letter, unsigned bit) {
+    at(letter, 0) = {~std::uint32_t{bit}, 0};
+    at(letter, 1) = {~std::uint32_t{0}, bit};
+  }
+  constexpr void put_indexes(char letter, unsigned flags) {
+    at(letter, 0) = {~(index_mask << flags), 0};
+    for (unsigned index = 1; index < 10; ++index) at(letter, index).set = 1U << (flags + index);
+  }
+
+  std::array<CodeAction, std::size_t{(letter_mask + 1) << digit_bits}> actions_ = {};
+};
+
+constexpr CodeActions code_actions;
+
+/// The highest index, 0 where there is none.
+constexpr std::int16_t highest(std::uint32_t flags) {
+  return static_cast<std::int16_t>(std::bit_width((flags & index_mask) | 1U) - 1);
 }
 
 /// The characters and the segments of one decoded text. Every segment that is handed out keeps all
@@ -67,114 +114,113 @@ class DecodedText {
 
 }  // namespace
 
-std::size_t MarkupScanner::find_special(std::size_t from) const {
+template <class Char>
+[[gnu::always_inline]] inline std::size_t BasicMarkupScanner<Char>::find_special(
+    std::size_t from) const {
   return way_ == Way::stated ? find_any<u'/'>(markup_, from)
                              : find_any<u'/', u'~', u'\r', u'\n'>(markup_, from);
 }
 
-MarkupScanner::Special MarkupScanner::special_at(std::size_t at) const {
-  if (markup_[at] == u'~') {
-    return begins_with_escaped_code(markup_.substr(at)) ? Special::escaped_code : Special::none;
+template <class Char>
+auto BasicMarkupScanner<Char>::special_at(std::size_t at) const -> Special {
+  const Char first = markup_[at];
+  if (first == '/') {
+    if (is_cut(at)) return Special::cut;
+    if (markup_.size() - at < code_length) return Special::none;
+    const auto letter = static_cast<char16_t>(markup_[at + 1]);
+    const auto digit = static_cast<char16_t>(markup_[at + 2]);
+    const unsigned kind = code_letters::kind(letter, digit);
+    if ((kind & code_kinds_) != 0) return Special::code;
+    return letter == 'n' && digit == 'l' ? Special::line_break : Special::none;
   }
-  if (markup_[at] != u'/') return Special::line_break;
-  if (markup_.size() - at < code_length) return Special::none;
-  const char16_t letter = markup_[at + 1];
-  const char16_t digit = markup_[at + 2];
-  if (is_text_model_code(letter, digit)) return Special::code;
-  if (letter == u'n' && digit == u'l') return Special::line_break;
-  return reads_codes_of_rtf_ && is_code_of_any_reader(letter, digit) ? Special::code
-                                                                     : Special::none;
+  if (way_ == Way::stated || (first != '~' && first != '\r' && first != '\n')) return Special::none;
+  if (is_cut(at)) return Special::cut;
+  if (first != '~') return Special::line_break;
+  return begins_with_escaped_code(markup_.substr(at)) ? Special::escaped_code : Special::none;
 }
 
-MarkupScanner::Item MarkupScanner::give_text(std::size_t begin, std::size_t end) {
-  text_ = markup_.substr(begin, end - begin);
-  at_ = end;
-  return Item::text;
-}
-
-void MarkupScanner::go_on(std::u16string_view markup, bool is_last) {
+template <class Char>
+void BasicMarkupScanner<Char>::go_on(View markup, bool is_last) {
   markup_ = markup;
   is_last_ = is_last;
   at_ = 0;
 }
 
-bool MarkupScanner::is_cut(std::size_t at) const {
+template <class Char>
+bool BasicMarkupScanner<Char>::is_cut(std::size_t at) const {
   constexpr std::size_t longest = 4;
   return !is_last_ && markup_.size() - at < longest;
 }
 
-MarkupScanner::Special MarkupScanner::next_special(std::size_t from, std::size_t& at) const {
-  for (at = find_special(from); at < markup_.size() && !is_cut(at); at = find_special(at + 1)) {
-    const Special special = special_at(at);
-    if (special != Special::none) return special;
-  }
-  return Special::none;
-}
-
-/// The text before something that is not text; what that is, is remembered.
-MarkupScanner::Item MarkupScanner::give_text_before(Special special, std::size_t begin,
-                                                    std::size_t end) {
-  const Item item = give_text(begin, end);
-  is_literal_ = special == Special::escaped_code;
-  if (is_literal_) {
-    ++at_;
-  } else {
-    known_ = special;
-  }
-  return item;
-}
-
-MarkupScanner::Item MarkupScanner::next() {
+template <class Char>
+auto BasicMarkupScanner<Char>::next() -> Item {
   goes_on_ = std::exchange(is_literal_, false);
-  std::size_t begin = at_;
-  std::size_t at = begin;
-  Special special = std::exchange(known_, Special::none);
   // A slash behind its tilde is text.
-  if (special == Special::none) special = next_special(goes_on_ ? begin + 1 : begin, at);
-  while (special != Special::none) {
-    if (at > begin) return give_text_before(special, begin, at);
-    if (special == Special::line_break) {
-      at_ = at + line_break_length(markup_.substr(at), way_);
-      return Item::line_break;
+  if (goes_on_) return give_text(at_, at_ + 1);
+  for (; at_ < markup_.size(); at_ += code_length) {
+    switch (special_at(at_)) {
+      case Special::none:
+        return give_text(at_, at_ + 1);
+      case Special::code:
+        apply(markup_[at_ + 1], markup_[at_ + 2]);
+        break;
+      case Special::line_break:
+        at_ += line_break_length(markup_.substr(at_), way_);
+        return Item::line_break;
+      case Special::escaped_code:
+        return give_text(at_ + 1, at_ + 2);
+      case Special::cut:
+        return Item::end;
     }
-    const bool is_escaped = special == Special::escaped_code;
-    if (!is_escaped) apply(markup_[at + 1], markup_[at + 2]);
-    begin = at + (is_escaped ? 1 : code_length);
-    special = next_special(is_escaped ? begin + 1 : begin, at);
   }
-  // Two characters of a text tell what it would be behind the one before.
-  const bool is_enough = is_last_ || at - begin > 1;
-  if (begin < at && is_enough) return give_text(begin, at);
-  at_ = begin;
   return Item::end;
 }
 
-void MarkupScanner::apply(char16_t letter, char16_t digit) {
-  if (letter == u'r') letter = u'p';
-  if (letter == u'l') letter = u's';
-  const unsigned index = static_cast<unsigned>(digit - u'0');
-  if (letter == u'f') {
-    select(fonts_, index);
-    state_.font = highest(fonts_);
-  } else if (letter == u'y') {
-    select(colors_, index);
-    state_.color = highest(colors_);
-  } else {
-    const unsigned bit = bit_of(letter);
-    const unsigned others = state_.attributes & ~bit;
-    state_.attributes = static_cast<std::uint8_t>(index == 1 ? others | bit : others);
+/// The text from `begin` on, in which nothing before `from` is anything else.
+template <class Char>
+auto BasicMarkupScanner<Char>::give_text(std::size_t begin, std::size_t from) -> Item {
+  std::size_t end = find_special(from);
+  Special special = Special::none;
+  for (; end < markup_.size(); end = find_special(end + 1)) {
+    special = special_at(end);
+    if (special != Special::none) break;
   }
+  // Two characters of a text tell what it would be behind the one before.
+  const bool is_enough = is_last_ || end - begin > 1;
+  const bool may_go_on = end == markup_.size() || special == Special::cut;
+  if (may_go_on && !is_enough) return Item::end;
+  text_ = markup_.substr(begin, end - begin);
+  is_literal_ = special == Special::escaped_code;
+  at_ = is_literal_ ? end + 1 : end;
+  return Item::text;
 }
 
-void read_runs(MarkupScanner& scanner, RunSink& sink) {
-  for (auto item = scanner.next(); item != MarkupScanner::Item::end; item = scanner.next()) {
-    if (item == MarkupScanner::Item::text) {
+template <class Char>
+void BasicMarkupScanner<Char>::apply(Char letter, Char digit) {
+  const CodeAction& action =
+      code_actions.find(static_cast<unsigned>(letter), static_cast<unsigned>(digit));
+  flags_ = (flags_ & action.kept) | action.set;
+  state_.attributes = static_cast<std::uint8_t>(flags_);
+  state_.color = highest(flags_ >> color_flags);
+  state_.font = highest(flags_ >> font_flags);
+}
+
+template <class Char>
+void read_runs(BasicMarkupScanner<Char>& scanner, BasicRunSink<Char>& sink) {
+  using Item = typename BasicMarkupScanner<Char>::Item;
+  for (Item item = scanner.next(); item != Item::end; item = scanner.next()) {
+    if (item == Item::text) {
       sink.text(scanner.text(), scanner.state());
     } else {
       sink.line_break(scanner.state());
     }
   }
 }
+
+template class BasicMarkupScanner<char>;
+template class BasicMarkupScanner<char16_t>;
+template void read_runs(BasicMarkupScanner<char>&, BasicRunSink<char>&);
+template void read_runs(BasicMarkupScanner<char16_t>&, BasicRunSink<char16_t>&);
 
 void parse_markup(std::u16string markup, SegmentCollection& segments, Way way) {
   const auto decoded = std::make_shared<DecodedText>(std::move(markup));

@@ -14,64 +14,70 @@ namespace qel {
 
 /// Reads markup one text or line break after the other, with the style that the codes before it
 /// set. In the lossless way an escaped code is a text without its tilde, and line breaks are line
-/// codes; in the stated way both are characters, and escaped codes have to be protected.
-class MarkupScanner {
+/// codes; in the stated way both are characters, and escaped codes have to be protected. Markup is
+/// in UTF-16 or UTF-8.
+template <class Char>
+class BasicMarkupScanner {
  public:
+  using View = std::basic_string_view<Char>;
   enum class Item : std::uint8_t { text, line_break, end };
 
   /// For markup that comes in parts.
-  explicit MarkupScanner(Way way) : is_last_(false), way_(way) {}
+  explicit BasicMarkupScanner(Way way) : is_last_(false), way_(way) {}
   /// `markup` has to outlive the scanner.
-  MarkupScanner(std::u16string_view markup, Way way) : markup_(markup), way_(way) {}
+  BasicMarkupScanner(View markup, Way way) : markup_(markup), way_(way) {}
 
   /// Also reads the codes that only conversions to RTF know: "/r1" for raised, "/l1" for lowered.
-  void read_codes_of_rtf() { reads_codes_of_rtf_ = true; }
+  void read_codes_of_rtf() { code_kinds_ |= code_letters::rtf_toggle; }
 
   /// Goes on with the next part of the markup, which begins with what was not read of the one
   /// before. After `Item::end` of any but the last part, `position` tells how much was read: what
   /// may go on as a code behind the end is left.
-  void go_on(std::u16string_view markup, bool is_last);
+  void go_on(View markup, bool is_last);
   std::size_t position() const { return at_; }
 
   Item next();
 
   /// The characters of the text, at least one: a part of the markup.
-  std::u16string_view text() const { return text_; }
+  View text() const { return text_; }
   /// Whether the text belongs to the one before it: only a tilde stands between them.
   bool goes_on() const { return goes_on_; }
   const style_codes::CodeState& state() const { return state_; }
 
  private:
-  enum class Special : std::uint8_t { none, code, escaped_code, line_break };
+  enum class Special : std::uint8_t {
+    none,
+    code,
+    escaped_code,
+    line_break,
+    cut,  ///< may go on behind the end of this part
+  };
 
   std::size_t find_special(std::size_t from) const;
   Special special_at(std::size_t at) const;
-  /// What is not text at or after `from`, and where it is; none at the end, or where it is cut.
-  Special next_special(std::size_t from, std::size_t& at) const;
-  Item give_text(std::size_t begin, std::size_t end);
-  Item give_text_before(Special special, std::size_t begin, std::size_t end);
+  Item give_text(std::size_t begin, std::size_t from);
   /// Whether what stands there may go on behind the end of this part.
   bool is_cut(std::size_t at) const;
-  void apply(char16_t letter, char16_t digit);
+  void apply(Char letter, Char digit);
 
-  std::u16string_view markup_;
+  View markup_;
   bool is_last_ = true;
   Way way_;
-  bool reads_codes_of_rtf_ = false;
+  unsigned code_kinds_ = code_letters::toggle | code_letters::index;
   bool goes_on_ = false;
   bool is_literal_ = false;  // whether the slash at `at_` is text
   std::size_t at_ = 0;
-  Special known_ = Special::none;  // of what stands there, if that has been looked at
-  std::u16string_view text_;
-  // Flags of fonts and colours accumulate until "/f0" or "/y0" clears them; the highest one counts.
-  // Bit k stands for index k; bit 0 is never set.
-  unsigned fonts_ = 0;
-  unsigned colors_ = 0;
+  View text_;
+  // Fonts and colours accumulate until "/f0" or "/y0" clears them; the highest one counts.
+  std::uint32_t flags_ = 0;
   style_codes::CodeState state_;
 };
 
+using MarkupScanner = BasicMarkupScanner<char16_t>;
+
 /// Passes what the scanner finds in its markup to a sink, but not the end.
-void read_runs(MarkupScanner& scanner, RunSink& sink);
+template <class Char>
+void read_runs(BasicMarkupScanner<Char>& scanner, BasicRunSink<Char>& sink);
 
 /// Reads `markup`, whose escaped codes are protected unless the way is lossless, into the empty
 /// collection `segments`.

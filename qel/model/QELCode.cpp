@@ -2,6 +2,7 @@
 
 #include <cstddef>
 
+#include "qel/base/Ascii.h"
 #include "qel/base/Scan.h"
 
 namespace qel {
@@ -32,6 +33,15 @@ bool is_on_code(char16_t letter, char16_t digit) {
   return digit == u'1' || (is_index_letter(letter) && digit >= u'2' && digit <= u'9');
 }
 
+template <class Char>
+std::size_t length_of_break(std::basic_string_view<Char> markup, Way way) {
+  constexpr auto code = ascii<Char, "/nl">;
+  if (markup.starts_with(code)) return code.size();
+  if (way == Way::stated || markup.empty()) return 0;
+  if (markup.starts_with(ascii<Char, "\r\n">)) return 2;
+  return markup.front() == '\r' || markup.front() == '\n' ? 1 : 0;
+}
+
 }  // namespace
 
 bool IsQELCode(std::u16string_view Text, std::int32_t Flags) {
@@ -58,15 +68,10 @@ bool IsQELCode(std::u16string_view Text, std::int32_t Flags) {
 }
 
 std::size_t line_break_length(std::u16string_view markup, Way way) {
-  constexpr std::u16string_view code = u"/nl";
-  if (markup.starts_with(code)) return code.size();
-  if (way == Way::stated || markup.empty()) return 0;
-  if (markup.starts_with(u"\r\n")) return 2;
-  return markup.front() == u'\r' || markup.front() == u'\n' ? 1 : 0;
+  return length_of_break(markup, way);
 }
-
-bool begins_with_escaped_code(std::u16string_view text) {
-  return text.size() >= 4 && text[0] == u'~' && text[1] == u'/' && is_escapable(text[2], text[3]);
+std::size_t line_break_length(std::string_view markup, Way way) {
+  return length_of_break(markup, way);
 }
 
 bool begins_with_placeholder(std::u16string_view text) {

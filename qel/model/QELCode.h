@@ -69,6 +69,11 @@ constexpr bool is_text_model_code(char16_t letter, char16_t digit) {
   return (code_letters::kind(letter, digit) & (code_letters::toggle | code_letters::index)) != 0;
 }
 
+/// The same with the line code.
+constexpr bool is_code_of_text_model(char16_t second, char16_t third) {
+  return is_text_model_code(second, third) || (second == u'n' && third == u'l');
+}
+
 /// Whether a tilde before the slash of this code makes it text.
 constexpr bool is_escapable(char16_t letter, char16_t digit) {
   return (code_letters::kind(letter, digit) & code_letters::escapable) != 0;
@@ -83,9 +88,18 @@ constexpr bool is_code_of_any_reader(char16_t second, char16_t third) {
 /// The length of the line break at the beginning of markup: "/nl", and in the lossless way CR LF,
 /// CR or LF; 0 where there is none.
 std::size_t line_break_length(std::u16string_view markup, Way way);
+std::size_t line_break_length(std::string_view markup, Way way);
 
 /// Whether the text begins with an escaped code, which is four characters long.
-bool begins_with_escaped_code(std::u16string_view text);
+template <class Char>
+constexpr bool begins_with_escaped_code(std::basic_string_view<Char> text) {
+  return text.size() >= 4 && text[0] == '~' && text[1] == '/' &&
+         is_escapable(static_cast<char16_t>(text[2]), static_cast<char16_t>(text[3]));
+}
+template <class Char>
+bool begins_with_escaped_code(const std::basic_string<Char>& text) {
+  return begins_with_escaped_code(std::basic_string_view<Char>(text));
+}
 
 /// Whether the text begins with a placeholder, which is four characters long.
 bool begins_with_placeholder(std::u16string_view text);

@@ -80,7 +80,7 @@ void RunWriter::write_text(const Run& run) {
     return;
   }
   out_.push_back(u'/');
-  out_.append(style_codes::code_of_no_effect(run.state)).append(run.text.substr(1));
+  out_.append(style_codes::code_of_no_effect<char16_t>(run.state)).append(run.text.substr(1));
 }
 
 void RunWriter::open(const CodeState& state) {
@@ -132,7 +132,7 @@ void RunWriter::codes(Append append) {
   append(out_);
   if (out_.size() == begin) return;
   if (ends_with_tilde_ && begins_with_escaped_code(std::u16string_view(out_).substr(begin - 1))) {
-    out_.insert(begin, style_codes::code_behind_tilde(state_before_));
+    out_.insert(begin, style_codes::code_behind_tilde<char16_t>(state_before_));
   }
   ends_with_tilde_ = false;
 }

@@ -9,16 +9,16 @@ namespace {
 
 struct Attribute {
   bool iStyle::*field;
-  char16_t letter;
+  char letter;
 };
 
 /// In the order of their bits, from the lowest, in which they are switched on; they are switched
 /// off in reverse.
 constexpr std::array attributes = {
-    Attribute{&iStyle::Bold, u'b'},        Attribute{&iStyle::Italic, u'i'},
-    Attribute{&iStyle::Underline, u'u'},   Attribute{&iStyle::SmallCaps, u'c'},
-    Attribute{&iStyle::StrikeThru, u'k'},  Attribute{&iStyle::Subscript, u's'},
-    Attribute{&iStyle::Superscript, u'p'}, Attribute{&iStyle::Unicode, u't'},
+    Attribute{&iStyle::Bold, 'b'},        Attribute{&iStyle::Italic, 'i'},
+    Attribute{&iStyle::Underline, 'u'},   Attribute{&iStyle::SmallCaps, 'c'},
+    Attribute{&iStyle::StrikeThru, 'k'},  Attribute{&iStyle::Subscript, 's'},
+    Attribute{&iStyle::Superscript, 'p'}, Attribute{&iStyle::Unicode, 't'},
 };
 
 unsigned in_set(unsigned bits, CodeSet set) {
@@ -28,22 +28,25 @@ unsigned in_set(unsigned bits, CodeSet set) {
 
 bool is_index(std::int16_t index) { return index >= 1 && index <= 9; }
 
-void append_code(std::u16string& out, char16_t letter, int digit) {
+template <class Char>
+void append_code(std::basic_string<Char>& out, char letter, int digit) {
   const std::size_t size = out.size();
   out.resize(size + 3);
-  char16_t* const code = out.data() + size;
-  code[0] = u'/';
+  Char* const code = out.data() + size;
+  code[0] = '/';
   code[1] = letter;
-  code[2] = static_cast<char16_t>(u'0' + digit);
+  code[2] = static_cast<Char>('0' + digit);
 }
 
-void append_attributes_on(std::u16string& out, unsigned bits) {
+template <class Char>
+void append_attributes_on(std::basic_string<Char>& out, unsigned bits) {
   for (; bits != 0; bits &= bits - 1) {
     append_code(out, attributes[static_cast<std::size_t>(std::countr_zero(bits))].letter, 1);
   }
 }
 
-void append_attributes_off(std::u16string& out, unsigned bits) {
+template <class Char>
+void append_attributes_off(std::basic_string<Char>& out, unsigned bits) {
   while (bits != 0) {
     const auto highest = static_cast<std::size_t>(std::bit_width(bits)) - 1;
     append_code(out, attributes[highest].letter, 0);
@@ -52,29 +55,33 @@ void append_attributes_off(std::u16string& out, unsigned bits) {
 }
 
 /// In v6, colour 2 has a letter of its own and colours from 3 on have none.
-char16_t color_letter(std::int16_t color, CodeSet set) {
-  if (set != CodeSet::v6 || color == 1) return u'y';
-  return color == 2 ? u'z' : u'\0';
+char color_letter(std::int16_t color, CodeSet set) {
+  if (set != CodeSet::v6 || color == 1) return 'y';
+  return color == 2 ? 'z' : '\0';
 }
 
-void append_color_on(std::u16string& out, std::int16_t color, CodeSet set) {
-  const char16_t letter = color_letter(color, set);
-  if (is_index(color) && letter != 0) append_code(out, letter, letter == u'z' ? 1 : color);
+template <class Char>
+void append_color_on(std::basic_string<Char>& out, std::int16_t color, CodeSet set) {
+  const char letter = color_letter(color, set);
+  if (is_index(color) && letter != 0) append_code(out, letter, letter == 'z' ? 1 : color);
 }
 
-void append_color_off(std::u16string& out, std::int16_t color, CodeSet set) {
-  const char16_t letter = color_letter(color, set);
+template <class Char>
+void append_color_off(std::basic_string<Char>& out, std::int16_t color, CodeSet set) {
+  const char letter = color_letter(color, set);
   if (is_index(color) && letter != 0) append_code(out, letter, 0);
 }
 
-void append_font_on(std::u16string& out, std::int16_t font, CodeSet set) {
+template <class Char>
+void append_font_on(std::basic_string<Char>& out, std::int16_t font, CodeSet set) {
   if (!is_index(font) || (set == CodeSet::v6 && font > 2)) return;
-  append_code(out, u'f', font);
+  append_code(out, 'f', font);
 }
 
 // No v6 code switches fonts 3 to 9 on, yet they are switched off in v6 too.
-void append_font_off(std::u16string& out, std::int16_t font) {
-  if (is_index(font)) append_code(out, u'f', 0);
+template <class Char>
+void append_font_off(std::basic_string<Char>& out, std::int16_t font) {
+  if (is_index(font)) append_code(out, 'f', 0);
 }
 
 }  // namespace
@@ -97,41 +104,37 @@ iStyle style_of(const CodeState& state) {
   return style;
 }
 
-std::u16string_view code_of_no_effect(const CodeState& state) {
-  return (state.attributes & bold_bit) != 0 ? u"/b1" : u"/b0";
-}
-
-std::u16string_view code_behind_tilde(const CodeState& state) {
-  return (state.attributes & small_caps_bit) != 0 ? u"/c1" : u"/c0";
-}
-
-void append_on(std::u16string& out, const CodeState& state, CodeSet set) {
+template <class Char>
+void append_on(std::basic_string<Char>& out, const CodeState& state, CodeSet set) {
   append_attributes_on(out, in_set(state.attributes, set));
   append_color_on(out, state.color, set);
   append_font_on(out, state.font, set);
 }
 
-void append_off(std::u16string& out, const CodeState& state, CodeSet set) {
+template <class Char>
+void append_off(std::basic_string<Char>& out, const CodeState& state, CodeSet set) {
   append_font_off(out, state.font);
   append_color_off(out, state.color, set);
   append_attributes_off(out, in_set(state.attributes, set));
 }
 
-void append_different_on(std::u16string& out, const CodeState& state, const CodeState& last,
-                         CodeSet set) {
+template <class Char>
+void append_different_on(std::basic_string<Char>& out, const CodeState& state,
+                         const CodeState& last, CodeSet set) {
   append_attributes_on(out, in_set(state.attributes & ~unsigned{last.attributes}, set));
   // Where a colour is on and the font stays, the font is switched off and not on again. A font out
   // of range has no codes, so it is not switched off either.
   if (set == CodeSet::current && state.color != 0 && is_index(last.font) &&
       state.font == last.font) {
-    append_code(out, u'f', 0);
+    append_code(out, 'f', 0);
   }
   if (state.color != last.color) append_color_on(out, state.color, set);
   if (state.font != last.font) append_font_on(out, state.font, set);
 }
 
-void append_different_off(std::u16string& out, const CodeState& state, const CodeState* next,
-                          CodeSet set) {
+template <class Char>
+void append_different_off(std::basic_string<Char>& out, const CodeState& state,
+                          const CodeState* next, CodeSet set) {
   if (next == nullptr) {
     append_off(out, state, set);
     return;
@@ -140,5 +143,14 @@ void append_different_off(std::u16string& out, const CodeState& state, const Cod
   if (state.color != next->color) append_color_off(out, state.color, set);
   append_attributes_off(out, in_set(state.attributes & ~unsigned{next->attributes}, set));
 }
+
+template void append_on(std::string&, const CodeState&, CodeSet);
+template void append_on(std::u16string&, const CodeState&, CodeSet);
+template void append_off(std::string&, const CodeState&, CodeSet);
+template void append_off(std::u16string&, const CodeState&, CodeSet);
+template void append_different_on(std::string&, const CodeState&, const CodeState&, CodeSet);
+template void append_different_on(std::u16string&, const CodeState&, const CodeState&, CodeSet);
+template void append_different_off(std::string&, const CodeState&, const CodeState*, CodeSet);
+template void append_different_off(std::u16string&, const CodeState&, const CodeState*, CodeSet);
 
 }  // namespace qel::style_codes

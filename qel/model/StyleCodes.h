@@ -4,6 +4,7 @@
 #include <string>
 #include <string_view>
 
+#include "qel/base/Ascii.h"
 #include "qel/model/iStyle.h"
 
 /// The code builders of `iStyle` as the decoder and the encoder use them: they work on the few
@@ -65,17 +66,29 @@ CodeState state_of(const iStyle& style);
 /// A default style with these attributes, font and colour.
 iStyle style_of(const CodeState& state);
 
-/// A code that restates a part of the state, and that every reader of markup knows.
-std::u16string_view code_of_no_effect(const CodeState& state);
-/// The same, with a code that a tilde before it does not make text.
-std::u16string_view code_behind_tilde(const CodeState& state);
+// What follows is for texts in UTF-16 and in UTF-8.
 
-void append_on(std::u16string& out, const CodeState& state, CodeSet set);
-void append_off(std::u16string& out, const CodeState& state, CodeSet set);
-void append_different_on(std::u16string& out, const CodeState& state, const CodeState& last,
-                         CodeSet set);
+/// A code that restates a part of the state, and that every reader of markup knows.
+template <class Char>
+std::basic_string_view<Char> code_of_no_effect(const CodeState& state) {
+  return (state.attributes & bold_bit) != 0 ? ascii<Char, "/b1"> : ascii<Char, "/b0">;
+}
+/// The same, with a code that a tilde before it does not make text.
+template <class Char>
+std::basic_string_view<Char> code_behind_tilde(const CodeState& state) {
+  return (state.attributes & small_caps_bit) != 0 ? ascii<Char, "/c1"> : ascii<Char, "/c0">;
+}
+
+template <class Char>
+void append_on(std::basic_string<Char>& out, const CodeState& state, CodeSet set);
+template <class Char>
+void append_off(std::basic_string<Char>& out, const CodeState& state, CodeSet set);
+template <class Char>
+void append_different_on(std::basic_string<Char>& out, const CodeState& state,
+                         const CodeState& last, CodeSet set);
 /// `next` is null after the last run: everything is switched off.
-void append_different_off(std::u16string& out, const CodeState& state, const CodeState* next,
-                          CodeSet set);
+template <class Char>
+void append_different_off(std::basic_string<Char>& out, const CodeState& state,
+                          const CodeState* next, CodeSet set);
 
 }  // namespace qel::style_codes

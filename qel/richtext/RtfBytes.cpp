@@ -7,6 +7,7 @@
 #include <cstdint>
 
 #include "qel/base/Scan.h"
+#include "qel/base/Utf16.h"
 #include "qel/richtext/CodePage.h"
 #include "qel/richtext/RtfTokens.h"
 
@@ -92,6 +93,15 @@ std::string rtf_to_bytes(std::u16string_view rtf) {
   std::string bytes;
   append_rtf_bytes(bytes, rtf);
   return bytes;
+}
+
+void append_rtf_character(std::string& bytes, char32_t character) {
+  std::array<char, 2 * longest_character> piece = {};
+  char* out = piece.data();
+  if (units_of(character) == 2) out = put_character(out, high_surrogate_of(character));
+  out = put_character(out, units_of(character) == 2 ? low_surrogate_of(character)
+                                                    : static_cast<char16_t>(character));
+  bytes.append(piece.data(), static_cast<std::size_t>(out - piece.data()));
 }
 
 void append_rtf_bytes(std::string& bytes, std::u16string_view rtf) {

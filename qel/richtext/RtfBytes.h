@@ -16,5 +16,7 @@ std::u16string rtf_from_bytes(std::string_view bytes);
 /// one replacement character, which are the defaults.
 std::string rtf_to_bytes(std::u16string_view rtf);
 void append_rtf_bytes(std::string& bytes, std::u16string_view rtf);
+/// The same for a character from 0x80 on.
+void append_rtf_character(std::string& bytes, char32_t character);
 
 }  // namespace qel::richtext

@@ -4,7 +4,10 @@
 #include <cstddef>
 #include <cstdint>
 
+#include "qel/base/Ascii.h"
 #include "qel/base/Scan.h"
+#include "qel/base/Utf8.h"
+#include "qel/richtext/RtfBytes.h"
 
 namespace qel::rtf {
 namespace {
@@ -41,17 +44,34 @@ class CodeIndex {
 
 constexpr CodeIndex code_index;
 
-std::u16string_view rtf_of(char16_t character) {
+template <class Char>
+std::basic_string_view<Char> rtf_of(Char character) {
   switch (character) {
-    case u'{':
-      return code_table[0].rtf;
-    case u'}':
-      return code_table[1].rtf;
-    case u'\t':
-      return u"\\tab ";
+    case '{':
+      return ascii<Char, "\\{">;
+    case '}':
+      return ascii<Char, "\\}">;
+    case '\t':
+      return ascii<Char, "\\tab ">;
     default:
-      return u"\\\\";
+      return ascii<Char, "\\\\">;
   }
+}
+
+/// Position of the first byte at or after `from` that does not stand for itself in RTF.
+std::size_t find_escaped(std::string_view text, std::size_t from) {
+  const auto is_escaped = [](char c) {
+    return static_cast<unsigned char>(c) >= 0x80 || c == '\\' || c == '{' || c == '}' || c == '\t';
+  };
+#if defined(__SSE2__)
+  return find_byte(text, from, is_escaped, [](__m128i packed) {
+    // Of what is not ASCII, the highest bit says so.
+    return _mm_or_si128(packed, AreAny<u'\\', u'{', u'}', u'\t'>()(packed));
+  });
+#else
+  while (from < text.size() && !is_escaped(text[from])) ++from;
+  return from;
+#endif
 }
 
 }  // namespace
@@ -98,6 +118,21 @@ void append_text(std::u16string& out, std::u16string_view text) {
     out.append(text, at, special - at);
     if (special < text.size()) out.append(rtf_of(text[special]));
     at = special;
+  }
+}
+
+void append_text(std::string& out, std::string_view text) {
+  for (std::size_t at = 0; at < text.size();) {
+    const std::size_t special = find_escaped(text, at);
+    out.append(text, at, special - at);
+    if (special == text.size()) return;
+    at = special;
+    if (static_cast<unsigned char>(text[special]) >= 0x80) {
+      richtext::append_rtf_character(out, next_character(text, at));
+    } else {
+      out.append(rtf_of(text[special]));
+      ++at;
+    }
   }
 }
 

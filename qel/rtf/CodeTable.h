@@ -61,8 +61,10 @@ constexpr std::u16string_view rtf_word(char16_t letter, char16_t digit) {
   return {};
 }
 
-/// Appends text without breaks in which nothing is a code.
+/// Appends text without breaks in which nothing is a code. What is not ASCII is escaped in bytes
+/// (see `richtext::append_rtf_bytes`); UTF-8 has to be valid.
 void append_text(std::u16string& out, std::u16string_view text);
+void append_text(std::string& out, std::string_view text);
 
 /// From position `from` on, turns the four backslashes that stand for the slash of a code back into
 /// the slash: such a code is text.

@@ -122,7 +122,7 @@ std::u16string RTFParser::QELToRTF(std::u16string_view Text, QELIndexFonts& Font
   } else if (rtf::append_body(document, Text)) {
     rtf::restore_literal_codes(document, body);
   }
-  document.append(rtf::document_end);
+  document.append(ascii<char16_t, rtf::document_end>);
   return document;
 }
 

@@ -1,5 +1,6 @@
 #include "qel/rtf/RtfBodyWriter.h"
 
+#include <algorithm>
 #include <array>
 #include <bit>
 #include <cmath>
@@ -25,22 +26,39 @@ std::int64_t half_points(float points) {
   return static_cast<std::int64_t>(size);
 }
 
+/// A word of the code table.
+template <class Char>
+class Word {
+ public:
+  constexpr Word() = default;
+  constexpr explicit Word(std::u16string_view word) : size_(word.size()) {
+    std::transform(word.begin(), word.end(), characters_.begin(),
+                   [](char16_t c) { return static_cast<Char>(c); });
+  }
+  constexpr std::basic_string_view<Char> view() const { return {characters_.data(), size_}; }
+
+ private:
+  std::array<Char, 12> characters_ = {};
+  std::size_t size_ = 0;
+};
+
+template <class Char>
 struct Toggle {
-  std::u16string_view on;
-  std::u16string_view off;
+  Word<Char> on;
+  Word<Char> off;
 };
 
 /// The words of the attributes, in the order of their bits; none for Unicode.
-constexpr std::array<Toggle, 8> toggles = [] {
+template <class Char>
+constexpr std::array<Toggle<Char>, 8> toggles = [] {
   constexpr std::u16string_view letters = u"biucksp";
-  std::array<Toggle, 8> table;
+  std::array<Toggle<Char>, 8> table;
   for (std::size_t bit = 0; bit < letters.size(); ++bit) {
-    table[bit] = {rtf_word(letters[bit], u'1'), rtf_word(letters[bit], u'0')};
+    table[bit] = {Word<Char>(rtf_word(letters[bit], u'1')),
+                  Word<Char>(rtf_word(letters[bit], u'0'))};
   }
   return table;
 }();
-constexpr std::u16string_view font_word = u"\\f";
-constexpr std::u16string_view color_word = u"\\cf";
 
 }  // namespace
 
@@ -52,42 +70,51 @@ std::u16string document_head(QELIndexFonts& fonts, const QELIndexColors& colors,
   return head.append(u" ");
 }
 
-void RtfBodyWriter::text(std::u16string_view text, const style_codes::CodeState& state) {
+template <class Char>
+void BasicRtfBodyWriter<Char>::text(std::basic_string_view<Char> text,
+                                    const style_codes::CodeState& state) {
   enter(state);
   append_text(out_, text);
 }
 
-void RtfBodyWriter::line_break(const style_codes::CodeState& state) {
+template <class Char>
+void BasicRtfBodyWriter<Char>::line_break(const style_codes::CodeState& state) {
   enter(state);
-  out_.append(u"\\par ");
+  out_.append(ascii<Char, "\\par ">);
 }
 
-void RtfBodyWriter::enter(style_codes::CodeState state) {
+template <class Char>
+void BasicRtfBodyWriter<Char>::enter(style_codes::CodeState state) {
   if (state == last_) return;
   state = shown_state(state);
   const bool other_font = state.font != last_.font;
   const bool other_color = state.color != last_.color;
   // In the order of the codes: what ends first, and each way the attributes innermost.
-  if (other_font) append_index(font_word, last_.font, 0);
-  if (other_color) append_index(color_word, last_.color, 0);
+  if (other_font) append_index(ascii<Char, "\\f">, last_.font, 0);
+  if (other_color) append_index(ascii<Char, "\\cf">, last_.color, 0);
   for (unsigned ends = last_.attributes & ~unsigned{state.attributes}; ends != 0;) {
     const auto highest = static_cast<std::size_t>(std::bit_width(ends)) - 1;
-    out_.append(toggles[highest].off);
+    out_.append(toggles<Char>[highest].off.view());
     ends &= ~(1U << highest);
   }
   for (unsigned begins = state.attributes & ~unsigned{last_.attributes}; begins != 0;
        begins &= begins - 1) {
-    out_.append(toggles[static_cast<std::size_t>(std::countr_zero(begins))].on);
+    out_.append(toggles<Char>[static_cast<std::size_t>(std::countr_zero(begins))].on.view());
   }
-  if (other_color) append_index(color_word, state.color, state.color);
-  if (other_font) append_index(font_word, state.font, state.font);
+  if (other_color) append_index(ascii<Char, "\\cf">, state.color, state.color);
+  if (other_font) append_index(ascii<Char, "\\f">, state.font, state.font);
   last_ = state;
 }
 
 /// Writes the word with the number, if the index is one that has codes.
-void RtfBodyWriter::append_index(std::u16string_view word, int index, int number) {
+template <class Char>
+void BasicRtfBodyWriter<Char>::append_index(std::basic_string_view<Char> word, int index,
+                                            int number) {
   if (index < 1 || index > 9) return;
-  out_.append(word).append({static_cast<char16_t>(u'0' + number), u' '});
+  out_.append(word).append({static_cast<Char>('0' + number), Char{' '}});
 }
+
+template class BasicRtfBodyWriter<char>;
+template class BasicRtfBodyWriter<char16_t>;
 
 }  // namespace qel::rtf

@@ -3,6 +3,7 @@
 #include <string>
 #include <string_view>
 
+#include "qel/base/Ascii.h"
 #include "qel/model/QELCode.h"
 #include "qel/model/RunSink.h"
 #include "qel/platform/MeasuringSurface.h"
@@ -16,25 +17,29 @@ namespace qel::rtf {
 std::u16string document_head(QELIndexFonts& fonts, const QELIndexColors& colors,
                              platform::MeasuringSurface& surface, Way way);
 /// What stands behind it.
-inline constexpr std::u16string_view document_end = u"}}";
+inline constexpr AsciiLiteral document_end("}}");
 
 /// Writes runs as the body of an RTF document, with the words of the code table and of small
-/// capitals. Text that is raised and lowered at once is raised.
-class RtfBodyWriter : public RunSink {
+/// capitals. Text that is raised and lowered at once is raised. From UTF-8 comes RTF in ASCII, from
+/// UTF-16 RTF that holds characters.
+template <class Char>
+class BasicRtfBodyWriter final : public BasicRunSink<Char> {
  public:
   /// Appends to `out`, which may be emptied between two calls.
-  explicit RtfBodyWriter(std::u16string& out) : out_(out) {}
+  explicit BasicRtfBodyWriter(std::basic_string<Char>& out) : out_(out) {}
 
-  void text(std::u16string_view text, const style_codes::CodeState& state) override;
+  void text(std::basic_string_view<Char> text, const style_codes::CodeState& state) override;
   void line_break(const style_codes::CodeState& state) override;
   void finish() override { enter({}); }
 
  private:
   void enter(style_codes::CodeState state);
-  void append_index(std::u16string_view word, int index, int number);
+  void append_index(std::basic_string_view<Char> word, int index, int number);
 
-  std::u16string& out_;
+  std::basic_string<Char>& out_;
   style_codes::CodeState last_;
 };
+
+using RtfBodyWriter = BasicRtfBodyWriter<char16_t>;
 
 }  // namespace qel::rtf
