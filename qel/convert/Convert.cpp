@@ -135,6 +135,7 @@ class Converter::Stages {
                   "the input is neither text nor RTF nor HTML, but binary data");
     }
     const InputFormat from = begins_html ? InputFormat::html : format_of(options_.from, begins_rtf);
+    report_.from = from;
     // HTML may name its encoding itself.
     const bool is_html = from == InputFormat::html;
     const bool is_in_bytes =

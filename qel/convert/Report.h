@@ -4,6 +4,7 @@
 #include <cstdint>
 #include <string_view>
 
+#include "qel/convert/Formats.h"
 #include "qel/richtext/RtfCounts.h"
 
 namespace qel::convert {
@@ -22,6 +23,7 @@ struct Dropped : richtext::RtfCounts {
 
 /// What a conversion did.
 struct Report {
+  InputFormat from = InputFormat::qel;  ///< what the input was read as
   std::uint64_t bytes_in = 0;
   std::uint64_t bytes_out = 0;
   bool is_stopped = false;     ///< the caller ended it: the output is a beginning

@@ -122,6 +122,11 @@ gives "through a link" '' "$qel" convert a.qel --to text -o link
 gives "what it leads to" ab cat kept
 gives "its permissions" $'640\n' stat -c %a kept
 gives "in place" '' "$qel" convert a.qel --to qel -o a.qel
+breaks 1 'cannot write a.qel: it is the input' "$qel" convert a.qel --to html -o a.qel
+ln -s a.qel same
+breaks 1 'cannot write same: it is the input' bash -c "$qel convert --to rtf -o same <a.qel"
+breaks 1 'standard output is the file that is read' bash -c "$qel convert a.qel --to qel >>a.qel"
+breaks 1 'standard output is the file' bash -c "$qel convert --csv n --to text <a.qel >>a.qel"
 [[ $(cat a.qel) == a/b1b/b0 ]] || fail "in place: $(cat a.qel)"
 # A file too large for its limit: the old one must survive.
 breaks 1 'cannot write kept: File too large' \
