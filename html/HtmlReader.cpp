@@ -96,13 +96,18 @@ bool is_html(std::string_view bytes) {
          equals(name, "meta");
 }
 
-void read_html(std::string_view bytes, const richtext::CharFormat& base,
-               richtext::DocumentSink& sink) {
+richtext::DroppedParts read_html(std::string_view bytes, const richtext::CharFormat& base,
+                                 richtext::DocumentSink& sink) {
   const std::string text = to_valid_utf8(bytes);
   const FilteredHtml filtered = filter_html(without_clipboard_header(text));
   const StyleSheet sheet(filtered.style_sheet);
   Arena arena;
-  TreeReader(sheet, base, sink).read(*parse(filtered.html, arena).root);
+  TreeReader reader(sheet, base, sink);
+  reader.read(*parse(filtered.html, arena).root);
+  richtext::DroppedParts dropped = reader.dropped();
+  dropped.pictures += filtered.pictures;
+  dropped.objects += filtered.objects;
+  return dropped;
 }
 
 convert::HtmlReader reader() { return {is_html, read_html}; }

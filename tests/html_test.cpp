@@ -53,6 +53,7 @@ class Collector : public richtext::DocumentSink {
   Parts parts;
   /// "{b Arial}text|": formats that are not the base's, and "|" for a break.
   std::string notes;
+  richtext::DroppedParts dropped;
 
  private:
   std::string& append_note(FormatId id) {
@@ -95,7 +96,7 @@ class Collector : public richtext::DocumentSink {
 
 Collector read(std::string_view bytes, const Tables& tables = {}) {
   Collector sink(tables);
-  html::read_html(bytes, tables.base(), sink);
+  sink.dropped = html::read_html(bytes, tables.base(), sink);
   return sink;
 }
 
@@ -276,6 +277,29 @@ TEST(HtmlReader, ReadsAsBrowsersShow) {
       Case{"", ""},
   };
   for (const Case& test : cases) EXPECT_EQ(read(test.html).notes, test.expected) << test.html;
+}
+
+TEST(HtmlReader, CountsWhatItDrops) {
+  const Collector page = read(
+      "<head><title>t</title></head><img><a href=x><img alt=p></a><a href=' https://a.b/ '> a.b "
+      "</a>"
+      "<a href='mailto:c'><b>c</b> d</a><a href='#e'>e</a><a href=f>f<a href=g>h</a>"
+      "<svg><video></svg><audio></audio><object>o</object><iframe><embed></iframe>"
+      "<p hidden>ab <b style='display:inline'>c<img></b> </p><table hidden><td>d</table>"
+      "<table><tr><th>1<td>2<tr><td><table><td>3</table></table>"
+      "<!-- <img> --><script>'<svg>'</script>");
+  richtext::DroppedParts expected;
+  expected.pictures = 3;
+  expected.objects = 3;
+  expected.links = 3;
+  expected.hidden = 5;
+  expected.cells = 4;
+  expected.rows = 3;
+  EXPECT_EQ(page.dropped, expected)
+      << page.dropped.pictures << page.dropped.objects << page.dropped.links << page.dropped.hidden
+      << page.dropped.cells << page.dropped.rows;
+  EXPECT_EQ(read("<img><a href=x>y<!--StartFragment--><img>z<!--EndFragment--></a><svg>").dropped,
+            (richtext::DroppedParts{.pictures = 1, .links = 1}));
 }
 
 TEST(HtmlReader, ReadsEncodings) {

@@ -18,6 +18,7 @@
 #include "Files.h"
 #include "Progress.h"
 #include "UsageError.h"
+#include "qel/base/Error.h"
 #include "qel/convert/Convert.h"
 
 namespace qel::command {
@@ -117,6 +118,8 @@ bool try_task(const Task& task, const convert::Options& options, OutputGroup& ou
     progress.report(error.what() + hint_on(task.input));
   } catch (const std::bad_alloc&) {
     progress.report("cannot convert " + name + ": out of memory");
+  } catch (const Error& error) {
+    progress.report("cannot convert " + name + ": " + error.description());
   } catch (const std::exception& error) {
     progress.report("cannot convert " + name + ": " + error.what());
   }

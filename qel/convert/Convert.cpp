@@ -76,6 +76,7 @@ class Converter::Stages {
   ~Stages() = default;
 
   bool push(std::string_view bytes) {
+    if (flow_ && has_ended()) return false;
     report_.bytes_in += bytes.size();
     if (!flow_) {
       if (is_packed_) return keep_packed(bytes);
@@ -96,7 +97,8 @@ class Converter::Stages {
       feed({}, true);
     } else {
       const std::string beginning = std::exchange(beginning_, {});
-      begin_and_feed(is_packed(beginning) ? richtext::unpack_rtf(beginning) : beginning, true);
+      is_packed_ = is_packed(beginning);
+      begin_and_feed(is_packed_ ? richtext::unpack_rtf(beginning) : beginning, true);
     }
     if (!report_.is_stopped) {
       flow_->finish();
@@ -136,6 +138,7 @@ class Converter::Stages {
     }
     const InputFormat from = begins_html ? InputFormat::html : format_of(options_.from, begins_rtf);
     report_.from = from;
+    mark_length_ = mark.length;
     // HTML may name its encoding itself.
     const bool is_html = from == InputFormat::html;
     const bool is_in_bytes =
@@ -157,6 +160,14 @@ class Converter::Stages {
     return !has_ended();
   }
 
+  /// What follows the end of a document is not a part of the input, wherever it was cut.
+  void forget_rest() {
+    if (is_packed_) return;
+    const bool is_utf16 =
+        encoding_ == Encoding::utf16_little_endian || encoding_ == Encoding::utf16_big_endian;
+    report_.bytes_in = mark_length_ + units_read_ * (is_utf16 ? 2 : 1);
+  }
+
   bool has_ended() const { return report_.is_stopped || flow_->is_closed(); }
 
   /// Adds the bytes to the text that is not read yet.
@@ -174,6 +185,8 @@ class Converter::Stages {
     if (!is_last && window_.size() < next_size_) return;
     const std::size_t read = flow_->read(window_, is_last);
     window_.erase(0, read);
+    units_read_ += read;
+    if (flow_->is_closed()) forget_rest();
     next_size_ = 2 * window_.size();
     flow_->drain(take_, false);
   }
@@ -198,6 +211,8 @@ class Converter::Stages {
   std::unique_ptr<Flow> flow_;
   std::string cut_;  // the beginning of a character
   std::u16string window_;
+  std::size_t mark_length_ = 0;
+  std::uint64_t units_read_ = 0;
   std::size_t next_size_ = 0;  // of the window, from which on it is worth reading
   std::string bytes_;
   Report report_;

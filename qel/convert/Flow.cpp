@@ -37,7 +37,7 @@ std::unique_ptr<Writer> make_writer(const Options& options, bool from_markup,
     case OutputFormat::html:
       return std::make_unique<HtmlOutput>(options);
     case OutputFormat::qelv6:
-      return std::make_unique<MarkupOutput>(CodeSet::v6, from_markup);
+      return std::make_unique<OlderMarkupOutput>(from_markup);
     case OutputFormat::qel:
       break;
   }
@@ -91,7 +91,7 @@ class StreamFlow : public Flow {
   void report(Report& report) const override {
     reader_->report(report);
     if (runs_ && has_formats(to_)) count_formats(report.dropped, runs_->lacking());
-    report.dropped.fonts += writer_->fonts_lacking();
+    writer_->count_lacking(report.dropped);
   }
 
  private:

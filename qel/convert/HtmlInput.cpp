@@ -17,6 +17,8 @@ std::size_t HtmlInput::read(std::u16string_view part, bool /*is_last*/) {
   return part.size();
 }
 
-void HtmlInput::finish() { options_.html_reader.read(html_, base_format(options_), sink_); }
+void HtmlInput::finish() {
+  dropped_ = options_.html_reader.read(html_, base_format(options_), sink_);
+}
 
 }  // namespace qel::convert

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "qel/convert/FormatUse.h"
 #include "qel/convert/Writer.h"
 #include "qel/model/LosslessMarkup.h"
 
@@ -31,6 +32,22 @@ class MarkupOutput : public Writer {
 
   bool from_markup_;
   LosslessMarkup markup_;
+};
+
+/// Writes the older code set, and takes note of what it has no codes for.
+class OlderMarkupOutput : public MarkupOutput {
+ public:
+  explicit OlderMarkupOutput(bool from_markup)
+      : MarkupOutput(style_codes::CodeSet::v6, from_markup) {}
+
+  void text(std::u16string_view text, const style_codes::CodeState& state) override {
+    used_.add(state);
+    MarkupOutput::text(text, state);
+  }
+  void count_lacking(Dropped& dropped) const override { used_.count_lacking_in_v6(dropped); }
+
+ private:
+  FormatUse used_;
 };
 
 }  // namespace qel::convert

@@ -10,6 +10,7 @@
 #include "qel/model/QELCode.h"
 #include "qel/richtext/CharFormat.h"
 #include "qel/richtext/DocumentSink.h"
+#include "qel/richtext/DroppedParts.h"
 #include "qel/richtext/RtfExtras.h"
 #include "qel/tables/QELIndexColors.h"
 #include "qel/tables/QELIndexFonts.h"
@@ -38,9 +39,10 @@ using Sink = std::function<void(std::string_view bytes)>;
 struct HtmlReader {
   /// Whether the beginning of an input is that of HTML.
   std::function<bool(std::string_view bytes)> is_html;
-  /// Reads a whole input. `base` gives the format of text for which it names none.
-  std::function<void(std::string_view bytes, const richtext::CharFormat& base,
-                     richtext::DocumentSink& sink)>
+  /// Reads a whole input, and returns what it has dropped. `base` gives the format of text for
+  /// which the input names none.
+  std::function<richtext::DroppedParts(std::string_view bytes, const richtext::CharFormat& base,
+                                       richtext::DocumentSink& sink)>
       read;
 };
 

@@ -8,7 +8,7 @@
 #include "qel/base/Scan.h"
 #include "qel/base/Utf16.h"
 #include "qel/convert/ByteInput.h"
-#include "qel/convert/FontUse.h"
+#include "qel/convert/FormatUse.h"
 #include "qel/convert/HtmlInput.h"
 #include "qel/convert/HtmlOutput.h"
 #include "qel/convert/MarkupInput.h"
@@ -56,26 +56,32 @@ void drop_last_blank(SegmentCollection& segments) {
   if (last->length() == 0) segments.Remove(segments.Count());
 }
 
-/// How many fonts of the markup the table lacks.
-std::uint64_t fonts_lacking(std::u16string_view markup, const QELIndexFonts& fonts) {
+/// The formats of markup.
+FormatUse formats_of(std::u16string_view markup) {
   struct Texts : RunSink {
     void text(std::u16string_view /*text*/, const style_codes::CodeState& state) override {
       used.add(state);
     }
     void line_break(const style_codes::CodeState& /*state*/) override {}
     void finish() override {}
-    FontUse used;
+    FormatUse used;
   };
   Texts texts;
   MarkupInput(texts, false).read(markup, true);
-  return texts.used.lacking(fonts);
+  return texts.used;
 }
 
 /// One conversion in the stated way.
 class Conversion {
  public:
-  Conversion(const Options& options, std::u16string_view line_break, const Flow::Take& take)
-      : options_(options), fonts_(options.fonts), line_break_(line_break), take_(take) {
+  /// The arguments have to outlive this object.
+  Conversion(const Options& options, std::u16string_view line_break, const Flow::Take& take,
+             Dropped& dropped)
+      : options_(options),
+        fonts_(options.fonts),
+        line_break_(line_break),
+        take_(take),
+        dropped_(dropped) {
     parser_.put_ConvertNLToSpace(options.switches.convert_nl_to_space);
     parser_.put_ConvertTabsToSpace(options.switches.convert_tabs_to_space);
     parser_.put_RecognizeCRLF(options.switches.recognize_crlf);
@@ -109,15 +115,6 @@ class Conversion {
       default:
         return write_decoded(markup_of(rtf), false);
     }
-  }
-
-  void from_html(std::u16string_view bytes) {
-    std::u16string rtf;
-    RewritingFlow flow(options_, InputFormat::html, richtext::RtfReader::Units::bytes);
-    flow.read(bytes, true);
-    flow.finish();
-    flow.drain([&](std::u16string_view part) { rtf.append(part); }, true);
-    from_rtf(rtf);
   }
 
   /// The text goes through RTF, so that a code typed in it stays text.
@@ -169,6 +166,9 @@ class Conversion {
       write_segments(*decoder.get_Segments(), recognizes_breaks, html);
       html.drain_all(take_);
     } else if (options_.to == OutputFormat::qelv6) {
+      FormatUse used;
+      for (const auto& segment : *decoder.get_Segments()) used.add(segment->code_state());
+      used.count_lacking_in_v6(dropped_);
       in_parts(decoder.GetQELTextv6(line_codes, false, false), take_);
     } else if (options_.to == OutputFormat::text) {
       write_text(decoder.GetQELText(ofPlainText | line_codes, false, false));
@@ -187,6 +187,7 @@ class Conversion {
   QELIndexFonts fonts_;  // a copy: writing the font table marks symbol fonts
   std::u16string_view line_break_;
   const Flow::Take& take_;
+  Dropped& dropped_;
   RTFParser parser_;
 };
 
@@ -219,6 +220,17 @@ void NormalizingFlow::drain(const Take& take, bool all) {
   if (all) in_parts(normalized(markup_), take);
 }
 
+/// Makes RTF of the input, which is HTML.
+void StatedFlow::rewrite_html() {
+  const std::u16string html = std::exchange(input_, {});
+  RewritingFlow flow(options_, InputFormat::html, units_);
+  flow.read(html, true);
+  flow.finish();
+  flow.drain([this](std::u16string_view part) { input_.append(part); }, true);
+  flow.report(report_);
+  units_ = richtext::RtfReader::Units::characters;
+}
+
 /// Makes RTF of the input that the parser can read: without bytes of a code page, and with what the
 /// options ask for as text.
 void StatedFlow::prepare_rtf() {
@@ -231,7 +243,7 @@ void StatedFlow::prepare_rtf() {
   RtfInput reader(base, builder, richtext::RtfReader::Units::characters, options_.extras);
   reader.read(input_, true);
   reader.finish();
-  reader.report(report_);
+  if (from_ == InputFormat::rtf) reader.report(report_);
   if (has_formats(options_.to)) {
     const rtf::TableIndexes indexes(options_.fonts, *options_.colors, rtf::Origin::rtf,
                                     Way::stated);
@@ -249,11 +261,11 @@ void StatedFlow::prepare_rtf() {
 void StatedFlow::drain(const Take& take, bool all) {
   if (!all) return;
   const Common::ConversionSlots slots;
-  Conversion conversion(options_, line_break_, take);
+  Conversion conversion(options_, line_break_, take, report_.dropped);
   switch (from_) {
     case InputFormat::qel:
       if (options_.to == OutputFormat::rtf || options_.to == OutputFormat::simple_rtf) {
-        report_.dropped.fonts = fonts_lacking(input_, options_.fonts);
+        report_.dropped.fonts = formats_of(input_).fonts_lacking(options_.fonts);
       }
       return conversion.from_markup(std::move(input_));
     case InputFormat::rtf:
@@ -262,7 +274,9 @@ void StatedFlow::drain(const Take& take, bool all) {
     case InputFormat::text:
       return conversion.from_text(input_);
     case InputFormat::html:
-      return conversion.from_html(input_);
+      rewrite_html();
+      prepare_rtf();
+      return conversion.from_rtf(input_);
   }
 }
 

@@ -79,6 +79,7 @@ class StatedFlow : public Flow {
   }
 
  private:
+  void rewrite_html();
   void prepare_rtf();
 
   const Options& options_;

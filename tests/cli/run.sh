@@ -43,9 +43,9 @@ breaks 2 '--normalize needs --to qel' "$qel" convert --to rtf --normalize
 extras='{\\rtf1 a{\\footnote n}{\\header h\\par}{\\field{\\fldinst HYPERLINK "x:y"}{\\fldrslt t}}{\\pict 00}'
 gives "notes, headers and links on request" $'a [n]\nh\nt (x:y)' \
   piped "$extras" --to text --notes --headers --links
-breaks 0 '1 pictures, 1 notes, 1 headers, 1 links; the input breaks off' piped "$extras" --to text --report
+breaks 0 '1 picture, 1 note, 1 header, 1 link; the input breaks off' piped "$extras" --to text --report
 breaks 0 '"broken_off":true,"dropped":{"pictures":1,' piped "$extras" --to text --report=json
-breaks 1 'neither text nor RTF nor HTML, but binary data' piped '\x89PNG\r\n\x1a\n\0\0' --to text
+breaks 1 'qel: cannot convert standard input: the input is neither text nor RTF nor HTML, but binary data' piped '\x89PNG\r\n\x1a\n\0\0' --to text
 gives "what only looks binary" '%PDF-1' piped '%%PDF-1' --from text --to text
 
 echo "== switches =="
