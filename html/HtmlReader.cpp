@@ -81,6 +81,13 @@ std::string_view first_tag(std::string_view text) {
   }
 }
 
+/// Whether what follows a name ends a tag, or gives it attributes. A slash that may be the
+/// beginning of something else does not.
+bool goes_on_as_tag(std::string_view rest) {
+  if (rest.starts_with('>') || rest.starts_with("/>")) return true;
+  return !rest.empty() && is_space(rest.front()) && rest.find_first_of("=>") != rest.npos;
+}
+
 }  // namespace
 
 bool is_html(std::string_view bytes) {
@@ -90,7 +97,7 @@ bool is_html(std::string_view bytes) {
   if (has_clipboard_header(begin) || begins_with(begin, "<!doctype html")) return true;
   if (!begin.starts_with('<')) return false;
   const std::string_view name = begin.substr(1, begin.find_first_of(" \t\r\n\f/>", 1) - 1);
-  if (name.size() + 1 >= begin.size()) return false;
+  if (!goes_on_as_tag(begin.substr(name.size() + 1))) return false;
   const Tag* const tag = find_tag(name);
   return (tag != nullptr && name != "svg") || equals(name, "html") || equals(name, "head") ||
          equals(name, "meta");

@@ -324,11 +324,13 @@ TEST(HtmlReader, ReadsEncodings) {
 TEST(HtmlReader, KnowsHtml) {
   for (const std::string_view html :
        {"<!DOCTYPE HTML>", "\xEF\xBB\xBF \n<HTML lang=en>", "<!-- c --><p>a", "<b>a</b>", "<br/>",
-        "Version:1.0\r\nStartHTML:000\r\n", "<?xml version='1.0'?><!doctype html>"}) {
+        "<img\nsrc='data:", "Version:1.0\r\nStartHTML:000\r\n",
+        "<?xml version='1.0'?><!doctype html>"}) {
     EXPECT_TRUE(html::is_html(html)) << html;
   }
-  for (const std::string_view other : {"", "<", "text <b>", "{\\rtf1 <b>}", "/b1a/b0", "<b1>",
-                                       "<svg xmlns='x'>", "<note>", "Version: 2"}) {
+  for (const std::string_view other :
+       {"", "<", "text <b>", "{\\rtf1 <b>}", "/b1a/b0", "<b1>", "<b", "<b/b1>", "<i one",
+        "<svg xmlns='x'>", "<note>", "Version: 2"}) {
     EXPECT_FALSE(html::is_html(other)) << other;
   }
 }

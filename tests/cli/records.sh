@@ -57,6 +57,7 @@ qel: record 3: a field goes on behind its closing quote
 qel: record 4: a quote is not closed' ]] || fail "reported: $(cat .err)"
 breaks 1 "no field is named 'c'" text 'a,b\n' --csv c
 breaks 2 'excludes' text '' --csv a --json-lines a
+breaks 2 "'a=' names no field" text '' --json-lines a=
 breaks 2 "two fields would both become 'c'" text '' --csv a=c --csv b=c
 breaks 2 'more than one file' "$qel" convert one.csv one.csv --csv n --to text
 

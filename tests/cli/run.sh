@@ -39,7 +39,10 @@ if "$qel" convert --from html --to qel </dev/null 2>/dev/null; then
   gives "HTML by its first bytes" '/b1a/nl/b0b' piped '<p><b>a</b><p>b' --to qel
 fi
 gives "the shortest markup" '/b1ab/p1c/r0d/b0' piped '/b1a/b0/b1b/p1c/r0d/b0\n' --to qel --normalize
-breaks 2 '--normalize needs --to qel' "$qel" convert --to rtf --normalize
+for misfit in '--to rtf --normalize:--to qel' '--to qel --html-classes:--to html' '--from qel --to text --links:--from rtf'; do
+  read -ra words <<<"${misfit%:*}"
+  breaks 2 "${words[-1]} needs ${misfit#*:}" "$qel" convert "${words[@]}"
+done
 extras='{\\rtf1 a{\\footnote n}{\\header h\\par}{\\field{\\fldinst HYPERLINK "x:y"}{\\fldrslt t}}{\\pict 00}'
 gives "notes, headers and links on request" $'a [n]\nh\nt (x:y)' \
   piped "$extras" --to text --notes --headers --links
