@@ -62,6 +62,7 @@ const std::vector<std::u16string_view>& rtf_pieces() {
 struct Input {
   std::string bytes;
   std::u16string text;
+  bool has_mark = false;  ///< so that it is a file
 };
 
 /// In UTF-16 with a mark.
@@ -76,7 +77,7 @@ Input in_utf16(test::Random& random, std::u16string text) {
     bytes.push_back('\x93');
     text.push_back(u'\u201C');
   }
-  return {bytes, text};
+  return {bytes, text, true};
 }
 
 Input random_text(test::Random& random, std::size_t pieces) {
@@ -97,8 +98,9 @@ Input random_text(test::Random& random, std::size_t pieces) {
     }
   }
   text = from_utf8(bytes, richtext::decode_western);
-  if (random.one_in(4)) bytes.insert(0, "\xEF\xBB\xBF");
-  return {bytes, text};
+  const bool has_mark = random.one_in(4);
+  if (has_mark) bytes.insert(0, "\xEF\xBB\xBF");
+  return {bytes, text, has_mark};
 }
 
 std::u16string rtf_of(test::Random& random, std::size_t pieces) {
@@ -115,8 +117,8 @@ Input random_rtf(test::Random& random, std::size_t pieces) {
   if (random.one_in(20)) rtf.insert(0, u"no RTF");
   if (random.one_in(5)) return in_utf16(random, rtf);
   const std::string bytes = random.one_in(2) ? richtext::rtf_to_bytes(rtf) : to_utf8(rtf);
-  if (!is_rtf(bytes)) return {bytes, from_utf8(bytes, richtext::decode_western)};
-  return {bytes, richtext::rtf_from_bytes(bytes)};
+  if (!is_rtf(bytes)) return {bytes, from_utf8(bytes, richtext::decode_western), false};
+  return {bytes, richtext::rtf_from_bytes(bytes), false};
 }
 
 Options random_options(test::Random& random) {
@@ -309,11 +311,12 @@ TEST(Convert, StreamsCutAnywhereGiveWhatTheMembersGive) {
   const Common::ConversionSlots slots;
   for (std::uint32_t i = 0; i < 2000; ++i) {
     test::Random random(test::base_seed() + i);
-    const Options options = random_options(random);
+    Options options = random_options(random);
     // Now and then more than is written at once.
     const std::size_t pieces = random.one_in(25) ? 20000 : random.below(12);
     const Input input =
         options.from == InputFormat::rtf ? random_rtf(random, pieces) : random_text(random, pieces);
+    options.is_file = options.is_file || input.has_mark;
     SCOPED_TRACE(random.describe() + " from " + std::to_string(static_cast<int>(*options.from)) +
                  " to " + std::to_string(static_cast<int>(options.to)) + " " +
                  (options.way == Way::lossless ? "lossless " : "stated ") +
@@ -381,7 +384,8 @@ TEST(Convert, StringsInUtf16AndUtf8ConvertAlike) {
   };
   for (std::uint32_t i = 0; i < 2000; ++i) {
     test::Random random(test::base_seed() + i);
-    const std::u16string text = random.text(text_pieces(), random.below(20));
+    const std::u16string text =
+        std::u16string(random.below(2), u'\uFEFF') + random.text(text_pieces(), random.below(20));
     SCOPED_TRACE(random.describe() + " " + test::shown(text));
     const std::string bytes = to_utf8(text);
     EXPECT_EQ(rtf_from_markup(bytes), richtext::rtf_to_bytes(rtf_from_markup(text)));

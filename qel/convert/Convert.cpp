@@ -125,7 +125,7 @@ class Converter::Stages {
   }
 
   bool begin_and_feed(std::string_view bytes, bool is_last) {
-    const Mark mark = mark_of(bytes);
+    const Mark mark = options_.is_file ? mark_of(bytes) : Mark{};
     const bool begins_rtf = is_rtf(bytes);
     const bool begins_html = options_.is_file && !options_.from && !begins_rtf &&
                              options_.html_reader.is_html &&

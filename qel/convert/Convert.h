@@ -11,7 +11,7 @@
 
 /// Conversions of formatted text between its formats.
 ///
-/// Broken RTF and broken markup are text, not errors. Input that begins with a byte order mark is
+/// Broken RTF and broken markup are text, not errors. A file that begins with a byte order mark is
 /// in UTF-16 or UTF-8. RTF without one is bytes of the code page that it declares; all else is
 /// UTF-8, in which each invalid byte is read in code page 1252. Output is UTF-8, and RTF is ASCII.
 /// RTF that mail stores keep compressed (`richtext/CompressedRtf.h`) is RTF.
@@ -61,8 +61,8 @@ bool is_rtf(std::string_view bytes);
 std::u16string decode_text(std::string_view bytes);
 
 /// The everyday conversions of strings, lossless unless `options` say otherwise, whose formats do
-/// not matter. A `std::string` is UTF-8, RTF in it is bytes, and a byte order mark at
-/// its beginning is read as above. A line break at the end of markup is kept.
+/// not matter. A `std::string` is UTF-8, and RTF in it is bytes. Strings are no files: a byte order
+/// mark is a character of the text, and a line break at the end of markup is kept.
 std::string rtf_from_markup(std::string_view markup, const Options& options = {});
 std::string markup_from_rtf(std::string_view rtf, const Options& options = {});
 std::string text_from_markup(std::string_view markup, const Options& options = {});

@@ -59,8 +59,9 @@ struct Options {
   Way way = Way::lossless;
   /// What else of RTF is kept.
   richtext::RtfExtras extras;
-  /// Whether the input is a file of lines: it is refused where it is binary, and in the lossless
-  /// way the line break at its end is not part of its markup.
+  /// Whether the input is a file of lines: a byte order mark tells its encoding, it is refused
+  /// where it is binary, and in the lossless way the line break at its end is not part of its
+  /// markup.
   bool is_file = true;
   HtmlOptions html;        ///< how HTML is written
   HtmlReader html_reader;  ///< none: HTML cannot be read

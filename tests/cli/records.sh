@@ -25,8 +25,9 @@ gives "no such field, blank lines, names with escapes, a break at the end" \
   $'{}\n\n \t\n{"n\\u006fte":"a\\n"}\n{"note":"b\\n\\u0001"}' \
   text '{}\n\n \t\n{"n\\u006fte":"a\\n"}\n{"note":"b\\r\\n\\u0001"}' --json-lines note
 gives "backslashes" '{"n":"\\\"","m":"\\"}' text '{"n":"\\\\\\"","m":"\\\\"}' --json-lines m
-gives "RTF and markup by their first bytes" $'{"n":"/b1r/b0"}\n{"n":"<u>/i1m/i0"}\n' \
-  piped '{"n":"{\\\\rtf1\\\\b r}"}\n{"n":"<u>/i1m"}\n' --json-lines n --to qel
+gives "RTF and markup by their first bytes, no encodings" \
+  $'{"n":"/b1r/b0"}\n{"n":"<u>/i1m/i0"}\n{"n":"\xef\xbb\xbfx"}\n' \
+  piped '{"n":"{\\\\rtf1\\\\b r}"}\n{"n":"<u>/i1m"}\n{"n":"\\ufeffx"}\n' --json-lines n --to qel
 gives "numbers of any size" '{"i":-123456789012345678901234567890,"n":"x","f":[1e999]}' \
   text '{"i":-123456789012345678901234567890,"n":"/b1x","f":[1e999]}' --json-lines n
 
