@@ -28,6 +28,9 @@ gives "backslashes" '{"n":"\\\"","m":"\\"}' text '{"n":"\\\\\\"","m":"\\\\"}' --
 gives "RTF and markup by their first bytes, no encodings" \
   $'{"n":"/b1r/b0"}\n{"n":"<u>/i1m/i0"}\n{"n":"\xef\xbb\xbfx"}\n' \
   piped '{"n":"{\\\\rtf1\\\\b r}"}\n{"n":"<u>/i1m"}\n{"n":"\\ufeffx"}\n' --json-lines n --to qel
+deep=$(printf '[%.0s' {1..3000})$(printf ']%.0s' {1..3000})
+gives "halves of surrogate pairs, deep nesting" '{"n":"�x😀�","d":'"$deep"',"o":"\udc00\\ud800"}' \
+  text '{"n":"\\ud800/b1x\\uD83D\\uDE00\\udc00","d":'"$deep"',"o":"\\udc00\\\\ud800"}' --json-lines n
 gives "numbers of any size" '{"i":-123456789012345678901234567890,"n":"x","f":[1e999]}' \
   text '{"i":-123456789012345678901234567890,"n":"/b1x","f":[1e999]}' --json-lines n
 
