@@ -31,19 +31,6 @@ InputFormat format_of(std::optional<InputFormat> named, bool is_rtf) {
   return named ? InputFormat::text : InputFormat::qel;
 }
 
-/// Whether the beginning of an input without a byte order mark is no text at all.
-bool is_binary(std::string_view bytes) {
-  constexpr std::size_t text_characters_for_a_control = 10;
-  constexpr std::string_view harmless = "\t\n\r\f\x1B";
-  if (bytes.starts_with("%PDF-") || bytes.find('\0') != std::string_view::npos) return true;
-  const auto is_control = [=](char c) {
-    return static_cast<std::uint8_t>(c) < ' ' && harmless.find(c) == std::string_view::npos;
-  };
-  const auto controls =
-      static_cast<std::size_t>(std::count_if(bytes.begin(), bytes.end(), is_control));
-  return controls * text_characters_for_a_control > bytes.size();
-}
-
 bool writes_rtf(OutputFormat format) {
   return format == OutputFormat::rtf || format == OutputFormat::rtf_body ||
          format == OutputFormat::simple_rtf;
@@ -56,6 +43,20 @@ bool is_rtf(std::string_view bytes) {
   std::u16string beginning;
   append_decoded(beginning, bytes.substr(mark.length, enough_to_tell), mark.encoding, false);
   return richtext::is_rtf(beginning);
+}
+
+bool is_binary(std::string_view bytes) {
+  constexpr std::size_t text_characters_for_a_control = 10;
+  constexpr std::string_view harmless = "\t\n\r\f\x1B";
+  if (mark_of(bytes).length > 0) return false;
+  bytes = bytes.substr(0, enough_to_tell);
+  if (bytes.starts_with("%PDF-") || bytes.find('\0') != std::string_view::npos) return true;
+  const auto is_control = [=](char c) {
+    return static_cast<std::uint8_t>(c) < ' ' && harmless.find(c) == std::string_view::npos;
+  };
+  const auto controls =
+      static_cast<std::size_t>(std::count_if(bytes.begin(), bytes.end(), is_control));
+  return controls * text_characters_for_a_control > bytes.size();
 }
 
 std::u16string decode_text(std::string_view bytes) {
@@ -131,8 +132,7 @@ class Converter::Stages {
                              options_.html_reader.is_html &&
                              options_.html_reader.is_html(bytes.substr(0, enough_to_tell));
     const bool is_named = options_.from && !options_.is_from_guessed;
-    if (options_.is_file && !is_named && !begins_rtf && mark.length == 0 &&
-        is_binary(bytes.substr(0, enough_to_tell))) {
+    if (options_.is_file && !is_named && !begins_rtf && is_binary(bytes)) {
       throw Error(Error::type_mismatch, "convert",
                   "the input is neither text nor RTF nor HTML, but binary data");
     }

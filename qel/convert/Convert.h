@@ -57,6 +57,8 @@ std::string convert(std::string_view bytes, const Options& options);
 
 /// Whether the bytes of a file are an RTF document.
 bool is_rtf(std::string_view bytes);
+/// Whether the bytes of a file, by how they begin, are no text in any encoding.
+bool is_binary(std::string_view bytes);
 /// The text of a file in the encodings above. A byte order mark is dropped.
 std::u16string decode_text(std::string_view bytes);
 

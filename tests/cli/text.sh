@@ -110,6 +110,7 @@ breaks 2 '--indent leaves no room' "$qel" render a.qel -o x.svg --width 30 --ind
 printf '{\\rtf1 x}' >x.rtf
 breaks 1 'x.rtf is RTF' text plain x.rtf
 breaks 1 'x.rtf is RTF' "$qel" lint x.rtf
+breaks 1 'standard input is not text' bash -c "printf 'GIF8\0' | $qel lint"
 breaks 2 "'--jsno' is not an option" "$qel" lint --jsno
 breaks 1 'cannot write none/x.svg' "$qel" render a.qel -o none/x.svg
 
