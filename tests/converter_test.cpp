@@ -8,6 +8,7 @@
 #include <string>
 #include <string_view>
 
+#include "qel/base/Error.h"
 #include "qel/convert/Convert.h"
 
 namespace qel::convert {
@@ -68,21 +69,70 @@ TEST(Converter, EndsWhereTheCallerSaysSo) {
   EXPECT_LT(output.size(), 64U << 10U);
 }
 
-TEST(Converter, PassesOnWhatTheSinkRaises) {
+/// Where all is read before anything is written, most of the time may still be to come.
+TEST(Converter, EndsWhereTheCallerSaysSoAfterAllIsRead) {
+  const std::string text = "{\\rtf1 " + std::string(100000, 'x') + "\\b y}";
+  Options html = options_for(InputFormat::html, OutputFormat::text);
+  html.html_reader.read = [](std::string_view, const auto& base, auto& sink) {
+    const auto format = sink.intern(base);
+    for (int i = 0; i < 10000; ++i) sink.text(u"0123456789", format);
+    sink.finish({});
+    return richtext::DroppedParts();
+  };
+  Options normal = options_for(InputFormat::qel, OutputFormat::qel);
+  normal.normalizes = true;
+  for (Options options : {options_for(InputFormat::rtf, OutputFormat::rtf), html, normal,
+                          options_for(InputFormat::rtf, OutputFormat::simple_rtf, Way::stated),
+                          options_for(InputFormat::text, OutputFormat::segments, Way::stated),
+                          options_for(InputFormat::qel, OutputFormat::qel, Way::stated)}) {
+    const std::string whole = convert(text, options);
+    int questions = 0;
+    int last_question = 0;
+    options.stop = [&] { return ++questions == last_question; };
+    for (const bool ends : {false, true}) {
+      last_question = ends ? questions : 0;  // the last one there was
+      questions = 0;
+      std::string output;
+      Converter converter(options, [&](std::string_view bytes) { output.append(bytes); });
+      converter.push(text);
+      const int while_reading = questions;
+      ASSERT_EQ(converter.finish().is_stopped, ends);
+      ASSERT_GT(questions, while_reading + 1);
+      ASSERT_TRUE(whole.starts_with(output));
+      ASSERT_EQ(output.size() < whole.size(), ends);
+    }
+  }
+  Options options;
+  int questions = 0;
+  options.stop = [&] { return ++questions > 2; };
+  const std::u16string markup(1000000, u'x');
+  EXPECT_LT(rtf_from_markup(markup, options).size(), markup.size() / 10);
+  EXPECT_EQ(questions, 3);
+}
+
+TEST(Converter, RaisesErrorsAgain) {
   for (const Way way : {Way::lossless, Way::stated}) {
     for (const OutputFormat to :
          {OutputFormat::text, OutputFormat::rtf, OutputFormat::simple_rtf}) {
       const Options options = options_for(InputFormat::qel, to, way);
       const Sink full = [](std::string_view) { throw std::length_error("full"); };
+      Converter converter(options, full);
       EXPECT_THROW(
           {
-            Converter converter(options, full);
             converter.push(std::string(100000, 'x'));
             converter.finish();
           },
           std::length_error);
+      EXPECT_THROW(converter.push("x"), std::length_error);
+      EXPECT_THROW(converter.finish(), std::length_error);
     }
   }
+  std::string output;
+  Converter refused({}, [&](std::string_view bytes) { output.append(bytes); });
+  EXPECT_THROW(refused.push(std::string(5000, '\0')), Error);
+  EXPECT_THROW(refused.push(std::string(5000, 'x')), Error);
+  EXPECT_THROW(refused.finish(), Error);
+  EXPECT_EQ(output, "");
 }
 
 TEST(Converter, EndsWithTheDocument) {

@@ -6,6 +6,7 @@
 #include <utility>
 
 #include "qel/base/Error.h"
+#include "qel/base/Utf16.h"
 #include "qel/base/Utf8.h"
 #include "qel/convert/ByteInput.h"
 #include "qel/convert/Flow.h"
@@ -77,7 +78,7 @@ class Converter::Stages {
   ~Stages() = default;
 
   bool push(std::string_view bytes) {
-    if (flow_ && has_ended()) return false;
+    if (has_ended()) return false;
     report_.bytes_in += bytes.size();
     if (!flow_) {
       if (is_packed_) return keep_packed(bytes);
@@ -96,20 +97,28 @@ class Converter::Stages {
   Report finish() {
     if (flow_) {
       feed({}, true);
-    } else {
+    } else if (!report_.is_stopped) {
       const std::string beginning = std::exchange(beginning_, {});
       is_packed_ = is_packed(beginning);
       begin_and_feed(is_packed_ ? richtext::unpack_rtf(beginning) : beginning, true);
     }
-    if (!report_.is_stopped) {
-      flow_->finish();
-      flow_->drain(take_, true);
-      flow_->report(report_);
-    }
+    if (!report_.is_stopped) write_rest();
     return report_;
   }
 
  private:
+  /// What is left to do when all is read may be most of the work.
+  void write_rest() {
+    try {
+      is_all_read_ = true;
+      flow_->finish();
+      flow_->drain(take_, true);
+      flow_->report(report_);
+    } catch (const Stopped&) {
+      report_.is_stopped = true;
+    }
+  }
+
   bool is_packed(std::string_view bytes) const {
     const bool may_be = options_.from ? *options_.from == InputFormat::rtf : options_.is_file;
     return may_be && richtext::is_compressed_rtf(bytes);
@@ -168,7 +177,7 @@ class Converter::Stages {
     report_.bytes_in = mark_length_ + units_read_ * (is_utf16 ? 2 : 1);
   }
 
-  bool has_ended() const { return report_.is_stopped || flow_->is_closed(); }
+  bool has_ended() const { return report_.is_stopped || (flow_ && flow_->is_closed()); }
 
   /// Adds the bytes to the text that is not read yet.
   void decode(std::string_view bytes, bool is_last) {
@@ -192,6 +201,7 @@ class Converter::Stages {
   }
 
   void write(std::u16string_view text) {
+    if (is_all_read_) ask_to_stop(options_);
     bytes_.clear();
     if (writes_rtf(options_.to)) {
       richtext::append_rtf_bytes(bytes_, text);
@@ -209,6 +219,7 @@ class Converter::Stages {
   bool is_packed_ = false;
   Encoding encoding_ = Encoding::utf8;
   std::unique_ptr<Flow> flow_;
+  bool is_all_read_ = false;
   std::string cut_;  // the beginning of a character
   std::u16string window_;
   std::size_t mark_length_ = 0;
@@ -223,9 +234,24 @@ Converter::Converter(const Options& options, Sink sink)
 
 Converter::~Converter() = default;
 
-bool Converter::push(std::string_view bytes) { return stages_->push(bytes); }
+template <class Work>
+auto Converter::unless_failed(Work work) {
+  if (error_) std::rethrow_exception(error_);
+  try {
+    return work();
+  } catch (...) {
+    error_ = std::current_exception();
+    throw;
+  }
+}
 
-Report Converter::finish() { return stages_->finish(); }
+bool Converter::push(std::string_view bytes) {
+  return unless_failed([&] { return stages_->push(bytes); });
+}
+
+Report Converter::finish() {
+  return unless_failed([&] { return stages_->finish(); });
+}
 
 Report convert(const Source& source, const Sink& sink, const Options& options) {
   Converter converter(options, sink);
@@ -260,15 +286,38 @@ std::string converted(std::string_view text, const Options& options, InputFormat
   return convert(text, with_formats(options, from, to));
 }
 
+void read_in_parts(Flow& flow, std::u16string_view text, const Flow::Take& take,
+                   const Options& options) {
+  bool is_last = false;
+  for (std::size_t length = part_size; !is_last && !flow.is_closed();) {
+    if (length < text.size() && is_high_surrogate(text[length - 1])) ++length;
+    is_last = length >= text.size();
+    const std::size_t read = flow.read(text.substr(0, length), is_last);
+    text.remove_prefix(read);
+    // A word that goes on and on is looked at again only when there is twice as much of it.
+    length = std::max(part_size, 2 * (length - read));
+    flow.drain(take, false);
+    ask_to_stop(options);
+  }
+}
+
 std::u16string converted(std::u16string_view text, const Options& options, InputFormat from,
                          OutputFormat to) {
   const Options all = with_formats(options, from, to);
   const auto flow = make_flow(all, format_of(from, richtext::is_rtf(text)),
                               RtfReader::Units::characters, u"\r\n");
   std::u16string output;
-  flow->read(text, true);
-  flow->finish();
-  flow->drain([&](std::u16string_view piece) { output.append(piece); }, true);
+  const auto take = [&](std::u16string_view piece) {
+    ask_to_stop(all);
+    output.append(piece);
+  };
+  try {
+    read_in_parts(*flow, text, take, all);
+    flow->finish();
+    flow->drain(take, true);
+  } catch (const Stopped&) {
+    // What there is of the output is the answer.
+  }
   return output;
 }
 

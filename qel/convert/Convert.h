@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstddef>
+#include <exception>
 #include <functional>
 #include <memory>
 #include <string>
@@ -33,7 +34,7 @@ using Source = std::function<std::size_t(char* buffer, std::size_t size)>;
 /// A conversion whose input is pushed into it, piece by piece, cut anywhere.
 class Converter {
  public:
-  /// Raises what `sink` raises from all members.
+  /// Raises what `sink` raises from all members. After an error, the members raise it again.
   Converter(const Options& options, Sink sink);
   Converter(const Converter&) = delete;
   Converter& operator=(const Converter&) = delete;
@@ -47,7 +48,11 @@ class Converter {
 
  private:
   class Stages;
+  template <class Work>
+  auto unless_failed(Work work);
+
   std::unique_ptr<Stages> stages_;
+  std::exception_ptr error_;
 };
 
 /// Pulls the input and writes the output.

@@ -132,6 +132,10 @@ std::unique_ptr<Flow> make_plain_flow(const Options& options, InputFormat from,
 
 }  // namespace
 
+void ask_to_stop(const Options& options) {
+  if (options.stop && options.stop()) throw Stopped();
+}
+
 bool has_formats(OutputFormat format) { return format != OutputFormat::text; }
 
 void count_formats(Dropped& dropped, const rtf::LackingFormats& lacking) {
@@ -146,10 +150,10 @@ std::unique_ptr<Flow> make_flow(const Options& options, InputFormat from,
       options.normalizes && options.to == OutputFormat::qel && options.way == Way::lossless;
   // Markup is taken as it is: what it says to conversions to RTF alone is not lost then.
   const bool is_source = normalizes && from == InputFormat::qel && options.switches == Switches();
-  if (is_source) return std::make_unique<NormalizingFlow>(nullptr, options.is_file);
+  if (is_source) return std::make_unique<NormalizingFlow>(nullptr, options.is_file, options);
   auto flow = make_plain_flow(options, from, units, line_break);
   if (!normalizes) return flow;
-  return std::make_unique<NormalizingFlow>(std::move(flow), false);
+  return std::make_unique<NormalizingFlow>(std::move(flow), false, options);
 }
 
 richtext::CharFormat base_format(const Options& options) {

@@ -36,6 +36,11 @@ class Flow {
 std::unique_ptr<Flow> make_flow(const Options& options, InputFormat from,
                                 richtext::RtfReader::Units units, std::u16string_view line_break);
 
+/// Raised within a conversion that its caller ends.
+struct Stopped {};
+/// Raises it if the caller says so.
+void ask_to_stop(const Options& options);
+
 /// Whether formats in it are numbers of the tables, so that those which the tables lack are
 /// dropped.
 bool has_formats(OutputFormat format);

@@ -67,8 +67,10 @@ struct Options {
   HtmlReader html_reader;  ///< none: HTML cannot be read
   /// Whether markup is written in the shortest way. It is all in memory then. Lossless only.
   bool normalizes = false;
-  /// Asked every few thousand bytes that are read; when it says yes, the conversion ends where it
-  /// is. What has to be read whole (see `Converter`) is not interrupted after that.
+  /// Asked every few thousand bytes that are read, and then while the rest is written; when it says
+  /// yes, the conversion ends where it is. Conversions that have all of a text in memory work in
+  /// steps and ask between them: in each of them 100 MB take a second or so, but the parser of HTML
+  /// takes ten times as long.
   std::function<bool()> stop;
 };
 

@@ -37,16 +37,20 @@ void in_parts(std::u16string_view text, const Flow::Take& take) {
   }
 }
 
-void write_segments(const SegmentCollection& segments, bool line_codes, RunSink& sink) {
+void write_segments(const SegmentCollection& segments, bool line_codes, Writer& writer,
+                    const Flow::Take& take) {
+  constexpr std::size_t enough = std::size_t{1} << 15U;
   const auto breaks = [&](std::int32_t count) {
-    for (; line_codes && count > 0; --count) sink.line_break({});
+    for (; line_codes && count > 0; --count) writer.line_break({});
   };
   for (const auto& segment : segments) {
     breaks(segment->line_codes_before());
-    sink.text(restore_escaped_codes(segment->get_Text()), segment->code_state());
+    writer.text(restore_escaped_codes(segment->get_Text()), segment->code_state());
+    if (writer.size() >= enough) writer.drain(take);
   }
   breaks(segments.line_codes_at_end());
-  sink.finish();
+  writer.finish();
+  writer.drain_all(take);
 }
 
 void drop_last_blank(SegmentCollection& segments) {
@@ -96,6 +100,7 @@ class Conversion {
         return in_parts(parser_.QELToRTFWithoutTables(markup), take_);
       case OutputFormat::simple_rtf:
         markup = parser_.QELToRTF(markup, fonts_, colors());
+        ask_to_stop(options_);
         return in_parts(parser_.SimpleRTF(markup, fonts_, colors()), take_);
       default:
         return write_decoded(std::move(markup), true);
@@ -121,7 +126,9 @@ class Conversion {
   void from_text(std::u16string_view text) {
     const richtext::CharFormat base = base_format(options_);
     const richtext::Document document = richtext::plain_document(text, base);
+    ask_to_stop(options_);
     const std::u16string rtf = richtext::write_rtf(document, {0, document.size()}, base);
+    ask_to_stop(options_);
     if (options_.to == OutputFormat::rtf) return in_parts(rtf, take_);
     from_rtf(rtf);
   }
@@ -129,7 +136,9 @@ class Conversion {
  private:
   const QELIndexColors& colors() const { return *options_.colors; }
   std::u16string markup_of(std::u16string_view rtf) const {
-    return parser_.RTFToQEL(rtf, fonts_, colors());
+    std::u16string markup = parser_.RTFToQEL(rtf, fonts_, colors());
+    ask_to_stop(options_);
+    return markup;
   }
 
   /// Does for markup what the parser's switches do for RTF.
@@ -155,16 +164,15 @@ class Conversion {
     } else {
       decoder.put_QELText(markup);
     }
+    ask_to_stop(options_);
     const bool recognizes_breaks = options_.switches.recognize_crlf;
     const std::int32_t line_codes = recognizes_breaks ? ofLineCodes : ofMarkup;
     if (options_.to == OutputFormat::segments) {
       RunsJson json;
-      write_segments(*decoder.get_Segments(), recognizes_breaks, json);
-      json.drain_all(take_);
+      write_segments(*decoder.get_Segments(), recognizes_breaks, json, take_);
     } else if (options_.to == OutputFormat::html) {
       HtmlOutput html(options_);
-      write_segments(*decoder.get_Segments(), recognizes_breaks, html);
-      html.drain_all(take_);
+      write_segments(*decoder.get_Segments(), recognizes_breaks, html, take_);
     } else if (options_.to == OutputFormat::qelv6) {
       FormatUse used;
       for (const auto& segment : *decoder.get_Segments()) used.add(segment->code_state());
@@ -217,7 +225,7 @@ void NormalizingFlow::finish() {
 
 void NormalizingFlow::drain(const Take& take, bool all) {
   if (flow_) flow_->drain([this](std::u16string_view part) { markup_.append(part); }, all);
-  if (all) in_parts(normalized(markup_), take);
+  if (all) in_parts(normalized(markup_, [this] { ask_to_stop(options_); }), take);
 }
 
 /// Makes RTF of the input, which is HTML.
@@ -236,6 +244,7 @@ void StatedFlow::rewrite_html() {
 void StatedFlow::prepare_rtf() {
   if (units_ == richtext::RtfReader::Units::bytes) {
     input_ = richtext::rtf_from_bytes(bytes_of(input_));
+    ask_to_stop(options_);
   }
   const richtext::CharFormat base = base_format(options_);
   richtext::Document document;
@@ -243,6 +252,7 @@ void StatedFlow::prepare_rtf() {
   RtfInput reader(base, builder, richtext::RtfReader::Units::characters, options_.extras);
   reader.read(input_, true);
   reader.finish();
+  ask_to_stop(options_);
   if (from_ == InputFormat::rtf) reader.report(report_);
   if (has_formats(options_.to)) {
     const rtf::TableIndexes indexes(options_.fonts, *options_.colors, rtf::Origin::rtf,
@@ -255,6 +265,7 @@ void StatedFlow::prepare_rtf() {
   }
   if (options_.extras != richtext::RtfExtras()) {
     input_ = richtext::write_rtf(document, {0, document.size()}, base);
+    ask_to_stop(options_);
   }
 }
 
@@ -275,6 +286,7 @@ void StatedFlow::drain(const Take& take, bool all) {
       return conversion.from_text(input_);
     case InputFormat::html:
       rewrite_html();
+      ask_to_stop(options_);
       prepare_rtf();
       return conversion.from_rtf(input_);
   }
