@@ -139,7 +139,10 @@ Parts random_runs(test::Random& random) {
 }
 
 TEST(Html, ReadsBackWhatItWrites) {
-  const Tables tables;
+  Tables tables;  // in which each font has a name
+  for (std::int16_t i = 4; i <= 9; ++i) {
+    tables.fonts.put_Font(i, std::u16string(u"Font ") + u"456789"[i - 4]);
+  }
   for (std::uint32_t i = 0; i < 4000; ++i) {
     test::Random random(test::base_seed() + i);
     SCOPED_TRACE(random.describe());
@@ -193,6 +196,7 @@ TEST(HtmlWriter, WritesElements) {
       {{{u"n", note}},
        {},
        "<span style=\"color:#c0c000\"><span style=\"font-family:'Courier New'\">n</span></span>"},
+      {{{u"x", {0, 4, 0}}, {u"y", {bold_bit, 9, 0}}}, {}, "x<b>y</b>"},
       {{{u"n", note}}, classes, "<span class=\"qel-y3\"><span class=\"qel-f2\">n</span></span>"},
       {{{u"a ", bold}, {u"note", note}, {u"\n", note}, {u"b", bold}},
        bare,

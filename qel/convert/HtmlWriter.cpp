@@ -189,6 +189,12 @@ std::u16string class_of(char16_t letter, std::size_t index) {
   return {u'q', u'e', u'l', u'-', letter, static_cast<char16_t>(u'0' + index)};
 }
 
+/// Whether an entry of the table is used.
+bool has_name(const QELIndexFonts& fonts, std::size_t index) {
+  const std::u16string name = fonts.get_Font(static_cast<std::int16_t>(index));
+  return !name.empty() && name != QELIndexFonts::unused;
+}
+
 /// The state as HTML shows it. An index that no table has stands for the default.
 CodeState shown(CodeState state) {
   constexpr std::int16_t last_index = 9;
@@ -210,6 +216,7 @@ HtmlWriter::HtmlWriter(std::u16string& out, const QELIndexFonts& fonts,
     const Color color = colors.get_Color(static_cast<std::int16_t>(i));
     const std::u16string_view begin = options.classes ? u"<span class" : u"<span style";
     font_tags_[i] = tag_with(begin, options.classes ? class_of(u'f', i) : css_font(names[i]));
+    if (!options.classes && !has_name(fonts, i)) nameless_fonts_ |= 1U << i;
     color_tags_[i] = tag_with(begin, options.classes ? class_of(u'y', i) : css_color(color));
   }
   if (options.whole_document) write_head(fonts, colors);
@@ -226,9 +233,12 @@ void HtmlWriter::write_head(const QELIndexFonts& fonts, const QELIndexColors& co
   out_.append(u"<style>\nbody{").append(css_defaults(fonts, colors)).append(u"}\n");
   for (std::size_t i = 1; i < names.size(); ++i) {
     const Color color = colors.get_Color(static_cast<std::int16_t>(i));
-    out_.append(u".").append(class_of(u'f', i)).append(u"{");
-    out_.append(css_font(names[i])).append(u"}\n.").append(class_of(u'y', i)).append(u"{");
-    out_.append(css_color(color)).append(u"}\n");
+    if (has_name(fonts, i)) {
+      out_.append(u".").append(class_of(u'f', i)).append(u"{");
+      out_.append(css_font(names[i])).append(u"}\n");
+    }
+    out_.append(u".").append(class_of(u'y', i)).append(u"{").append(css_color(color));
+    out_.append(u"}\n");
   }
   out_.append(u"</style>\n</head>\n<body>");
 }
@@ -239,10 +249,16 @@ bool HtmlWriter::is_left_out(const CodeState& state) const {
          (options_.without_note && state.color == note_color);
 }
 
+CodeState HtmlWriter::in_html(const CodeState& state) const {
+  CodeState visible = shown(state);
+  if ((nameless_fonts_ >> static_cast<unsigned>(visible.font) & 1U) != 0) visible.font = 0;
+  return visible;
+}
+
 void HtmlWriter::text(std::u16string_view text, const CodeState& state) {
   while (!text.empty() && is_forbidden(text.front())) text.remove_prefix(1);
   if (text.empty() || is_left_out(state)) return;
-  enter(shown(state), text.front() != u' ' && text.front() != u'\t');
+  enter(in_html(state), text.front() != u' ' && text.front() != u'\t');
   if (is_line_empty_ && text.front() == u'\uFEFF') {
     // In front of all other text it would be taken for a byte order mark.
     append_visible(u"&#xFEFF;");
@@ -254,7 +270,7 @@ void HtmlWriter::text(std::u16string_view text, const CodeState& state) {
 
 void HtmlWriter::line_break(const CodeState& state) {
   release_blanks(false);
-  const CodeState next = is_left_out(state) ? state_ : shown(state);
+  const CodeState next = is_left_out(state) ? state_ : in_html(state);
   if (!options_.paragraphs) {
     enter(next, false);
     out_.append(u"<br>");

@@ -58,6 +58,7 @@ class HtmlWriter : public RunSink {
 
   void write_head(const QELIndexFonts& fonts, const QELIndexColors& colors);
   bool is_left_out(const style_codes::CodeState& state) const;
+  style_codes::CodeState in_html(const style_codes::CodeState& state) const;
   void enter(const style_codes::CodeState& state, bool text_goes_on);
   void change(const style_codes::CodeState& state);
   void close_from(std::size_t depth);
@@ -72,6 +73,7 @@ class HtmlWriter : public RunSink {
   HtmlOptions options_;
   std::array<std::u16string, 10> font_tags_;
   std::array<std::u16string, 10> color_tags_;
+  unsigned nameless_fonts_ = 0;  // unused entries, as bits
 
   style_codes::CodeState state_;                    // of the elements that are open,
   std::array<std::uint8_t, element_count> open_{};  // the outermost first

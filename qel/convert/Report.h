@@ -12,7 +12,7 @@ namespace qel::convert {
 /// How much of the input the output lacks. Of RTF and HTML everything counts that reading drops.
 /// Formats count where the output has formats by their numbers in the tables, so not in plain text,
 /// nor in RTF that is rewritten as RTF, which keeps them all. Of markup, whose formats are those
-/// numbers, they count where it becomes RTF, or markup in the older code set.
+/// numbers, they count where it becomes RTF, HTML, or markup in the older code set.
 struct Dropped : richtext::DroppedParts {
   std::uint64_t fonts = 0;    ///< distinct ones of text or breaks that the table lacks
   std::uint64_t colors = 0;   ///< likewise

@@ -173,6 +173,7 @@ class Conversion {
     } else if (options_.to == OutputFormat::html) {
       HtmlOutput html(options_);
       write_segments(*decoder.get_Segments(), recognizes_breaks, html, take_);
+      html.count_lacking(dropped_);
     } else if (options_.to == OutputFormat::qelv6) {
       FormatUse used;
       for (const auto& segment : *decoder.get_Segments()) used.add(segment->code_state());
