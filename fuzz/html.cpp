@@ -21,7 +21,13 @@ using qel::richtext::Alignment;
 using qel::richtext::CharFormat;
 using qel::style_codes::CodeState;
 
-const qel::QELIndexFonts fonts;
+/// Each font has a name, since one without is not written.
+const qel::QELIndexFonts fonts = [] {
+  qel::QELIndexFonts named;
+  for (std::int16_t i = 4; i <= 9; ++i)
+    named.put_Font(i, std::u16string(u"Font ") + u"456789"[i - 4]);
+  return named;
+}();
 const qel::QELIndexColors colors;
 
 /// Parts of one state; a line feed is a break.

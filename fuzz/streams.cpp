@@ -69,6 +69,8 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   require(in_pieces(bytes, begun.size(), options, input) == convert::convert(bytes, options),
           "pieces convert as all at once");
   // Without a beginning, for marks of an encoding.
+  options.is_file = true;
+  convert::convert(input.bytes(), options);
   options.from.reset();
   options.is_file = false;  // files of binary data are refused
   convert::convert(input.bytes(), options);

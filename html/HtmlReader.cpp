@@ -81,6 +81,13 @@ std::string_view first_tag(std::string_view text) {
   }
 }
 
+/// Whether what follows a name ends a tag, or gives it attributes. A slash that may be the
+/// beginning of something else does not.
+bool goes_on_as_tag(std::string_view rest) {
+  if (rest.starts_with('>') || rest.starts_with("/>")) return true;
+  return !rest.empty() && is_space(rest.front()) && rest.find_first_of("=>") != rest.npos;
+}
+
 }  // namespace
 
 bool is_html(std::string_view bytes) {
@@ -90,19 +97,24 @@ bool is_html(std::string_view bytes) {
   if (has_clipboard_header(begin) || begins_with(begin, "<!doctype html")) return true;
   if (!begin.starts_with('<')) return false;
   const std::string_view name = begin.substr(1, begin.find_first_of(" \t\r\n\f/>", 1) - 1);
-  if (name.size() + 1 >= begin.size()) return false;
+  if (!goes_on_as_tag(begin.substr(name.size() + 1))) return false;
   const Tag* const tag = find_tag(name);
   return (tag != nullptr && name != "svg") || equals(name, "html") || equals(name, "head") ||
          equals(name, "meta");
 }
 
-void read_html(std::string_view bytes, const richtext::CharFormat& base,
-               richtext::DocumentSink& sink) {
+richtext::DroppedParts read_html(std::string_view bytes, const richtext::CharFormat& base,
+                                 richtext::DocumentSink& sink) {
   const std::string text = to_valid_utf8(bytes);
   const FilteredHtml filtered = filter_html(without_clipboard_header(text));
   const StyleSheet sheet(filtered.style_sheet);
   Arena arena;
-  TreeReader(sheet, base, sink).read(*parse(filtered.html, arena).root);
+  TreeReader reader(sheet, base, sink);
+  reader.read(*parse(filtered.html, arena).root);
+  richtext::DroppedParts dropped = reader.dropped();
+  dropped.pictures += filtered.pictures;
+  dropped.objects += filtered.objects;
+  return dropped;
 }
 
 convert::HtmlReader reader() { return {is_html, read_html}; }

@@ -22,8 +22,12 @@ constexpr std::size_t usual_formats = 2;
 constexpr std::string_view begin_of_fragment = "<!--StartFragment";
 constexpr std::string_view end_of_fragment = "<!--EndFragment";
 
-constexpr std::array<std::string_view, 11> kept_attributes = {
-    "align", "alt", "class", "color", "face", "hidden", "size", "start", "style", "type", "value"};
+constexpr std::array<std::string_view, 12> kept_attributes = {"align", "alt",    "class", "color",
+                                                              "face",  "hidden", "href",  "size",
+                                                              "start", "style",  "type",  "value"};
+
+constexpr std::array<std::string_view, 7> objects = {"applet", "audio",  "canvas", "embed",
+                                                     "iframe", "object", "video"};
 
 /// A tag as it stands in HTML.
 struct TagText {
@@ -173,12 +177,22 @@ class Filter {
       return;
     }
     at_ = text.end;
+    const bool is_content =
+        tag != nullptr && tag->kind != TagKind::hidden && tag->kind != TagKind::raw;
+    if (!is_end && !is_content) count_dropped(text.name);
     if (tag == nullptr) return;
     if (is_end) {
       end(*tag);
     } else {
       begin(*tag, text);
     }
+  }
+
+  void count_dropped(std::string_view name) {
+    if (is_muted_ || hidden_ != nullptr) return;
+    const auto is_name = [name](std::string_view other) { return equals(name, other); };
+    if (is_name("svg")) ++filtered_.pictures;
+    if (std::any_of(objects.begin(), objects.end(), is_name)) ++filtered_.objects;
   }
 
   void read_comment() {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstdint>
 #include <string>
 #include <string_view>
 
@@ -10,6 +11,8 @@ namespace qel::html {
 struct FilteredHtml {
   std::string html;
   std::string style_sheet;
+  std::uint64_t pictures = 0;  ///< what of the dropped content they were
+  std::uint64_t objects = 0;   ///< sounds, films, pages of others and the like
 };
 
 /// Drops comments, unknown elements' tags, attributes without meaning here, control characters and

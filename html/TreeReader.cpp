@@ -10,6 +10,7 @@
 #include "Ascii.h"
 #include "qel/base/Records.h"
 #include "qel/base/Utf8.h"
+#include "qel/richtext/FieldInstructions.h"
 
 namespace qel::html {
 namespace {
@@ -22,6 +23,11 @@ std::optional<int> parse_integer(std::string_view text) {
   const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number);
   if (error != std::errc()) return {};
   return number;
+}
+
+/// The input was made valid, and so are characters by their numbers.
+std::u16string characters_of(std::string_view text) {
+  return from_utf8(text, [](std::uint8_t byte) { return char16_t{byte}; });
 }
 
 std::u16string roman(int number) {
@@ -95,6 +101,22 @@ bool is_list(GumboTag tag) {
          tag == GUMBO_TAG_MENU;
 }
 
+/// Characters of text that is not displayed.
+std::size_t length_of_text(const GumboElement& element) {
+  std::size_t length = 0;
+  std::vector<const GumboElement*> left = {&element};
+  while (!left.empty()) {
+    const GumboVector& children = left.back()->children;
+    left.pop_back();
+    for (unsigned i = 0; i < children.length; ++i) {
+      const auto& child = *static_cast<const GumboNode*>(children.data[i]);
+      if (child.type == GUMBO_NODE_ELEMENT) left.push_back(&child.v.element);
+      if (child.type == GUMBO_NODE_TEXT) length += characters_of(child.v.text.text).size();
+    }
+  }
+  return length;
+}
+
 bool is_cell(GumboTag tag) { return tag == GUMBO_TAG_TD || tag == GUMBO_TAG_TH; }
 
 }  // namespace
@@ -127,7 +149,10 @@ void TreeReader::read(const GumboNode& root) {
 
 void TreeReader::enter(const GumboElement& element) {
   Style style = rules_.style_of(element, open_.back().style);
-  if (style.is_hidden) return;
+  if (style.is_hidden) {
+    dropped_.hidden += length_of_text(element);
+    return;
+  }
   if (element.tag == GUMBO_TAG_BR) {
     if (attribute(element, "class") != "Apple-interchange-newline") {
       lines_.line_break(text_style(style));
@@ -151,7 +176,32 @@ void TreeReader::enter(const GumboElement& element) {
   if (element.tag == GUMBO_TAG_HR) lines_.text(rule, text_style(style));
   frame.style = std::move(style);
   open_.push_back(std::move(frame));
+  count(element);
+  if (element.tag == GUMBO_TAG_SPAN) begin_link(element);
   if (element.tag == GUMBO_TAG_IMG) text(attribute(element, "alt").data());
+}
+
+void TreeReader::count(const GumboElement& element) {
+  if (element.tag == GUMBO_TAG_IMG) ++dropped_.pictures;
+  if (element.tag == GUMBO_TAG_TR) ++dropped_.rows;
+  if (is_cell(element.tag)) ++dropped_.cells;
+}
+
+void TreeReader::begin_link(const GumboElement& element) {
+  const std::string_view address = trimmed(attribute(element, "href"));
+  if (address.empty() || address.starts_with('#')) return;
+  end_link();
+  link_ = {open_.size(), characters_of(address), {}};
+}
+
+void TreeReader::end_link() {
+  if (!link_) return;
+  constexpr std::u16string_view blanks = u" \t\r\n\f";
+  std::u16string_view shown = link_->shown;
+  shown.remove_prefix(std::min(shown.find_first_not_of(blanks), shown.size()));
+  shown = shown.substr(0, shown.find_last_not_of(blanks) + 1);
+  if (!richtext::says_address(shown, link_->address)) ++dropped_.links;
+  link_.reset();
 }
 
 void TreeReader::begin_item(Frame& list, const GumboElement& item, Style& style) {
@@ -171,14 +221,14 @@ void TreeReader::leave() {
   if (tag == GUMBO_TAG_LI) lines_.end_item();
   if (tag == GUMBO_TAG_TR) lines_.end_row(frame.outer_row_has_content);
   if (frame.style.is_block) lines_.block_edge();
+  if (link_ && link_->depth == open_.size()) end_link();
   open_.pop_back();
 }
 
 void TreeReader::text(const char* text) {
   if (text == nullptr) return;
-  // The input was made valid, and so are characters by their numbers.
-  const std::u16string characters =
-      from_utf8(text, [](std::uint8_t byte) { return char16_t{byte}; });
+  const std::u16string characters = characters_of(text);
+  if (link_ && link_->shown.size() <= link_->address.size()) link_->shown.append(characters);
   lines_.text(characters, text_style(open_.back().style));
 }
 

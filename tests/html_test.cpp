@@ -53,6 +53,7 @@ class Collector : public richtext::DocumentSink {
   Parts parts;
   /// "{b Arial}text|": formats that are not the base's, and "|" for a break.
   std::string notes;
+  richtext::DroppedParts dropped;
 
  private:
   std::string& append_note(FormatId id) {
@@ -95,7 +96,7 @@ class Collector : public richtext::DocumentSink {
 
 Collector read(std::string_view bytes, const Tables& tables = {}) {
   Collector sink(tables);
-  html::read_html(bytes, tables.base(), sink);
+  sink.dropped = html::read_html(bytes, tables.base(), sink);
   return sink;
 }
 
@@ -138,7 +139,10 @@ Parts random_runs(test::Random& random) {
 }
 
 TEST(Html, ReadsBackWhatItWrites) {
-  const Tables tables;
+  Tables tables;  // in which each font has a name
+  for (std::int16_t i = 4; i <= 9; ++i) {
+    tables.fonts.put_Font(i, std::u16string(u"Font ") + u"456789"[i - 4]);
+  }
   for (std::uint32_t i = 0; i < 4000; ++i) {
     test::Random random(test::base_seed() + i);
     SCOPED_TRACE(random.describe());
@@ -192,6 +196,7 @@ TEST(HtmlWriter, WritesElements) {
       {{{u"n", note}},
        {},
        "<span style=\"color:#c0c000\"><span style=\"font-family:'Courier New'\">n</span></span>"},
+      {{{u"x", {0, 4, 0}}, {u"y", {bold_bit, 9, 0}}}, {}, "x<b>y</b>"},
       {{{u"n", note}}, classes, "<span class=\"qel-y3\"><span class=\"qel-f2\">n</span></span>"},
       {{{u"a ", bold}, {u"note", note}, {u"\n", note}, {u"b", bold}},
        bare,
@@ -278,6 +283,29 @@ TEST(HtmlReader, ReadsAsBrowsersShow) {
   for (const Case& test : cases) EXPECT_EQ(read(test.html).notes, test.expected) << test.html;
 }
 
+TEST(HtmlReader, CountsWhatItDrops) {
+  const Collector page = read(
+      "<head><title>t</title></head><img><a href=x><img alt=p></a><a href=' https://a.b/ '> a.b "
+      "</a>"
+      "<a href='mailto:c'><b>c</b> d</a><a href='#e'>e</a><a href=f>f<a href=g>h</a>"
+      "<svg><video></svg><audio></audio><object>o</object><iframe><embed></iframe>"
+      "<p hidden>ab <b style='display:inline'>c<img></b> </p><table hidden><td>d</table>"
+      "<table><tr><th>1<td>2<tr><td><table><td>3</table></table>"
+      "<!-- <img> --><script>'<svg>'</script>");
+  richtext::DroppedParts expected;
+  expected.pictures = 3;
+  expected.objects = 3;
+  expected.links = 3;
+  expected.hidden = 5;
+  expected.cells = 4;
+  expected.rows = 3;
+  EXPECT_EQ(page.dropped, expected)
+      << page.dropped.pictures << page.dropped.objects << page.dropped.links << page.dropped.hidden
+      << page.dropped.cells << page.dropped.rows;
+  EXPECT_EQ(read("<img><a href=x>y<!--StartFragment--><img>z<!--EndFragment--></a><svg>").dropped,
+            (richtext::DroppedParts{.pictures = 1, .links = 1}));
+}
+
 TEST(HtmlReader, ReadsEncodings) {
   using namespace std::string_view_literals;
   struct Case {
@@ -300,11 +328,13 @@ TEST(HtmlReader, ReadsEncodings) {
 TEST(HtmlReader, KnowsHtml) {
   for (const std::string_view html :
        {"<!DOCTYPE HTML>", "\xEF\xBB\xBF \n<HTML lang=en>", "<!-- c --><p>a", "<b>a</b>", "<br/>",
-        "Version:1.0\r\nStartHTML:000\r\n", "<?xml version='1.0'?><!doctype html>"}) {
+        "<img\nsrc='data:", "Version:1.0\r\nStartHTML:000\r\n",
+        "<?xml version='1.0'?><!doctype html>"}) {
     EXPECT_TRUE(html::is_html(html)) << html;
   }
-  for (const std::string_view other : {"", "<", "text <b>", "{\\rtf1 <b>}", "/b1a/b0", "<b1>",
-                                       "<svg xmlns='x'>", "<note>", "Version: 2"}) {
+  for (const std::string_view other :
+       {"", "<", "text <b>", "{\\rtf1 <b>}", "/b1a/b0", "<b1>", "<b", "<b/b1>", "<i one",
+        "<svg xmlns='x'>", "<note>", "Version: 2"}) {
     EXPECT_FALSE(html::is_html(other)) << other;
   }
 }

@@ -13,9 +13,9 @@ using namespace std::string_literals;
 
 std::string described(const Report& report) {
   std::string text = report.is_broken_off ? "broken off " : "";
-  for (const auto& [name, count] : dropped_kinds) {
-    if (report.dropped.*count == 0) continue;
-    text.append(name).append(" ").append(std::to_string(report.dropped.*count)).append(" ");
+  for (const DroppedKind& kind : dropped_kinds) {
+    if (report.dropped.*kind.count == 0) continue;
+    text.append(kind.name).append(" ").append(std::to_string(report.dropped.*kind.count)) += " ";
   }
   return text;
 }
@@ -57,6 +57,11 @@ TEST(Report, SaysWhatTheOutputLacks) {
       {In::qel, Out::rtf_body, Way::lossless, false, "/f7a", "\\f7 a\\f0 ", ""},
       {In::qel, Out::rtf, Way::lossless, false, "/f7a/f1b/f8", "", "fonts 1 "},
       {In::qel, Out::simple_rtf, Way::stated, false, "/f7a/f1b/f8c", "", "fonts 2 "},
+      {In::qel, Out::html, Way::lossless, false, "/f7a/f2b", "", "fonts 1 "},
+      {In::qel, Out::qelv6, Way::lossless, false, "/f3/k1a/f0/k0/y4b/y0/y2c/y0/f2/y3d",
+       "a/f0b/z1c/z0/f2d/f0", "fonts 1 colors 2 formats 1 "},
+      {In::qel, Out::qelv6, Way::stated, false, "/f3/k1a/f0/k0/y3b", "a/f0b",
+       "fonts 1 colors 1 formats 1 "},
   };
   test::Random random(test::base_seed());
   for (const Row& row : rows) {

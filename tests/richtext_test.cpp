@@ -111,7 +111,7 @@ TEST(RtfReader, UnderstandsWords) {
   }
 }
 
-std::string described(const RtfCounts& counts) {
+std::string described(const DroppedParts& counts) {
   const std::pair<std::string_view, std::uint64_t> all[] = {
       {"pictures", counts.pictures}, {"objects", counts.objects}, {"cells", counts.cells},
       {"rows", counts.rows},         {"notes", counts.notes},     {"headers", counts.headers},
@@ -141,7 +141,7 @@ TEST(RtfReader, KeepsOnRequestWhatItDropsAndCounts) {
        u"[u]x[]y (http://a/\\b#c).", "links 1 "},
       {R"({\field{\fldinst hyperlink a.b}{\fldrslt{\pict 00}}}{\field{\fldinst HYPERLINK http://a.b/}{\fldrslt a.b}})"
        R"({\field{\fldinst HYPERLINK \\l "p"}{\fldrslt q}}{\field{\fldinst HYPERLINK mailto:c}{\fldrslt{\field{\fldinst HYPERLINK d}{\fldrslt c}}}}.)",
-       u"[](a.b)a.bqc (d) (mailto:c).", "pictures 1 links 4 "},
+       u"[](a.b)a.bqc (d) (mailto:c).", "pictures 1 links 2 "},
       {R"(a{\*\shppict{\pict{\*\picprop{\sp{\sn wzName}{\sv b}}{\sp{\sn wzDescription}{\sv c\u233?}}}\bin2 {}00}}{\nonshppict{\pict}})"
        R"({\shp{\*\shpinst{\sp{\sn pib}{\sv{\pict 00}}}{\sp{\sn wzDescription}{\sv d}}{\shptxt e\par}}})",
        u"[]a [c\\u00E9] [d]\\u000D\\u000Ae\\u000D\\u000A", "pictures 2 "},

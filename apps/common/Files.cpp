@@ -114,6 +114,22 @@ std::string read_file(const std::string& path) {
   return bytes;
 }
 
+bool is_same_file(const std::string& input, const std::string& output) {
+  const auto find = [](const std::string& name, int standard, struct stat& status) {
+    return name == standard_stream ? fstat(standard, &status) : stat(name.c_str(), &status);
+  };
+  struct stat read = {};
+  struct stat written = {};
+  return find(input, STDIN_FILENO, read) == 0 && find(output, STDOUT_FILENO, written) == 0 &&
+         S_ISREG(read.st_mode) && read.st_dev == written.st_dev && read.st_ino == written.st_ino;
+}
+
+void refuse_to_write_while_reading(const std::string& input, const std::string& output) {
+  if (output == standard_stream && is_same_file(input, output)) {
+    throw FileError("standard output is the file that is read; -o FILE writes to another");
+  }
+}
+
 OutputFile::OutputFile(std::string path) : path_(std::move(path)) {
   if (path_ == standard_stream) {
     descriptor_ = STDOUT_FILENO;

@@ -23,6 +23,12 @@ class ReaderHasGone : public std::exception {};
 
 std::string read_file(const std::string& path);
 
+/// Whether two names, "-" for standard input and output, are those of one regular file.
+bool is_same_file(const std::string& input, const std::string& output);
+/// Raises a `FileError` where standard output goes to the file that is read, which it overwrites
+/// or, where it is appended, makes longer without end.
+void refuse_to_write_while_reading(const std::string& input, const std::string& output);
+
 /// Ends the waiting of other threads for input.
 class Cancellation {
  public:

@@ -18,6 +18,7 @@
 #include "Files.h"
 #include "Progress.h"
 #include "UsageError.h"
+#include "qel/base/Error.h"
 #include "qel/convert/Convert.h"
 
 namespace qel::command {
@@ -71,18 +72,27 @@ bool has_newer_output(const Task& task) {
 
 std::string name_of(const Task& task) { return task.input == "-" ? "standard input" : task.input; }
 
+/// Raises an error where a file would be replaced by what can no longer be read as what it was.
+void refuse_to_lose(const Task& task, convert::InputFormat from, convert::OutputFormat to) {
+  if (convert::is_same_format(from, to) || !is_same_file(task.input, task.output)) return;
+  throw FileError("cannot write " + task.output +
+                  ": it is the input, and its format would be another");
+}
+
 std::unique_ptr<OutputFile> converted(const Task& task, convert::Options options,
                                       Reports& reports) {
+  refuse_to_write_while_reading(task.input, task.output);
   if (!options.from) {
     options.from = convert::input_format_of_file(task.input);
     options.is_from_guessed = true;
   }
   const InputFile input(task.input);
   auto output = std::make_unique<OutputFile>(task.output);
-  reports.add(
-      name_of(task),
+  const convert::Report report =
       convert::convert([&](char* bytes, std::size_t size) { return input.read_some(bytes, size); },
-                       [&](std::string_view bytes) { output->write(bytes); }, options));
+                       [&](std::string_view bytes) { output->write(bytes); }, options);
+  refuse_to_lose(task, report.from, options.to);
+  reports.add(name_of(task), report);
   return output;
 }
 
@@ -108,6 +118,8 @@ bool try_task(const Task& task, const convert::Options& options, OutputGroup& ou
     progress.report(error.what() + hint_on(task.input));
   } catch (const std::bad_alloc&) {
     progress.report("cannot convert " + name + ": out of memory");
+  } catch (const Error& error) {
+    progress.report("cannot convert " + name + ": " + error.description());
   } catch (const std::exception& error) {
     progress.report("cannot convert " + name + ": " + error.what());
   }

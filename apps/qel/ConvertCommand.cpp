@@ -61,6 +61,7 @@ std::vector<FieldMapping> mappings_of(const std::vector<std::string>& fields) {
     const std::size_t sign = field.find('=');
     const std::string from = field.substr(0, sign);
     mappings.push_back({from, sign == std::string::npos ? from : field.substr(sign + 1)});
+    if (mappings.back().to.empty()) throw UsageError("'" + field + "' names no field to write");
     if (!targets.insert(mappings.back().to).second) {
       throw UsageError("two fields would both become '" + mappings.back().to + "'");
     }
@@ -115,22 +116,25 @@ void ConvertCommand::add_formats() {
   app_.add_option("--to", to_, "What to write: " + convert::output_format_names())
       ->type_name("FORMAT")
       ->required();
-  app_.add_flag("--normalize", normalizes_, "Write markup in the shortest way (with --to qel)");
+  normalize_ =
+      app_.add_flag("--normalize", normalizes_, "Write markup in the shortest way (with --to qel)");
   add_contents();
 }
 
 void ConvertCommand::add_contents() {
-  app_.add_flag("--notes", extras_.notes, "Keep footnotes, endnotes and annotations of RTF");
-  app_.add_flag("--headers", extras_.headers, "Keep headers and footers of RTF");
-  app_.add_flag("--links", extras_.links, "Keep the addresses of links in RTF");
-  app_.add_flag("--alternative-texts", extras_.alternative_texts,
-                "Keep what RTF has in place of pictures");
-  app_.add_flag("--html-document", html_.whole_document,
-                "Write a whole document of HTML instead of a fragment");
-  app_.add_flag("--html-paragraphs", html_.paragraphs,
-                "Write each line as a paragraph of HTML instead of ending it with a break");
-  app_.add_flag("--html-classes", html_.classes,
-                "Write fonts and colours of HTML as classes instead of styles");
+  for_rtf_ = {
+      app_.add_flag("--notes", extras_.notes, "Keep footnotes, endnotes and annotations of RTF"),
+      app_.add_flag("--headers", extras_.headers, "Keep headers and footers of RTF"),
+      app_.add_flag("--links", extras_.links, "Keep the addresses of links in RTF"),
+      app_.add_flag("--alternative-texts", extras_.alternative_texts,
+                    "Keep what RTF has in place of pictures")};
+  for_html_ = {
+      app_.add_flag("--html-document", html_.whole_document,
+                    "Write a whole document of HTML instead of a fragment"),
+      app_.add_flag("--html-paragraphs", html_.paragraphs,
+                    "Write each line as a paragraph of HTML instead of ending it with a break"),
+      app_.add_flag("--html-classes", html_.classes,
+                    "Write fonts and colours of HTML as classes instead of styles")};
 }
 
 void ConvertCommand::add_outputs() {
@@ -212,11 +216,21 @@ convert::Options ConvertCommand::conversion(Way way) const {
 #if defined(QEL_HAS_HTML)
   options.html_reader = html::reader();
 #endif
-  if (normalizes_ && options.to != convert::OutputFormat::qel) {
-    throw UsageError("--normalize needs --to qel");
-  }
+  check_fit(options);
   if (normalizes_ && way == Way::stated) throw UsageError("--normalize excludes --stated");
   return options;
+}
+
+/// Raises a `UsageError` for an option that says nothing about the formats which are named.
+void ConvertCommand::check_fit(const convert::Options& options) const {
+  const auto refuse = [](const std::vector<CLI::Option*>& given, const std::string& format) {
+    for (const CLI::Option* option : given) {
+      if (option->count() > 0) throw UsageError(option->get_name() + " needs " + format);
+    }
+  };
+  if (options.to != convert::OutputFormat::html) refuse(for_html_, "--to html");
+  if (options.to != convert::OutputFormat::qel) refuse({normalize_}, "--to qel");
+  if (options.from && *options.from != convert::InputFormat::rtf) refuse(for_rtf_, "--from rtf");
 }
 
 RecordOptions ConvertCommand::records(const BatchOptions& options) const {

@@ -48,6 +48,7 @@ class ConvertCommand {
   std::vector<std::string> names() const;
   std::vector<InputPath> files() const;
   convert::Options conversion(Way way) const;
+  void check_fit(const convert::Options& options) const;
   bool has_records() const { return json_->count() > 0 || csv_->count() > 0; }
   RecordOptions records(const BatchOptions& options) const;
 
@@ -67,6 +68,9 @@ class ConvertCommand {
   int jobs_ = 0;
   std::vector<std::string> fields_;
   std::string on_error_ = "stop";
+  std::vector<CLI::Option*> for_rtf_;   // what else of it is kept
+  std::vector<CLI::Option*> for_html_;  // how it is written
+  CLI::Option* normalize_ = nullptr;
   CLI::Option* line_list_ = nullptr;
   CLI::Option* zero_list_ = nullptr;
   CLI::Option* output_ = nullptr;

@@ -4,7 +4,9 @@
 
 #include <algorithm>
 #include <array>
+#include <charconv>
 #include <optional>
+#include <system_error>
 #include <utility>
 
 namespace qel::command {
@@ -131,6 +133,33 @@ void blank_numbers(std::string& json) {
   }
 }
 
+/// The number of the escape "\uhhhh" that `text` begins with; nothing for any other text.
+std::optional<unsigned> unit_of(std::string_view text) {
+  constexpr std::size_t length = 6;
+  constexpr int base = 16;
+  if (text.size() < length || !text.starts_with("\\u")) return std::nullopt;
+  const char* const end = text.data() + length;
+  unsigned unit = 0;
+  const auto [at, error] = std::from_chars(text.data() + 2, end, unit, base);
+  return error == std::errc() && at == end ? std::optional(unit) : std::nullopt;
+}
+
+/// Writes U+FFFD for halves of surrogate pairs, as other formats do, without moving anything.
+void replace_lone_surrogates(std::string& json) {
+  constexpr std::size_t length = 6;
+  const auto begins = [](std::optional<unsigned> unit, unsigned half) {
+    return unit && (*unit & 0xFC00U) == half;
+  };
+  for (std::size_t at = json.find('\\'); at != json.npos; at = json.find('\\', at)) {
+    const std::string_view rest = std::string_view(json).substr(at);
+    const auto unit = unit_of(rest);
+    const bool is_high = begins(unit, 0xD800U);
+    const bool is_pair = is_high && begins(unit_of(rest.substr(length)), 0xDC00U);
+    if (!is_pair && (is_high || begins(unit, 0xDC00U))) json.replace(at, length, "\\ufffd");
+    at += is_pair ? 2 * length : unit ? length : 2;
+  }
+}
+
 class JsonConverter : public RecordConverter {
  public:
   JsonConverter(const std::vector<FieldMapping>& mappings, ConvertText convert)
@@ -168,17 +197,31 @@ class JsonConverter : public RecordConverter {
     fields_.assign(mappings_.size(), {});
     buffer_.assign(body).append(simdjson::SIMDJSON_PADDING, ' ');
     simdjson::dom::element json;
-    auto error = parser_.parse(buffer_.data(), body.size(), false).get(json);
-    if (error == simdjson::NUMBER_ERROR) {
-      // The value does not matter: all numbers are written as they were.
-      blank_numbers(buffer_);
-      error = parser_.parse(buffer_.data(), body.size(), false).get(json);
-    }
+    const auto parse = [&] { return parser_.parse(buffer_.data(), body.size(), false).get(json); };
+    auto error = parse();
+    // What is changed for the parser does not matter: all but the fields is written as it was.
+    for (int retries = 3; retries > 0 && mend(error, body.size()); --retries) error = parse();
     if (error) throw RecordError(std::string("not JSON: ") + simdjson::error_message(error));
     if (!json.is_object()) throw RecordError("not a JSON object");
     ValueFinder values(body);
     for (const auto& [name, value] : simdjson::dom::object(json)) {
       read_field(name, value, values.next());
+    }
+  }
+
+  /// Makes what the parser refuses readable where it can be.
+  bool mend(simdjson::error_code error, std::size_t size) {
+    switch (error) {
+      case simdjson::NUMBER_ERROR:
+        blank_numbers(buffer_);
+        return true;
+      case simdjson::STRING_ERROR:
+        replace_lone_surrogates(buffer_);
+        return true;
+      case simdjson::DEPTH_ERROR:
+        return parser_.allocate(size, size) == simdjson::SUCCESS;
+      default:
+        return false;
     }
   }
 

@@ -157,6 +157,7 @@ class RecordRun {
 
 bool convert_records(const std::string& input, const std::string& output,
                      const RecordOptions& options) {
+  refuse_to_write_while_reading(input, output);
   return RecordRun(input, output, options).run();
 }
 

@@ -6,6 +6,7 @@
 #include <filesystem>
 #include <memory>
 
+#include "Files.h"
 #include "Numbers.h"
 #include "UsageError.h"
 #include "qel/text/TextAndFormatting.h"
@@ -68,6 +69,9 @@ TextTask RenderCommand::values(Way way) const {
   TextTask task;
   source_.fill(task, app_);
   task.output = output_;
+  if (!task.text && is_same_file(task.files.front(), output_)) {
+    throw UsageError("'" + output_ + "' is the markup to draw, which the picture would replace");
+  }
   task.run = [picture, tables = std::make_shared<const Tables>(tables_.values())](
                  const std::vector<std::u16string>& texts) {
     return TaskResult{drawn(picture, *tables, texts[0]), 0};

@@ -11,13 +11,14 @@
 namespace qel::command {
 namespace {
 
-/// "2 pictures, 1 links"; empty where nothing was dropped.
+/// "2 pictures, 1 link"; empty where nothing was dropped.
 std::string counts_of(const convert::Dropped& dropped) {
   std::string counts;
-  for (const auto& [name, count] : convert::dropped_kinds) {
-    if (dropped.*count == 0) continue;
+  for (const convert::DroppedKind& kind : convert::dropped_kinds) {
+    const std::uint64_t count = dropped.*kind.count;
+    if (count == 0) continue;
     if (!counts.empty()) counts.append(", ");
-    counts.append(std::to_string(dropped.*count)).append(" ").append(name);
+    counts.append(std::to_string(count)).append(" ").append(count == 1 ? kind.one : kind.several);
   }
   return counts;
 }
@@ -43,8 +44,8 @@ std::string json_of(std::string_view file, const convert::Report& report) {
   member("bytes_out", std::to_string(report.bytes_out));
   member("broken_off", report.is_broken_off ? "true" : "false");
   object.append(",\"dropped\":{");
-  for (const auto& [kind, count] : convert::dropped_kinds) {
-    member(kind, std::to_string(report.dropped.*count));
+  for (const convert::DroppedKind& kind : convert::dropped_kinds) {
+    member(kind.name, std::to_string(report.dropped.*kind.count));
   }
   return object.append("}}");
 }

@@ -20,10 +20,11 @@ std::u16string take_last_break(std::u16string& text) {
 
 std::u16string read_markup(const std::string& file) {
   const std::string bytes = read_file(file);
+  const std::string name = file == "-" ? "standard input" : file;
   if (convert::is_rtf(bytes)) {
-    throw TaskError((file == "-" ? "standard input" : file) +
-                    " is RTF: convert it first (qel convert --to qel)");
+    throw TaskError(name + " is RTF: convert it first (qel convert --to qel)");
   }
+  if (convert::is_binary(bytes)) throw TaskError(name + " is not text, but binary data");
   return convert::decode_text(bytes);
 }
 

@@ -14,7 +14,7 @@ class TaskError : public std::runtime_error {
   using runtime_error::runtime_error;
 };
 
-/// The markup of a file. Raises a `FileError`, or a `TaskError` for a file that is RTF.
+/// The markup of a file. Raises a `FileError`, or a `TaskError` for a file that is RTF or binary.
 std::u16string read_markup(const std::string& file);
 
 /// Removes the line break at the end, which is not part of a file's markup, and returns it.
@@ -37,7 +37,7 @@ struct TextTask {
 };
 
 /// Reads the texts, does the work and writes the output. Returns the exit status; raises a
-/// `FileError`, or a `TaskError` for a text that is RTF.
+/// `FileError`, or a `TaskError` for a file that is RTF or binary.
 int run(const TextTask& task);
 
 }  // namespace qel::command

@@ -6,6 +6,7 @@
 #include <utility>
 
 #include "qel/base/Error.h"
+#include "qel/base/Utf16.h"
 #include "qel/base/Utf8.h"
 #include "qel/convert/ByteInput.h"
 #include "qel/convert/Flow.h"
@@ -32,19 +33,6 @@ InputFormat format_of(std::optional<InputFormat> named, bool is_rtf) {
   return named ? InputFormat::text : InputFormat::qel;
 }
 
-/// Whether the beginning of an input without a byte order mark is no text at all.
-bool is_binary(std::string_view bytes) {
-  constexpr std::size_t text_characters_for_a_control = 10;
-  constexpr std::string_view harmless = "\t\n\r\f\x1B";
-  if (bytes.starts_with("%PDF-") || bytes.find('\0') != std::string_view::npos) return true;
-  const auto is_control = [=](char c) {
-    return static_cast<std::uint8_t>(c) < ' ' && harmless.find(c) == std::string_view::npos;
-  };
-  const auto controls =
-      static_cast<std::size_t>(std::count_if(bytes.begin(), bytes.end(), is_control));
-  return controls * text_characters_for_a_control > bytes.size();
-}
-
 }  // namespace
 
 bool is_rtf(std::string_view bytes) {
@@ -52,6 +40,20 @@ bool is_rtf(std::string_view bytes) {
   std::u16string beginning;
   append_decoded(beginning, bytes.substr(mark.length, enough_to_tell), mark.encoding, false);
   return richtext::is_rtf(beginning);
+}
+
+bool is_binary(std::string_view bytes) {
+  constexpr std::size_t text_characters_for_a_control = 10;
+  constexpr std::string_view harmless = "\t\n\r\f\x1B";
+  if (mark_of(bytes).length > 0) return false;
+  bytes = bytes.substr(0, enough_to_tell);
+  if (bytes.starts_with("%PDF-") || bytes.find('\0') != std::string_view::npos) return true;
+  const auto is_control = [=](char c) {
+    return static_cast<std::uint8_t>(c) < ' ' && harmless.find(c) == std::string_view::npos;
+  };
+  const auto controls =
+      static_cast<std::size_t>(std::count_if(bytes.begin(), bytes.end(), is_control));
+  return controls * text_characters_for_a_control > bytes.size();
 }
 
 std::u16string decode_text(std::string_view bytes) {
@@ -65,6 +67,7 @@ class Converter::Stages {
  public:
   Stages(Options options, Sink sink)
       : options_(std::move(options)), sink_([this, to = std::move(sink)](std::string_view bytes) {
+          if (is_all_read_) ask_to_stop(options_);
           report_.bytes_out += bytes.size();
           to(bytes);
         }) {}
@@ -73,6 +76,7 @@ class Converter::Stages {
   ~Stages() = default;
 
   bool push(std::string_view bytes) {
+    if (has_ended()) return false;
     report_.bytes_in += bytes.size();
     if (!pipe_) {
       if (is_packed_) return keep_packed(bytes);
@@ -91,18 +95,27 @@ class Converter::Stages {
   Report finish() {
     if (pipe_) {
       feed({}, true);
-    } else {
+    } else if (!report_.is_stopped) {
       const std::string beginning = std::exchange(beginning_, {});
-      begin_and_feed(is_packed(beginning) ? richtext::unpack_rtf(beginning) : beginning, true);
+      is_packed_ = is_packed(beginning);
+      begin_and_feed(is_packed_ ? richtext::unpack_rtf(beginning) : beginning, true);
     }
-    if (!report_.is_stopped) {
-      pipe_->finish();
-      pipe_->report(report_);
-    }
+    if (!report_.is_stopped) write_rest();
     return report_;
   }
 
  private:
+  /// What is left to do when all is read may be most of the work.
+  void write_rest() {
+    try {
+      is_all_read_ = true;
+      pipe_->finish();
+      pipe_->report(report_);
+    } catch (const Stopped&) {
+      report_.is_stopped = true;
+    }
+  }
+
   bool is_packed(std::string_view bytes) const {
     const bool may_be = options_.from ? *options_.from == InputFormat::rtf : options_.is_file;
     return may_be && richtext::is_compressed_rtf(bytes);
@@ -119,18 +132,19 @@ class Converter::Stages {
   }
 
   bool begin_and_feed(std::string_view bytes, bool is_last) {
-    const Mark mark = mark_of(bytes);
+    const Mark mark = options_.is_file ? mark_of(bytes) : Mark{};
     const bool begins_rtf = is_rtf(bytes);
     const bool begins_html = options_.is_file && !options_.from && !begins_rtf &&
                              options_.html_reader.is_html &&
                              options_.html_reader.is_html(bytes.substr(0, enough_to_tell));
     const bool is_named = options_.from && !options_.is_from_guessed;
-    if (options_.is_file && !is_named && !begins_rtf && mark.length == 0 &&
-        is_binary(bytes.substr(0, enough_to_tell))) {
+    if (options_.is_file && !is_named && !begins_rtf && is_binary(bytes)) {
       throw Error(Error::type_mismatch, "convert",
                   "the input is neither text nor RTF nor HTML, but binary data");
     }
     const InputFormat from = begins_html ? InputFormat::html : format_of(options_.from, begins_rtf);
+    report_.from = from;
+    mark_length_ = mark.length;
     // HTML may name its encoding itself.
     const bool is_html = from == InputFormat::html;
     const bool is_in_bytes =
@@ -155,18 +169,22 @@ class Converter::Stages {
       const std::string_view part = bytes.substr(0, part_size);
       bytes.remove_prefix(part.size());
       pipe_->read(part, is_last && bytes.empty());
+      // What follows the end of a document is not a part of the input, wherever it was cut.
+      if (pipe_->is_closed() && !is_packed_) report_.bytes_in = mark_length_ + pipe_->bytes_read();
       if (is_stopped() || bytes.empty()) break;
     }
     return !has_ended();
   }
 
-  bool has_ended() const { return report_.is_stopped || pipe_->is_closed(); }
+  bool has_ended() const { return report_.is_stopped || (pipe_ && pipe_->is_closed()); }
 
   Options options_;
   Sink sink_;
   std::string beginning_;  // until the format is known, or all of what is packed
   bool is_packed_ = false;
+  std::size_t mark_length_ = 0;
   std::unique_ptr<Pipe> pipe_;  // once the format is known
+  bool is_all_read_ = false;
   Report report_;
 };
 
@@ -175,9 +193,24 @@ Converter::Converter(const Options& options, Sink sink)
 
 Converter::~Converter() = default;
 
-bool Converter::push(std::string_view bytes) { return stages_->push(bytes); }
+template <class Work>
+auto Converter::unless_failed(Work work) {
+  if (error_) std::rethrow_exception(error_);
+  try {
+    return work();
+  } catch (...) {
+    error_ = std::current_exception();
+    throw;
+  }
+}
 
-Report Converter::finish() { return stages_->finish(); }
+bool Converter::push(std::string_view bytes) {
+  return unless_failed([&] { return stages_->push(bytes); });
+}
+
+Report Converter::finish() {
+  return unless_failed([&] { return stages_->finish(); });
+}
 
 Report convert(const Source& source, const Sink& sink, const Options& options) {
   Converter converter(options, sink);
@@ -212,15 +245,38 @@ std::string converted(std::string_view text, const Options& options, InputFormat
   return convert(text, with_formats(options, from, to));
 }
 
+void read_in_parts(Flow& flow, std::u16string_view text, const Flow::Take& take,
+                   const Options& options) {
+  bool is_last = false;
+  for (std::size_t length = part_size; !is_last && !flow.is_closed();) {
+    if (length < text.size() && is_high_surrogate(text[length - 1])) ++length;
+    is_last = length >= text.size();
+    const std::size_t read = flow.read(text.substr(0, length), is_last);
+    text.remove_prefix(read);
+    // A word that goes on and on is looked at again only when there is twice as much of it.
+    length = std::max(part_size, 2 * (length - read));
+    flow.drain(take, false);
+    ask_to_stop(options);
+  }
+}
+
 std::u16string converted(std::u16string_view text, const Options& options, InputFormat from,
                          OutputFormat to) {
   const Options all = with_formats(options, from, to);
   const auto flow = make_flow(all, format_of(from, richtext::is_rtf(text)),
                               RtfReader::Units::characters, u"\r\n");
   std::u16string output;
-  flow->read(text, true);
-  flow->finish();
-  flow->drain([&](std::u16string_view piece) { output.append(piece); }, true);
+  const auto take = [&](std::u16string_view piece) {
+    ask_to_stop(all);
+    output.append(piece);
+  };
+  try {
+    read_in_parts(*flow, text, take, all);
+    flow->finish();
+    flow->drain(take, true);
+  } catch (const Stopped&) {
+    // What there is of the output is the answer.
+  }
   return output;
 }
 

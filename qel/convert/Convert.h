@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstddef>
+#include <exception>
 #include <functional>
 #include <memory>
 #include <string>
@@ -11,7 +12,7 @@
 
 /// Conversions of formatted text between its formats.
 ///
-/// Broken RTF and broken markup are text, not errors. Input that begins with a byte order mark is
+/// Broken RTF and broken markup are text, not errors. A file that begins with a byte order mark is
 /// in UTF-16 or UTF-8. RTF without one is bytes of the code page that it declares; all else is
 /// UTF-8, in which each invalid byte is read in code page 1252. Output is UTF-8, and RTF is ASCII.
 /// RTF that mail stores keep compressed (`richtext/CompressedRtf.h`) is RTF.
@@ -33,7 +34,7 @@ using Source = std::function<std::size_t(char* buffer, std::size_t size)>;
 /// A conversion whose input is pushed into it, piece by piece, cut anywhere.
 class Converter {
  public:
-  /// Raises what `sink` raises from all members.
+  /// Raises what `sink` raises from all members. After an error, the members raise it again.
   Converter(const Options& options, Sink sink);
   Converter(const Converter&) = delete;
   Converter& operator=(const Converter&) = delete;
@@ -47,7 +48,11 @@ class Converter {
 
  private:
   class Stages;
+  template <class Work>
+  auto unless_failed(Work work);
+
   std::unique_ptr<Stages> stages_;
+  std::exception_ptr error_;
 };
 
 /// Pulls the input and writes the output.
@@ -57,12 +62,14 @@ std::string convert(std::string_view bytes, const Options& options);
 
 /// Whether the bytes of a file are an RTF document.
 bool is_rtf(std::string_view bytes);
+/// Whether the bytes of a file, by how they begin, are no text in any encoding.
+bool is_binary(std::string_view bytes);
 /// The text of a file in the encodings above. A byte order mark is dropped.
 std::u16string decode_text(std::string_view bytes);
 
 /// The everyday conversions of strings, lossless unless `options` say otherwise, whose formats do
-/// not matter. A `std::string` is UTF-8, RTF in it is bytes, and a byte order mark at
-/// its beginning is read as above. A line break at the end of markup is kept.
+/// not matter. A `std::string` is UTF-8, and RTF in it is bytes. Strings are no files: a byte order
+/// mark is a character of the text, and a line break at the end of markup is kept.
 std::string rtf_from_markup(std::string_view markup, const Options& options = {});
 std::string markup_from_rtf(std::string_view rtf, const Options& options = {});
 std::string text_from_markup(std::string_view markup, const Options& options = {});

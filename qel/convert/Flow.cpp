@@ -48,7 +48,7 @@ std::unique_ptr<BasicWriter<Char>> make_writer(const Options& options, bool from
     case OutputFormat::html:
       return std::make_unique<HtmlOutput<Char>>(options);
     case OutputFormat::qelv6:
-      return std::make_unique<MarkupOutput<Char>>(CodeSet::v6, from_markup);
+      return std::make_unique<OlderMarkupOutput<Char>>(from_markup);
     default:
       return std::make_unique<MarkupOutput<Char>>(CodeSet::lossless, from_markup);
   }
@@ -99,7 +99,7 @@ class StreamFlow : public BasicFlow<Char> {
   }
   void report(Report& report) const override {
     reader_->report(report);
-    report.dropped.fonts += writer_->fonts_lacking();
+    writer_->count_lacking(report.dropped);
   }
 
  private:
@@ -167,6 +167,10 @@ std::unique_ptr<Flow> make_plain_flow(const Options& options, InputFormat from,
 
 }  // namespace
 
+void ask_to_stop(const Options& options) {
+  if (options.stop && options.stop()) throw Stopped();
+}
+
 bool has_formats(OutputFormat format) { return format != OutputFormat::text; }
 
 void count_formats(Dropped& dropped, const rtf::LackingFormats& lacking) {
@@ -180,9 +184,9 @@ std::unique_ptr<Flow> make_flow(const Options& options, InputFormat from,
   if (!normalizes(options)) return make_plain_flow(options, from, units, line_break);
   // Markup is taken as it is: what it says to conversions to RTF alone is not lost then.
   const bool is_source = from == InputFormat::qel && options.switches == Switches();
-  if (is_source) return std::make_unique<NormalizingFlow>(nullptr, options.is_file);
+  if (is_source) return std::make_unique<NormalizingFlow>(nullptr, options.is_file, options);
   auto flow = make_plain_flow(options, from, units, line_break);
-  return std::make_unique<NormalizingFlow>(std::move(flow), false);
+  return std::make_unique<NormalizingFlow>(std::move(flow), false, options);
 }
 
 bool has_flow_of_bytes(const Options& options, InputFormat from) {

@@ -21,7 +21,8 @@ class BasicFlow {
 
   virtual ~BasicFlow() = default;
   /// Reads on and returns how many units were read: what may go on behind the end is left, and
-  /// comes again in front of the next part. The last part is read to its end.
+  /// comes again in front of the next part. The last part is read to its end, or until nothing
+  /// that follows counts.
   virtual std::size_t read(View part, bool is_last) = 0;
   /// The input ends. To be called after the last part.
   virtual void finish() = 0;
@@ -42,6 +43,11 @@ std::unique_ptr<Flow> make_flow(const Options& options, InputFormat from,
 std::unique_ptr<BasicFlow<char>> make_flow_of_bytes(const Options& options, InputFormat from);
 /// Whether there is one: not for documents, nor where a text is all in memory.
 bool has_flow_of_bytes(const Options& options, InputFormat from);
+
+/// Raised within a conversion that its caller ends.
+struct Stopped {};
+/// Raises it if the caller says so.
+void ask_to_stop(const Options& options);
 
 /// Whether formats in it are numbers of the tables, so that those which the tables lack are
 /// dropped.

@@ -69,6 +69,20 @@ std::optional<InputFormat> input_format_of_file(std::string_view path) {
   return format_with(input_formats, &Row<InputFormat>::extension, extension);
 }
 
+bool is_same_format(InputFormat from, OutputFormat to) {
+  switch (from) {
+    case InputFormat::qel:
+      return to == OutputFormat::qel;
+    case InputFormat::rtf:
+      return to == OutputFormat::rtf || to == OutputFormat::simple_rtf;
+    case InputFormat::text:
+      return to == OutputFormat::text;
+    case InputFormat::html:
+      return to == OutputFormat::html;
+  }
+  return false;
+}
+
 std::string_view extension_of(OutputFormat format) {
   const auto* const row =
       std::find_if(output_formats.begin(), output_formats.end(),

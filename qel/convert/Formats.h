@@ -23,6 +23,8 @@ std::string output_format_names();
 /// The format that a file's extension stands for: ".qel", ".rtf", ".txt", ".html"
 /// or ".htm" in any case.
 std::optional<InputFormat> input_format_of_file(std::string_view path);
+/// Whether what is written can be read as what it was made from.
+bool is_same_format(InputFormat from, OutputFormat to);
 /// The extension that a file in this format gets, such as ".rtf".
 std::string_view extension_of(OutputFormat format);
 

@@ -16,11 +16,15 @@ class HtmlInput : public Reader {
   /// The units are bytes.
   std::size_t read(std::u16string_view part, bool is_last) override;
   void finish() override;
+  void report(Report& report) const override {
+    static_cast<richtext::DroppedParts&>(report.dropped) = dropped_;
+  }
 
  private:
   const Options& options_;
   richtext::DocumentSink& sink_;
   std::string html_;
+  richtext::DroppedParts dropped_;
 };
 
 }  // namespace qel::convert

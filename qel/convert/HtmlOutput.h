@@ -1,5 +1,6 @@
 #pragma once
 
+#include "qel/convert/FormatUse.h"
 #include "qel/convert/HtmlWriter.h"
 #include "qel/convert/Options.h"
 #include "qel/convert/Writer.h"
@@ -10,16 +11,23 @@ namespace qel::convert {
 template <class Char>
 class HtmlOutput final : public BasicWriter<Char> {
  public:
+  /// `options` have to outlive this object.
   explicit HtmlOutput(const Options& options)
-      : writer_(this->out(), options.fonts, *options.colors, options.html) {}
+      : options_(options), writer_(this->out(), options.fonts, *options.colors, options.html) {}
 
   void text(std::basic_string_view<Char> text, const style_codes::CodeState& state) override {
+    used_.add(state);
     writer_.text(text, state);
   }
   void line_break(const style_codes::CodeState& state) override { writer_.line_break(state); }
   void finish() override { writer_.finish(); }
+  void count_lacking(Dropped& dropped) const override {
+    if (!options_.html.classes) dropped.fonts += used_.fonts_lacking(options_.fonts);
+  }
 
  private:
+  const Options& options_;
+  FormatUse used_;
   BasicHtmlWriter<Char> writer_;
 };
 

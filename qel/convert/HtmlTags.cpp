@@ -60,6 +60,12 @@ std::u16string class_of(char16_t letter, std::size_t index) {
   return {u'q', u'e', u'l', u'-', letter, static_cast<char16_t>(u'0' + index)};
 }
 
+/// Whether an entry of the table is used.
+bool has_name(const QELIndexFonts& fonts, std::size_t index) {
+  const std::u16string name = fonts.get_Font(static_cast<std::int16_t>(index));
+  return !name.empty() && name != QELIndexFonts::unused;
+}
+
 std::u16string head_of(const QELIndexFonts& fonts, const QELIndexColors& colors, bool has_classes) {
   std::u16string head = u"<!DOCTYPE html>\n<html>\n<head>\n<meta charset=\"utf-8\">\n";
   if (!has_classes) {
@@ -70,9 +76,12 @@ std::u16string head_of(const QELIndexFonts& fonts, const QELIndexColors& colors,
   head.append(u"<style>\nbody{").append(css_defaults(fonts, colors)).append(u"}\n");
   for (std::size_t i = 1; i < names.size(); ++i) {
     const Color color = colors.get_Color(static_cast<std::int16_t>(i));
-    head.append(u".").append(class_of(u'f', i)).append(u"{");
-    head.append(css_font(names[i])).append(u"}\n.").append(class_of(u'y', i)).append(u"{");
-    head.append(css_color(color)).append(u"}\n");
+    if (has_name(fonts, i)) {
+      head.append(u".").append(class_of(u'f', i)).append(u"{");
+      head.append(css_font(names[i])).append(u"}\n");
+    }
+    head.append(u".").append(class_of(u'y', i)).append(u"{").append(css_color(color));
+    head.append(u"}\n");
   }
   return head.append(u"</style>\n</head>\n<body>");
 }
@@ -85,7 +94,11 @@ HtmlTags::HtmlTags(const QELIndexFonts& font_table, const QELIndexColors& color_
   const std::u16string_view begin = options.classes ? u"<span class" : u"<span style";
   for (std::size_t i = 0; i < names.size(); ++i) {
     const Color color = color_table.get_Color(static_cast<std::int16_t>(i));
-    fonts[i] = tag_with(begin, options.classes ? class_of(u'f', i) : css_font(names[i]));
+    if (options.classes) {
+      fonts[i] = tag_with(begin, class_of(u'f', i));
+    } else if (has_name(font_table, i)) {
+      fonts[i] = tag_with(begin, css_font(names[i]));
+    }
     colors[i] = tag_with(begin, options.classes ? class_of(u'y', i) : css_color(color));
   }
   if (options.whole_document) head = head_of(font_table, color_table, options.classes);

@@ -14,7 +14,8 @@ namespace qel::convert {
 struct HtmlTags {
   HtmlTags(const QELIndexFonts& fonts, const QELIndexColors& colors, const HtmlOptions& options);
 
-  std::array<std::u16string, 10> fonts;  ///< what opens an element in that font
+  /// What opens an element in that font: empty for an unused entry, which has no name.
+  std::array<std::u16string, 10> fonts;
   std::array<std::u16string, 10> colors;
   std::u16string head;  ///< what stands before the text: nothing in a fragment
 };

@@ -130,6 +130,7 @@ BasicHtmlWriter<Char>::BasicHtmlWriter(std::basic_string<Char>& out, const QELIn
   for (std::size_t i = 0; i < tags.fonts.size(); ++i) {
     append_text(begin_tags_[color_element + i], tags.colors[i]);
     append_text(begin_tags_[color_element + color_count + i], tags.fonts[i]);
+    if (tags.fonts[i].empty()) nameless_fonts_ |= 1U << i;
   }
   if (options.without_ignored) left_out_ |= 1U << unsigned{ignored_color};
   if (options.without_hidden) left_out_ |= 1U << unsigned{hidden_color};
@@ -138,7 +139,7 @@ BasicHtmlWriter<Char>::BasicHtmlWriter(std::basic_string<Char>& out, const QELIn
 
 template <class Char>
 void BasicHtmlWriter<Char>::text(View text, const CodeState& state) {
-  const Format format = shown(state);
+  const Format format = in_html(state);
   if (is_left_out(format)) return;
   if (is_rare(text.front())) {
     text = without_forbidden(text);
@@ -150,6 +151,13 @@ void BasicHtmlWriter<Char>::text(View text, const CodeState& state) {
     text = without_mark(text);
   }
   append(text);
+}
+
+template <class Char>
+auto BasicHtmlWriter<Char>::in_html(const CodeState& state) const -> Format {
+  const Format format = shown(state);
+  const bool has_font = (nameless_fonts_ >> font_of(format) & 1U) == 0;
+  return has_font ? format : format & ~(index_mask << font_shift);
 }
 
 template <class Char>
@@ -179,7 +187,8 @@ auto BasicHtmlWriter<Char>::without_mark(View text) -> View {
 template <class Char>
 void BasicHtmlWriter<Char>::line_break(const CodeState& state) {
   release_blanks(false);
-  const Format next = is_left_out(shown(state)) ? format_ : shown(state);
+  const Format format = in_html(state);
+  const Format next = is_left_out(format) ? format_ : format;
   if (!options_.paragraphs) {
     enter(next, false);
     out_.append(ascii<Char, "<br>">);

@@ -60,6 +60,7 @@ class BasicHtmlWriter final : public BasicRunSink<Char> {
   /// Attributes, colour and font in one number.
   using Format = std::uint32_t;
 
+  Format in_html(const style_codes::CodeState& state) const;
   bool is_left_out(Format format) const;
   View without_forbidden(View text);
   View without_mark(View text);
@@ -76,6 +77,7 @@ class BasicHtmlWriter final : public BasicRunSink<Char> {
 
   String& out_;
   HtmlOptions options_;
+  unsigned nameless_fonts_ = 0;        // unused entries, as bits
   unsigned left_out_ = 0;              // the colours, as bits
   std::array<String, 27> begin_tags_;  // of the attributes, the colours and the fonts
 

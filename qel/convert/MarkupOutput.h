@@ -1,6 +1,7 @@
 #pragma once
 
 #include "qel/base/Ascii.h"
+#include "qel/convert/FormatUse.h"
 #include "qel/convert/Writer.h"
 #include "qel/model/LosslessMarkup.h"
 
@@ -8,7 +9,7 @@ namespace qel::convert {
 
 /// Writes markup in the lossless way, or the older code set.
 template <class Char>
-class MarkupOutput final : public BasicWriter<Char> {
+class MarkupOutput : public BasicWriter<Char> {
  public:
   /// With `from_markup`, the runs were read from markup: line breaks then have no style, and what
   /// only conversions to RTF read as a code stays.
@@ -36,6 +37,23 @@ class MarkupOutput final : public BasicWriter<Char> {
 
   bool from_markup_;
   Markup markup_;
+};
+
+/// Writes the older code set, and takes note of what it has no codes for.
+template <class Char>
+class OlderMarkupOutput : public MarkupOutput<Char> {
+ public:
+  explicit OlderMarkupOutput(bool from_markup)
+      : MarkupOutput<Char>(style_codes::CodeSet::v6, from_markup) {}
+
+  void text(std::basic_string_view<Char> text, const style_codes::CodeState& state) override {
+    used_.add(state);
+    MarkupOutput<Char>::text(text, state);
+  }
+  void count_lacking(Dropped& dropped) const override { used_.count_lacking_in_v6(dropped); }
+
+ private:
+  FormatUse used_;
 };
 
 }  // namespace qel::convert

@@ -14,8 +14,13 @@ class Normalizer {
  public:
   explicit Normalizer(std::u16string_view markup) : markup_(markup) { out_.reserve(markup.size()); }
 
-  std::u16string result() && {
-    for (std::size_t at = 0; at < markup_.size();) {
+  std::u16string result(const std::function<void()>& between) && {
+    constexpr std::size_t part = std::size_t{1} << 16U;
+    for (std::size_t at = 0, next = part; at < markup_.size();) {
+      if (at >= next) {
+        between();
+        next = at + part;
+      }
       const Piece piece = piece_at(markup_, at, Way::lossless);
       read(piece, at);
       at += piece.characters.size();
@@ -124,6 +129,12 @@ class Normalizer {
 
 }  // namespace
 
-std::u16string normalized(std::u16string_view markup) { return Normalizer(markup).result(); }
+std::u16string normalized(std::u16string_view markup) {
+  return normalized(markup, [] {});
+}
+
+std::u16string normalized(std::u16string_view markup, const std::function<void()>& between) {
+  return Normalizer(markup).result(between);
+}
 
 }  // namespace qel::convert

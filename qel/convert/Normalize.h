@@ -1,5 +1,6 @@
 #pragma once
 
+#include <functional>
 #include <string>
 #include <string_view>
 
@@ -17,5 +18,7 @@ namespace qel::convert {
 /// The markup is a whole text: a code that kept the end of a part from what follows it goes as
 /// well. The result is never longer, and is its own shortest markup. Takes linear time.
 std::u16string normalized(std::u16string_view markup);
+/// The same; now and then calls `between`, which may raise what ends it.
+std::u16string normalized(std::u16string_view markup, const std::function<void()>& between);
 
 }  // namespace qel::convert

@@ -10,6 +10,7 @@
 #include "qel/model/QELCode.h"
 #include "qel/richtext/CharFormat.h"
 #include "qel/richtext/DocumentSink.h"
+#include "qel/richtext/DroppedParts.h"
 #include "qel/richtext/RtfExtras.h"
 #include "qel/tables/QELIndexColors.h"
 #include "qel/tables/QELIndexFonts.h"
@@ -38,9 +39,10 @@ using Sink = std::function<void(std::string_view bytes)>;
 struct HtmlReader {
   /// Whether the beginning of an input is that of HTML.
   std::function<bool(std::string_view bytes)> is_html;
-  /// Reads a whole input. `base` gives the format of text for which it names none.
-  std::function<void(std::string_view bytes, const richtext::CharFormat& base,
-                     richtext::DocumentSink& sink)>
+  /// Reads a whole input, and returns what it has dropped. `base` gives the format of text for
+  /// which the input names none.
+  std::function<richtext::DroppedParts(std::string_view bytes, const richtext::CharFormat& base,
+                                       richtext::DocumentSink& sink)>
       read;
 };
 
@@ -57,15 +59,18 @@ struct Options {
   Way way = Way::lossless;
   /// What else of RTF is kept.
   richtext::RtfExtras extras;
-  /// Whether the input is a file of lines: it is refused where it is binary, and in the lossless
-  /// way the line break at its end is not part of its markup.
+  /// Whether the input is a file of lines: a byte order mark tells its encoding, it is refused
+  /// where it is binary, and in the lossless way the line break at its end is not part of its
+  /// markup.
   bool is_file = true;
   HtmlOptions html;        ///< how HTML is written
   HtmlReader html_reader;  ///< none: HTML cannot be read
   /// Whether markup is written in the shortest way. It is all in memory then. Lossless only.
   bool normalizes = false;
-  /// Asked every few thousand bytes that are read; when it says yes, the conversion ends where it
-  /// is. What has to be read whole (see `Converter`) is not interrupted after that.
+  /// Asked every few thousand bytes that are read, and then while the rest is written; when it says
+  /// yes, the conversion ends where it is. Conversions that have all of a text in memory work in
+  /// steps and ask between them: in each of them 100 MB take a second or so, but the parser of HTML
+  /// takes ten times as long.
   std::function<bool()> stop;
 };
 

@@ -43,7 +43,7 @@ void BytePipe::read(std::string_view bytes, bool is_last) {
   const auto read = [&](std::string_view text) { return flow_->read(text, is_last); };
   if (window_.is_empty() && is_utf8(whole)) {
     // Nothing has to be copied.
-    const std::size_t size = read(whole);
+    const std::size_t size = window_.count(read(whole));
     window_.keep(whole.substr(size), bytes.substr(whole.size()));
   } else {
     const auto decode = [&](std::string& out, std::string_view more) {

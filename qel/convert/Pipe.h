@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstddef>
+#include <cstdint>
 #include <memory>
 #include <string>
 #include <string_view>
@@ -21,6 +22,8 @@ class Pipe {
   virtual void finish() = 0;
   virtual bool is_closed() const = 0;
   virtual void report(Report& report) const = 0;
+  /// How much of the input has been read: all of it, or as much as counts.
+  virtual std::uint64_t bytes_read() const = 0;
 };
 
 /// The bytes in characters of a kind, and what has not been read of them.
@@ -28,6 +31,13 @@ template <class Char>
 class Window {
  public:
   using View = std::basic_string_view<Char>;
+
+  /// How much has been read.
+  std::uint64_t read_so_far() const { return read_; }
+  std::size_t count(std::size_t read) {
+    read_ += read;
+    return read;
+  }
 
   bool is_empty() const { return cut_.empty() && text_.empty(); }
   /// `text` has not been read, and `cut` is the beginning of a character.
@@ -48,7 +58,7 @@ class Window {
     }
     // A word that goes on and on is looked at again only when there is twice as much of it.
     if (!is_last && text_.size() < next_size_) return;
-    text_.erase(0, read(View(text_)));
+    text_.erase(0, count(read(View(text_))));
     next_size_ = 2 * text_.size();
   }
 
@@ -56,6 +66,7 @@ class Window {
   std::string cut_;  // the beginning of a character
   std::basic_string<Char> text_;
   std::size_t next_size_ = 0;  // of the text, from which on it is worth reading
+  std::uint64_t read_ = 0;
 };
 
 /// Through UTF-16.
@@ -67,6 +78,11 @@ class Utf16Pipe : public Pipe {
   void finish() override;
   bool is_closed() const override { return flow_->is_closed(); }
   void report(Report& report) const override { flow_->report(report); }
+  std::uint64_t bytes_read() const override {
+    const bool is_utf16 =
+        encoding_ == Encoding::utf16_little_endian || encoding_ == Encoding::utf16_big_endian;
+    return window_.read_so_far() * (is_utf16 ? 2 : 1);
+  }
 
  private:
   void write(std::u16string_view text);
@@ -90,6 +106,7 @@ class BytePipe : public Pipe {
   void finish() override;
   bool is_closed() const override { return flow_->is_closed(); }
   void report(Report& report) const override { flow_->report(report); }
+  std::uint64_t bytes_read() const override { return window_.read_so_far(); }
 
  private:
   std::unique_ptr<BasicFlow<char>> flow_;

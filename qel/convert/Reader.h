@@ -13,7 +13,8 @@ class BasicReader {
  public:
   virtual ~BasicReader() = default;
   /// Reads on and returns how many units were read: what may go on behind the end is left, and
-  /// comes again in front of the next part. The last part is read to its end.
+  /// comes again in front of the next part. The last part is read to its end, or until nothing
+  /// that follows counts.
   virtual std::size_t read(std::basic_string_view<Char> part, bool is_last) = 0;
   /// The input ends. To be called after the last part.
   virtual void finish() = 0;

@@ -20,7 +20,7 @@ class RtfInput : public Reader {
   void finish() override { reader_.finish(); }
   bool is_closed() const override { return reader_.is_closed(); }
   void report(Report& report) const override {
-    static_cast<richtext::RtfCounts&>(report.dropped) = reader_.counts();
+    static_cast<richtext::DroppedParts&>(report.dropped) = reader_.counts();
     report.is_broken_off = reader_.is_open();
   }
 

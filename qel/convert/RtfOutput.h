@@ -1,6 +1,6 @@
 #pragma once
 
-#include "qel/convert/FontUse.h"
+#include "qel/convert/FormatUse.h"
 #include "qel/convert/Options.h"
 #include "qel/convert/Writer.h"
 #include "qel/rtf/RTFParser.h"
@@ -24,13 +24,13 @@ class RtfOutput final : public BasicWriter<Char> {
   }
   void line_break(const style_codes::CodeState& state) override { body_.line_break(state); }
   void finish() override;
-  std::uint64_t fonts_lacking() const override {
-    return fonts_ == nullptr ? 0 : used_.lacking(*fonts_);
+  void count_lacking(Dropped& dropped) const override {
+    if (fonts_ != nullptr) dropped.fonts += used_.fonts_lacking(*fonts_);
   }
 
  private:
   const QELIndexFonts* fonts_ = nullptr;  // of a document
-  FontUse used_;
+  FormatUse used_;
   rtf::BasicRtfBodyWriter<Char> body_;
 };
 
@@ -46,11 +46,13 @@ class SimpleRtfOutput : public Writer {
   }
   void line_break(const style_codes::CodeState& state) override { writer_.line_break(state); }
   void finish() override;
-  std::uint64_t fonts_lacking() const override { return used_.lacking(options_.fonts); }
+  void count_lacking(Dropped& dropped) const override {
+    dropped.fonts += used_.fonts_lacking(options_.fonts);
+  }
 
  private:
   const Options& options_;
-  FontUse used_;
+  FormatUse used_;
   RTFParser parser_;
   rtf::SimpleRtfWriter writer_;
 };

@@ -8,7 +8,7 @@
 #include "qel/base/Scan.h"
 #include "qel/base/Utf16.h"
 #include "qel/convert/ByteInput.h"
-#include "qel/convert/FontUse.h"
+#include "qel/convert/FormatUse.h"
 #include "qel/convert/HtmlInput.h"
 #include "qel/convert/HtmlOutput.h"
 #include "qel/convert/MarkupInput.h"
@@ -37,16 +37,20 @@ void in_parts(std::u16string_view text, const Flow::Take& take) {
   }
 }
 
-void write_segments(const SegmentCollection& segments, bool line_codes, RunSink& sink) {
+void write_segments(const SegmentCollection& segments, bool line_codes, Writer& writer,
+                    const Flow::Take& take) {
+  constexpr std::size_t enough = std::size_t{1} << 15U;
   const auto breaks = [&](std::int32_t count) {
-    for (; line_codes && count > 0; --count) sink.line_break({});
+    for (; line_codes && count > 0; --count) writer.line_break({});
   };
   for (const auto& segment : segments) {
     breaks(segment->line_codes_before());
-    sink.text(restore_escaped_codes(segment->get_Text()), segment->code_state());
+    writer.text(restore_escaped_codes(segment->get_Text()), segment->code_state());
+    if (writer.size() >= enough) writer.drain(take);
   }
   breaks(segments.line_codes_at_end());
-  sink.finish();
+  writer.finish();
+  writer.drain_all(take);
 }
 
 void drop_last_blank(SegmentCollection& segments) {
@@ -56,26 +60,32 @@ void drop_last_blank(SegmentCollection& segments) {
   if (last->length() == 0) segments.Remove(segments.Count());
 }
 
-/// How many fonts of the markup the table lacks.
-std::uint64_t fonts_lacking(std::u16string_view markup, const QELIndexFonts& fonts) {
+/// The formats of markup.
+FormatUse formats_of(std::u16string_view markup) {
   struct Texts : RunSink {
     void text(std::u16string_view /*text*/, const style_codes::CodeState& state) override {
       used.add(state);
     }
     void line_break(const style_codes::CodeState& /*state*/) override {}
     void finish() override {}
-    FontUse used;
+    FormatUse used;
   };
   Texts texts;
-  MarkupInput(texts, false).read(markup, true);
-  return texts.used.lacking(fonts);
+  MarkupInput<char16_t>(texts, false).read(markup, true);
+  return texts.used;
 }
 
 /// One conversion in the stated way.
 class Conversion {
  public:
-  Conversion(const Options& options, std::u16string_view line_break, const Flow::Take& take)
-      : options_(options), fonts_(options.fonts), line_break_(line_break), take_(take) {
+  /// The arguments have to outlive this object.
+  Conversion(const Options& options, std::u16string_view line_break, const Flow::Take& take,
+             Dropped& dropped)
+      : options_(options),
+        fonts_(options.fonts),
+        line_break_(line_break),
+        take_(take),
+        dropped_(dropped) {
     parser_.put_ConvertNLToSpace(options.switches.convert_nl_to_space);
     parser_.put_ConvertTabsToSpace(options.switches.convert_tabs_to_space);
     parser_.put_RecognizeCRLF(options.switches.recognize_crlf);
@@ -90,6 +100,7 @@ class Conversion {
         return in_parts(parser_.QELToRTFWithoutTables(markup), take_);
       case OutputFormat::simple_rtf:
         markup = parser_.QELToRTF(markup, fonts_, colors());
+        ask_to_stop(options_);
         return in_parts(parser_.SimpleRTF(markup, fonts_, colors()), take_);
       default:
         return write_decoded(std::move(markup), true);
@@ -111,20 +122,13 @@ class Conversion {
     }
   }
 
-  void from_html(std::u16string_view bytes) {
-    std::u16string rtf;
-    RewritingFlow flow(options_, InputFormat::html, richtext::RtfReader::Units::bytes);
-    flow.read(bytes, true);
-    flow.finish();
-    flow.drain([&](std::u16string_view part) { rtf.append(part); }, true);
-    from_rtf(rtf);
-  }
-
   /// The text goes through RTF, so that a code typed in it stays text.
   void from_text(std::u16string_view text) {
     const richtext::CharFormat base = base_format(options_);
     const richtext::Document document = richtext::plain_document(text, base);
+    ask_to_stop(options_);
     const std::u16string rtf = richtext::write_rtf(document, {0, document.size()}, base);
+    ask_to_stop(options_);
     if (options_.to == OutputFormat::rtf) return in_parts(rtf, take_);
     from_rtf(rtf);
   }
@@ -132,7 +136,9 @@ class Conversion {
  private:
   const QELIndexColors& colors() const { return *options_.colors; }
   std::u16string markup_of(std::u16string_view rtf) const {
-    return parser_.RTFToQEL(rtf, fonts_, colors());
+    std::u16string markup = parser_.RTFToQEL(rtf, fonts_, colors());
+    ask_to_stop(options_);
+    return markup;
   }
 
   /// Does for markup what the parser's switches do for RTF.
@@ -158,17 +164,20 @@ class Conversion {
     } else {
       decoder.put_QELText(markup);
     }
+    ask_to_stop(options_);
     const bool recognizes_breaks = options_.switches.recognize_crlf;
     const std::int32_t line_codes = recognizes_breaks ? ofLineCodes : ofMarkup;
     if (options_.to == OutputFormat::segments) {
       RunsJson json;
-      write_segments(*decoder.get_Segments(), recognizes_breaks, json);
-      json.drain_all(take_);
+      write_segments(*decoder.get_Segments(), recognizes_breaks, json, take_);
     } else if (options_.to == OutputFormat::html) {
       HtmlOutput<char16_t> html(options_);
-      write_segments(*decoder.get_Segments(), recognizes_breaks, html);
-      html.drain_all(take_);
+      write_segments(*decoder.get_Segments(), recognizes_breaks, html, take_);
+      html.count_lacking(dropped_);
     } else if (options_.to == OutputFormat::qelv6) {
+      FormatUse used;
+      for (const auto& segment : *decoder.get_Segments()) used.add(segment->code_state());
+      used.count_lacking_in_v6(dropped_);
       in_parts(decoder.GetQELTextv6(line_codes, false, false), take_);
     } else if (options_.to == OutputFormat::text) {
       write_text(decoder.GetQELText(ofPlainText | line_codes, false, false));
@@ -187,6 +196,7 @@ class Conversion {
   QELIndexFonts fonts_;  // a copy: writing the font table marks symbol fonts
   std::u16string_view line_break_;
   const Flow::Take& take_;
+  Dropped& dropped_;
   RTFParser parser_;
 };
 
@@ -216,7 +226,18 @@ void NormalizingFlow::finish() {
 
 void NormalizingFlow::drain(const Take& take, bool all) {
   if (flow_) flow_->drain([this](std::u16string_view part) { markup_.append(part); }, all);
-  if (all) in_parts(normalized(markup_), take);
+  if (all) in_parts(normalized(markup_, [this] { ask_to_stop(options_); }), take);
+}
+
+/// Makes RTF of the input, which is HTML.
+void StatedFlow::rewrite_html() {
+  const std::u16string html = std::exchange(input_, {});
+  RewritingFlow flow(options_, InputFormat::html, units_);
+  flow.read(html, true);
+  flow.finish();
+  flow.drain([this](std::u16string_view part) { input_.append(part); }, true);
+  flow.report(report_);
+  units_ = richtext::RtfReader::Units::characters;
 }
 
 /// Makes RTF of the input that the parser can read: without bytes of a code page, and with what the
@@ -224,6 +245,7 @@ void NormalizingFlow::drain(const Take& take, bool all) {
 void StatedFlow::prepare_rtf() {
   if (units_ == richtext::RtfReader::Units::bytes) {
     input_ = richtext::rtf_from_bytes(bytes_of(input_));
+    ask_to_stop(options_);
   }
   const richtext::CharFormat base = base_format(options_);
   richtext::Document document;
@@ -231,7 +253,8 @@ void StatedFlow::prepare_rtf() {
   RtfInput reader(base, builder, richtext::RtfReader::Units::characters, options_.extras);
   reader.read(input_, true);
   reader.finish();
-  reader.report(report_);
+  ask_to_stop(options_);
+  if (from_ == InputFormat::rtf) reader.report(report_);
   if (has_formats(options_.to)) {
     const rtf::TableIndexes indexes(options_.fonts, *options_.colors, rtf::Origin::rtf,
                                     Way::stated);
@@ -243,17 +266,18 @@ void StatedFlow::prepare_rtf() {
   }
   if (options_.extras != richtext::RtfExtras()) {
     input_ = richtext::write_rtf(document, {0, document.size()}, base);
+    ask_to_stop(options_);
   }
 }
 
 void StatedFlow::drain(const Take& take, bool all) {
   if (!all) return;
   const Common::ConversionSlots slots;
-  Conversion conversion(options_, line_break_, take);
+  Conversion conversion(options_, line_break_, take, report_.dropped);
   switch (from_) {
     case InputFormat::qel:
       if (options_.to == OutputFormat::rtf || options_.to == OutputFormat::simple_rtf) {
-        report_.dropped.fonts = fonts_lacking(input_, options_.fonts);
+        report_.dropped.fonts = formats_of(input_).fonts_lacking(options_.fonts);
       }
       return conversion.from_markup(std::move(input_));
     case InputFormat::rtf:
@@ -262,7 +286,10 @@ void StatedFlow::drain(const Take& take, bool all) {
     case InputFormat::text:
       return conversion.from_text(input_);
     case InputFormat::html:
-      return conversion.from_html(input_);
+      rewrite_html();
+      ask_to_stop(options_);
+      prepare_rtf();
+      return conversion.from_rtf(input_);
   }
 }
 

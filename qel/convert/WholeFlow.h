@@ -39,8 +39,9 @@ class NormalizingFlow : public Flow {
  public:
   /// `flow` writes the markup; without one it is what is read. With `is_file`, the line break at
   /// the end does not count.
-  NormalizingFlow(std::unique_ptr<Flow> flow, bool is_file)
-      : flow_(std::move(flow)), is_file_(is_file) {}
+  /// `options` have to outlive this object.
+  NormalizingFlow(std::unique_ptr<Flow> flow, bool is_file, const Options& options)
+      : flow_(std::move(flow)), is_file_(is_file), options_(options) {}
 
   std::size_t read(std::u16string_view part, bool is_last) override {
     if (flow_) return flow_->read(part, is_last);
@@ -57,6 +58,7 @@ class NormalizingFlow : public Flow {
  private:
   std::unique_ptr<Flow> flow_;
   bool is_file_;
+  const Options& options_;
   std::u16string markup_;
 };
 
@@ -79,6 +81,7 @@ class StatedFlow : public Flow {
   }
 
  private:
+  void rewrite_html();
   void prepare_rtf();
 
   const Options& options_;

@@ -1,11 +1,11 @@
 #pragma once
 
 #include <cstddef>
-#include <cstdint>
 #include <string>
 #include <string_view>
 
 #include "qel/base/Utf16.h"
+#include "qel/convert/Report.h"
 #include "qel/model/RunSink.h"
 
 namespace qel::convert {
@@ -26,8 +26,8 @@ template <class Char>
 class BasicWriter : public BasicRunSink<Char> {
  public:
   std::size_t size() const { return out_.size(); }
-  /// How many fonts of the text the output has no name for.
-  virtual std::uint64_t fonts_lacking() const { return 0; }
+  /// Adds the formats that the output has no name or code for.
+  virtual void count_lacking(Dropped& /*dropped*/) const {}
   /// Passes on what is written, except what the writer has to look back at. Characters stay whole.
   template <class Take>
   void drain(Take take) {

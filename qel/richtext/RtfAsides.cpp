@@ -37,7 +37,7 @@ void RtfReader::begin_aside(Aside kind) {
 /// The link ends with the group of the field, whose instruction has just ended.
 void RtfReader::begin_link(std::u16string address) {
   if (address.empty() || !properties_.is_shown()) return;
-  if (!extras_.links || asides_.size() == most_asides) {
+  if (asides_.size() == most_asides) {
     ++counts_.links;
     return;
   }
@@ -62,9 +62,11 @@ void RtfReader::end_aside(Alignment alignment) {
 }
 
 void RtfReader::end_link(const OpenAside& link) {
-  if (!properties_.is_shown()) return;
-  if (says_address(link.shown, link.address)) {
-    // What lies around this link has seen its text already.
+  if (says_address(link.shown, link.address)) return;
+  if (!extras_.links) {
+    ++counts_.links;
+  } else if (!properties_.is_shown()) {
+    return;
   } else if (link.shown.empty()) {
     add_text(u"(" + link.address + u")");
   } else {

@@ -41,7 +41,6 @@ std::size_t RtfReader::read(std::u16string_view rtf, bool is_last) {
   is_begun_ = is_begun_ || !scanner_.at_end();
   skip_binary_data();
   while (!scanner_.at_end() && !is_closed_ && !is_incomplete_) read_token();
-  if (is_closed_) scanner_.skip(rtf.size());
   return scanner_.position();
 }
 

@@ -10,7 +10,7 @@
 
 #include "qel/richtext/CharFormat.h"
 #include "qel/richtext/DocumentSink.h"
-#include "qel/richtext/RtfCounts.h"
+#include "qel/richtext/DroppedParts.h"
 #include "qel/richtext/RtfExtras.h"
 #include "qel/richtext/RtfProperties.h"
 #include "qel/richtext/RtfState.h"
@@ -56,7 +56,8 @@ class RtfReader {
   RtfReader& operator=(const RtfReader&) = delete;
 
   /// Reads on, up to what may go on behind the end unless this is the last part, and returns how
-  /// many units were read. The rest has to come again in front of the next part.
+  /// many units were read. The rest has to come again in front of the next part, unless the
+  /// document has been closed.
   std::size_t read(std::u16string_view rtf, bool is_last);
   /// Tells the sink that the document ends. To be called after the last part.
   void finish();
@@ -67,7 +68,7 @@ class RtfReader {
   /// Whether the document has been closed: all that follows is ignored.
   bool is_closed() const { return is_closed_; }
   /// What has been dropped so far.
-  const RtfCounts& counts() const { return counts_; }
+  const DroppedParts& counts() const { return counts_; }
   /// Whether a document has begun whose last brace has not come.
   bool is_open() const { return is_begun_ && !is_closed_ && extent_ == Extent::document; }
 
@@ -166,7 +167,7 @@ class RtfReader {
   Units units_;
   Extent extent_;
   RtfExtras extras_;
-  RtfCounts counts_;
+  DroppedParts counts_;
   RtfScanner scanner_;
   bool is_last_ = true;
   bool is_incomplete_ = false;  // the token goes on behind the end of the part

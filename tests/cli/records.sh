@@ -25,8 +25,12 @@ gives "no such field, blank lines, names with escapes, a break at the end" \
   $'{}\n\n \t\n{"n\\u006fte":"a\\n"}\n{"note":"b\\n\\u0001"}' \
   text '{}\n\n \t\n{"n\\u006fte":"a\\n"}\n{"note":"b\\r\\n\\u0001"}' --json-lines note
 gives "backslashes" '{"n":"\\\"","m":"\\"}' text '{"n":"\\\\\\"","m":"\\\\"}' --json-lines m
-gives "RTF and markup by their first bytes" $'{"n":"/b1r/b0"}\n{"n":"<u>/i1m/i0"}\n' \
-  piped '{"n":"{\\\\rtf1\\\\b r}"}\n{"n":"<u>/i1m"}\n' --json-lines n --to qel
+gives "RTF and markup by their first bytes, no encodings" \
+  $'{"n":"/b1r/b0"}\n{"n":"<u>/i1m/i0"}\n{"n":"\xef\xbb\xbfx"}\n' \
+  piped '{"n":"{\\\\rtf1\\\\b r}"}\n{"n":"<u>/i1m"}\n{"n":"\\ufeffx"}\n' --json-lines n --to qel
+deep=$(printf '[%.0s' {1..3000})$(printf ']%.0s' {1..3000})
+gives "halves of surrogate pairs, deep nesting" '{"n":"�x😀�","d":'"$deep"',"o":"\udc00\\ud800"}' \
+  text '{"n":"\\ud800/b1x\\uD83D\\uDE00\\udc00","d":'"$deep"',"o":"\\udc00\\\\ud800"}' --json-lines n
 gives "numbers of any size" '{"i":-123456789012345678901234567890,"n":"x","f":[1e999]}' \
   text '{"i":-123456789012345678901234567890,"n":"/b1x","f":[1e999]}' --json-lines n
 
@@ -57,6 +61,7 @@ qel: record 3: a field goes on behind its closing quote
 qel: record 4: a quote is not closed' ]] || fail "reported: $(cat .err)"
 breaks 1 "no field is named 'c'" text 'a,b\n' --csv c
 breaks 2 'excludes' text '' --csv a --json-lines a
+breaks 2 "'a=' names no field" text '' --json-lines a=
 breaks 2 "two fields would both become 'c'" text '' --csv a=c --csv b=c
 breaks 2 'more than one file' "$qel" convert one.csv one.csv --csv n --to text
 

@@ -39,13 +39,16 @@ if "$qel" convert --from html --to qel </dev/null 2>/dev/null; then
   gives "HTML by its first bytes" '/b1a/nl/b0b' piped '<p><b>a</b><p>b' --to qel
 fi
 gives "the shortest markup" '/b1ab/p1c/r0d/b0' piped '/b1a/b0/b1b/p1c/r0d/b0\n' --to qel --normalize
-breaks 2 '--normalize needs --to qel' "$qel" convert --to rtf --normalize
+for misfit in '--to rtf --normalize:--to qel' '--to qel --html-classes:--to html' '--from qel --to text --links:--from rtf'; do
+  read -ra words <<<"${misfit%:*}"
+  breaks 2 "${words[-1]} needs ${misfit#*:}" "$qel" convert "${words[@]}"
+done
 extras='{\\rtf1 a{\\footnote n}{\\header h\\par}{\\field{\\fldinst HYPERLINK "x:y"}{\\fldrslt t}}{\\pict 00}'
 gives "notes, headers and links on request" $'a [n]\nh\nt (x:y)' \
   piped "$extras" --to text --notes --headers --links
-breaks 0 '1 pictures, 1 notes, 1 headers, 1 links; the input breaks off' piped "$extras" --to text --report
+breaks 0 '1 picture, 1 note, 1 header, 1 link; the input breaks off' piped "$extras" --to text --report
 breaks 0 '"broken_off":true,"dropped":{"pictures":1,' piped "$extras" --to text --report=json
-breaks 1 'neither text nor RTF nor HTML, but binary data' piped '\x89PNG\r\n\x1a\n\0\0' --to text
+breaks 1 'qel: cannot convert standard input: the input is neither text nor RTF nor HTML, but binary data' piped '\x89PNG\r\n\x1a\n\0\0' --to text
 gives "what only looks binary" '%PDF-1' piped '%%PDF-1' --from text --to text
 
 echo "== switches =="
@@ -122,6 +125,11 @@ gives "through a link" '' "$qel" convert a.qel --to text -o link
 gives "what it leads to" ab cat kept
 gives "its permissions" $'640\n' stat -c %a kept
 gives "in place" '' "$qel" convert a.qel --to qel -o a.qel
+breaks 1 'cannot write a.qel: it is the input' "$qel" convert a.qel --to html -o a.qel
+ln -s a.qel same
+breaks 1 'cannot write same: it is the input' bash -c "$qel convert --to rtf -o same <a.qel"
+breaks 1 'standard output is the file that is read' bash -c "$qel convert a.qel --to qel >>a.qel"
+breaks 1 'standard output is the file' bash -c "$qel convert --csv n --to text <a.qel >>a.qel"
 [[ $(cat a.qel) == a/b1b/b0 ]] || fail "in place: $(cat a.qel)"
 # A file too large for its limit: the old one must survive.
 breaks 1 'cannot write kept: File too large' \

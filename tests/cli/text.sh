@@ -103,12 +103,14 @@ breaks 2 'exclude' text len a.qel -t x
 breaks 2 "'loud' is not a command (see 'qel text --help')" text loud
 breaks 2 "'--start' is not an option (see 'qel text len --help')" text len --start 3 -t x
 breaks 2 "x.PNG': pictures are written as SVG, so the name has to end in .svg" "$qel" render a.qel -o x.PNG
+breaks 2 "'a.qel' is the markup to draw" "$qel" render a.qel -o a.qel
 breaks 2 "'nan' is not a number" "$qel" render a.qel -o x.svg --width nan
 breaks 2 'standard input can be only one' text compare -
 breaks 2 '--indent leaves no room' "$qel" render a.qel -o x.svg --width 30 --indent 30
 printf '{\\rtf1 x}' >x.rtf
 breaks 1 'x.rtf is RTF' text plain x.rtf
 breaks 1 'x.rtf is RTF' "$qel" lint x.rtf
+breaks 1 'standard input is not text' bash -c "printf 'GIF8\0' | $qel lint"
 breaks 2 "'--jsno' is not an option" "$qel" lint --jsno
 breaks 1 'cannot write none/x.svg' "$qel" render a.qel -o none/x.svg
 

@@ -5,6 +5,7 @@
 #include "qel/convert/Options.h"
 #include "qel/richtext/CharFormat.h"
 #include "qel/richtext/DocumentSink.h"
+#include "qel/richtext/DroppedParts.h"
 
 namespace qel::html {
 
@@ -29,8 +30,11 @@ bool is_html(std::string_view bytes);
 ///
 /// `base` gives the font, size and colour of text for which the HTML names none, and other sizes
 /// are relative to its size.
-void read_html(std::string_view bytes, const richtext::CharFormat& base,
-               richtext::DocumentSink& sink);
+///
+/// Returns what has been dropped. Of tables, cells and rows count, of pictures those whose text
+/// stands in their place, too.
+richtext::DroppedParts read_html(std::string_view bytes, const richtext::CharFormat& base,
+                                 richtext::DocumentSink& sink);
 
 /// The two as conversions take them.
 convert::HtmlReader reader();
