@@ -48,6 +48,10 @@ bool is_rtf_document(OutputFormat format) {
   return format == OutputFormat::rtf || format == OutputFormat::rtf_body;
 }
 
+bool drops_last_break(const Options& options) {
+  return options.is_file && !options.keeps_last_break;
+}
+
 /// In the lossless way nothing has to be remembered between a reader and a writer.
 class StreamFlow : public Flow {
  public:
@@ -98,7 +102,7 @@ class StreamFlow : public Flow {
   static constexpr std::size_t enough = std::size_t{1} << 14U;
 
   void read_markup(const Options& options, RunSink& sink) {
-    auto reader = std::make_unique<MarkupInput>(sink, options.is_file);
+    auto reader = std::make_unique<MarkupInput>(sink, drops_last_break(options));
     if (is_rtf_document(options.to) || options.to == OutputFormat::simple_rtf) {
       reader->read_codes_of_rtf();
     }
@@ -146,7 +150,7 @@ std::unique_ptr<Flow> make_flow(const Options& options, InputFormat from,
       options.normalizes && options.to == OutputFormat::qel && options.way == Way::lossless;
   // Markup is taken as it is: what it says to conversions to RTF alone is not lost then.
   const bool is_source = normalizes && from == InputFormat::qel && options.switches == Switches();
-  if (is_source) return std::make_unique<NormalizingFlow>(nullptr, options.is_file);
+  if (is_source) return std::make_unique<NormalizingFlow>(nullptr, drops_last_break(options));
   auto flow = make_plain_flow(options, from, units, line_break);
   if (!normalizes) return flow;
   return std::make_unique<NormalizingFlow>(std::move(flow), false);

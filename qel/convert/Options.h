@@ -60,8 +60,9 @@ struct Options {
   /// Whether the input is a file of lines: it is refused where it is binary, and in the lossless
   /// way the line break at its end is not part of its markup.
   bool is_file = true;
-  HtmlOptions html;        ///< how HTML is written
-  HtmlReader html_reader;  ///< none: HTML cannot be read
+  bool keeps_last_break = false;  ///< whether that line break is part of its markup all the same
+  HtmlOptions html;               ///< how HTML is written
+  HtmlReader html_reader;         ///< none: HTML cannot be read
   /// Whether markup is written in the shortest way. It is all in memory then. Lossless only.
   bool normalizes = false;
   /// Asked every few thousand bytes that are read; when it says yes, the conversion ends where it

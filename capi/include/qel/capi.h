@@ -2,12 +2,14 @@
 #define QEL_CAPI_H
 
 /**
- * QEL for C and for every language that calls C: formatted text as markup, RTF, HTML and plain text.
+ * QEL for C and for every language that calls C: formatted text as markup, RTF, HTML and plain
+ * text.
  *
  * Texts are UTF-8 with their lengths in bytes, and may hold zero bytes; invalid bytes are read in
- * code page 1252. RTF is bytes. Positions are zero-based and count the characters that a reader
- * sees (Unicode code points), without codes; a line break is one character. `QEL_ALL` as a count,
- * or a count that reaches beyond the text, means all the rest.
+ * code page 1252. RTF is bytes. Conversions read byte order marks, too, and drop them; they refuse
+ * binary data unless its format is named. Positions are zero-based and count the characters that a
+ * reader sees (Unicode code points), without codes; a line break is one character. `QEL_ALL` as a
+ * count, or a count that reaches beyond the text, means all the rest.
  *
  * Ownership: what is passed in is read during the call and stays the caller's. A `qel_string` is
  * the caller's to release by `qel_string_free`; objects are released by the function named
@@ -111,7 +113,8 @@ QEL_API qel_status qel_options_set_switch(qel_options* options, qel_text name, i
  */
 QEL_API qel_status qel_options_set_json(qel_options* options, qel_text json, qel_error* error);
 /** A question asked every few thousand bytes, with `data`; when it returns other than 0, the call
- * ends with `QEL_STOPPED`. Null takes it away. */
+ * ends with `QEL_STOPPED`. Null takes it away. Batches ask it from their threads, from one at a
+ * time. */
 QEL_API void qel_options_set_stop(qel_options* options, int (*stop)(void* data), void* data);
 
 /* Conversions */
@@ -162,7 +165,9 @@ QEL_API qel_status qel_converter_take(qel_converter* converter, qel_string* piec
                                       qel_error* error);
 QEL_API void qel_converter_free(qel_converter* converter);
 
-/* Texts as markup. Of the options they read the stop question and "lossless". */
+/* Texts as markup. Of the options they read the stop question and "lossless". Without that, the
+ * letter of the markup's rules counts: line breaks are no characters, and are lost in what is
+ * written; an escaped code is four characters. */
 
 /** The text that a reader sees. */
 QEL_API qel_status qel_plain(qel_text markup, const qel_options* options, qel_string* output,
