@@ -14,7 +14,7 @@ class MarkupWriter : private convert::Writer {
  public:
   /// `bytes` has to outlive this object.
   explicit MarkupWriter(Buffer& bytes)
-      : Writer(LosslessMarkup::characters_needed),
+      : convert::Writer(LosslessMarkup::characters_needed),
         markup_(out(), style_codes::CodeSet::lossless),
         bytes_(bytes) {}
 

@@ -18,6 +18,7 @@ qel_options::qel_options() {
 #if QEL_CAPI_HTML
   conversion.html_reader = qel::html::reader();
 #endif
+  qel::convert::prepare(conversion);
 }
 
 namespace qel::capi {
@@ -150,12 +151,15 @@ using qel::capi::view;
 
 namespace {
 
-/// Passes the options on to a setter.
+/// Passes the options on to a setter. They stay as they are where that raises.
 template <class Set>
 qel_status change(qel_options* options, qel_error* error, Set set) noexcept {
   return guarded(error, [&] {
     require(options != nullptr, "the options are null");
-    set(options->conversion);
+    qel::convert::Options changed = options->conversion;
+    set(changed);
+    qel::convert::prepare(changed);
+    options->conversion = std::move(changed);
   });
 }
 

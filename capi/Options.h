@@ -23,7 +23,7 @@ inline void ask(const convert::Options& options) {
   if (options.stop && options.stop()) throw Failure(QEL_STOPPED, "stopped");
 }
 
-// The setters, which raise a `Failure` for what does not fit.
+// The setters, which raise a `Failure` for what does not fit, and may have changed some of it then.
 
 void set_from(convert::Options& options, std::string_view format);
 void set_to(convert::Options& options, std::string_view format);
@@ -33,7 +33,7 @@ void set_color(convert::Options& options, int index, std::uint32_t rgb);
 void set_tables(convert::Options& options, std::string_view records);
 /// Returns whether there is a switch of this name.
 bool set_switch(convert::Options& options, std::string_view name, bool is_on);
-/// In OptionsJson.cpp. Changes nothing where it raises.
+/// In OptionsJson.cpp.
 void set_json(convert::Options& options, std::string_view json);
 
 }  // namespace qel::capi

@@ -34,10 +34,11 @@ std::optional<std::uint32_t> color_of(std::string_view text) {
 /// Takes the values while they are parsed: a tree of them could not be released without memory.
 class OptionsReader : public nlohmann::json_sax<Json> {
  public:
-  explicit OptionsReader(const convert::Options& options) : options_(options) {}
+  /// `options` have to outlive this object.
+  explicit OptionsReader(convert::Options& options) : options_(options) {}
 
-  /// The options with all that was read. The tables come first, whatever the order.
-  convert::Options result() && {
+  /// Sets what else was read, the tables first, whatever the order.
+  void set_tables_and_items() {
     if (tables_) set_tables(options_, *tables_);
     for (int i = 0; i < table_size; ++i) {
       const auto at = static_cast<std::size_t>(i);
@@ -45,7 +46,6 @@ class OptionsReader : public nlohmann::json_sax<Json> {
       if (colors_[at]) set_color(options_, i, *colors_[at]);
     }
     if (font_size_) set_font_size(options_, *font_size_);
-    return std::move(options_);
   }
 
   bool null() override {
@@ -175,7 +175,7 @@ class OptionsReader : public nlohmann::json_sax<Json> {
     return static_cast<std::size_t>(is_array_ ? index_++ : index_);
   }
 
-  convert::Options options_;
+  convert::Options& options_;
   bool is_open_ = false;
   std::string name_;  // of the member
   List list_ = List::none;
@@ -192,7 +192,7 @@ class OptionsReader : public nlohmann::json_sax<Json> {
 void set_json(convert::Options& options, std::string_view json) {
   OptionsReader reader(options);
   if (!Json::sax_parse(json.begin(), json.end(), &reader)) refuse("binary", "is not JSON");
-  options = std::move(reader).result();
+  reader.set_tables_and_items();
 }
 
 }  // namespace qel::capi

@@ -3,6 +3,7 @@
 #include <functional>
 #include <memory>
 #include <optional>
+#include <string>
 #include <string_view>
 
 #include "qel/convert/Formats.h"
@@ -54,6 +55,8 @@ struct Options {
   Switches switches;
   QELIndexFonts fonts;
   std::shared_ptr<const QELIndexColors> colors = std::make_shared<QELIndexColors>();
+  /// What RTF begins with, if it was made from these tables before (see `prepare`).
+  std::shared_ptr<const std::u16string> rtf_head;
   Way way = Way::lossless;
   /// What else of RTF is kept.
   richtext::RtfExtras extras;

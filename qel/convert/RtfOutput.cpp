@@ -16,9 +16,13 @@ RTFParser lossless_parser() {
 
 }  // namespace
 
-RtfOutput::RtfOutput(const Options& options) : fonts_(&options.fonts), body_(out()) {
+std::u16string rtf_head(const Options& options) {
   QELIndexFonts fonts = options.fonts;  // writing the font table marks symbol fonts
-  out().append(rtf::document_head(fonts, *options.colors, *surface(), Way::lossless));
+  return rtf::document_head(fonts, *options.colors, *surface(), Way::lossless);
+}
+
+RtfOutput::RtfOutput(const Options& options) : fonts_(&options.fonts), body_(out()) {
+  out().append(options.rtf_head ? *options.rtf_head : rtf_head(options));
 }
 
 void RtfOutput::finish() {
