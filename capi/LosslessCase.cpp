@@ -139,7 +139,8 @@ void change_case(Buffer& output, std::string_view markup, CaseChange change, Spa
   }
   Flat flat(span);
   read_markup(markup, options, flat);
-  case_rules::apply(flat.text(), flat.span(), change, TextCase().ignored_words());
+  static const TextCase rules;
+  case_rules::apply(flat.text(), flat.span(), change, rules.ignored_words());
   Relettered sink(output, flat.text());
   read_markup(markup, options, sink);
 }

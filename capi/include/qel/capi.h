@@ -184,7 +184,7 @@ QEL_API qel_status qel_right(qel_text markup, size_t count, const qel_options* o
                              qel_string* output, qel_error* error);
 QEL_API qel_status qel_mid(qel_text markup, size_t start, size_t count, const qel_options* options,
                            qel_string* output, qel_error* error);
-/** `replacement`, markup, in place of `count` characters. */
+/** `replacement`, markup whose formats end with it, in place of `count` characters. */
 QEL_API qel_status qel_stuff(qel_text markup, size_t start, size_t count, qel_text replacement,
                              const qel_options* options, qel_string* output, qel_error* error);
 /** `change`: "upper", "lower", "swap", "title", "initial", "first-upper", "first-lower". */
