@@ -13,6 +13,12 @@ namespace {
 
 using style_codes::CodeState;
 
+/// The words that titles leave in lower case.
+const WordSet& title_words() {
+  static const TextCase rules;
+  return rules.ignored_words();
+}
+
 /// A code that is text keeps its case.
 void mask_codes(std::u16string& text, std::size_t from) {
   for (std::size_t at = find_any<u'/'>(text, from); at < text.size();
@@ -44,7 +50,7 @@ class Changed : public TextSink {
     if (begin == end) return writer_.text(text, state);
     changed_ = text;
     mask_codes(changed_, 0);
-    case_rules::apply(changed_, {begin, end}, change_, {});
+    case_rules::apply(changed_, {begin, end}, change_, title_words());
     restore(changed_, text);
     writer_.text(changed_, state);
   }
@@ -139,8 +145,7 @@ void change_case(Buffer& output, std::string_view markup, CaseChange change, Spa
   }
   Flat flat(span);
   read_markup(markup, options, flat);
-  static const TextCase rules;
-  case_rules::apply(flat.text(), flat.span(), change, rules.ignored_words());
+  case_rules::apply(flat.text(), flat.span(), change, title_words());
   Relettered sink(output, flat.text());
   read_markup(markup, options, sink);
 }

@@ -1,7 +1,7 @@
+#include <deque>
 #include <memory>
 #include <string>
 #include <utility>
-#include <vector>
 
 #include "Buffer.h"
 #include "Guard.h"
@@ -13,7 +13,7 @@
 
 struct qel_runs {
   qel::capi::Buffer text;
-  std::vector<qel_run> runs;
+  std::deque<qel_run> runs;
 };
 
 namespace qel::capi {

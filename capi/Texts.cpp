@@ -8,6 +8,7 @@
 #include "MarkupReading.h"
 #include "Options.h"
 #include "StatedTexts.h"
+#include "qel/base/Utf16.h"
 #include "qel/base/Utf8.h"
 #include "qel/convert/Normalize.h"
 #include "qel/model/TextAttribute.h"
@@ -53,6 +54,28 @@ qel_status count(size_t* output, const qel_options* options, qel_error* error, L
     const Options& all = checked(options);
     *output = all.way == Way::lossless ? lossless(all) : stated();
   });
+}
+
+std::u16string normalized(std::string_view markup, const Options& all) {
+  std::u16string text;
+  text.reserve(markup.size());
+  append_utf16_of(text, markup, richtext::decode_western);
+  ask(all);
+  return convert::normalized(text, all.stop);
+}
+
+/// In parts, so that it is not in memory a third time.
+void append(Buffer& to, std::u16string_view text) {
+  constexpr std::size_t part_size = std::size_t{1} << 14U;
+  std::string part;
+  while (!text.empty()) {
+    std::size_t size = std::min(text.size(), part_size);
+    if (is_pair_at(text, size - 1)) ++size;
+    part.clear();
+    append_utf8(part, text.substr(0, size));
+    to.append(part);
+    text.remove_prefix(size);
+  }
 }
 
 qel_status cut(qel_text markup, Span span, const qel_options* options, qel_string* output,
@@ -190,12 +213,15 @@ qel_status qel_toggle(qel_text markup, qel_text attribute, size_t start, size_t 
       [&] { return stated::toggle(view(markup), attribute_of(view(attribute)), span); });
 }
 
-qel_status qel_normalize(qel_text markup, qel_string* output, qel_error* error) {
-  return write(
-      output, nullptr, error,
-      [&](Buffer& to, const Options& /*all*/) {
-        to.append(qel::to_utf8(
-            qel::convert::normalized(qel::from_utf8(view(markup), qel::richtext::decode_western))));
-      },
-      [] { return std::string(); });
+qel_status qel_normalize(qel_text markup, const qel_options* options, qel_string* output,
+                         qel_error* error) {
+  if (output != nullptr) *output = {};
+  return guarded(error, [&] {
+    require(output != nullptr, "the output is null");
+    const Options& all = checked(options);
+    Buffer bytes;
+    append(bytes, normalized(view(markup), all));
+    ask(all);
+    *output = bytes.release();
+  });
 }

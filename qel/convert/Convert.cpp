@@ -103,6 +103,7 @@ class Converter::Stages {
       flow_->finish();
       flow_->drain(take_, true);
       flow_->report(report_);
+      if (options_.normalizes) is_stopped();
     }
     return report_;
   }

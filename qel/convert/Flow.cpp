@@ -150,10 +150,11 @@ std::unique_ptr<Flow> make_flow(const Options& options, InputFormat from,
       options.normalizes && options.to == OutputFormat::qel && options.way == Way::lossless;
   // Markup is taken as it is: what it says to conversions to RTF alone is not lost then.
   const bool is_source = normalizes && from == InputFormat::qel && options.switches == Switches();
-  if (is_source) return std::make_unique<NormalizingFlow>(nullptr, drops_last_break(options));
+  if (is_source)
+    return std::make_unique<NormalizingFlow>(nullptr, drops_last_break(options), options.stop);
   auto flow = make_plain_flow(options, from, units, line_break);
   if (!normalizes) return flow;
-  return std::make_unique<NormalizingFlow>(std::move(flow), false);
+  return std::make_unique<NormalizingFlow>(std::move(flow), false, options.stop);
 }
 
 richtext::CharFormat base_format(const Options& options) {

@@ -14,8 +14,14 @@ class Normalizer {
  public:
   explicit Normalizer(std::u16string_view markup) : markup_(markup) { out_.reserve(markup.size()); }
 
-  std::u16string result() && {
+  std::u16string result(const std::function<bool()>& stop) && {
+    constexpr std::size_t between_questions = std::size_t{1} << 14U;
+    std::size_t asked = 0;
     for (std::size_t at = 0; at < markup_.size();) {
+      if (stop && at - asked >= between_questions) {
+        if (stop()) break;
+        asked = at;
+      }
       const Piece piece = piece_at(markup_, at, Way::lossless);
       read(piece, at);
       at += piece.characters.size();
@@ -124,6 +130,8 @@ class Normalizer {
 
 }  // namespace
 
-std::u16string normalized(std::u16string_view markup) { return Normalizer(markup).result(); }
+std::u16string normalized(std::u16string_view markup, const std::function<bool()>& stop) {
+  return Normalizer(markup).result(stop);
+}
 
 }  // namespace qel::convert

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <functional>
 #include <string>
 #include <string_view>
 
@@ -15,7 +16,8 @@ namespace qel::convert {
 /// - Formats that are closed behind the last text stay closed, others stay open.
 ///
 /// The markup is a whole text: a code that kept the end of a part from what follows it goes as
-/// well. The result is never longer, and is its own shortest markup. Takes linear time.
-std::u16string normalized(std::u16string_view markup);
+/// well. The result is never longer, and is its own shortest markup. Takes linear time. When
+/// `stop`, asked every few thousand characters, says yes, it is only a beginning.
+std::u16string normalized(std::u16string_view markup, const std::function<bool()>& stop = {});
 
 }  // namespace qel::convert

@@ -69,7 +69,8 @@ struct Options {
   /// Whether markup is written in the shortest way. It is all in memory then. Lossless only.
   bool normalizes = false;
   /// Asked every few thousand bytes that are read; when it says yes, the conversion ends where it
-  /// is. What has to be read whole (see `Converter`) is not interrupted after that.
+  /// is. What has to be read whole (see `Converter`) is not interrupted after that, but for
+  /// markup that is written in the shortest way.
   std::function<bool()> stop;
 };
 

@@ -216,7 +216,7 @@ void NormalizingFlow::finish() {
 
 void NormalizingFlow::drain(const Take& take, bool all) {
   if (flow_) flow_->drain([this](std::u16string_view part) { markup_.append(part); }, all);
-  if (all) in_parts(normalized(markup_), take);
+  if (all) in_parts(normalized(markup_, stop_), take);
 }
 
 /// Makes RTF of the input that the parser can read: without bytes of a code page, and with what the

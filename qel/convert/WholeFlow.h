@@ -1,5 +1,6 @@
 #pragma once
 
+#include <functional>
 #include <memory>
 #include <string>
 #include <string_view>
@@ -38,9 +39,9 @@ class RewritingFlow : public Flow {
 class NormalizingFlow : public Flow {
  public:
   /// `flow` writes the markup; without one it is what is read. With `is_file`, the line break at
-  /// the end does not count.
-  NormalizingFlow(std::unique_ptr<Flow> flow, bool is_file)
-      : flow_(std::move(flow)), is_file_(is_file) {}
+  /// the end does not count. `stop` has to outlive this object.
+  NormalizingFlow(std::unique_ptr<Flow> flow, bool is_file, const std::function<bool()>& stop)
+      : flow_(std::move(flow)), is_file_(is_file), stop_(stop) {}
 
   std::size_t read(std::u16string_view part, bool is_last) override {
     if (flow_) return flow_->read(part, is_last);
@@ -57,6 +58,7 @@ class NormalizingFlow : public Flow {
  private:
   std::unique_ptr<Flow> flow_;
   bool is_file_;
+  const std::function<bool()>& stop_;
   std::u16string markup_;
 };
 

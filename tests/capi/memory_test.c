@@ -82,7 +82,7 @@ static qel_status do_all(size_t* bytes) {
   TRY(qel_stuff(text_of(note), 5, 3, text_of("/nl/b1x"), NULL, &output, &error))
   TRY(qel_change_case(text_of(note), text_of("title"), 0, QEL_ALL, NULL, &output, &error))
   TRY(qel_toggle(text_of(note), text_of("font3"), 10, 700, NULL, &output, &error))
-  TRY(qel_normalize(text_of(note), &output, &error))
+  TRY(qel_normalize(text_of(note), NULL, &output, &error))
   TRY(qel_runs_of(text_of(note), NULL, &runs, &error))
   *bytes += qel_runs_count(runs) + position;
 

@@ -198,8 +198,9 @@ QEL_API qel_status qel_change_case(qel_text markup, qel_text change, size_t star
  */
 QEL_API qel_status qel_toggle(qel_text markup, qel_text attribute, size_t start, size_t count,
                               const qel_options* options, qel_string* output, qel_error* error);
-/** The shortest markup of the same text in the same formats. */
-QEL_API qel_status qel_normalize(qel_text markup, qel_string* output, qel_error* error);
+/** The shortest markup of the same text in the same formats, always lossless. */
+QEL_API qel_status qel_normalize(qel_text markup, const qel_options* options, qel_string* output,
+                                 qel_error* error);
 
 /** A part of a text in one format. */
 typedef struct qel_run {
