@@ -5,6 +5,7 @@ from __future__ import annotations
 import os
 from array import array
 from functools import lru_cache
+from itertools import accumulate
 from threading import Lock
 from typing import Any, Iterable, Iterator, List, NamedTuple, Optional, Sequence, Union
 
@@ -72,6 +73,7 @@ class Converter:
         **switches: bool,
     ):
         self._source = source
+        self._is_utf8 = source in ("qel", "text")
         self._options = options_from(
             fonts,
             colors,
@@ -159,7 +161,7 @@ class Converter:
             return text
         if not isinstance(text, str):
             raise TypeError(f"a text is str or bytes, not {type(text).__name__}")
-        if text.isascii() or self._source in ("qel", "text"):
+        if text.isascii() or self._is_utf8:
             return text.encode()
         # Bytes of RTF and HTML would be in the encoding that these name, but for a mark.
         if self._source == "rtf" or (self._source is None and text.startswith("{\\rtf")):
@@ -169,7 +171,12 @@ class Converter:
     def _convert_piece(
         self, texts: Sequence[Optional[Text]], first: int, threads: int, errors: str
     ) -> List[Optional[str]]:
-        given = [self._encoded(text) for text in texts if text is not None]
+        given = [
+            # What most texts are, without a call.
+            text.encode() if type(text) is str and text.isascii() else self._encoded(text)
+            for text in texts
+            if text is not None
+        ]
         sizes = array("Q", map(len, given))
         batch = ffi.new("py_batch *")
         error = ffi.new("qel_error *")
@@ -201,18 +208,20 @@ class Converter:
 def _split(batch: Any, count: int) -> List[Optional[str]]:
     """The outputs of a batch, None for those that failed."""
     sizes = ffi.unpack(batch.sizes, count)
-    data = ffi.buffer(batch.output, sum(size for size in sizes if size != lib.QEL_ALL))[:]
-    outputs: List[Optional[str]] = []
-    begin = 0
-    # Most texts are ASCII, in which bytes and characters are the same.
-    whole = data.decode("ascii") if data.isascii() else None
-    for size in sizes:
-        if size == lib.QEL_ALL:
-            outputs.append(None)
-            continue
-        end = begin + size
-        outputs.append(data[begin:end].decode() if whole is None else whole[begin:end])
-        begin = end
+    failed = [at for at, size in enumerate(sizes) if size == lib.QEL_ALL] if batch.bad < count else []
+    for at in failed:
+        sizes[at] = 0
+    ends = list(accumulate(sizes))
+    data = ffi.buffer(batch.output, ends[-1] if ends else 0)
+    outputs: List[Optional[str]]
+    try:
+        # Most texts are ASCII, in which bytes and characters are the same.
+        whole = str(data, "ascii")
+        outputs = [whole[begin:end] for begin, end in zip([0, *ends], ends)]
+    except UnicodeDecodeError:
+        outputs = [str(data[begin:end], "utf-8") for begin, end in zip([0, *ends], ends)]
+    for at in failed:
+        outputs[at] = None
     return outputs
 
 
@@ -238,7 +247,7 @@ def _converted(text: Text, source: str, target: str, options: dict) -> str:
 def to_rtf(markup: Text, **options: Any) -> str:
     r"""Markup as RTF, which is ASCII. Options are those of `Converter`.
 
-    >>> to_rtf("Hello /b1world/b0")[-23:]
+    >>> to_rtf("Hello /b1world/b0")[-21:]
     'Hello \\b1 world\\b0 }}'
     """
     return _converted(markup, "qel", "rtf", options)

@@ -9,6 +9,7 @@
 #include "qel/base/Utf8.h"
 #include "qel/convert/ByteInput.h"
 #include "qel/convert/Flow.h"
+#include "qel/convert/PreparedTables.h"
 #include "qel/convert/RtfOutput.h"
 #include "qel/richtext/CompressedRtf.h"
 #include "qel/richtext/DocumentReader.h"
@@ -214,7 +215,9 @@ bool Converter::push(std::string_view bytes) { return stages_->push(bytes); }
 Report Converter::finish() { return stages_->finish(); }
 
 void prepare(Options& options) {
-  options.rtf_head = std::make_shared<const std::u16string>(rtf_head(options));
+  options.prepared = std::make_shared<const PreparedTables>(PreparedTables{
+      rtf_head(options),
+      rtf::TableIndexes(options.fonts, *options.colors, rtf::Origin::rtf, Way::lossless)});
 }
 
 Report convert(const Source& source, const Sink& sink, const Options& options) {

@@ -7,6 +7,7 @@
 #include "qel/convert/HtmlOutput.h"
 #include "qel/convert/MarkupInput.h"
 #include "qel/convert/MarkupOutput.h"
+#include "qel/convert/PreparedTables.h"
 #include "qel/convert/RtfInput.h"
 #include "qel/convert/RtfOutput.h"
 #include "qel/convert/RunsJson.h"
@@ -110,6 +111,7 @@ class StreamFlow : public Flow {
   }
 
   richtext::DocumentSink& runs_of(const Options& options, RunSink& sink) {
+    if (options.prepared) return runs_.emplace(options.prepared->indexes_in_rtf, sink);
     rtf::TableIndexes indexes(options.fonts, *options.colors, rtf::Origin::rtf, Way::lossless);
     return runs_.emplace(std::move(indexes), sink);
   }

@@ -3,7 +3,6 @@
 #include <functional>
 #include <memory>
 #include <optional>
-#include <string>
 #include <string_view>
 
 #include "qel/convert/Formats.h"
@@ -45,6 +44,8 @@ struct HtmlReader {
       read;
 };
 
+struct PreparedTables;
+
 struct Options {
   /// Empty: RTF if the input begins so, else markup; of a file also HTML, with a reader for it.
   std::optional<InputFormat> from;
@@ -55,8 +56,8 @@ struct Options {
   Switches switches;
   QELIndexFonts fonts;
   std::shared_ptr<const QELIndexColors> colors = std::make_shared<QELIndexColors>();
-  /// What RTF begins with, if it was made from these tables before (see `prepare`).
-  std::shared_ptr<const std::u16string> rtf_head;
+  /// What `prepare` has made of these tables; none at first.
+  std::shared_ptr<const PreparedTables> prepared;
   Way way = Way::lossless;
   /// What else of RTF is kept.
   richtext::RtfExtras extras;

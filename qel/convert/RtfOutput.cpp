@@ -1,5 +1,6 @@
 #include "qel/convert/RtfOutput.h"
 
+#include "qel/convert/PreparedTables.h"
 #include "qel/platform/Common.h"
 
 namespace qel::convert {
@@ -22,7 +23,7 @@ std::u16string rtf_head(const Options& options) {
 }
 
 RtfOutput::RtfOutput(const Options& options) : fonts_(&options.fonts), body_(out()) {
-  out().append(options.rtf_head ? *options.rtf_head : rtf_head(options));
+  out().append(options.prepared ? options.prepared->rtf_head : rtf_head(options));
 }
 
 void RtfOutput::finish() {
