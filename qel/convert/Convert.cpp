@@ -11,6 +11,8 @@
 #include "qel/convert/ByteInput.h"
 #include "qel/convert/Flow.h"
 #include "qel/convert/Pipe.h"
+#include "qel/convert/PreparedTables.h"
+#include "qel/convert/RtfOutput.h"
 #include "qel/richtext/CompressedRtf.h"
 #include "qel/richtext/DocumentReader.h"
 #include "qel/richtext/RtfBytes.h"
@@ -210,6 +212,12 @@ bool Converter::push(std::string_view bytes) {
 
 Report Converter::finish() {
   return unless_failed([&] { return stages_->finish(); });
+}
+
+void prepare(Options& options) {
+  options.prepared = std::make_shared<const PreparedTables>(PreparedTables{
+      rtf_head(options), richtext::rtf_to_bytes(rtf_head(options)),
+      rtf::TableIndexes(options.fonts, *options.colors, rtf::Origin::rtf, Way::lossless)});
 }
 
 Report convert(const Source& source, const Sink& sink, const Options& options) {

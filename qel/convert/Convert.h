@@ -60,6 +60,9 @@ Report convert(const Source& source, const Sink& sink, const Options& options);
 /// The same for bytes in memory.
 std::string convert(std::string_view bytes, const Options& options);
 
+/// Spares many short conversions what their tables cost, if these do not change any more.
+void prepare(Options& options);
+
 /// Whether the bytes of a file are an RTF document.
 bool is_rtf(std::string_view bytes);
 /// Whether the bytes of a file, by how they begin, are no text in any encoding.

@@ -8,6 +8,7 @@
 #include "qel/convert/HtmlOutput.h"
 #include "qel/convert/MarkupInput.h"
 #include "qel/convert/MarkupOutput.h"
+#include "qel/convert/PreparedTables.h"
 #include "qel/convert/RtfInput.h"
 #include "qel/convert/RtfOutput.h"
 #include "qel/convert/RunsJson.h"
@@ -54,11 +55,15 @@ std::unique_ptr<BasicWriter<Char>> make_writer(const Options& options, bool from
   }
 }
 
+bool drops_last_break(const Options& options) {
+  return options.is_file && !options.keeps_last_break;
+}
+
 template <class Char>
 std::unique_ptr<BasicReader<Char>> make_reader(const Options& options, InputFormat from,
                                                BasicRunSink<Char>& sink) {
   if (from == InputFormat::text) return std::make_unique<TextInput<Char>>(sink);
-  auto reader = std::make_unique<MarkupInput<Char>>(sink, options.is_file);
+  auto reader = std::make_unique<MarkupInput<Char>>(sink, drops_last_break(options));
   if (is_rtf_document(options.to) || options.to == OutputFormat::simple_rtf) {
     reader->read_codes_of_rtf();
   }
@@ -118,6 +123,11 @@ std::unique_ptr<BasicFlow<Char>> make_stream_of_text(const Options& options, Inp
   return flow;
 }
 
+rtf::TableIndexes indexes_of(const Options& options) {
+  if (options.prepared) return options.prepared->indexes_in_rtf;
+  return rtf::TableIndexes(options.fonts, *options.colors, rtf::Origin::rtf, Way::lossless);
+}
+
 /// The stream of a document, whose formats are looked up in the tables.
 class DocumentFlow : public StreamFlow<char16_t> {
  public:
@@ -125,8 +135,7 @@ class DocumentFlow : public StreamFlow<char16_t> {
                std::u16string_view line_break)
       : StreamFlow(options, from, line_break),
         to_(options.to),
-        runs_(rtf::TableIndexes(options.fonts, *options.colors, rtf::Origin::rtf, Way::lossless),
-              sink()) {
+        runs_(indexes_of(options), sink()) {
     if (from == InputFormat::html) {
       put_reader(std::make_unique<HtmlInput>(options, runs_));
     } else {
@@ -184,7 +193,7 @@ std::unique_ptr<Flow> make_flow(const Options& options, InputFormat from,
   if (!normalizes(options)) return make_plain_flow(options, from, units, line_break);
   // Markup is taken as it is: what it says to conversions to RTF alone is not lost then.
   const bool is_source = from == InputFormat::qel && options.switches == Switches();
-  if (is_source) return std::make_unique<NormalizingFlow>(nullptr, options.is_file, options);
+  if (is_source) return std::make_unique<NormalizingFlow>(nullptr, drops_last_break(options), options);
   auto flow = make_plain_flow(options, from, units, line_break);
   return std::make_unique<NormalizingFlow>(std::move(flow), false, options);
 }

@@ -46,6 +46,8 @@ struct HtmlReader {
       read;
 };
 
+struct PreparedTables;
+
 struct Options {
   /// Empty: RTF if the input begins so, else markup; of a file also HTML, with a reader for it.
   std::optional<InputFormat> from;
@@ -56,6 +58,8 @@ struct Options {
   Switches switches;
   QELIndexFonts fonts;
   std::shared_ptr<const QELIndexColors> colors = std::make_shared<QELIndexColors>();
+  /// What `prepare` has made of these tables; none at first.
+  std::shared_ptr<const PreparedTables> prepared;
   Way way = Way::lossless;
   /// What else of RTF is kept.
   richtext::RtfExtras extras;
@@ -63,8 +67,9 @@ struct Options {
   /// where it is binary, and in the lossless way the line break at its end is not part of its
   /// markup.
   bool is_file = true;
-  HtmlOptions html;        ///< how HTML is written
-  HtmlReader html_reader;  ///< none: HTML cannot be read
+  bool keeps_last_break = false;  ///< whether that line break is part of its markup all the same
+  HtmlOptions html;               ///< how HTML is written
+  HtmlReader html_reader;         ///< none: HTML cannot be read
   /// Whether markup is written in the shortest way. It is all in memory then. Lossless only.
   bool normalizes = false;
   /// Asked every few thousand bytes that are read, and then while the rest is written; when it says

@@ -3,6 +3,7 @@
 #include <type_traits>
 
 #include "qel/base/Ascii.h"
+#include "qel/convert/PreparedTables.h"
 #include "qel/platform/Common.h"
 #include "qel/richtext/RtfBytes.h"
 
@@ -20,14 +21,19 @@ RTFParser lossless_parser() {
 
 }  // namespace
 
+std::u16string rtf_head(const Options& options) {
+  QELIndexFonts fonts = options.fonts;  // writing the font table marks symbol fonts
+  return rtf::document_head(fonts, *options.colors, *surface(), Way::lossless);
+}
+
 template <class Char>
 RtfOutput<Char>::RtfOutput(const Options& options) : fonts_(&options.fonts), body_(this->out()) {
-  QELIndexFonts fonts = options.fonts;  // writing the font table marks symbol fonts
-  const std::u16string head = rtf::document_head(fonts, *options.colors, *surface(), Way::lossless);
+  const PreparedTables* const prepared = options.prepared.get();
   if constexpr (std::is_same_v<Char, char>) {
-    richtext::append_rtf_bytes(this->out(), head);
+    this->out() = prepared != nullptr ? prepared->rtf_head_in_bytes
+                                      : richtext::rtf_to_bytes(rtf_head(options));
   } else {
-    this->out().append(head);
+    this->out() = prepared != nullptr ? prepared->rtf_head : rtf_head(options);
   }
 }
 

@@ -9,6 +9,9 @@
 
 namespace qel::convert {
 
+/// What a document with the tables of the options begins with.
+std::u16string rtf_head(const Options& options);
+
 /// Writes RTF in the lossless way: a whole document, or its body alone.
 template <class Char>
 class RtfOutput final : public BasicWriter<Char> {

@@ -102,9 +102,11 @@ bool is_spared(std::u16string_view text, const Word& word, Span span, const Word
 void map_all(std::u16string& text, Span span, Mapping mapping) {
   constexpr char16_t ascii = 0x80;
   std::array<char16_t, ascii> mapped{};
-  for (char16_t c = 0; c < ascii; ++c) mapped[c] = static_cast<char16_t>(mapping(c));
+  // Not worth its while for a short text.
+  const char16_t known = span.end - span.begin > ascii ? ascii : 0;
+  for (char16_t c = 0; c < known; ++c) mapped[c] = static_cast<char16_t>(mapping(c));
   for (std::size_t at = span.begin; at < span.end;) {
-    if (text[at] < ascii) {
+    if (text[at] < known) {
       text[at] = mapped[text[at]];
       ++at;
     } else {

@@ -28,7 +28,7 @@ echo "== find_package =="
 configure_consumer find_package -DCMAKE_PREFIX_PATH="$work/prefix" -DCMAKE_BUILD_TYPE=Debug
 "$cmake" --build find_package --parallel 2
 find_package/consumer
-for program in html widget; do
+for program in capi html widget; do
   [[ ! -x find_package/$program ]] || find_package/$program
 done
 
@@ -40,6 +40,11 @@ consume() {
   "./by_$2"
 }
 consume main qel &
+if [[ -f $packages/qel-capi.pc ]]; then
+  read -ra flags <<<"$(pkg-config --cflags --libs qel-capi)"
+  "$compiler" -x c -std=c99 -MMD -MF qel-capi.d "$here/capi.c" -o by_qel-capi "${flags[@]}"
+  ./by_qel-capi
+fi
 [[ ! -f $packages/qel-html.pc ]] || consume html qel-html
 [[ ! -f $packages/qel-qt.pc ]] || consume widget qel-qt
 wait $!

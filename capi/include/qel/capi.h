@@ -2,12 +2,14 @@
 #define QEL_CAPI_H
 
 /**
- * QEL for C and for every language that calls C: formatted text as markup, RTF, HTML and plain text.
+ * QEL for C and for every language that calls C: formatted text as markup, RTF, HTML and plain
+ * text.
  *
  * Texts are UTF-8 with their lengths in bytes, and may hold zero bytes; invalid bytes are read in
- * code page 1252. RTF is bytes. Positions are zero-based and count the characters that a reader
- * sees (Unicode code points), without codes; a line break is one character. `QEL_ALL` as a count,
- * or a count that reaches beyond the text, means all the rest.
+ * code page 1252. RTF is bytes. Conversions read byte order marks, too, and drop them; they refuse
+ * binary data unless its format is named. Positions are zero-based and count the characters that a
+ * reader sees (Unicode code points), without codes; a line break is one character. `QEL_ALL` as a
+ * count, or a count that reaches beyond the text, means all the rest.
  *
  * Ownership: what is passed in is read during the call and stays the caller's. A `qel_string` is
  * the caller's to release by `qel_string_free`; objects are released by the function named
@@ -111,7 +113,8 @@ QEL_API qel_status qel_options_set_switch(qel_options* options, qel_text name, i
  */
 QEL_API qel_status qel_options_set_json(qel_options* options, qel_text json, qel_error* error);
 /** A question asked every few thousand bytes, with `data`; when it returns other than 0, the call
- * ends with `QEL_STOPPED`. Null takes it away. */
+ * ends with `QEL_STOPPED`. Null takes it away. Batches ask it from their threads, from one at a
+ * time. */
 QEL_API void qel_options_set_stop(qel_options* options, int (*stop)(void* data), void* data);
 
 /* Conversions */
@@ -162,7 +165,9 @@ QEL_API qel_status qel_converter_take(qel_converter* converter, qel_string* piec
                                       qel_error* error);
 QEL_API void qel_converter_free(qel_converter* converter);
 
-/* Texts as markup. Of the options they read the stop question and "lossless". */
+/* Texts as markup. Of the options they read the stop question and "lossless". Without that, the
+ * letter of the markup's rules counts: line breaks are no characters, and are lost in what is
+ * written; an escaped code is four characters. */
 
 /** The text that a reader sees. */
 QEL_API qel_status qel_plain(qel_text markup, const qel_options* options, qel_string* output,
@@ -179,7 +184,7 @@ QEL_API qel_status qel_right(qel_text markup, size_t count, const qel_options* o
                              qel_string* output, qel_error* error);
 QEL_API qel_status qel_mid(qel_text markup, size_t start, size_t count, const qel_options* options,
                            qel_string* output, qel_error* error);
-/** `replacement`, markup, in place of `count` characters. */
+/** `replacement`, markup whose formats end with it, in place of `count` characters. */
 QEL_API qel_status qel_stuff(qel_text markup, size_t start, size_t count, qel_text replacement,
                              const qel_options* options, qel_string* output, qel_error* error);
 /** `change`: "upper", "lower", "swap", "title", "initial", "first-upper", "first-lower". */
@@ -193,8 +198,9 @@ QEL_API qel_status qel_change_case(qel_text markup, qel_text change, size_t star
  */
 QEL_API qel_status qel_toggle(qel_text markup, qel_text attribute, size_t start, size_t count,
                               const qel_options* options, qel_string* output, qel_error* error);
-/** The shortest markup of the same text in the same formats. */
-QEL_API qel_status qel_normalize(qel_text markup, qel_string* output, qel_error* error);
+/** The shortest markup of the same text in the same formats, always lossless. */
+QEL_API qel_status qel_normalize(qel_text markup, const qel_options* options, qel_string* output,
+                                 qel_error* error);
 
 /** A part of a text in one format. */
 typedef struct qel_run {

@@ -1,0 +1,153 @@
+#include <algorithm>
+#include <string>
+
+#include "LosslessTexts.h"
+#include "MarkupWriter.h"
+#include "qel/base/Scan.h"
+#include "qel/model/QELCode.h"
+#include "qel/model/ReservedColors.h"
+#include "qel/text/CaseRules.h"
+
+namespace qel::capi::lossless {
+namespace {
+
+using style_codes::CodeState;
+
+/// The words that titles leave in lower case.
+const WordSet& title_words() {
+  static const TextCase rules;
+  return rules.ignored_words();
+}
+
+/// A code that is text keeps its case.
+void mask_codes(std::u16string& text, std::size_t from) {
+  for (std::size_t at = find_any<u'/'>(text, from); at < text.size();
+       at = find_any<u'/'>(text, at + 1)) {
+    const std::size_t length =
+        length_of_code_as_text(std::u16string_view(text).substr(at), Way::lossless);
+    std::fill_n(text.begin() + static_cast<std::ptrdiff_t>(at), length, title_rules::escaped);
+  }
+}
+
+/// Puts the characters that were masked back.
+void restore(std::u16string& masked, std::u16string_view text) {
+  std::transform(text.begin(), text.end(), masked.begin(), masked.begin(),
+                 [](char16_t before, char16_t after) {
+                   const bool is_masked =
+                       after == title_rules::escaped || after == title_rules::looked_through;
+                   return is_masked ? before : after;
+                 });
+}
+
+/// Writes the text with the case changed in the span, letter by letter.
+class Changed : public TextSink {
+ public:
+  Changed(Buffer& output, Span span, CaseChange change)
+      : writer_(output), cursor_(span), change_(change) {}
+
+  void text(std::u16string_view text, const CodeState& state) override {
+    const auto [begin, end] = cursor_.pass(text);
+    if (begin == end) return writer_.text(text, state);
+    changed_ = text;
+    mask_codes(changed_, 0);
+    case_rules::apply(changed_, {begin, end}, change_, title_words());
+    restore(changed_, text);
+    writer_.text(changed_, state);
+  }
+  void line_break(const CodeState& state) override {
+    cursor_.pass(u"\n");
+    writer_.line_break(state);
+  }
+  void finish() override { writer_.finish(false); }
+
+ private:
+  MarkupWriter writer_;
+  SpanCursor cursor_;
+  CaseChange change_;
+  std::u16string changed_;
+};
+
+/// The whole text as the rules of titles see it, one unit for each unit: what they must not change
+/// is masked. And where in it the span lies.
+class Flat : public SpanSink {
+ public:
+  explicit Flat(Span span) : SpanSink(span) {}
+
+  std::u16string& text() { return text_; }
+  title_rules::Span span() const { return {begin_, begin_ + size_}; }
+
+  void finish() override { end_run(); }
+
+ private:
+  void part(Place place, std::u16string_view text, const CodeState& state) override {
+    if (state != state_) end_run();
+    state_ = state;
+    if (state.color == hidden_color) {
+      text_.append(text.size(), title_rules::looked_through);
+    } else {
+      text_.append(text);
+    }
+    count(place, text.size());
+  }
+  void break_at(Place place, const CodeState& /*state*/) override {
+    end_run();
+    text_.push_back(u'\n');
+    count(place, 1);
+  }
+
+  void count(Place place, std::size_t units) {
+    if (place == Place::before) begin_ += units;
+    if (place == Place::within) size_ += units;
+  }
+
+  void end_run() {
+    mask_codes(text_, run_);
+    run_ = text_.size();
+  }
+
+  std::u16string text_;
+  std::size_t run_ = 0;  // where the text in the last format begins
+  CodeState state_;
+  std::size_t begin_ = 0;
+  std::size_t size_ = 0;
+};
+
+/// Writes the text with the letters of such a text.
+class Relettered : public TextSink {
+ public:
+  Relettered(Buffer& output, std::u16string_view letters) : writer_(output), letters_(letters) {}
+
+  void text(std::u16string_view text, const CodeState& state) override {
+    changed_ = letters_.substr(0, text.size());
+    restore(changed_, text);
+    letters_.remove_prefix(text.size());
+    writer_.text(changed_, state);
+  }
+  void line_break(const CodeState& state) override {
+    letters_.remove_prefix(1);
+    writer_.line_break(state);
+  }
+  void finish() override { writer_.finish(false); }
+
+ private:
+  MarkupWriter writer_;
+  std::u16string_view letters_;
+  std::u16string changed_;
+};
+
+}  // namespace
+
+void change_case(Buffer& output, std::string_view markup, CaseChange change, Span span,
+                 const convert::Options& options) {
+  if (case_rules::changes_hidden_text(change)) {
+    Changed sink(output, span, change);
+    return read_markup(markup, options, sink);
+  }
+  Flat flat(span);
+  read_markup(markup, options, flat);
+  case_rules::apply(flat.text(), flat.span(), change, title_words());
+  Relettered sink(output, flat.text());
+  read_markup(markup, options, sink);
+}
+
+}  // namespace qel::capi::lossless
