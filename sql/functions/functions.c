@@ -124,6 +124,7 @@ static qel_status refuse(qel_error* error, const char* message) {
 static qel_status set_formats(const qel_sql_function* function, qel_options* options,
                               qel_error* error) {
   qel_status status = QEL_OK;
+  if (function == NULL) return status;
   if (function->from != NULL) {
     status = qel_options_set_from(options, qel_sql_text(function->from), error);
   }

@@ -49,7 +49,8 @@ extern const qel_sql_function qel_sql_functions[];
 /** The function of a name; null where there is none. */
 const qel_sql_function* qel_sql_function_named(const char* name);
 
-/** Options for calls of a function: its own, then those of a JSON object, which may be empty. */
+/** Options for calls of a function: its own, then those of a JSON object, which may be empty. The
+ * rows of segments are null as a function. */
 qel_status qel_sql_options_new(const qel_sql_function* function, qel_text json,
                                qel_options** options, qel_error* error);
 

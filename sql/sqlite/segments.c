@@ -123,9 +123,8 @@ static int fail(cursor* self, const qel_error* error) {
 }
 
 static qel_status read_runs(cursor* self, qel_text markup, qel_text json, qel_error* error) {
-  static const qel_sql_function none = {.name = "qel_segments"};
   qel_options* options = NULL;
-  qel_status status = qel_sql_options_new(&none, json, &options, error);
+  qel_status status = qel_sql_options_new(NULL, json, &options, error);
   if (status == QEL_OK) status = qel_runs_of(markup, options, &self->runs, error);
   qel_options_free(options);
   return status;
