@@ -13,7 +13,7 @@ namespace {
 constexpr std::u16string_view blanks = u" \t\r\n\u00A0\u3000";
 
 constexpr const char* create =
-    "search USING fts5(title, body, prefix = '2 3', tokenize = 'unicode61 remove_diacritics 2');";
+    "search USING fts5(title, body, tokenize = 'unicode61 remove_diacritics 2');";
 
 constexpr const char* read_records =
     "INSERT INTO search(rowid, title, body) SELECT id, qel_plain(title), qel_plain(body) FROM "

@@ -14,7 +14,7 @@ CREATE TABLE notes(
   visible TEXT GENERATED ALWAYS AS (qel_plain(body)) STORED);
 
 CREATE VIRTUAL TABLE notes_search USING fts5(
-  visible, content = 'notes', content_rowid = 'id', prefix = '2 3');
+  visible, content = 'notes', content_rowid = 'id');
 
 CREATE TRIGGER notes_added AFTER INSERT ON notes BEGIN
   INSERT INTO notes_search(rowid, visible) VALUES (new.id, new.visible);
