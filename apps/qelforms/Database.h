@@ -34,6 +34,8 @@ class Database {
 
   const std::string& path() const { return path_; }
   bool is_read_only() const;
+  /// For what adds functions to it.
+  sqlite3* connection() const { return connection_.get(); }
   /// Runs statements that return nothing; `verb` is what an error says could not be done.
   void execute(const std::string& statements, const char* verb = "write");
   /// How many rows the last statement changed.

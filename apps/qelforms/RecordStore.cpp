@@ -14,7 +14,7 @@ namespace {
 constexpr std::int64_t application_id = 0x51454C46;
 
 /// Each step brings a file from the version that is its index to the next.
-constexpr std::array<const char*, 1> schema_steps = {R"(
+constexpr std::array<const char*, 2> schema_steps = {R"(
   CREATE TABLE records(
     id INTEGER PRIMARY KEY AUTOINCREMENT,
     title TEXT NOT NULL,
@@ -33,7 +33,24 @@ constexpr std::array<const char*, 1> schema_steps = {R"(
     kept INTEGER NOT NULL);
   CREATE TABLE tables(
     name TEXT PRIMARY KEY,
-    record TEXT NOT NULL);)"};
+    record TEXT NOT NULL);)",
+                                                     R"(
+  ALTER TABLE records DROP COLUMN visible_title;
+  ALTER TABLE records DROP COLUMN searched;
+  -- The records that have changed since the index of words was written. The triggers call no
+  -- function, so that they work in every program.
+  CREATE TABLE unindexed(record INTEGER PRIMARY KEY);
+  INSERT INTO unindexed SELECT id FROM records;
+  CREATE TRIGGER record_added AFTER INSERT ON records BEGIN
+    INSERT INTO unindexed VALUES(new.id) ON CONFLICT DO NOTHING;
+  END;
+  CREATE TRIGGER record_changed AFTER UPDATE ON records BEGIN
+    INSERT INTO unindexed VALUES(old.id) ON CONFLICT DO NOTHING;
+    INSERT INTO unindexed VALUES(new.id) ON CONFLICT DO NOTHING;
+  END;
+  CREATE TRIGGER record_removed AFTER DELETE ON records BEGIN
+    INSERT INTO unindexed VALUES(old.id) ON CONFLICT DO NOTHING;
+  END;)"};
 
 constexpr auto newest_version = static_cast<std::int64_t>(schema_steps.size());
 
@@ -42,14 +59,15 @@ std::int64_t now() {
   return std::chrono::duration_cast<std::chrono::milliseconds>(time).count();
 }
 
-std::u16string searched_text(const Record& record) {
-  return to_lower(visible_text(record.title).append(u"\n").append(visible_text(record.body)));
+/// Whether a visible text holds the text in lower case.
+bool holds(std::u16string_view visible, std::u16string_view wanted) {
+  return find_text(to_lower(visible), wanted) != std::u16string_view::npos;
 }
 
 }  // namespace
 
 RecordStore::RecordStore(std::string path, const Options& options)
-    : database_(std::move(path), options.creates, options.patience) {
+    : database_(std::move(path), options.creates, options.patience), words_(database_) {
   if (options.most_pages > 0) {
     database_.execute("PRAGMA max_page_count = " + std::to_string(options.most_pages));
   }
@@ -60,7 +78,7 @@ RecordStore::RecordStore(std::string path, const Options& options)
                    "a later version of the program has written it (" + std::to_string(found) +
                        ", known up to " + std::to_string(newest_version) + ")");
   }
-  if (found < newest_version) bring_up_to_date();
+  if (found < newest_version && !is_read_only()) bring_up_to_date();
 }
 
 bool RecordStore::is_empty() const {
@@ -97,19 +115,26 @@ void RecordStore::together(const std::function<void()>& work) {
 
 std::vector<Heading> RecordStore::list() const {
   std::vector<Heading> headings;
-  Statement query(database_, "SELECT id, visible_title, changed FROM records ORDER BY id");
-  while (query.step()) headings.push_back({query.integer(0), query.text(1), query.integer(2)});
+  Statement query(database_, "SELECT id, title, changed FROM records ORDER BY id");
+  while (query.step()) {
+    headings.push_back({query.integer(0), visible_text(query.text(1)), query.integer(2), {}});
+  }
   return headings;
 }
 
-std::vector<Heading> RecordStore::find(std::u16string_view text) const {
+std::vector<Heading> RecordStore::find(std::u16string_view text, std::size_t most) {
+  std::vector<Heading> found = words_.find(text, most);
+  return found.empty() ? find_anywhere(text, most) : found;
+}
+
+std::vector<Heading> RecordStore::find_anywhere(std::u16string_view text, std::size_t most) const {
   const std::u16string wanted = to_lower(text);
   std::vector<Heading> headings;
-  Statement query(database_,
-                  "SELECT id, visible_title, changed, searched FROM records ORDER BY id");
-  while (query.step()) {
-    if (find_text(query.text(3), wanted) == std::u16string_view::npos) continue;
-    headings.push_back({query.integer(0), query.text(1), query.integer(2)});
+  Statement query(database_, "SELECT id, title, changed, body FROM records ORDER BY id");
+  while (headings.size() < most && query.step()) {
+    std::u16string title = visible_text(query.text(1));
+    if (!holds(title, wanted) && !holds(visible_text(query.text(3)), wanted)) continue;
+    headings.push_back({query.integer(0), std::move(title), query.integer(2), {}});
   }
   return headings;
 }
@@ -127,31 +152,27 @@ void RecordStore::save(std::span<Record> records) {
   std::vector<Record> saved(records.begin(), records.end());
   together([&] {
     for (Record& record : saved) write(record);
+    words_.catch_up();
   });
   std::move(saved.begin(), saved.end(), records.begin());
 }
 
 void RecordStore::write(Record& record) {
-  const std::u16string visible_title = visible_text(record.title);
-  const std::u16string searched = searched_text(record);
   record.changed = now();
   if (record.id == 0) {
     record.created = record.changed;
     record.revision = 1;
-    Statement(
-        database_,
-        "INSERT INTO records(title, body, visible_title, searched, created, changed, revision)"
-        " VALUES(?, ?, ?, ?, ?, ?, 1)",
-        record.title, record.body, visible_title, searched, record.created, record.changed)
+    Statement(database_,
+              "INSERT INTO records(title, body, created, changed, revision) VALUES(?, ?, ?, ?, 1)",
+              record.title, record.body, record.created, record.changed)
         .run();
     record.id = database_.last_inserted();
     return;
   }
   Statement(database_,
-            "UPDATE records SET title = ?, body = ?, visible_title = ?, searched = ?, changed = ?,"
-            " revision = revision + 1 WHERE id = ? AND revision = ?",
-            record.title, record.body, visible_title, searched, record.changed, record.id,
-            record.revision)
+            "UPDATE records SET title = ?, body = ?, changed = ?, revision = revision + 1"
+            " WHERE id = ? AND revision = ?",
+            record.title, record.body, record.changed, record.id, record.revision)
       .run();
   if (database_.changed_rows() == 0) refuse_stale(record);
   ++record.revision;
@@ -170,6 +191,7 @@ void RecordStore::remove(std::span<const std::int64_t> ids) {
       Statement(database_, "DELETE FROM records WHERE id = ?", id).run();
       Statement(database_, "DELETE FROM drafts WHERE record = ?", id).run();
     }
+    words_.catch_up();
   });
 }
 

@@ -1,14 +1,18 @@
 #pragma once
 
 #include <chrono>
+#include <cstddef>
 #include <cstdint>
 #include <functional>
+#include <limits>
 #include <span>
 #include <string>
 #include <string_view>
 #include <vector>
 
 #include "Database.h"
+#include "Heading.h"
+#include "WordIndex.h"
 
 namespace qel::forms {
 
@@ -20,13 +24,6 @@ struct Record {
   std::int64_t created = 0;
   std::int64_t changed = 0;
   std::int64_t revision = 0;  ///< how often it was saved
-};
-
-/// What a list shows of a record.
-struct Heading {
-  std::int64_t id = 0;
-  std::u16string title;  ///< the visible text, on one line
-  std::int64_t changed = 0;
 };
 
 /// Unsaved work on a record.
@@ -64,6 +61,8 @@ class RecordStore {
   /// Opens the file, and brings one of an earlier version up to date. A write-protected file can be
   /// read.
   RecordStore(std::string path, const Options& options);
+  RecordStore(const RecordStore&) = delete;
+  RecordStore& operator=(const RecordStore&) = delete;
 
   const std::string& path() const { return database_.path(); }
   bool is_read_only() const { return database_.is_read_only(); }
@@ -75,9 +74,12 @@ class RecordStore {
 
   /// All of them, the oldest first.
   std::vector<Heading> list() const;
-  /// The records whose visible title or body contains the text, ignoring case. There are no
-  /// wildcards; an empty text is in every record.
-  std::vector<Heading> find(std::u16string_view text) const;
+  /// The records with all words of the text, in any order, in their visible title or body, whatever
+  /// their case and accents. The last word may be the beginning of one, unless a blank follows it.
+  /// The best come first. Where there are none, the records that hold the text as it is written,
+  /// within words, too, the oldest first; every record holds an empty text. No more than `most`.
+  std::vector<Heading> find(std::u16string_view text,
+                            std::size_t most = std::numeric_limits<std::size_t>::max());
   Record load(std::int64_t id) const;
   /// Saves the records together: adds those without a number, replaces the others, and updates
   /// numbers, times and revisions. Raises `changed_elsewhere` rather than overwrite the work of
@@ -109,10 +111,12 @@ class RecordStore {
   bool is_empty() const;
   std::int64_t version() const;
   void bring_up_to_date();
+  std::vector<Heading> find_anywhere(std::u16string_view text, std::size_t most) const;
   void write(Record& record);
   void refuse_stale(const Record& record) const;
 
   Database database_;
+  WordIndex words_;
 };
 
 }  // namespace qel::forms

@@ -150,10 +150,13 @@ class Verbs {
   }
 
   void add_find() {
-    CLI::App& verb =
-        add("find", "List the records whose visible text holds a text, whatever its case",
-            [this] { print(open().find(convert::decode_text(wanted_))); });
-    verb.add_option("TEXT", wanted_, "Text to look for")->type_name("")->required();
+    CLI::App& verb = add("find",
+                         "List the records with all of these words, the best first: number, TAB,\n"
+                         "visible title, TAB, the words around those found in the body",
+                         [this] { print(open().find(convert::decode_text(wanted_))); });
+    verb.add_option("TEXT", wanted_, "Words in any order; the last one may be the beginning of one")
+        ->type_name("")
+        ->required();
   }
 
   void add_show() {
@@ -213,7 +216,9 @@ class Verbs {
     std::string lines;
     for (const Heading& heading : headings) {
       lines.append(std::to_string(heading.id)).append("\t");
-      lines.append(to_utf8(heading.title)).append("\n");
+      lines.append(to_utf8(heading.title));
+      if (!heading.snippet.empty()) lines.append("\t").append(to_utf8(heading.snippet));
+      lines.append("\n");
     }
     command::print(lines);
   }

@@ -4,6 +4,8 @@
 #include <bit>
 #include <cstddef>
 
+#include "qel/base/Ascii.h"
+
 namespace qel::style_codes {
 namespace {
 
@@ -144,6 +146,20 @@ void append_different_off(std::basic_string<Char>& out, const CodeState& state,
   append_attributes_off(out, in_set(state.attributes & ~unsigned{next->attributes}, set));
 }
 
+template <class Char>
+std::basic_string_view<Char> code_of_no_effect(const CodeState& state) {
+  return (state.attributes & bold_bit) != 0 ? ascii<Char, "/b1"> : ascii<Char, "/b0">;
+}
+
+template <class Char>
+std::basic_string_view<Char> code_behind_tilde(const CodeState& state) {
+  return (state.attributes & small_caps_bit) != 0 ? ascii<Char, "/c1"> : ascii<Char, "/c0">;
+}
+
+template std::string_view code_of_no_effect(const CodeState&);
+template std::u16string_view code_of_no_effect(const CodeState&);
+template std::string_view code_behind_tilde(const CodeState&);
+template std::u16string_view code_behind_tilde(const CodeState&);
 template void append_on(std::string&, const CodeState&, CodeSet);
 template void append_on(std::u16string&, const CodeState&, CodeSet);
 template void append_off(std::string&, const CodeState&, CodeSet);

@@ -4,7 +4,6 @@
 #include <string>
 #include <string_view>
 
-#include "qel/base/Ascii.h"
 #include "qel/model/iStyle.h"
 
 /// The code builders of `iStyle` as the decoder and the encoder use them: they work on the few
@@ -70,14 +69,10 @@ iStyle style_of(const CodeState& state);
 
 /// A code that restates a part of the state, and that every reader of markup knows.
 template <class Char>
-std::basic_string_view<Char> code_of_no_effect(const CodeState& state) {
-  return (state.attributes & bold_bit) != 0 ? ascii<Char, "/b1"> : ascii<Char, "/b0">;
-}
+std::basic_string_view<Char> code_of_no_effect(const CodeState& state);
 /// The same, with a code that a tilde before it does not make text.
 template <class Char>
-std::basic_string_view<Char> code_behind_tilde(const CodeState& state) {
-  return (state.attributes & small_caps_bit) != 0 ? ascii<Char, "/c1"> : ascii<Char, "/c0">;
-}
+std::basic_string_view<Char> code_behind_tilde(const CodeState& state);
 
 template <class Char>
 void append_on(std::basic_string<Char>& out, const CodeState& state, CodeSet set);

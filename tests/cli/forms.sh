@@ -60,7 +60,8 @@ if "$forms" --help | grep -qe --demo; then
     fail "the demo ended with $?: $(<demo.log)"
   breaks 2 "'--bogus' is not an option" "$forms" demo.db --bogus
   gives "a picture of the demo" PNG bash -c 'head -c 4 picture.png | tail -c 3'
-  gives "what the demo has typed" $'4\tShopping\n' "$forms" find 'ripe) and' -d demo.db
+  gives "what the demo has typed" $'4\tShopping\n' \
+    bash -c "'$forms' find 'ripe) and' -d demo.db | cut -f 1-2"
 fi
 
 finish

@@ -164,7 +164,7 @@ TEST_F(FormsWindow, SavesWhatIsTypedAndFindsIt) {
   choose("save");
   EXPECT_EQ(titles(), (QStringList{QStringLiteral("Coffee"), QStringLiteral("Tea")}));
   const std::array<std::pair<const char*, QStringList>, 3> searches = {
-      {{"TWO!", {QStringLiteral("Tea")}},
+      {{"TWO!", {QStringLiteral("Tea\nfor two!")}},
        {"b1", {}},
        {"", {QStringLiteral("Coffee"), QStringLiteral("Tea")}}}};
   for (const auto& [wanted, found] : searches) {

@@ -31,6 +31,8 @@ namespace {
 
 constexpr auto draft_delay = std::chrono::milliseconds(1000);
 constexpr auto draft_retry = std::chrono::seconds(30);
+/// Nobody reads on, and more of them would make typing slow.
+constexpr std::size_t most_found = 1000;
 
 std::string document_in(const QString& suffix, std::span<const Record> records,
                         const command::Tables& tables) {
@@ -39,6 +41,13 @@ std::string document_in(const QString& suffix, std::span<const Record> records,
   if (suffix == QLatin1String("txt")) return exported(records, ExportFormat::text, tables);
   if (suffix == QLatin1String("svg")) return exported(records, ExportFormat::svg, tables);
   return exported(records, ExportFormat::qel, tables);
+}
+
+std::vector<Heading> newest_first(std::vector<Heading> headings) {
+  std::stable_sort(headings.begin(), headings.end(), [](const Heading& a, const Heading& b) {
+    return a.changed != b.changed ? a.changed > b.changed : a.id > b.id;
+  });
+  return headings;
 }
 
 QLabel* label_for(const QString& text, QWidget* of) {
@@ -162,7 +171,8 @@ void MainWindow::refuse_changes() {
 void MainWindow::list_records() {
   attempt([this] {
     const QString wanted = search_->text();
-    list_->show_headings(wanted.isEmpty() ? store_.list() : store_.find(wanted.toStdU16String()));
+    list_->show_headings(wanted.isEmpty() ? newest_first(store_.list())
+                                          : store_.find(wanted.toStdU16String(), most_found));
     if (list_->selected().empty()) list_->select(form_->record().id);
   });
 }

@@ -20,8 +20,11 @@ std::int64_t id_of(const QTreeWidgetItem& item) {
 QTreeWidgetItem* item_of(const Heading& heading, int height) {
   auto* const item = new QTreeWidgetItem;
   const QString title = QString::fromStdU16String(heading.title).simplified();
-  item->setText(title_column, title.isEmpty() ? RecordList::tr("(no title)") : title);
-  item->setToolTip(title_column, title);
+  const QString snippet = QString::fromStdU16String(heading.snippet).simplified();
+  QString text = title.isEmpty() ? RecordList::tr("(no title)") : title;
+  if (!snippet.isEmpty()) text.append(QLatin1Char('\n')).append(snippet);
+  item->setText(title_column, text);
+  item->setToolTip(title_column, text);
   item->setSizeHint(title_column, QSize(0, height));
   item->setData(title_column, Qt::UserRole, qlonglong{heading.id});
   const QDateTime changed = QDateTime::fromMSecsSinceEpoch(heading.changed);
@@ -46,15 +49,15 @@ RecordList::RecordList(QWidget* parent) : QTreeWidget(parent) {
   header()->setSectionResizeMode(changed_column, QHeaderView::ResizeToContents);
 }
 
-void RecordList::show_headings(std::vector<Heading> headings) {
+void RecordList::show_headings(const std::vector<Heading>& headings) {
   const QSignalBlocker silence(this);
   const std::vector<std::int64_t> kept = selected();
-  std::stable_sort(headings.begin(), headings.end(), [](const Heading& a, const Heading& b) {
-    return a.changed != b.changed ? a.changed > b.changed : a.id > b.id;
-  });
+  const bool has_snippets =
+      std::any_of(headings.begin(), headings.end(),
+                  [](const Heading& heading) { return !heading.snippet.empty(); });
   QList<QTreeWidgetItem*> items;
   constexpr int padding = 8;
-  const int height = fontMetrics().height() + padding;
+  const int height = fontMetrics().lineSpacing() * (has_snippets ? 2 : 1) + padding;
   for (const Heading& heading : headings) items.append(item_of(heading, height));
   clear();
   addTopLevelItems(items);
