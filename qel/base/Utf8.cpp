@@ -130,6 +130,14 @@ void append_utf8(std::string& bytes, std::u16string_view text) {
   }
 }
 
+void append_utf8(std::string& bytes, char32_t character) {
+  constexpr std::size_t longest = 4;
+  std::array<char, longest> piece = {static_cast<char>(character)};
+  const char* const end =
+      character < 0x80 ? piece.data() + 1 : put_sequence(piece.data(), character);
+  bytes.append(piece.data(), static_cast<std::size_t>(end - piece.data()));
+}
+
 std::u16string from_utf8(std::string_view bytes, char16_t (*invalid)(std::uint8_t byte)) {
   std::u16string text;
   append_utf16_of(text, bytes, invalid);
@@ -179,8 +187,7 @@ void append_valid_utf8(std::string& text, std::string_view bytes,
     const std::size_t end = end_of_valid(bytes, at);
     text.append(bytes, at, end - at);
     if (end == bytes.size()) return;
-    const char16_t meant = invalid(static_cast<std::uint8_t>(bytes[end]));
-    append_utf8(text, {&meant, 1});
+    append_utf8(text, char32_t{invalid(static_cast<std::uint8_t>(bytes[end]))});
     at = end + 1;
   }
 }

@@ -12,6 +12,9 @@ namespace qel {
 std::string to_utf8(std::u16string_view text);
 void append_utf8(std::string& bytes, std::u16string_view text);
 
+/// A character, which is no surrogate.
+void append_utf8(std::string& bytes, char32_t character);
+
 /// Each byte that is not part of a valid sequence becomes the character that `invalid` returns for
 /// it, so nothing is lost. Overlong sequences, surrogates and numbers above U+10FFFF are not valid.
 std::u16string from_utf8(std::string_view bytes, char16_t (*invalid)(std::uint8_t byte));

@@ -156,8 +156,8 @@ class Converter::Stages {
   }
 
   void begin(InputFormat from, Encoding encoding) {
-    if (encoding == Encoding::utf8 && has_flow_of_bytes(options_, from)) {
-      pipe_ = std::make_unique<BytePipe>(make_flow_of_bytes(options_, from), sink_);
+    if (has_flow_of_bytes(options_, from, encoding)) {
+      pipe_ = std::make_unique<BytePipe>(make_flow_of_bytes(options_, from), encoding, sink_);
       return;
     }
     const auto units =

@@ -129,29 +129,40 @@ rtf::TableIndexes indexes_of(const Options& options) {
 }
 
 /// The stream of a document, whose formats are looked up in the tables.
-class DocumentFlow : public StreamFlow<char16_t> {
+template <class Char>
+class DocumentFlow : public StreamFlow<Char> {
  public:
-  DocumentFlow(const Options& options, InputFormat from, richtext::RtfReader::Units units,
-               std::u16string_view line_break)
-      : StreamFlow(options, from, line_break),
+  DocumentFlow(const Options& options, InputFormat from, std::basic_string_view<Char> line_break)
+      : StreamFlow<Char>(options, from, line_break),
         to_(options.to),
-        runs_(indexes_of(options), sink()) {
-    if (from == InputFormat::html) {
-      put_reader(std::make_unique<HtmlInput>(options, runs_));
-    } else {
-      put_reader(std::make_unique<RtfInput>(base_format(options), runs_, units, options.extras));
-    }
-  }
+        runs_(indexes_of(options), this->sink()) {}
 
+  richtext::DocumentSink& runs() { return runs_; }
   void report(Report& report) const override {
-    StreamFlow::report(report);
+    StreamFlow<Char>::report(report);
     if (has_formats(to_)) count_formats(report.dropped, runs_.lacking());
   }
 
  private:
   OutputFormat to_;
-  rtf::RunsOfDocument runs_;
+  rtf::BasicRunsOfDocument<Char> runs_;
 };
+
+template <class Char>
+std::unique_ptr<BasicFlow<Char>> make_stream_of_rtf(const Options& options,
+                                                    richtext::RtfUnits units,
+                                                    std::basic_string_view<Char> line_break) {
+  auto flow = std::make_unique<DocumentFlow<Char>>(options, InputFormat::rtf, line_break);
+  flow->put_reader(
+      std::make_unique<RtfInput<Char>>(base_format(options), flow->runs(), units, options.extras));
+  return flow;
+}
+
+std::unique_ptr<Flow> make_stream_of_html(const Options& options, std::u16string_view line_break) {
+  auto flow = std::make_unique<DocumentFlow<char16_t>>(options, InputFormat::html, line_break);
+  flow->put_reader(std::make_unique<HtmlInput>(options, flow->runs()));
+  return flow;
+}
 
 bool is_document(InputFormat format) {
   return format == InputFormat::rtf || format == InputFormat::html;
@@ -171,7 +182,8 @@ std::unique_ptr<Flow> make_plain_flow(const Options& options, InputFormat from,
     return std::make_unique<StatedFlow>(options, from, units, line_break);
   }
   if (!is_document(from)) return make_stream_of_text(options, from, line_break);
-  return std::make_unique<DocumentFlow>(options, from, units, line_break);
+  return from == InputFormat::html ? make_stream_of_html(options, line_break)
+                                   : make_stream_of_rtf(options, units, line_break);
 }
 
 }  // namespace
@@ -193,18 +205,27 @@ std::unique_ptr<Flow> make_flow(const Options& options, InputFormat from,
   if (!normalizes(options)) return make_plain_flow(options, from, units, line_break);
   // Markup is taken as it is: what it says to conversions to RTF alone is not lost then.
   const bool is_source = from == InputFormat::qel && options.switches == Switches();
-  if (is_source) return std::make_unique<NormalizingFlow>(nullptr, drops_last_break(options), options);
+  if (is_source)
+    return std::make_unique<NormalizingFlow>(nullptr, drops_last_break(options), options);
   auto flow = make_plain_flow(options, from, units, line_break);
   return std::make_unique<NormalizingFlow>(std::move(flow), false, options);
 }
 
-bool has_flow_of_bytes(const Options& options, InputFormat from) {
-  return !is_document(from) && options.way == Way::lossless && has_writer_of_bytes(options.to) &&
-         !normalizes(options);
+bool has_flow_of_bytes(const Options& options, InputFormat from, Encoding encoding) {
+  if (options.way == Way::stated || normalizes(options)) return false;
+  // RTF may hold halves of surrogate pairs, which remain RTF.
+  if (from == InputFormat::rtf) {
+    return encoding == Encoding::bytes && has_writer_of_bytes(options.to) &&
+           !is_rtf_document(options.to);
+  }
+  return from != InputFormat::html && encoding == Encoding::utf8 && has_writer_of_bytes(options.to);
 }
 
 std::unique_ptr<BasicFlow<char>> make_flow_of_bytes(const Options& options, InputFormat from) {
-  return make_stream_of_text<char>(options, from, "\n");
+  constexpr std::string_view line_break = "\n";
+  return from == InputFormat::rtf
+             ? make_stream_of_rtf(options, richtext::RtfUnits::bytes, line_break)
+             : make_stream_of_text(options, from, line_break);
 }
 
 richtext::CharFormat base_format(const Options& options) {

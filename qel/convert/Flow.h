@@ -5,6 +5,7 @@
 #include <memory>
 #include <string_view>
 
+#include "qel/convert/ByteInput.h"
 #include "qel/convert/Options.h"
 #include "qel/convert/Report.h"
 #include "qel/richtext/RtfReader.h"
@@ -39,10 +40,10 @@ using Flow = BasicFlow<char16_t>;
 /// `options` have to outlive what is made. `line_break` is how breaks of plain text are written.
 std::unique_ptr<Flow> make_flow(const Options& options, InputFormat from,
                                 richtext::RtfReader::Units units, std::u16string_view line_break);
-/// The same from UTF-8, which is valid, to UTF-8, or to RTF in ASCII.
+/// The same from valid UTF-8, or bytes of RTF, to UTF-8, or to RTF in ASCII.
 std::unique_ptr<BasicFlow<char>> make_flow_of_bytes(const Options& options, InputFormat from);
-/// Whether there is one: not for documents, nor where a text is all in memory.
-bool has_flow_of_bytes(const Options& options, InputFormat from);
+/// Whether there is one: not where a text is all in memory.
+bool has_flow_of_bytes(const Options& options, InputFormat from, Encoding encoding);
 
 /// Raised within a conversion that its caller ends.
 struct Stopped {};

@@ -39,15 +39,18 @@ void Utf16Pipe::write(std::u16string_view text) {
 }
 
 void BytePipe::read(std::string_view bytes, bool is_last) {
-  const std::string_view whole = is_last ? bytes : without_cut_character(bytes);
+  const bool is_text = encoding_ == Encoding::utf8;
+  const std::string_view whole = is_text && !is_last ? without_cut_character(bytes) : bytes;
   const auto read = [&](std::string_view text) { return flow_->read(text, is_last); };
-  if (window_.is_empty() && is_utf8(whole)) {
+  if (window_.is_empty() && (!is_text || is_utf8(whole))) {
     // Nothing has to be copied.
     const std::size_t size = window_.count(read(whole));
     window_.keep(whole.substr(size), bytes.substr(whole.size()));
   } else {
     const auto decode = [&](std::string& out, std::string_view more) {
-      return append_decoded(out, more, is_last);
+      if (is_text) return append_decoded(out, more, is_last);
+      out.append(more);
+      return more.size();
     };
     window_.read(bytes, is_last, decode, read);
   }

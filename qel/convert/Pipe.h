@@ -96,11 +96,12 @@ class Utf16Pipe : public Pipe {
   std::string bytes_;
 };
 
-/// Bytes all the way: UTF-8 to UTF-8, or to RTF in ASCII.
+/// Bytes all the way.
 class BytePipe : public Pipe {
  public:
-  BytePipe(std::unique_ptr<BasicFlow<char>> flow, Sink sink)
-      : flow_(std::move(flow)), sink_(std::move(sink)) {}
+  /// UTF-8, or bytes that are taken as they are.
+  BytePipe(std::unique_ptr<BasicFlow<char>> flow, Encoding encoding, Sink sink)
+      : flow_(std::move(flow)), encoding_(encoding), sink_(std::move(sink)) {}
 
   void read(std::string_view bytes, bool is_last) override;
   void finish() override;
@@ -110,6 +111,7 @@ class BytePipe : public Pipe {
 
  private:
   std::unique_ptr<BasicFlow<char>> flow_;
+  Encoding encoding_;
   Sink sink_;
   Window<char> window_;
 };

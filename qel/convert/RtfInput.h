@@ -7,14 +7,15 @@
 namespace qel::convert {
 
 /// Reads RTF.
-class RtfInput : public Reader {
+template <class Char>
+class RtfInput : public BasicReader<Char> {
  public:
   /// `sink` has to outlive the reader. `base` gives what the document leaves open.
-  RtfInput(const richtext::CharFormat& base, richtext::DocumentSink& sink,
-           richtext::RtfReader::Units units, const richtext::RtfExtras& extras)
-      : reader_(base, sink, richtext::RtfReader::Extent::document, units, extras) {}
+  RtfInput(const richtext::CharFormat& base, richtext::DocumentSink& sink, richtext::RtfUnits units,
+           const richtext::RtfExtras& extras)
+      : reader_(base, sink, richtext::RtfExtent::document, units, extras) {}
 
-  std::size_t read(std::u16string_view part, bool is_last) override {
+  std::size_t read(std::basic_string_view<Char> part, bool is_last) override {
     return reader_.read(part, is_last);
   }
   void finish() override { reader_.finish(); }
@@ -25,7 +26,7 @@ class RtfInput : public Reader {
   }
 
  private:
-  richtext::RtfReader reader_;
+  richtext::BasicRtfReader<Char> reader_;
 };
 
 }  // namespace qel::convert

@@ -208,7 +208,7 @@ RewritingFlow::RewritingFlow(const Options& options, InputFormat from,
   if (from == InputFormat::html) {
     reader_ = std::make_unique<HtmlInput>(options, builder_);
   } else {
-    reader_ = std::make_unique<RtfInput>(base_, builder_, units, options.extras);
+    reader_ = std::make_unique<RtfInput<char16_t>>(base_, builder_, units, options.extras);
   }
 }
 
@@ -250,7 +250,7 @@ void StatedFlow::prepare_rtf() {
   const richtext::CharFormat base = base_format(options_);
   richtext::Document document;
   richtext::DocumentBuilder builder(document);
-  RtfInput reader(base, builder, richtext::RtfReader::Units::characters, options_.extras);
+  RtfInput<char16_t> reader(base, builder, richtext::RtfReader::Units::characters, options_.extras);
   reader.read(input_, true);
   reader.finish();
   ask_to_stop(options_);

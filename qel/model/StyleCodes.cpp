@@ -32,12 +32,8 @@ bool is_index(std::int16_t index) { return index >= 1 && index <= 9; }
 
 template <class Char>
 void append_code(std::basic_string<Char>& out, char letter, int digit) {
-  const std::size_t size = out.size();
-  out.resize(size + 3);
-  Char* const code = out.data() + size;
-  code[0] = '/';
-  code[1] = letter;
-  code[2] = static_cast<Char>('0' + digit);
+  const std::array<Char, 3> code = {'/', static_cast<Char>(letter), static_cast<Char>('0' + digit)};
+  out.append(code.data(), code.size());
 }
 
 template <class Char>

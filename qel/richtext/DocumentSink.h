@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <string>
 #include <string_view>
 
 #include "qel/richtext/Alignment.h"
@@ -19,6 +20,10 @@ class DocumentSink {
   /// Text without breaks. It is valid during the call only; text that stands literally in what is
   /// read is passed as a view of that.
   virtual void text(std::u16string_view text, FormatId format) = 0;
+  /// The same for text of ASCII, for which no other form need be made where that is all the same.
+  virtual void ascii(std::string_view text, FormatId format) {
+    this->text(std::u16string(text.begin(), text.end()), format);
+  }
   /// A paragraph with this alignment ends here. The break itself has a format too.
   virtual void paragraph_break(FormatId format, Alignment alignment) = 0;
   /// The document ends, and with it its last paragraph.

@@ -2,7 +2,7 @@
 #include <utility>
 
 #include "qel/richtext/FieldInstructions.h"
-#include "qel/richtext/RtfReader.h"
+#include "qel/richtext/RtfContent.h"
 
 /// What the reader of RTF shows on request, or counts: notes, headers, links, pictures and objects.
 namespace qel::richtext {
@@ -20,7 +20,7 @@ void drop_first_blanks(std::u16string_view& text) {
 
 }  // namespace
 
-void RtfReader::begin_aside(Aside kind) {
+void RtfContent::begin_aside(Aside kind) {
   const bool is_note = kind == Aside::note;
   const bool is_wanted = is_note ? extras_.notes : extras_.headers;
   if (!properties_.is_shown() || !is_wanted || asides_.size() == most_asides) {
@@ -35,7 +35,7 @@ void RtfReader::begin_aside(Aside kind) {
 }
 
 /// The link ends with the group of the field, whose instruction has just ended.
-void RtfReader::begin_link(std::u16string address) {
+void RtfContent::begin_link(std::u16string address) {
   if (address.empty() || !properties_.is_shown()) return;
   if (asides_.size() == most_asides) {
     ++counts_.links;
@@ -45,7 +45,7 @@ void RtfReader::begin_link(std::u16string address) {
   properties_.begin_aside(false);
 }
 
-void RtfReader::end_aside(Alignment alignment) {
+void RtfContent::end_aside(Alignment alignment) {
   const OpenAside aside = std::move(asides_.back());
   asides_.pop_back();
   switch (aside.kind) {
@@ -61,7 +61,7 @@ void RtfReader::end_aside(Alignment alignment) {
   }
 }
 
-void RtfReader::end_link(const OpenAside& link) {
+void RtfContent::end_link(const OpenAside& link) {
   if (says_address(link.shown, link.address)) return;
   if (!extras_.links) {
     ++counts_.links;
@@ -76,7 +76,7 @@ void RtfReader::end_link(const OpenAside& link) {
 
 /// Writes what has to stand before a text within asides, and drops blanks at a note's beginning.
 /// Returns the text that is left.
-std::u16string_view RtfReader::enter_asides(std::u16string_view text) {
+std::u16string_view RtfContent::enter_asides(std::u16string_view text) {
   for (OpenAside& aside : asides_) {
     if (aside.kind == Aside::note && !aside.format) {
       drop_first_blanks(text);
@@ -92,14 +92,14 @@ std::u16string_view RtfReader::enter_asides(std::u16string_view text) {
 }
 
 /// A bracket stands behind a blank, but not at the beginning of a line.
-std::u16string_view RtfReader::bracket() const {
+std::u16string_view RtfContent::bracket() const {
   const bool needs_blank = last_ != u'\0' && !line_end_ && !is_blank(last_);
   return needs_blank ? u" [" : u"[";
 }
 
 /// Whether a break does not end a line right here. In notes it does so only where more text follows
 /// within; the lines of headers are not empty.
-bool RtfReader::break_in_aside() {
+bool RtfContent::break_in_aside() {
   const auto note = std::find_if(asides_.rbegin(), asides_.rend(),
                                  [](const OpenAside& aside) { return aside.kind == Aside::note; });
   if (note != asides_.rend()) {
@@ -112,12 +112,12 @@ bool RtfReader::break_in_aside() {
   return is_header && (last_ == u'\0' || line_end_);
 }
 
-void RtfReader::begin_object() {
+void RtfContent::begin_object() {
   if (properties_.is_shown()) ++counts_.objects;
   properties_.begin_destination(Destination::object);
 }
 
-void RtfReader::begin_picture() {
+void RtfContent::begin_picture() {
   const bool is_whole = destination() == Destination::text || destination() == Destination::shape ||
                         destination() == Destination::property_value;
   if (is_whole) ++counts_.pictures;
@@ -128,11 +128,11 @@ void RtfReader::begin_picture() {
   }
 }
 
-void RtfReader::begin_picture_properties() {
+void RtfContent::begin_picture_properties() {
   if (destination() != Destination::picture) properties_.skip_group();
 }
 
-void RtfReader::begin_property_part(Destination part) {
+void RtfContent::begin_property_part(Destination part) {
   const bool has_properties =
       destination() == Destination::picture || destination() == Destination::shape;
   if (!has_properties || !extras_.alternative_texts) return;
@@ -140,14 +140,14 @@ void RtfReader::begin_property_part(Destination part) {
   properties_.begin_destination(part);
 }
 
-void RtfReader::end_property() {
+void RtfContent::end_property() {
   const std::u16string value = std::exchange(property_value_, {});
   if (property_name_ != u"wzDescription" || value.empty()) return;
   if (!alternative_text_.empty()) alternative_text_.append(u"; ");
   alternative_text_.append(value);
 }
 
-void RtfReader::add_alternative_text() {
+void RtfContent::add_alternative_text() {
   if (alternative_text_.empty() || !properties_.is_text()) return;
   const std::u16string text = std::exchange(alternative_text_, {});
   if (properties_.is_shown()) add_text(std::u16string(bracket()) + text + u"]");

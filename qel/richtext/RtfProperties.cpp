@@ -38,6 +38,7 @@ const std::array<RtfProperties::Setter, property_count> RtfProperties::setters =
 
 void RtfProperties::set(const KnownWord& word, Parameter parameter, std::uint64_t token) {
   token_ = token;
+  is_format_known_ = false;
   (this->*setters[static_cast<std::size_t>(word.action)])(word.argument, parameter);
 }
 
@@ -59,6 +60,7 @@ void RtfProperties::close_group() {
   }
   if (groups_.empty()) return;
   state_ = groups_.back();
+  is_format_known_ = false;
   groups_.pop_back();
 }
 
@@ -123,7 +125,7 @@ void RtfProperties::set_alignment(std::int32_t alignment, Parameter /*parameter*
 void RtfProperties::set_default_font(std::int32_t /*argument*/, Parameter number) {
   default_font_ = number.value_or(CharState::default_font);
   formats_.set_default_font(default_font_);
-  symbol_font_.reset();
+  symbol_fonts_ = {};
 }
 
 void RtfProperties::set_code_page(std::int32_t number, Parameter parameter) {
@@ -170,7 +172,7 @@ void RtfProperties::begin_destination(Destination destination) {
                         state_.destination == Destination::color_table;
   if (!is_table) return;
   formats_.forget();
-  symbol_font_.reset();
+  symbol_fonts_ = {};
 }
 
 void RtfProperties::begin_text_part(std::int32_t holder, Parameter /*parameter*/) {
@@ -190,13 +192,13 @@ void RtfProperties::begin_field_result(std::int32_t /*argument*/, Parameter /*pa
 const SymbolFont* RtfProperties::symbol_font() {
   const std::int32_t state_font = state_.character.font;
   const std::int32_t number = state_font == CharState::default_font ? default_font_ : state_font;
-  if (!symbol_font_ || symbol_font_number_ != number) {
+  KnownSymbols& known = symbol_fonts_[static_cast<std::uint32_t>(number) % symbol_fonts_.size()];
+  if (!known.is_set || known.number != number) {
     const RtfFontTable::Font* const font = fonts().find(number);
     const bool has_symbols = font != nullptr && font->code_page == CodePage::symbol;
-    symbol_font_ = has_symbols ? SymbolFont::find(font->name) : nullptr;
-    symbol_font_number_ = number;
+    known = {number, has_symbols ? SymbolFont::find(font->name) : nullptr, true};
   }
-  return *symbol_font_;
+  return known.font;
 }
 
 }  // namespace qel::richtext

@@ -3,7 +3,6 @@
 #include <array>
 #include <cstddef>
 #include <cstdint>
-#include <optional>
 #include <vector>
 
 #include "qel/richtext/CharFormat.h"
@@ -33,7 +32,9 @@ class RtfProperties {
   /// The group is one more aside. One with formats of its own begins without any.
   void begin_aside(bool has_formats) {
     ++state_.asides;
-    if (has_formats) state_.character = CharState();
+    if (!has_formats) return;
+    state_.character = CharState();
+    is_format_known_ = false;
   }
   bool is_in_group() const { return !groups_.empty(); }
 
@@ -43,7 +44,13 @@ class RtfProperties {
     return is_text() && (state_.character.flags & (CharState::hidden | CharState::deleted)) == 0;
   }
   /// The sink's number for the format of the text to come.
-  DocumentSink::FormatId format() { return formats_.id_of(state_.character); }
+  DocumentSink::FormatId format() {
+    if (!is_format_known_) {
+      format_ = formats_.id_of(state_.character);
+      is_format_known_ = true;
+    }
+    return format_;
+  }
   /// The same for text that is neither raised nor lowered.
   DocumentSink::FormatId format_on_line() {
     CharState on_line = state_.character;
@@ -68,6 +75,12 @@ class RtfProperties {
   Alignment last_alignment() const { return last_alignment_; }
 
  private:
+  struct KnownSymbols {
+    std::int32_t number = 0;
+    const SymbolFont* font = nullptr;
+    bool is_set = false;
+  };
+
   using Setter = void (RtfProperties::*)(std::int32_t argument, Parameter parameter);
   /// One for each `WordAction` that sets a property, in the same order.
   static const std::array<Setter, property_count> setters;
@@ -94,13 +107,14 @@ class RtfProperties {
 
   RtfFormats formats_;
   GroupState state_;
+  DocumentSink::FormatId format_ = 0;
+  bool is_format_known_ = false;  // whether that is the state's
   std::vector<GroupState> groups_;
   std::size_t groups_beyond_ = 0;
   Alignment last_alignment_ = Alignment::left;
 
   std::int32_t default_font_ = CharState::default_font;
-  std::optional<const SymbolFont*> symbol_font_;  // empty where it has to be looked up
-  std::int32_t symbol_font_number_ = 0;
+  std::array<KnownSymbols, 16> symbol_fonts_;  // those that have been looked up
 
   std::uint64_t token_ = 0;         // the number of the word that is being done
   std::uint64_t offset_token_ = 0;  // that of the last "\up" or "\dn"

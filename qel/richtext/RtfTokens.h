@@ -4,6 +4,7 @@
 #include <cstdint>
 #include <limits>
 #include <string_view>
+#include <type_traits>
 
 #include "qel/base/Hex.h"
 
@@ -36,28 +37,30 @@ struct ControlWord {
 };
 
 /// Scans RTF for control words and plain text, and leaves the rest to its caller. Never reads past
-/// the end.
+/// the end. The units of the RTF are characters, or bytes.
+template <class Char>
 class RtfScanner {
  public:
+  using View = std::basic_string_view<Char>;
+
   static constexpr char16_t last_ascii = 0x7F;
   static constexpr char16_t last = 0xFFFF;
 
   RtfScanner() = default;
   /// Characters after `last_plain` are no plain text.
-  explicit RtfScanner(std::u16string_view rtf, char16_t last_plain = last)
-      : rtf_(rtf), last_plain_(last_plain) {}
+  explicit RtfScanner(View rtf, char16_t last_plain = last) : rtf_(rtf), last_plain_(last_plain) {}
 
   bool at_end() const { return at_ >= rtf_.size(); }
   std::size_t position() const { return at_; }
   std::size_t left() const { return rtf_.size() - at_; }
   void go_to(std::size_t position) { at_ = position; }
-  char16_t peek() const { return rtf_[at_]; }
-  char16_t next() { return rtf_[at_++]; }
+  char16_t peek() const { return unit(at_); }
+  char16_t next() { return unit(at_++); }
   void skip(std::size_t count) { at_ = count > rtf_.size() - at_ ? rtf_.size() : at_ + count; }
 
   /// The text up to the next character that may mean something to RTF, at least one character long:
   /// for a caller who has seen that the next character means nothing.
-  std::u16string_view plain_text();
+  View plain_text();
   /// Goes to the next brace or backslash.
   void skip_plain_text();
   /// Reads a control word after its backslash, with its parameter and the blank that ends it.
@@ -66,23 +69,27 @@ class RtfScanner {
   int hex_byte();
 
  private:
+  char16_t unit(std::size_t at) const {
+    return static_cast<char16_t>(static_cast<std::make_unsigned_t<Char>>(rtf_[at]));
+  }
   std::size_t end_of_plain_text() const;
   Parameter parameter();
 
-  std::u16string_view rtf_;
+  View rtf_;
   char16_t last_plain_ = last;
   std::size_t at_ = 0;
 };
 
-inline ControlWord RtfScanner::control_word() {
+template <class Char>
+inline ControlWord RtfScanner<Char>::control_word() {
   ControlWord word;
-  const char16_t* const end = rtf_.data() + rtf_.size();
-  const char16_t* at = rtf_.data() + at_;
+  const Char* const end = rtf_.data() + rtf_.size();
+  const Char* at = rtf_.data() + at_;
   bool has_capitals = false;
   for (; at < end; ++at) {
-    const auto letter = static_cast<unsigned>(*at | 0x20U) - u'a';
-    if (letter > u'z' - u'a') break;
-    has_capitals = has_capitals || *at < u'a';
+    const auto letter = static_cast<unsigned>(*at | 0x20) - 'a';
+    if (letter > 'z' - 'a') break;
+    has_capitals = has_capitals || *at < 'a';
     word.key = word.key << 5U | (letter + 1);
   }
   if (has_capitals) word.key = no_word;
@@ -92,9 +99,10 @@ inline ControlWord RtfScanner::control_word() {
   return word;
 }
 
-inline Parameter RtfScanner::parameter() {
+template <class Char>
+inline Parameter RtfScanner<Char>::parameter() {
   const auto digit_at = [this](std::size_t at) {
-    return at < rtf_.size() ? static_cast<unsigned>(rtf_[at]) - u'0' : ~0U;
+    return at < rtf_.size() ? static_cast<unsigned>(unit(at)) - u'0' : ~0U;
   };
   Parameter parameter;
   const bool negative = !at_end() && peek() == u'-';
@@ -112,10 +120,11 @@ inline Parameter RtfScanner::parameter() {
   return parameter;
 }
 
-inline int RtfScanner::hex_byte() {
+template <class Char>
+inline int RtfScanner<Char>::hex_byte() {
   if (at_ + 2 > rtf_.size()) return -1;
-  const int high = hex_value(rtf_[at_]);
-  const int low = hex_value(rtf_[at_ + 1]);
+  const int high = hex_value(unit(at_));
+  const int low = hex_value(unit(at_ + 1));
   if (high < 0 || low < 0) return -1;
   at_ += 2;
   return high * 16 + low;

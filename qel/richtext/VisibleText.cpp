@@ -67,7 +67,7 @@ VisibleText::VisibleText(std::u16string_view rtf) : rtf_(rtf) { Collector(*this)
 /// rest of a character, or completed one of several bytes, is not a spelling of the text.
 VisibleText::Spelling VisibleText::spelling_of(std::u16string_view token,
                                                std::u16string_view text) {
-  RtfScanner scanner(token);
+  RtfScanner<char16_t> scanner(token);
   if (text.size() != 1 || scanner.at_end() || scanner.next() != u'\\' || scanner.at_end()) {
     return Spelling::fixed;
   }

@@ -3,6 +3,7 @@
 #include <array>
 
 #include "qel/base/Utf16.h"
+#include "qel/base/Utf8.h"
 
 namespace qel::rtf {
 namespace {
@@ -22,19 +23,21 @@ CodeState state_of(DocumentSink::FormatId id) {
 
 }  // namespace
 
-DocumentSink::FormatId RunsOfDocument::intern(const richtext::CharFormat& format) {
+template <class Char>
+DocumentSink::FormatId BasicRunsOfDocument<Char>::intern(const richtext::CharFormat& format) {
   lacking_.add(format, indexes_);
   const CodeState state = indexes_.state(format);
   return state.attributes | static_cast<FormatId>(state.font) << font_shift |
          static_cast<FormatId>(state.color) << color_shift;
 }
 
-void RunsOfDocument::text(std::u16string_view text, FormatId format) {
+template <class Char>
+void BasicRunsOfDocument<Char>::text(std::u16string_view text, FormatId format) {
   if (half_ != 0) {
     const std::array<char16_t, 2> pair = {half_, text.front()};
     if (is_low_surrogate(pair[1]) && format == half_format_) {
       half_ = 0;
-      sink_.text({pair.data(), pair.size()}, state_of(format));
+      pass({pair.data(), pair.size()}, format);
       text.remove_prefix(1);
     }
     pass_half();
@@ -44,23 +47,53 @@ void RunsOfDocument::text(std::u16string_view text, FormatId format) {
     half_format_ = format;
     text.remove_suffix(1);
   }
-  if (!text.empty()) sink_.text(text, state_of(format));
+  if (!text.empty()) pass(text, format);
 }
 
-void RunsOfDocument::pass_half() {
+template <>
+void BasicRunsOfDocument<char16_t>::pass(std::u16string_view text, FormatId format) {
+  sink_.text(text, state_of(format));
+}
+
+template <>
+void BasicRunsOfDocument<char>::pass(std::u16string_view text, FormatId format) {
+  bytes_.clear();
+  for (std::size_t at = 0; at < text.size();) append_utf8(bytes_, next_character(text, at));
+  sink_.text(bytes_, state_of(format));
+}
+
+template <>
+void BasicRunsOfDocument<char16_t>::ascii(std::string_view text, FormatId format) {
+  this->text(std::u16string(text.begin(), text.end()), format);
+}
+
+template <>
+void BasicRunsOfDocument<char>::ascii(std::string_view text, FormatId format) {
+  pass_half();
+  sink_.text(text, state_of(format));
+}
+
+template <class Char>
+void BasicRunsOfDocument<Char>::pass_half() {
   if (half_ == 0) return;
-  sink_.text({&half_, 1}, state_of(half_format_));
+  pass({&half_, 1}, half_format_);
   half_ = 0;
 }
 
-void RunsOfDocument::paragraph_break(FormatId format, richtext::Alignment /*alignment*/) {
+template <class Char>
+void BasicRunsOfDocument<Char>::paragraph_break(FormatId format,
+                                                richtext::Alignment /*alignment*/) {
   pass_half();
   sink_.line_break(state_of(format));
 }
 
-void RunsOfDocument::finish(richtext::Alignment /*alignment*/) {
+template <class Char>
+void BasicRunsOfDocument<Char>::finish(richtext::Alignment /*alignment*/) {
   pass_half();
   sink_.finish();
 }
+
+template class BasicRunsOfDocument<char>;
+template class BasicRunsOfDocument<char16_t>;
 
 }  // namespace qel::rtf

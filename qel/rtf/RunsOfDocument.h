@@ -1,5 +1,6 @@
 #pragma once
 
+#include <string>
 #include <string_view>
 #include <utility>
 
@@ -10,28 +11,36 @@
 
 namespace qel::rtf {
 
-/// Passes on what markup can say of a document: its formats by their numbers in the tables.
-class RunsOfDocument : public richtext::DocumentSink {
+/// Passes on what markup can say of a document: its formats by their numbers in the tables,
+/// and its text in UTF-16 or UTF-8.
+template <class Char>
+class BasicRunsOfDocument : public richtext::DocumentSink {
  public:
   /// `sink` has to outlive this object.
-  RunsOfDocument(TableIndexes indexes, RunSink& sink) : indexes_(std::move(indexes)), sink_(sink) {}
+  BasicRunsOfDocument(TableIndexes indexes, BasicRunSink<Char>& sink)
+      : indexes_(std::move(indexes)), sink_(sink) {}
 
   /// Of the formats so far.
   const LackingFormats& lacking() const { return lacking_; }
 
   FormatId intern(const richtext::CharFormat& format) override;
   void text(std::u16string_view text, FormatId format) override;
+  void ascii(std::string_view text, FormatId format) override;
   void paragraph_break(FormatId format, richtext::Alignment alignment) override;
   void finish(richtext::Alignment alignment) override;
 
  private:
+  void pass(std::u16string_view text, FormatId format);
   void pass_half();
 
   TableIndexes indexes_;
   LackingFormats lacking_;
-  RunSink& sink_;
+  BasicRunSink<Char>& sink_;
   char16_t half_ = 0;  // of a surrogate pair, until the other half comes
   FormatId half_format_ = 0;
+  std::string bytes_;
 };
+
+using RunsOfDocument = BasicRunsOfDocument<char16_t>;
 
 }  // namespace qel::rtf
