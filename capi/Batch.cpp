@@ -151,12 +151,12 @@ qel_status qel_convert_batch(const qel_text* inputs, size_t count, const qel_opt
                              unsigned threads, qel_results** results, qel_error* error) {
   if (results != nullptr) *results = nullptr;
   return qel::capi::guarded(error, [&] {
-    qel::capi::require(results != nullptr, "the results are null");
+    qel_results*& converted = qel::capi::existing(results);
     qel::capi::require(inputs != nullptr || count == 0, "the inputs are null");
     auto made = std::make_unique<qel_results>(count);
     qel::capi::Batch batch(inputs, qel::capi::or_defaults(options).conversion, *made);
     batch.run(threads != 0 ? threads : std::max(std::thread::hardware_concurrency(), 1U));
-    *results = made.release();
+    converted = made.release();
   });
 }
 

@@ -35,6 +35,7 @@ qel_report to_c(const convert::Report& report) {
 
 }  // namespace qel::capi
 
+using qel::capi::existing;
 using qel::capi::guarded;
 using qel::capi::or_defaults;
 using qel::capi::require;
@@ -45,10 +46,10 @@ qel_status qel_convert(qel_text input, const qel_options* options, qel_string* o
   if (output != nullptr) *output = {};
   if (report != nullptr) *report = {};
   return guarded(error, [&] {
-    require(output != nullptr, "the output is null");
+    qel_string& written = existing(output);
     qel::capi::Buffer bytes;
     const auto done = qel::capi::convert_into(bytes, view(input), or_defaults(options).conversion);
-    *output = bytes.release();
+    written = bytes.release();
     if (report != nullptr) *report = qel::capi::to_c(done);
   });
 }
@@ -65,10 +66,8 @@ struct qel_converter {
 qel_status qel_converter_new(const qel_options* options, qel_converter** converter,
                              qel_error* error) {
   if (converter != nullptr) *converter = nullptr;
-  return guarded(error, [&] {
-    require(converter != nullptr, "the converter is null");
-    *converter = new qel_converter(or_defaults(options).conversion);
-  });
+  return guarded(error,
+                 [&] { existing(converter) = new qel_converter(or_defaults(options).conversion); });
 }
 
 namespace {
@@ -77,10 +76,10 @@ namespace {
 template <class Step>
 qel_status go_on(qel_converter* converter, qel_error* error, Step step) noexcept {
   return guarded(error, [&] {
-    require(converter != nullptr, "the converter is null");
-    require(!converter->is_over, "the conversion has ended");
-    converter->is_over = true;
-    converter->is_over = step();
+    bool& is_over = existing(converter).is_over;
+    require(!is_over, "the conversion has ended");
+    is_over = true;
+    is_over = step();
   });
 }
 
@@ -105,11 +104,7 @@ qel_status qel_converter_finish(qel_converter* converter, qel_report* report, qe
 
 qel_status qel_converter_take(qel_converter* converter, qel_string* piece, qel_error* error) {
   if (piece != nullptr) *piece = {};
-  return guarded(error, [&] {
-    require(converter != nullptr, "the converter is null");
-    require(piece != nullptr, "the piece is null");
-    *piece = converter->output.release();
-  });
+  return guarded(error, [&] { existing(piece) = existing(converter).output.release(); });
 }
 
 void qel_converter_free(qel_converter* converter) { delete converter; }

@@ -26,11 +26,18 @@ class Failure : public std::exception {
   qel_status status() const noexcept { return error_.status; }
 
  private:
-  qel_error error_;
+  qel_error error_ = {};
 };
 
 inline void require(bool holds, std::string_view what_is_wrong) {
   if (!holds) throw Failure(QEL_BAD_ARGUMENT, what_is_wrong);
+}
+
+/// What a caller passes in to be written.
+template <class Value>
+Value& existing(Value* value) {
+  if (value == nullptr) throw Failure(QEL_BAD_ARGUMENT, "an output or object is null");
+  return *value;
 }
 
 /// The bytes of a text that a caller passes in.

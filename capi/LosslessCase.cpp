@@ -73,7 +73,7 @@ class Flat : public SpanSink {
  public:
   explicit Flat(Span span) : SpanSink(span) {}
 
-  std::u16string& text() { return text_; }
+  std::u16string& letters() { return text_; }
   title_rules::Span span() const { return {begin_, begin_ + size_}; }
 
   void finish() override { end_run(); }
@@ -145,8 +145,8 @@ void change_case(Buffer& output, std::string_view markup, CaseChange change, Spa
   }
   Flat flat(span);
   read_markup(markup, options, flat);
-  case_rules::apply(flat.text(), flat.span(), change, title_words());
-  Relettered sink(output, flat.text());
+  case_rules::apply(flat.letters(), flat.span(), change, title_words());
+  Relettered sink(output, flat.letters());
   read_markup(markup, options, sink);
 }
 

@@ -145,8 +145,8 @@ bool set_switch(convert::Options& options, std::string_view name, bool is_on) {
 
 }  // namespace qel::capi
 
+using qel::capi::existing;
 using qel::capi::guarded;
-using qel::capi::require;
 using qel::capi::view;
 
 namespace {
@@ -155,11 +155,11 @@ namespace {
 template <class Set>
 qel_status change(qel_options* options, qel_error* error, Set set) noexcept {
   return guarded(error, [&] {
-    require(options != nullptr, "the options are null");
-    qel::convert::Options changed = options->conversion;
+    qel_options& given = existing(options);
+    qel::convert::Options changed = given.conversion;
     set(changed);
     qel::convert::prepare(changed);
-    options->conversion = std::move(changed);
+    given.conversion = std::move(changed);
   });
 }
 

@@ -98,7 +98,7 @@ qel_status qel_runs_of(qel_text markup, const qel_options* options, qel_runs** r
                        qel_error* error) {
   if (runs != nullptr) *runs = nullptr;
   return qel::capi::guarded(error, [&] {
-    qel::capi::require(runs != nullptr, "the runs are null");
+    qel_runs*& read = qel::capi::existing(runs);
     const auto& all = qel::capi::or_defaults(options).conversion;
     auto made = std::make_unique<qel_runs>();
     qel::capi::Runs sink(*made);
@@ -108,7 +108,7 @@ qel_status qel_runs_of(qel_text markup, const qel_options* options, qel_runs** r
       qel::capi::ask(all);
       qel::capi::read_stated(qel::capi::view(markup), sink);
     }
-    *runs = made.release();
+    read = made.release();
   });
 }
 

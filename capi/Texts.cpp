@@ -31,7 +31,7 @@ qel_status write(qel_string* output, const qel_options* options, qel_error* erro
                  Lossless lossless, Stated stated) noexcept {
   if (output != nullptr) *output = {};
   return guarded(error, [&] {
-    require(output != nullptr, "the output is null");
+    qel_string& written = existing(output);
     const Options& all = checked(options);
     Buffer bytes;
     if (all.way == Way::lossless) {
@@ -40,7 +40,7 @@ qel_status write(qel_string* output, const qel_options* options, qel_error* erro
       bytes.append(stated());
       ask(all);
     }
-    *output = bytes.release();
+    written = bytes.release();
   });
 }
 
@@ -50,9 +50,9 @@ qel_status count(size_t* output, const qel_options* options, qel_error* error, L
                  Stated stated) noexcept {
   if (output != nullptr) *output = 0;
   return guarded(error, [&] {
-    require(output != nullptr, "the output is null");
+    size_t& number = existing(output);
     const Options& all = checked(options);
-    *output = all.way == Way::lossless ? lossless(all) : stated();
+    number = all.way == Way::lossless ? lossless(all) : stated();
   });
 }
 
@@ -217,11 +217,11 @@ qel_status qel_normalize(qel_text markup, const qel_options* options, qel_string
                          qel_error* error) {
   if (output != nullptr) *output = {};
   return guarded(error, [&] {
-    require(output != nullptr, "the output is null");
+    qel_string& written = existing(output);
     const Options& all = checked(options);
     Buffer bytes;
     append(bytes, normalized(view(markup), all));
     ask(all);
-    *output = bytes.release();
+    written = bytes.release();
   });
 }

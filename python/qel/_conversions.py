@@ -4,8 +4,9 @@ from __future__ import annotations
 
 import os
 from array import array
+from concurrent.futures import ThreadPoolExecutor
 from functools import lru_cache
-from itertools import accumulate
+from itertools import accumulate, chain
 from threading import Lock
 from typing import Any, Iterable, Iterator, List, NamedTuple, Optional, Sequence, Union
 
@@ -129,11 +130,16 @@ class Converter:
         if errors not in ("raise", "none"):
             raise ValueError(f"errors is neither 'raise' nor 'none': {errors!r}")
         threads = threads or os.cpu_count() or 1
-        piece = _PIECE * threads
-        converted: List[Optional[str]] = []
-        for begin in range(0, len(texts), piece):
-            converted += self._convert_piece(texts[begin : begin + piece], begin, threads, errors)
-        return converted
+        begins = range(0, len(texts), _PIECE)
+
+        def convert_piece(begin: int) -> List[Optional[str]]:
+            return self._convert_piece(texts[begin : begin + _PIECE], begin, errors)
+
+        if threads == 1 or len(begins) <= 1:
+            return list(chain.from_iterable(map(convert_piece, begins)))
+        # While one thread waits for the lock, others convert.
+        with ThreadPoolExecutor(threads) as pool:
+            return list(chain.from_iterable(pool.map(convert_piece, begins)))
 
     def stream(self, pieces: Iterable[bytes]) -> Iterator[bytes]:
         """Converts a text of any size that comes in pieces, cut anywhere.
@@ -169,7 +175,7 @@ class Converter:
         return text.encode("utf-8-sig")
 
     def _convert_piece(
-        self, texts: Sequence[Optional[Text]], first: int, threads: int, errors: str
+        self, texts: Sequence[Optional[Text]], first: int, errors: str
     ) -> List[Optional[str]]:
         given = [
             # What most texts are, without a call.
@@ -186,7 +192,7 @@ class Converter:
                 ffi.from_buffer("size_t[]", sizes),
                 len(given),
                 self._options,
-                threads,
+                1,
                 batch,
                 error,
             )

@@ -116,11 +116,10 @@ static void test_html(void) {
   qel_options_free(options);
 }
 
-typedef qel_status Cut(qel_text, size_t, const qel_options*, qel_string*, qel_error*);
+/* An emoji is one character, a line break is one, an escaped code is three. */
+static const char text[] = "a/nl\xF0\x9F\x98\x80/b1bc/b0~/b1\nd";
 
 static void test_texts(void) {
-  /* An emoji is one character, a line break is one, an escaped code is three. */
-  static const char text[] = "a/nl\xF0\x9F\x98\x80/b1bc/b0~/b1\nd";
   static const struct {
     size_t start, count;
     const char *mid, *stuffed, *toggled, *upper;
@@ -144,7 +143,6 @@ static void test_texts(void) {
       {99, 1, "", "a/nl\xF0\x9F\x98\x80/b1bc/b0~/b1/nld/i1X/i0",
        "a/nl\xF0\x9F\x98\x80/b1bc/b0~/b1/nld", "a/nl\xF0\x9F\x98\x80/b1bc/b0~/b1/nld"},
   };
-  const size_t length_of_text = 10;
   const qel_text markup = text_of(text);
   qel_string output;
   qel_error error;
@@ -162,9 +160,16 @@ static void test_texts(void) {
     qel_change_case(markup, text_of("upper"), start, count, NULL, &output, &error);
     expect_string("upper", what, cases[i].upper, output);
   }
+}
+
+/* What is cut in two and put together again is the same text. */
+static void test_parts(void) {
+  const qel_text markup = text_of(text);
+  const size_t length_of_text = 10;
+  qel_string output;
+  qel_error error;
   qel_string whole;
   qel_left(markup, QEL_ALL, NULL, &whole, &error);
-  /* What is cut in two and put together again is the same text. */
   for (size_t at = 0; at <= length_of_text + 1; ++at) {
     qel_string left, right, rest;
     char joined[2 * sizeof(text)];
@@ -225,7 +230,7 @@ static void test_counting(void) {
                {"a", 1, 0, QEL_NOT_FOUND},
                {"d", 99, 0, QEL_NOT_FOUND}};
   const qel_text markup = text_of("a/nl\xF0\x9F\x98\x80/b1bc/b0~/b1\nd");
-  size_t number;
+  size_t number = 0;
   qel_string output;
   qel_length(markup, NULL, &number, NULL);
   expect_number("length", markup.data, 10, number);
@@ -245,8 +250,8 @@ static void test_stated(void) {
   const qel_text markup = text_of("a/nl\xF0\x9F\x98\x80~/b1/b1b");
   qel_options* const options = options_from("{\"lossless\": false}");
   qel_string output;
-  qel_runs* runs;
-  size_t number;
+  qel_runs* runs = NULL;
+  size_t number = 0;
   qel_length(markup, options, &number, NULL);
   expect_number("stated", "length", 7, number);
   qel_find(markup, text_of("B"), 3, 1, options, &number, NULL);
@@ -269,8 +274,8 @@ static void test_stated(void) {
 }
 
 static void test_runs(void) {
-  qel_runs* runs;
-  const qel_run* run;
+  qel_runs* runs = NULL;
+  const qel_run* run = NULL;
   qel_runs_of(text_of("a/b1/i1/u1/k1/p1/s1/c1/f2/y3b~/b1/b0/nl/nl"), NULL, &runs, NULL);
   expect_number("runs", "count", 3, qel_runs_count(runs));
   run = qel_runs_at(runs, 0);
@@ -290,78 +295,116 @@ static void test_runs(void) {
   qel_runs_free(runs);
 }
 
-static int answer(void* data) { return --*(int*)data < 0; }
-
-static void test_errors(void) {
+static void test_wrong_options(void) {
   static const struct {
     const char *json, *message;
-  } options_cases[] = {{"{\"form\": \"rtf\"}", "'form' is no option"},
-                       {"{\"from\": \"pdf\"}", "'pdf'"},
-                       {"{\"fontSize\": -1}", "font size"},
-                       {"{\"lossless\": 1}", "'lossless'"},
-                       {"{\"colors\": {\"12\": \"#000000\"}}", "'12'"},
-                       {"{\"colors\": [\"red\"]}", "'red'"},
-                       {"{\"fonts\": \"Arial\"}", "'fonts'"},
-                       {"{\"tables\": \"x\"}", "'x'"},
-                       {"{\"loss", "is not JSON"},
-                       {"[]", "object"},
-                       {"true", "object"}};
-  static const char binary[] = {'\x7F', 'E', 'L', 'F', 0, 0};
-  const qel_text no_data = {NULL, 1};
-  const qel_text bytes = {binary, sizeof(binary)};
-  qel_options* options = qel_options_new();
-  qel_string output;
+  } cases[] = {{"{\"form\": \"rtf\"}", "'form' is no option"},
+               {"{\"from\": \"pdf\"}", "'pdf'"},
+               {"{\"fontSize\": -1}", "font size"},
+               {"{\"lossless\": 1}", "'lossless'"},
+               {"{\"colors\": {\"12\": \"#000000\"}}", "'12'"},
+               {"{\"colors\": [\"red\"]}", "'red'"},
+               {"{\"fonts\": \"Arial\"}", "'fonts'"},
+               {"{\"tables\": \"x\"}", "'x'"},
+               {"{\"loss", "is not JSON"},
+               {"[]", "object"},
+               {"true", "object"}};
+  qel_options* const options = qel_options_new();
   qel_error error;
-  qel_converter* converter;
-  char* const large = malloc(1000000);
-  for (size_t i = 0; i < sizeof(options_cases) / sizeof(options_cases[0]); ++i) {
-    const qel_status status = qel_options_set_json(options, text_of(options_cases[i].json), &error);
-    expect_error("json", options_cases[i].json, QEL_BAD_ARGUMENT, status, &error,
-                 options_cases[i].message);
+  for (size_t i = 0; i < sizeof(cases) / sizeof(cases[0]); ++i) {
+    const qel_status status = qel_options_set_json(options, text_of(cases[i].json), &error);
+    expect_error("json", cases[i].json, QEL_BAD_ARGUMENT, status, &error, cases[i].message);
   }
-  expect_error("convert", "binary", QEL_BAD_INPUT, qel_convert(bytes, NULL, &output, NULL, &error),
-               &error, "binary");
-  expect_error("plain", "no data", QEL_BAD_ARGUMENT, qel_plain(no_data, NULL, &output, &error),
-               &error, "null");
-  expect_error("plain", "no output", QEL_BAD_ARGUMENT, qel_plain(bytes, NULL, NULL, &error), &error,
-               "null");
-  expect_error("toggle", "bald", QEL_BAD_ARGUMENT,
-               qel_toggle(bytes, text_of("bald"), 0, 1, NULL, &output, &error), &error, "'bald'");
-  expect_error("case", "camel", QEL_BAD_ARGUMENT,
-               qel_change_case(bytes, text_of("camel"), 0, 1, NULL, &output, &error), &error,
-               "'camel'");
   expect_error("font", "10", QEL_BAD_ARGUMENT,
                qel_options_set_font(options, 10, text_of("Arial"), &error), &error, "index");
   expect_error("color", "too large", QEL_BAD_ARGUMENT,
                qel_options_set_color(options, 1, 0x1000000, &error), &error, "colour");
+  qel_options_free(options);
+}
 
-  /* Every function asks, and stops. */
-  memset(large, 'a', 1000000);
-  for (int i = 0; i < 10; ++i) {
-    const qel_text text = {large, 1000000};
-    qel_status status = QEL_OK;
-    qel_results* results;
-    qel_runs* runs;
-    size_t number;
-    int answers = i % 2 == 0 ? 0 : 2;
-    qel_options_set_stop(options, answer, &answers);
-    if (i / 2 == 0) status = qel_convert(text, options, &output, NULL, &error);
-    if (i / 2 == 1) status = qel_length(text, options, &number, &error);
-    if (i / 2 == 2) status = qel_runs_of(text, options, &runs, &error);
-    if (i / 2 == 3) status = qel_convert_batch(&text, 1, options, 2, &results, &error);
-    if (i / 2 == 4) status = qel_normalize(text, options, &output, &error);
-    expect_error("stop", "", QEL_STOPPED, status, &error, "stopped");
-  }
-  free(large);
-  qel_options_set_stop(options, NULL, NULL);
-  qel_converter_new(options, &converter, NULL);
-  expect_error("push", "binary", QEL_OK, qel_converter_push(converter, bytes, &error), &error, "");
+static void test_wrong_arguments(void) {
+  static const char characters[] = {'\x7F', 'E', 'L', 'F', 0, 0};
+  const qel_text binary = {characters, sizeof(characters)};
+  const qel_text no_data = {NULL, 1};
+  qel_converter* converter = NULL;
+  qel_string output;
+  qel_error error;
+  expect_error("convert", "binary", QEL_BAD_INPUT, qel_convert(binary, NULL, &output, NULL, &error),
+               &error, "binary");
+  expect_error("plain", "no data", QEL_BAD_ARGUMENT, qel_plain(no_data, NULL, &output, &error),
+               &error, "null");
+  expect_error("plain", "no output", QEL_BAD_ARGUMENT, qel_plain(binary, NULL, NULL, &error),
+               &error, "null");
+  expect_error("toggle", "bald", QEL_BAD_ARGUMENT,
+               qel_toggle(binary, text_of("bald"), 0, 1, NULL, &output, &error), &error, "'bald'");
+  expect_error("case", "camel", QEL_BAD_ARGUMENT,
+               qel_change_case(binary, text_of("camel"), 0, 1, NULL, &output, &error), &error,
+               "'camel'");
+  qel_converter_new(NULL, &converter, NULL);
+  expect_error("push", "binary", QEL_OK, qel_converter_push(converter, binary, &error), &error, "");
   expect_error("finish", "binary", QEL_BAD_INPUT, qel_converter_finish(converter, NULL, &error),
                &error, "binary");
   expect_error("finish", "again", QEL_BAD_ARGUMENT, qel_converter_finish(converter, NULL, &error),
                &error, "ended");
   qel_converter_free(converter);
+}
+
+static int answer(void* data) { return --*(int*)data < 0; }
+
+enum { function_count = 13 };
+
+static qel_status call(int function, qel_text markup, const qel_options* options,
+                       qel_string* output, qel_error* error) {
+  size_t number = 0;
+  qel_runs* runs = NULL;
+  qel_results* results = NULL;
+  switch (function) {
+    case 0:
+      return qel_convert(markup, options, output, NULL, error);
+    case 1:
+      return qel_convert_batch(&markup, 1, options, 2, &results, error);
+    case 2:
+      return qel_plain(markup, options, output, error);
+    case 3:
+      return qel_length(markup, options, &number, error);
+    case 4:
+      return qel_find(markup, text_of("b"), 0, 0, options, &number, error);
+    case 5:
+      return qel_left(markup, QEL_ALL, options, output, error);
+    case 6:
+      return qel_right(markup, 9, options, output, error);
+    case 7:
+      return qel_stuff(markup, 9, 9, text_of("b"), options, output, error);
+    case 8:
+      return qel_change_case(markup, text_of("upper"), 0, QEL_ALL, options, output, error);
+    case 9:
+      return qel_change_case(markup, text_of("title"), 0, QEL_ALL, options, output, error);
+    case 10:
+      return qel_toggle(markup, text_of("bold"), 0, QEL_ALL, options, output, error);
+    case 11:
+      return qel_normalize(markup, options, output, error);
+    default:
+      return qel_runs_of(markup, options, &runs, error);
+  }
+}
+
+/* Every function asks, at the beginning and in the midst of a text. */
+static void test_stopping(void) {
+  const qel_text large = {malloc(1000000), 1000000};
+  qel_options* const options = qel_options_new();
+  memset((char*)large.data, 'a', large.size);
+  for (int i = 0; i < 2 * function_count; ++i) {
+    int answers = i % 2 == 0 ? 0 : 2;
+    char what[16];
+    qel_string output;
+    qel_error error;
+    qel_options_set_stop(options, answer, &answers);
+    snprintf(what, sizeof(what), "%d", i / 2);
+    expect_error("stop", what, QEL_STOPPED, call(i / 2, large, options, &output, &error), &error,
+                 "stopped");
+  }
   qel_options_free(options);
+  free((char*)large.data);
 }
 
 /* A text in pieces gives what it gives as a whole, alone and in a batch on several threads. */
@@ -371,7 +414,7 @@ static void test_pieces_and_batches(void) {
   static qel_text inputs[count];
   static const char binary[2] = {0, 0};
   qel_options* const options = options_from("{\"to\": \"rtf\", \"fontSize\": 12}");
-  qel_results* results;
+  qel_results* results = NULL;
   qel_error error;
   for (int i = 0; i < count; ++i) {
     snprintf(texts[i], sizeof(texts[i]), "note %d: /b1bold \xF0\x9F\x98\x80/b0/nl/y%dcolour", i,
@@ -387,7 +430,7 @@ static void test_pieces_and_batches(void) {
   expect_number("batch", "count", count, qel_results_count(results));
   for (int i = 0; i < count; ++i) {
     const qel_text one = qel_results_text(results, (size_t)i);
-    qel_converter* converter;
+    qel_converter* converter = NULL;
     qel_string whole, piece;
     size_t taken = 0;
     const qel_status status = qel_convert(inputs[i], options, &whole, NULL, &error);
@@ -425,11 +468,14 @@ int main(void) {
   test_conversions();
   test_html();
   test_texts();
+  test_parts();
   test_names();
   test_counting();
   test_stated();
   test_runs();
-  test_errors();
+  test_wrong_options();
+  test_wrong_arguments();
+  test_stopping();
   test_pieces_and_batches();
   if (failures == 0) printf("the C interface %s holds\n", qel_version());
   return failures == 0 ? 0 : 1;

@@ -9,5 +9,5 @@ diff <(grep -v '^typedef' "$header" | grep -o '\bqel_[a-z_]*(' | tr -d '(' | sor
   <("$nm" -D --defined-only "$library" | awk '$2 != "A" { sub(/@.*/, "", $3); print $3 }' | sort)
 if command -v readelf >/dev/null && readelf -p .comment "$library" | grep -q GCC; then
   needed=$(readelf -d "$library" | sed -n 's/.*(NEEDED).*\[\(.*\)\]/\1/p')
-  ! grep -E 'stdc\+\+|libgcc' <<<"$needed"
+  if grep -E 'stdc\+\+|libgcc' <<<"$needed"; then exit 1; fi
 fi

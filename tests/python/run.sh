@@ -23,7 +23,7 @@ unzip() { "$python" -m zipfile -e "$1" "$2"; }
 unzip dist/*.whl unpacked
 module=$(echo unpacked/qel/_qel*.so)
 diff <(echo PyInit__qel) <(nm -D --defined-only "$module" | awk '$2 == "T" { print $3 }' | grep -v pypy)
-! readelf -d "$module" | grep -E 'NEEDED.*(stdc\+\+|libgcc)'
+if readelf -d "$module" | grep -E 'NEEDED.*(stdc\+\+|libgcc)'; then exit 1; fi
 
 echo "== tests =="
 cd "$work"
