@@ -272,23 +272,39 @@ TEST(RtfReader, SurvivesHostileInput) {
   EXPECT_EQ(text_of(u"a\\" + test::repeated(u"x", 5 * million) + u" b"), u"ab");
   EXPECT_EQ(text_of(u"a\\b" + test::repeated(u"9", million) + u" b"), u"ab");
   std::u16string fonts = u"{\\fonttbl";
-  for (int i = 0; i < 200'000; ++i) {
+  for (int i = 0; i < 60'000; ++i) {
     const std::string number = std::to_string(i);
     // Numbers that fall together in a hash table of the usual size.
     const std::string spread = std::to_string(i % 2 == 0 ? i : i * 42043LL % 2'000'000'000);
     fonts.append(u"{\\f").append(spread.begin(), spread.end());
     fonts.append(u"\\cpg").append(number.begin(), number.end()).append(u" F;}");
   }
-  EXPECT_EQ(text_of(fonts + u"}\\f199998\\'e9\\f4\\'e9"), u"\u00E9\u00E9");
+  EXPECT_EQ(text_of(fonts + u"}\\f59998\\'e9\\f4\\'e9"), u"\u00E9\u00E9");
   const Document named =
       read(u"{\\rtf1{\\fonttbl{\\f0 " + test::repeated(u"n", million) + u";}}\\f0 a}");
   EXPECT_LT(named.format_at(0).font_name.size(), 1000U) << "each format has a copy";
+  EXPECT_EQ(text_of(u"{\\colortbl" + test::repeated(u";", million) + u"}a"), u"a");
   EXPECT_EQ(text_of(u"\\u65\u0001b\u0002"), u"Ab\u0002")
       << "a control character is a replacement too";
   EXPECT_EQ(read(u"no RTF").text(), u"no RTF");
   EXPECT_EQ(read(u"{\\rtf").text(), u"");
   EXPECT_EQ(read(u"{\\rtf1 a\\").text(), u"a");
   EXPECT_EQ(read(u"{\\rtf1 b\\'e").text(), u"be");
+}
+
+TEST(RtfReader, KeepsLittleOfWordsWithoutEnd) {
+  for (const std::u16string_view unit : {u"x", u"1"}) {
+    Document document;
+    DocumentBuilder builder(document);
+    RtfReader reader({}, builder, RtfReader::Extent::document);
+    const std::u16string begin = u"{\\rtf1 a\\b" + test::repeated(unit, 100'000);
+    const std::size_t read = reader.read(begin, false);
+    EXPECT_EQ(read, begin.size()) << test::shown(unit);
+    const std::u16string end = begin.substr(read) + test::repeated(unit, 9) + u"1 c}";
+    reader.read(end, true);
+    reader.finish();
+    EXPECT_EQ(document.text(), u"ac");
+  }
 }
 
 /// A document of random runs and paragraphs.

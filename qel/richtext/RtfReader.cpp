@@ -39,9 +39,22 @@ std::size_t RtfReader::read(std::u16string_view rtf, bool is_last) {
   is_incomplete_ = false;
   if (!is_begun_ && extent_ == Extent::document) scanner_.skip(rtf.find(u'{'));
   is_begun_ = is_begun_ || !scanner_.at_end();
+  if (is_word_cut_) skip_rest_of_word();
   skip_binary_data();
   while (!scanner_.at_end() && !is_closed_ && !is_incomplete_) read_token();
   return scanner_.position();
+}
+
+/// Of a word that is longer than any, the beginning has been read.
+void RtfReader::skip_rest_of_word() {
+  const auto is_in_word = [](char16_t c) {
+    return (c >= u'a' && c <= u'z') || (c >= u'A' && c <= u'Z') || (c >= u'0' && c <= u'9') ||
+           c == u'-';
+  };
+  while (!scanner_.at_end() && is_in_word(scanner_.peek())) scanner_.skip(1);
+  if (scanner_.at_end()) return;
+  if (scanner_.peek() == u' ') scanner_.skip(1);
+  is_word_cut_ = false;
 }
 
 void RtfReader::finish() {
@@ -103,6 +116,7 @@ void RtfReader::read_text() {
 
 void RtfReader::read_control(bool at_start) {
   constexpr std::size_t longest_symbol = 4;
+  constexpr std::size_t longest_word = 4096;  // that is kept until it ends
   const auto wait = [&] {
     scanner_.go_to(token_);
     --tokens_;
@@ -119,7 +133,9 @@ void RtfReader::read_control(bool at_start) {
     const ControlWord word = scanner_.control_word();
     // A sign may begin the number.
     const bool ends_in_sign = scanner_.left() == 1 && scanner_.peek() == u'-';
-    if (!is_last_ && (scanner_.at_end() || ends_in_sign)) return wait();
+    const bool goes_on = !is_last_ && (scanner_.at_end() || ends_in_sign);
+    is_word_cut_ = goes_on && scanner_.position() - token_ > longest_word;
+    if (goes_on && !is_word_cut_) return wait();
     at_group_start_ = at_start;
     read_word(word);
   }

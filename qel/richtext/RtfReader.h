@@ -108,6 +108,7 @@ class RtfReader {
   void add_line_end();
   void skip_binary(Parameter count);
   void skip_binary_data();
+  void skip_rest_of_word();
 
   /// Whether what has just been read is a replacement for a character given in Unicode; counts it.
   bool takes_replacement() {
@@ -171,6 +172,7 @@ class RtfReader {
   RtfScanner scanner_;
   bool is_last_ = true;
   bool is_incomplete_ = false;  // the token goes on behind the end of the part
+  bool is_word_cut_ = false;    // or it does, and what follows of it is skipped
   std::size_t token_ = 0;
   std::uint64_t tokens_ = 0;  // how many there were
   RtfProperties properties_;

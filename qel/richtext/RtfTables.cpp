@@ -12,6 +12,9 @@
 namespace qel::richtext {
 namespace {
 
+/// Of a table.
+constexpr std::size_t most_entries = std::size_t{1} << 16U;
+
 /// The endings of names, each with its code page.
 constexpr std::array<std::pair<int, std::u16string_view>, 9> endings = {{{1250, u" CE"},
                                                                          {1251, u" Cyr"},
@@ -73,7 +76,9 @@ void RtfFontTable::end_font() {
       font_.name.resize(family_of(font_.name).size());
     }
     if (says_little && SymbolFont::find(font_.name) != nullptr) font_.code_page = CodePage::symbol;
-    fonts_.insert_or_assign(number_, std::move(font_));
+    if (fonts_.size() < most_entries || fonts_.contains(number_)) {
+      fonts_.insert_or_assign(number_, std::move(font_));
+    }
   }
   font_ = Font();
   has_character_set_ = false;
@@ -94,6 +99,7 @@ void RtfColorTable::read_text(std::u16string_view text) {
 }
 
 void RtfColorTable::end_color() {
+  if (colors_.size() == most_entries) return;
   colors_.push_back(color_ ? std::optional(static_cast<Color>(*color_)) : std::nullopt);
   color_.reset();
 }

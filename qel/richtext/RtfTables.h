@@ -16,7 +16,7 @@ namespace qel::richtext {
 std::u16string_view family_of(std::u16string_view name);
 
 /// The fonts of an RTF document, collected while its font table is read. Of a name that is longer
-/// than any font's the beginning is kept.
+/// than any font's the beginning is kept, and of more fonts than any document has the first ones.
 class RtfFontTable {
  public:
   struct Font {
@@ -49,7 +49,8 @@ class RtfFontTable {
   std::map<std::int32_t, Font> fonts_;  // no hash table: the input chooses the numbers
 };
 
-/// The colours of an RTF document, collected while its colour table is read.
+/// The colours of an RTF document, collected while its colour table is read; of more than any
+/// document has, the first ones.
 class RtfColorTable {
  public:
   /// Sets a component of the entry being read: 0 red, 1 green, 2 blue. A value outside 0 to 255
