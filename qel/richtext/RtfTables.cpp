@@ -29,9 +29,9 @@ constexpr std::array<std::pair<int, std::u16string_view>, 9> endings = {{{1250, 
 /// The ending that a name has; null for none.
 const std::pair<int, std::u16string_view>* ending_of(std::u16string_view name) {
   const auto* const found = std::find_if(endings.begin(), endings.end(), [&](const auto& each) {
-    const std::size_t length = each.second.size();
-    return name.size() > length &&
-           equal_ignoring_case(name.substr(name.size() - length), each.second);
+    const std::size_t before = name.size() - std::min(each.second.size(), name.size());
+    return before > 0 && name[before] == u' ' &&
+           equal_ignoring_case(name.substr(before), each.second);
   });
   return found == endings.end() ? nullptr : found;
 }
