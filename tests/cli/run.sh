@@ -165,6 +165,14 @@ touch -d 2001-01-01 listed/t.txt
 gives "what is newer is left alone" '' "$qel" convert --files-from names --to text -d listed --skip-newer
 gives "and only that" 'old/b1' cat listed/a.txt listed/t.txt
 
+mkdir dated
+{
+  until compgen -G 'dated/.qel-*' >/dev/null; do sleep 0.01; done
+  sleep 0.05
+  touch dated/a.qel
+} | "$qel" convert --to text -o dated/a.txt
+[[ dated/a.txt -ot dated/a.qel ]] || fail "newer than what was changed meanwhile"
+
 echo "== signals =="
 # What a killed process left goes, but not what may be in use or is something else.
 mkdir killed
