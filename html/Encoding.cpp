@@ -55,7 +55,7 @@ constexpr std::array<std::pair<std::string_view, int>, 38> encodings = {{
     {"sjis", 932},
     {"gb2312", 936},
     {"gbk", 936},
-    {"gb18030", 936},
+    {"gb18030", 54936},
     {"big5", 950},
     {"euc-kr", 949},
     {"ks_c_5601-1987", 949},
@@ -99,13 +99,17 @@ std::u16string from_code_page(std::string_view bytes, int number) {
   text.reserve(bytes.size());
   for (std::size_t at = 0; at < bytes.size();) {
     const auto first = static_cast<std::uint8_t>(bytes[at]);
-    const std::size_t length = std::min(code_page.length_from(first), bytes.size() - at);
-    if (length == 1) {
+    const std::size_t length = code_page.length_from(bytes.substr(at, 2));
+    const bool has_all = length > 1 && length <= bytes.size() - at;
+    const std::u16string several =
+        has_all ? code_page.decode(bytes.substr(at, length)) : std::u16string();
+    if (several.empty()) {
       text.push_back(code_page.decode_single(first));
+      ++at;
     } else {
-      text.append(code_page.decode(bytes.substr(at, length)));
+      text.append(several);
+      at += length;
     }
-    at += length;
   }
   return text;
 }

@@ -57,6 +57,8 @@ TEST(Report, SaysWhatTheOutputLacks) {
       {In::qel, Out::rtf_body, Way::lossless, false, "/f7a", "\\f7 a\\f0 ", ""},
       {In::qel, Out::rtf, Way::lossless, false, "/f7a/f1b/f8", "", "fonts 1 "},
       {In::qel, Out::simple_rtf, Way::stated, false, "/f7a/f1b/f8c", "", "fonts 2 "},
+      {In::rtf, Out::qel, Way::lossless, false,
+       R"({\rtf1{\fonttbl{\f0 Arial;}{\f1 courier new CYR;}}a\f1 b})", "a/f2b/f0", ""},
       {In::qel, Out::html, Way::lossless, false, "/f7a/f2b", "", "fonts 1 "},
       {In::qel, Out::qelv6, Way::lossless, false, "/f3/k1a/f0/k0/y4b/y0/y2c/y0/f2/y3d",
        "a/f0b/z1c/z0/f2d/f0", "fonts 1 colors 2 formats 1 "},

@@ -163,6 +163,9 @@ void OutputFile::open_replacement(const std::string& target) {
     temporary_.clear();
     fail(errno);
   }
+  struct stat begun = {};
+  if (fstat(descriptor_, &begun) != 0) fail(errno);
+  begin_ = begun.st_mtim;
   if (!replaces) return;
   // Only an administrator can keep the owner; otherwise the file belongs to the writer.
   if (fchown(descriptor_, status.st_uid, status.st_gid) != 0) errno = 0;
@@ -198,7 +201,10 @@ void OutputFile::end_last_line() {
 }
 
 void OutputFile::make_safe() {
-  if (!temporary_.empty() && fsync(descriptor_) != 0) fail(errno);
+  if (temporary_.empty()) return;
+  const std::array<timespec, 2> times = {{{0, UTIME_OMIT}, begin_}};
+  if (futimens(descriptor_, times.data()) != 0) errno = 0;
+  if (fsync(descriptor_) != 0) fail(errno);
 }
 
 void OutputFile::appear() {

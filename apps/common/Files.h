@@ -2,6 +2,7 @@
 
 #include <array>
 #include <cstddef>
+#include <ctime>
 #include <memory>
 #include <mutex>
 #include <stdexcept>
@@ -70,7 +71,8 @@ class InputFile {
 /// temporary file in the same folder, which is removed again on any failure. Devices, pipes and
 /// standard output are written to directly.
 ///
-/// A file that is replaced passes on its permissions; a symbolic link is followed.
+/// A file that is replaced passes on its permissions; a symbolic link is followed. The time of the
+/// file is that at which writing began, so that it is older than what changes meanwhile.
 class OutputFile {
  public:
   explicit OutputFile(std::string path);
@@ -99,6 +101,7 @@ class OutputFile {
   std::string target_;     // what the temporary file replaces
   std::string temporary_;  // empty when the target is written directly
   int descriptor_ = -1;
+  timespec begin_ = {};  // by the clock of the file system
   bool at_line_start_ = true;
 };
 

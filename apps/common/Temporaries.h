@@ -4,7 +4,8 @@
 
 #include <string>
 
-/// The temporary files of this process. None stays behind, whatever ends the process.
+/// The temporary files of this process. None stays behind, whatever ends the process, except that
+/// of one that is killed the next that writes to the folder removes them.
 namespace qel::command::temporaries {
 
 /// From here on, an interrupt, a request to terminate or a hang-up removes the temporary files and

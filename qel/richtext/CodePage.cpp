@@ -33,8 +33,9 @@ constexpr std::array lead_bytes = {
     LeadBytes{949, 0x81, 0xFE},   LeadBytes{950, 0x81, 0xFE},   LeadBytes{1361, 0x84, 0xD3},
     LeadBytes{1361, 0xD8, 0xDE},  LeadBytes{1361, 0xE0, 0xF9},  LeadBytes{10001, 0x81, 0x9F},
     LeadBytes{10001, 0xE0, 0xFC}, LeadBytes{10002, 0x81, 0xFC}, LeadBytes{10003, 0xA1, 0xFD},
-    LeadBytes{10008, 0xA1, 0xF7}};
+    LeadBytes{10008, 0xA1, 0xF7}, LeadBytes{54936, 0x81, 0xFE}};
 
+constexpr int gb18030 = 54936;
 constexpr int utf8 = 65001;
 
 std::size_t utf8_length_from(std::uint8_t first_byte) {
@@ -74,6 +75,12 @@ CodePage::CodePage(int number) : number_(number < 4 ? western : number) {
     if (text.size() == 1) high_half_[i] = text.front();
     if (text.empty()) give_up_single(0x80 + i);
   }
+}
+
+std::size_t CodePage::length_from(std::string_view bytes) const {
+  const bool has_four =
+      number_ == gb18030 && bytes.size() > 1 && bytes[1] >= '0' && bytes[1] <= '9';
+  return has_four ? 4 : length_from(static_cast<std::uint8_t>(bytes.front()));
 }
 
 bool CodePage::takes_table() {

@@ -40,6 +40,8 @@ class CodePage {
 
   /// The number of bytes (1 to 4) in a character that begins with this one; 0 where none does.
   std::size_t length_from(std::uint8_t first_byte) const { return lengths_[first_byte]; }
+  /// The same where the second byte may have come, too, which in GB18030 tells 4 bytes from 2.
+  std::size_t length_from(std::string_view bytes) const;
   /// The character that a single byte stands for; that of code page 1252 where it stands for none.
   char16_t decode_single(std::uint8_t byte) const {
     return byte < 0x80 ? char16_t{byte} : high_half_[byte - 0x80U];
@@ -48,6 +50,8 @@ class CodePage {
   std::u16string decode(std::string_view bytes) const;
   /// Whether several bytes are characters of the code page.
   bool has(std::string_view bytes) const { return !decode(bytes).empty(); }
+  /// Whether several bytes are the beginning of a longer character.
+  bool may_go_on(std::string_view bytes) const { return length_from(bytes) > bytes.size(); }
 
  private:
   /// Fills the high half from the library's own table of the code page, if there is one.

@@ -13,15 +13,16 @@ namespace {
 
 /// The converter's name for a code page, usually "CP" and the number.
 std::string name_of(int number) {
-  constexpr std::array<std::pair<int, std::string_view>, 9> names = {{{708, "ASMO-708"},
-                                                                      {1361, "JOHAB"},
-                                                                      {10001, "CP932"},
-                                                                      {10002, "CP950"},
-                                                                      {10003, "EUC-KR"},
-                                                                      {10008, "EUC-CN"},
-                                                                      {20866, "KOI8-R"},
-                                                                      {21866, "KOI8-U"},
-                                                                      {65001, "UTF-8"}}};
+  constexpr std::array<std::pair<int, std::string_view>, 10> names = {{{708, "ASMO-708"},
+                                                                       {1361, "JOHAB"},
+                                                                       {10001, "CP932"},
+                                                                       {10002, "CP950"},
+                                                                       {10003, "EUC-KR"},
+                                                                       {10008, "EUC-CN"},
+                                                                       {20866, "KOI8-R"},
+                                                                       {21866, "KOI8-U"},
+                                                                       {54936, "GB18030"},
+                                                                       {65001, "UTF-8"}}};
   for (const auto& [code_page, name] : names) {
     if (code_page == number) return std::string(name);
   }

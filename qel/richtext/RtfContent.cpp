@@ -211,8 +211,7 @@ void RtfContent::add_byte(std::uint8_t byte) {
     return;
   }
   pending_bytes_.push_back(static_cast<char>(byte));
-  const auto first = static_cast<std::uint8_t>(pending_bytes_.front());
-  if (pending_bytes_.size() < code_page.length_from(first)) return;
+  if (code_page.may_go_on(pending_bytes_)) return;
   const std::string bytes = std::exchange(pending_bytes_, {});
   std::u16string text = code_page.decode(bytes);
   if (text.empty()) text = in_western(bytes);
@@ -223,7 +222,8 @@ bool RtfContent::completes_pending(char16_t unit) {
   if (unit >= 0x80) return false;
   const auto byte = static_cast<std::uint8_t>(unit);
   const std::string bytes = pending_bytes_ + static_cast<char>(byte);
-  if (!properties_.code_page().has(bytes)) return false;
+  const CodePage& code_page = properties_.code_page();
+  if (!code_page.has(bytes) && !code_page.may_go_on(bytes)) return false;
   add_byte(byte);
   return true;
 }

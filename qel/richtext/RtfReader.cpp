@@ -23,9 +23,23 @@ std::size_t BasicRtfReader<Char>::read(View rtf, bool is_last) {
   is_incomplete_ = false;
   if (!is_begun_ && extent_ == Extent::document) scanner_.skip(rtf.find('{'));
   is_begun_ = is_begun_ || !scanner_.at_end();
+  if (is_word_cut_) skip_rest_of_word();
   skip_binary_data();
   while (!scanner_.at_end() && !is_closed_ && !is_incomplete_) read_token();
   return scanner_.position();
+}
+
+/// Of a word that is longer than any, the beginning has been read.
+template <class Char>
+void BasicRtfReader<Char>::skip_rest_of_word() {
+  const auto is_in_word = [](char16_t c) {
+    return (c >= u'a' && c <= u'z') || (c >= u'A' && c <= u'Z') || (c >= u'0' && c <= u'9') ||
+           c == u'-';
+  };
+  while (!scanner_.at_end() && is_in_word(scanner_.peek())) scanner_.skip(1);
+  if (scanner_.at_end()) return;
+  if (scanner_.peek() == u' ') scanner_.skip(1);
+  is_word_cut_ = false;
 }
 
 template <class Char>
@@ -89,6 +103,7 @@ void BasicRtfReader<char>::add_text(View text) {
 template <class Char>
 void BasicRtfReader<Char>::read_control(bool at_start) {
   constexpr std::size_t longest_symbol = 4;
+  constexpr std::size_t longest_word = 4096;  // that is kept until it ends
   const auto wait = [&] {
     scanner_.go_to(token_);
     --tokens_;
@@ -105,7 +120,9 @@ void BasicRtfReader<Char>::read_control(bool at_start) {
     const ControlWord word = scanner_.control_word();
     // A sign may begin the number.
     const bool ends_in_sign = scanner_.left() == 1 && scanner_.peek() == u'-';
-    if (!is_last_ && (scanner_.at_end() || ends_in_sign)) return wait();
+    const bool goes_on = !is_last_ && (scanner_.at_end() || ends_in_sign);
+    is_word_cut_ = goes_on && scanner_.position() - token_ > longest_word;
+    if (goes_on && !is_word_cut_) return wait();
     at_group_start_ = at_start;
     read_word(word);
   }

@@ -81,6 +81,7 @@ class BasicRtfReader {
   void close_group();
   void skip_binary(Parameter count);
   void skip_binary_data();
+  void skip_rest_of_word();
 
   Units units_;
   Extent extent_;
@@ -88,6 +89,7 @@ class BasicRtfReader {
   RtfScanner<Char> scanner_;
   bool is_last_ = true;
   bool is_incomplete_ = false;  // the token goes on behind the end of the part
+  bool is_word_cut_ = false;    // or it does, and what follows of it is skipped
   std::size_t token_ = 0;
   std::uint64_t tokens_ = 0;  // how many there were
   bool is_begun_ = false;

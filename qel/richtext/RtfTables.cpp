@@ -5,33 +5,47 @@
 #include <cstddef>
 #include <utility>
 
+#include "qel/base/CaseMapping.h"
 #include "qel/richtext/CodePage.h"
+#include "qel/richtext/SymbolFonts.h"
 
 namespace qel::richtext {
 namespace {
 
-/// Where a name's ending for its code page begins: the end of the name when it has none.
-std::size_t end_of_family(std::u16string_view name, int code_page) {
-  using namespace std::string_view_literals;
-  constexpr std::array<std::pair<int, std::u16string_view>, 9> endings = {
-      {{1250, u" CE"sv},
-       {1251, u" Cyr"sv},
-       {1253, u" Greek"sv},
-       {1254, u" Tur"sv},
-       {1257, u" Baltic"sv},
-       {1255, u" (Hebrew)"sv},
-       {1256, u" (Arabic)"sv},
-       {874, u" (Thai)"sv},
-       {1258, u" (Vietnamese)"sv}}};
-  for (const auto& [number, ending] : endings) {
-    if (number == code_page && name.ends_with(ending)) return name.size() - ending.size();
-  }
-  return name.size();
+/// Of a table.
+constexpr std::size_t most_entries = std::size_t{1} << 16U;
+
+/// The endings of names, each with its code page.
+constexpr std::array<std::pair<int, std::u16string_view>, 9> endings = {{{1250, u" CE"},
+                                                                         {1251, u" Cyr"},
+                                                                         {1253, u" Greek"},
+                                                                         {1254, u" Tur"},
+                                                                         {1257, u" Baltic"},
+                                                                         {1255, u" (Hebrew)"},
+                                                                         {1256, u" (Arabic)"},
+                                                                         {874, u" (Thai)"},
+                                                                         {1258, u" (Vietnamese)"}}};
+
+/// The ending that a name has; null for none.
+const std::pair<int, std::u16string_view>* ending_of(std::u16string_view name) {
+  const auto* const found = std::find_if(endings.begin(), endings.end(), [&](const auto& each) {
+    const std::size_t before = name.size() - std::min(each.second.size(), name.size());
+    return before > 0 && name[before] == u' ' &&
+           equal_ignoring_case(name.substr(before), each.second);
+  });
+  return found == endings.end() ? nullptr : found;
 }
 
 }  // namespace
 
+std::u16string_view family_of(std::u16string_view name) {
+  const auto* const ending = ending_of(name);
+  if (ending != nullptr) name.remove_suffix(ending->second.size());
+  return name;
+}
+
 void RtfFontTable::set_character_set(std::int32_t character_set) {
+  has_character_set_ = true;
   // A code page that the entry names outright holds, whatever the character set.
   if (!font_.code_page) font_.code_page = code_page_of_character_set(character_set);
 }
@@ -54,10 +68,20 @@ void RtfFontTable::end_font() {
   const std::size_t first = font_.name.find_first_not_of(u' ');
   if (first != std::u16string::npos) {
     font_.name.erase(0, first);
-    font_.name.resize(end_of_family(font_.name, font_.code_page.value_or(0)));
-    fonts_.insert_or_assign(number_, std::move(font_));
+    // Of fonts for letters, or for any characters, entries may say so whatever the font is.
+    const int code_page = font_.code_page.value_or(CodePage::western);
+    const bool says_little = has_character_set_ && code_page == CodePage::western;
+    const auto* const ending = ending_of(font_.name);
+    if (ending != nullptr && (says_little || ending->first == code_page)) {
+      font_.name.resize(family_of(font_.name).size());
+    }
+    if (says_little && SymbolFont::find(font_.name) != nullptr) font_.code_page = CodePage::symbol;
+    if (fonts_.size() < most_entries || fonts_.contains(number_)) {
+      fonts_.insert_or_assign(number_, std::move(font_));
+    }
   }
   font_ = Font();
+  has_character_set_ = false;
 }
 
 std::optional<int> RtfFontTable::name_code_page() const {
@@ -75,6 +99,7 @@ void RtfColorTable::read_text(std::u16string_view text) {
 }
 
 void RtfColorTable::end_color() {
+  if (colors_.size() == most_entries) return;
   colors_.push_back(color_ ? std::optional(static_cast<Color>(*color_)) : std::nullopt);
   color_.reset();
 }

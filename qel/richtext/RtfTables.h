@@ -12,8 +12,11 @@
 
 namespace qel::richtext {
 
+/// The name of a font without its ending for a code page, as in "Arial CE".
+std::u16string_view family_of(std::u16string_view name);
+
 /// The fonts of an RTF document, collected while its font table is read. Of a name that is longer
-/// than any font's the beginning is kept.
+/// than any font's the beginning is kept, and of more fonts than any document has the first ones.
 class RtfFontTable {
  public:
   struct Font {
@@ -28,8 +31,10 @@ class RtfFontTable {
   void add_to_name(std::u16string_view text);
   /// Text of the table: names, each ended by a semicolon.
   void read_text(std::u16string_view text);
-  /// Ends the entry. One without a name is dropped. An ending that names the font's own code page,
-  /// as in "Arial CE", is dropped from the name: the font is the one without it.
+  /// Ends the entry. One without a name is dropped. An ending that names the entry's own code page,
+  /// as in "Arial CE", is dropped from the name: the font is the one without it. So is any where
+  /// the entry has the character set of Western, or no certain one, and symbols are symbols there.
+  /// An entry that has no character set at all is left as it is.
   void end_font();
   /// The code page of the name of the entry being read; empty for that of the document.
   std::optional<int> name_code_page() const;
@@ -39,11 +44,13 @@ class RtfFontTable {
 
  private:
   std::int32_t number_ = 0;
+  bool has_character_set_ = false;
   Font font_;
   std::map<std::int32_t, Font> fonts_;  // no hash table: the input chooses the numbers
 };
 
-/// The colours of an RTF document, collected while its colour table is read.
+/// The colours of an RTF document, collected while its colour table is read; of more than any
+/// document has, the first ones.
 class RtfColorTable {
  public:
   /// Sets a component of the entry being read: 0 red, 1 green, 2 blue. A value outside 0 to 255

@@ -4,6 +4,7 @@
 
 #include "qel/base/CaseMapping.h"
 #include "qel/richtext/RtfFormats.h"
+#include "qel/richtext/RtfTables.h"
 
 namespace qel::rtf {
 namespace {
@@ -38,7 +39,11 @@ int TableIndexes::find_font(std::u16string_view name) const {
       return equal_ignoring_case(candidate, name);
     });
   }
-  return found == end ? -1 : static_cast<int>(found - names_.begin());
+  if (found != end) return static_cast<int>(found - names_.begin());
+  // "Arial CE" is not a font of its own, but the name of one for a code page.
+  const std::u16string_view family = richtext::family_of(name);
+  const bool may_have = way_ == Way::lossless && family.size() < name.size();
+  return may_have ? find_font(family) : -1;
 }
 
 int TableIndexes::find_color(Color color) const {

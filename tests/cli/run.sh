@@ -165,7 +165,26 @@ touch -d 2001-01-01 listed/t.txt
 gives "what is newer is left alone" '' "$qel" convert --files-from names --to text -d listed --skip-newer
 gives "and only that" 'old/b1' cat listed/a.txt listed/t.txt
 
+mkdir dated
+{
+  until compgen -G 'dated/.qel-*' >/dev/null; do sleep 0.01; done
+  sleep 0.05
+  touch dated/a.qel
+} | "$qel" convert --to text -o dated/a.txt
+[[ dated/a.txt -ot dated/a.qel ]] || fail "newer than what was changed meanwhile"
+
 echo "== signals =="
+# What a killed process left goes, but not what may be in use or is something else.
+mkdir killed
+touch -d '2 minutes ago' killed/.qel-1-2 killed/.qel-1-3 killed/.qel-notes-1 killed/.qel-1
+touch killed/.qel-1-4
+exec 8<killed/.qel-1-3
+flock 8
+gives "beside what was left" '' "$qel" convert a.qel --to text -o killed/a.txt
+exec 8<&-
+[[ $(cd killed && echo .qel* *) == '.qel-1 .qel-1-3 .qel-1-4 .qel-notes-1 a.txt' ]] ||
+  fail "left and kept: $(ls -A killed)"
+
 mkfifo slow
 exec 9<>slow
 "$qel" convert a.qel slow -d stopped --to text --jobs 2 2>/dev/null &
