@@ -43,7 +43,9 @@ std::string cause_of(sqlite3* connection) {
       break;
   }
   const int result = sqlite3_errcode(connection) & 0xFF;
-  const int error = sqlite3_system_errno(connection);
+  int error = sqlite3_system_errno(connection);
+  // What a commit fails with is kept with the file only.
+  if (error == 0) sqlite3_file_control(connection, "main", SQLITE_FCNTL_LAST_ERRNO, &error);
   const bool is_of_system = error != 0 && (result == SQLITE_CANTOPEN || result == SQLITE_IOERR);
   return is_of_system ? std::generic_category().message(error) : sqlite3_errmsg(connection);
 }
