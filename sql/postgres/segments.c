@@ -35,9 +35,9 @@ static void put_row(ReturnSetInfo* results, const qel_run* run, int64 start) {
 }
 
 static void put_rows(ReturnSetInfo* results, const qel_runs* runs) {
-  MemoryContext const row_context =
+  MemoryContext row_context =
       AllocSetContextCreate(CurrentMemoryContext, "qel_segments", ALLOCSET_DEFAULT_SIZES);
-  MemoryContext const outer = MemoryContextSwitchTo(row_context);
+  MemoryContext outer = MemoryContextSwitchTo(row_context);
   int64 start = 1;
   for (size_t i = 0; i < qel_runs_count(runs); ++i) {
     const qel_run* const run = qel_runs_at(runs, i);

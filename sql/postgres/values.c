@@ -42,7 +42,7 @@ static bool is_same(text* a, text* b) {
 const qel_options* qelpg_options(qelpg_site* site, text* json) {
   if (site->options != NULL && is_same(site->json, json)) return site->options;
   release_site(site);
-  MemoryContext const kept = GetMemoryChunkContext(site);
+  MemoryContext kept = GetMemoryChunkContext(site);
   text* const copy = MemoryContextAlloc(kept, VARSIZE_ANY(json));
   memcpy(copy, json, VARSIZE_ANY(json));
   if (site->json != NULL) pfree(site->json);
