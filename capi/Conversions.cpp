@@ -20,7 +20,8 @@ convert::Report finished(convert::Converter& converter) {
 
 convert::Report convert_into(Buffer& output, std::string_view input,
                              const convert::Options& options) {
-  convert::Converter converter(options, [&](std::string_view piece) { output.append(piece); });
+  convert::Converter converter(convert::borrowed(options),
+                               [&](std::string_view piece) { output.append(piece); });
   converter.push(input);
   return finished(converter);
 }

@@ -38,6 +38,9 @@ InputFormat format_of(std::optional<InputFormat> named, bool is_rtf) {
 }  // namespace
 
 bool is_rtf(std::string_view bytes) {
+  // Nearly always, the first byte tells.
+  if (bytes.starts_with('{')) return bytes.starts_with("{\\rtf");
+  if (!bytes.empty() && bytes.front() > ' ' && bytes.front() < '\x7F') return false;
   const Mark mark = mark_of(bytes);
   std::u16string beginning;
   append_decoded(beginning, bytes.substr(mark.length, enough_to_tell), mark.encoding, false);
@@ -67,8 +70,10 @@ std::u16string decode_text(std::string_view bytes) {
 
 class Converter::Stages {
  public:
-  Stages(Options options, Sink sink)
-      : options_(std::move(options)), sink_([this, to = std::move(sink)](std::string_view bytes) {
+  Stages(std::shared_ptr<const Options> options, Sink sink)
+      : shared_options_(std::move(options)),
+        options_(*shared_options_),
+        sink_([this, to = std::move(sink)](std::string_view bytes) {
           if (is_all_read_) ask_to_stop(options_);
           report_.bytes_out += bytes.size();
           to(bytes);
@@ -180,7 +185,8 @@ class Converter::Stages {
 
   bool has_ended() const { return report_.is_stopped || (pipe_ && pipe_->is_closed()); }
 
-  Options options_;
+  std::shared_ptr<const Options> shared_options_;
+  const Options& options_;
   Sink sink_;
   std::string beginning_;  // until the format is known, or all of what is packed
   bool is_packed_ = false;
@@ -191,7 +197,10 @@ class Converter::Stages {
 };
 
 Converter::Converter(const Options& options, Sink sink)
-    : stages_(std::make_unique<Stages>(options, std::move(sink))) {}
+    : Converter(std::make_shared<const Options>(options), std::move(sink)) {}
+
+Converter::Converter(std::shared_ptr<const Options> options, Sink sink)
+    : stages_(std::make_unique<Stages>(std::move(options), std::move(sink))) {}
 
 Converter::~Converter() = default;
 
@@ -215,13 +224,15 @@ Report Converter::finish() {
 }
 
 void prepare(Options& options) {
-  options.prepared = std::make_shared<const PreparedTables>(PreparedTables{
-      rtf_head(options), richtext::rtf_to_bytes(rtf_head(options)),
-      rtf::TableIndexes(options.fonts, *options.colors, rtf::Origin::rtf, Way::lossless)});
+  options.prepared = std::make_shared<const PreparedTables>(options);
+}
+
+std::shared_ptr<const Options> borrowed(const Options& options) {
+  return {std::shared_ptr<const Options>(), &options};
 }
 
 Report convert(const Source& source, const Sink& sink, const Options& options) {
-  Converter converter(options, sink);
+  Converter converter(borrowed(options), sink);
   std::array<char, part_size> buffer = {};
   bool goes_on = true;
   while (goes_on) {
@@ -233,7 +244,7 @@ Report convert(const Source& source, const Sink& sink, const Options& options) {
 
 std::string convert(std::string_view bytes, const Options& options) {
   std::string output;
-  Converter converter(options, [&](std::string_view piece) { output.append(piece); });
+  Converter converter(borrowed(options), [&](std::string_view piece) { output.append(piece); });
   converter.push(bytes);
   converter.finish();
   return output;

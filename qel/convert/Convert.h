@@ -36,6 +36,8 @@ class Converter {
  public:
   /// Raises what `sink` raises from all members. After an error, the members raise it again.
   Converter(const Options& options, Sink sink);
+  /// Shares the options, which for many small conversions is worth it. They must not change.
+  Converter(std::shared_ptr<const Options> options, Sink sink);
   Converter(const Converter&) = delete;
   Converter& operator=(const Converter&) = delete;
   ~Converter();
@@ -62,6 +64,9 @@ std::string convert(std::string_view bytes, const Options& options);
 
 /// Spares many short conversions what their tables cost, if these do not change any more.
 void prepare(Options& options);
+
+/// Options for a converter that does not outlive them.
+std::shared_ptr<const Options> borrowed(const Options& options);
 
 /// Whether the bytes of a file are an RTF document.
 bool is_rtf(std::string_view bytes);

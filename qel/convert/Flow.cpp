@@ -123,11 +123,6 @@ std::unique_ptr<BasicFlow<Char>> make_stream_of_text(const Options& options, Inp
   return flow;
 }
 
-rtf::TableIndexes indexes_of(const Options& options) {
-  if (options.prepared) return options.prepared->indexes_in_rtf;
-  return rtf::TableIndexes(options.fonts, *options.colors, rtf::Origin::rtf, Way::lossless);
-}
-
 /// The stream of a document, whose formats are looked up in the tables.
 template <class Char>
 class DocumentFlow : public StreamFlow<Char> {
@@ -135,7 +130,7 @@ class DocumentFlow : public StreamFlow<Char> {
   DocumentFlow(const Options& options, InputFormat from, std::basic_string_view<Char> line_break)
       : StreamFlow<Char>(options, from, line_break),
         to_(options.to),
-        runs_(indexes_of(options), this->sink()) {}
+        runs_(indexes_in_rtf(options), this->sink()) {}
 
   richtext::DocumentSink& runs() { return runs_; }
   void report(Report& report) const override {

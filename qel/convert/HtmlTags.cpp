@@ -4,6 +4,7 @@
 
 #include "qel/base/Records.h"
 #include "qel/base/Utf16.h"
+#include "qel/base/Utf8.h"
 
 namespace qel::convert {
 namespace {
@@ -86,23 +87,34 @@ std::u16string head_of(const QELIndexFonts& fonts, const QELIndexColors& colors,
   return head.append(u"</style>\n</head>\n<body>");
 }
 
+constexpr std::array<std::u16string_view, html_elements::attribute_count> attribute_tags = {
+    {u"<b>", u"<i>", u"<u>", u"<span style=\"font-variant:small-caps\">", u"<s>", u"<sub>",
+     u"<sup>"}};
+
+void assign(std::string& to, std::u16string_view text) { to = to_utf8(text); }
+void assign(std::u16string& to, std::u16string_view text) { to = text; }
+
 }  // namespace
 
-HtmlTags::HtmlTags(const QELIndexFonts& font_table, const QELIndexColors& color_table,
-                   const HtmlOptions& options) {
+template <class Char>
+HtmlTags<Char>::HtmlTags(const QELIndexFonts& font_table, const QELIndexColors& color_table,
+                         const HtmlOptions& options) {
   const auto names = font_table.distinct_names();
-  const std::u16string_view begin = options.classes ? u"<span class" : u"<span style";
-  for (std::size_t i = 0; i < names.size(); ++i) {
+  const std::u16string_view span = options.classes ? u"<span class" : u"<span style";
+  for (std::size_t i = 0; i < attribute_tags.size(); ++i) assign(begin[i], attribute_tags[i]);
+  for (std::size_t i = 0; i < html_elements::index_count; ++i) {
     const Color color = color_table.get_Color(static_cast<std::int16_t>(i));
-    if (options.classes) {
-      fonts[i] = tag_with(begin, class_of(u'f', i));
-    } else if (has_name(font_table, i)) {
-      fonts[i] = tag_with(begin, css_font(names[i]));
-    }
-    colors[i] = tag_with(begin, options.classes ? class_of(u'y', i) : css_color(color));
+    assign(begin[html_elements::first_color_tag + i],
+           tag_with(span, options.classes ? class_of(u'y', i) : css_color(color)));
+    assign(begin[html_elements::first_font_tag + i],
+           tag_with(span, options.classes ? class_of(u'f', i) : css_font(names[i])));
+    if (!options.classes && !has_name(font_table, i)) nameless_fonts |= 1U << i;
   }
-  if (options.whole_document) head = head_of(font_table, color_table, options.classes);
+  if (options.whole_document) assign(head, head_of(font_table, color_table, options.classes));
 }
+
+template struct HtmlTags<char>;
+template struct HtmlTags<char16_t>;
 
 std::u16string_view entity_of(char16_t c) {
   switch (c) {

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <bit>
 #include <type_traits>
+#include <utility>
 
 #include "qel/base/Ascii.h"
 #include "qel/base/Utf16.h"
@@ -18,21 +19,11 @@ using style_codes::CodeState;
 /// Attributes, colour and font in one number.
 using Format = std::uint32_t;
 
-// Elements are numbered in the order in which they are opened: the attributes by their bits, then
-// colour and font.
-constexpr std::size_t attribute_count = 7;
-constexpr std::size_t color_element = 7;
-constexpr std::size_t font_element = 8;
-constexpr std::size_t element_count = 9;
-constexpr unsigned attribute_bits = (1U << attribute_count) - 1;
+namespace elements = html_elements;
+constexpr unsigned attribute_bits = (1U << elements::attribute_count) - 1;
 
 template <class Char>
-constexpr std::array<std::basic_string_view<Char>, attribute_count> attribute_tags = {
-    {ascii<Char, "<b>">, ascii<Char, "<i>">, ascii<Char, "<u>">,
-     ascii<Char, "<span style=\"font-variant:small-caps\">">, ascii<Char, "<s>">,
-     ascii<Char, "<sub>">, ascii<Char, "<sup>">}};
-template <class Char>
-constexpr std::array<std::basic_string_view<Char>, element_count> end_tags = {
+constexpr std::array<std::basic_string_view<Char>, elements::count> end_tags = {
     {ascii<Char, "</b>">, ascii<Char, "</i>">, ascii<Char, "</u>">, ascii<Char, "</span>">,
      ascii<Char, "</s>">, ascii<Char, "</sub>">, ascii<Char, "</sup>">, ascii<Char, "</span>">,
      ascii<Char, "</span>">}};
@@ -52,9 +43,6 @@ template <>
 constexpr std::u16string_view byte_order_mark<char16_t> = u"\uFEFF";
 template <>
 constexpr std::string_view byte_order_mark<char> = "\xEF\xBB\xBF";
-
-void append_text(std::string& out, std::u16string_view text) { append_utf8(out, text); }
-void append_text(std::u16string& out, std::u16string_view text) { out.append(text); }
 
 /// Writes a character of one unit, with an entity where it needs one.
 void append_escaped(std::u16string& out, char16_t c) {
@@ -86,7 +74,6 @@ bool is_rare(Char first) {
   return unit < ' ' || unit >= 0x7F;
 }
 
-constexpr std::size_t color_count = 10;
 constexpr unsigned color_shift = 8;
 constexpr unsigned font_shift = 12;
 constexpr unsigned index_mask = 0xF;
@@ -97,7 +84,7 @@ unsigned font_of(Format format) { return format >> font_shift & index_mask; }
 Format shown(const CodeState& state) {
   const auto index = [](std::int16_t number) {
     const auto known = static_cast<std::uint16_t>(number);
-    return known < color_count ? unsigned{known} : 0U;
+    return known < elements::index_count ? unsigned{known} : 0U;
   };
   const unsigned attributes = state.attributes & attribute_bits;
   const bool is_raised = (attributes & style_codes::superscript_bit) != 0;
@@ -107,15 +94,15 @@ Format shown(const CodeState& state) {
 
 /// The elements that show a format, as bits.
 unsigned elements_of(Format format) {
-  return (format & attribute_bits) | unsigned{color_of(format) != 0} << color_element |
-         unsigned{font_of(format) != 0} << font_element;
+  return (format & attribute_bits) | unsigned{color_of(format) != 0} << elements::color |
+         unsigned{font_of(format) != 0} << elements::font;
 }
 
 /// The place of an element's tag among all of them.
 std::size_t slot_of(std::size_t element, Format format) {
-  if (element < color_element) return element;
-  return element == color_element ? color_element + color_of(format)
-                                  : color_element + color_count + font_of(format);
+  if (element < elements::color) return element;
+  return element == elements::color ? elements::first_color_tag + color_of(format)
+                                    : elements::first_font_tag + font_of(format);
 }
 
 }  // namespace
@@ -123,15 +110,15 @@ std::size_t slot_of(std::size_t element, Format format) {
 template <class Char>
 BasicHtmlWriter<Char>::BasicHtmlWriter(std::basic_string<Char>& out, const QELIndexFonts& fonts,
                                        const QELIndexColors& colors, const HtmlOptions& options)
-    : out_(out), options_(options) {
-  const HtmlTags tags(fonts, colors, options);
-  append_text(out_, tags.head);
-  std::copy(attribute_tags<Char>.begin(), attribute_tags<Char>.end(), begin_tags_.begin());
-  for (std::size_t i = 0; i < tags.fonts.size(); ++i) {
-    append_text(begin_tags_[color_element + i], tags.colors[i]);
-    append_text(begin_tags_[color_element + color_count + i], tags.fonts[i]);
-    if (tags.fonts[i].empty()) nameless_fonts_ |= 1U << i;
-  }
+    : BasicHtmlWriter(out, std::make_shared<const HtmlTags<Char>>(fonts, colors, options),
+                      options) {}
+
+template <class Char>
+BasicHtmlWriter<Char>::BasicHtmlWriter(std::basic_string<Char>& out,
+                                       std::shared_ptr<const HtmlTags<Char>> tags,
+                                       const HtmlOptions& options)
+    : out_(out), options_(options), tags_(std::move(tags)) {
+  out_.append(tags_->head);
   if (options.without_ignored) left_out_ |= 1U << unsigned{ignored_color};
   if (options.without_hidden) left_out_ |= 1U << unsigned{hidden_color};
   if (options.without_note) left_out_ |= 1U << unsigned{note_color};
@@ -156,7 +143,7 @@ void BasicHtmlWriter<Char>::text(View text, const CodeState& state) {
 template <class Char>
 auto BasicHtmlWriter<Char>::in_html(const CodeState& state) const -> Format {
   const Format format = shown(state);
-  const bool has_font = (nameless_fonts_ >> font_of(format) & 1U) == 0;
+  const bool has_font = (tags_->nameless_fonts >> font_of(format) & 1U) == 0;
   return has_font ? format : format & ~(index_mask << font_shift);
 }
 
@@ -235,8 +222,8 @@ template <class Char>
 void BasicHtmlWriter<Char>::change(Format format) {
   unsigned wanted = elements_of(format);
   unsigned staying = wanted;
-  if (color_of(format) != color_of(format_)) staying &= ~(1U << color_element);
-  if (font_of(format) != font_of(format_)) staying &= ~(1U << font_element);
+  if (color_of(format) != color_of(format_)) staying &= ~(1U << elements::color);
+  if (font_of(format) != font_of(format_)) staying &= ~(1U << elements::font);
   std::size_t kept = 0;
   while (kept < depth_ && (staying >> open_[kept] & 1U) != 0) {
     wanted &= ~(1U << open_[kept]);
@@ -245,7 +232,7 @@ void BasicHtmlWriter<Char>::change(Format format) {
   close_from(kept);
   for (; wanted != 0; wanted &= wanted - 1) {
     const auto element = static_cast<std::size_t>(std::countr_zero(wanted));
-    out_.append(begin_tags_[slot_of(element, format)]);
+    out_.append(tags_->begin[slot_of(element, format)]);
     open_[depth_++] = static_cast<std::uint8_t>(element);
   }
   format_ = format;

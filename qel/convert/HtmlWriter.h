@@ -3,6 +3,7 @@
 #include <array>
 #include <cstddef>
 #include <cstdint>
+#include <memory>
 #include <string>
 #include <string_view>
 
@@ -29,6 +30,9 @@ struct HtmlOptions {
   bool without_note = false;
 };
 
+template <class Char>
+struct HtmlTags;
+
 /// Writes a text as HTML while it comes.
 ///
 /// Elements (`b i u s sub sup`, `span` for small capitals, colours and fonts) lie within each other
@@ -47,6 +51,9 @@ class BasicHtmlWriter final : public BasicRunSink<Char> {
   /// of a document is written at once.
   BasicHtmlWriter(std::basic_string<Char>& out, const QELIndexFonts& fonts,
                   const QELIndexColors& colors, const HtmlOptions& options = {});
+  /// The same with tags that have been made of tables and these options.
+  BasicHtmlWriter(std::basic_string<Char>& out, std::shared_ptr<const HtmlTags<Char>> tags,
+                  const HtmlOptions& options);
   BasicHtmlWriter(const BasicHtmlWriter&) = delete;
   BasicHtmlWriter& operator=(const BasicHtmlWriter&) = delete;
 
@@ -77,9 +84,9 @@ class BasicHtmlWriter final : public BasicRunSink<Char> {
 
   String& out_;
   HtmlOptions options_;
-  unsigned nameless_fonts_ = 0;        // unused entries, as bits
-  unsigned left_out_ = 0;              // the colours, as bits
-  std::array<String, 27> begin_tags_;  // of the attributes, the colours and the fonts
+  unsigned nameless_fonts_ = 0;  // unused entries, as bits
+  unsigned left_out_ = 0;        // the colours, as bits
+  std::shared_ptr<const HtmlTags<Char>> tags_;
 
   Format format_ = 0;                   // of the elements that are open,
   std::array<std::uint8_t, 9> open_{};  // the outermost first

@@ -86,6 +86,9 @@ const CodePage& RtfFormats::code_page(std::optional<int> number) {
   constexpr std::size_t most_code_pages = 32;
   const bool is_affordable = code_pages_.size() < most_code_pages || code_pages_.contains(wanted);
   const int taken = is_affordable ? wanted : CodePage::western;
+  // Nearly every document says that it is in this one.
+  static const CodePage west(CodePage::western);
+  if (taken == CodePage::western) return west;
   return code_pages_.try_emplace(taken, taken).first->second;
 }
 

@@ -177,7 +177,8 @@ std::u16string RTFParser::RTFToQEL(std::u16string_view RTF, const QELIndexFonts&
   loader.use_tables(Fonts, Colors);
   rtf::MarkupWriter writer(*this);
   writer.reserve(RTF.size());
-  rtf::RunsOfDocument runs({Fonts, Colors, rtf::Origin::rtf, way_}, writer);
+  rtf::RunsOfDocument runs(
+      std::make_shared<const rtf::TableIndexes>(Fonts, Colors, rtf::Origin::rtf, way_), writer);
   std::u16string storage;
   loader.load(prepared(RTF, true, *this, storage), runs);
   return writer.take();
@@ -190,7 +191,8 @@ std::u16string RTFParser::SimpleRTF(std::u16string_view RTF, QELIndexFonts& Font
   if (!RTF.empty()) {
     writer.reserve(RTF.size());
     loader.use_tables(Fonts, Colors);
-    rtf::RunsOfDocument runs({Fonts, Colors, rtf::Origin::rtf, way_}, writer);
+    rtf::RunsOfDocument runs(
+        std::make_shared<const rtf::TableIndexes>(Fonts, Colors, rtf::Origin::rtf, way_), writer);
     std::u16string storage;
     loader.load(prepared(RTF, false, *this, storage), runs);
   }

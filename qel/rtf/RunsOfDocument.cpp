@@ -25,8 +25,8 @@ CodeState state_of(DocumentSink::FormatId id) {
 
 template <class Char>
 DocumentSink::FormatId BasicRunsOfDocument<Char>::intern(const richtext::CharFormat& format) {
-  lacking_.add(format, indexes_);
-  const CodeState state = indexes_.state(format);
+  lacking_.add(format, *indexes_);
+  const CodeState state = indexes_->state(format);
   return state.attributes | static_cast<FormatId>(state.font) << font_shift |
          static_cast<FormatId>(state.color) << color_shift;
 }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <memory>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -17,7 +18,7 @@ template <class Char>
 class BasicRunsOfDocument : public richtext::DocumentSink {
  public:
   /// `sink` has to outlive this object.
-  BasicRunsOfDocument(TableIndexes indexes, BasicRunSink<Char>& sink)
+  BasicRunsOfDocument(std::shared_ptr<const TableIndexes> indexes, BasicRunSink<Char>& sink)
       : indexes_(std::move(indexes)), sink_(sink) {}
 
   /// Of the formats so far.
@@ -33,7 +34,7 @@ class BasicRunsOfDocument : public richtext::DocumentSink {
   void pass(std::u16string_view text, FormatId format);
   void pass_half();
 
-  TableIndexes indexes_;
+  std::shared_ptr<const TableIndexes> indexes_;
   LackingFormats lacking_;
   BasicRunSink<Char>& sink_;
   char16_t half_ = 0;  // of a surrogate pair, until the other half comes
