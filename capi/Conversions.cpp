@@ -20,7 +20,7 @@ convert::Report finished(convert::Converter& converter) {
 
 convert::Report convert_into(Buffer& output, std::string_view input,
                              const convert::Options& options) {
-  convert::Converter converter(convert::borrowed(options),
+  convert::Converter converter(convert::BorrowedOptions(options),
                                [&](std::string_view piece) { output.append(piece); });
   converter.push(input);
   return finished(converter);

@@ -197,10 +197,13 @@ class Converter::Stages {
 };
 
 Converter::Converter(const Options& options, Sink sink)
-    : Converter(std::make_shared<const Options>(options), std::move(sink)) {}
+    : stages_(std::make_unique<Stages>(std::make_shared<const Options>(options), std::move(sink))) {
+}
 
-Converter::Converter(std::shared_ptr<const Options> options, Sink sink)
-    : stages_(std::make_unique<Stages>(std::move(options), std::move(sink))) {}
+Converter::Converter(BorrowedOptions options, Sink sink)
+    : stages_(std::make_unique<Stages>(
+          std::shared_ptr<const Options>(std::shared_ptr<const Options>(), &options.get()),
+          std::move(sink))) {}
 
 Converter::~Converter() = default;
 
@@ -227,12 +230,8 @@ void prepare(Options& options) {
   options.prepared = std::make_shared<const PreparedTables>(options);
 }
 
-std::shared_ptr<const Options> borrowed(const Options& options) {
-  return {std::shared_ptr<const Options>(), &options};
-}
-
 Report convert(const Source& source, const Sink& sink, const Options& options) {
-  Converter converter(borrowed(options), sink);
+  Converter converter(BorrowedOptions(options), sink);
   std::array<char, part_size> buffer = {};
   bool goes_on = true;
   while (goes_on) {
@@ -244,7 +243,8 @@ Report convert(const Source& source, const Sink& sink, const Options& options) {
 
 std::string convert(std::string_view bytes, const Options& options) {
   std::string output;
-  Converter converter(borrowed(options), [&](std::string_view piece) { output.append(piece); });
+  Converter converter(BorrowedOptions(options),
+                      [&](std::string_view piece) { output.append(piece); });
   converter.push(bytes);
   converter.finish();
   return output;

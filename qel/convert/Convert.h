@@ -31,13 +31,23 @@ namespace qel::convert {
 /// Fills the buffer with the next bytes of the input and returns their number; 0 at its end.
 using Source = std::function<std::size_t(char* buffer, std::size_t size)>;
 
+/// Options that outlive a converter and do not change meanwhile: to copy them would take as long as
+/// the conversion of a small text.
+class BorrowedOptions {
+ public:
+  explicit BorrowedOptions(const Options& options) : options_(options) {}
+  const Options& get() const { return options_; }
+
+ private:
+  const Options& options_;
+};
+
 /// A conversion whose input is pushed into it, piece by piece, cut anywhere.
 class Converter {
  public:
   /// Raises what `sink` raises from all members. After an error, the members raise it again.
   Converter(const Options& options, Sink sink);
-  /// Shares the options, which for many small conversions is worth it. They must not change.
-  Converter(std::shared_ptr<const Options> options, Sink sink);
+  Converter(BorrowedOptions options, Sink sink);
   Converter(const Converter&) = delete;
   Converter& operator=(const Converter&) = delete;
   ~Converter();
@@ -64,9 +74,6 @@ std::string convert(std::string_view bytes, const Options& options);
 
 /// Spares many short conversions what their tables cost, if these do not change any more.
 void prepare(Options& options);
-
-/// Options for a converter that does not outlive them.
-std::shared_ptr<const Options> borrowed(const Options& options);
 
 /// Whether the bytes of a file are an RTF document.
 bool is_rtf(std::string_view bytes);
