@@ -27,7 +27,9 @@ diff <(echo PyInit__qel) <(nm -D --defined-only "$module" | awk '$2 == "T" { pri
 
 echo "== tests =="
 cd "$work"
-"$python" -m venv --system-site-packages environment
-environment/bin/pip -q --disable-pip-version-check install --no-index --no-deps python/dist/*.whl
-environment/bin/python -m pytest -q -p no:cacheprovider "$QEL_SOURCE/tests/python" \
+# Stays for tests that come behind this one.
+environment=$QEL_BUILD/python/environment
+"$python" -m venv --clear --system-site-packages "$environment"
+"$environment/bin/pip" -q --disable-pip-version-check install --no-index --no-deps python/dist/*.whl
+"$environment/bin/python" -m pytest -q -p no:cacheprovider "$QEL_SOURCE/tests/python" \
   --doctest-modules --pyargs qel
