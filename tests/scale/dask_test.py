@@ -33,14 +33,14 @@ def write_parts(folder):
         (folder / f"p{part:02}.jsonl").write_text("\n".join(lines), encoding="utf-8")
     for part in range(17, 20):
         with open(folder / f"p{part}.csv", "w", encoding="utf-8-sig", newline="") as file:
-            file.write('id,note,"empty, quoted"\r\n')
+            file.write("note,id,rtf\r\n" if part == 18 else 'note,id,"a ""b"", c"\r\n')
             rows = csv.writer(file, lineterminator=',""\r\n')
-            rows.writerows((i, note(i)) for i in range(NOTES))
+            rows.writerows((note(i), i) for i in range(NOTES))
     with open(folder / "p03.jsonl", "ab") as file:
         file.write(b'\n\n{"id":1}\n{"note":null}\n{"note":5}\n{"note":"\\ud800x","rtf":[1]}\n')
         file.write(b'[]\n{"note":"\xff"}\n{"note":tru}\n')
     with open(folder / "p18.csv", "ab") as file:
-        file.write(b'\r\n1,a" b,\r\n2,"x\ny"\r\n3,"a"b,\r\n4,/b1b,\r\n5,"')
+        file.write(b'\r\na" b,1,\r\n"x\ny",2\r\n"a"b,3,\r\n/b1b,4,""\r\n",5')
     line = NOTES * 2 + 3
     return [
         ("p03.jsonl", NOTES + 4, "field 'note' is not a string"),
