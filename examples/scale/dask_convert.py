@@ -19,6 +19,7 @@ from __future__ import annotations
 
 import argparse
 import os
+import resource
 import socket
 import sys
 import tempfile
@@ -69,6 +70,11 @@ def sent_by_all(client: Client) -> Dict[str, int]:
     """What each machine of the cluster has sent so far."""
     by_workers = client.run(sent_bytes, on_error="ignore").values()
     return dict([*by_workers, client.run_on_scheduler(sent_bytes), sent_bytes()])
+
+
+def peak_memory() -> int:
+    """The most that this process has had, in kB."""
+    return resource.getrusage(resource.RUSAGE_SELF).ru_maxrss
 
 
 def start(stack: ExitStack, given: argparse.Namespace) -> Client:
@@ -141,6 +147,7 @@ def run(client: Client, job: Job, names: List[str]) -> int:
     sent, began = sent_by_all(client), time.monotonic()
     counts, failed = convert_parts(client, job, names)
     seconds, sent_then = time.monotonic() - began, sent_by_all(client)
+    peaks = client.run(peak_memory, on_error="ignore").values()
     if counts.notes:
         sent_since = sum(count - sent.get(host, count) for host, count in sent_then.items())
         print(f"{counts.notes} notes in {seconds:.2f} s")
@@ -148,6 +155,7 @@ def run(client: Client, job: Job, names: List[str]) -> int:
         print(f"{counts.notes / seconds:.0f} notes a second")
         print(f"{counts.notes / counts.seconds:.0f} notes a second of the workers' processor time")
         print(f"{sent_since / counts.notes:.2f} bytes a note sent by the machines, by all programs")
+        print(f"{max(peaks, default=0) / 1000:.0f} MB at most in a worker")
     return failed
 
 
