@@ -27,7 +27,9 @@ if readelf -d "$module" | grep -E 'NEEDED.*(stdc\+\+|libgcc)'; then exit 1; fi
 
 echo "== tests =="
 cd "$work"
-"$python" -m venv --system-site-packages environment
-environment/bin/pip -q --disable-pip-version-check install --no-index --no-deps python/dist/*.whl
-environment/bin/python -m pytest -q -p no:cacheprovider "$QEL_SOURCE/tests/python" \
+# Stays for tests that come behind this one.
+environment=$QEL_BUILD/python/environment
+"$python" -m venv --clear --system-site-packages "$environment"
+"$environment/bin/pip" -q --disable-pip-version-check install --no-index --no-deps python/dist/*.whl
+"$environment/bin/python" -m pytest -q -p no:cacheprovider "$QEL_SOURCE/tests/python" \
   --doctest-modules --pyargs qel
