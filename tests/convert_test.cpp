@@ -125,7 +125,8 @@ Options random_options(test::Random& random) {
   Options options;
   options.from =
       std::vector{InputFormat::qel, InputFormat::rtf, InputFormat::text}[random.below(3)];
-  options.to = static_cast<OutputFormat>(random.below(7));
+  options.to = static_cast<OutputFormat>(random.below(8));
+  options.html.paragraphs = random.one_in(2);
   options.way = random.one_in(4) ? Way::stated : Way::lossless;
   options.is_file = random.one_in(2);
   for (std::int16_t i = 4; i <= 9; ++i)
@@ -390,11 +391,13 @@ TEST(Convert, StringsInUtf16AndUtf8ConvertAlike) {
     const std::string bytes = to_utf8(text);
     EXPECT_EQ(rtf_from_markup(bytes), richtext::rtf_to_bytes(rtf_from_markup(text)));
     EXPECT_EQ(text_from_markup(bytes), to_utf8(with_lines(text_from_markup(text))));
+    EXPECT_EQ(html_from_markup(bytes), to_utf8(html_from_markup(text)));
     EXPECT_EQ(markup_from_text(bytes), to_utf8(markup_from_text(text)));
     const std::string rtf = richtext::rtf_to_bytes(rtf_of(random, random.below(20)));
     const std::u16string units = richtext::rtf_from_bytes(rtf);
     EXPECT_EQ(markup_from_rtf(rtf), to_utf8(markup_from_rtf(units))) << rtf;
     EXPECT_EQ(text_from_rtf(rtf), to_utf8(with_lines(text_from_rtf(units)))) << rtf;
+    EXPECT_EQ(html_from_rtf(rtf), to_utf8(html_from_rtf(units))) << rtf;
     if (HasFailure()) return;
   }
 }

@@ -173,7 +173,7 @@ auto BasicHtmlWriter<Char>::without_mark(View text) -> View {
 
 template <class Char>
 void BasicHtmlWriter<Char>::line_break(const CodeState& state) {
-  release_blanks(false);
+  release(false);
   const Format format = in_html(state);
   const Format next = is_left_out(format) ? format_ : format;
   if (!options_.paragraphs) {
@@ -196,7 +196,7 @@ void BasicHtmlWriter<Char>::line_break(const CodeState& state) {
 
 template <class Char>
 void BasicHtmlWriter<Char>::finish() {
-  release_blanks(false);
+  release(false);
   if (wrote_paragraph_ && !is_in_paragraph_) {
     enter(0, false);
     out_.append(ascii<Char, "<br>">);
@@ -214,7 +214,7 @@ void BasicHtmlWriter<Char>::enter(Format format, bool text_goes_on) {
     wrote_paragraph_ = true;
   }
   if (format == format_) return;
-  release_blanks(text_goes_on);
+  release(text_goes_on);
   change(format);
 }
 
@@ -267,8 +267,9 @@ void BasicHtmlWriter<Char>::append(View text) {
 
 template <class Char>
 void BasicHtmlWriter<Char>::hold_blank() {
+  if (is_in_tabs_) end_tabs();
   constexpr std::size_t most_held_blanks = 4096;
-  if (++held_blanks_ == most_held_blanks) release_blanks(false);
+  if (++held_blanks_ == most_held_blanks) release(false);
 }
 
 /// Writes the character or tabs that the text begins with, and returns their length.
@@ -292,21 +293,33 @@ std::size_t BasicHtmlWriter<Char>::append_special(View text) {
 
 template <class Char>
 void BasicHtmlWriter<Char>::append_visible(View text) {
-  if (held_blanks_ > 0) release_blanks(true);
+  if (held_blanks_ > 0 || is_in_tabs_) release(true);
   out_.append(text);
   would_collapse_ = false;
 }
 
 template <class Char>
 void BasicHtmlWriter<Char>::append_tabs(std::size_t count) {
-  release_blanks(false);
-  out_.append(tabs_span<Char>).append(count, Char{'\t'}).append(end_of_span<Char>);
-  would_collapse_ = false;
+  if (!is_in_tabs_) {
+    release(false);
+    out_.append(tabs_span<Char>);
+    is_in_tabs_ = true;
+    would_collapse_ = false;
+  }
+  out_.append(count, Char{'\t'});
 }
 
 template <class Char>
-void BasicHtmlWriter<Char>::release_blanks(bool text_goes_on) {
-  if (held_blanks_ == 1 && text_goes_on && !would_collapse_) {
+void BasicHtmlWriter<Char>::end_tabs() {
+  out_.append(end_of_span<Char>);
+  is_in_tabs_ = false;
+}
+
+template <class Char>
+void BasicHtmlWriter<Char>::release(bool text_goes_on) {
+  if (is_in_tabs_) {
+    end_tabs();
+  } else if (held_blanks_ == 1 && text_goes_on && !would_collapse_) {
     out_.push_back(' ');
     would_collapse_ = true;
     held_blanks_ = 0;

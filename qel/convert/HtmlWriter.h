@@ -78,8 +78,9 @@ class BasicHtmlWriter final : public BasicRunSink<Char> {
   std::size_t append_special(View text);
   void append_visible(View text);
   void append_tabs(std::size_t count);
+  void end_tabs();
   void hold_blank();
-  void release_blanks(bool text_goes_on);
+  void release(bool text_goes_on);
   void write_blanks(bool text_goes_on);
 
   String& out_;
@@ -92,6 +93,7 @@ class BasicHtmlWriter final : public BasicRunSink<Char> {
   std::array<std::uint8_t, 9> open_{};  // the outermost first
   std::size_t depth_ = 0;
   std::size_t held_blanks_ = 0;  // what follows says how they are written
+  bool is_in_tabs_ = false;      // whether the element of tabs is open: more may follow
   bool would_collapse_ = true;   // whether the next plain blank would not be shown
   bool is_line_empty_ = true;
   bool is_in_paragraph_ = false;
