@@ -429,6 +429,7 @@ TEST(Convert, InputsWithoutMuchInThem) {
            {InputFormat::qel, "a\r\n", "a"},
            {InputFormat::text, "a\r", "a\n"},
            {InputFormat::rtf, "{\\rtf1 a\\'e", "ae"},
+           {InputFormat::rtf, "{\\rtf1 \\u-10179?\\b \\u-8704?}", "\U0001F600"},
            {InputFormat::rtf, "{\\rtf1 a}b}", "a"}}) {
     const Options options = options_for(row.from, OutputFormat::text);
     EXPECT_EQ(convert(row.bytes, options), row.text) << row.bytes;

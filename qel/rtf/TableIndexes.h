@@ -29,6 +29,7 @@ class TableIndexes {
  public:
   TableIndexes(const QELIndexFonts& fonts, const QELIndexColors& colors, Origin origin, Way way);
 
+  Way way() const { return way_; }
   int font(std::u16string_view name) const { return std::max(find_font(name), 0); }
   int color(Color color) const { return std::max(find_color(color), 0); }
   /// -1 where the table lacks the font or colour.
