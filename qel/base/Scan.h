@@ -68,8 +68,8 @@ std::size_t find_first(std::u16string_view text, std::size_t from, Predicate wan
 }
 
 #if defined(__SSE2__)
-/// Sixteen characters that are compared at once, each packed into a byte: those below 0x80 as they
-/// are, all others as 0x7F or 0x80.
+/// Sixteen characters that are compared at once, each packed into a byte: those below 0x7F as they
+/// are, all others as 0x7F, or as 0x80 and above.
 inline __m128i load_packed(const char16_t* characters) {
   __m128i first;
   __m128i second;
@@ -113,7 +113,7 @@ struct AreAny {
 };
 #endif
 
-/// The same for the first of the `Wanted` characters.
+/// Position of the first of the `Wanted` characters at or after `from`, or the text's length.
 template <char16_t... Wanted>
 std::size_t find_any(std::u16string_view text, std::size_t from) {
 #if defined(__SSE2__)
@@ -147,7 +147,7 @@ std::size_t find_byte(std::string_view text, std::size_t from, Predicate wanted,
 }
 #endif
 
-/// The same for the first of the `Wanted` characters, which are ASCII.
+/// The same in bytes, for `Wanted` characters that are ASCII.
 template <char16_t... Wanted>
 std::size_t find_any(std::string_view text, std::size_t from) {
   const auto is_wanted = [](char c) { return ((c == static_cast<char>(Wanted)) | ...); };
