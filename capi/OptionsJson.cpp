@@ -1,3 +1,4 @@
+#include <algorithm>
 #include <array>
 #include <cstddef>
 #include <cstdint>
@@ -49,18 +50,17 @@ class OptionsReader : public nlohmann::json_sax<Json> {
   }
 
   bool null() override {
-    if (list_ != List::none) {
-      take_index();
-    } else {
-      refuse(name_, "cannot be null");
-    }
+    require_member();
+    if (list_ == List::none) refuse_member("cannot be null");
+    take_index();
     return true;
   }
 
   bool boolean(bool value) override {
     require_member();
-    if (list_ != List::none) refuse(name_, "cannot be true or false");
-    if (!set_switch(options_, name_, value)) refuse(name_, "is no switch");
+    if (list_ != List::none || !set_switch(options_, name_, value)) {
+      refuse_member("cannot be true or false");
+    }
     return true;
   }
 
@@ -69,7 +69,8 @@ class OptionsReader : public nlohmann::json_sax<Json> {
   }
 
   bool number_unsigned(std::uint64_t value) override {
-    if (list_ == List::colors && value <= UINT32_MAX) {
+    constexpr std::uint64_t largest_color = 0xFFFFFF;
+    if (list_ == List::colors && value <= largest_color) {
       colors_[take_index()] = static_cast<std::uint32_t>(value);
       return true;
     }
@@ -78,7 +79,7 @@ class OptionsReader : public nlohmann::json_sax<Json> {
 
   bool number_float(double value, const std::string& /*text*/) override {
     require_member();
-    if (list_ != List::none || name_ != "fontSize") refuse(name_, "cannot be this number");
+    if (list_ != List::none || name_ != "fontSize") refuse_member("cannot be this number");
     font_size_ = value;
     return true;
   }
@@ -146,8 +147,10 @@ class OptionsReader : public nlohmann::json_sax<Json> {
   void require_member() const { require(is_open_, "the options are no JSON object"); }
 
   [[noreturn]] void refuse_member(std::string_view why) const {
+    constexpr std::array<std::string_view, 6> names = {"from",   "to",       "fonts",
+                                                       "colors", "fontSize", "tables"};
     convert::Options scratch = options_;
-    const bool is_known = name_ == "fonts" || name_ == "colors" || name_ == "fontSize" ||
+    const bool is_known = std::find(names.begin(), names.end(), name_) != names.end() ||
                           set_switch(scratch, name_, true);
     refuse(name_, is_known ? why : "is no option");
   }

@@ -299,6 +299,12 @@ static void test_wrong_options(void) {
   static const struct {
     const char *json, *message;
   } cases[] = {{"{\"form\": \"rtf\"}", "'form' is no option"},
+               {"{\"form\": 1}", "'form' is no option"},
+               {"{\"form\": null}", "'form' is no option"},
+               {"{\"form\": true}", "'form' is no option"},
+               {"{\"from\": true}", "'from' cannot be true"},
+               {"{\"from\": [\"rtf\"]}", "'from' cannot be a list"},
+               {"{\"colors\": {\"1\": 16777216}}", "'colors'"},
                {"{\"from\": \"pdf\"}", "'pdf'"},
                {"{\"fontSize\": -1}", "font size"},
                {"{\"lossless\": 1}", "'lossless'"},
@@ -308,6 +314,7 @@ static void test_wrong_options(void) {
                {"{\"tables\": \"x\"}", "'x'"},
                {"{\"loss", "is not JSON"},
                {"[]", "object"},
+               {"null", "object"},
                {"true", "object"}};
   qel_options* const options = qel_options_new();
   qel_error error;
