@@ -3,6 +3,7 @@
 from __future__ import annotations
 
 import os
+import re
 from array import array
 from concurrent.futures import ThreadPoolExecutor
 from functools import lru_cache
@@ -10,12 +11,15 @@ from itertools import accumulate, chain
 from threading import Lock
 from typing import Any, Iterable, Iterator, List, NamedTuple, Optional, Sequence, Union
 
-from ._library import Table, error_of, ffi, lib, options_from, taken, text_of
+from ._library import Error, Table, encoded_as, error_of, ffi, json_of, lib, options_from, taken, text_of
 
 Text = Union[str, bytes]
 
 #: Texts that one thread converts in one crossing: their bytes stay in the processor's cache.
 _PIECE = 512
+
+#: How RTF begins.
+_RTF = re.compile(r"[ \t\r\n\ufeff]*\{\\rtf")
 
 
 class Report(NamedTuple):
@@ -73,16 +77,18 @@ class Converter:
         lossless: bool = True,
         **switches: bool,
     ):
-        self._source = source
-        self._is_utf8 = source in ("qel", "text")
-        self._options = options_from(
-            fonts,
-            colors,
-            font_size,
-            lossless,
-            **{"from": source or "", "to": target, "tables": tables},
-            **switches,
-        )
+        switches["lossless"] = lossless
+        formats = {"from": source or "", "to": target}
+        self.__setstate__((source, json_of(fonts, colors, font_size, tables, **formats, **switches)))
+
+    def __getstate__(self) -> Any:
+        return self._source, self._json
+
+    def __setstate__(self, state: Any) -> None:
+        """A copy, in this process or another, begins a report of its own."""
+        self._source, self._json = state
+        self._is_utf8 = self._source in ("qel", "text")
+        self._options = options_from(self._json)
         self._report = Report()
         self._lock = Lock()
 
@@ -168,21 +174,33 @@ class Converter:
         if not isinstance(text, str):
             raise TypeError(f"a text is str or bytes, not {type(text).__name__}")
         if text.isascii() or self._is_utf8:
-            return text.encode()
+            return encoded_as(text, "utf-8")
         # Bytes of RTF and HTML would be in the encoding that these name, but for a mark.
-        if self._source == "rtf" or (self._source is None and text.startswith("{\\rtf")):
-            return text.encode("utf-16")
-        return text.encode("utf-8-sig")
+        if self._source == "rtf" or (self._source is None and _RTF.match(text)):
+            return encoded_as(text, "utf-16")
+        return encoded_as(text, "utf-8-sig")
+
+    def _encoded_or_none(self, text: Text, index: int, errors: str) -> Optional[bytes]:
+        try:
+            return self._encoded(text)
+        except Error as error:
+            if errors == "none":
+                return None
+            raise Error(f"text {index}: {error}", error.status, index) from None
 
     def _convert_piece(
         self, texts: Sequence[Optional[Text]], first: int, errors: str
     ) -> List[Optional[str]]:
-        given = [
+        encoded = [
             # What most texts are, without a call.
-            text.encode() if type(text) is str and text.isascii() else self._encoded(text)
-            for text in texts
-            if text is not None
+            text.encode()
+            if type(text) is str and text.isascii()
+            else None
+            if text is None
+            else self._encoded_or_none(text, index, errors)
+            for index, text in enumerate(texts, first)
         ]
+        given = [data for data in encoded if data is not None]
         sizes = array("Q", map(len, given))
         batch = ffi.new("py_batch *")
         error = ffi.new("qel_error *")
@@ -199,7 +217,7 @@ class Converter:
             if status != lib.QEL_OK:
                 raise error_of(error)
             if batch.bad < len(given) and errors == "raise":
-                places = [place for place, text in enumerate(texts) if text is not None]
+                places = [place for place, data in enumerate(encoded) if data is not None]
                 raise error_of(batch.error, first + places[batch.bad])
             self._add(batch.report)
             outputs = _split(batch, len(given))
@@ -208,7 +226,7 @@ class Converter:
         if len(outputs) == len(texts):
             return outputs
         following = iter(outputs)
-        return [None if text is None else next(following) for text in texts]
+        return [None if data is None else next(following) for data in encoded]
 
 
 def _split(batch: Any, count: int) -> List[Optional[str]]:

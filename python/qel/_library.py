@@ -3,6 +3,7 @@
 from __future__ import annotations
 
 import json
+import operator
 from typing import Any, Mapping, Optional, Sequence, Union
 
 from ._qel import ffi, lib
@@ -48,9 +49,32 @@ def error_of(error: Any, index: Optional[int] = None) -> Error:
     return Error(message, _STATUSES.get(error.status, "failed"), index)
 
 
+def encoded(text: str) -> bytes:
+    if not isinstance(text, str):
+        raise TypeError(f"a text is str, not {type(text).__name__}")
+    return encoded_as(text, "utf-8")
+
+
+def encoded_as(text: str, encoding: str) -> bytes:
+    try:
+        return text.encode(encoding)
+    except UnicodeEncodeError as error:
+        message = f"half of a surrogate pair at {error.start} is no character"
+        raise Error(message, "bad input") from None
+
+
+def size_of(name: str, value: int) -> int:
+    """A position or a count as an argument."""
+    value = operator.index(value)
+    if value < 0:
+        raise Error(f"the {name} is less than 0", "bad argument")
+    return min(value, lib.QEL_ALL)
+
+
 def text_of(data: bytes) -> Any:
     """The bytes as an argument; they have to outlive the call."""
-    return ffi.new("qel_text *", (ffi.from_buffer(data), len(data)))[0]
+    buffer = ffi.from_buffer(data)
+    return ffi.new("qel_text *", (buffer, len(buffer)))[0]
 
 
 def taken(string: Any) -> bytes:
@@ -60,27 +84,34 @@ def taken(string: Any) -> bytes:
     return data
 
 
-def _items(table: Table) -> dict:
+def _items(table: Table) -> Any:
+    if isinstance(table, str):
+        return table  # which the library refuses; its letters are no items
     pairs = table.items() if isinstance(table, Mapping) else enumerate(table)
     return {str(index): item for index, item in pairs if item is not None}
 
 
-def options_from(
+def json_of(
     fonts: Optional[Table] = None,
     colors: Optional[Table] = None,
     font_size: Optional[float] = None,
-    lossless: bool = True,
+    tables: Optional[str] = None,
     **others: Any,
-) -> Any:
-    """Options of the library; the names of switches have underscores for hyphens."""
+) -> bytes:
+    """Options as the library reads them; the names of switches have underscores for hyphens."""
     given = {
         "fonts": None if fonts is None else _items(fonts),
         "colors": None if colors is None else _items(colors),
         "fontSize": font_size,
-        "lossless": lossless,
-        **{name.replace("_", "-"): value for name, value in others.items()},
+        "tables": tables,
     }
-    data = json.dumps({name: value for name, value in given.items() if value is not None}).encode()
+    given = {name: value for name, value in given.items() if value is not None}
+    given.update((name.replace("_", "-"), value) for name, value in others.items())
+    return json.dumps(given).encode()
+
+
+def options_from(data: bytes) -> Any:
+    """Options of the library."""
     options = ffi.gc(lib.qel_options_new(), lib.qel_options_free)
     if options == ffi.NULL:
         raise MemoryError

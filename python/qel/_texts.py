@@ -2,23 +2,33 @@
 
 from __future__ import annotations
 
-from typing import Any, List, NamedTuple, Optional
+from typing import Any, List, NamedTuple, Optional, Tuple
 
-from ._library import error_of, ffi, lib, options_from, taken, text_of
+from ._library import (
+    encoded,
+    error_of,
+    ffi,
+    json_of,
+    lib,
+    options_from,
+    size_of,
+    taken,
+    text_of,
+)
 
-_STATED = options_from(lossless=False)
+_STATED = options_from(json_of(lossless=False))
 
 
 def _options(lossless: bool) -> Any:
     return ffi.NULL if lossless else _STATED
 
 
-def _count(count: Optional[int]) -> int:
-    return lib.QEL_ALL if count is None else count
+def _span(start: int, count: Optional[int]) -> Tuple[int, int]:
+    return size_of("start", start), lib.QEL_ALL if count is None else size_of("count", count)
 
 
 def _written(function: Any, markup: str, *arguments: Any) -> str:
-    data = markup.encode()
+    data = encoded(markup)
     output = ffi.new("qel_string *")
     error = ffi.new("qel_error *")
     if function(text_of(data), *arguments, output, error) != lib.QEL_OK:
@@ -41,7 +51,7 @@ def length(markup: str, *, lossless: bool = True) -> int:
     >>> length("Hello /b1world/b0")
     11
     """
-    data = markup.encode()
+    data = encoded(markup)
     output = ffi.new("size_t *")
     error = ffi.new("qel_error *")
     if lib.qel_length(text_of(data), _options(lossless), output, error) != lib.QEL_OK:
@@ -62,11 +72,17 @@ def find(
     >>> find("Hello /b1world/b0", "WORLD", ignore_case=True)
     6
     """
-    data, searched = markup.encode(), search.encode()
+    data, searched = encoded(markup), encoded(search)
     output = ffi.new("size_t *")
     error = ffi.new("qel_error *")
     status = lib.qel_find(
-        text_of(data), text_of(searched), start, ignore_case, _options(lossless), output, error
+        text_of(data),
+        text_of(searched),
+        size_of("start", start),
+        ignore_case,
+        _options(lossless),
+        output,
+        error,
     )
     if status != lib.QEL_OK:
         raise error_of(error)
@@ -79,7 +95,7 @@ def left(markup: str, count: int, *, lossless: bool = True) -> str:
     >>> left("Hello /b1world/b0", 8)
     'Hello /b1wo/b0'
     """
-    return _written(lib.qel_left, markup, count, _options(lossless))
+    return _written(lib.qel_left, markup, size_of("count", count), _options(lossless))
 
 
 def right(markup: str, count: int, *, lossless: bool = True) -> str:
@@ -88,7 +104,7 @@ def right(markup: str, count: int, *, lossless: bool = True) -> str:
     >>> right("Hello /b1world/b0", 2)
     '/b1ld/b0'
     """
-    return _written(lib.qel_right, markup, count, _options(lossless))
+    return _written(lib.qel_right, markup, size_of("count", count), _options(lossless))
 
 
 def mid(markup: str, start: int, count: Optional[int] = None, *, lossless: bool = True) -> str:
@@ -97,7 +113,7 @@ def mid(markup: str, start: int, count: Optional[int] = None, *, lossless: bool 
     >>> mid("Hello /b1world/b0", 4, 3)
     'o /b1w/b0'
     """
-    return _written(lib.qel_mid, markup, start, _count(count), _options(lossless))
+    return _written(lib.qel_mid, markup, *_span(start, count), _options(lossless))
 
 
 def stuff(
@@ -108,9 +124,9 @@ def stuff(
     >>> stuff("Hello /b1world/b0", 6, 5, "/i1you/i0")
     'Hello /i1you/i0'
     """
-    inserted = replacement.encode()
+    inserted = encoded(replacement)
     return _written(
-        lib.qel_stuff, markup, start, _count(count), text_of(inserted), _options(lossless)
+        lib.qel_stuff, markup, *_span(start, count), text_of(inserted), _options(lossless)
     )
 
 
@@ -127,9 +143,9 @@ def change_case(
     >>> change_case("Hello /b1World/b0", "swap")
     'hELLO /b1wORLD/b0'
     """
-    name = change.encode()
+    name = encoded(change)
     return _written(
-        lib.qel_change_case, markup, text_of(name), start, _count(count), _options(lossless)
+        lib.qel_change_case, markup, text_of(name), *_span(start, count), _options(lossless)
     )
 
 
@@ -173,9 +189,9 @@ def toggle(
     >>> toggle("Hello world", "bold", 6)
     'Hello /b1world/b0'
     """
-    name = attribute.encode()
+    name = encoded(attribute)
     return _written(
-        lib.qel_toggle, markup, text_of(name), start, _count(count), _options(lossless)
+        lib.qel_toggle, markup, text_of(name), *_span(start, count), _options(lossless)
     )
 
 
@@ -227,7 +243,7 @@ def segments(markup: str, *, lossless: bool = True) -> List[Segment]:
     >>> [(part.text, part.bold) for part in segments("Hello /b1world/b0")]
     [('Hello ', False), ('world', True)]
     """
-    data = markup.encode()
+    data = encoded(markup)
     output = ffi.new("qel_runs **")
     error = ffi.new("qel_error *")
     if lib.qel_runs_of(text_of(data), _options(lossless), output, error) != lib.QEL_OK:

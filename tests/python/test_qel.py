@@ -1,10 +1,12 @@
 """The package, as it was installed from its wheel."""
 
 import gc
+import multiprocessing
 import subprocess
 import sys
 import threading
 import time
+from concurrent.futures import ProcessPoolExecutor
 
 import pytest
 
@@ -25,6 +27,7 @@ EMOJI = "a\n😀/b1bc/b0"
         (lambda: qel.right(EMOJI, 1), "/b1c/b0"),
         (lambda: qel.mid(EMOJI, 2), "😀/b1bc/b0"),
         (lambda: qel.stuff(EMOJI, 0, None, "x"), "x"),
+        (lambda: qel.mid(EMOJI, 4, 2**99), "/b1c/b0"),
         (lambda: qel.length("a/nlb", lossless=False), 2),
         (lambda: qel.normalize("/b1/b0a"), "a"),
         (lambda: qel.toggle("ab", "font3", 1, 1), "a/f3b/f0"),
@@ -37,6 +40,7 @@ EMOJI = "a\n😀/b1bc/b0"
             "<span style=\"font-family:'Mine'\">é</span>",
         ),
         (lambda: qel.Converter(None, "text").convert(r"{\rtf1 я}"), "я"),
+        (lambda: qel.Converter(None, "text").convert("\n{\\rtf1 я}"), "я"),
         (lambda: qel.Converter(None, "text").convert("я\n"), "я\n"),
         (lambda: qel.Converter("qel", "html", html_paragraphs=True).convert("a"), "<p>a</p>"),
         (lambda: qel.Converter("rtf", "qel", notes=True).convert(r"{\rtf1 a{\footnote b}}"), "a [b]"),
@@ -54,8 +58,14 @@ def test_results(call, expected):
         (lambda: qel.to_rtf("a", font="Arial"), qel.Error, "'font' is no option"),
         (lambda: qel.to_rtf("a", colors={1: "red"}), qel.Error, "'red'"),
         (lambda: qel.Converter(None, "qel").convert(b"\x7fELF\0\0"), qel.Error, "binary"),
-        (lambda: qel.left("a", -1), OverflowError, ""),
+        (lambda: qel.to_rtf("a", fonts="Arial"), qel.Error, "'fonts' cannot be a string"),
+        (lambda: qel.to_rtf("a", font=None), qel.Error, "'font' is no option"),
+        (lambda: qel.left("a", -1), qel.Error, "count"),
+        (lambda: qel.find("a", "a", -1), qel.Error, "start"),
+        (lambda: qel.left("a", 1.5), TypeError, "float"),
         (lambda: qel.to_rtf(1.5), TypeError, "float"),
+        (lambda: qel.plain(None), TypeError, "NoneType"),
+        (lambda: qel.plain("a\ud800"), qel.Error, "surrogate pair at 1"),
         (lambda: qel.Converter("qel", "rtf").convert_many(["a"], errors="?"), ValueError, "errors"),
     ],
 )
@@ -85,8 +95,23 @@ def test_a_bad_text_among_many_is_named():
     with pytest.raises(qel.Error, match="text 2500: .*binary") as raised:
         converter.convert_many(texts, threads=2)
     assert (raised.value.index, raised.value.status) == (2500, "bad input")
+    texts[2000] = "\ud800"
+    with pytest.raises(qel.Error, match="text 2000: .*surrogate"):
+        converter.convert_many(texts, threads=2)
     converted = converter.convert_many(texts, errors="none")
-    assert [i for i, text in enumerate(converted) if text is None] == [1, 2500]
+    assert [i for i, text in enumerate(converted) if text is None] == [1, 2000, 2500]
+
+
+def test_converters_go_to_other_processes():
+    converter = qel.Converter("qel", "html", colors=iter([None, "#010203"]))
+    with ProcessPoolExecutor(1, multiprocessing.get_context("spawn")) as pool:
+        expected = converter.convert("/y1a")
+        assert "#010203" in expected
+        assert pool.submit(converter.convert, "/y1a").result() == expected
+        assert converter.report.bytes_in == 4
+        with pytest.raises(qel.Error, match="'bald'") as raised:
+            pool.submit(qel.toggle, "a", "bald").result()
+    assert raised.value.status == "bad argument"
 
 
 def test_other_threads_run_during_a_batch():
