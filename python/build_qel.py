@@ -90,6 +90,8 @@ static qel_status py_convert(const char* bytes, const size_t* sizes, size_t coun
 
 def declarations():
     """The header without comments and directives, which cffi does not read."""
+    if not os.path.exists(HEADER):
+        raise SystemExit("QEL_SOURCE has to name the sources of QEL, and QEL_BUILD their build")
     with open(HEADER) as file:
         text = re.sub(r"/\*.*?\*/", "", file.read(), flags=re.DOTALL)
     text = re.sub(r'#ifdef __cplusplus\n.*?#endif', "", text, flags=re.DOTALL)

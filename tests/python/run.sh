@@ -9,10 +9,10 @@ export QEL_SOURCE=$2 QEL_BUILD=$3 QEL_VERSION=$4
 work=$(mktemp -d)
 trap 'rm -rf "$work"' EXIT
 
-# The build writes beside its sources.
+# The build writes beside its sources. It makes the wheel of what it has packed as sources.
 cp -r "$QEL_SOURCE/python" "$work/python"
 cd "$work/python"
-"$python" -m build --no-isolation --wheel >build.log 2>&1 || {
+"$python" -m build --no-isolation >build.log 2>&1 || {
   cat build.log
   exit 1
 }
