@@ -67,8 +67,10 @@ struct qel_converter {
 qel_status qel_converter_new(const qel_options* options, qel_converter** converter,
                              qel_error* error) {
   if (converter != nullptr) *converter = nullptr;
-  return guarded(error,
-                 [&] { existing(converter) = new qel_converter(or_defaults(options).conversion); });
+  return guarded(error, [&] {
+    qel_converter*& made = existing(converter);
+    made = new qel_converter(or_defaults(options).conversion);
+  });
 }
 
 namespace {
@@ -105,7 +107,10 @@ qel_status qel_converter_finish(qel_converter* converter, qel_report* report, qe
 
 qel_status qel_converter_take(qel_converter* converter, qel_string* piece, qel_error* error) {
   if (piece != nullptr) *piece = {};
-  return guarded(error, [&] { existing(piece) = existing(converter).output.release(); });
+  return guarded(error, [&] {
+    qel_string& taken = existing(piece);
+    taken = existing(converter).output.release();
+  });
 }
 
 void qel_converter_free(qel_converter* converter) { delete converter; }

@@ -347,6 +347,16 @@ static void test_wrong_arguments(void) {
   expect_error("case", "camel", QEL_BAD_ARGUMENT,
                qel_change_case(binary, text_of("camel"), 0, 1, NULL, &output, &error), &error,
                "'camel'");
+  expect_error("converter", "no output", QEL_BAD_ARGUMENT, qel_converter_new(NULL, NULL, &error),
+               &error, "null");
+  qel_converter_new(NULL, &converter, NULL);
+  qel_converter_push(converter, text_of("a"), NULL);
+  qel_converter_finish(converter, NULL, NULL);
+  expect_error("take", "no output", QEL_BAD_ARGUMENT, qel_converter_take(converter, NULL, &error),
+               &error, "null");
+  qel_converter_take(converter, &output, NULL);
+  expect_string("take", "after that", "a", output);
+  qel_converter_free(converter);
   qel_converter_new(NULL, &converter, NULL);
   expect_error("push", "binary", QEL_OK, qel_converter_push(converter, binary, &error), &error, "");
   expect_error("finish", "binary", QEL_BAD_INPUT, qel_converter_finish(converter, NULL, &error),
