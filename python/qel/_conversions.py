@@ -187,6 +187,8 @@ class Converter:
             if errors == "none":
                 return None
             raise Error(f"text {index}: {error}", error.status, index) from None
+        except TypeError as error:
+            raise TypeError(f"text {index}: {error}") from None
 
     def _convert_piece(
         self, texts: Sequence[Optional[Text]], first: int, errors: str
