@@ -69,45 +69,37 @@ class Changed : public TextSink {
 
 /// The whole text as the rules of titles see it, one unit for each unit: what they must not change
 /// is masked. And where in it the span lies.
-class Flat : public SpanSink {
+class Flat : public TextSink {
  public:
-  explicit Flat(Span span) : SpanSink(span) {}
+  explicit Flat(Span span) : cursor_(span) {}
 
   std::u16string& letters() { return text_; }
   title_rules::Span span() const { return {begin_, begin_ + size_}; }
 
-  void finish() override { end_run(); }
-
- private:
-  void part(Place place, std::u16string_view text, const CodeState& state) override {
-    if (state != state_) end_run();
-    state_ = state;
+  void text(std::u16string_view text, const CodeState& state) override {
+    count(text);
+    const std::size_t begin = text_.size();
     if (state.color == hidden_color) {
       text_.append(text.size(), title_rules::looked_through);
     } else {
       text_.append(text);
+      mask_codes(text_, begin);
     }
-    count(place, text.size());
   }
-  void break_at(Place place, const CodeState& /*state*/) override {
-    end_run();
+  void line_break(const CodeState& /*state*/) override {
+    count(u"\n");
     text_.push_back(u'\n');
-    count(place, 1);
   }
 
-  void count(Place place, std::size_t units) {
-    if (place == Place::before) begin_ += units;
-    if (place == Place::within) size_ += units;
-  }
-
-  void end_run() {
-    mask_codes(text_, run_);
-    run_ = text_.size();
+ private:
+  void count(std::u16string_view text) {
+    const auto [begin, end] = cursor_.pass(text);
+    begin_ += begin;
+    size_ += end - begin;
   }
 
   std::u16string text_;
-  std::size_t run_ = 0;  // where the text in the last format begins
-  CodeState state_;
+  SpanCursor cursor_;
   std::size_t begin_ = 0;
   std::size_t size_ = 0;
 };
