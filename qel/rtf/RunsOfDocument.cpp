@@ -36,7 +36,7 @@ void BasicRunsOfDocument<Char>::text(std::u16string_view text, FormatId format) 
   if (half_ != 0) {
     const std::array<char16_t, 2> pair = {half_, text.front()};
     // Halves in two formats would be lost: lossless, the character has the format of its first.
-    const bool may_join = format == half_format_ || indexes_.way() == Way::lossless;
+    const bool may_join = format == half_format_ || indexes_->way() == Way::lossless;
     if (is_low_surrogate(pair[1]) && may_join) {
       half_ = 0;
       pass({pair.data(), pair.size()}, half_format_);
