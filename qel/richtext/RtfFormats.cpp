@@ -45,6 +45,7 @@ DocumentSink::FormatId RtfFormats::id_of(const CharState& state) {
   Known& known = known_[hash % known_.size()];
   if (!known.is_set || known.state != state) {
     known = {state, sink_.intern(format_of(state)), true};
+    knows_any_ = true;
   }
   return known.id;
 }

@@ -33,7 +33,8 @@ class RtfFormats {
 
   /// To be called when a table or the default font may change what states mean.
   void forget() {
-    known_ = {};
+    if (knows_any_) known_ = {};
+    knows_any_ = false;
     last_code_page_ = nullptr;
   }
   void set_default_font(std::int32_t number);
@@ -69,6 +70,7 @@ class RtfFormats {
   std::int32_t last_font_ = CharState::default_font;
   const CodePage* last_code_page_ = nullptr;  // of that font
   std::array<Known, 64> known_;
+  bool knows_any_ = false;
 };
 
 }  // namespace qel::richtext
