@@ -117,6 +117,8 @@ TEST_F(FormsSearch, FollowsWhatOtherProgramsWrite) {
   EXPECT_EQ(found(store, u"three"), Ids{});
   EXPECT_EQ(found(store, u"four"), Ids{});
   EXPECT_EQ(found(store, u"five"), Ids{7});
+  other_program("DROP TABLE search; UPDATE records SET body = 'six' WHERE id = 7");
+  EXPECT_EQ(found(store, u"six"), Ids{7});
   EXPECT_EQ(found(store, u"two"), Ids{9});
 }
 

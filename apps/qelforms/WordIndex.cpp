@@ -53,8 +53,12 @@ void WordIndex::catch_up() {
 }
 
 void WordIndex::catch_up_in_file() {
-  if (!Statement(database_, "SELECT 1 FROM unindexed").step()) return;
+  // Another program may have dropped it.
+  const bool has_index =
+      Statement(database_, "SELECT 1 FROM sqlite_schema WHERE name = 'search'").step();
+  if (has_index && !Statement(database_, "SELECT 1 FROM unindexed").step()) return;
   Transaction transaction(database_);
+  if (!has_index) database_.execute("INSERT OR IGNORE INTO unindexed SELECT id FROM records");
   database_.execute(std::string("CREATE VIRTUAL TABLE IF NOT EXISTS ") + create +
                     "DELETE FROM search WHERE rowid IN (SELECT record FROM unindexed);" +
                     read_records + " WHERE id IN (SELECT record FROM unindexed);" +

@@ -135,6 +135,10 @@ class Converter:
         """
         if errors not in ("raise", "none"):
             raise ValueError(f"errors is neither 'raise' nor 'none': {errors!r}")
+        if isinstance(texts, (str, bytes, bytearray, memoryview)):
+            raise TypeError(f"texts is a list of texts, not one: {type(texts).__name__}")
+        if threads < 0:
+            raise ValueError(f"threads is below 0: {threads}")
         threads = threads or os.cpu_count() or 1
         begins = range(0, len(texts), _PIECE)
 

@@ -38,7 +38,7 @@ const std::array<RtfProperties::Setter, property_count> RtfProperties::setters =
 
 void RtfProperties::set(const KnownWord& word, Parameter parameter, std::uint64_t token) {
   token_ = token;
-  is_format_known_ = false;
+  forget_format();
   (this->*setters[static_cast<std::size_t>(word.action)])(word.argument, parameter);
 }
 
@@ -60,7 +60,7 @@ void RtfProperties::close_group() {
   }
   if (groups_.empty()) return;
   state_ = groups_.back();
-  is_format_known_ = false;
+  forget_format();
   groups_.pop_back();
 }
 
@@ -189,7 +189,7 @@ void RtfProperties::begin_field_result(std::int32_t /*argument*/, Parameter /*pa
   if (state_.is_field_shown) skip_group();
 }
 
-const SymbolFont* RtfProperties::symbol_font() {
+const SymbolFont* RtfProperties::find_symbol_font() {
   const std::int32_t state_font = state_.character.font;
   const std::int32_t number = state_font == CharState::default_font ? default_font_ : state_font;
   KnownSymbols& known = symbol_fonts_[static_cast<std::uint32_t>(number) % symbol_fonts_.size()];

@@ -34,7 +34,7 @@ class RtfProperties {
     ++state_.asides;
     if (!has_formats) return;
     state_.character = CharState();
-    is_format_known_ = false;
+    forget_format();
   }
   bool is_in_group() const { return !groups_.empty(); }
 
@@ -63,7 +63,13 @@ class RtfProperties {
   }
   /// The font of the text to come where the document calls it a font of symbols and its pictures
   /// are known, null for all others. Fonts of that name without that mark hold letters.
-  const SymbolFont* symbol_font();
+  const SymbolFont* symbol_font() {
+    if (!is_symbol_font_known_) {
+      symbol_font_ = find_symbol_font();
+      is_symbol_font_known_ = true;
+    }
+    return symbol_font_;
+  }
   RtfFontTable& fonts() { return formats_.fonts(); }
   RtfColorTable& colors() { return formats_.colors(); }
 
@@ -80,6 +86,13 @@ class RtfProperties {
     const SymbolFont* font = nullptr;
     bool is_set = false;
   };
+
+  /// To be called when another format may hold.
+  void forget_format() {
+    is_format_known_ = false;
+    is_symbol_font_known_ = false;
+  }
+  const SymbolFont* find_symbol_font();
 
   using Setter = void (RtfProperties::*)(std::int32_t argument, Parameter parameter);
   /// One for each `WordAction` that sets a property, in the same order.
@@ -108,7 +121,9 @@ class RtfProperties {
   RtfFormats formats_;
   GroupState state_;
   DocumentSink::FormatId format_ = 0;
-  bool is_format_known_ = false;  // whether that is the state's
+  const SymbolFont* symbol_font_ = nullptr;
+  bool is_format_known_ = false;  // whether that is the state's, and likewise the font of symbols
+  bool is_symbol_font_known_ = false;
   std::vector<GroupState> groups_;
   std::size_t groups_beyond_ = 0;
   Alignment last_alignment_ = Alignment::left;

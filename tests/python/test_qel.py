@@ -65,6 +65,8 @@ def test_results(call, expected):
         (lambda: qel.left("a", 1.5), TypeError, "float"),
         (lambda: qel.to_rtf(1.5), TypeError, "float"),
         (lambda: qel.Converter("qel", "rtf").convert_many(["a", 1.5]), TypeError, "text 1: .*float"),
+        (lambda: qel.Converter("qel", "rtf").convert_many("ab"), TypeError, "not one: str"),
+        (lambda: qel.Converter("qel", "rtf").convert_many(["a"], -1), ValueError, "threads .* -1"),
         (lambda: qel.plain(None), TypeError, "NoneType"),
         (lambda: qel.plain("a\ud800"), qel.Error, "surrogate pair at 1"),
         (lambda: qel.Converter("qel", "rtf").convert_many(["a"], errors="?"), ValueError, "errors"),
