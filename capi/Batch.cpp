@@ -24,22 +24,12 @@ struct Piece {
   std::map<std::size_t, qel_error> errors;
 };
 
-void add(qel_report& sum, const qel_report& report) {
+void add(convert::Report& sum, const convert::Report& report) {
   sum.bytes_in += report.bytes_in;
   sum.bytes_out += report.bytes_out;
-  sum.pictures += report.pictures;
-  sum.objects += report.objects;
-  sum.cells += report.cells;
-  sum.rows += report.rows;
-  sum.notes += report.notes;
-  sum.headers += report.headers;
-  sum.links += report.links;
-  sum.hidden += report.hidden;
-  sum.deleted += report.deleted;
-  sum.unknown += report.unknown;
-  sum.fonts += report.fonts;
-  sum.colors += report.colors;
-  sum.sizes += report.sizes;
+  for (const convert::DroppedKind& kind : convert::dropped_kinds) {
+    sum.dropped.*kind.count += report.dropped.*kind.count;
+  }
   sum.is_broken_off |= report.is_broken_off;
 }
 
@@ -81,6 +71,7 @@ class Batch {
     work();
     for (std::thread& helper : helpers) helper.join();
     if (failure_) std::rethrow_exception(failure_);
+    results_.report = to_c(report_);
   }
 
  private:
@@ -100,20 +91,20 @@ class Batch {
 
   void work() noexcept {
     try {
-      qel_report report = {};
+      convert::Report report;
       while (!is_over_) {
         const std::size_t piece = next_++;
         if (piece >= results_.pieces.size()) break;
         convert_piece(piece, report);
       }
       const std::lock_guard lock(mutex_);
-      add(results_.report, report);
+      add(report_, report);
     } catch (...) {
       fail();
     }
   }
 
-  void convert_piece(std::size_t number, qel_report& report) {
+  void convert_piece(std::size_t number, convert::Report& report) {
     Piece& piece = results_.pieces[number];
     const std::size_t begin = number * piece_size;
     const std::size_t end = std::min(begin + piece_size, results_.count);
@@ -121,9 +112,8 @@ class Batch {
     for (std::size_t i = begin; i < end; ++i) {
       const std::size_t kept = piece.output.size();
       qel_error error;
-      const qel_status status = guarded(&error, [&] {
-        add(report, to_c(convert_into(piece.output, view(inputs_[i]), options_)));
-      });
+      const qel_status status = guarded(
+          &error, [&] { add(report, convert_into(piece.output, view(inputs_[i]), options_)); });
       if (status == QEL_STOPPED) throw Failure(QEL_STOPPED, "stopped");
       if (status != QEL_OK) {
         piece.output.shrink(kept);
@@ -139,6 +129,7 @@ class Batch {
   std::atomic<std::size_t> next_ = 0;
   std::atomic<bool> is_over_ = false;
   std::mutex mutex_;
+  convert::Report report_;
   std::exception_ptr failure_;
 };
 

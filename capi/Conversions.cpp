@@ -28,10 +28,23 @@ convert::Report convert_into(Buffer& output, std::string_view input,
 
 qel_report to_c(const convert::Report& report) {
   const convert::Dropped& dropped = report.dropped;
-  return {report.bytes_in, report.bytes_out, dropped.pictures, dropped.objects,
-          dropped.cells,   dropped.rows,     dropped.notes,    dropped.headers,
-          dropped.links,   dropped.hidden,   dropped.deleted,  dropped.unknown,
-          dropped.fonts,   dropped.colors,   dropped.sizes,    report.is_broken_off ? 1 : 0};
+  return {report.bytes_in,
+          report.bytes_out,
+          dropped.pictures,
+          dropped.objects,
+          dropped.cells,
+          dropped.rows,
+          dropped.notes,
+          dropped.headers,
+          dropped.links,
+          dropped.hidden,
+          dropped.deleted,
+          dropped.unknown,
+          dropped.fonts,
+          dropped.colors,
+          dropped.sizes,
+          dropped.formats,
+          report.is_broken_off ? 1 : 0};
 }
 
 }  // namespace qel::capi

@@ -4,31 +4,28 @@
 
 #include "Buffer.h"
 #include "qel/base/Utf8.h"
-#include "qel/convert/Writer.h"
-#include "qel/model/LosslessMarkup.h"
+#include "qel/convert/MarkupOutput.h"
 
 namespace qel::capi {
 
 /// Writes runs that were read from markup as markup in UTF-8.
-class MarkupWriter : private convert::Writer {
+class MarkupWriter : private convert::MarkupOutput<char16_t> {
  public:
   /// `bytes` has to outlive this object.
   explicit MarkupWriter(Buffer& bytes)
-      : convert::Writer(LosslessMarkup::characters_needed),
-        markup_(out(), style_codes::CodeSet::lossless),
-        bytes_(bytes) {}
+      : MarkupOutput(style_codes::CodeSet::lossless, true), bytes_(bytes) {}
 
   void text(std::u16string_view text, const style_codes::CodeState& state) override {
-    markup_.text(text, state, LosslessMarkup::Text::markup);
+    MarkupOutput::text(text, state);
     if (size() >= enough) pass_on();
   }
-  void line_break(const style_codes::CodeState& /*state*/) override {
-    markup_.line_breaks(1);
+  void line_break(const style_codes::CodeState& state) override {
+    MarkupOutput::line_break(state);
     if (size() >= enough) pass_on();
   }
   /// With `is_cut`, more of the text may be put behind its end.
   void finish(bool is_cut) {
-    markup_.finish(is_cut);
+    MarkupOutput::finish(is_cut);
     drain_all([this](std::u16string_view text) { append(text); });
   }
 
@@ -36,7 +33,6 @@ class MarkupWriter : private convert::Writer {
   static constexpr std::size_t enough = std::size_t{1} << 14U;
 
   void finish() override { finish(false); }
-  void forget(std::size_t count) override { markup_.forget(count); }
   void pass_on() {
     drain([this](std::u16string_view text) { append(text); });
   }
@@ -46,7 +42,6 @@ class MarkupWriter : private convert::Writer {
     bytes_.append(scratch_);
   }
 
-  LosslessMarkup markup_;
   Buffer& bytes_;
   std::string scratch_;
 };

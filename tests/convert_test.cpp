@@ -24,6 +24,7 @@
 #include "qel/richtext/RtfBytes.h"
 #include "qel/richtext/RtfWriter.h"
 #include "qel/rtf/RTFParser.h"
+#include "support/Conversions.h"
 #include "support/Random.h"
 #include "support/Text.h"
 
@@ -402,14 +403,6 @@ TEST(Convert, StringsInUtf16AndUtf8ConvertAlike) {
   }
 }
 
-Options options_for(InputFormat from, OutputFormat to, Way way = Way::lossless) {
-  Options options;
-  options.from = from;
-  options.to = to;
-  options.way = way;
-  return options;
-}
-
 TEST(Convert, InputsWithoutMuchInThem) {
   struct Row {
     InputFormat from;
@@ -431,7 +424,7 @@ TEST(Convert, InputsWithoutMuchInThem) {
            {InputFormat::rtf, "{\\rtf1 a\\'e", "ae"},
            {InputFormat::rtf, "{\\rtf1 \\u-10179?\\b \\u-8704?}", "\U0001F600"},
            {InputFormat::rtf, "{\\rtf1 a}b}", "a"}}) {
-    const Options options = options_for(row.from, OutputFormat::text);
+    const Options options = test::options_for(row.from, OutputFormat::text);
     EXPECT_EQ(convert(row.bytes, options), row.text) << row.bytes;
     const std::uint64_t read = row.bytes.find("}b}") == row.bytes.npos ? row.bytes.size() : 9;
     EXPECT_EQ(pushed(row.bytes, read, options, 0, [] { return std::size_t{1}; }), row.text);

@@ -10,23 +10,16 @@
 
 #include "qel/base/Error.h"
 #include "qel/convert/Convert.h"
+#include "support/Conversions.h"
 
 namespace qel::convert {
 namespace {
-
-Options options_for(InputFormat from, OutputFormat to, Way way = Way::lossless) {
-  Options options;
-  options.from = from;
-  options.to = to;
-  options.way = way;
-  return options;
-}
 
 TEST(Converter, EndsWhereTheCallerSaysSo) {
   const std::string markup =
       "/b1word ~/b1 " + std::string(300000, 'x') + "/b0/f2//b1" + std::string(300000, 'y');
   for (const Way way : {Way::lossless, Way::stated}) {
-    Options options = options_for(InputFormat::qel, OutputFormat::qel, way);
+    Options options = test::options_for(InputFormat::qel, OutputFormat::qel, way);
     const std::string whole = convert(markup, options);
     for (const std::size_t piece : {std::size_t{1000}, std::size_t{40001}, markup.size()}) {
       for (int last_question = 1; last_question < 45; last_question += 11) {
@@ -57,7 +50,7 @@ TEST(Converter, EndsWhereTheCallerSaysSo) {
       }
     }
   }
-  Options options = options_for(InputFormat::qel, OutputFormat::text);
+  Options options = test::options_for(InputFormat::qel, OutputFormat::text);
   int questions = 0;
   options.stop = [&] { return ++questions > 1; };
   std::string output;
@@ -72,19 +65,20 @@ TEST(Converter, EndsWhereTheCallerSaysSo) {
 /// Where all is read before anything is written, most of the time may still be to come.
 TEST(Converter, EndsWhereTheCallerSaysSoAfterAllIsRead) {
   const std::string text = "{\\rtf1 " + std::string(100000, 'x') + "\\b y}";
-  Options html = options_for(InputFormat::html, OutputFormat::text);
+  Options html = test::options_for(InputFormat::html, OutputFormat::text);
   html.html_reader.read = [](std::string_view, const auto& base, auto& sink) {
     const auto format = sink.intern(base);
     for (int i = 0; i < 10000; ++i) sink.text(u"0123456789", format);
     sink.finish({});
     return richtext::DroppedParts();
   };
-  Options normal = options_for(InputFormat::qel, OutputFormat::qel);
+  Options normal = test::options_for(InputFormat::qel, OutputFormat::qel);
   normal.normalizes = true;
-  for (Options options : {options_for(InputFormat::rtf, OutputFormat::rtf), html, normal,
-                          options_for(InputFormat::rtf, OutputFormat::simple_rtf, Way::stated),
-                          options_for(InputFormat::text, OutputFormat::segments, Way::stated),
-                          options_for(InputFormat::qel, OutputFormat::qel, Way::stated)}) {
+  for (Options options :
+       {test::options_for(InputFormat::rtf, OutputFormat::rtf), html, normal,
+        test::options_for(InputFormat::rtf, OutputFormat::simple_rtf, Way::stated),
+        test::options_for(InputFormat::text, OutputFormat::segments, Way::stated),
+        test::options_for(InputFormat::qel, OutputFormat::qel, Way::stated)}) {
     const std::string whole = convert(text, options);
     int questions = 0;
     int last_question = 0;
@@ -114,7 +108,7 @@ TEST(Converter, RaisesErrorsAgain) {
   for (const Way way : {Way::lossless, Way::stated}) {
     for (const OutputFormat to :
          {OutputFormat::text, OutputFormat::rtf, OutputFormat::simple_rtf}) {
-      const Options options = options_for(InputFormat::qel, to, way);
+      const Options options = test::options_for(InputFormat::qel, to, way);
       const Sink full = [](std::string_view) { throw std::length_error("full"); };
       Converter converter(options, full);
       EXPECT_THROW(
@@ -137,7 +131,7 @@ TEST(Converter, RaisesErrorsAgain) {
 
 TEST(Converter, EndsWithTheDocument) {
   std::string output;
-  Converter converter(options_for(InputFormat::rtf, OutputFormat::text),
+  Converter converter(test::options_for(InputFormat::rtf, OutputFormat::text),
                       [&](std::string_view bytes) { output.append(bytes); });
   EXPECT_TRUE(converter.push("{\\rtf1 a" + std::string(5000, '\n')));
   EXPECT_FALSE(converter.push("b}c{\\rtf1 "));

@@ -40,6 +40,7 @@ class Report(NamedTuple):
     fonts: int = 0
     colors: int = 0
     sizes: int = 0
+    formats: int = 0
     is_broken_off: bool = False  #: the last brace of some RTF never came
 
 

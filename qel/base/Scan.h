@@ -68,6 +68,13 @@ std::size_t find_first(std::u16string_view text, std::size_t from, Predicate wan
 }
 
 #if defined(__SSE2__)
+constexpr std::size_t packed_size = sizeof(__m128i);
+
+/// A comparison of packed characters as a number: a bit for each, the first one lowest.
+inline std::uint32_t bits_of_packed(__m128i mask) {
+  return static_cast<std::uint32_t>(_mm_movemask_epi8(mask));
+}
+
 /// Sixteen characters that are compared at once, each packed into a byte: those below 0x7F as they
 /// are, all others as 0x7F, or as 0x80 and above.
 inline __m128i load_packed(const char16_t* characters) {
@@ -88,18 +95,15 @@ inline __m128i load_packed(const char* bytes) {
 /// there or to where less than a block is left.
 template <class Char, class Predicate>
 bool find_packed(std::basic_string_view<Char> text, std::size_t& at, Predicate wanted) {
-  constexpr std::size_t block_size = 16;
-  for (; at + block_size <= text.size(); at += block_size) {
-    const int bits = _mm_movemask_epi8(wanted(load_packed(text.data() + at)));
+  for (; at + packed_size <= text.size(); at += packed_size) {
+    const std::uint32_t bits = bits_of_packed(wanted(load_packed(text.data() + at)));
     if (bits == 0) continue;
-    at += static_cast<std::size_t>(std::countr_zero(static_cast<unsigned>(bits)));
+    at += static_cast<std::size_t>(std::countr_zero(bits));
     return true;
   }
   return false;
 }
-#endif
 
-#if defined(__SSE2__)
 /// Where packed characters are one of the `Wanted`, which are below 0x7F.
 template <char16_t... Wanted>
 struct AreAny {
@@ -132,13 +136,11 @@ std::size_t find_any(std::u16string_view text, std::size_t from) {
 template <class Predicate, class PackedPredicate>
 std::size_t find_byte(std::string_view text, std::size_t from, Predicate wanted,
                       PackedPredicate wanted_of_packed) {
-  constexpr std::size_t block_size = 16;
   if (find_packed(text, from, wanted_of_packed)) return from;
-  if (from < text.size() && text.size() >= block_size) {
+  if (from < text.size() && text.size() >= packed_size) {
     // The last block overlaps what has been looked at.
-    const std::size_t begin = text.size() - block_size;
-    const auto bits = static_cast<std::uint32_t>(
-        _mm_movemask_epi8(wanted_of_packed(load_packed(text.data() + begin))));
+    const std::size_t begin = text.size() - packed_size;
+    const std::uint32_t bits = bits_of_packed(wanted_of_packed(load_packed(text.data() + begin)));
     const std::uint32_t rest = bits >> (from - begin);
     return rest == 0 ? text.size() : from + static_cast<std::size_t>(std::countr_zero(rest));
   }

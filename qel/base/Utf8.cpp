@@ -70,19 +70,16 @@ Sequence read_sequence(std::string_view bytes) {
 /// Skips ASCII and whole sequences of two bytes, letters of Europe mostly, block by block. Stops
 /// at the first block that has anything else.
 std::size_t skip_short_sequences(std::string_view bytes, std::size_t at) {
-  const auto bits = [](__m128i mask) {
-    return static_cast<std::uint32_t>(_mm_movemask_epi8(mask));
-  };
   const auto all = [](unsigned byte) { return _mm_set1_epi8(static_cast<char>(byte)); };
   std::uint32_t is_open = 0;  // 1 where a sequence began with the last byte of the block before
-  for (; at + sizeof(__m128i) <= bytes.size(); at += sizeof(__m128i)) {
+  for (; at + packed_size <= bytes.size(); at += packed_size) {
     const __m128i block = load_packed(bytes.data() + at);
-    const std::uint32_t high = bits(block);
+    const std::uint32_t high = bits_of_packed(block);
     if ((high | is_open) == 0) continue;
     // As signed numbers all of these are below 0.
-    const std::uint32_t tails = bits(_mm_cmplt_epi8(block, all(0xC0)));
-    const std::uint32_t leads =
-        bits(_mm_and_si128(_mm_cmpgt_epi8(block, all(0xC1)), _mm_cmplt_epi8(block, all(0xE0))));
+    const std::uint32_t tails = bits_of_packed(_mm_cmplt_epi8(block, all(0xC0)));
+    const std::uint32_t leads = bits_of_packed(
+        _mm_and_si128(_mm_cmpgt_epi8(block, all(0xC1)), _mm_cmplt_epi8(block, all(0xE0))));
     constexpr std::uint32_t last = 0x8000;
     if (high != (leads | tails) || tails != ((leads & ~last) << 1U | is_open)) break;
     is_open = leads / last;

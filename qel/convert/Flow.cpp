@@ -23,10 +23,6 @@ namespace {
 
 using style_codes::CodeSet;
 
-bool is_rtf_document(OutputFormat format) {
-  return format == OutputFormat::rtf || format == OutputFormat::rtf_body;
-}
-
 /// Formats of which whole texts are in memory, or which nobody writes by the gigabyte.
 bool has_writer_of_bytes(OutputFormat format) {
   return format != OutputFormat::simple_rtf && format != OutputFormat::segments;
@@ -64,9 +60,7 @@ std::unique_ptr<BasicReader<Char>> make_reader(const Options& options, InputForm
                                                BasicRunSink<Char>& sink) {
   if (from == InputFormat::text) return std::make_unique<TextInput<Char>>(sink);
   auto reader = std::make_unique<MarkupInput<Char>>(sink, drops_last_break(options));
-  if (is_rtf_document(options.to) || options.to == OutputFormat::simple_rtf) {
-    reader->read_codes_of_rtf();
-  }
+  if (is_rtf_of_some_kind(options.to)) reader->read_codes_of_rtf();
   return reader;
 }
 
@@ -208,12 +202,12 @@ std::unique_ptr<Flow> make_flow(const Options& options, InputFormat from,
 
 bool has_flow_of_bytes(const Options& options, InputFormat from, Encoding encoding) {
   if (options.way == Way::stated || normalizes(options)) return false;
-  // RTF may hold halves of surrogate pairs, which remain RTF.
+  if (!has_writer_of_bytes(options.to)) return false;
+  // RTF may hold halves of surrogate pairs, which remain where it becomes RTF.
   if (from == InputFormat::rtf) {
-    return encoding == Encoding::bytes && has_writer_of_bytes(options.to) &&
-           !is_rtf_document(options.to);
+    return encoding == Encoding::bytes && !is_rtf_of_some_kind(options.to);
   }
-  return from != InputFormat::html && encoding == Encoding::utf8 && has_writer_of_bytes(options.to);
+  return from != InputFormat::html && encoding == Encoding::utf8;
 }
 
 std::unique_ptr<BasicFlow<char>> make_flow_of_bytes(const Options& options, InputFormat from) {

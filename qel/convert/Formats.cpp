@@ -83,6 +83,11 @@ bool is_same_format(InputFormat from, OutputFormat to) {
   return false;
 }
 
+bool is_rtf_of_some_kind(OutputFormat format) {
+  return format == OutputFormat::rtf || format == OutputFormat::rtf_body ||
+         format == OutputFormat::simple_rtf;
+}
+
 std::string_view extension_of(OutputFormat format) {
   const auto* const row =
       std::find_if(output_formats.begin(), output_formats.end(),

@@ -25,6 +25,8 @@ std::string output_format_names();
 std::optional<InputFormat> input_format_of_file(std::string_view path);
 /// Whether what is written can be read as what it was made from.
 bool is_same_format(InputFormat from, OutputFormat to);
+/// Whether it is RTF of some kind.
+bool is_rtf_of_some_kind(OutputFormat format);
 /// The extension that a file in this format gets, such as ".rtf".
 std::string_view extension_of(OutputFormat format);
 

@@ -33,42 +33,34 @@ std::uint32_t stops_in_block(const char16_t* characters, bool is_blank_behind) {
 #endif
 
 #if defined(__SSE2__)
-constexpr std::size_t packed_size = 16;
+__m128i are_equal(__m128i packed, char c) { return _mm_cmpeq_epi8(packed, _mm_set1_epi8(c)); }
+/// Where blanks are among packed characters.
+__m128i are_blanks(__m128i packed) { return are_equal(packed, ' '); }
+
+/// Where characters are that have an entity, and the last control of ASCII.
+__m128i are_escaped(__m128i packed) {
+  const __m128i quotes = are_equal(_mm_and_si128(packed, _mm_set1_epi8('\xFB')), '"');
+  const __m128i brackets = are_equal(_mm_and_si128(packed, _mm_set1_epi8('\xFD')), '<');
+  return _mm_or_si128(_mm_or_si128(quotes, brackets), are_equal(packed, '\x7F'));
+}
 
 /// Whether sixteen characters are ASCII and can be copied.
 bool is_copied_ascii(const char16_t* characters, bool is_blank_behind) {
-  const auto all = [](char c) { return _mm_set1_epi8(c); };
   const __m128i packed = load_packed(characters);
-  const auto equal = [&](__m128i masked, char c) { return _mm_cmpeq_epi8(masked, all(c)); };
-  const __m128i quotes = equal(_mm_and_si128(packed, all('\xFB')), '"');
-  const __m128i brackets = equal(_mm_and_si128(packed, all('\xFD')), '<');
-  // Controls, and what is not ASCII.
-  const __m128i others = _mm_or_si128(_mm_cmplt_epi8(packed, all(' ')), equal(packed, '\x7F'));
-  const __m128i stops = _mm_or_si128(_mm_or_si128(quotes, brackets), others);
-  const auto blanks = static_cast<std::uint32_t>(_mm_movemask_epi8(equal(packed, ' ')));
+  // As signed numbers, what is not ASCII is below the controls.
+  const __m128i others = _mm_cmplt_epi8(packed, _mm_set1_epi8(' '));
+  const std::uint32_t blanks = bits_of_packed(are_blanks(packed));
   const std::uint32_t blanks_behind = blanks >> 1U | (is_blank_behind ? 0x8000U : 0U);
-  return _mm_movemask_epi8(stops) == 0 && (blanks & blanks_behind) == 0;
+  return bits_of_packed(_mm_or_si128(are_escaped(packed), others)) == 0 &&
+         (blanks & blanks_behind) == 0;
 }
-#endif
-
-#if defined(__SSE2__)
-/// Where blanks are among packed characters.
-__m128i are_blanks(__m128i packed) { return _mm_cmpeq_epi8(packed, _mm_set1_epi8(' ')); }
 
 /// Where bytes are that cannot be copied.
 __m128i are_stops(__m128i bytes) {
-  const auto all = [](char c) { return _mm_set1_epi8(c); };
-  const auto equal = [&](__m128i masked, char c) { return _mm_cmpeq_epi8(masked, all(c)); };
-  const __m128i quotes = equal(_mm_and_si128(bytes, all('\xFB')), '"');
-  const __m128i brackets = equal(_mm_and_si128(bytes, all('\xFD')), '<');
-  const __m128i controls = _mm_cmpeq_epi8(_mm_min_epu8(bytes, all('\x1F')), bytes);
-  // Behind the second of these there may be a control character.
-  const __m128i others = _mm_or_si128(equal(bytes, '\x7F'), equal(bytes, '\xC2'));
-  return _mm_or_si128(_mm_or_si128(quotes, brackets), _mm_or_si128(controls, others));
-}
-
-std::uint32_t bits_of_packed(__m128i mask) {
-  return static_cast<std::uint32_t>(_mm_movemask_epi8(mask));
+  const __m128i controls = _mm_cmpeq_epi8(_mm_min_epu8(bytes, _mm_set1_epi8('\x1F')), bytes);
+  // Behind this byte there may be a control character.
+  const __m128i others = _mm_or_si128(controls, are_equal(bytes, '\xC2'));
+  return _mm_or_si128(are_escaped(bytes), others);
 }
 #endif
 

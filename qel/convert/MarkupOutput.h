@@ -28,7 +28,9 @@ class MarkupOutput : public BasicWriter<Char> {
       markup_.text(ascii<Char, "\n">, state);
     }
   }
-  void finish() override { markup_.finish(false); }
+  void finish() override { finish(false); }
+  /// With `is_cut`, more of the text may be put behind its end.
+  void finish(bool is_cut) { markup_.finish(is_cut); }
 
  private:
   using Markup = BasicLosslessMarkup<Char>;

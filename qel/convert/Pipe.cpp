@@ -8,8 +8,7 @@ namespace qel::convert {
 Utf16Pipe::Utf16Pipe(std::unique_ptr<Flow> flow, Encoding encoding, OutputFormat to, Sink sink)
     : flow_(std::move(flow)),
       encoding_(encoding),
-      writes_rtf_(to == OutputFormat::rtf || to == OutputFormat::rtf_body ||
-                  to == OutputFormat::simple_rtf),
+      writes_rtf_(is_rtf_of_some_kind(to)),
       sink_(std::move(sink)),
       take_([this](std::u16string_view text) { write(text); }) {}
 

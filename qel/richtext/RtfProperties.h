@@ -3,6 +3,7 @@
 #include <array>
 #include <cstddef>
 #include <cstdint>
+#include <optional>
 #include <vector>
 
 #include "qel/richtext/CharFormat.h"
@@ -45,11 +46,8 @@ class RtfProperties {
   }
   /// The sink's number for the format of the text to come.
   DocumentSink::FormatId format() {
-    if (!is_format_known_) {
-      format_ = formats_.id_of(state_.character);
-      is_format_known_ = true;
-    }
-    return format_;
+    if (!format_) format_ = formats_.id_of(state_.character);
+    return *format_;
   }
   /// The same for text that is neither raised nor lowered.
   DocumentSink::FormatId format_on_line() {
@@ -64,11 +62,8 @@ class RtfProperties {
   /// The font of the text to come where the document calls it a font of symbols and its pictures
   /// are known, null for all others. Fonts of that name without that mark hold letters.
   const SymbolFont* symbol_font() {
-    if (!is_symbol_font_known_) {
-      symbol_font_ = find_symbol_font();
-      is_symbol_font_known_ = true;
-    }
-    return symbol_font_;
+    if (!symbol_font_) symbol_font_ = find_symbol_font();
+    return *symbol_font_;
   }
   RtfFontTable& fonts() { return formats_.fonts(); }
   RtfColorTable& colors() { return formats_.colors(); }
@@ -89,8 +84,8 @@ class RtfProperties {
 
   /// To be called when another format may hold.
   void forget_format() {
-    is_format_known_ = false;
-    is_symbol_font_known_ = false;
+    format_.reset();
+    symbol_font_.reset();
   }
   const SymbolFont* find_symbol_font();
 
@@ -120,10 +115,9 @@ class RtfProperties {
 
   RtfFormats formats_;
   GroupState state_;
-  DocumentSink::FormatId format_ = 0;
-  const SymbolFont* symbol_font_ = nullptr;
-  bool is_format_known_ = false;  // whether that is the state's, and likewise the font of symbols
-  bool is_symbol_font_known_ = false;
+  // Of the state; empty where they have to be looked up.
+  std::optional<DocumentSink::FormatId> format_;
+  std::optional<const SymbolFont*> symbol_font_;
   std::vector<GroupState> groups_;
   std::size_t groups_beyond_ = 0;
   Alignment last_alignment_ = Alignment::left;

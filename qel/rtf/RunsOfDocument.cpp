@@ -66,7 +66,7 @@ void BasicRunsOfDocument<char>::pass(std::u16string_view text, FormatId format) 
 
 template <>
 void BasicRunsOfDocument<char16_t>::ascii(std::string_view text, FormatId format) {
-  this->text(std::u16string(text.begin(), text.end()), format);
+  DocumentSink::ascii(text, format);
 }
 
 template <>

@@ -123,7 +123,7 @@ QEL_API void qel_options_set_stop(qel_options* options, int (*stop)(void* data),
 typedef struct qel_report {
   uint64_t bytes_in, bytes_out;
   uint64_t pictures, objects, cells, rows, notes, headers, links, hidden, deleted, unknown;
-  uint64_t fonts, colors, sizes;
+  uint64_t fonts, colors, sizes, formats;
   int is_broken_off; /**< the last brace of the RTF never came */
 } qel_report;
 
