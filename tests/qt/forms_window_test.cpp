@@ -174,6 +174,20 @@ TEST_F(FormsWindow, SavesWhatIsTypedAndFindsIt) {
   }
 }
 
+TEST_F(FormsWindow, TypesIntoTheHitThatWasOpened) {
+  add(u"Tea", u"hot");
+  add(u"Coffee", u"black");
+  click(0);
+  ASSERT_EQ(body(), QStringLiteral("black"));
+  window->findChild<QLineEdit*>()->setFocus();
+  QTest::keyClicks(window->findChild<QLineEdit*>(), QStringLiteral("hot"));
+  QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
+  QTest::keyClick(QApplication::focusWidget(), Qt::Key_Return);
+  QTest::keyClicks(QApplication::focusWidget(), QStringLiteral("very "));
+  settle();
+  EXPECT_EQ(body(), QStringLiteral("very hot"));
+}
+
 TEST_F(FormsWindow, LeavesNoUnsavedWorkBehindUnasked) {
   add(u"one", u"first");
   add(u"two", u"second");

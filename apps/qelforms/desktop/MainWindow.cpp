@@ -2,378 +2,293 @@
 
 #include <QAction>
 #include <QCloseEvent>
-#include <QDateTime>
-#include <QFileDialog>
-#include <QFileInfo>
 #include <QLabel>
 #include <QLineEdit>
-#include <QLocale>
+#include <QPushButton>
 #include <QSplitter>
 #include <QStatusBar>
 #include <QTextEdit>
-#include <QVBoxLayout>
-#include <algorithm>
-#include <array>
 #include <chrono>
 #include <utility>
 
-#include "Export.h"
-#include "Files.h"
+#include "EditCommands.h"
+#include "EditorSide.h"
 #include "FormTables.h"
+#include "ListSide.h"
 #include "Markup.h"
-#include "Pdf.h"
+#include "Notice.h"
 #include "RecordList.h"
-#include "TablesDialog.h"
-#include "qel/base/Scoped.h"
+#include "TagLine.h"
+#include "Words.h"
 
 namespace qel::forms {
 namespace {
 
-constexpr auto draft_delay = std::chrono::milliseconds(1000);
-constexpr auto draft_retry = std::chrono::seconds(30);
 /// Nobody reads on, and more of them would make typing slow.
 constexpr std::size_t most_found = 1000;
+/// What a line of context is taken from.
+constexpr std::size_t preview_size = 400;
+constexpr auto count_delay = std::chrono::milliseconds(150);
+constexpr auto others_delay = std::chrono::seconds(2);
+constexpr QSize preferred_size(1040, 680);
+constexpr int list_width = 280;
+constexpr int narrowest_list = 200;
 
-std::string document_in(const QString& suffix, std::span<const Record> records,
-                        const command::Tables& tables) {
-  if (suffix == QLatin1String("pdf")) return pdf_of(records, tables);
-  if (suffix == QLatin1String("rtf")) return exported(records, ExportFormat::rtf, tables);
-  if (suffix == QLatin1String("txt")) return exported(records, ExportFormat::text, tables);
-  if (suffix == QLatin1String("svg")) return exported(records, ExportFormat::svg, tables);
-  return exported(records, ExportFormat::qel, tables);
-}
-
-std::vector<Heading> newest_first(std::vector<Heading> headings) {
-  std::stable_sort(headings.begin(), headings.end(), [](const Heading& a, const Heading& b) {
-    return a.changed != b.changed ? a.changed > b.changed : a.id > b.id;
-  });
-  return headings;
-}
-
-QLabel* label_for(const QString& text, QWidget* of) {
-  auto* const label = new QLabel(text);
-  label->setBuddy(of);
-  return label;
+/// The beginning of the text of a record, as a reader sees it.
+QString preview_of(const RecordStore& store, std::int64_t id) {
+  try {
+    const std::u16string body = store.load(id).body;
+    return on_one_line(visible_text(std::u16string_view(body).substr(0, preview_size)));
+  } catch (const std::exception&) {
+    return {};  // it is gone, or being written
+  }
 }
 
 }  // namespace
 
-MainWindow::MainWindow(RecordStore& store)
+MainWindow::MainWindow(RecordStore& store, WindowOptions options)
     : store_(store),
-      search_(new QLineEdit),
-      list_(new RecordList),
-      title_(new qt::TextBox),
-      body_(new qt::TextBox),
-      state_(new QLabel) {
-  auto* const splitter = new QSplitter;
-  splitter->addWidget(create_list_side());
-  splitter->addWidget(create_form_side());
-  splitter->setStretchFactor(1, 1);
-  splitter->setChildrenCollapsible(false);
-  setCentralWidget(splitter);
+      options_(std::move(options)),
+      memory_(options_.settings),
+      look_(memory_.look()),
+      spare_(options_.drafts, QString::fromStdString(store.path())),
+      splitter_(new QSplitter),
+      side_(new ListSide),
+      editor_(new EditorSide),
+      counts_(new QLabel),
+      state_(new QLabel),
+      edit_commands_(new EditCommands(*this)) {
+  splitter_->addWidget(side_);
+  splitter_->addWidget(editor_);
+  splitter_->setStretchFactor(1, 1);
+  splitter_->setChildrenCollapsible(false);
+  splitter_->setHandleWidth(1);
+  side_->setMinimumWidth(narrowest_list);
+  setCentralWidget(splitter_);
+  setAcceptDrops(true);
+  counts_->setObjectName(QStringLiteral("counts"));
+  state_->setObjectName(QStringLiteral("state"));
+  statusBar()->addPermanentWidget(counts_);
   statusBar()->addPermanentWidget(state_);
-  draft_timer_.setSingleShot(true);
-  draft_timer_.callOnTimeout(this, [this] { keep_draft(); });
-
-  form_ = std::make_unique<RecordForm>(store_, title_->control(), body_->control(),
-                                       [this] { note_change(); });
-  // The form listens to the controls; from here on the widgets do, and pass changes on.
-  title_->take_events();
-  body_->take_events();
-  connect(title_, &qt::TextBox::Change, this, [this] { form_->title_events().Change(); });
-  connect(body_, &qt::TextBox::Change, this, [this] { form_->body_events().Change(); });
+  retries_.put_reporter([this](const std::exception& error) { report(error); });
+  connect_form();
+  connect_sides();
   add_actions();
   apply_tables();
+  restore_look();
+  memory_.note_file(QString::fromStdString(store_.path()));
+  show_tags();
   list_records();
-  if (store_.is_read_only()) refuse_changes();
-  constexpr QSize preferred(900, 560);
-  resize(preferred);
 }
 
 MainWindow::~MainWindow() = default;
 
+qt::TextBox& MainWindow::title_box() { return editor_->title(); }
+
+qt::TextBox& MainWindow::body_box() { return editor_->body(); }
+
+RecordList& MainWindow::list() const { return side_->list(); }
+
 void MainWindow::begin(bool recovers) {
-  attempt([&] {
+  attempt(QStringLiteral("begin"), [this, recovers] {
     const bool may_recover = recovers && !store_.is_read_only();
+    if (may_recover) spare_.move_into(store_);
     const std::vector<Draft> drafts = may_recover ? store_.drafts() : std::vector<Draft>();
-    if (list_->first() != 0) show_record(list_->first());
+    if (list().first() != 0) show_record(list().first());
     if (!drafts.empty()) recover(drafts.back());
     if (drafts.size() > 1) {
       tell(statusBar()->currentMessage() +
            tr(" There is more: choose Record, Recover Unsaved Work."));
     }
   });
-  body_->setFocus();
+  editor_->body().setFocus();
   show_state();
 }
 
 // The window.
 
-QWidget* MainWindow::create_list_side() {
-  search_->setPlaceholderText(tr("Search titles and texts"));
-  search_->setAccessibleName(tr("Search"));
-  search_->setClearButtonEnabled(true);
-  connect(search_, &QLineEdit::textChanged, this, [this] { list_records(); });
+void MainWindow::connect_form() {
+  qt::TextBox& title = editor_->title();
+  qt::TextBox& body = editor_->body();
+  form_ = std::make_unique<RecordForm>(store_, title.control(), body.control(),
+                                       [this] { note_change(); });
+  // The form listens to the controls; from here on the widgets do, and pass changes on.
+  title.take_events();
+  body.take_events();
+  connect(&title, &qt::TextBox::Change, this, [this] { form_->title_events().Change(); });
+  connect(&body, &qt::TextBox::Change, this, [this] { form_->body_events().Change(); });
+  for (const qt::TextBox* const box : {&title, &body}) {
+    for (QTextEdit* const view : box->findChildren<QTextEdit*>()) {
+      view->viewport()->installEventFilter(this);
+    }
+    connect(box, &qt::TextBox::SelectionChanged, this, [this] {
+      edit_commands_->show_state();
+      count_timer_.start(count_delay);
+    });
+  }
+  draft_timer_.setSingleShot(true);
+  draft_timer_.callOnTimeout(this, [this] { keep_draft(); });
+  count_timer_.setSingleShot(true);
+  count_timer_.callOnTimeout(this, [this] { show_counts(); });
+  others_timer_.callOnTimeout(this, [this] { follow_others(); });
+  others_timer_.start(others_delay);
+}
+
+void MainWindow::connect_sides() {
+  connect(side_, &ListSide::listing_changed, this, [this] { list_records(); });
+  connect(side_, &ListSide::left, this, [this] {
+    side_->end_search();
+    editor_->body().setFocus();
+  });
+  RecordList& records = list();
+  records.records().put_preview([this](std::int64_t id) { return preview_of(store_, id); });
   // The list is in the middle of its own work when it reports a selection.
   connect(
-      list_, &QTreeWidget::itemSelectionChanged, this, [this] { follow_selection(); },
+      &records, &RecordList::selection_made, this, [this] { follow_selection(); },
       Qt::QueuedConnection);
-  connect(list_, &QTreeWidget::itemActivated, this, [this] { body_->setFocus(); });
-  auto* const side = new QWidget;
-  auto* const layout = new QVBoxLayout(side);
-  layout->addWidget(search_);
-  layout->addWidget(list_);
-  constexpr int narrowest = 260;
-  side->setMinimumWidth(narrowest);
-  return side;
+  connect(&records, &RecordList::opened, this, [this](std::int64_t id) { open_record(id, true); });
+  connect(&records, &RecordList::left, side_, &ListSide::left);
+  connect(&editor_->tags(), &TagLine::edited, this, [this] { put_tags(); });
+  connect(editor_, &EditorSide::box_changed, this, [this] { show_counts(); });
+  connect(&retries_, &Retries::changed, this, [this] { show_waiting(); });
 }
 
-QWidget* MainWindow::create_form_side() {
-  title_->setObjectName(QStringLiteral("title"));
-  title_->setAccessibleName(tr("Title"));
-  body_->setObjectName(QStringLiteral("body"));
-  body_->setAccessibleName(tr("Text"));
-  body_->put_ScrollBars(2);
-  body_->put_PlaceholderText(
-      tr("Write here. Ctrl+B makes bold, Ctrl+I italic, Ctrl+U underlined; Shift+F2 opens the "
-         "large editor."));
-  for (qt::TextBox* const box : {title_, body_}) {
-    box->put_ShowEditorOnShiftF2(true);
-    box->put_OLEDropMode(2);
-    box->put_OLEDragMode(1);
-    for (QTextEdit* const view : box->findChildren<QTextEdit*>()) {
-      view->setAccessibleName(box->accessibleName());
-      connect(view, &QTextEdit::cursorPositionChanged, this, [this] { show_formats(); });
-      connect(view, &QTextEdit::selectionChanged, this, [this] { show_formats(); });
-      connect(view, &QTextEdit::currentCharFormatChanged, this, [this] { show_formats(); });
-    }
+void MainWindow::restore_look() {
+  if (!memory_.restore(*this, *splitter_)) {
+    resize(preferred_size);
+    splitter_->setSizes({list_width, preferred_size.width() - list_width});
   }
-  auto* const side = new QWidget;
-  auto* const layout = new QVBoxLayout(side);
-  layout->addWidget(label_for(tr("&Title"), title_));
-  layout->addWidget(title_);
-  layout->addWidget(label_for(tr("Te&xt"), body_));
-  layout->addWidget(body_, 1);
-  return side;
+  side_->put_order(look_.order, look_.ascending);
+  put_zoom(look_.zoom);
 }
 
-void MainWindow::refuse_changes() {
-  title_->put_AllowEdits(false);
-  body_->put_AllowEdits(false);
-  for (const char* const name : {"new", "delete", "tables", "recover"}) {
-    findChild<QAction*>(QLatin1String(name))->setEnabled(false);
+void MainWindow::keep_look() {
+  memory_.keep(look_);
+  memory_.keep(*this, *splitter_);
+}
+
+void MainWindow::closeEvent(QCloseEvent* event) {
+  bool may_close = settle();
+  // Work that the user gave up must not come back at the next start.
+  if (may_close && form_->is_changed() && !keeps_draft_) {
+    const QString name = QStringLiteral("open");
+    attempt(name, [this] { form_->new_record(); });
+    may_close = wait_for(name);
   }
-  for (const Format& format : formats_) format.action->setEnabled(false);
+  if (may_close) keep_look();
+  event->setAccepted(may_close);
+}
+
+void MainWindow::changeEvent(QEvent* event) {
+  QMainWindow::changeEvent(event);
+  if (event->type() == QEvent::ActivationChange && isActiveWindow() && form_) follow_others();
 }
 
 // What is shown.
 
 void MainWindow::list_records() {
-  attempt([this] {
-    const QString wanted = search_->text();
-    list_->show_headings(wanted.isEmpty() ? newest_first(store_.list())
-                                          : store_.find(wanted.toStdU16String(), most_found));
-    if (list_->selected().empty()) list_->select(form_->record().id);
+  attempt(QStringLiteral("list"), [this] { list_now(); });
+}
+
+void MainWindow::list_now() {
+  const QString wanted = side_->wanted().trimmed();
+  const Listing listing = side_->listing();
+  others_ = store_.state_of_others();
+  side_->show_headings(wanted.isEmpty()
+                           ? store_.list(listing)
+                           : store_.find(side_->wanted().toStdU16String(), listing, most_found));
+  if (list().selected().empty()) list().select(form_->record().id);
+  show_state();
+}
+
+void MainWindow::show_tags() {
+  attempt(QStringLiteral("all tags"), [this] {
+    const std::vector<std::u16string> known = store_.all_tags();
+    QStringList names;
+    for (const std::u16string& tag : known) names.append(QString::fromStdU16String(tag));
+    editor_->tags().offer(names);
+    side_->put_tags(known);
   });
 }
+
+bool MainWindow::may_edit() const { return !store_.is_read_only() && !is_trashed_; }
 
 void MainWindow::show_state() {
   const bool is_changed = form_->is_changed();
   const bool is_new = form_->record().id == 0;
+  const bool selects = !list().selected().empty();
+  const bool in_trash = side_->listing().trash;
+  const bool writes = !store_.is_read_only();
   const QString saved = is_new ? tr("New record") : tr("Saved");
-  state_->setText(store_.is_read_only() ? tr("Read only")
-                  : is_changed          ? tr("Unsaved changes")
-                                        : saved);
-  save_->setEnabled(is_changed);
-  revert_->setEnabled(is_changed);
+  state_->setText(!writes        ? tr("Read only")
+                  : is_trashed_  ? tr("In the trash")
+                  : is_changed   ? tr("Unsaved changes")
+                                 : saved);
+  editor_->put_editable(may_edit() && !retries_.waits_for(QStringLiteral("open")));
+  action("save").setEnabled(is_changed && may_edit());
+  action("revert").setEnabled(is_changed && may_edit());
+  action("new").setEnabled(writes);
+  action("duplicate").setEnabled(selects && writes && !in_trash);
+  action("delete").setEnabled(selects && writes && !in_trash);
+  action("restore").setEnabled(selects && writes && in_trash);
+  action("delete_for_good").setEnabled(selects && writes && in_trash);
+  action("empty_trash").setEnabled(writes && in_trash && list().first() != 0);
+  action("undo_delete").setEnabled(writes && undo_removal_);
+  action("tables").setEnabled(writes);
+  action("recover").setEnabled(writes);
+  action("import").setEnabled(writes);
+  action("edit_tags").setEnabled(may_edit());
+  for (const char* const name : {"export", "print", "preview"}) action(name).setEnabled(selects);
   setWindowModified(is_changed);
-  const QString title = QString::fromStdU16String(visible_text(form_->record().title)).simplified();
-  setWindowTitle(tr("%1[*] - Records").arg(title.isEmpty() ? tr("New record") : title));
+  const ShownTitle title = shown_title(form_->title(), form_->record().body);
+  setWindowTitle(tr("%1[*] - Records")
+                     .arg(title.text.empty() ? tr("New record") : on_one_line(title.text)));
 }
 
-void MainWindow::show_formats() {
-  const QELTextbox& control = edited_box().control();
-  for (const Format& format : formats_) format.action->setChecked((control.*format.get)());
+void MainWindow::show_counts() {
+  QELTextbox& control = editor_->edited_box().control();
+  const bool selects = control.get_SelLength() > 0;
+  const QString text =
+      QString::fromStdU16String(selects ? control.get_SelText() : editor_->body().control().get_Text());
+  const QString words = tr("%n word(s)", nullptr, count_words(text));
+  const QString characters = tr("%n character(s)", nullptr, count_characters(text));
+  const QString counts = words + QStringLiteral(", ") + characters;
+  counts_->setText(selects ? tr("Selected: %1").arg(counts) : counts);
+}
+
+void MainWindow::show_waiting() {
+  const QString waiting = retries_.waits_for(QStringLiteral("save"))
+                              ? tr("Another program is writing; saving again...")
+                              : tr("Another program is writing; trying again...");
+  if (retries_.is_waiting()) {
+    tell(waiting);
+  } else if (statusBar()->currentMessage().startsWith(tr("Another program is writing"))) {
+    statusBar()->clearMessage();
+  }
+  show_state();
+}
+
+void MainWindow::apply_tables() {
+  const command::Tables tables = load_tables(store_);
+  form_->put_tables(tables);
+  editor_->put_text_size(static_cast<double>(tables.fonts.get_FontSize()));
+}
+
+void MainWindow::put_zoom(int percent) {
+  constexpr int least = 50;
+  constexpr int most = 400;
+  look_.zoom = qBound(least, percent, most);
 }
 
 void MainWindow::tell(const QString& message) { statusBar()->showMessage(message); }
 
-void MainWindow::apply_tables() { form_->put_tables(load_tables(store_)); }
-
-qt::TextBox& MainWindow::edited_box() const {
-  return title_->isAncestorOf(focusWidget()) ? *title_ : *body_;
+QString MainWindow::name_of(const std::vector<std::int64_t>& ids) const {
+  if (ids.size() != 1) return tr("%n records", nullptr, static_cast<int>(ids.size()));
+  const RecordModel& records = list().records();
+  return quoted(records.index(records.row_of(ids.front())).data().toString());
 }
 
-// What the user asks for.
-
-void MainWindow::note_change() {
-  if (!draft_timer_.isActive()) draft_timer_.start(draft_delay);
-  statusBar()->clearMessage();
-  show_state();
-}
-
-void MainWindow::keep_draft() {
-  draft_timer_.stop();
-  try {
-    form_->keep_draft();
-  } catch (const std::exception& error) {
-    // No reason to interrupt the user: this is tried again.
-    tell(tr("Unsaved changes are not kept: %1").arg(QString::fromUtf8(error.what())));
-    draft_timer_.start(draft_retry);
-  }
-}
-
-void MainWindow::new_record() {
-  if (!settle()) return;
-  form_->new_record();
-  list_->select(0);
-  title_->setFocus();
-  show_state();
-}
-
-void MainWindow::show_record(std::int64_t id) {
-  form_->load(id);
-  list_->select(id);
-  statusBar()->clearMessage();
-  show_state();
-}
-
-void MainWindow::follow_selection() {
-  // Keys pressed while the user is being asked do not ask again.
-  if (is_following_) return;
-  const Scoped following(is_following_, true);
-  const std::vector<std::int64_t> selected = list_->selected();
-  if (selected.size() != 1 || selected.front() == form_->record().id) return;
-  if (!settle() || !attempt([&] { show_record(selected.front()); })) {
-    list_->select(form_->record().id);
-  }
-}
-
-bool MainWindow::save() {
-  try {
-    form_->save();
-  } catch (const Error& error) {
-    if (error.number() != changed_elsewhere && error.number() != no_such_record) {
-      report(error);
-      return false;
-    }
-    return save_as_new();
-  }
-  list_records();
-  list_->select(form_->record().id);
-  tell(tr("The record is saved."));
-  show_state();
-  return true;
-}
-
-bool MainWindow::save_as_new() {
-  const QString question =
-      tr("Another program has changed or deleted this record since it was opened.\n\n"
-         "Save your text as a new record?");
-  if (ask(question, QMessageBox::Save | QMessageBox::Cancel, QMessageBox::Save) !=
-      QMessageBox::Save) {
-    return false;
-  }
-  if (!attempt([this] { form_->save_as_new(); })) return false;
-  list_records();
-  list_->select(form_->record().id);
-  show_state();
-  return true;
-}
-
-void MainWindow::revert() {
-  const auto answer = ask(tr("Give up the unsaved changes of this record?"),
-                          QMessageBox::Discard | QMessageBox::Cancel, QMessageBox::Cancel);
-  if (answer != QMessageBox::Discard) return;
-  form_->revert();
-  tell(tr("The record is as it was saved last."));
-  show_state();
-}
-
-void MainWindow::remove_selected() {
-  const std::vector<std::int64_t> ids = list_->selected();
-  if (ids.empty()) return;
-  const auto answer = ask(tr("Delete %n selected record(s)? This cannot be undone.", nullptr,
-                             static_cast<int>(ids.size())),
-                          QMessageBox::Yes | QMessageBox::Cancel, QMessageBox::Cancel);
-  if (answer != QMessageBox::Yes) return;
-  const bool shows_one = std::find(ids.begin(), ids.end(), form_->record().id) != ids.end();
-  store_.remove(ids);
-  list_records();
-  if (shows_one) {
-    form_->new_record();
-    if (list_->first() != 0) show_record(list_->first());
-  }
-  tell(tr("%n record(s) deleted.", nullptr, static_cast<int>(ids.size())));
-  show_state();
-}
-
-void MainWindow::export_selected() {
-  if (!settle()) return;
-  if (list_->selected().empty()) return tell(tr("No record is selected."));
-  const QString path = QFileDialog::getSaveFileName(
-      this, tr("Export Records"), tr("records.pdf"),
-      tr("PDF, RTF, text, SVG or markup (*.pdf *.rtf *.txt *.svg *.qel)"));
-  if (!path.isEmpty()) export_to(path);
-}
-
-bool MainWindow::export_to(const QString& path) {
-  return attempt([&] {
-    std::vector<Record> records;
-    for (const std::int64_t id : list_->selected()) records.push_back(store_.load(id));
-    const std::string document =
-        document_in(QFileInfo(path).suffix().toLower(), records, load_tables(store_));
-    command::OutputFile file(path.toStdString());
-    file.write(document);
-    file.finish();
-    tell(tr("%n record(s) written to %1", nullptr, static_cast<int>(records.size())).arg(path));
-  });
-}
-
-void MainWindow::edit_tables() {
-  command::Tables tables = load_tables(store_);
-  TablesDialog dialog(tables, this);
-  if (dialog.exec() != QDialog::Accepted) return;
-  dialog.put_into(tables);
-  save_tables(store_, tables);
-  apply_tables();
-  show_state();
-}
-
-void MainWindow::recover_other() {
-  if (!settle()) return;
-  if (form_->is_changed()) form_->revert();
-  const std::vector<Draft> drafts = store_.drafts();
-  if (drafts.empty()) return tell(tr("There is no other unsaved work."));
-  recover(drafts.back());
-}
-
-void MainWindow::recover(const Draft& draft) {
-  if (draft.basis != Draft::Basis::current) {
-    const QString fate = draft.basis == Draft::Basis::outdated
-                             ? tr("There is unsaved work on a record that was saved since.")
-                             : tr("There is unsaved work on a record that was deleted since.");
-    const auto answer =
-        ask(fate + tr("\n\nOpen the unsaved work? Ignore keeps it for later."),
-            QMessageBox::Open | QMessageBox::Discard | QMessageBox::Ignore, QMessageBox::Open);
-    if (answer == QMessageBox::Discard) store_.drop_draft(draft.id);
-    if (answer != QMessageBox::Open) return;
-  }
-  form_->recover(draft);
-  list_->select(form_->record().id);
-  const QDateTime kept = QDateTime::fromMSecsSinceEpoch(draft.kept);
-  tell(tr("Unsaved work of %1 is back.").arg(QLocale().toString(kept, QLocale::ShortFormat)));
-  show_state();
-}
-
-bool MainWindow::settle() {
-  if (!form_->is_changed() || store_.is_read_only()) return true;
-  keep_draft();
-  const auto answer =
-      ask(tr("Save the changes of this record?"),
-          QMessageBox::Save | QMessageBox::Discard | QMessageBox::Cancel, QMessageBox::Save);
-  return answer == QMessageBox::Save ? save() : answer == QMessageBox::Discard;
-}
+// Asking.
 
 QMessageBox::StandardButton MainWindow::ask(const QString& question,
                                             QMessageBox::StandardButtons answers,
@@ -381,10 +296,18 @@ QMessageBox::StandardButton MainWindow::ask(const QString& question,
   return QMessageBox::question(this, tr("Records"), question, answers, preset);
 }
 
-bool MainWindow::attempt(const std::function<void()>& work) {
+bool MainWindow::confirm(const QString& question, const QString& detail, const QString& caption) {
+  QMessageBox box(QMessageBox::Question, tr("Records"), question, QMessageBox::Cancel, this);
+  box.setInformativeText(detail);
+  box.setDefaultButton(QMessageBox::Cancel);
+  const QPushButton* const yes = box.addButton(caption, QMessageBox::AcceptRole);
+  box.exec();
+  return box.clickedButton() == yes;
+}
+
+bool MainWindow::attempt(const QString& name, const std::function<void()>& work) {
   try {
-    work();
-    return true;
+    return retries_.run(name, work);
   } catch (const std::exception& error) {
     report(error);
     return false;
@@ -393,15 +316,9 @@ bool MainWindow::attempt(const std::function<void()>& work) {
 
 void MainWindow::report(const std::exception& error) {
   const auto* const own = dynamic_cast<const Error*>(&error);
+  if (own != nullptr && own->number() == disk_full) return note_full_disk();
   const std::string message = own == nullptr ? error.what() : own->description();
   QMessageBox::warning(this, tr("Records"), QString::fromStdString(message));
-}
-
-void MainWindow::closeEvent(QCloseEvent* event) {
-  const bool may_close = settle();
-  // Work that the user gave up must not come back at the next start.
-  if (may_close && form_->is_changed()) attempt([this] { form_->new_record(); });
-  event->setAccepted(may_close);
 }
 
 }  // namespace qel::forms

@@ -1,89 +1,135 @@
 #include "RecordList.h"
 
-#include <QDateTime>
-#include <QHeaderView>
-#include <QLocale>
+#include <QItemSelection>
+#include <QKeyEvent>
+#include <QPainter>
+#include <QScrollBar>
 #include <QSignalBlocker>
-#include <QTreeWidgetItem>
 #include <algorithm>
+#include <unordered_set>
+#include <utility>
 
 namespace qel::forms {
-namespace {
 
-constexpr int title_column = 0;
-constexpr int changed_column = 1;
-
-std::int64_t id_of(const QTreeWidgetItem& item) {
-  return item.data(title_column, Qt::UserRole).toLongLong();
-}
-
-QTreeWidgetItem* item_of(const Heading& heading, int height) {
-  auto* const item = new QTreeWidgetItem;
-  const QString title = QString::fromStdU16String(heading.title).simplified();
-  const QString snippet = QString::fromStdU16String(heading.snippet).simplified();
-  QString text = title.isEmpty() ? RecordList::tr("(no title)") : title;
-  if (!snippet.isEmpty()) text.append(QLatin1Char('\n')).append(snippet);
-  item->setText(title_column, text);
-  item->setToolTip(title_column, text);
-  item->setSizeHint(title_column, QSize(0, height));
-  item->setData(title_column, Qt::UserRole, qlonglong{heading.id});
-  const QDateTime changed = QDateTime::fromMSecsSinceEpoch(heading.changed);
-  const QLocale locale;
-  item->setText(changed_column, locale.toString(changed.date(), QLocale::ShortFormat));
-  item->setToolTip(changed_column, locale.toString(changed, QLocale::LongFormat));
-  return item;
-}
-
-}  // namespace
-
-RecordList::RecordList(QWidget* parent) : QTreeWidget(parent) {
-  setHeaderLabels({tr("Title"), tr("Changed")});
+RecordList::RecordList(QWidget* parent)
+    : QListView(parent), model_(new RecordModel(this)), delegate_(new RecordDelegate(this)) {
+  setModel(model_);
+  setItemDelegate(delegate_);
   setAccessibleName(tr("Records"));
-  setRootIsDecorated(false);
-  setUniformRowHeights(true);
-  setAllColumnsShowFocus(true);
+  setUniformItemSizes(true);
   setSelectionMode(ExtendedSelection);
+  setVerticalScrollMode(ScrollPerPixel);
+  setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+  setFrameShape(QFrame::NoFrame);
   setTabKeyNavigation(false);
-  header()->setStretchLastSection(false);
-  header()->setSectionResizeMode(title_column, QHeaderView::Stretch);
-  header()->setSectionResizeMode(changed_column, QHeaderView::ResizeToContents);
+  setMouseTracking(true);
+  connect(selectionModel(), &QItemSelectionModel::selectionChanged, this,
+          &RecordList::selection_made);
+  connect(this, &QListView::doubleClicked, this,
+          [this](const QModelIndex& index) { emit opened(model_->id(index.row())); });
 }
 
-void RecordList::show_headings(const std::vector<Heading>& headings) {
-  const QSignalBlocker silence(this);
+void RecordList::show_headings(std::vector<Heading> headings, Order order) {
   const std::vector<std::int64_t> kept = selected();
-  const bool has_snippets =
-      std::any_of(headings.begin(), headings.end(),
-                  [](const Heading& heading) { return !heading.snippet.empty(); });
-  QList<QTreeWidgetItem*> items;
-  constexpr int padding = 8;
-  const int height = fontMetrics().lineSpacing() * (has_snippets ? 2 : 1) + padding;
-  for (const Heading& heading : headings) items.append(item_of(heading, height));
-  clear();
-  addTopLevelItems(items);
-  for (QTreeWidgetItem* const item : items) {
-    if (std::find(kept.begin(), kept.end(), id_of(*item)) != kept.end()) item->setSelected(true);
+  const int scrolled = verticalScrollBar()->value();
+  {
+    const QSignalBlocker silence(selectionModel());
+    model_->show(std::move(headings), order);
   }
+  executeDelayedItemsLayout();
+  select(kept);
+  verticalScrollBar()->setValue(scrolled);
+}
+
+void RecordList::put_words(const QStringList& words) {
+  delegate_->put_words(words);
+  viewport()->update();
+}
+
+void RecordList::put_empty_text(const QString& line, const QString& hint) {
+  empty_line_ = line;
+  empty_hint_ = hint;
+  setAccessibleDescription(model_->rowCount() == 0 ? line : QString());
+  viewport()->update();
 }
 
 std::vector<std::int64_t> RecordList::selected() const {
-  std::vector<std::int64_t> ids;
-  for (int i = 0; i < topLevelItemCount(); ++i) {
-    if (topLevelItem(i)->isSelected()) ids.push_back(id_of(*topLevelItem(i)));
+  std::vector<int> rows;
+  for (const QItemSelectionRange& range : selectionModel()->selection()) {
+    for (int row = range.top(); row <= range.bottom(); ++row) rows.push_back(row);
   }
+  std::sort(rows.begin(), rows.end());
+  std::vector<std::int64_t> ids;
+  ids.reserve(rows.size());
+  for (const int row : rows) ids.push_back(model_->id(row));
   return ids;
 }
 
-void RecordList::select(std::int64_t id) {
-  const QSignalBlocker silence(this);
-  clearSelection();
-  for (int i = 0; i < topLevelItemCount(); ++i) {
-    if (id_of(*topLevelItem(i)) == id) setCurrentItem(topLevelItem(i));
+void RecordList::select(const std::vector<std::int64_t>& ids) {
+  const std::unordered_set<std::int64_t> wanted(ids.begin(), ids.end());
+  QItemSelection selection;
+  QModelIndex first;
+  for (int row = 0; !wanted.empty() && row < model_->rowCount(); ++row) {
+    if (wanted.count(model_->id(row)) == 0) continue;
+    const QModelIndex index = model_->index(row);
+    if (!first.isValid()) first = index;
+    selection.select(index, index);
+  }
+  {
+    const QSignalBlocker silence(selectionModel());
+    selectionModel()->setCurrentIndex(first, QItemSelectionModel::NoUpdate);
+    selectionModel()->select(selection, QItemSelectionModel::ClearAndSelect);
+  }
+  if (first.isValid()) scrollTo(first);
+  viewport()->update();
+}
+
+void RecordList::enter() {
+  setFocus(Qt::ShortcutFocusReason);
+  if (selectionModel()->hasSelection() || model_->rowCount() == 0) return;
+  selectionModel()->setCurrentIndex(model_->index(0), QItemSelectionModel::ClearAndSelect);
+}
+
+void RecordList::keyPressEvent(QKeyEvent* event) {
+  switch (event->key()) {
+    case Qt::Key_Return:
+    case Qt::Key_Enter:
+      if (currentIndex().isValid()) emit opened(model_->id(currentIndex().row()));
+      return;
+    case Qt::Key_Escape:
+      emit left();
+      return;
+    default:
+      QListView::keyPressEvent(event);
   }
 }
 
-std::int64_t RecordList::first() const {
-  return topLevelItemCount() == 0 ? 0 : id_of(*topLevelItem(0));
+void RecordList::paintEvent(QPaintEvent* event) {
+  QListView::paintEvent(event);
+  if (model_->rowCount() != 0 || empty_line_.isEmpty()) return;
+  constexpr int margin = 24;
+  constexpr double quiet = 0.35;
+  QPainter painter(viewport());
+  const QColor text = palette().color(QPalette::Text);
+  painter.setPen(text);
+  const QRect all = viewport()->rect().adjusted(margin, margin, -margin, -margin);
+  const int flags = Qt::AlignHCenter | Qt::AlignTop | Qt::TextWordWrap;
+  const QRect line = painter.boundingRect(all, flags, empty_line_);
+  const int top = all.top() + all.height() / 4;
+  painter.drawText(all.translated(0, top - all.top()), flags, empty_line_);
+  painter.setPen(mixed(text, palette().color(QPalette::Base), quiet));
+  painter.drawText(all.translated(0, top - all.top() + line.height() + margin / 3), flags,
+                   empty_hint_);
+}
+
+void RecordList::focusInEvent(QFocusEvent* event) {
+  QListView::focusInEvent(event);
+  viewport()->update();  // the selection looks different without the focus
+}
+
+void RecordList::focusOutEvent(QFocusEvent* event) {
+  QListView::focusOutEvent(event);
+  viewport()->update();
 }
 
 }  // namespace qel::forms

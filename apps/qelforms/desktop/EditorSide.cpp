@@ -1,0 +1,86 @@
+#include "EditorSide.h"
+
+#include <QApplication>
+#include <QTextEdit>
+#include <QVBoxLayout>
+
+#include "Notice.h"
+#include "TagLine.h"
+
+namespace qel::forms {
+namespace {
+
+constexpr int side_margin = 32;
+constexpr int top_margin = 24;
+constexpr int gap = 8;
+constexpr double title_scale = 1.7;
+
+}  // namespace
+
+EditorSide::EditorSide(QWidget* parent)
+    : QWidget(parent),
+      title_(new qt::TextBox),
+      tags_(new TagLine),
+      body_(new qt::TextBox),
+      notice_(new Notice),
+      edited_(body_) {
+  setAutoFillBackground(true);
+  setBackgroundRole(QPalette::Base);
+  title_->setObjectName(QStringLiteral("title"));
+  body_->setObjectName(QStringLiteral("body"));
+  prepare(*title_, tr("Title"));
+  prepare(*body_, tr("Text"));
+  title_->put_PlaceholderText(tr("Title"));
+  body_->put_PlaceholderText(tr("Write here"));
+  body_->put_ScrollBars(2);
+  // Enter and Down lead from the title to the text.
+  connect(title_, &qt::TextBox::KeyDown, this, [this](std::int16_t* key, const std::int16_t* shift) {
+    if (*shift != 0 || (*key != '\r' && *key != 40)) return;
+    *key = 0;
+    body_->setFocus();
+  });
+  auto* const page = new QVBoxLayout;
+  page->setContentsMargins(side_margin, top_margin, side_margin, 0);
+  page->setSpacing(gap);
+  page->addWidget(title_);
+  page->addWidget(tags_);
+  page->addSpacing(gap);
+  page->addWidget(body_, 1);
+  auto* const layout = new QVBoxLayout(this);
+  layout->setContentsMargins(0, 0, 0, 0);
+  layout->setSpacing(0);
+  layout->addLayout(page, 1);
+  layout->addWidget(notice_);
+  connect(qApp, &QApplication::focusChanged, this,
+          [this](const QWidget*, const QWidget* now) { follow_focus(now); });
+}
+
+void EditorSide::prepare(qt::TextBox& box, const QString& name) {
+  box.setAccessibleName(name);
+  box.put_BorderStyle(0);
+  box.put_ShowEditorOnShiftF2(true);
+  box.put_OLEDropMode(2);
+  box.put_OLEDragMode(1);
+  for (QTextEdit* const view : box.findChildren<QTextEdit*>()) view->setAccessibleName(name);
+}
+
+void EditorSide::follow_focus(const QWidget* now) {
+  qt::TextBox* const box = title_->isAncestorOf(now)  ? title_
+                           : body_->isAncestorOf(now) ? body_
+                                                      : edited_;
+  if (box == edited_) return;
+  edited_ = box;
+  emit box_changed();
+}
+
+void EditorSide::put_text_size(double size) {
+  title_->put_FontSize(size * title_scale);
+}
+
+void EditorSide::put_editable(bool editable) {
+  title_->put_AllowEdits(editable);
+  body_->put_AllowEdits(editable);
+  tags_->put_editable(editable);
+}
+
+}  // namespace qel::forms

@@ -1,0 +1,46 @@
+#pragma once
+
+#include <QWidget>
+
+#include "qel/qt/TextBox.h"
+
+namespace qel::forms {
+
+class Notice;
+class TagLine;
+
+/// The side of the window where a record is edited: its title as a large line, its tags, its text,
+/// and below that what there is to tell.
+class EditorSide : public QWidget {
+  Q_OBJECT
+
+ public:
+  explicit EditorSide(QWidget* parent = nullptr);
+
+  qt::TextBox& title() { return *title_; }
+  qt::TextBox& body() { return *body_; }
+  TagLine& tags() { return *tags_; }
+  Notice& notice() { return *notice_; }
+  /// The box that has the focus, or had it last.
+  qt::TextBox& edited_box() const { return *edited_; }
+
+  /// The size of the text without a font of its own, in points; the title follows.
+  void put_text_size(double size);
+  void put_editable(bool editable);
+
+ signals:
+  /// Another box is the edited one.
+  void box_changed();
+
+ private:
+  void prepare(qt::TextBox& box, const QString& name);
+  void follow_focus(const QWidget* now);
+
+  qt::TextBox* title_;
+  TagLine* tags_;
+  qt::TextBox* body_;
+  Notice* notice_;
+  qt::TextBox* edited_;
+};
+
+}  // namespace qel::forms

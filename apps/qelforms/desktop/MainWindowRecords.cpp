@@ -1,0 +1,187 @@
+// What the user does with records.
+
+#include <QAction>
+#include <algorithm>
+
+#include "EditorSide.h"
+#include "ListSide.h"
+#include "MainWindow.h"
+#include "Notice.h"
+#include "RecordList.h"
+#include "TagLine.h"
+#include "Words.h"
+#include "qel/base/Scoped.h"
+
+namespace qel::forms {
+namespace {
+
+/// The name of all that puts another record into the form: only the last of it counts.
+const QString opening = QStringLiteral("open");
+
+bool holds(const std::vector<std::int64_t>& ids, std::int64_t id) {
+  return std::find(ids.begin(), ids.end(), id) != ids.end();
+}
+
+}  // namespace
+
+// One record.
+
+void MainWindow::new_record() {
+  if (!settle()) return;
+  attempt(opening, [this] {
+    form_->new_record();
+    is_trashed_ = false;
+    side_->show_trash(false);
+    list().select(0);
+    new_tags_.clear();
+    editor_->tags().put_tags({});
+    show_state();
+    editor_->title().setFocus();
+  });
+}
+
+/// `enters` takes the focus to the text.
+void MainWindow::open_record(std::int64_t id, bool enters) {
+  if (is_asking_) return;
+  const Scoped asking(is_asking_, true);
+  if (id != form_->record().id && !settle()) return list().select(form_->record().id);
+  const bool is_shown = attempt(opening, [this, id, enters] {
+    if (id != form_->record().id) show_record(id);
+    if (enters) editor_->body().setFocus();
+  });
+  if (!is_shown && !retries_.waits_for(opening)) list().select(form_->record().id);
+}
+
+void MainWindow::show_record(std::int64_t id) {
+  QStringList tags;
+  for (const std::u16string& tag : store_.tags(id)) tags.append(QString::fromStdU16String(tag));
+  form_->load(id);
+  is_trashed_ = side_->listing().trash && list().records().row_of(id) >= 0;
+  list().select(id);
+  new_tags_.clear();
+  editor_->tags().put_tags(tags);
+  if (!retries_.is_waiting()) tell({});
+  count_timer_.start();
+  show_state();
+}
+
+void MainWindow::follow_selection() {
+  show_state();
+  const std::vector<std::int64_t> selected = list().selected();
+  if (selected.size() != 1 || selected.front() == form_->record().id) return;
+  open_record(selected.front(), false);
+}
+
+void MainWindow::put_tags() {
+  const QStringList shown = editor_->tags().tags();
+  const std::int64_t id = form_->record().id;
+  new_tags_ = id == 0 ? shown : QStringList();
+  if (id == 0) return;
+  std::vector<std::u16string> tags;
+  for (const QString& tag : shown) tags.push_back(tag.toStdU16String());
+  attempt(QStringLiteral("tags of %1").arg(id), [this, id, tags] {
+    store_.put_tags(id, tags);
+    show_tags();
+    list_records();
+  });
+}
+
+void MainWindow::duplicate_selected() {
+  if (!settle()) return;
+  const std::vector<std::int64_t> ids = list().selected();
+  attempt(QStringLiteral("duplicate"), [this, ids] {
+    const std::vector<std::int64_t> copies = store_.duplicate(ids);
+    list_records();
+    if (copies.size() == 1) show_record(copies.front());
+    list().select(copies);
+    editor_->notice().tell(tr("%n record(s) duplicated.", nullptr, static_cast<int>(ids.size())));
+  });
+}
+
+// The trash.
+
+void MainWindow::remove_selected() {
+  const std::vector<std::int64_t> ids = list().selected();
+  if (ids.empty()) return;
+  // The trash keeps what was written last.
+  if (holds(ids, form_->record().id) && form_->is_changed() && !save_and_wait()) return;
+  move_to_trash(ids);
+}
+
+void MainWindow::move_to_trash(const std::vector<std::int64_t>& ids) {
+  const QString name = name_of(ids);
+  const int row = list().records().row_of(ids.front());
+  attempt(QStringLiteral("delete"), [this, ids, name, row] {
+    store_.move_to_trash(ids);
+    undo_removal_ = [this, ids] { restore(ids); };
+    after_removal(row);
+    editor_->notice().tell(tr("Deleted %1.").arg(name), tr("&Undo"),
+                           [this] { action("undo_delete").trigger(); });
+  });
+}
+
+void MainWindow::restore_selected() { restore(list().selected()); }
+
+void MainWindow::restore(const std::vector<std::int64_t>& ids) {
+  if (ids.empty() || !settle()) return;
+  attempt(QStringLiteral("restore"), [this, ids] {
+    store_.restore(ids);
+    undo_removal_ = {};
+    side_->show_trash(false);
+    side_->end_search();
+    show_tags();
+    list_records();
+    list().select(ids);
+    if (ids.size() == 1) show_record(ids.front());
+    editor_->notice().tell(tr("Restored %1.").arg(name_of(ids)));
+    show_state();
+  });
+}
+
+void MainWindow::remove_for_good() {
+  const std::vector<std::int64_t> ids = list().selected();
+  if (ids.empty()) return;
+  if (!confirm(tr("Delete %1 for good?").arg(name_of(ids)), tr("This cannot be undone."),
+               tr("&Delete"))) {
+    return;
+  }
+  const int row = list().records().row_of(ids.front());
+  attempt(QStringLiteral("remove"), [this, ids, row] {
+    store_.remove(ids);
+    undo_removal_ = {};
+    after_removal(row);
+  });
+}
+
+void MainWindow::empty_trash() {
+  const int count = list().records().rowCount();
+  if (!confirm(tr("Delete all %n record(s) in the trash for good?", nullptr, count),
+               tr("This cannot be undone."), tr("&Empty Trash"))) {
+    return;
+  }
+  attempt(QStringLiteral("remove"), [this] {
+    store_.empty_trash();
+    undo_removal_ = {};
+    after_removal(0);
+  });
+}
+
+/// Shows what stands in the place of records that are gone from the list.
+void MainWindow::after_removal(int row) {
+  const std::int64_t shown = form_->record().id;
+  show_tags();
+  list_records();
+  if (shown == 0 || list().records().row_of(shown) >= 0) return;
+  const int last = list().records().rowCount() - 1;
+  const std::int64_t next = list().records().id(std::min(row, last));
+  if (next != 0) {
+    show_record(next);
+  } else {
+    form_->new_record();
+    is_trashed_ = false;
+    editor_->tags().put_tags({});
+  }
+  show_state();
+}
+
+}  // namespace qel::forms

@@ -1,0 +1,233 @@
+// Saving, drafts, and the work of others on the same record.
+
+#include <QDateTime>
+#include <QLocale>
+#include <QStatusBar>
+#include <algorithm>
+#include <chrono>
+
+#include "ConflictDialog.h"
+#include "EditorSide.h"
+#include "ListSide.h"
+#include "MainWindow.h"
+#include "Notice.h"
+#include "RecordList.h"
+#include "TagLine.h"
+
+namespace qel::forms {
+namespace {
+
+constexpr auto draft_delay = std::chrono::milliseconds(1000);
+constexpr auto draft_retry = std::chrono::seconds(30);
+
+}  // namespace
+
+// Drafts.
+
+void MainWindow::note_change() {
+  if (!draft_timer_.isActive()) draft_timer_.start(draft_delay);
+  count_timer_.start();
+  if (!retries_.is_waiting()) statusBar()->clearMessage();
+  show_state();
+}
+
+void MainWindow::keep_draft() {
+  draft_timer_.stop();
+  try {
+    const bool is_kept = retries_.run(QStringLiteral("draft"), [this] {
+      form_->keep_draft();
+      spare_.drop();
+    });
+    if (!is_kept) keep_spare_draft();
+  } catch (const std::exception&) {
+    // No reason to interrupt the user: this is tried again.
+    keep_spare_draft();
+    draft_timer_.start(draft_retry);
+  }
+}
+
+void MainWindow::keep_spare_draft() {
+  Draft draft;
+  draft.record_id = form_->record().id;
+  draft.revision = form_->record().revision;
+  draft.title = form_->title();
+  draft.body = form_->body();
+  try {
+    spare_.keep(draft);
+  } catch (const std::exception& error) {
+    tell(tr("Unsaved changes are not kept: %1").arg(QString::fromUtf8(error.what())));
+  }
+}
+
+// Saving.
+
+bool MainWindow::save() {
+  const bool is_done = attempt(QStringLiteral("save"), [this] { save_now(); });
+  if (form_->is_changed()) keep_spare_draft();
+  return is_done && !form_->is_changed();
+}
+
+void MainWindow::save_now() {
+  try {
+    form_->save();
+  } catch (const Error& error) {
+    if (error.number() != changed_elsewhere && error.number() != no_such_record) throw;
+    return solve_conflict();
+  }
+  after_save();
+}
+
+void MainWindow::after_save() {
+  retries_.forget(QStringLiteral("draft"));
+  draft_timer_.stop();
+  spare_.drop();
+  editor_->notice().take_back();
+  if (!new_tags_.isEmpty()) put_tags();
+  list_records();
+  list().select(form_->record().id);
+  tell(tr("The record is saved."));
+  show_state();
+}
+
+bool MainWindow::save_and_wait() {
+  return save() || (wait_for(QStringLiteral("save")) && !form_->is_changed());
+}
+
+void MainWindow::note_full_disk() {
+  editor_->notice().tell_until_done(
+      tr("The disk is full. What you wrote is not saved yet; make room, then try again."),
+      tr("Save &Again"), [this] { save(); });
+}
+
+bool MainWindow::wait_for(const QString& name) {
+  if (!retries_.waits_for(name)) return true;
+  QMessageBox box(QMessageBox::Information, tr("Records"),
+                  tr("Another program is writing to the records. This goes on as soon as it has "
+                     "finished."),
+                  QMessageBox::Cancel, this);
+  connect(&retries_, &Retries::changed, &box, [this, &box, name] {
+    if (!retries_.waits_for(name)) box.done(QMessageBox::Ok);
+  });
+  if (box.exec() == QMessageBox::Ok) return true;
+  retries_.forget(name);
+  return false;
+}
+
+bool MainWindow::settle() {
+  if (!form_->is_changed() || !may_edit()) return true;
+  // The user has asked for it already.
+  if (retries_.waits_for(QStringLiteral("save"))) return save_and_wait();
+  keep_draft();
+  const auto answer =
+      ask(tr("Save the changes of this record?"),
+          QMessageBox::Save | QMessageBox::Discard | QMessageBox::Cancel, QMessageBox::Save);
+  if (answer == QMessageBox::Save) return save_and_wait();
+  if (answer == QMessageBox::Discard) spare_.drop();
+  return answer == QMessageBox::Discard;
+}
+
+void MainWindow::revert() {
+  const auto answer = ask(tr("Give up the unsaved changes of this record?"),
+                          QMessageBox::Discard | QMessageBox::Cancel, QMessageBox::Cancel);
+  if (answer != QMessageBox::Discard) return;
+  form_->revert();
+  spare_.drop();
+  tell(tr("The record is as it was saved last."));
+  show_state();
+}
+
+// The work of others.
+
+void MainWindow::solve_conflict() {
+  const std::int64_t id = form_->record().id;
+  Record theirs;
+  try {
+    theirs = store_.load(id);
+  } catch (const Error& error) {
+    if (error.number() != no_such_record) throw;
+    const bool saves =
+        confirm(tr("This record was deleted for good in another window."),
+                tr("Your text can still be saved as a new record."), tr("&Save as New Record"));
+    if (!saves) return;
+    form_->save_as_new();
+    return after_save();
+  }
+  ConflictDialog dialog({theirs.title, theirs.body}, {form_->title(), form_->body()}, this);
+  dialog.exec();
+  switch (dialog.answer()) {
+    case ConflictDialog::Answer::keep_both:
+      form_->save_as_new();
+      return after_save();
+    case ConflictDialog::Answer::use_mine:
+      return save_over(theirs);
+    case ConflictDialog::Answer::use_theirs:
+      form_->load(id);
+      return after_save();
+    case ConflictDialog::Answer::cancel:
+      return;
+  }
+}
+
+/// Saves the text in the place of what another program has saved.
+void MainWindow::save_over(const Record& theirs) {
+  Draft mine;
+  mine.record_id = theirs.id;
+  mine.revision = theirs.revision;
+  mine.title = form_->title();
+  mine.body = form_->body();
+  store_.together([&] {
+    store_.keep_draft(mine);
+    form_->recover(mine);
+    form_->save();
+  });
+  after_save();
+}
+
+void MainWindow::follow_others() {
+  try {
+    if (store_.state_of_others() == others_) return;
+  } catch (const std::exception&) {
+    return;  // it is being written: this is asked again soon
+  }
+  show_tags();
+  list_records();
+  const std::int64_t id = form_->record().id;
+  if (id == 0 || form_->is_changed() || is_asking_) return;
+  try {
+    if (store_.load(id).revision != form_->record().revision) show_record(id);
+  } catch (const std::exception&) {
+    // It is gone: its text stays until the user goes on.
+  }
+}
+
+// Recovering.
+
+void MainWindow::recover_other() {
+  if (!settle()) return;
+  if (form_->is_changed()) form_->revert();
+  spare_.move_into(store_);
+  const std::vector<Draft> drafts = store_.drafts();
+  if (drafts.empty()) return tell(tr("There is no other unsaved work."));
+  recover(drafts.back());
+}
+
+void MainWindow::recover(const Draft& draft) {
+  if (draft.basis != Draft::Basis::current) {
+    const QString fate = draft.basis == Draft::Basis::outdated
+                             ? tr("There is unsaved work on a record that was saved since.")
+                             : tr("There is unsaved work on a record that was deleted since.");
+    const auto answer =
+        ask(fate + tr("\n\nOpen the unsaved work? Ignore keeps it for later."),
+            QMessageBox::Open | QMessageBox::Discard | QMessageBox::Ignore, QMessageBox::Open);
+    if (answer == QMessageBox::Discard) store_.drop_draft(draft.id);
+    if (answer != QMessageBox::Open) return;
+  }
+  form_->recover(draft);
+  is_trashed_ = false;
+  list().select(form_->record().id);
+  const QDateTime kept = QDateTime::fromMSecsSinceEpoch(draft.kept);
+  tell(tr("Unsaved work of %1 is back.").arg(QLocale().toString(kept, QLocale::ShortFormat)));
+  show_state();
+}
+
+}  // namespace qel::forms

@@ -1,0 +1,145 @@
+#include "RecordDelegate.h"
+
+#include <QAbstractItemView>
+#include <QPainter>
+#include <QTextLayout>
+#include <cmath>
+
+#include "RecordModel.h"
+#include "Words.h"
+
+namespace qel::forms {
+namespace {
+
+constexpr int inset = 6;  // of the selection from the edges of the list
+constexpr int padding = 10;
+constexpr int line_gap = 4;
+constexpr int date_gap = 8;
+constexpr qreal radius = 6;
+
+QFont title_font(const QFont& base) {
+  QFont font = base;
+  font.setWeight(QFont::DemiBold);
+  return font;
+}
+
+QFont small_font(const QFont& base) {
+  constexpr qreal share = 0.9;
+  QFont font = base;
+  if (font.pointSizeF() > 0) font.setPointSizeF(font.pointSizeF() * share);
+  return font;
+}
+
+QPalette::ColorGroup group_of(const QStyleOptionViewItem& option) {
+  return option.state.testFlag(QStyle::State_Active) ? QPalette::Active : QPalette::Inactive;
+}
+
+/// What the colours of a row follow from.
+struct Colors {
+  QColor back;
+  QColor text;
+  QColor quiet;
+  QColor mark;
+};
+
+Colors colors_of(const QStyleOptionViewItem& option) {
+  constexpr double tint = 0.18;
+  constexpr double hover = 0.05;
+  constexpr double quiet = 0.35;
+  constexpr double marked = 0.35;
+  const QPalette& palette = option.palette;
+  const QColor base = palette.color(QPalette::Base);
+  const QColor accent = palette.color(QPalette::Active, QPalette::Highlight);
+  Colors colors = {base, palette.color(QPalette::Text), {}, {}};
+  if (option.state.testFlag(QStyle::State_Selected)) {
+    const auto* const view = qobject_cast<const QAbstractItemView*>(option.widget);
+    if (view != nullptr && view->hasFocus()) {
+      colors = {accent, palette.color(group_of(option), QPalette::HighlightedText), {}, {}};
+    } else {
+      colors.back = mixed(base, accent, tint);
+    }
+  } else if (option.state.testFlag(QStyle::State_MouseOver)) {
+    colors.back = mixed(base, colors.text, hover);
+  }
+  colors.quiet = mixed(colors.text, colors.back, quiet);
+  colors.mark = mixed(colors.back, colors.back == accent ? colors.text : accent, marked);
+  return colors;
+}
+
+}  // namespace
+
+QColor mixed(const QColor& from, const QColor& to, double share) {
+  const auto part = [share](int a, int b) {
+    return static_cast<int>(std::lround(a * (1 - share) + b * share));
+  };
+  return {part(from.red(), to.red()), part(from.green(), to.green()), part(from.blue(), to.blue())};
+}
+
+QSize RecordDelegate::sizeHint(const QStyleOptionViewItem& option,
+                               const QModelIndex& /*index*/) const {
+  const int title = QFontMetrics(title_font(option.font)).height();
+  const int below = QFontMetrics(small_font(option.font)).height();
+  return {0, title + line_gap + below + 2 * padding};
+}
+
+void RecordDelegate::paint(QPainter* painter, const QStyleOptionViewItem& option,
+                           const QModelIndex& index) const {
+  painter->save();
+  painter->setRenderHint(QPainter::Antialiasing);
+  const Colors colors = colors_of(option);
+  const QRect card = option.rect.adjusted(inset, 1, -inset, -1);
+  if (colors.back != option.palette.color(QPalette::Base)) {
+    painter->setPen(Qt::NoPen);
+    painter->setBrush(colors.back);
+    painter->drawRoundedRect(card, radius, radius);
+  }
+  if (option.state.testFlag(QStyle::State_HasFocus)) {
+    painter->setPen(colors.quiet);
+    painter->setBrush(Qt::NoBrush);
+    painter->drawRoundedRect(QRectF(card).adjusted(0.5, 0.5, -0.5, -0.5), radius, radius);
+  }
+  const QFont small = small_font(option.font);
+  QRect place = card.adjusted(padding, padding - 1, -padding, 0);
+  QFont font = title_font(option.font);
+  font.setItalic(index.data(RecordModel::untitled_role).toBool());
+  place.setHeight(QFontMetrics(font).height());
+  draw(*painter, place, {index.data().toString(), font, colors.text, colors.mark}, true);
+  place.translate(0, place.height() + line_gap);
+  place.setHeight(QFontMetrics(small).height());
+  const int width = draw(
+      *painter, place,
+      {index.data(RecordModel::date_role).toString(), small, colors.text, colors.mark}, false);
+  place = QStyle::visualRect(option.direction, place, place.adjusted(width + date_gap, 0, 0, 0));
+  draw(*painter, place,
+       {index.data(RecordModel::context_role).toString(), small, colors.quiet, colors.mark}, true);
+  painter->restore();
+}
+
+/// Returns how wide the text is.
+int RecordDelegate::draw(QPainter& painter, QRect place, const Line& line, bool is_marked) const {
+  const QString text =
+      QFontMetrics(line.font).elidedText(line.text, Qt::ElideRight, place.width());
+  QTextLayout layout(text, line.font);
+  QTextOption option(painter.layoutDirection() == Qt::RightToLeft ? Qt::AlignRight
+                                                                  : Qt::AlignLeft);
+  option.setWrapMode(QTextOption::NoWrap);
+  layout.setTextOption(option);
+  QList<QTextLayout::FormatRange> marks;
+  for (const Place& found : is_marked ? places_of(words_, text) : std::vector<Place>()) {
+    QTextCharFormat format;
+    format.setBackground(line.mark);
+    format.setForeground(line.color);
+    format.setFontUnderline(true);
+    marks.append({found.start, found.length, format});
+  }
+  layout.setFormats(marks);
+  layout.beginLayout();
+  QTextLine shown = layout.createLine();
+  if (shown.isValid()) shown.setLineWidth(place.width());
+  layout.endLayout();
+  painter.setPen(line.color);
+  layout.draw(&painter, place.topLeft());
+  return shown.isValid() ? static_cast<int>(std::ceil(shown.naturalTextWidth())) : 0;
+}
+
+}  // namespace qel::forms

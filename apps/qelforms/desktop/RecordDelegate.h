@@ -1,0 +1,38 @@
+#pragma once
+
+#include <QStringList>
+#include <QStyledItemDelegate>
+
+namespace qel::forms {
+
+/// Draws a record: its title, and below it the date and a line of the text, with the words that are
+/// searched for marked in both.
+class RecordDelegate : public QStyledItemDelegate {
+  Q_OBJECT
+
+ public:
+  using QStyledItemDelegate::QStyledItemDelegate;
+
+  void put_words(QStringList words) { words_ = std::move(words); }
+
+  void paint(QPainter* painter, const QStyleOptionViewItem& option,
+             const QModelIndex& index) const override;
+  QSize sizeHint(const QStyleOptionViewItem& option, const QModelIndex& index) const override;
+
+ private:
+  struct Line {
+    QString text;
+    QFont font;
+    QColor color;
+    QColor mark;
+  };
+
+  int draw(QPainter& painter, QRect place, const Line& line, bool is_marked) const;
+
+  QStringList words_;
+};
+
+/// A colour on the way from one to another.
+QColor mixed(const QColor& from, const QColor& to, double share);
+
+}  // namespace qel::forms

@@ -1,0 +1,103 @@
+#include "Words.h"
+
+#include <QCoreApplication>
+#include <QDateTime>
+#include <QLocale>
+#include <QTextBoundaryFinder>
+
+namespace qel::forms {
+namespace {
+
+QString translated(const char* text) {
+  return QCoreApplication::translate("qel::forms::Words", text);
+}
+
+/// The letter without its case and accents; as many code units as before.
+QChar plain(QChar c) {
+  const QString parts = c.decomposition();
+  return (parts.isEmpty() || c.decompositionTag() != QChar::Canonical ? c : parts.front())
+      .toCaseFolded();
+}
+
+QString plain(const QString& text) {
+  QString folded = text;
+  for (QChar& c : folded) c = plain(c);
+  return folded;
+}
+
+bool begins_word(const QString& text, qsizetype at) {
+  return at == 0 || !text[at - 1].isLetterOrNumber();
+}
+
+}  // namespace
+
+QString on_one_line(std::u16string_view text) {
+  return QString::fromUtf16(text.data(), static_cast<qsizetype>(text.size())).simplified();
+}
+
+QString quoted(const QString& title) {
+  constexpr qsizetype longest = 40;
+  const QString shown =
+      title.size() <= longest ? title : title.left(longest).trimmed() + QChar(u'\u2026');
+  return translated("\u201C%1\u201D").arg(shown);
+}
+
+QStringList words_of(const QString& text) {
+  return text.simplified().split(QChar(u' '), Qt::SkipEmptyParts);
+}
+
+std::vector<Place> places_of(const QStringList& words, const QString& text) {
+  std::vector<Place> places;
+  const QString folded = plain(text);
+  for (const QString& word : words) {
+    const QString wanted = plain(word);
+    std::vector<Place> within;
+    bool has_beginning = false;
+    for (qsizetype at = folded.indexOf(wanted); at >= 0;
+         at = folded.indexOf(wanted, at + wanted.size())) {
+      const Place place = {static_cast<int>(at), static_cast<int>(wanted.size())};
+      if (begins_word(folded, at)) {
+        has_beginning = true;
+        places.push_back(place);
+      } else {
+        within.push_back(place);
+      }
+    }
+    if (!has_beginning) places.insert(places.end(), within.begin(), within.end());
+  }
+  return places;
+}
+
+int count_words(const QString& text) {
+  int words = 0;
+  QTextBoundaryFinder finder(QTextBoundaryFinder::Word, text);
+  for (qsizetype at = 0; at >= 0; at = finder.toNextBoundary()) {
+    if ((finder.boundaryReasons() & QTextBoundaryFinder::StartOfItem) != 0) ++words;
+  }
+  return words;
+}
+
+int count_characters(const QString& text) {
+  int characters = 0;
+  for (const QChar c : text) {
+    const bool counts = c != QChar(u'\r') && c != QChar(u'\n') && !c.isLowSurrogate() && !c.isMark();
+    characters += counts ? 1 : 0;
+  }
+  return characters;
+}
+
+QString short_date(std::int64_t time) {
+  const QDateTime then = QDateTime::fromMSecsSinceEpoch(time);
+  const QDate today = QDate::currentDate();
+  const QLocale locale;
+  if (then.date() == today) return locale.toString(then.time(), QLocale::ShortFormat);
+  if (then.date() == today.addDays(-1)) return translated("Yesterday");
+  if (then.date().year() != today.year()) return locale.toString(then.date(), QLocale::ShortFormat);
+  return locale.toString(then.date(), translated("d MMM"));
+}
+
+QString long_date(std::int64_t time) {
+  return QLocale().toString(QDateTime::fromMSecsSinceEpoch(time), QLocale::ShortFormat);
+}
+
+}  // namespace qel::forms

@@ -1,0 +1,34 @@
+#pragma once
+
+#include <QString>
+#include <QStringList>
+#include <cstdint>
+#include <string_view>
+#include <vector>
+
+/// Words and times as the window shows them.
+namespace qel::forms {
+
+/// Where something stands in a text.
+struct Place {
+  int start = 0;
+  int length = 0;
+};
+
+/// The text with a blank in place of each line break and each run of blanks.
+QString on_one_line(std::u16string_view text);
+/// A title between quotes, cut where it is long.
+QString quoted(const QString& title);
+/// The words that are searched for in `text`.
+QStringList words_of(const QString& text);
+/// Where these words stand in a text, whatever their case and accents: at the beginning of a word
+/// or, where no word begins with it, anywhere.
+std::vector<Place> places_of(const QStringList& words, const QString& text);
+int count_words(const QString& text);
+/// What a reader counts: line breaks and marks upon letters do not.
+int count_characters(const QString& text);
+/// A day and time of today, the day of this year, or the whole date.
+QString short_date(std::int64_t time);
+QString long_date(std::int64_t time);
+
+}  // namespace qel::forms
