@@ -10,6 +10,7 @@
 #include "qel/box/Drop.h"
 #include "qel/box/Keyboard.h"
 #include "qel/box/Mouse.h"
+#include "qt/platform/BoxMarks.h"
 #include "qt/platform/DocumentDisplay.h"
 #include "qt/platform/DropData.h"
 #include "qt/platform/KeyMapping.h"
@@ -37,6 +38,8 @@ class BoxView : public QTextEdit, public box::View {
 
   /// The box that is shown; null when it is gone.
   box::Box* box() const { return box_; }
+  /// What is marked in the window, beside the text.
+  BoxMarks& marks() { return marks_; }
   /// Does what the key does by itself, for menus.
   void run_command(std::int16_t key_code, std::int16_t shift);
 
@@ -105,6 +108,7 @@ class BoxView : public QTextEdit, public box::View {
   box::Drop drop_{*box_};
   DropData dropped_;
   DocumentDisplay display_;
+  BoxMarks marks_{*this};
   int showing_ = 0;   // above 0: changes of the document are this class's own
   int handling_ = 0;  // number of events being handled: the view must not go now
   /// Text that is being composed, which only this window shows: where, at null when there is none,
