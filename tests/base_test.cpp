@@ -9,6 +9,7 @@
 
 #include "qel/base/Bidi.h"
 #include "qel/base/Graphemes.h"
+#include "qel/base/Words.h"
 #include "support/Random.h"
 #include "support/Text.h"
 
@@ -135,6 +136,36 @@ TEST(Graphemes, AreFoundInHugeTextsWithoutReadingThemAnewAtEachStep) {
       backward.push_back(at);
     EXPECT_TRUE(std::equal(forward.rbegin(), forward.rend(), backward.begin(), backward.end()))
         << test::shown(row.piece);
+  }
+}
+
+TEST(Words, AreWhatReadersTakeForWords) {
+  const struct {
+    std::u16string_view text;
+    std::vector<std::u16string_view> words;
+  } cases[] = {
+      {u"one, (two)\r\n3rd", {u"one", u"two", u"3rd"}},
+      {u"don't 'quoted' dogs' rock'n'roll", {u"don't", u"quoted", u"dogs", u"rock'n'roll"}},
+      {u"l\u2019eau col\u00B7legi soft\u00ADhyphen",
+       {u"l\u2019eau", u"col\u00B7legi", u"soft\u00ADhyphen"}},
+      {u"e\u0301te\u0301\u00A0\u0416\u05D0\u3000\U00010400\U0001F600",
+       {u"e\u0301te\u0301", u"\u0416\u05D0", u"\U00010400"}},
+      {u"snake_case a-b x'", {u"snake", u"case", u"a", u"b", u"x"}},
+      {u" .,'", {}},
+  };
+  for (const auto& row : cases) {
+    std::vector<std::u16string_view> words;
+    for (std::size_t at = word_start(row.text, 0); at < row.text.size();) {
+      const std::size_t end = word_end(row.text, at);
+      for (std::size_t i = at; i < end; ++i) {
+        if (whole_position(row.text, i) != i) continue;
+        EXPECT_EQ(cuts_word(row.text, i), i > at);
+        EXPECT_EQ(word_end(row.text, i), end);
+      }
+      words.push_back(row.text.substr(at, end - at));
+      at = word_start(row.text, end);
+    }
+    EXPECT_EQ(words, row.words) << test::shown(row.text);
   }
 }
 

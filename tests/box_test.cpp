@@ -1,4 +1,4 @@
-// What hosts can do to a box while it tells them something.
+// What hosts can do to a box while it tells them something, and finding and replacing.
 
 #include "qel/box/Box.h"
 
@@ -8,10 +8,14 @@
 #include <memory>
 #include <stdexcept>
 
+#include "qel/base/Scan.h"
 #include "qel/box/Drop.h"
 #include "qel/box/Keyboard.h"
+#include "qel/box/Search.h"
 #include "qel/headless/Shared.h"
 #include "qel/platform/Keys.h"
+#include "support/Random.h"
+#include "support/Text.h"
 
 namespace qel::box {
 namespace {
@@ -170,6 +174,157 @@ TEST_F(HostileHost, LeavesNoHalfOfACharacter) {
   EXPECT_EQ(box->text(), u"y\xD83D\xDE00") << "two halves that met";
   keyboard.act_on_key(keys::delete_key, keys::alt_key);
   EXPECT_EQ(box->text(), u"y\xD83D\xDE00");
+}
+
+// Finding and replacing.
+
+/// A document in which a star begins and ends bold text, and a slash is a break.
+richtext::Document starred(std::u16string_view text) {
+  richtext::Document document;
+  richtext::CharFormat format;
+  for (const char16_t unit : text) {
+    if (unit == u'*') {
+      format.bold = !format.bold;
+    } else if (unit == u'/') {
+      document.append_break(document.intern(format), richtext::Alignment::left);
+    } else {
+      document.append({&unit, 1}, document.intern(format));
+    }
+  }
+  return document;
+}
+
+std::u16string starred(const richtext::Document& document) {
+  std::u16string text;
+  bool is_bold = false;
+  for (std::size_t at = 0; at < document.size(); ++at) {
+    if (document.format_at(at).bold != is_bold) text += u'*';
+    is_bold = document.format_at(at).bold;
+    if (document.text()[at] != u'\r')
+      text += document.text()[at] == u'\n' ? u'/' : document.text()[at];
+  }
+  return text + (is_bold ? u"*" : u"");
+}
+
+Wanted wanted(std::u16string text, bool matches_case, bool whole_words, bool bold) {
+  Wanted wanted{std::move(text), matches_case, whole_words, {}};
+  if (bold) wanted.format.bold = true;
+  return wanted;
+}
+
+TEST(Search, FindsTextAndFormats) {
+  constexpr bool any = false;
+  constexpr bool same = true;
+  constexpr bool part = false;
+  constexpr bool whole = true;
+  constexpr bool bold = true;
+  const struct {
+    std::u16string_view text;
+    Wanted wanted;
+    std::u16string_view found;  // with each hit in brackets
+  } cases[] = {
+      {u"Tea, tea", wanted(u"TEA", any, part, false), u"[Tea], [tea]"},
+      {u"Tea, tea", wanted(u"tea", same, part, false), u"Tea, [tea]"},
+      {u"teapot tea", wanted(u"tea", any, whole, false), u"teapot [tea]"},
+      {u"aaaaa", wanted(u"aa", any, part, false), u"[aa][aa]a"},
+      // The forms of one letter; the letters i of Turkish stay apart.
+      {u"\u03C3\u03C2\u03A3 \u212A", wanted(u"\u03C3", any, part, false),
+       u"[\u03C3][\u03C2][\u03A3] \u212A"},
+      {u"i\u0131\u0130I", wanted(u"i", any, part, false), u"[i]\u0131\u0130[I]"},
+      {u"\U00010428\U00010400", wanted(u"\U00010400", any, part, false),
+       u"[\U00010428][\U00010400]"},
+      // No part of a cluster, and words are whole over their apostrophes, marks and digits.
+      {u"e\u0301e", wanted(u"e", any, part, false), u"e\u0301[e]"},
+      {u"don't don 'don' don2 \u00E9don", wanted(u"don", any, whole, false),
+       u"don't [don] '[don]' don2 \u00E9don"},
+      {u"x.a (a)", wanted(u"(a)", any, whole, false), u"x.a [(a)]"},
+      {u"a*a*a *aa*", wanted(u"a", any, part, bold), u"a[a]a [a][a]"},
+      {u"*ab*c abc", wanted(u"bc", any, part, bold), u"abc abc"},
+      // Runs of a format end with their paragraphs.
+      {u"a*bc/d/*e*f*", wanted(u"", any, part, bold), u"a[bc]/[d]/e[f]"},
+      {u"a*b*", wanted(u"", any, part, false), u"ab"},
+      {u"", wanted(u"a", any, part, false), u""},
+  };
+  for (const auto& row : cases) {
+    SCOPED_TRACE(test::shown(row.text) + " for " + test::shown(row.wanted.text));
+    const richtext::Document document = starred(row.text);
+    const Search search(row.wanted);
+    const auto hits = search.all(document, 100);
+    std::u16string found = document.text();
+    for (std::size_t i = hits.size(); i-- > 0;) {
+      found.insert(hits[i].end, u"]").insert(hits[i].start, u"[");
+    }
+    EXPECT_EQ(
+        test::shown(replace_all(found, std::u16string_view(u"\r\n"), std::u16string_view(u"/"))),
+        test::shown(row.found));
+    for (std::size_t i = 0; i < hits.size(); ++i) {
+      const auto next = search.next(document, i == 0 ? 0 : hits[i - 1].end);
+      const auto previous =
+          search.previous(document, i + 1 == hits.size() ? document.size() : hits[i + 1].start);
+      ASSERT_TRUE(next && previous);
+      EXPECT_EQ(next->start, hits[i].start);
+      EXPECT_EQ(previous->start, hits[i].start);
+      EXPECT_TRUE(search.is_hit(document, hits[i]));
+    }
+    EXPECT_FALSE(search.next(document, hits.empty() ? 0 : hits.back().end));
+    EXPECT_FALSE(search.previous(document, hits.empty() ? document.size() : hits.front().start));
+  }
+}
+
+TEST(Search, FindsTheSameFarAway) {
+  test::Random random(test::base_seed());
+  SCOPED_TRACE(random.describe());
+  // Hits on both sides of each block, and across its edge.
+  std::u16string text;
+  while (text.size() < 100'000) {
+    text += random.below(3) == 0 ? u"\U00010400\u00C4b" : u"\U00010428x";
+  }
+  const richtext::Document document = richtext::plain_document(text, {});
+  const Search search(wanted(u"\U00010428\u00E4B", false, false, false));
+  std::vector<std::size_t> expected;
+  for (std::size_t at = 0; (at = text.find(u"\U00010400\u00C4b", at)) != text.npos; ++at) {
+    expected.push_back(at);
+  }
+  const auto hits = search.all(document, text.size());
+  ASSERT_EQ(hits.size(), expected.size());
+  for (std::size_t i = 0; i < hits.size(); ++i) ASSERT_EQ(hits[i].start, expected[i]);
+  EXPECT_EQ(search.previous(document, expected[2])->start, expected[1]);
+  EXPECT_EQ(search.all(document, 7).size(), 7U);
+}
+
+TEST(Search, ReplacesAllInOneStepAndKeepsFormats) {
+  const struct {
+    std::u16string_view text;
+    std::u16string_view find;
+    std::u16string_view put;
+    std::u16string_view result;
+    Selection before;
+    Selection after;
+  } cases[] = {
+      {u"a*b*a*ab*", u"ab", u"xyz", u"xyza*xyz*", {0, 0}, {0, 0}},
+      {u"a*b*c *bc* b", u"b", u"xy", u"a*xy*c *xyc* xy", {3, 7}, {4, 9}},
+      {u"one/*one*/one", u"one", u"", u"//", {3, 8}, {0, 2}},
+      {u"a b a", u"a", u"1\r\n2", u"1 2 b 1 2", {5, 4}, {9, 6}},
+      {u"aa", u"a", u"", u"", {2, 2}, {0, 0}},
+  };
+  for (const auto& row : cases) {
+    SCOPED_TRACE(test::shown(row.text));
+    const auto box = std::make_shared<Box>();
+    box->put_content(platform::Scope::document, starred(row.text));
+    box->put_selection(row.before);
+    const Search search(wanted(std::u16string(row.find), false, false, false));
+    box->replace_each(search.all(box->document(), 100), row.put);
+    EXPECT_TRUE(box->document().check());
+    EXPECT_EQ(test::shown(starred(box->document())), test::shown(row.result));
+    EXPECT_EQ(box->selected(), row.after);
+    box->undo();
+    EXPECT_EQ(test::shown(starred(box->document())), test::shown(row.text));
+    EXPECT_EQ(box->selected(), row.before);
+    EXPECT_FALSE(box->can_undo());
+    box->redo();
+    EXPECT_EQ(test::shown(starred(box->document())), test::shown(row.result));
+    EXPECT_EQ(box->selected(), row.after);
+  }
 }
 
 }  // namespace

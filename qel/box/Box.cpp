@@ -264,6 +264,32 @@ void Box::type(std::u16string_view text) {
   if (breaks) history_.end_step();
 }
 
+void Box::replace_each(const std::vector<Extent>& parts, std::u16string_view text) {
+  if (parts.empty()) return;
+  const std::u16string put =
+      richtext::in_one_line(richtext::plain_document(text, CharFormat())).text();
+  const auto moved = [&](std::size_t position) {
+    std::size_t shifted = position;
+    for (const Extent& part : parts) {
+      if (position <= part.start) break;
+      shifted += put.size();
+      shifted -= std::min(position, part.end) - part.start;
+    }
+    return shifted;
+  };
+  const Extent extent = {parts.front().start, parts.back().end};
+  const Change change = {Change::Kind::content, extent, moved(extent.end) - extent.start};
+  const Selection selected = {moved(selection_.anchor), moved(selection_.caret)};
+  const CharFormat before = format_for(extent);
+  history_.record(document_, change, caret(), Kind::other);
+  document_.replace_each(parts, put);
+  selection_ = {whole_position(document_.text(), selected.anchor),
+                whole_position(document_.text(), selected.caret)};
+  typing_ = document_.size() == 0 ? before : format_at(selection_.extent());
+  history_.put_after(caret());
+  tell_change(change);
+}
+
 void Box::erase(Extent extent, Kind kind) {
   if (extent.length() != 0) replace(extent, Document(), kind);
 }

@@ -6,6 +6,7 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "qel/box/Change.h"
 #include "qel/box/Drag.h"
@@ -88,6 +89,10 @@ class Box : public platform::RichEdit, public std::enable_shared_from_this<Box> 
 
   /// Replaces the selection with the text; text typed in succession is undone together.
   void type(std::u16string_view text);
+  /// Replaces each of the parts, as a search has found them, with the text, which takes the format
+  /// of the part's first character; breaks in it become blanks. All of it is one step. The
+  /// selection stays on what it was on; of a part, its end.
+  void replace_each(const std::vector<richtext::Extent>& parts, std::u16string_view text);
   /// Erases a part; the caret ends up there.
   void erase(richtext::Extent extent, Kind kind);
   /// Whether the user may, and there is a step.

@@ -128,6 +128,32 @@ void Document::replace(Extent extent, Document content) {
   }
 }
 
+void Document::replace_each(const std::vector<Extent>& parts, std::u16string_view text) {
+  // Built anew: each change in the middle would move all that follows.
+  std::u16string replaced;
+  RunList runs;
+  RunList alignments;
+  std::size_t kept = 0;
+  const auto keep_to = [&](std::size_t end) {
+    replaced.append(text_, kept, end - kept);
+    runs.append_part(runs_, kept, end);
+    alignments.append_part(alignments_, kept, end);
+    kept = end;
+  };
+  for (const Extent& part : parts) {
+    keep_to(part.start);
+    replaced.append(text);
+    runs.append(text.size(), runs_.at(part.start));
+    alignments.append(text.size(), alignments_.at(part.start));
+    kept = part.end;
+  }
+  keep_to(size());
+  alignments.append(1, alignments_.back());
+  text_ = std::move(replaced);
+  runs_ = std::move(runs);
+  alignments_ = std::move(alignments);
+}
+
 void Document::restore(Extent extent, Document part) {
   const Alignment first = part.alignment_at(0);
   const Alignment last = part.alignment_at(part.size());

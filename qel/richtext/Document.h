@@ -83,6 +83,9 @@ class Document {
   /// two, with the content. A paragraph joined from two parts takes the alignment of its last part,
   /// one cut in two keeps its alignment in both, and whole paragraphs of the content keep theirs.
   void replace(Extent extent, Document content);
+  /// Replaces each part, in the format of its first character, with a text without breaks. The
+  /// parts are in order, not empty, and hold no break.
+  void replace_each(const std::vector<Extent>& parts, std::u16string_view text);
   /// The inverse of `replace`: puts a `part` back, with the alignments that its first and last
   /// paragraphs had.
   void restore(Extent extent, Document part);

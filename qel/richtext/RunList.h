@@ -31,6 +31,8 @@ class RunList {
 
   /// Adds `length` positions with `value` at the end.
   void append(std::size_t length, Value value);
+  /// Adds the part of `source` from `start` to `end`.
+  void append_part(const RunList& source, std::size_t start, std::size_t end);
   /// Replaces `erased` positions from `position` on with those of `inserted`.
   void replace(std::size_t position, std::size_t erased, const RunList& inserted);
   /// Gives each position from `start` up to `end` the value `change(value)`, called once per run.
@@ -47,9 +49,6 @@ class RunList {
     std::uint32_t end;  // half the size of a size_t: there may be millions
     Value value;
   };
-
-  /// Appends the part of `source` from `start` to `end`.
-  void append_part(const RunList& source, std::size_t start, std::size_t end);
 
   std::vector<Entry> runs_;
 };
