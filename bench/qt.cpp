@@ -69,7 +69,7 @@ void insert_by_qt(State& state) {
   for (std::size_t i = 0; i < content.runs().run_count(); ++i) {
     const richtext::RunList::Run run = content.runs().run(i);
     runs.emplace_back(qt::to_qt(content.text().substr(run.start, run.end - run.start)),
-                      qt::to_qt(content.format(run.value), Color{0}));
+                      qt::to_qt(content.format(run.value), qt::Scheme()));
   }
   measure(state, text.markup_bytes, [&] {
     QTextDocument document;

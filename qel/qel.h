@@ -3,6 +3,7 @@
 /// All of the library's public classes and functions.
 
 #include "qel/base/Color.h"
+#include "qel/base/Contrast.h"
 #include "qel/base/Error.h"
 #include "qel/base/Variant.h"
 #include "qel/control/QELTextbox.h"

@@ -56,10 +56,11 @@ bool BoxView::takes_shortcut(const QKeyEvent& event) const {
   const bool closes_window = shift == alt_key && key_code == function_key(4);
   const bool is_index = is_function && (shift == ctrl_key || shift == alt_key) && !closes_window;
   const bool is_editor = shift == shift_key && key_code == function_key(2);
+  const bool is_zoom = zoom_direction(event).has_value();
   const bool is_own = !typed_text(event).isEmpty() || moves_natively(stroke) ||
                       box::Keyboard::knows(key_code, shift) ||
                       (key_code == enter_key && box_->appearance().multiline);
-  return is_style || is_shifted || is_quote || is_index || is_editor || is_own;
+  return is_style || is_shifted || is_quote || is_index || is_editor || is_zoom || is_own;
 }
 
 /// Tab alone goes to the next control, but the listener is still told of it.
@@ -118,6 +119,11 @@ bool BoxView::moves_natively(Stroke stroke) const {
 }
 
 void BoxView::act_on_key(QKeyEvent* event, Stroke stroke) {
+  if (const auto direction = zoom_direction(*event)) {
+    zoom_by(*direction);
+    event->accept();
+    return;
+  }
   if (moves_natively(stroke)) {
     // With Ctrl, Qt would do nothing.
     QKeyEvent moves(QEvent::KeyPress, event->key(), event->modifiers() & ~Qt::ControlModifier);

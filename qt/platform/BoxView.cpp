@@ -1,10 +1,10 @@
 #include "qt/platform/BoxView.h"
 
+#include <QAbstractTextDocumentLayout>
 #include <QContextMenuEvent>
 #include <QFont>
 #include <QMenu>
 #include <QMimeData>
-#include <QPalette>
 #include <QTextBlock>
 #include <algorithm>
 #include <utility>
@@ -25,7 +25,6 @@ using platform::BoxAppearance;
 
 namespace {
 
-constexpr std::int32_t window_background = 5;
 constexpr auto wrap_at_words = QTextOption::WrapAtWordBoundaryOrAnywhere;
 
 /// Whether a word is so long that Qt, which looks for its end at every line, would be slow.
@@ -64,7 +63,7 @@ BoxView::BoxView(box::Box& box, QWidget* owner)
   setAcceptRichText(true);
   setWordWrapMode(wrap_at_words);
   viewport()->setMouseTracking(true);
-  document()->setDocumentMargin(2);
+  document()->documentLayout()->setPaintDevice(&zoomed_);
   BoxView::show_appearance(BoxAppearance());
   BoxView::show({});
   connect(document(), &QTextDocument::contentsChange, this, &BoxView::note_change);
@@ -77,6 +76,7 @@ BoxView::BoxView(box::Box& box, QWidget* owner)
 }
 
 BoxView::~BoxView() {
+  document()->documentLayout()->setPaintDevice(nullptr);
   if (box_ != nullptr) box_->attach(nullptr);
 }
 
@@ -136,35 +136,11 @@ void BoxView::show_appearance(const BoxAppearance& before) {
   setVerticalScrollBarPolicy(policy((bars & 2) != 0));
   setFocusPolicy(appearance.tab_stop ? Qt::StrongFocus : Qt::ClickFocus);
   setAcceptDrops(appearance.drop_mode != 0);
+  show_space();
   if (appearance.back_color != before.back_color) show_colors();
   QFont own(to_qt(appearance.font_name));
   if (appearance.font_size > 0) own.setPointSizeF(static_cast<double>(appearance.font_size));
   if (own != font()) setFont(own);
-}
-
-/// Keeps text without a colour of its own readable on any background.
-void BoxView::show_colors() {
-  if (box_ == nullptr || std::exchange(shows_colors_, true)) return;
-  const Color back = box_->appearance().back_color;
-  QPalette colors;
-  if (is_system_color(back) && system_color_index(back) != window_background) {
-    colors.setColor(QPalette::Base,
-                    to_qt(QtPlatform::system_color_value(system_color_index(back))));
-  } else if (!is_system_color(back)) {
-    const QColor base = to_qt(back);
-    constexpr double light = 0.5;
-    colors.setColor(QPalette::Base, base);
-    colors.setColor(QPalette::Text, base.lightnessF() < light ? Qt::white : Qt::black);
-  }
-  setPalette(colors);
-  shows_colors_ = false;
-}
-
-void BoxView::changeEvent(QEvent* event) {
-  QTextEdit::changeEvent(event);
-  const bool is_theme =
-      event->type() == QEvent::ApplicationPaletteChange || event->type() == QEvent::PaletteChange;
-  if (is_theme && box_ != nullptr && is_system_color(box_->appearance().back_color)) show_colors();
 }
 
 void BoxView::show(const Change& change) {
@@ -190,6 +166,7 @@ void BoxView::show(const Change& change) {
   display_.show(content, change);
   put_caret_of_box();
   if (loads) document()->setLayoutEnabled(true);
+  if (!box_->appearance().multiline) center_line();
 }
 
 void BoxView::show_selection() {
@@ -210,7 +187,7 @@ void BoxView::put_caret_of_box() {
     setTextCursor(cursor);
   }
   if (cursor.hasSelection()) return;
-  const QTextCharFormat typing = to_qt(box_->typing_format(), text_color());
+  const QTextCharFormat typing = to_qt(box_->typing_format(), display_.scheme());
   // An empty line is as high as the text to be typed there.
   if (box_->text().empty() && cursor.blockCharFormat() != typing) {
     cursor.setBlockCharFormat(typing);

@@ -14,6 +14,8 @@
 #include "qt/platform/DocumentDisplay.h"
 #include "qt/platform/DropData.h"
 #include "qt/platform/KeyMapping.h"
+#include "qt/platform/ViewOptions.h"
+#include "qt/platform/ZoomedDevice.h"
 
 namespace qel::qt {
 
@@ -43,6 +45,15 @@ class BoxView : public QTextEdit, public box::View {
   /// Does what the key does by itself, for menus.
   void run_command(std::int16_t key_code, std::int16_t shift);
 
+  const ViewOptions& options() const { return options_; }
+  /// Values out of range become the nearest in it.
+  void put_options(const ViewOptions& options);
+  /// To the next larger size (above 0), the next smaller one (below 0), or to 100 per cent (0).
+  void zoom_by(int direction);
+  /// Shown while there is no text.
+  const QString& placeholder() const { return placeholder_; }
+  void put_placeholder(const QString& text);
+
   void settle() override;
   void show(const box::Change& change) override;
   void show_selection() override;
@@ -54,9 +65,16 @@ class BoxView : public QTextEdit, public box::View {
   void carry(box::Drag& drag) override;
   void close() override;
 
+ signals:
+  /// The options have changed, by a key or the wheel perhaps.
+  void options_changed();
+
  protected:
   bool event(QEvent* event) override;
   void changeEvent(QEvent* event) override;
+  void paintEvent(QPaintEvent* event) override;
+  void resizeEvent(QResizeEvent* event) override;
+  void wheelEvent(QWheelEvent* event) override;
   void keyPressEvent(QKeyEvent* event) override;
   void keyReleaseEvent(QKeyEvent* event) override;
   void inputMethodEvent(QInputMethodEvent* event) override;
@@ -76,11 +94,18 @@ class BoxView : public QTextEdit, public box::View {
 
  private:
   class Handling;
+  class Place;
 
   BoxView(box::Box& box, QWidget* owner);
 
   void put_caret_of_box();
+  void show_zoom();
+  void show_space();
+  void center_line();
   void show_colors();
+  void show_text_colors();
+  /// What `zoom_by` is to do for a key; nothing for one that has to do with something else.
+  static std::optional<int> zoom_direction(const QKeyEvent& event);
   box::Selection selection_in_window() const;
   void take_selection();
   void note_change(int position, int removed, int added);
@@ -108,6 +133,10 @@ class BoxView : public QTextEdit, public box::View {
   box::Drop drop_{*box_};
   DropData dropped_;
   DocumentDisplay display_;
+  ViewOptions options_;
+  ZoomedDevice zoomed_{*viewport()};
+  int wheel_turned_ = 0;  // since the last step
+  QString placeholder_;
   BoxMarks marks_{*this};
   int showing_ = 0;   // above 0: changes of the document are this class's own
   int handling_ = 0;  // number of events being handled: the view must not go now

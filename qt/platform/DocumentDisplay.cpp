@@ -5,13 +5,12 @@
 #include <algorithm>
 #include <cstddef>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 #include "qel/base/Graphemes.h"
 #include "qel/base/Scan.h"
 #include "qel/base/Utf16.h"
-#include "qel/qt/QtPlatform.h"
-#include "qt/platform/FormatMapping.h"
 #include "qt/platform/Text.h"
 
 namespace qel::qt {
@@ -74,18 +73,34 @@ class Edits {
   QTextCursor& cursor_;
 };
 
-Color window_text() { return QtPlatform::system_color_value(QtPlatform::window_text); }
-
-QTextBlockFormat block_format(richtext::Alignment alignment) {
-  QTextBlockFormat format;
-  format.setAlignment(to_qt(alignment));
-  return format;
-}
-
 }  // namespace
 
 DocumentDisplay::DocumentDisplay(QTextDocument& document) : document_(document) {
   document_.setUndoRedoEnabled(false);
+}
+
+QTextBlockFormat DocumentDisplay::block_format(richtext::Alignment alignment) const {
+  QTextBlockFormat format;
+  format.setAlignment(to_qt(alignment));
+  format.setLineHeight(line_spacing_, QTextBlockFormat::ProportionalHeight);
+  return format;
+}
+
+bool DocumentDisplay::has_colors(const Document& content) {
+  const RunList& runs = content.runs();
+  for (std::size_t i = 0; i < runs.run_count(); ++i) {
+    if (content.format(runs.run(i).value).color != 0) return true;
+  }
+  return false;
+}
+
+void DocumentDisplay::put_line_spacing(int per_cent) {
+  if (std::exchange(line_spacing_, per_cent) == per_cent) return;
+  QTextBlockFormat format;
+  format.setLineHeight(line_spacing_, QTextBlockFormat::ProportionalHeight);
+  QTextCursor cursor(&document_);
+  cursor.select(QTextCursor::Document);
+  cursor.mergeBlockFormat(format);
 }
 
 Span DocumentDisplay::span_of(Extent extent) const {
@@ -102,7 +117,7 @@ void DocumentDisplay::load(const Document& content) {
   const Edits edits(cursor);
   // New paragraphs take the format of the one that is there.
   cursor.setBlockFormat(block_format(content.alignment_at(0)));
-  if (content.size() != 0) cursor.setBlockCharFormat(to_qt(content.format_at(0), window_text()));
+  if (content.size() != 0) cursor.setBlockCharFormat(to_qt(content.format_at(0), scheme_));
   insert(cursor, content, {0, content.size()});
   if (content.alignments().run_count() != 1) put_alignments(content, {0, content.size()});
 }
@@ -132,7 +147,6 @@ void DocumentDisplay::replace(Span span, const Document& content, Extent extent)
 
 void DocumentDisplay::insert(QTextCursor& cursor, const Document& content, Extent extent) const {
   const RunList& runs = content.runs();
-  const Color own_color = window_text();
   std::vector<std::optional<QTextCharFormat>> formats;
   const std::u16string_view text = content.text();
   std::size_t index = runs.find(extent.start);
@@ -142,7 +156,7 @@ void DocumentDisplay::insert(QTextCursor& cursor, const Document& content, Exten
     if (run.value >= formats.size()) formats.resize(run.value + 1);
     auto& format = formats[run.value];
     const bool is_new = !format;
-    if (is_new) format = to_qt(content.format(run.value), own_color);
+    if (is_new) format = to_qt(content.format(run.value), scheme_);
     cursor.insertText(storable_text(text.substr(at, end - at)), *format);
     at = end;
     if (!is_new || at == extent.end) continue;
@@ -154,7 +168,6 @@ void DocumentDisplay::insert(QTextCursor& cursor, const Document& content, Exten
 
 void DocumentDisplay::put_formats(const Document& content, Extent extent) {
   const RunList& runs = content.runs();
-  const Color own_color = window_text();
   QTextCursor cursor(&document_);
   const Edits edits(cursor);
   std::size_t index = runs.find(extent.start);
@@ -164,7 +177,7 @@ void DocumentDisplay::put_formats(const Document& content, Extent extent) {
     const Span span = span_of({at, end});
     cursor.setPosition(span.start);
     cursor.setPosition(span.end, QTextCursor::KeepAnchor);
-    cursor.setCharFormat(to_qt(content.format(run.value), own_color));
+    cursor.setCharFormat(to_qt(content.format(run.value), scheme_));
     at = end;
   }
 }

@@ -6,6 +6,7 @@
 
 #include "qel/box/Change.h"
 #include "qel/richtext/Document.h"
+#include "qt/platform/FormatMapping.h"
 #include "qt/platform/Positions.h"
 
 class QTextCursor;
@@ -18,6 +19,14 @@ class DocumentDisplay {
  public:
   /// The document must outlive this. Switches off its undo.
   explicit DocumentDisplay(QTextDocument& document);
+
+  /// For what is shown from now on.
+  void put_scheme(const Scheme& scheme) { scheme_ = scheme; }
+  const Scheme& scheme() const { return scheme_; }
+  /// Whether anything looks different in another scheme.
+  static bool has_colors(const richtext::Document& content);
+  /// From line to line, in per cent of one line, for what is shown already, too.
+  void put_line_spacing(int per_cent);
 
   /// Replaces everything shown with the content.
   void load(const richtext::Document& content);
@@ -44,7 +53,11 @@ class DocumentDisplay {
   void put_alignments(const richtext::Document& content, richtext::Extent extent);
   Span span_of(richtext::Extent extent) const;
 
+  QTextBlockFormat block_format(richtext::Alignment alignment) const;
+
   QTextDocument& document_;
+  Scheme scheme_;
+  int line_spacing_ = 100;
 };
 
 }  // namespace qel::qt

@@ -4,6 +4,7 @@
 #include <QColor>
 #include <QFont>
 
+#include "qel/base/Contrast.h"
 #include "qt/platform/Text.h"
 
 namespace qel::qt {
@@ -15,7 +16,7 @@ QColor to_qt(Color color) { return {red_of(color), green_of(color), blue_of(colo
 
 Color from_qt(const QColor& color) { return rgb(color.red(), color.green(), color.blue()); }
 
-QTextCharFormat to_qt(const CharFormat& format, Color window_text) {
+QTextCharFormat to_qt(const CharFormat& format, const Scheme& scheme) {
   QTextCharFormat shown;
   shown.setFontWeight(format.bold ? QFont::Bold : QFont::Normal);
   shown.setFontItalic(format.italic);
@@ -25,8 +26,12 @@ QTextCharFormat to_qt(const CharFormat& format, Color window_text) {
   shown.setVerticalAlignment(format.offset > 0   ? QTextCharFormat::AlignSuperScript
                              : format.offset < 0 ? QTextCharFormat::AlignSubScript
                                                  : QTextCharFormat::AlignNormal);
-  const bool is_automatic = format.color == 0 || format.color == window_text;
-  shown.setForeground(is_automatic ? QBrush(Qt::NoBrush) : QBrush(to_qt(format.color)));
+  if (format.color == 0 || format.color == scheme.window_text) {
+    shown.setForeground(QBrush(Qt::NoBrush));
+  } else {
+    shown.setForeground(
+        to_qt(scheme.background ? readable_color(format.color, *scheme.background) : format.color));
+  }
   shown.setFontFamilies({to_qt(format.font_name)});
   shown.setFontPointSize(static_cast<double>(format.size));
   return shown;

@@ -2,6 +2,7 @@
 
 #include <QTextBlockFormat>
 #include <QTextCharFormat>
+#include <optional>
 
 #include "qel/base/Color.h"
 #include "qel/platform/RichEdit.h"
@@ -15,10 +16,17 @@ namespace qel::qt {
 QColor to_qt(Color color);
 Color from_qt(const QColor& color);
 
-/// Black and `window_text`, the system's colour of text, become no colour at all: such text is
-/// shown in the palette's colour in any theme. An offset of any size becomes Qt's own raised or
-/// lowered text.
-QTextCharFormat to_qt(const richtext::CharFormat& format, Color window_text);
+/// The colours that decide how others are shown.
+struct Scheme {
+  Color window_text = 0;            ///< the system's colour of text
+  std::optional<Color> background;  ///< on which others are to be readable, if at all
+
+  friend bool operator==(const Scheme&, const Scheme&) = default;
+};
+
+/// Black and the system's colour of text become no colour at all: such text is shown in the
+/// palette's colour in any theme. An offset of any size becomes Qt's own raised or lowered text.
+QTextCharFormat to_qt(const richtext::CharFormat& format, const Scheme& scheme);
 /// Left means where a paragraph begins: text from right to left begins on the right.
 Qt::Alignment to_qt(richtext::Alignment alignment);
 richtext::Alignment alignment_of(const QTextBlockFormat& format);

@@ -5,6 +5,8 @@
 #include <QPainter>
 #include <QResizeEvent>
 #include <QStyle>
+#include <algorithm>
+#include <utility>
 
 #include "qel/qt/QtPlatform.h"
 #include "qt/platform/BoxView.h"
@@ -109,6 +111,8 @@ TextBox::TextBox(QWidget* parent)
     BoxView* const view = BoxView::of(*box);
     view->setContextMenuPolicy(Qt::CustomContextMenu);
     connect(view, &QWidget::customContextMenuRequested, this, &TextBox::show_menu);
+    connect(view, &BoxView::options_changed, this,
+            [this, view] { share_options(view->options()); });
   }
   note_property(QStringLiteral("Multiline"));
 }
@@ -231,24 +235,65 @@ void TextBox::put_Multiline(bool Value) {
 
 QString TextBox::get_PlaceholderText() const {
   const BoxView* const box = view();
-  return box == nullptr ? QString() : box->placeholderText();
+  return box == nullptr ? QString() : box->placeholder();
 }
 
 void TextBox::put_PlaceholderText(const QString& Value) {
   for (const auto& box : control_->boxes()) {
-    if (BoxView* const shown = BoxView::of(*box)) shown->setPlaceholderText(Value);
+    if (BoxView* const shown = BoxView::of(*box)) shown->put_placeholder(Value);
   }
 }
 
+// How the text is shown.
+
+const ViewOptions& TextBox::options() const {
+  static const ViewOptions preset;
+  const BoxView* const box = view();
+  return box == nullptr ? preset : box->options();
+}
+
+template <class Value>
+void TextBox::put_option(Value ViewOptions::*option, Value value) {
+  ViewOptions options = this->options();
+  options.*option = value;
+  share_options(options);
+}
+
+void TextBox::share_options(const ViewOptions& options) {
+  for (const auto& box : control_->boxes()) {
+    if (BoxView* const shown = BoxView::of(*box)) shown->put_options(options);
+  }
+  updateGeometry();
+  const int zoom = this->options().zoom;
+  if (std::exchange(zoom_, zoom) != zoom) emit ZoomChanged(zoom);
+}
+
+void TextBox::put_Zoom(int Value) { put_option(&ViewOptions::zoom, Value); }
+bool TextBox::get_AdaptsColors() const { return options().adapts_colors; }
+void TextBox::put_AdaptsColors(bool Value) { put_option(&ViewOptions::adapts_colors, Value); }
+int TextBox::get_LineSpacing() const { return options().line_spacing; }
+void TextBox::put_LineSpacing(int Value) { put_option(&ViewOptions::line_spacing, Value); }
+int TextBox::get_TextMargin() const { return options().margin; }
+void TextBox::put_TextMargin(int Value) { put_option(&ViewOptions::margin, Value); }
+bool TextBox::get_OpensLinks() const { return options().opens_links; }
+void TextBox::put_OpensLinks(bool Value) { put_option(&ViewOptions::opens_links, Value); }
+
 QSize TextBox::sizeHint() const {
-  QFont font(get_FontName());
-  font.setPointSizeF(get_FontSize());
-  const QFontMetrics metrics(font);
   constexpr int columns = 24;
   constexpr int rows = 6;
-  constexpr int around = 8;  // border and margins
-  const int lines = get_Multiline() ? rows : 1;
-  return {columns * metrics.averageCharWidth() + around, lines * metrics.lineSpacing() + around};
+  constexpr int frame = 1;
+  constexpr int above = 3;  // a single line, and below it
+  constexpr double whole = 100;
+  const bool has_lines = get_Multiline();
+  const double size = has_lines ? get_FontSize() : get_FontSize() * zoom_ / whole;
+  QFont font(get_FontName());
+  font.setPointSizeF(size);
+  const QFontMetrics metrics(font);
+  const int across = get_TextMargin() + frame;
+  const int down = (has_lines ? get_TextMargin() : std::min(get_TextMargin(), above)) + frame;
+  const double spacing = has_lines ? rows * get_LineSpacing() / whole : 1;
+  return {columns * metrics.averageCharWidth() + 2 * across,
+          qCeil(spacing * metrics.lineSpacing()) + 2 * down};
 }
 
 QSize TextBox::minimumSizeHint() const {

@@ -27,7 +27,10 @@ namespace {
 
 using platform::Scope;
 
-Color window_text() { return QtPlatform::system_color_value(QtPlatform::window_text); }
+Scheme scheme() {
+  return {QtPlatform::system_color_value(QtPlatform::window_text),
+          from_qt(QGuiApplication::palette().color(QPalette::Base))};
+}
 
 std::string marks(bool bold, bool italic, bool underline, bool strike_through, bool small_caps) {
   return std::string(bold ? "b" : "") + (italic ? "i" : "") + (underline ? "u" : "") +
@@ -53,7 +56,7 @@ std::string name_of(const QTextCharFormat& format) {
 std::string name_of(const richtext::CharFormat& format) {
   return marks(format.bold, format.italic, format.underline, format.strike_through,
                format.small_caps) +
-         name_without_marks(to_qt(format, window_text()));
+         name_without_marks(to_qt(format, scheme()));
 }
 
 std::string name_of(richtext::Alignment alignment) {

@@ -11,6 +11,7 @@
 namespace qel::qt {
 
 class BoxView;
+struct ViewOptions;
 
 /// The text box control as a widget. The control's persisted properties are properties of the
 /// widget, with the same names and values: colours are 0x00BBGGRR, or name a system colour when
@@ -59,6 +60,12 @@ class TextBox : public QWidget {
   Q_PROPERTY(bool Lossless READ get_Lossless WRITE put_Lossless)
   /// Shown in grey while there is no text. Not persisted.
   Q_PROPERTY(QString PlaceholderText READ get_PlaceholderText WRITE put_PlaceholderText)
+  // How the text is shown, which changes nothing of it. Not persisted.
+  Q_PROPERTY(int Zoom READ get_Zoom WRITE put_Zoom NOTIFY ZoomChanged)
+  Q_PROPERTY(bool AdaptsColors READ get_AdaptsColors WRITE put_AdaptsColors)
+  Q_PROPERTY(int LineSpacing READ get_LineSpacing WRITE put_LineSpacing)
+  Q_PROPERTY(int TextMargin READ get_TextMargin WRITE put_TextMargin)
+  Q_PROPERTY(bool OpensLinks READ get_OpensLinks WRITE put_OpensLinks)
 
  public:
   explicit TextBox(QWidget* parent = nullptr);
@@ -142,6 +149,24 @@ class TextBox : public QWidget {
   void put_Lossless(bool Value) { control_->put_Lossless(Value); }
   QString get_PlaceholderText() const;
   void put_PlaceholderText(const QString& Value);
+  /// The size of the text in per cent, from 25 to 500. Users change it with Ctrl and the wheel,
+  /// plus, minus or 0.
+  int get_Zoom() const { return zoom_; }
+  void put_Zoom(int Value);
+  /// Whether a colour with a contrast below 4.5 to 1 on the background is shown in the nearest
+  /// lightness that has as much (`readable_color`). The text keeps its colour.
+  bool get_AdaptsColors() const;
+  void put_AdaptsColors(bool Value);
+  /// From line to line, in per cent of one line, where there are several.
+  int get_LineSpacing() const;
+  void put_LineSpacing(int Value);
+  /// Around the text, in pixels. A single line stands in the middle of its box.
+  int get_TextMargin() const;
+  void put_TextMargin(int Value);
+  /// Whether an address in the text is opened by the desktop when it is activated, by a click with
+  /// Ctrl for instance. Otherwise there is only the signal `LinkActivated`.
+  bool get_OpensLinks() const;
+  void put_OpensLinks(bool Value);
 
   QSize sizeHint() const override;
   QSize minimumSizeHint() const override;
@@ -177,6 +202,7 @@ class TextBox : public QWidget {
 
   /// The text or its formats have changed.
   void TextQELChanged();
+  void ZoomChanged(int Zoom);
   /// A persisted property was set.
   void PropertyChanged(const QString& Name);
 
@@ -191,6 +217,11 @@ class TextBox : public QWidget {
 
   /// The box that is shown.
   BoxView* view() const;
+  const ViewOptions& options() const;
+  /// Sets a value in the options of both boxes.
+  template <class Value>
+  void put_option(Value ViewOptions::*option, Value value);
+  void share_options(const ViewOptions& options);
   void note_property(const QString& name);
   void show_menu(const QPoint& point);
   bool is_in_the_making() const { return !was_painted_ || !is_run_time_; }
@@ -206,6 +237,7 @@ class TextBox : public QWidget {
   std::u16string shown_;           // and the RTF that the box made of it
   bool was_painted_ = false;
   bool is_run_time_ = true;
+  int zoom_ = 100;
 };
 
 }  // namespace qel::qt
