@@ -81,7 +81,7 @@ class Shades {
 }  // namespace
 
 double contrast(Color color, Color other) {
-  const auto [low, high] = std::minmax(luminance(color), luminance(other));
+  const auto [low, high] = std::minmax({luminance(color), luminance(other)});
   return high / low;
 }
 

@@ -26,6 +26,8 @@ namespace {
 
 constexpr std::int32_t window_background = 5;
 constexpr int whole = 100;
+constexpr Color black = rgb(0, 0, 0);
+constexpr Color white = rgb(255, 255, 255);
 
 constexpr std::array zoom_steps = {25,  33,  50,  67,  75,  80,  90,  100, 110,
                                    125, 150, 175, 200, 250, 300, 400, 500};
@@ -186,9 +188,13 @@ void BoxView::show_colors() {
                     to_qt(QtPlatform::system_color_value(system_color_index(back))));
   } else if (!is_system_color(back)) {
     const QColor base = to_qt(back);
-    constexpr double light = 0.5;
+    QColor text = contrast(white, back) > contrast(black, back) ? Qt::white : Qt::black;
     colors.setColor(QPalette::Base, base);
-    colors.setColor(QPalette::Text, base.lightnessF() < light ? Qt::white : Qt::black);
+    colors.setColor(QPalette::Text, text);
+    constexpr int half = 128;
+    text.setAlpha(half);
+    colors.setColor(QPalette::PlaceholderText, text);
+    colors.setColor(QPalette::Disabled, QPalette::Text, painted_on(text, base));
   }
   setPalette(colors);
   shows_colors_ = false;
@@ -205,7 +211,9 @@ void BoxView::changeEvent(QEvent* event) {
 /// Shows text that has a colour anew where colours are to look different now.
 void BoxView::show_text_colors() {
   Scheme scheme{text_color(), {}};
-  if (options_.adapts_colors) scheme.background = from_qt(palette().color(QPalette::Base));
+  if (options_.adapts_colors) {
+    scheme.background = from_qt(palette().color(QPalette::Active, QPalette::Base));
+  }
   if (scheme == display_.scheme()) return;
   display_.put_scheme(scheme);
   const richtext::Document& content = box_->document();
@@ -228,7 +236,9 @@ void BoxView::paintEvent(QPaintEvent* event) {
   const QColor base = palette().color(QPalette::Base);
   const QColor color = painted_on(palette().color(QPalette::PlaceholderText), base);
   painter.setPen(to_qt(readable_color(from_qt(color), from_qt(base))));
-  painter.setFont(QFont(textCursor().charFormat().font(), &zoomed_));
+  QFont font = textCursor().charFormat().font();
+  font.setPointSizeF(font.pointSizeF() * options_.zoom / whole);
+  painter.setFont(font);
   QRect place = viewport()->rect().adjusted(options_.margin, 0, -options_.margin, 0);
   place.setTop(cursorRect().top());
   const int wraps = box_ != nullptr && box_->appearance().multiline ? Qt::TextWordWrap : 0;

@@ -66,6 +66,7 @@ BoxView::BoxView(box::Box& box, QWidget* owner)
   document()->documentLayout()->setPaintDevice(&zoomed_);
   BoxView::show_appearance(BoxAppearance());
   BoxView::show({});
+  show_colors();
   connect(document(), &QTextDocument::contentsChange, this, &BoxView::note_change);
   connect(this, &QTextEdit::cursorPositionChanged, this, &BoxView::take_selection);
   connect(this, &QTextEdit::selectionChanged, this, &BoxView::take_selection);
