@@ -4,9 +4,11 @@
 
 #include <gtest/gtest.h>
 
+#include <chrono>
 #include <functional>
 #include <memory>
 #include <stdexcept>
+#include <utility>
 
 #include "qel/base/Scan.h"
 #include "qel/box/Drop.h"
@@ -159,6 +161,37 @@ TEST_F(HostileHost, InsertsForDays) {
   EXPECT_FALSE(box->can_undo());
   EXPECT_GT(box->text().size(), insertions / 4) << "what has replaced nothing takes memory, too";
   EXPECT_LT(box->text().size(), insertions - 10'000);
+}
+
+TEST_F(HostileHost, PausesBetweenSteps) {
+  using namespace std::chrono_literals;
+  Keyboard keyboard(*box);
+  std::chrono::steady_clock::time_point now;
+  box->put_clock([&now] { return now; });
+  box->put_Text(u"");
+  const std::pair<std::chrono::milliseconds, const char16_t*> typed[] = {
+      {0s, u"a"}, {1900ms, u"b"}, {1900ms, u"c"}, {2100ms, u"d"}, {0s, u"e"}};
+  for (const auto& [pause, text] : typed) {
+    now += pause;
+    keyboard.type(text);
+  }
+  box->undo();
+  EXPECT_EQ(box->text(), u"abc");
+  for (const auto pause : {2100ms, 0ms, 2100ms}) {
+    now += pause;
+    keyboard.act_on_key(keys::backspace_key, keys::no_modifier);
+  }
+  box->undo();
+  EXPECT_EQ(box->text(), u"a");
+  box->undo();
+  EXPECT_EQ(box->text(), u"abc");
+  // As a view does with text that takes long to compose.
+  box->put_selection({0, 3});
+  box->erase({0, 3}, Box::Kind::typing);
+  now += 1min;
+  keyboard.type(u"x");
+  box->undo();
+  EXPECT_EQ(box->text(), u"abc");
 }
 
 TEST_F(HostileHost, LeavesNoHalfOfACharacter) {

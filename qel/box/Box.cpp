@@ -74,7 +74,7 @@ void Box::change_format(const FormatChange& change) {
   const Extent extent = selection_.extent();
   const Change changed = {Change::Kind::formats, extent, extent.length()};
   const bool is_step = is_new && extent.length() != 0;
-  if (is_step) history_.record(document_, changed, caret(), Kind::other);
+  if (is_step) history_.record(document_, changed, {}, caret(), Kind::other);
   change.apply_to(typing_);
   if (is_step) {
     history_.put_after(caret());
@@ -100,7 +100,7 @@ void Box::put_alignment(Alignment alignment) {
   if (extent.end < document_.size()) --extent.end;  // before the break, not within it
   const Change changed = {Change::Kind::alignments, extent, extent.length()};
   history_.end_step();
-  history_.record(document_, changed, caret(), Kind::other);
+  history_.record(document_, changed, {}, caret(), Kind::other);
   history_.put_after(caret());
   document_.align(extent, alignment);
   tell_change(changed);
@@ -129,7 +129,7 @@ void Box::replace(Extent extent, Document content, Kind kind) {
   const Change change = {Change::Kind::content, extent, content.size()};
   if (extent.length() == 0 && change.length == 0) return;
   const CharFormat before = format_for(extent);
-  history_.record(document_, change, caret(), kind);
+  history_.record(document_, change, content.text(), caret(), kind);
   document_.replace(extent, std::move(content));
   // The halves of a pair may have come together.
   const std::size_t end = whole_position(document_.text(), change.after().end);

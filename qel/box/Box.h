@@ -6,7 +6,7 @@
 #include <optional>
 #include <string>
 #include <string_view>
-#include <vector>
+#include <utility>
 
 #include "qel/box/Change.h"
 #include "qel/box/Drag.h"
@@ -87,7 +87,7 @@ class Box : public platform::RichEdit, public std::enable_shared_from_this<Box> 
 
   // What a user does. Except for `take_edit`, the caller checks whether the user may.
 
-  /// Replaces the selection with the text; text typed in succession is undone together.
+  /// Replaces the selection with the text; a word typed in succession is undone together.
   void type(std::u16string_view text);
   /// Replaces each of the parts, as a search has found them, with the text, which takes the format
   /// of the part's first character; breaks in it become blanks. All of it is one step. The
@@ -100,6 +100,8 @@ class Box : public platform::RichEdit, public std::enable_shared_from_this<Box> 
   bool can_redo() const { return may_edit() && history_.can_redo(); }
   void undo() { take_step(&UndoHistory::undo); }
   void redo() { take_step(&UndoHistory::redo); }
+  /// The clock that tells pauses in typing.
+  void put_clock(UndoHistory::Clock clock) { history_.put_clock(std::move(clock)); }
   /// Replaces the selection with the data's RTF, or else its text, unless the listener does so
   /// itself. Whether the data has either.
   bool paste(platform::DragData& data);

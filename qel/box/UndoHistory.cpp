@@ -7,9 +7,33 @@ namespace qel::box {
 using richtext::Document;
 using richtext::Extent;
 
-void UndoHistory::record(const Document& document, const Change& change, Caret before, Kind kind) {
+namespace {
+
+constexpr std::u16string_view blanks = u" \t\r\n\u00A0\u3000";
+
+bool is_blank(char16_t unit) { return blanks.find(unit) != std::u16string_view::npos; }
+
+bool is_all_blank(std::u16string_view text) {
+  return text.find_first_not_of(blanks) == std::u16string_view::npos;
+}
+
+/// Whether a word ends where two texts meet. Blanks belong to the word before them.
+bool ends_word(std::u16string_view before, std::u16string_view text) {
+  return !before.empty() && !text.empty() && is_blank(before.back()) && !is_blank(text.front());
+}
+
+}  // namespace
+
+void UndoHistory::record(const Document& document, const Change& change, std::u16string_view put,
+                         Caret before, Kind kind) {
   undone_.clear();
-  if (joins(change, kind)) {
+  const auto now = clock_();
+  // Composed text that replaces a selection comes when it is finished.
+  const bool is_begun = is_open_ && done_.back().kind == Kind::typing && done_.back().length == 0;
+  constexpr std::chrono::seconds pause(2);
+  if (now - last_ > pause && !is_begun) end_step();
+  last_ = now;
+  if (joins(document, change, put, kind)) {
     join(document, change);
     kept_ += change.extent.length();
   } else {
@@ -26,17 +50,27 @@ void UndoHistory::record(const Document& document, const Change& change, Caret b
   forget_oldest();
 }
 
-/// Whether a change continues where the last step of its kind stopped.
-bool UndoHistory::joins(const Change& change, Kind kind) const {
+/// Whether a change continues where the last step of its kind stopped, within the word.
+bool UndoHistory::joins(const Document& document, const Change& change, std::u16string_view put,
+                        Kind kind) const {
   if (!is_open_ || done_.empty() || done_.back().kind != kind) return false;
   const Step& last = done_.back();
+  const Extent extent = change.extent;
+  const std::u16string_view text = document.text();
+  const std::u16string_view erased = last.content.text();
+  const std::u16string_view erases = text.substr(extent.start, extent.length());
+  // Blanks at the beginning of a step belong to the first word.
+  const auto goes_on = [](std::u16string_view step, std::u16string_view next) {
+    return is_all_blank(step) || !ends_word(step, next);
+  };
   switch (kind) {
     case Kind::typing:
-      return change.extent.length() == 0 && change.extent.start == last.start + last.length;
+      return extent.length() == 0 && extent.start == last.start + last.length &&
+             goes_on(text.substr(last.start, last.length), put);
     case Kind::erasing_back:
-      return change.extent.end == last.start;
+      return extent.end == last.start && !ends_word(erases, erased);
     case Kind::erasing_ahead:
-      return change.extent.start == last.start;
+      return extent.start == last.start && goes_on(erased, erases);
     case Kind::other:
       break;
   }

@@ -1,9 +1,12 @@
 #pragma once
 
+#include <chrono>
 #include <cstddef>
 #include <cstdint>
 #include <deque>
+#include <functional>
 #include <optional>
+#include <string_view>
 #include <utility>
 #include <vector>
 
@@ -24,8 +27,13 @@ struct Caret {
 /// they have replaced; beyond a limit the oldest are forgotten.
 class UndoHistory {
  public:
-  /// How a change came about. Typed characters next to each other are one step, as are erased ones.
+  /// How a change came about. Characters typed next to each other are one step up to the end of a
+  /// word, with the blanks behind it, or up to a pause; so are erased ones.
   enum class Kind : std::uint8_t { typing, erasing_back, erasing_ahead, other };
+
+  using Clock = std::function<std::chrono::steady_clock::time_point()>;
+  /// What tells pauses; at first, the system's clock.
+  void put_clock(Clock clock) { clock_ = std::move(clock); }
 
   /// A step that was undone or redone: what it has changed, and the caret to set.
   struct Taken {
@@ -33,8 +41,10 @@ class UndoHistory {
     Caret caret;
   };
 
-  /// To be called before the change is made in the document, with the caret at that time.
-  void record(const richtext::Document& document, const Change& change, Caret before, Kind kind);
+  /// To be called before the change is made in the document, with the caret at that time and the
+  /// text that the extent will have.
+  void record(const richtext::Document& document, const Change& change, std::u16string_view put,
+              Caret before, Kind kind);
   /// Sets the caret after the change that was recorded last.
   void put_after(Caret after) { done_.back().after = std::move(after); }
   /// The next change begins a step of its own.
@@ -61,7 +71,8 @@ class UndoHistory {
     std::size_t cost() const { return content.size() + sizeof(Step) / sizeof(char16_t); }
   };
 
-  bool joins(const Change& change, Kind kind) const;
+  bool joins(const richtext::Document& document, const Change& change, std::u16string_view put,
+             Kind kind) const;
   void join(const richtext::Document& document, const Change& change);
   void forget_oldest();
   static Change exchange(richtext::Document& document, Step& step);
@@ -70,6 +81,8 @@ class UndoHistory {
   std::vector<Step> undone_;
   std::size_t kept_ = 0;  // the cost of `done_`
   bool is_open_ = false;  // the last step may grow
+  Clock clock_ = std::chrono::steady_clock::now;
+  std::chrono::steady_clock::time_point last_;  // when something changed
 };
 
 }  // namespace qel::box
