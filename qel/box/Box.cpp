@@ -80,9 +80,9 @@ void Box::change_format(const FormatChange& change) {
     history_.put_after(caret());
     document_.change_format(extent, change);
     tell_change(changed);
-  } else if (is_new && view_ != nullptr) {
+  } else if (is_new) {
     // The view shows the next character typed in this format.
-    view_->show_selection();
+    tell_selection();
   }
 }
 
@@ -147,6 +147,7 @@ void Box::tell_change(const Change& change) {
   ++revision_;
   show(change);
   listener_->on_change();
+  listener_->on_selection();
 }
 
 // The selection.
@@ -185,7 +186,12 @@ void Box::put_selection(Selection selection) {
     history_.end_step();
     if (document_.size() > 0) typing_ = format_at(selection_.extent());
   }
+  tell_selection();
+}
+
+void Box::tell_selection() {
   if (view_ != nullptr) view_->show_selection();
+  listener_->on_selection();
 }
 
 Extent Box::extent_of(Scope scope) const {
@@ -215,7 +221,8 @@ void Box::put_appearance(const platform::BoxAppearance& appearance) {
   if (appearance.font_name != appearance_.font_name) change.font_name = appearance.font_name;
   if (appearance.font_size != appearance_.font_size) change.size = appearance.font_size;
   const bool has_font = change.font_name || change.size;
-  const bool ends_editing = may_edit() && (appearance.read_only || !appearance.enabled);
+  const bool could_edit = may_edit();
+  const bool ends_editing = could_edit && (appearance.read_only || !appearance.enabled);
   // A view may need another window for these.
   const bool is_of_window = appearance.multiline != appearance_.multiline ||
                             appearance.scroll_bars != appearance_.scroll_bars;
@@ -227,6 +234,7 @@ void Box::put_appearance(const platform::BoxAppearance& appearance) {
   }
   if (view_ != nullptr) view_->show_appearance(before);
   if (has_font) show({Change::Kind::formats, {0, document_.size()}, document_.size()});
+  if (has_font || could_edit != may_edit()) listener_->on_selection();
 }
 
 void Box::change_own_format(const FormatChange& change, std::u16string_view own_font) {

@@ -139,6 +139,7 @@ class Box : public platform::RichEdit, public std::enable_shared_from_this<Box> 
   void take_step(std::optional<UndoHistory::Taken> (UndoHistory::*step)(richtext::Document&));
   void show(const Change& change);
   void tell_change(const Change& change);
+  void tell_selection();
 
   View* view_ = nullptr;
   richtext::Document document_;

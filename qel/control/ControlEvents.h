@@ -16,6 +16,9 @@ class ControlEvents {
   virtual ~ControlEvents() = default;
 
   virtual void Change() {}
+  /// The selection, the format of the next character typed, or what can be undone has changed, or
+  /// another box has become the current one. Raised after the change, also for the host's own.
+  virtual void SelectionChanged() {}
   virtual void Click() {}
   virtual void DblClick() {}
   virtual void KeyDown(std::int16_t& /*KeyCode*/, std::int16_t& /*Shift*/) {}

@@ -34,6 +34,7 @@ class QELTextbox::EditorEvents : public platform::BoxListener {
     // The control itself raises the event for a change that it makes.
     if (!control_.changes_held_) control_.raise_change();
   }
+  void on_selection() override { control_.raise_selection(); }
   void on_key_down(std::int16_t& key_code, std::int16_t& shift) override {
     control_.TE_KeyDown(key_code, shift);
   }
@@ -54,6 +55,9 @@ class QELTextbox::BoxEvents : public EditorEvents {
 
   void on_change() override {
     if (index_ == control_.active_) EditorEvents::on_change();
+  }
+  void on_selection() override {
+    if (control_.CurrentRichTextBox() == control_.boxes_[index_]) EditorEvents::on_selection();
   }
   void on_click() override { tell(&ControlEvents::Click); }
   void on_double_click() override { tell(&ControlEvents::DblClick); }
@@ -125,6 +129,10 @@ QELTextbox::~QELTextbox() {
 
 void QELTextbox::raise_change() {
   if (events_ != nullptr) events_->Change();
+}
+
+void QELTextbox::raise_selection() {
+  if (events_ != nullptr) events_->SelectionChanged();
 }
 
 // The selection.
@@ -371,6 +379,8 @@ void QELTextbox::InvokeLargeEditor() {
   form.RichTextBoxObj()->put_appearance(there);
   form.SetText(edited);
   editor_box_ = form.RichTextBoxObj();
+  raise_selection();
+  if (alive.expired()) return;
   try {
     form.Show();
   } catch (...) {
@@ -385,6 +395,7 @@ void QELTextbox::InvokeLargeEditor() {
     CurrentRichTextBox()->put_content(platform::Scope::document, std::move(content));
   }
   put_SelStart(static_cast<std::int32_t>(get_Text().size()));
+  if (!alive.expired()) raise_selection();
 }
 
 // The clipboard.

@@ -232,6 +232,7 @@ void QELTextbox::put_Multiline(bool Value) {
   show_active_box();
   Refresh();
   site_.property_changed(u"Multiline");
+  raise_selection();
 }
 
 void QELTextbox::put_OLEDragMode(std::int32_t Value) {

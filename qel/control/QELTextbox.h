@@ -374,6 +374,7 @@ class QELTextbox {
   platform::Range selection_in(std::u16string_view markup) const;
 
   void raise_change();
+  void raise_selection();
   void handle_key(std::int16_t& key_code, std::int16_t shift);
   bool act_on_style(std::int16_t key_code, std::int16_t shift);
   bool act_on_index(std::int16_t key_code, std::int16_t shift);

@@ -63,6 +63,7 @@ class frmTextEditor : private platform::EditorListener, private platform::BoxLis
 
  private:
   void on_change() override { events_.on_change(); }
+  void on_selection() override { events_.on_selection(); }
   void on_key_down(std::int16_t& key_code, std::int16_t& shift) override;
   void on_key_press(std::int16_t& character) override;
   void on_key_up(std::int16_t& key_code, std::int16_t& shift) override {

@@ -15,6 +15,9 @@ class BoxListener {
   virtual ~BoxListener() = default;
 
   virtual void on_change() {}
+  /// The selection, the caret, the format of the next character typed, or what can be undone has
+  /// changed; after `on_change` where the text has.
+  virtual void on_selection() {}
   virtual void on_click() {}
   virtual void on_double_click() {}
   virtual void on_key_down(std::int16_t& /*key_code*/, std::int16_t& /*shift*/) {}

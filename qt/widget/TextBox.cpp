@@ -47,6 +47,7 @@ class TextBox::Events : public ControlEvents {
     emit widget_.Change();
     emit widget_.TextQELChanged();
   }
+  void SelectionChanged() override { emit widget_.SelectionChanged(); }
   void Click() override { emit widget_.Click(); }
   void DblClick() override { emit widget_.DblClick(); }
   void KeyDown(std::int16_t& KeyCode, std::int16_t& Shift) override {

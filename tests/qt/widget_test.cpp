@@ -171,6 +171,34 @@ TEST_F(Widget, TellsOfEachChangeOnce) {
   EXPECT_EQ(box.get_Text(), QStringLiteral("a")) << "and the host knows";
 }
 
+TEST_F(Widget, TellsWhatABarOfFormatsShows) {
+  box.put_Multiline(true);
+  box.put_TextQEL(QStringLiteral("a/b1b/b0"));
+  QSignalSpy told(&box, &TextBox::SelectionChanged);
+  const auto is_told = [&](const char* what) {
+    EXPECT_GT(told.size(), 0) << what;
+    told.clear();
+  };
+  press(Qt::Key_End);
+  is_told("a caret moved by a key");
+  select(0, 1);
+  is_told("a selection of the host");
+  box.control().put_SelItalic(true);
+  is_told("a format, and what can be undone");
+  press(Qt::Key_End);
+  told.clear();
+  press(Qt::Key_U, Qt::ControlModifier);
+  is_told("the format of what is typed next");
+  box.put_FontSize(20);
+  is_told("nothing can be undone");
+  box.put_AllowEdits(false);
+  is_told("nothing may be edited");
+  box.put_Multiline(false);
+  is_told("another box");
+  box.control().boxes()[1]->select({0, 1});
+  EXPECT_EQ(told.size(), 0) << "a box that nobody sees";
+}
+
 TEST_F(Widget, HandsKeysToWhoeverListens) {
   QObject::connect(&box, &TextBox::KeyDown, [](std::int16_t* code, const std::int16_t* shift) {
     if (*code == keys::page_up_key && *shift == keys::shift_key) *code = keys::home_key;

@@ -202,7 +202,9 @@ class TextBox : public QWidget {
 
   /// The text or its formats have changed.
   void TextQELChanged();
-  void ZoomChanged(int Zoom);
+  /// The selection, the caret, the format of the next character typed, or what can be undone has
+  /// changed; in the large editor while that is open.
+  void SelectionChanged();
   /// A persisted property was set.
   void PropertyChanged(const QString& Name);
 
