@@ -11,6 +11,8 @@
 #include "qel/base/CaseMapping.h"
 #include "qel/base/Scan.h"
 #include "qel/control/Conversion.h"
+#include "qel/control/EditorCommands.h"
+#include "qel/control/FormatCommands.h"
 #include "qel/control/MarkupPositions.h"
 #include "qel/control/QELTextbox.h"
 #include "qel/control/QuoteCodes.h"
@@ -190,6 +192,18 @@ void QELTextbox::SelPlain() {
   change(&platform::RichEdit::change_format, plain);
 }
 
+void QELTextbox::make_font_plain() {
+  FormatChange plain;
+  plain.font_name = get_FontName();
+  change(&platform::RichEdit::change_format, plain);
+}
+
+void QELTextbox::change_case(CaseChange change) {
+  const auto box = CurrentRichTextBox();
+  box->settle();
+  editor_commands::change_letters(*box, change, get_HideColor());
+}
+
 platform::Range QELTextbox::selection_in(std::u16string_view markup) const {
   const platform::Range selection = CurrentRichTextBox()->selection();
   if (get_Lossless() && reveal_codes_) return selection;
@@ -228,36 +242,14 @@ void QELTextbox::handle_key(std::int16_t& key_code, std::int16_t shift) {
   }
 }
 
-namespace {
-
-/// A shortcut that negates a member.
-struct Toggle {
-  std::int16_t key_code;
-  std::int16_t shift;
-  bool (QELTextbox::*get)() const;
-  void (QELTextbox::*put)(bool);
-};
-
-constexpr std::array style_toggles = {
-    Toggle{letter_key('B'), ctrl_key, &QELTextbox::get_SelBold, &QELTextbox::put_SelBold},
-    Toggle{letter_key('I'), ctrl_key, &QELTextbox::get_SelItalic, &QELTextbox::put_SelItalic},
-    Toggle{letter_key('U'), ctrl_key, &QELTextbox::get_SelUnderline, &QELTextbox::put_SelUnderline},
-    Toggle{letter_key('B'), ctrl_shift, &QELTextbox::get_SelSubscript,
-           &QELTextbox::put_SelSubscript},
-    Toggle{letter_key('K'), ctrl_shift, &QELTextbox::get_SelStrikeOut,
-           &QELTextbox::put_SelStrikeOut},
-    Toggle{letter_key('P'), ctrl_shift, &QELTextbox::get_SelSuperscript,
-           &QELTextbox::put_SelSuperscript}};
-
-}  // namespace
-
 /// Acts on the key of a style, unless edits are not allowed. Whether it is such a key.
 bool QELTextbox::act_on_style(std::int16_t key_code, std::int16_t shift) {
   if (!act_on_styles_) return false;
-  const auto toggle = std::find_if(
-      style_toggles.begin(), style_toggles.end(),
-      [&](const Toggle& row) { return row.key_code == key_code && row.shift == shift; });
-  if (toggle == style_toggles.end()) return false;
+  const auto& toggles = format_commands::toggles;
+  const auto* const toggle = std::find_if(toggles.begin(), toggles.end(), [&](const auto& row) {
+    return row.label.key_code == key_code && row.label.shift == shift;
+  });
+  if (key_code == 0 || toggle == toggles.end()) return false;
   if (allow_edits_) (this->*toggle->put)(!(this->*toggle->get)());
   return true;
 }
@@ -274,7 +266,10 @@ bool QELTextbox::act_on_index(std::int16_t key_code, std::int16_t shift) {
     if (allow_edits_) put_SelColor(GetColorGivenColorIndex(number));
     return true;
   }
-  if (act_on_plain_ && shift == alt_key && key_code == function_key(10)) {
+  const auto& plain = format_commands::plain;
+  const bool is_plain = (shift == alt_key && key_code == function_key(10)) ||
+                        (get_Lossless() && shift == plain.shift && key_code == plain.key_code);
+  if (act_on_plain_ && is_plain) {
     if (allow_edits_) SelPlain();
     return true;
   }
@@ -346,6 +341,27 @@ void QELTextbox::RichEditKeyDown(platform::Dispatch& Target, std::int16_t& KeyCo
   if (is_handled) KeyCode = 0;
 }
 
+EditedText QELTextbox::edited_text() const {
+  const auto& box = CurrentRichTextBox();
+  EditedText edited;
+  for (std::int16_t i = 0; i < 10; ++i) {
+    edited.fonts[static_cast<std::size_t>(i)] = GetFontNameGivenFontIndex(i);
+    edited.colors[static_cast<std::size_t>(i)] = GetColorGivenColorIndex(i);
+  }
+  if (get_Lossless()) {
+    edited.way = Way::lossless;
+    edited.fonts[0] = get_FontName();
+    edited.font_size = get_FontSize();
+    edited.pastes_text_only = paste_text_only_;
+    edited.acts_on_plain = act_on_plain_;
+    edited.takes_formats = !reveal_codes_;
+  }
+  edited.content = box->content(platform::Scope::document);
+  edited.selection = box->selection();
+  edited.replaced = box.get();
+  return edited;
+}
+
 void QELTextbox::InvokeLargeEditor() {
   if (editor_box_) return;
   // The host may end the control while the user edits.
@@ -355,19 +371,8 @@ void QELTextbox::InvokeLargeEditor() {
   if (alive.expired() || editor_box_) return;
   const std::shared_ptr<const platform::Platform> platform = platform_;
   EditorEvents events(*this);
-  frmTextEditor form(*platform, events);
-  EditedText edited;
-  for (std::int16_t i = 0; i < 10; ++i) {
-    edited.fonts[static_cast<std::size_t>(i)] = GetFontNameGivenFontIndex(i);
-    edited.colors[static_cast<std::size_t>(i)] = GetColorGivenColorIndex(i);
-  }
-  if (get_Lossless()) {
-    edited.fonts[0] = get_FontName();
-    edited.font_size = get_FontSize();
-    edited.pastes_text_only = paste_text_only_;
-  }
-  edited.content = box->content(platform::Scope::document);
-  edited.selection = box->selection();
+  const EditedText edited = edited_text();
+  frmTextEditor form(*platform, events, edited);
   const platform::BoxAppearance here = box->appearance();
   form.SetRTFParser(parser_);
   platform::BoxAppearance there = form.RichTextBoxObj()->appearance();

@@ -94,6 +94,20 @@ bool is_lossless(const Target& target) {
   return target.parser != nullptr && target.parser->get_Lossless();
 }
 
+void put_pasted(platform::DragData& data, const Target& target, bool text_only) {
+  auto content = TargetConversion(target)->pasted(data, target.box, text_only);
+  if (content) target.box.put_content(platform::Scope::selection, *std::move(content));
+}
+
+void paste_text(const Target& target) {
+  platform::DragData data = target.clipboard.data();
+  put_pasted(data, target, true);
+}
+
+void select_all(const Target& target) {
+  target.box.select({0, static_cast<std::int32_t>(target.box.get_Text().size())});
+}
+
 void paste(const Target& target) {
   if (is_lossless(target)) {
     platform::DragData data = target.clipboard.data();
@@ -107,78 +121,127 @@ void paste(const Target& target) {
   if (content) target.box.put_content(platform::Scope::selection, *std::move(content));
 }
 
-/// Makes one change of the box, which keeps all formats.
-void change_letters(const Target& target, CaseChange change) {
-  if (target.box.get_SelLength() == 0) return;
-  const platform::Range selection = target.box.selection();
-  richtext::Document document = target.box.content(platform::Scope::selection);
-  change_case(document, change, target.edited.colors[hidden_color]);
-  target.box.put_content(platform::Scope::selection, std::move(document));
-  target.box.select(selection);
+/// Gives the selection an entry of the tables; the reserved colours have names of their own.
+template <std::int16_t Index>
+void put_font(const Target& target) {
+  target.box.put_SelFontName(target.edited.fonts[Index]);
 }
+
+template <std::int16_t Index>
+void put_color(const Target& target) {
+  target.box.put_SelColor(target.edited.colors[Index]);
+}
+
+template <std::int16_t Index>
+bool has_color(const Target& target) {
+  return target.box.get_SelColor() == target.edited.colors[Index];
+}
+
+template <CaseChange Change>
+void change_selected(const Target& target) {
+  change_letters(target.box, Change, target.edited.colors[hidden_color]);
+}
+
+bool selects(const Target& target) { return target.box.get_SelLength() > 0; }
+bool takes_formats(const Target& target) { return target.edited.takes_formats; }
+bool has_text(const Target& target) { return !target.box.get_Text().empty(); }
 
 struct Command {
   std::u16string_view name;
   void (*run)(const Target& target);
+  /// Whether the selection has its format; null for a command without a check mark.
+  bool (*is_on)(const Target& target) = nullptr;
+  /// Whether it can act now in the lossless way; null for always.
+  bool (*is_enabled)(const Target& target) = nullptr;
 };
 
 constexpr Command commands[] = {
-    {u"mnuCut", cut},
-    {u"mnuCopy", copy},
+    {u"mnuUndoStep", [](const Target& t) { t.box.undo(); }, nullptr,
+     [](const Target& t) { return t.box.can_undo(); }},
+    {u"mnuRedo", [](const Target& t) { t.box.redo(); }, nullptr,
+     [](const Target& t) { return t.box.can_redo(); }},
+    {u"mnuCut", cut, nullptr, selects},
+    {u"mnuCopy", copy, nullptr, selects},
     {u"mnuPaste", paste},
+    {u"mnuPasteText", paste_text},
     {u"mnuDelete", delete_selection},
-    {u"mnuBold", [](const Target& t) { toggle(t.box, &FormatChange::bold); }},
-    {u"mnuItalic", [](const Target& t) { toggle(t.box, &FormatChange::italic); }},
-    {u"mnuUnderline", [](const Target& t) { toggle(t.box, &FormatChange::underline); }},
-    {u"mnuStrikeOut", [](const Target& t) { toggle(t.box, &FormatChange::strike_through); }},
-    {u"mnuSuperscript", [](const Target& t) { shift(t.box, t.script_offset); }},
+    {u"mnuSelectAll", select_all, nullptr, has_text},
+    {u"mnuBold", [](const Target& t) { toggle(t.box, &FormatChange::bold); },
+     [](const Target& t) { return t.box.get_SelBold() == true; }, takes_formats},
+    {u"mnuItalic", [](const Target& t) { toggle(t.box, &FormatChange::italic); },
+     [](const Target& t) { return t.box.get_SelItalic() == true; }, takes_formats},
+    {u"mnuUnderline", [](const Target& t) { toggle(t.box, &FormatChange::underline); },
+     [](const Target& t) { return t.box.get_SelUnderline() == true; }, takes_formats},
+    {u"mnuStrikeOut", [](const Target& t) { toggle(t.box, &FormatChange::strike_through); },
+     [](const Target& t) { return t.box.get_SelStrikeThru() == true; }, takes_formats},
+    {u"mnuSuperscript", [](const Target& t) { shift(t.box, t.script_offset); },
+     [](const Target& t) { return t.box.get_SelCharOffset() > 0; }, takes_formats},
     {u"mnuSubscript",
-     [](const Target& t) { shift(t.box, static_cast<std::int16_t>(-t.script_offset)); }},
-    {u"mnuAltFont1", [](const Target& t) { t.box.put_SelFontName(t.edited.fonts[1]); }},
-    {u"mnuAltFont2", [](const Target& t) { t.box.put_SelFontName(t.edited.fonts[2]); }},
-    {u"mnuPlain", make_plain},
-    {u"mnuIgnoreText", [](const Target& t) { t.box.put_SelColor(t.edited.colors[1]); }},
-    {u"mnuHideText", [](const Target& t) { t.box.put_SelColor(t.edited.colors[2]); }},
-    {u"mnuNoteText", [](const Target& t) { t.box.put_SelColor(t.edited.colors[3]); }},
-    {u"mnuLowercase", [](const Target& t) { change_letters(t, CaseChange::lower); }},
-    {u"mnuUppercase", [](const Target& t) { change_letters(t, CaseChange::upper); }},
-    {u"mnuChangeCase", [](const Target& t) { change_letters(t, CaseChange::swap); }},
-    {u"mnuTitleCase", [](const Target& t) { change_letters(t, CaseChange::title); }},
-    {u"mnuFirstToLower", [](const Target& t) { change_letters(t, CaseChange::first_to_lower); }},
-    {u"mnuFirstToUpper", [](const Target& t) { change_letters(t, CaseChange::first_to_upper); }},
+     [](const Target& t) { shift(t.box, static_cast<std::int16_t>(-t.script_offset)); },
+     [](const Target& t) { return t.box.get_SelCharOffset().value_or(0) < 0; }, takes_formats},
+    {u"mnuSmallCaps", [](const Target& t) { toggle(t.box, &FormatChange::small_caps); },
+     [](const Target& t) { return t.box.get_SelSmallCaps() == true; }, takes_formats},
+    {u"mnuPlain", make_plain, nullptr, takes_formats},
+    {u"mnuAltFont0", put_font<0>, [](const Target& t) { return has_font(t, 0); }, takes_formats},
+    {u"mnuAltFont1", put_font<1>, [](const Target& t) { return has_font(t, 1); }, takes_formats},
+    {u"mnuAltFont2", put_font<2>, [](const Target& t) { return has_font(t, 2); }, takes_formats},
+    {u"mnuAltFont3", put_font<3>, [](const Target& t) { return has_font(t, 3); }, takes_formats},
+    {u"mnuAltFont4", put_font<4>, [](const Target& t) { return has_font(t, 4); }, takes_formats},
+    {u"mnuAltFont5", put_font<5>, [](const Target& t) { return has_font(t, 5); }, takes_formats},
+    {u"mnuAltFont6", put_font<6>, [](const Target& t) { return has_font(t, 6); }, takes_formats},
+    {u"mnuAltFont7", put_font<7>, [](const Target& t) { return has_font(t, 7); }, takes_formats},
+    {u"mnuAltFont8", put_font<8>, [](const Target& t) { return has_font(t, 8); }, takes_formats},
+    {u"mnuAltFont9", put_font<9>, [](const Target& t) { return has_font(t, 9); }, takes_formats},
+    {u"mnuColor0", put_color<0>, has_color<0>, takes_formats},
+    {u"mnuIgnoreText", put_color<1>, has_color<1>, takes_formats},
+    {u"mnuHideText", put_color<2>, has_color<2>, takes_formats},
+    {u"mnuNoteText", put_color<3>, has_color<3>, takes_formats},
+    {u"mnuColor4", put_color<4>, has_color<4>, takes_formats},
+    {u"mnuColor5", put_color<5>, has_color<5>, takes_formats},
+    {u"mnuColor6", put_color<6>, has_color<6>, takes_formats},
+    {u"mnuColor7", put_color<7>, has_color<7>, takes_formats},
+    {u"mnuColor8", put_color<8>, has_color<8>, takes_formats},
+    {u"mnuColor9", put_color<9>, has_color<9>, takes_formats},
+    {u"mnuLowercase", change_selected<CaseChange::lower>, nullptr, selects},
+    {u"mnuUppercase", change_selected<CaseChange::upper>, nullptr, selects},
+    {u"mnuChangeCase", change_selected<CaseChange::swap>, nullptr, selects},
+    {u"mnuTitleCase", change_selected<CaseChange::title>, nullptr, selects},
+    {u"mnuFirstToLower", change_selected<CaseChange::first_to_lower>, nullptr, selects},
+    {u"mnuFirstToUpper", change_selected<CaseChange::first_to_upper>, nullptr, selects},
 };
 
-/// Decides the check mark of a command.
-struct Check {
-  std::u16string_view name;
-  bool (*is_on)(const Target& target);
-};
-
-constexpr Check checks[] = {
-    {u"mnuBold", [](const Target& t) { return t.box.get_SelBold() == true; }},
-    {u"mnuItalic", [](const Target& t) { return t.box.get_SelItalic() == true; }},
-    {u"mnuUnderline", [](const Target& t) { return t.box.get_SelUnderline() == true; }},
-    {u"mnuStrikeOut", [](const Target& t) { return t.box.get_SelStrikeThru() == true; }},
-    {u"mnuSuperscript", [](const Target& t) { return t.box.get_SelCharOffset() > 0; }},
-    {u"mnuSubscript", [](const Target& t) { return t.box.get_SelCharOffset().value_or(0) < 0; }},
-    {u"mnuAltFont1", [](const Target& t) { return has_font(t, 1); }},
-    {u"mnuAltFont2", [](const Target& t) { return has_font(t, 2); }},
-    {u"mnuIgnoreText", [](const Target& t) { return t.box.get_SelColor() == t.edited.colors[1]; }},
-    {u"mnuHideText", [](const Target& t) { return t.box.get_SelColor() == t.edited.colors[2]; }},
-    {u"mnuNoteText", [](const Target& t) { return t.box.get_SelColor() == t.edited.colors[3]; }},
-};
-
-const Check* find_check(std::u16string_view name) {
-  const auto check = std::find_if(std::begin(checks), std::end(checks),
-                                  [name](const Check& row) { return row.name == name; });
-  return check == std::end(checks) ? nullptr : check;
+const Command* find(std::u16string_view name) {
+  const auto* const command = std::find_if(std::begin(commands), std::end(commands),
+                                           [name](const Command& row) { return row.name == name; });
+  return command == std::end(commands) ? nullptr : command;
 }
 
 }  // namespace
 
+bool has_check(std::u16string_view name) {
+  const Command* const command = find(name);
+  return command != nullptr && command->is_on != nullptr;
+}
+
 bool is_checked(std::u16string_view name, const Target& target) {
-  const Check* const check = find_check(name);
-  return check != nullptr && check->is_on(target);
+  return has_check(name) && find(name)->is_on(target);
+}
+
+bool reads_only(std::u16string_view name) { return name == u"mnuCopy" || name == u"mnuSelectAll"; }
+
+bool is_enabled(std::u16string_view name, const Target& target) {
+  const Command* const command = find(name);
+  if (command == nullptr || (target.box.appearance().read_only && !reads_only(name))) return false;
+  return command->is_enabled == nullptr || command->is_enabled(target);
+}
+
+void change_letters(platform::RichEdit& box, CaseChange change, Color hidden) {
+  if (box.get_SelLength() == 0) return;
+  const platform::Range selection = box.selection();
+  richtext::Document document = box.content(platform::Scope::selection);
+  change_case(document, change, hidden);
+  box.put_content(platform::Scope::selection, std::move(document));
+  box.select(selection);
 }
 
 std::u16string markup(const Target& target) {
@@ -188,58 +251,14 @@ std::u16string markup(const Target& target) {
 
 bool paste(platform::DragData& data, const Target& target) {
   if (!is_lossless(target)) return false;
-  auto content = TargetConversion(target)->pasted(data, target.box, target.edited.pastes_text_only);
-  if (content) target.box.put_content(platform::Scope::selection, *std::move(content));
+  put_pasted(data, target, target.edited.pastes_text_only);
   return true;
 }
 
 bool run(std::u16string_view name, const Target& target) {
-  const auto command = std::find_if(std::begin(commands), std::end(commands),
-                                    [name](const Command& row) { return row.name == name; });
-  if (command == std::end(commands)) return false;
-  command->run(target);
-  return true;
-}
-
-platform::EditorDescription description() {
-  const platform::MenuItem separator = {};
-  platform::EditorDescription description = {
-      u"Text Editor",
-      u"OK",
-      u"Cancel",
-      {{u"&Edit",
-        {{u"mnuUndo", u"Undo"},
-         {u"mnuCut", u"C&ut"},
-         {u"mnuCopy", u"&Copy"},
-         {u"mnuPaste", u"&Paste"},
-         {u"mnuDelete", u"&Delete"}}},
-       {u"Fo&rmat",
-        {{u"mnuBold", u"&Bold"},
-         {u"mnuItalic", u"&Italic"},
-         {u"mnuUnderline", u"&Underline"},
-         {u"mnuStrikeOut", u"Stri&keout\tCtrl+Shift+K"},
-         {u"mnuSubscript", u"S&ubscript\tCtrl+Shift+B"},
-         {u"mnuSuperscript", u"&Superscript\tCtrl+Shift+P"},
-         separator,
-         {u"mnuAltFont1", u"Alt Font &1\tAlt+F1"},
-         {u"mnuAltFont2", u"Alt Font &2\tAlt+F2"},
-         {u"mnuPlain", u"&Plain\tAlt+F10"},
-         separator,
-         {u"mnuIgnoreText", u"Ignore Text"},
-         {u"mnuHideText", u"Hide Text"},
-         {u"mnuNoteText", u"&Note Text\tCtrl+Shift+O"},
-         separator,
-         {u"mnuLowercase", u"Lowercase"},
-         {u"mnuUppercase", u"Uppercase"},
-         {u"mnuChangeCase", u"Cha&nge case\tCtrl+Shift+H"},
-         {u"mnuTitleCase", u"&Title case\tCtrl+Shift+T"},
-         {u"mnuFirstToLower", u"First letter to lowercase"},
-         {u"mnuFirstToUpper", u"First letter to Uppercase"}}}},
-      u"Markup"};
-  for (platform::Menu& menu : description.menus) {
-    for (platform::MenuItem& item : menu.items) item.has_check = find_check(item.name) != nullptr;
-  }
-  return description;
+  const Command* const command = find(name);
+  if (command != nullptr) command->run(target);
+  return command != nullptr;
 }
 
 }  // namespace qel::editor_commands

@@ -25,6 +25,8 @@
 namespace qel {
 
 struct Conversion;
+struct EditedText;
+enum class CaseChange : std::uint8_t;
 
 /// The line around a control: from the control's top left corner to (`right`, `bottom`), in its
 /// scale units, one unit wide.
@@ -115,6 +117,9 @@ class QELTextbox {
   void put_SelUnderline(bool Value) { change(&platform::RichEdit::put_SelUnderline, Value); }
   bool get_SelStrikeOut() const { return is(&platform::RichEdit::get_SelStrikeThru, true); }
   void put_SelStrikeOut(bool Value) { change(&platform::RichEdit::put_SelStrikeThru, Value); }
+  /// Only the lossless way keeps small capitals.
+  bool get_SelSmallCaps() const { return is(&platform::RichEdit::get_SelSmallCaps, true); }
+  void put_SelSmallCaps(bool Value) { change(&platform::RichEdit::put_SelSmallCaps, Value); }
   /// Raised or lowered by exactly 45 twips.
   bool get_SelSuperscript() const { return is(&platform::RichEdit::get_SelCharOffset, raised); }
   void put_SelSuperscript(bool Value) { put_SelCharOffset(Value ? raised : std::int16_t{0}); }
@@ -141,6 +146,11 @@ class QELTextbox {
   /// Removes bold, italic, underline, strike-through and offset from the selection, and gives it
   /// `ForeColor` and `FontName`.
   void SelPlain();
+  /// The font of text that has none of its own, and a colour that `ForeColor` names as a value.
+  void make_font_plain();
+  void make_color_plain() { mark(0, false); }
+  /// Changes the case of the selected letters and nothing else.
+  void change_case(CaseChange change);
 
   /// The selection in the markup of `TextQEL`, from 0. A code before the first selected character
   /// is not selected, one between the first and the last is. Unless lossless, every character that
@@ -381,6 +391,8 @@ class QELTextbox {
   /// Puts data from elsewhere into the box, as `PasteClipboardContents` does.
   void paste(platform::RichEdit& box, platform::DragData& data);
   void paste_rtf(platform::RichEdit& box, std::u16string_view rtf);
+
+  EditedText edited_text() const;
 
   class EditorEvents;
   class BoxEvents;

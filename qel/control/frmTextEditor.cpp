@@ -11,11 +11,13 @@ namespace qel {
 
 using namespace keys;
 
-frmTextEditor::frmTextEditor(const platform::Platform& platform, platform::BoxListener& events)
+frmTextEditor::frmTextEditor(const platform::Platform& platform, platform::BoxListener& events,
+                             const EditedText& Text)
     : platform_(platform),
       events_(events),
-      window_(platform.create_editor_window(editor_commands::description())),
-      box_(window_->box()) {
+      window_(platform.create_editor_window(editor_commands::description(Text))),
+      box_(window_->box()),
+      way_(Text.way) {
   const platform::Screen screen = platform.screen();
   window_->put_extent(screen.width / 2 * screen.twips_per_pixel_x,
                       screen.height / 2 * screen.twips_per_pixel_y);
@@ -36,6 +38,26 @@ void frmTextEditor::Show() { window_->show_modal(*this); }
 
 void frmTextEditor::restore() { box().put_content(platform::Scope::document, edited_.content); }
 
+/// Goes back to the beginning in one step, which can itself be undone.
+void frmTextEditor::undo_all() {
+  const auto size = static_cast<std::int32_t>(box().get_Text().size());
+  box().select({0, size});
+  box().put_content(platform::Scope::selection, edited_.content);
+  box().put_SelStart(0);
+}
+
+bool frmTextEditor::has_edits() const {
+  if (way_ == Way::stated) return false;
+  box().settle();
+  return !(box().content(platform::Scope::document) == edited_.content);
+}
+
+bool frmTextEditor::is_enabled(std::u16string_view command) const {
+  if (way_ == Way::stated) return true;
+  if (command == u"mnuUndo") return !box().appearance().read_only && has_edits();
+  return editor_commands::is_enabled(command, target());
+}
+
 void frmTextEditor::cmdCancel() {
   restore();
   window_->close();
@@ -43,12 +65,13 @@ void frmTextEditor::cmdCancel() {
 
 void frmTextEditor::run(std::u16string_view command) {
   box().settle();
-  if (box().appearance().read_only && command != u"mnuCopy") return;
+  if (box().appearance().read_only && !editor_commands::reads_only(command)) return;
+  if (!is_enabled(command)) return;
   if (command == u"mnuUndo") {
-    restore();
-    return;
+    undo_all();
+  } else {
+    editor_commands::run(command, target());
   }
-  editor_commands::run(command, target());
 }
 
 editor_commands::Target frmTextEditor::target() const {
@@ -102,37 +125,21 @@ bool frmTextEditor::on_paste(platform::DragData& data) {
 }
 
 void frmTextEditor::handle_key(std::int16_t& key_code, std::int16_t shift) {
-  struct Row {
-    std::int16_t key_code;
-    std::int16_t shift;
-    std::u16string_view command;
-  };
-  static constexpr Row rows[] = {{delete_key, no_modifier, u"mnuDelete"},
-                                 {letter_key('V'), ctrl_key, u"mnuPaste"},
-                                 {letter_key('X'), ctrl_key, u"mnuCut"},
-                                 {letter_key('C'), ctrl_key, u"mnuCopy"},
-                                 {function_key(1), alt_key, u"mnuAltFont1"},
-                                 {function_key(2), alt_key, u"mnuAltFont2"},
-                                 {function_key(10), alt_key, u"mnuPlain"},
-                                 {letter_key('B'), ctrl_shift, u"mnuSubscript"},
-                                 {letter_key('P'), ctrl_shift, u"mnuSuperscript"},
-                                 {letter_key('K'), ctrl_shift, u"mnuStrikeOut"},
-                                 {letter_key('H'), ctrl_shift, u"mnuChangeCase"},
-                                 {letter_key('T'), ctrl_shift, u"mnuTitleCase"},
-                                 {letter_key('O'), ctrl_shift, u"mnuNoteText"}};
-  const auto row = std::find_if(std::begin(rows), std::end(rows), [&](const Row& candidate) {
-    return candidate.key_code == key_code && candidate.shift == shift;
-  });
+  const std::u16string command = editor_commands::command_of(key_code, shift, edited_);
   const bool is_quote =
       shift == ctrl_key && (key_code == grave_accent_key || key_code == apostrophe_key);
+  // Where there can be lines, the box makes one.
+  const bool breaks_line = way_ == Way::lossless && shift == shift_key &&
+                           box().appearance().takes_breaks && key_code == enter_key;
+  if (breaks_line) return;
   if (key_code == enter_key) {
     cmdOK();
   } else if (is_quote) {
     if (!box().appearance().read_only) {
       box().put_SelText(key_code == grave_accent_key ? u"\u201C" : u"\u201D");
     }
-  } else if (row != std::end(rows)) {
-    run(row->command);
+  } else if (!command.empty()) {
+    run(command);
   } else {
     return;
   }

@@ -26,8 +26,15 @@ struct EditedText {
   platform::Range selection;
   std::array<std::u16string, 10> fonts;
   std::array<Color, 10> colors = {};
-  float font_size = 10;           ///< in points, of what is pasted in the lossless way
-  bool pastes_text_only = false;  ///< in the lossless way
+  Way way = Way::stated;
+  const platform::RichEdit* replaced = nullptr;  ///< the box that it comes from
+
+  // In the lossless way.
+
+  float font_size = 10;           ///< in points, of what is pasted
+  bool pastes_text_only = false;  ///< whatever is pasted
+  bool acts_on_plain = true;      ///< to Ctrl+Space
+  bool takes_formats = true;      ///< false where the text is markup with its codes shown
 };
 
 /// A larger window, with menus, for editing the text of a control. It raises events to the control
@@ -35,8 +42,10 @@ struct EditedText {
 class frmTextEditor : private platform::EditorListener, private platform::BoxListener {
  public:
   /// `events` receives changes and keys in the box, before the form's own handling, and may turn a
-  /// character into a typographic quote's code in code page 1252. Both must outlive the form.
-  frmTextEditor(const platform::Platform& platform, platform::BoxListener& events);
+  /// character into a typographic quote's code in code page 1252. Both must outlive the form. The
+  /// menus are those for `Text`, which is loaded later.
+  frmTextEditor(const platform::Platform& platform, platform::BoxListener& events,
+                const EditedText& Text);
   frmTextEditor(const frmTextEditor&) = delete;
   frmTextEditor& operator=(const frmTextEditor&) = delete;
   ~frmTextEditor() override;
@@ -54,10 +63,15 @@ class frmTextEditor : private platform::EditorListener, private platform::BoxLis
 
   void cmdOK() { window_->close(); }
   void cmdCancel();
+  /// Whether the text is another than the one that was loaded; never in the stated way, in which
+  /// closing asks nothing.
+  bool has_edits() const override;
   /// Runs the command of that name; any other name does nothing. Commands act on the selection.
   void run(std::u16string_view command);
   /// Whether the selection has the command's format.
   bool is_checked(std::u16string_view command) const override;
+  /// Whether the command can act now; always in the stated way.
+  bool is_enabled(std::u16string_view command) const override;
   /// The text as markup.
   std::u16string pane_text() const override;
 
@@ -82,12 +96,14 @@ class frmTextEditor : private platform::EditorListener, private platform::BoxLis
   void handle_key(std::int16_t& key_code, std::int16_t shift);
   platform::RichEdit& box() const { return *box_; }
   void restore();
+  void undo_all();
 
   const platform::Platform& platform_;
   platform::BoxListener& events_;
   std::unique_ptr<platform::EditorWindow> window_;
   std::shared_ptr<platform::RichEdit> box_;
   std::optional<RTFParser> parser_;
+  Way way_;
   EditedText edited_;
   bool was_activated_ = false;
 };

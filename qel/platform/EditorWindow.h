@@ -2,6 +2,7 @@
 
 #include <cstdint>
 #include <memory>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -15,6 +16,8 @@ struct MenuItem {
   std::u16string_view name;  ///< identifies it to the listener
   std::u16string caption;    ///< "&" before the letter that chooses it; a shortcut after a TAB
   bool has_check = false;    ///< shows whether it is on (`EditorListener::is_checked`)
+  std::u16string font = {};  ///< a window may show the caption in this font; none if empty
+  std::optional<Color> swatch = std::nullopt;  ///< a window may show this colour beside it
 };
 
 struct Menu {
@@ -30,6 +33,9 @@ struct EditorDescription {
   std::vector<Menu> menus;
   /// Caption of a pane that a window may offer; it shows `EditorListener::pane_text` as it is.
   std::u16string pane_caption;
+  /// The box whose text is edited, for a window that takes over its size, options and owner; null
+  /// for none.
+  const RichEdit* replaced = nullptr;
 };
 
 /// In twips, from the inner top left corner of the window.
@@ -58,6 +64,11 @@ class EditorListener {
   virtual void on_command(std::u16string_view name) = 0;
   /// Whether that menu item is on for the selection.
   virtual bool is_checked(std::u16string_view /*name*/) const { return false; }
+  /// Whether that menu item can act now.
+  virtual bool is_enabled(std::u16string_view /*name*/) const { return true; }
+  /// Whether closing the window now, other than by its first button, would lose what the user has
+  /// done, and a window that can ask should.
+  virtual bool has_edits() const { return false; }
   /// What the pane shows for the text as it is now.
   virtual std::u16string pane_text() const { return {}; }
 };

@@ -12,6 +12,7 @@ constexpr std::int16_t backspace_key = 8;
 constexpr std::int16_t tab_key = 9;
 constexpr std::int16_t enter_key = 13;
 constexpr std::int16_t escape_key = 27;
+constexpr std::int16_t space_key = 32;
 constexpr std::int16_t page_up_key = 33;
 constexpr std::int16_t page_down_key = 34;
 constexpr std::int16_t end_key = 35;

@@ -82,6 +82,13 @@ class RichEdit {
   /// position `from`. Neighbouring runs differ in format. A visitor must not change the box.
   virtual void visit_runs(std::int32_t from, const RunVisitor& visit) const = 0;
 
+  /// Whether the user may take back a step, or do one again that was taken back; false in a box
+  /// without a history.
+  virtual bool can_undo() const { return false; }
+  virtual bool can_redo() const { return false; }
+  virtual void undo() {}
+  virtual void redo() {}
+
   virtual BoxAppearance appearance() const = 0;
   virtual void put_appearance(const BoxAppearance& appearance) = 0;
 
