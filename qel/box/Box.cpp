@@ -311,13 +311,16 @@ void Box::take_step(std::optional<UndoHistory::Taken> (UndoHistory::*step)(Docum
 }
 
 bool Box::paste(platform::DragData& data) {
-  const auto rtf = data.get(platform::rtf_format);
-  const bool has_rtf = rtf && !rtf->empty();
-  const auto text = has_rtf ? std::nullopt : data.get(platform::text_format);
-  if (!has_rtf && !text) return false;
+  const auto has = [&](std::int16_t format) {
+    const auto value = data.get(format);
+    return value && (format == platform::text_format || !value->empty());
+  };
+  if (!has(platform::rtf_format) && !has(platform::html_format) && !has(platform::text_format)) {
+    return false;
+  }
   if (listener_->on_paste(data)) return true;
   const Extent extent = selection_.extent();
-  auto content = richtext::read_transfer(rtf, text, format_for(extent),
+  auto content = platform::read_transfer(data, clipboard(), format_for(extent),
                                          document_.alignment_at(extent.start), !may_break());
   if (!content) return false;
   replace(extent, *std::move(content), Kind::other);

@@ -95,12 +95,13 @@ class Box : public platform::RichEdit, public std::enable_shared_from_this<Box> 
   void replace_each(const std::vector<richtext::Extent>& parts, std::u16string_view text);
   /// Erases a part; the caret ends up there.
   void erase(richtext::Extent extent, Kind kind);
-  bool can_undo() const override { return may_edit() && history_.can_undo(); }
-  bool can_redo() const override { return may_edit() && history_.can_redo(); }
-  void undo() override { take_step(&UndoHistory::undo); }
-  void redo() override { take_step(&UndoHistory::redo); }
-  /// Replaces the selection with the data's RTF, or else its text, unless the listener does so
-  /// itself. Whether the data has either.
+  /// Whether the user may, and there is a step.
+  bool can_undo() const { return may_edit() && history_.can_undo(); }
+  bool can_redo() const { return may_edit() && history_.can_redo(); }
+  void undo() { take_step(&UndoHistory::undo); }
+  void redo() { take_step(&UndoHistory::redo); }
+  /// Replaces the selection with the data's RTF, or else its HTML, or else its text, unless the
+  /// listener does so itself. Whether the data has any of them.
   bool paste(platform::DragData& data);
   /// Inserts dropped data at a position and selects it; text dragged from this box is moved if the
   /// effect says so. Returns what it has done.

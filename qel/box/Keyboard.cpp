@@ -121,6 +121,7 @@ const Keyboard::Command* Keyboard::find(std::int16_t key_code, std::int16_t shif
       Command{delete_key, shift_key, &Keyboard::cut, true},
       Command{letter_key('V'), ctrl_key, &Keyboard::paste, true},
       Command{insert_key, shift_key, &Keyboard::paste, true},
+      Command{letter_key('V'), ctrl_shift, &Keyboard::paste_text, true},
       Command{letter_key('Z'), ctrl_key, &Keyboard::undo, true},
       Command{backspace_key, alt_key, &Keyboard::undo, true},
       Command{letter_key('Y'), ctrl_key, &Keyboard::redo, true}};
@@ -229,6 +230,12 @@ void Keyboard::cut() {
 void Keyboard::paste() {
   if (box_.clipboard() == nullptr) return;
   platform::DragData data = box_.clipboard()->data();
+  box_.paste(data);
+}
+
+void Keyboard::paste_text() {
+  if (box_.clipboard() == nullptr) return;
+  platform::DragData data = box_.clipboard()->text_alone();
   box_.paste(data);
 }
 

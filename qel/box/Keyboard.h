@@ -16,8 +16,8 @@ namespace qel::box {
 /// divide; Ctrl+Home and Ctrl+End; all of these select with Shift. Backspace erases one character,
 /// so that a wrong accent can be typed again, Delete a whole cluster, and both a word with Ctrl;
 /// Enter, and Ctrl+Tab for a tab, where there are several lines; Ctrl+A; Ctrl+C, Ctrl+X and Ctrl+V,
-/// Ctrl+Insert, Shift+Delete and Shift+Insert; Ctrl+Z and Alt+Backspace, Ctrl+Y.
-/// Keys that depend on how lines are laid out are the view's.
+/// Ctrl+Insert, Shift+Delete and Shift+Insert; Ctrl+Shift+V, which pastes text alone; Ctrl+Z and
+/// Alt+Backspace, Ctrl+Y. Keys that depend on how lines are laid out are the view's.
 class Keyboard {
  public:
   /// The box must outlive this.
@@ -51,6 +51,7 @@ class Keyboard {
   void copy();
   void cut();
   void paste();
+  void paste_text();
   void undo() { box_.undo(); }
   void redo() { box_.redo(); }
 

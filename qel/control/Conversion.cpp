@@ -113,8 +113,9 @@ richtext::Document without_breaks_and_tabs(const richtext::Document& content) {
 
 }  // namespace
 
-std::optional<richtext::Document> Conversion::pasted(platform::DragData& data, const RichEdit& box,
-                                                     bool text_only) {
+std::optional<richtext::Document> Conversion::pasted(platform::DragData& data,
+                                                     const platform::Clipboard& clipboard,
+                                                     const RichEdit& box, bool text_only) {
   const auto rtf = text_only ? std::nullopt : data.get(platform::rtf_format);
   const auto text = data.get(platform::text_format);
   const platform::BoxAppearance appearance = box.appearance();
@@ -122,6 +123,9 @@ std::optional<richtext::Document> Conversion::pasted(platform::DragData& data, c
   richtext::Document content;
   if (rtf && !rtf->empty()) {
     content = content_of(markup_of(*rtf), here);
+  } else if (const auto read =
+                 text_only ? std::nullopt : platform::read_html(data, &clipboard, here)) {
+    content = content_of(markup_of(*read), here);
   } else if (text) {
     content = richtext::plain_document(*text, here);
   } else {

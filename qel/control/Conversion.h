@@ -4,7 +4,7 @@
 #include <string>
 #include <string_view>
 
-#include "qel/platform/DragData.h"
+#include "qel/platform/Clipboard.h"
 #include "qel/platform/RichEdit.h"
 #include "qel/richtext/Document.h"
 #include "qel/rtf/RTFParser.h"
@@ -32,10 +32,12 @@ struct Conversion {
   /// Markup as the content of a box, whose own text is in the format `base`.
   richtext::Document content_of(std::u16string_view markup, const richtext::CharFormat& base);
   /// What the lossless way puts in place of a box's selection for data from elsewhere: as much of
-  /// its RTF as markup can say, or else its text; empty when the data has neither. A box for one
-  /// line gets blanks in place of breaks and tabs.
-  std::optional<richtext::Document> pasted(platform::DragData& data, const platform::RichEdit& box,
-                                           bool text_only);
+  /// its RTF as markup can say, or else of its HTML if `clipboard` can read that, or else its text;
+  /// empty when the data has none of them. A box for one line gets blanks in place of breaks and
+  /// tabs.
+  std::optional<richtext::Document> pasted(platform::DragData& data,
+                                           const platform::Clipboard& clipboard,
+                                           const platform::RichEdit& box, bool text_only);
 
  private:
   std::u16string markup_of(std::u16string rtf, bool is_closed) const;

@@ -410,6 +410,11 @@ void QELTextbox::PasteClipboardContents() {
   paste(*CurrentRichTextBox(), data);
 }
 
+void QELTextbox::PasteText() {
+  platform::DragData data = platform_->clipboard().text_alone();
+  paste(*CurrentRichTextBox(), data);
+}
+
 namespace {
 
 std::u16string with_single_blanks(std::u16string text) {
@@ -423,7 +428,7 @@ std::u16string with_single_blanks(std::u16string text) {
 
 void QELTextbox::paste(platform::RichEdit& box, platform::DragData& data) {
   if (get_Lossless()) {
-    auto content = conversion().pasted(data, box, paste_text_only_);
+    auto content = conversion().pasted(data, platform_->clipboard(), box, paste_text_only_);
     if (content) box.put_content(platform::Scope::selection, *std::move(content));
     return;
   }

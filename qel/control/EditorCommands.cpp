@@ -12,7 +12,6 @@
 #include "qel/control/Conversion.h"
 #include "qel/model/ReservedColors.h"
 #include "qel/richtext/Document.h"
-#include "qel/richtext/DocumentReader.h"
 #include "qel/tables/QELIndexColors.h"
 #include "qel/tables/QELIndexFonts.h"
 #include "qel/text/DocumentCase.h"
@@ -109,16 +108,19 @@ void select_all(const Target& target) {
 }
 
 void paste(const Target& target) {
+  platform::DragData data = target.clipboard.data();
+  paste(data, target);
+}
+
+/// In the stated way, HTML does not count.
+std::optional<richtext::Document> content_of(platform::DragData& data, const Target& target) {
   if (is_lossless(target)) {
-    platform::DragData data = target.clipboard.data();
-    paste(data, target);
-    return;
+    return TargetConversion(target)->pasted(data, target.clipboard, target.box,
+                                            target.edited.pastes_text_only);
   }
   const auto [format, alignment] = target.box.text_defaults(platform::Scope::selection);
   const bool in_one_line = !target.box.appearance().takes_breaks;
-  auto content = richtext::read_transfer(target.clipboard.rtf(), target.clipboard.text(), format,
-                                         alignment, in_one_line);
-  if (content) target.box.put_content(platform::Scope::selection, *std::move(content));
+  return platform::read_transfer(data, nullptr, format, alignment, in_one_line);
 }
 
 /// Gives the selection an entry of the tables; the reserved colours have names of their own.
@@ -249,10 +251,9 @@ std::u16string markup(const Target& target) {
                                   : TargetConversion(target)->markup_in(target.box);
 }
 
-bool paste(platform::DragData& data, const Target& target) {
-  if (!is_lossless(target)) return false;
-  put_pasted(data, target, target.edited.pastes_text_only);
-  return true;
+void paste(platform::DragData& data, const Target& target) {
+  auto content = content_of(data, target);
+  if (content) target.box.put_content(platform::Scope::selection, *std::move(content));
 }
 
 bool run(std::u16string_view name, const Target& target) {

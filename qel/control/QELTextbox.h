@@ -161,9 +161,12 @@ class QELTextbox {
   std::u16string get_SelTextQEL() const;
 
   /// Replaces the selection with the clipboard's content: its RTF as far as markup can express it,
-  /// or else its text. Line breaks and tabs become blanks either way (unless lossless). An error
-  /// leaves the text as it was.
+  /// or else (lossless only, and where the platform can read it) its HTML, or else its text. Line
+  /// breaks and tabs become blanks in any case (unless lossless). An error leaves the text as it
+  /// was.
   void PasteClipboardContents();
+  /// The same with the clipboard's text alone.
+  void PasteText();
 
   // Events.
 

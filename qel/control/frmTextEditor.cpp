@@ -121,7 +121,8 @@ void frmTextEditor::on_key_press(std::int16_t& character) {
 }
 
 bool frmTextEditor::on_paste(platform::DragData& data) {
-  return editor_commands::paste(data, target());
+  editor_commands::paste(data, target());
+  return true;
 }
 
 void frmTextEditor::handle_key(std::int16_t& key_code, std::int16_t shift) {

@@ -10,7 +10,7 @@ bool DragData::has_text_of(const DragData& other) const {
       return has(format) == other.has(format);
     return own->second == others->second;
   };
-  return is_same(text_format) && is_same(rtf_format);
+  return is_same(text_format) && is_same(rtf_format) && is_same(html_format);
 }
 
 std::optional<std::u16string> DragData::get(std::int16_t format) {

@@ -23,8 +23,8 @@ constexpr std::int32_t usual_drop(std::int32_t allowed_effects, bool wants_copy)
 /// Whether the pointer with the data enters a box, leaves it or moves over it.
 enum DragState : std::int16_t { drag_enters = 0, drag_leaves = 1, drag_moves = 2 };
 
-/// The window system's numbers for the formats of data.
-enum DataFormat : std::int16_t { text_format = 1, rtf_format = -16639 };
+/// The window system's numbers for the formats of data. It has no fixed one for HTML.
+enum DataFormat : std::int16_t { text_format = 1, rtf_format = -16639, html_format = -16638 };
 
 /// What is dragged from one place to another, in one format or several.
 class DragData {
@@ -35,7 +35,7 @@ class DragData {
   /// Whether the data has that format, or was promised in it.
   bool has(std::int16_t format) const { return values_.contains(format); }
   /// Whether it has a format that a box can take.
-  bool is_text() const { return has(text_format) || has(rtf_format); }
+  bool is_text() const { return has(text_format) || has(rtf_format) || has(html_format); }
   /// Whether a box would take the same from both; nothing promised is asked for.
   bool has_text_of(const DragData& other) const;
   /// The data in that format; empty when it has none. Promised data is asked for first.

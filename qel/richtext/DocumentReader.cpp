@@ -38,17 +38,6 @@ Document read_document(std::u16string_view text, const CharFormat& base) {
   return document;
 }
 
-std::optional<Document> read_transfer(const std::optional<std::u16string>& rtf,
-                                      const std::optional<std::u16string>& text,
-                                      const CharFormat& base, Alignment alignment,
-                                      bool in_one_line) {
-  const bool has_rtf = rtf && !rtf->empty();
-  if (!has_rtf && !text) return {};
-  Document document = has_rtf ? read_document(*rtf, base) : plain_document(*text, base);
-  if (!has_rtf) document.align({0, document.size()}, alignment);
-  return in_one_line ? richtext::in_one_line(document) : std::move(document);
-}
-
 Document in_one_line(const Document& document) {
   Document line;
   for (std::size_t i = 0; i < document.runs().run_count(); ++i) {

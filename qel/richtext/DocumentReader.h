@@ -1,7 +1,5 @@
 #pragma once
 
-#include <optional>
-#include <string>
 #include <string_view>
 
 #include "qel/richtext/CharFormat.h"
@@ -39,12 +37,5 @@ Document read_document(std::u16string_view text, const CharFormat& base);
 
 /// The document with a blank in place of each break.
 Document in_one_line(const Document& document);
-
-/// The document on a clipboard or in a drag: its RTF where it has any, else its text in the base
-/// format and alignment; empty when it has neither. `in_one_line` puts blanks in place of breaks.
-std::optional<Document> read_transfer(const std::optional<std::u16string>& rtf,
-                                      const std::optional<std::u16string>& text,
-                                      const CharFormat& base, Alignment alignment,
-                                      bool in_one_line);
 
 }  // namespace qel::richtext
