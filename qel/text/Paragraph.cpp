@@ -217,12 +217,15 @@ std::vector<ParagraphLine> Paragraph::lines(const ParagraphShape& shape,
   const auto add_lines = [&](std::size_t end) {
     const Levels levels(text_, begin, end);
     float indent = 0;
+    bool is_first = true;
     do {
       const LineStart start = {indent, shape.indent};
       ParagraphRest rest(*this, begin, end, shape.width - indent, start, typesetter);
       usual = shape.wraps && begin < end ? LineBreaker<ParagraphRest>::length_of_line(rest, usual)
                                          : end - begin;
       lines.push_back(line(begin, begin + usual, levels, start, typesetter));
+      lines.back().begins_paragraph = is_first;
+      is_first = false;
       indent = shape.indent;
       begin = std::min(text_.find_first_not_of(u' ', begin + usual), end);
     } while (begin < end);

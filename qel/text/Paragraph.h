@@ -41,6 +41,7 @@ struct ParagraphLine {
   float width = 0;                     ///< without the blanks at the end
   float blanks_before = 0;             ///< the width of those blanks, where they stand at the left
   float indent = 0;                    ///< how much further to the right it may begin
+  bool begins_paragraph = false;       ///< whether a line code or break, or nothing, is before it
 };
 
 /// The text of a paragraph as a reader sees it, broken into lines. Unlike the lines of
