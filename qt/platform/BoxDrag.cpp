@@ -39,9 +39,9 @@ box::DropPoint point_of(const QDropEvent& event) {
 /// The desktop chooses the pointer, whatever the listener says about cursors.
 void BoxView::carry(box::Drag& drag) {
   auto* const dragged = new QDrag(this);  // deletes itself and the data
-  auto* const carried = new DragMimeData(drag.data());
+  auto* const carried = new TransferMimeData(drag.data());
   dragged->setMimeData(carried);
-  const QPointer<DragMimeData> kept = carried;
+  const QPointer<TransferMimeData> kept = carried;
   connect(dragged, &QDrag::actionChanged, dragged, [&drag](Qt::DropAction action) {
     std::int32_t effect = effects_of(action);
     bool default_cursors = true;

@@ -273,7 +273,7 @@ QMimeData* BoxView::createMimeDataFromSelection() const {
 }
 
 bool BoxView::canInsertFromMimeData(const QMimeData* source) const {
-  return source->hasText() || mime::has_rtf(*source);
+  return mime::has_content(*source);
 }
 
 void BoxView::insertFromMimeData(const QMimeData* source) {

@@ -3,22 +3,27 @@
 #include <QMimeData>
 #include <QPointer>
 #include <cstdint>
+#include <optional>
+#include <string>
+#include <utility>
 
 #include "qel/platform/DragData.h"
 
 namespace qel::qt {
 
-/// What a box drags, as Qt carries it. Promised data is supplied when somebody reads it.
-class DragMimeData : public QMimeData {
+/// What a box drags or copies, as Qt carries it. Promised data is supplied when somebody reads it,
+/// and HTML is made of RTF that comes without it.
+class TransferMimeData : public QMimeData {
   Q_OBJECT
 
  public:
   /// The data must live until it is taken away by `end`.
-  explicit DragMimeData(platform::DragData& data) : data_(&data) {}
+  explicit TransferMimeData(platform::DragData& data) : data_(&data) {}
+  explicit TransferMimeData(platform::DragData&& data) : own_(std::move(data)), data_(&own_) {}
 
   /// The drag is over: from now on there is no data.
   void end() { data_ = nullptr; }
-  platform::DragData* dragged() const { return data_; }
+  platform::DragData* content() const { return data_; }
 
   bool hasFormat(const QString& name) const override;
   QStringList formats() const override;
@@ -27,6 +32,9 @@ class DragMimeData : public QMimeData {
   QVariant retrieveData(const QString& name, QMetaType type) const override;
 
  private:
+  std::optional<std::u16string> html() const;
+
+  platform::DragData own_;
   platform::DragData* data_;
 };
 

@@ -37,6 +37,24 @@ QTextCharFormat to_qt(const CharFormat& format, const Scheme& scheme) {
   return shown;
 }
 
+CharFormat format_of(const QTextCharFormat& format, const CharFormat& base) {
+  CharFormat read;
+  read.bold = format.fontWeight() > QFont::Medium;
+  read.italic = format.fontItalic();
+  read.underline = format.fontUnderline();
+  read.strike_through = format.fontStrikeOut();
+  read.small_caps = format.fontCapitalization() == QFont::SmallCaps;
+  constexpr std::int16_t raised = 45;
+  if (format.verticalAlignment() == QTextCharFormat::AlignSuperScript) read.offset = raised;
+  if (format.verticalAlignment() == QTextCharFormat::AlignSubScript) read.offset = -raised;
+  const bool has_color = format.foreground().style() != Qt::NoBrush;
+  read.color = has_color ? from_qt(format.foreground().color()) : base.color;
+  const QStringList families = format.fontFamilies().toStringList();
+  read.font_name = families.isEmpty() ? base.font_name : from_qt(families.first());
+  read.size = format.fontPointSize() > 0 ? static_cast<float>(format.fontPointSize()) : base.size;
+  return read;
+}
+
 Qt::Alignment to_qt(Alignment alignment) {
   switch (alignment) {
     case Alignment::right:

@@ -71,7 +71,7 @@ TEST(QtDrag, PutsWhatAnotherProgramDropsIntoTheText) {
 
 TEST(QtDrag, GivesOtherProgramsItsTextAndRTF) {
   DragData dragged;
-  const DragMimeData data(dragged);
+  const TransferMimeData data(dragged);
   dragged.put(text_format, u"a\r\nb");
   dragged.put(rtf_format, u"{\\rtf1 \u00E4}");
   EXPECT_EQ(data.text(), QStringLiteral("a\nb"));

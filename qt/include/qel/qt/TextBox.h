@@ -174,6 +174,8 @@ class TextBox : public QWidget {
  public slots:
   void InvokeLargeEditor() { control_->InvokeLargeEditor(); }
   void PasteClipboardContents() { control_->PasteClipboardContents(); }
+  /// Pastes without formats, as Ctrl+Shift+V does.
+  void PasteText() { control_->PasteText(); }
   /// Gives the selection the format of plain text.
   void SelPlain() { control_->SelPlain(); }
 

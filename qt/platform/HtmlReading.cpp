@@ -1,0 +1,110 @@
+#include "qt/platform/HtmlReading.h"
+
+#include <QStringConverter>
+#include <QTextBlock>
+#include <QTextDocument>
+#include <QTextFragment>
+#include <QTextList>
+
+#include "qel/base/Utf8.h"
+#include "qel/richtext/DocumentReader.h"
+#include "qt/platform/FormatMapping.h"
+#include "qt/platform/Text.h"
+#ifdef QEL_QT_READS_HTML
+#include "qel/html/HtmlReader.h"
+#endif
+
+namespace qel::qt {
+
+using richtext::CharFormat;
+using richtext::Document;
+
+namespace {
+
+/// Whether the first characters, which are ASCII in HTML, are in UTF-16, and in which of the two.
+std::optional<QStringConverter::Encoding> unmarked_utf16(const QByteArray& bytes) {
+  if (bytes.size() < 2) return {};
+  if (bytes[0] != '\0' && bytes[1] == '\0') return QStringConverter::Utf16LE;
+  if (bytes[0] == '\0' && bytes[1] != '\0') return QStringConverter::Utf16BE;
+  return {};
+}
+
+/// Reads what Qt has made of HTML.
+class Walk {
+ public:
+  Walk(const CharFormat& base, richtext::DocumentSink& sink) : base_(base), sink_(sink) {}
+
+  void read(const QTextDocument& document) {
+    richtext::Alignment alignment = richtext::Alignment::left;
+    for (QTextBlock block = document.begin(); block.isValid(); block = block.next()) {
+      if (block != document.begin()) sink_.paragraph_break(last_, alignment);
+      alignment = alignment_of(block.blockFormat());
+      read(block);
+    }
+    sink_.finish(alignment);
+  }
+
+ private:
+  void read(const QTextBlock& block) {
+    last_ = sink_.intern(format_of(block.charFormat(), base_));
+    if (const QTextList* const list = block.textList()) {
+      add(list->itemText(block) + QLatin1Char('\t'), last_);
+    }
+    for (auto at = block.begin(); !at.atEnd(); ++at) {
+      const QTextCharFormat format = at.fragment().charFormat();
+      last_ = sink_.intern(format_of(format, base_));
+      if (!format.isImageFormat()) add(at.fragment().text(), last_);
+    }
+  }
+
+  void add(const QString& text, richtext::DocumentSink::FormatId format) {
+    const QStringList lines = text.split(QChar::LineSeparator);
+    for (qsizetype i = 0; i < lines.size(); ++i) {
+      if (i > 0) sink_.paragraph_break(format, richtext::Alignment::left);
+      if (!lines[i].isEmpty()) sink_.text(view_of(lines[i]), format);
+    }
+  }
+
+  const CharFormat& base_;
+  richtext::DocumentSink& sink_;
+  richtext::DocumentSink::FormatId last_ = 0;
+};
+
+}  // namespace
+
+std::u16string decode_html(const QByteArray& bytes) {
+  const auto encoding = QStringConverter::encodingForData(bytes).value_or(
+      unmarked_utf16(bytes).value_or(QStringConverter::Utf8));
+  QString html = QStringDecoder(encoding)(bytes);
+  // Some end it like a string of C.
+  while (html.endsWith(QChar::Null)) html.chop(1);
+  return from_qt(html);
+}
+
+Document read_html_by_qt(const QString& html, const CharFormat& base) {
+  // Of HTML with the header of a clipboard, what stands behind that.
+  const bool has_header = html.startsWith(QLatin1String("Version:"));
+  QTextDocument page;
+  page.setUndoRedoEnabled(false);
+  page.setHtml(has_header ? html.mid(html.indexOf(QLatin1Char('<'))) : html);
+  Document document;
+  richtext::DocumentBuilder builder(document);
+  Walk(base, builder).read(page);
+  document.release_unused();
+  return document;
+}
+
+Document read_html(std::u16string_view html, const CharFormat& base) {
+#ifdef QEL_QT_READS_HTML
+  Document document;
+  richtext::DocumentBuilder builder(document);
+  // The mark overrides what the HTML says of the encoding that it once had.
+  html::read_html("\xEF\xBB\xBF" + to_utf8(html), base, builder);
+  document.release_unused();
+  return document;
+#else
+  return read_html_by_qt(to_qt(html), base);
+#endif
+}
+
+}  // namespace qel::qt
