@@ -5,6 +5,8 @@
 #include <QLockFile>
 #include <QStandardPaths>
 #include <QTemporaryDir>
+#include <chrono>
+#include <memory>
 #include <stdexcept>
 
 #include "Demo.h"
@@ -12,6 +14,9 @@
 
 namespace qel::forms {
 namespace {
+
+/// Opening may have to wait for other programs; from then on, nobody waits.
+constexpr auto opening_patience = std::chrono::seconds(5);
 
 /// Qt would end the program if it found no display.
 void require_display(bool is_demo) {
@@ -28,19 +33,63 @@ void require_display(bool is_demo) {
 #endif
 }
 
-/// The user's own records.
-QString usual_database() {
-  const QString folder = QStandardPaths::writableLocation(QStandardPaths::AppDataLocation);
+QString folder_of(QStandardPaths::StandardLocation location) {
+  const QString folder = QStandardPaths::writableLocation(location);
   if (!QDir().mkpath(folder)) {
     throw std::runtime_error("cannot create the folder " + folder.toStdString());
   }
-  return folder + QStringLiteral("/records.db");
+  return folder;
 }
 
-QString database_of(const WindowRequest& request, const QTemporaryDir& temporary) {
-  if (!request.database.empty()) return QString::fromStdString(request.database);
-  return request.demo_picture.empty() ? usual_database()
-                                      : temporary.filePath(QStringLiteral("records.db"));
+/// The user's own records.
+QString usual_database() {
+  return folder_of(QStandardPaths::AppDataLocation) + QStringLiteral("/records.db");
+}
+
+RecordStore::Options store_options() {
+  RecordStore::Options options;
+  options.creates = true;
+  options.patience = opening_patience;
+  return options;
+}
+
+/// A window with what it needs.
+struct Opened {
+  explicit Opened(const QString& path)
+      : lock(path + QStringLiteral(".lock")), store(path.toStdString(), store_options()) {
+    store.put_patience(std::chrono::milliseconds(0));
+    lock.setStaleLockTime(0);
+  }
+
+  QLockFile lock;
+  RecordStore store;
+};
+
+void open_window(const QString& path) {
+  const auto opened = std::make_shared<Opened>(path);
+  WindowOptions options;
+  options.settings = folder_of(QStandardPaths::AppConfigLocation) + QStringLiteral("/window.ini");
+  options.drafts = folder_of(QStandardPaths::AppDataLocation) + QStringLiteral("/drafts");
+  options.open = open_window;
+  auto* const window = new MainWindow(opened->store, options);
+  window->setAttribute(Qt::WA_DeleteOnClose);
+  // The store outlives the window.
+  QObject::connect(window, &QObject::destroyed, qApp, [opened] {});
+  window->show();
+  // Drafts that another window of the same file keeps were not left by a crash.
+  window->begin(opened->lock.tryLock());
+}
+
+void run_demo(const WindowRequest& request) {
+  const QTemporaryDir temporary;
+  const QString path = request.database.empty() ? temporary.filePath(QStringLiteral("records.db"))
+                                                : QString::fromStdString(request.database);
+  Opened opened(path);
+  add_samples(opened.store);
+  MainWindow window(opened.store);
+  window.show();
+  window.begin(false);
+  play(window, QString::fromStdString(request.demo_picture));
 }
 
 }  // namespace
@@ -53,23 +102,12 @@ int run_window(const WindowRequest& request) {
   char* arguments[] = {name, nullptr};
   const QApplication application(argc, arguments);
   QApplication::setApplicationName(QStringLiteral("qelforms"));
-  const QTemporaryDir temporary;
-  const QString database = database_of(request, temporary);
-  RecordStore::Options options;
-  options.creates = true;
-  RecordStore store(database.toStdString(), options);
-  if (is_demo) add_samples(store);
-  MainWindow window(store);
-  window.show();
   if (is_demo) {
-    window.begin(false);
-    play(window, QString::fromStdString(request.demo_picture));
+    run_demo(request);
     return 0;
   }
-  // Drafts that another window of the same file keeps were not left by a crash.
-  QLockFile lock(database + QStringLiteral(".lock"));
-  lock.setStaleLockTime(0);
-  window.begin(lock.tryLock());
+  open_window(request.database.empty() ? usual_database()
+                                       : QString::fromStdString(request.database));
   return QApplication::exec();
 }
 

@@ -8,7 +8,6 @@
 #include <QMenu>
 #include <QMimeData>
 
-#include "qel/box/Box.h"
 #include "qel/qt/TextBox.h"
 
 namespace qel::forms {
@@ -81,14 +80,12 @@ bool EditCommands::is_possible(Command command) const {
   bool undoes = false;
   bool redoes = false;
   if (const qt::TextBox* const widget = box_of(target_)) {
-    const auto* const box =
-        dynamic_cast<const box::Box*>(widget->control().CurrentRichTextBox().get());
-    if (box == nullptr) return false;
-    edits = box->may_edit();
-    selects = !box->selected().is_empty();
-    has_text = !box->text().empty();
-    undoes = edits && box->can_undo();
-    redoes = edits && box->can_redo();
+    const QELTextbox& control = widget->control();
+    edits = control.get_AllowEdits();
+    selects = control.get_SelLength() > 0;
+    has_text = !control.get_Text().empty();
+    undoes = control.CurrentRichTextBox()->can_undo();
+    redoes = control.CurrentRichTextBox()->can_redo();
   } else if (const auto* const field = qobject_cast<QLineEdit*>(target_)) {
     edits = !field->isReadOnly();
     selects = field->hasSelectedText();

@@ -13,7 +13,8 @@ namespace {
 constexpr int side_margin = 32;
 constexpr int top_margin = 24;
 constexpr int gap = 8;
-constexpr double title_scale = 1.7;
+constexpr int title_scale = 170;  // per cent of the text
+constexpr int line_spacing = 125;
 
 }  // namespace
 
@@ -33,23 +34,25 @@ EditorSide::EditorSide(QWidget* parent)
   title_->put_PlaceholderText(tr("Title"));
   body_->put_PlaceholderText(tr("Write here"));
   body_->put_ScrollBars(2);
+  body_->put_LineSpacing(line_spacing);
+  body_->put_TextMargin(side_margin);
+  title_->put_TextMargin(0);
   // Enter and Down lead from the title to the text.
   connect(title_, &qt::TextBox::KeyDown, this, [this](std::int16_t* key, const std::int16_t* shift) {
     if (*shift != 0 || (*key != '\r' && *key != 40)) return;
     *key = 0;
     body_->setFocus();
   });
-  auto* const page = new QVBoxLayout;
-  page->setContentsMargins(side_margin, top_margin, side_margin, 0);
-  page->setSpacing(gap);
-  page->addWidget(title_);
-  page->addWidget(tags_);
-  page->addSpacing(gap);
-  page->addWidget(body_, 1);
+  auto* const head = new QVBoxLayout;
+  head->setContentsMargins(side_margin, top_margin, side_margin, 0);
+  head->setSpacing(gap);
+  head->addWidget(title_);
+  head->addWidget(tags_);
   auto* const layout = new QVBoxLayout(this);
   layout->setContentsMargins(0, 0, 0, 0);
   layout->setSpacing(0);
-  layout->addLayout(page, 1);
+  layout->addLayout(head);
+  layout->addWidget(body_, 1);
   layout->addWidget(notice_);
   connect(qApp, &QApplication::focusChanged, this,
           [this](const QWidget*, const QWidget* now) { follow_focus(now); });
@@ -73,8 +76,9 @@ void EditorSide::follow_focus(const QWidget* now) {
   emit box_changed();
 }
 
-void EditorSide::put_text_size(double size) {
-  title_->put_FontSize(size * title_scale);
+void EditorSide::put_zoom(int percent) {
+  body_->put_Zoom(percent);
+  title_->put_Zoom(body_->get_Zoom() * title_scale / 100);
 }
 
 void EditorSide::put_editable(bool editable) {

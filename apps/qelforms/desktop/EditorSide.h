@@ -24,8 +24,8 @@ class EditorSide : public QWidget {
   /// The box that has the focus, or had it last.
   qt::TextBox& edited_box() const { return *edited_; }
 
-  /// The size of the text without a font of its own, in points; the title follows.
-  void put_text_size(double size);
+  /// The size of the text, in per cent; the title is larger.
+  void put_zoom(int percent);
   void put_editable(bool editable);
 
  signals:

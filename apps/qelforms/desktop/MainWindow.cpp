@@ -149,6 +149,7 @@ void MainWindow::connect_sides() {
   connect(&records, &RecordList::opened, this, [this](std::int64_t id) { open_record(id, true); });
   connect(&records, &RecordList::left, side_, &ListSide::left);
   connect(&editor_->tags(), &TagLine::edited, this, [this] { put_tags(); });
+  connect(&editor_->body(), &qt::TextBox::ZoomChanged, this, [this](int zoom) { put_zoom(zoom); });
   connect(editor_, &EditorSide::box_changed, this, [this] { show_counts(); });
   connect(&retries_, &Retries::changed, this, [this] { show_waiting(); });
 }
@@ -271,13 +272,11 @@ void MainWindow::show_waiting() {
 void MainWindow::apply_tables() {
   const command::Tables tables = load_tables(store_);
   form_->put_tables(tables);
-  editor_->put_text_size(static_cast<double>(tables.fonts.get_FontSize()));
 }
 
 void MainWindow::put_zoom(int percent) {
-  constexpr int least = 50;
-  constexpr int most = 400;
-  look_.zoom = qBound(least, percent, most);
+  editor_->put_zoom(percent);
+  look_.zoom = editor_->body().get_Zoom();
 }
 
 void MainWindow::tell(const QString& message) { statusBar()->showMessage(message); }

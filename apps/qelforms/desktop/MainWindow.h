@@ -160,6 +160,7 @@ class MainWindow : public QMainWindow {
   void preview();
   void edit_tables();
   std::vector<Record> selected_records() const;
+  QString document_title() const;
 
   QMessageBox::StandardButton ask(const QString& question, QMessageBox::StandardButtons answers,
                                   QMessageBox::StandardButton preset);

@@ -19,9 +19,9 @@
 #include "ListSide.h"
 #include "MainWindow.h"
 #include "Notice.h"
-#include "Pdf.h"
 #include "RecordList.h"
 #include "TablesDialog.h"
+#include "qel/qt/Printing.h"
 
 namespace qel::forms {
 namespace {
@@ -54,6 +54,23 @@ QString caption_of(ExportFormat format) {
       return MainWindow::tr("Markup");
   }
   return {};
+}
+
+std::vector<qt::PrintSection> sections_of(const std::vector<Record>& records) {
+  std::vector<qt::PrintSection> sections;
+  for (const Record& record : records) {
+    sections.push_back(
+        {QString::fromStdU16String(record.title), QString::fromStdU16String(record.body)});
+  }
+  return sections;
+}
+
+qt::PrintOptions print_options(const command::Tables& tables, const QString& title) {
+  qt::PrintOptions options;
+  options.title = title;
+  options.fonts = tables.fonts;
+  options.colors = tables.colors;
+  return options;
 }
 
 QString records_filter() { return MainWindow::tr("Records (*.db);;All files (*)"); }
@@ -119,7 +136,7 @@ void MainWindow::import_from(const QStringList& paths) {
   side_->end_search();
   list_records();
   if (imported > 0) {
-    attempt(QStringLiteral("open"), [&] { show_record(result.ids.front()); });
+    attempt(QStringLiteral("open"), [this, id = result.ids.front()] { show_record(id); });
     list().select(result.ids);
     editor_->notice().tell(tr("Imported %1.").arg(name_of(result.ids)), tr("&Undo"),
                            [this, ids = result.ids] { move_to_trash(ids); });
@@ -151,7 +168,7 @@ void MainWindow::dropEvent(QDropEvent* event) {
   event->acceptProposedAction();
   // The other program waits for the end of the drop.
   QMetaObject::invokeMethod(
-      this, [this, files] { attempt({}, [&] { import_from(files); }); }, Qt::QueuedConnection);
+      this, [this, files] { import_from(files); }, Qt::QueuedConnection);
 }
 
 /// Files that are dropped on a text are imported, too.
@@ -200,19 +217,44 @@ void MainWindow::export_selected() {
 }
 
 bool MainWindow::export_to(const QString& path) {
-  return attempt(QStringLiteral("export"), [&] {
+  return attempt(QStringLiteral("export"), [this, path] {
     const ExportFormat format = format_of_file(path.toStdString());
     const std::vector<Record> records = selected_records();
     const command::Tables tables = load_tables(store_);
-    const std::string document = format == ExportFormat::pdf ? pdf_of(records, tables)
-                                                             : exported(records, format, tables);
+    const std::string document =
+        format == ExportFormat::pdf
+            ? qt::pdf_of(sections_of(records), print_options(tables, document_title()))
+                  .toStdString()
+            : exported(records, format, tables, document_title().toStdU16String());
+    if (document.empty() && format == ExportFormat::pdf) {
+      throw std::runtime_error(tr("No PDF can be made.").toStdString());
+    }
     command::OutputFile file(path.toStdString());
     file.write(document);
     file.finish();
-    editor_->notice().tell(tr("%n record(s) written to %1.", nullptr,
-                              static_cast<int>(records.size()))
-                               .arg(path));
+    editor_->notice().tell(
+        tr("%n record(s) written to %1.", nullptr, static_cast<int>(records.size())).arg(path));
   });
+}
+
+/// That of the only record, or what records these are.
+QString MainWindow::document_title() const {
+  const std::vector<std::int64_t> ids = list().selected();
+  const RecordModel& records = list().records();
+  return ids.size() == 1 ? records.index(records.row_of(ids.front())).data().toString()
+                         : tr("Records");
+}
+
+void MainWindow::print() {
+  if (!settle()) return;
+  qt::print(this, sections_of(selected_records()),
+            print_options(load_tables(store_), document_title()));
+}
+
+void MainWindow::preview() {
+  if (!settle()) return;
+  qt::preview(this, sections_of(selected_records()),
+              print_options(load_tables(store_), document_title()));
 }
 
 void MainWindow::edit_tables() {
