@@ -93,7 +93,7 @@ TEST_F(FormsSearch, FindsWordsInAnyOrderTheBestFirst) {
       {u"gr milk", {}},          {u"emilie", {1}},       {u"\"C++\"", {1}},    {u"tea OR pot", {}},
       {u"milk, sugar and", {1}}, {u"\u8336\u306E", {3}}, {u"b1", {}},          {u"* ^ (", {}}};
   for (const auto& [text, ids] : rows) EXPECT_EQ(found(store, text), ids) << shown(text);
-  EXPECT_EQ(store.find(u"te", 2).size(), 2U);
+  EXPECT_EQ(store.find(u"te", {}, 2).size(), 2U);
   EXPECT_EQ(shown(store.find(u"tea")[1].snippet),
             shown(u"Milk, sugar and green tea for \u00C9milie's C++ course"));
   EXPECT_EQ(shown(store.find(u"teapot")[0].snippet),
@@ -117,7 +117,7 @@ TEST_F(FormsSearch, FollowsWhatOtherProgramsWrite) {
   EXPECT_EQ(found(store, u"three"), Ids{});
   EXPECT_EQ(found(store, u"four"), Ids{});
   EXPECT_EQ(found(store, u"five"), Ids{7});
-  other_program("DROP TABLE search; UPDATE records SET body = 'six' WHERE id = 7");
+  other_program("DROP TABLE words; UPDATE records SET body = 'six' WHERE id = 7");
   EXPECT_EQ(found(store, u"six"), Ids{7});
   EXPECT_EQ(found(store, u"two"), Ids{9});
 }

@@ -52,10 +52,15 @@ std::string cause_of(sqlite3* connection) {
 
 }  // namespace
 
+std::int64_t time_now() {
+  const auto time = std::chrono::system_clock::now().time_since_epoch();
+  return std::chrono::duration_cast<std::chrono::milliseconds>(time).count();
+}
+
 void Database::Closer::operator()(sqlite3* connection) const { sqlite3_close_v2(connection); }
 
 Database::Database(std::string path, bool creates, std::chrono::milliseconds patience)
-    : path_(std::move(path)) {
+    : path_(std::move(path)), patience_(patience) {
   sqlite3* connection = nullptr;
   const int flags = SQLITE_OPEN_READWRITE | (creates ? SQLITE_OPEN_CREATE : 0);
   const int result = sqlite3_open_v2(as_file(path_).c_str(), &connection, flags, nullptr);
@@ -63,13 +68,18 @@ Database::Database(std::string path, bool creates, std::chrono::milliseconds pat
   if (connection == nullptr) fail(store_failed, "open", "out of memory");
   if (result != SQLITE_OK) fail_after("open");
   sqlite3_extended_result_codes(connection, 1);
-  sqlite3_busy_timeout(connection, static_cast<int>(patience.count()));
+  put_patience(patience);
   // EXTRA also syncs the folder once the journal is gone: without that, a power failure could bring
   // the journal back and undo what was reported as saved.
   execute("PRAGMA synchronous = EXTRA; PRAGMA trusted_schema = OFF;", "open");
 }
 
 bool Database::is_read_only() const { return sqlite3_db_readonly(connection_.get(), "main") == 1; }
+
+void Database::put_patience(std::chrono::milliseconds patience) {
+  patience_ = patience;
+  sqlite3_busy_timeout(connection_.get(), static_cast<int>(patience.count()));
+}
 
 void Database::execute(const std::string& statements, const char* verb) {
   const int result = sqlite3_exec(connection_.get(), statements.c_str(), nullptr, nullptr, nullptr);
@@ -109,6 +119,11 @@ void Statement::check(int result) const {
   database_.fail_after(reads ? "read" : "write");
 }
 
+void Statement::reset() {
+  sqlite3_reset(statement_.get());
+  bound_ = 0;
+}
+
 void Statement::bind(std::int64_t value) {
   check(sqlite3_bind_int64(statement_.get(), ++bound_, value));
 }
@@ -130,11 +145,15 @@ std::int64_t Statement::integer(int column) const {
 }
 
 std::u16string Statement::text(int column) const {
+  return from_utf8(bytes(column), richtext::decode_western);
+}
+
+std::string_view Statement::bytes(int column) const {
   // The size is that of the representation that was asked for last.
   const auto* const blob = static_cast<const char*>(sqlite3_column_blob(statement_.get(), column));
   const int size = sqlite3_column_bytes(statement_.get(), column);
   if (blob == nullptr) return {};
-  return from_utf8({blob, static_cast<std::size_t>(size)}, richtext::decode_western);
+  return {blob, static_cast<std::size_t>(size)};
 }
 
 Transaction::Transaction(Database& database)

@@ -25,6 +25,9 @@ enum StoreError : std::uint32_t {
   changed_elsewhere,  ///< somebody else has saved the record since it was loaded
 };
 
+/// Milliseconds since 1970, UTC.
+std::int64_t time_now();
+
 /// A connection to an SQLite database in a file. What a transaction writes is on the disk once it
 /// is committed; a process that ends before that leaves nothing of it.
 class Database {
@@ -34,6 +37,8 @@ class Database {
 
   const std::string& path() const { return path_; }
   bool is_read_only() const;
+  std::chrono::milliseconds patience() const { return patience_; }
+  void put_patience(std::chrono::milliseconds patience);
   /// For what adds functions to it.
   sqlite3* connection() const { return connection_.get(); }
   /// Runs statements that return nothing; `verb` is what an error says could not be done.
@@ -55,6 +60,7 @@ class Database {
   };
 
   std::string path_;
+  std::chrono::milliseconds patience_;
   std::unique_ptr<sqlite3, Closer> connection_;
 };
 
@@ -75,14 +81,24 @@ class Statement {
     }
   }
 
+  /// Begins anew with these values.
+  template <class... Values>
+  void begin_with(const Values&... values) {
+    reset();
+    (bind(values), ...);
+  }
+
   /// A column of the row, from 0.
   std::int64_t integer(int column) const;
   std::u16string text(int column) const;
+  /// The same in UTF-8, valid until the next step.
+  std::string_view bytes(int column) const;
 
  private:
   Statement(const Database& database, std::string_view sql, std::nullptr_t);
   void bind(std::int64_t value);
   void bind(const std::u16string& value);
+  void reset();
   void check(int result) const;
 
   struct Finalizer {

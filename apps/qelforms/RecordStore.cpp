@@ -1,110 +1,30 @@
 #include "RecordStore.h"
 
 #include <algorithm>
-#include <array>
+#include <optional>
 #include <utility>
 
-#include "Markup.h"
-#include "qel/base/CaseMapping.h"
-#include "qel/base/Search.h"
+#include "Headings.h"
+#include "RecordSearch.h"
+#include "Schema.h"
 
 namespace qel::forms {
-namespace {
-
-constexpr std::int64_t application_id = 0x51454C46;
-
-/// Each step brings a file from the version that is its index to the next.
-constexpr std::array<const char*, 2> schema_steps = {R"(
-  CREATE TABLE records(
-    id INTEGER PRIMARY KEY AUTOINCREMENT,
-    title TEXT NOT NULL,
-    body TEXT NOT NULL,
-    visible_title TEXT NOT NULL,
-    searched TEXT NOT NULL,  -- the visible text of both in lower case
-    created INTEGER NOT NULL,
-    changed INTEGER NOT NULL,
-    revision INTEGER NOT NULL);
-  CREATE TABLE drafts(
-    id INTEGER PRIMARY KEY AUTOINCREMENT,
-    record INTEGER NOT NULL,
-    revision INTEGER NOT NULL,
-    title TEXT NOT NULL,
-    body TEXT NOT NULL,
-    kept INTEGER NOT NULL);
-  CREATE TABLE tables(
-    name TEXT PRIMARY KEY,
-    record TEXT NOT NULL);)",
-                                                     R"(
-  ALTER TABLE records DROP COLUMN visible_title;
-  ALTER TABLE records DROP COLUMN searched;
-  -- The records that have changed since the index of words was written. The triggers call no
-  -- function, so that they work in every program.
-  CREATE TABLE unindexed(record INTEGER PRIMARY KEY);
-  INSERT INTO unindexed SELECT id FROM records;
-  CREATE TRIGGER record_added AFTER INSERT ON records BEGIN
-    INSERT INTO unindexed VALUES(new.id) ON CONFLICT DO NOTHING;
-  END;
-  CREATE TRIGGER record_changed AFTER UPDATE ON records BEGIN
-    INSERT INTO unindexed VALUES(old.id) ON CONFLICT DO NOTHING;
-    INSERT INTO unindexed VALUES(new.id) ON CONFLICT DO NOTHING;
-  END;
-  CREATE TRIGGER record_removed AFTER DELETE ON records BEGIN
-    INSERT INTO unindexed VALUES(old.id) ON CONFLICT DO NOTHING;
-  END;)"};
-
-constexpr auto newest_version = static_cast<std::int64_t>(schema_steps.size());
-
-std::int64_t now() {
-  const auto time = std::chrono::system_clock::now().time_since_epoch();
-  return std::chrono::duration_cast<std::chrono::milliseconds>(time).count();
-}
-
-/// Whether a visible text holds the text in lower case.
-bool holds(std::u16string_view visible, std::u16string_view wanted) {
-  return find_text(to_lower(visible), wanted) != std::u16string_view::npos;
-}
-
-}  // namespace
-
 RecordStore::RecordStore(std::string path, const Options& options)
-    : database_(std::move(path), options.creates, options.patience), words_(database_) {
+    : database_(std::move(path), options.creates, options.patience),
+      reach_(options.reach),
+      headings_(std::make_unique<Headings>(database_)),
+      search_(std::make_unique<RecordSearch>(database_)) {
   if (options.most_pages > 0) {
     database_.execute("PRAGMA max_page_count = " + std::to_string(options.most_pages));
   }
-  if (options.creates && is_empty()) bring_up_to_date();
-  const std::int64_t found = version();
-  if (found > newest_version) {
-    database_.fail(newer_version, "open",
-                   "a later version of the program has written it (" + std::to_string(found) +
-                       ", known up to " + std::to_string(newest_version) + ")");
-  }
-  if (found < newest_version && !is_read_only()) bring_up_to_date();
+  open_schema(database_, options.creates);
 }
 
-bool RecordStore::is_empty() const {
-  Statement query(database_, "SELECT count(*) FROM sqlite_schema");
-  return query.step() && query.integer(0) == 0;
-}
+RecordStore::~RecordStore() = default;
 
-std::int64_t RecordStore::version() const {
-  Statement id(database_, "PRAGMA application_id");
-  if (!id.step() || id.integer(0) != application_id) {
-    database_.fail(not_a_database, "open", "it is not a database of records");
-  }
-  Statement query(database_, "PRAGMA user_version");
-  return query.step() ? query.integer(0) : 0;
-}
-
-void RecordStore::bring_up_to_date() {
-  Transaction transaction(database_);
-  // Another program may have done this in the meantime.
-  const std::int64_t found = is_empty() ? 0 : version();
-  for (auto step = static_cast<std::size_t>(found); step < schema_steps.size(); ++step) {
-    database_.execute(schema_steps[step]);
-  }
-  database_.execute("PRAGMA application_id = " + std::to_string(application_id) +
-                    "; PRAGMA user_version = " + std::to_string(newest_version));
-  transaction.commit();
+std::int64_t RecordStore::state_of_others() const {
+  Statement version(database_, "PRAGMA data_version");
+  return version.step() ? version.integer(0) : 0;
 }
 
 void RecordStore::together(const std::function<void()>& work) {
@@ -113,30 +33,36 @@ void RecordStore::together(const std::function<void()>& work) {
   transaction.commit();
 }
 
-std::vector<Heading> RecordStore::list() const {
-  std::vector<Heading> headings;
-  Statement query(database_, "SELECT id, title, changed FROM records ORDER BY id");
-  while (query.step()) {
-    headings.push_back({query.integer(0), visible_text(query.text(1)), query.integer(2), {}});
-  }
-  return headings;
+void RecordStore::catch_up() {
+  headings_->catch_up();
+  search_->catch_up();
 }
 
-std::vector<Heading> RecordStore::find(std::u16string_view text, std::size_t most) {
-  std::vector<Heading> found = words_.find(text, most);
-  return found.empty() ? find_anywhere(text, most) : found;
+void RecordStore::try_to_catch_up() {
+  if (is_read_only() || !(headings_->is_behind() || search_->is_behind())) return;
+  const std::chrono::milliseconds patience = database_.patience();
+  database_.put_patience(std::chrono::milliseconds(0));
+  std::optional<Error> error;
+  try {
+    together([this] { catch_up(); });
+  } catch (const Error& raised) {
+    error = raised;
+  }
+  database_.put_patience(patience);
+  // What cannot be written now is looked for without the index.
+  if (error && error->number() == not_a_database) throw Error(*error);
 }
 
-std::vector<Heading> RecordStore::find_anywhere(std::u16string_view text, std::size_t most) const {
-  const std::u16string wanted = to_lower(text);
-  std::vector<Heading> headings;
-  Statement query(database_, "SELECT id, title, changed, body FROM records ORDER BY id");
-  while (headings.size() < most && query.step()) {
-    std::u16string title = visible_text(query.text(1));
-    if (!holds(title, wanted) && !holds(visible_text(query.text(3)), wanted)) continue;
-    headings.push_back({query.integer(0), std::move(title), query.integer(2), {}});
-  }
-  return headings;
+std::vector<Heading> RecordStore::list(const Listing& listing) const {
+  return headings_->list(listing);
+}
+
+std::vector<Heading> RecordStore::find(std::u16string_view text, const Listing& listing,
+                                       std::size_t most) {
+  try_to_catch_up();
+  std::vector<Heading> found = search_->find(text, listing, most, reach_);
+  headings_->add_tags(found);
+  return found;
 }
 
 Record RecordStore::load(std::int64_t id) const {
@@ -152,13 +78,13 @@ void RecordStore::save(std::span<Record> records) {
   std::vector<Record> saved(records.begin(), records.end());
   together([&] {
     for (Record& record : saved) write(record);
-    words_.catch_up();
+    catch_up();
   });
   std::move(saved.begin(), saved.end(), records.begin());
 }
 
 void RecordStore::write(Record& record) {
-  record.changed = now();
+  record.changed = time_now();
   if (record.id == 0) {
     record.created = record.changed;
     record.revision = 1;
@@ -175,6 +101,7 @@ void RecordStore::write(Record& record) {
             record.title, record.body, record.changed, record.id, record.revision)
       .run();
   if (database_.changed_rows() == 0) refuse_stale(record);
+  Statement(database_, "DELETE FROM trash WHERE record = ?", record.id).run();
   ++record.revision;
 }
 
@@ -184,19 +111,8 @@ void RecordStore::refuse_stale(const Record& record) const {
                  "record " + std::to_string(record.id) + " was saved by somebody else meanwhile");
 }
 
-void RecordStore::remove(std::span<const std::int64_t> ids) {
-  together([&] {
-    for (const std::int64_t id : ids) {
-      load(id);
-      Statement(database_, "DELETE FROM records WHERE id = ?", id).run();
-      Statement(database_, "DELETE FROM drafts WHERE record = ?", id).run();
-    }
-    words_.catch_up();
-  });
-}
-
 void RecordStore::keep_draft(Draft& draft) {
-  const std::int64_t time = now();
+  const std::int64_t time = time_now();
   // A null for the number asks for a new one.
   Statement(database_,
             "INSERT OR REPLACE INTO drafts(id, record, revision, title, body, kept)"

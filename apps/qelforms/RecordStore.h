@@ -5,6 +5,7 @@
 #include <cstdint>
 #include <functional>
 #include <limits>
+#include <memory>
 #include <span>
 #include <string>
 #include <string_view>
@@ -12,9 +13,11 @@
 
 #include "Database.h"
 #include "Heading.h"
-#include "WordIndex.h"
 
 namespace qel::forms {
+
+class Headings;
+class RecordSearch;
 
 /// A record of the form. Texts are markup; times are milliseconds since 1970, UTC.
 struct Record {
@@ -24,6 +27,17 @@ struct Record {
   std::int64_t created = 0;
   std::int64_t changed = 0;
   std::int64_t revision = 0;  ///< how often it was saved
+};
+
+/// What the headings of a list are in order of.
+enum class Order { changed, created, title };
+
+/// Which records a list has, in which order.
+struct Listing {
+  Order order = Order::created;
+  bool ascending = true;
+  std::u16string tag;  ///< only records with this tag, whatever its case; all when empty
+  bool trash = false;  ///< those in the trash instead of the others
 };
 
 /// Unsaved work on a record.
@@ -55,6 +69,9 @@ class RecordStore {
     bool creates = false;                      ///< whether to create a missing file
     std::chrono::milliseconds patience{5000};  ///< how long to wait for other programs
     std::int64_t most_pages = 0;  ///< limit to the file's size, in pages of 4096 bytes; 0 for none
+    /// About how many characters, of the newest records, a search looks through for text as it is
+    /// written where no record has the words.
+    std::size_t reach = 4'000'000;
   };
 
   explicit RecordStore(std::string path) : RecordStore(std::move(path), Options()) {}
@@ -63,6 +80,7 @@ class RecordStore {
   RecordStore(std::string path, const Options& options);
   RecordStore(const RecordStore&) = delete;
   RecordStore& operator=(const RecordStore&) = delete;
+  ~RecordStore();
 
   const std::string& path() const { return database_.path(); }
   bool is_read_only() const { return database_.is_read_only(); }
@@ -70,24 +88,55 @@ class RecordStore {
   /// Does all of the work in one transaction.
   void together(const std::function<void()>& work);
 
+  /// How long members wait for other programs from now on. With none, they raise `locked` at once.
+  void put_patience(std::chrono::milliseconds patience) { database_.put_patience(patience); }
+  /// A number that changes when another program has written to the file.
+  std::int64_t state_of_others() const;
+
   // Records.
 
-  /// All of them, the oldest first.
-  std::vector<Heading> list() const;
+  /// The headings of what the listing tells, in its order.
+  std::vector<Heading> list(const Listing& listing = {}) const;
   /// The records with all words of the text, in any order, in their visible title or body, whatever
   /// their case and accents. The last word may be the beginning of one, unless a blank follows it.
-  /// The best come first. Where there are none, the records that hold the text as it is written,
-  /// within words, too, the oldest first; every record holds an empty text. No more than `most`.
-  std::vector<Heading> find(std::u16string_view text,
+  /// The best come first: those where the words stand often in short texts, ten times as much in
+  /// titles; where more than a thousand are found, those with the words in their titles, then the
+  /// newest. Where there are none, the records that hold the text as it is written, within words,
+  /// too, the newest first; every record holds an empty text. Only what the listing tells, whose
+  /// order does not count, and no more than `most`. Never waits to bring the index up to date: what
+  /// it does not know is looked through.
+  std::vector<Heading> find(std::u16string_view text, const Listing& listing = {},
                             std::size_t most = std::numeric_limits<std::size_t>::max());
+  /// A record in the trash can be loaded, too.
   Record load(std::int64_t id) const;
   /// Saves the records together: adds those without a number, replaces the others, and updates
-  /// numbers, times and revisions. Raises `changed_elsewhere` rather than overwrite the work of
-  /// others.
+  /// numbers, times and revisions. What is saved leaves the trash. Raises `changed_elsewhere`
+  /// rather than overwrite the work of others.
   void save(std::span<Record> records);
   void save(Record& record) { save({&record, 1}); }
-  /// Removes the records together, with their drafts.
+  /// Adds records with the same texts and tags, as new ones; returns their numbers in the same
+  /// order.
+  std::vector<std::int64_t> duplicate(std::span<const std::int64_t> ids);
+
+  // The trash. All of these work on all of the records or on none.
+
+  /// Moves the records there, with their drafts; those that are there stay.
+  void move_to_trash(std::span<const std::int64_t> ids);
+  void restore(std::span<const std::int64_t> ids);
+  /// Removes the records for good, wherever they are, with their drafts and tags.
   void remove(std::span<const std::int64_t> ids);
+  /// Removes what is in the trash for good; returns how many records that were.
+  std::size_t empty_trash();
+
+  // Tags: visible texts, the same whatever their case.
+
+  /// Those of the record, in the order of the alphabet.
+  std::vector<std::u16string> tags(std::int64_t id) const;
+  /// Gives the record these tags and no others. Blanks around them and empty ones are dropped; a
+  /// tag that another record has is written as there. The record counts as unchanged.
+  void put_tags(std::int64_t id, std::span<const std::u16string> tags);
+  /// The tags of all records that are not in the trash, in the order of the alphabet.
+  std::vector<std::u16string> all_tags() const;
 
   // Drafts.
 
@@ -108,15 +157,16 @@ class RecordStore {
   void check() const;
 
  private:
-  bool is_empty() const;
-  std::int64_t version() const;
-  void bring_up_to_date();
-  std::vector<Heading> find_anywhere(std::u16string_view text, std::size_t most) const;
+  void catch_up();
+  void try_to_catch_up();
   void write(Record& record);
   void refuse_stale(const Record& record) const;
+  void require(std::int64_t id) const;
 
   Database database_;
-  WordIndex words_;
+  std::size_t reach_;
+  std::unique_ptr<Headings> headings_;
+  std::unique_ptr<RecordSearch> search_;
 };
 
 }  // namespace qel::forms

@@ -1,42 +1,88 @@
 #include "WordIndex.h"
 
 #include <algorithm>
+#include <cstdint>
 #include <string>
+#include <unordered_set>
+#include <utility>
 
-#include "Database.h"
-#include "Markup.h"
+#include "Headings.h"
 #include "qel_sqlite.h"
 
 namespace qel::forms {
 namespace {
 
-constexpr std::u16string_view blanks = u" \t\r\n\u00A0\u3000";
-
+/// A text of three letters or fewer is found without a look at all words that begin so.
 constexpr const char* create =
-    "search USING fts5(title, body, tokenize = 'unicode61 remove_diacritics 2');";
+    "CREATE VIRTUAL TABLE IF NOT EXISTS words USING fts5(title, body, prefix = '1 2 3',"
+    " tokenize = 'unicode61 remove_diacritics 2');";
 
-constexpr const char* read_records =
-    "INSERT INTO search(rowid, title, body) SELECT id, qel_plain(title), qel_plain(body) FROM "
-    "records";
+/// Weighing takes time for each record that is found, and for each with one of the words.
+constexpr std::int64_t most_weighed = 1000;
 
-/// Each word in quotes: nothing in it is an operator then, and what is between its letters only
-/// parts them. A word without a blank behind it is perhaps only begun.
-std::u16string query_of(std::u16string_view text) {
-  std::u16string query;
-  bool is_within = false;
-  for (const char16_t unit : text) {
-    const bool is_blank = blanks.find(unit) != std::u16string_view::npos;
-    if (is_blank == is_within) query.append(is_blank ? u"\" " : u"\"");
-    is_within = !is_blank;
-    if (is_within) query.append(unit == u'"' ? 2 : 1, unit);
+std::int64_t as_limit(std::size_t most) {
+  return static_cast<std::int64_t>(std::min<std::size_t>(most, INT64_MAX));
+}
+
+/// One search. The index comes first in the order of the joins, or each record would ask it.
+class Hits {
+ public:
+  Hits(const Database& database, const SearchWords& words, const Listing& listing)
+      : database_(database),
+        words_(words),
+        tag_(tag_key(listing.tag)),
+        source_(
+            " FROM words CROSS JOIN headings h ON h.record = words.rowid"
+            " LEFT JOIN trash ON trash.record = words.rowid"
+            " WHERE words MATCH ?2 AND " +
+            is_listed(listing, "words.rowid") +
+            " AND words.rowid NOT IN (SELECT record FROM unindexed)") {}
+
+  bool are_many() const {
+    Statement found(database_, "SELECT 1" + source_ + " ORDER BY words.rowid DESC LIMIT ?3", tag_,
+                    words_.query(), most_weighed + 1);
+    std::int64_t count = 0;
+    while (found.step()) ++count;
+    return count > most_weighed;
   }
-  return is_within ? query + u"\"*" : query;
-}
 
-std::u16string on_one_line(std::u16string text) {
-  std::replace(text.begin(), text.end(), u'\n', u' ');
-  return text;
-}
+  /// Words in titles count ten times as much.
+  std::vector<Heading> best(std::size_t most) {
+    add(words_.query(), " AND rank MATCH 'bm25(10.0, 1.0)' ORDER BY rank", most);
+    return std::move(headings_);
+  }
+
+  std::vector<Heading> newest(std::size_t most) {
+    add(u"{title} : (" + words_.query() + u")", " ORDER BY words.rowid DESC", most);
+    add(words_.query(), " ORDER BY words.rowid DESC", most);
+    return std::move(headings_);
+  }
+
+ private:
+  void add(const std::u16string& query, const std::string& order, std::size_t most) {
+    Statement found(database_,
+                    "SELECT words.rowid, h.changed, h.created, since, h.title, h.untitled,"
+                    " words.body" +
+                        source_ + order + " LIMIT ?3",
+                    tag_, query, as_limit(most));
+    while (headings_.size() < most && found.step()) {
+      if (!known_.insert(found.integer(0)).second) continue;
+      Heading heading = heading_of(found, {found.text(4), found.integer(5) != 0});
+      const std::u16string body = found.text(6);
+      Snippet snippet = snippet_of(body, words_.parts_in(body));
+      heading.snippet = std::move(snippet.text);
+      heading.found = std::move(snippet.parts);
+      headings_.push_back(std::move(heading));
+    }
+  }
+
+  const Database& database_;
+  const SearchWords& words_;
+  std::u16string tag_;
+  std::string source_;
+  std::vector<Heading> headings_;
+  std::unordered_set<std::int64_t> known_;
+};
 
 }  // namespace
 
@@ -44,53 +90,37 @@ WordIndex::WordIndex(Database& database) : database_(database) {
   if (qel_sqlite_register(database.connection()) != 0) database.fail_after("open");
 }
 
-void WordIndex::catch_up() {
-  if (database_.is_read_only()) {
-    catch_up_in_memory();
-  } else {
-    catch_up_in_file();
-  }
+bool WordIndex::exists() const {
+  return Statement(database_, "SELECT 1 FROM sqlite_schema WHERE name = 'words'").step();
 }
 
-void WordIndex::catch_up_in_file() {
-  // Another program may have dropped it.
-  const bool has_index =
-      Statement(database_, "SELECT 1 FROM sqlite_schema WHERE name = 'search'").step();
-  if (has_index && !Statement(database_, "SELECT 1 FROM unindexed").step()) return;
+bool WordIndex::is_behind() const {
+  return !exists() || Statement(database_, "SELECT 1 FROM unindexed").step();
+}
+
+void WordIndex::catch_up() {
+  if (!is_behind()) return;
   Transaction transaction(database_);
-  if (!has_index) database_.execute("INSERT OR IGNORE INTO unindexed SELECT id FROM records");
-  database_.execute(std::string("CREATE VIRTUAL TABLE IF NOT EXISTS ") + create +
-                    "DELETE FROM search WHERE rowid IN (SELECT record FROM unindexed);" +
-                    read_records + " WHERE id IN (SELECT record FROM unindexed);" +
+  // Another program may have dropped it, and earlier versions had one of another name.
+  if (!exists()) {
+    database_.execute(
+        "DROP TABLE IF EXISTS search;"
+        "INSERT OR IGNORE INTO unindexed SELECT id FROM records");
+  }
+  database_.execute(std::string(create) +
+                    "DELETE FROM words WHERE rowid IN (SELECT record FROM unindexed);"
+                    "INSERT INTO words(rowid, title, body)"
+                    " SELECT id, qel_plain(title), qel_plain(body) FROM records"
+                    " WHERE id IN (SELECT record FROM unindexed);"
                     "DELETE FROM unindexed;");
   transaction.commit();
 }
 
-void WordIndex::catch_up_in_memory() {
-  Statement version(database_, "PRAGMA data_version");
-  if (!version.step() || version.integer(0) == seen_) return;
-  database_.execute(std::string("CREATE VIRTUAL TABLE IF NOT EXISTS temp.") + create +
-                        "DELETE FROM temp.search;" + read_records + ";",
-                    "read");
-  seen_ = version.integer(0);
-}
-
-std::vector<Heading> WordIndex::find(std::u16string_view text, std::size_t most) {
-  catch_up();
-  std::vector<Heading> headings;
-  const std::u16string query = query_of(text);
-  if (query.empty() || !Statement(database_, "SELECT 1 FROM records").step()) return headings;
-  // Words in titles count ten times as much.
-  Statement found(database_,
-                  "SELECT id, records.title, changed, snippet(search, 1, '', '', '\u2026', 12)"
-                  " FROM search JOIN records ON id = search.rowid"
-                  " WHERE search MATCH ? AND rank MATCH 'bm25(10.0, 1.0)' ORDER BY rank LIMIT ?",
-                  query, static_cast<std::int64_t>(std::min<std::size_t>(most, INT64_MAX)));
-  while (found.step()) {
-    headings.push_back({found.integer(0), visible_text(found.text(1)), found.integer(2),
-                        on_one_line(found.text(3))});
-  }
-  return headings;
+std::vector<Heading> WordIndex::find(const SearchWords& words, const Listing& listing,
+                                     std::size_t most) {
+  if (words.empty() || !exists()) return {};
+  Hits hits(database_, words, listing);
+  return hits.are_many() ? hits.newest(most) : hits.best(most);
 }
 
 }  // namespace qel::forms

@@ -1,9 +1,11 @@
 #include "qel/base/CaseMapping.h"
 
+#include <algorithm>
 #include <array>
 #include <bitset>
 #include <cstddef>
 #include <cstdint>
+#include <iterator>
 
 #include "qel/base/CodeRanges.h"
 #include "qel/base/Utf16.h"
@@ -57,17 +59,11 @@ std::u16string to_upper(std::u16string_view text) {
   return map_characters(text, [](char32_t character) { return to_upper(character); });
 }
 
-char32_t fold_case(char32_t character) {
-  if (character < 0x80) return to_lower(character);
-  // The letters i with and without a dot stay apart, as they do in the standard.
-  constexpr char32_t dotted_capital = 0x130;
-  constexpr char32_t dotless = 0x131;
-  if (character == dotted_capital || character == dotless) return character;
-  return to_lower(to_upper(character));
-}
-
-std::u16string fold_case(std::u16string_view text) {
-  return map_characters(text, [](char32_t character) { return fold_case(character); });
+char32_t without_accents(char32_t letter) {
+  const auto* const found =
+      std::lower_bound(std::begin(base_letters), std::end(base_letters), letter,
+                       [](const CodePair& pair, char32_t wanted) { return pair.from < wanted; });
+  return found != std::end(base_letters) && found->from == letter ? found->to : letter;
 }
 
 bool equal_ignoring_case(std::u16string_view left, std::u16string_view right) {

@@ -21,6 +21,12 @@ struct CaseRange {
   std::int32_t delta;
 };
 
+/// A character that maps to another.
+struct CodePair {
+  char16_t from;
+  char16_t to;
+};
+
 /// What a character does in a grapheme cluster, by the names of the Unicode standard.
 enum class ClusterClass : std::uint8_t {
   Other,

@@ -188,27 +188,11 @@ void MainWindow::changeEvent(QEvent* event) {
 // What is shown.
 
 void MainWindow::list_records() {
-  attempt(QStringLiteral("list"), [this] { list_now(); });
-}
-
-void MainWindow::list_now() {
-  const QString wanted = side_->wanted().trimmed();
-  const Listing listing = side_->listing();
-  others_ = store_.state_of_others();
-  side_->show_headings(wanted.isEmpty()
-                           ? store_.list(listing)
-                           : store_.find(side_->wanted().toStdU16String(), listing, most_found));
-  if (list().selected().empty()) list().select(form_->record().id);
-  show_state();
-}
-
-void MainWindow::show_tags() {
-  attempt(QStringLiteral("all tags"), [this] {
-    const std::vector<std::u16string> known = store_.all_tags();
-    QStringList names;
-    for (const std::u16string& tag : known) names.append(QString::fromStdU16String(tag));
-    editor_->tags().offer(names);
-    side_->put_tags(known);
+  attempt([this] {
+    const QString wanted = search_->text();
+    list_->show_headings(wanted.isEmpty() ? newest_first(store_.list())
+                                          : store_.find(wanted.toStdU16String(), {}, most_found));
+    if (list_->selected().empty()) list_->select(form_->record().id);
   });
 }
 

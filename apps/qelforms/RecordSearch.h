@@ -1,0 +1,35 @@
+#pragma once
+
+#include <cstddef>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "Headings.h"
+#include "RecordStore.h"
+#include "WordIndex.h"
+
+namespace qel::forms {
+
+/// Searches records by the index of words and, where that does not know them, by their texts.
+class RecordSearch {
+ public:
+  explicit RecordSearch(Database& database) : database_(database), index_(database) {}
+
+  bool is_behind() const { return index_.is_behind(); }
+  void catch_up() { index_.catch_up(); }
+  /// What `RecordStore::find` finds, without tags. Text as it is written is looked for in about as
+  /// many characters as `reach`.
+  std::vector<Heading> find(std::u16string_view text, const Listing& listing, std::size_t most,
+                            std::size_t reach);
+
+ private:
+  std::vector<Heading> read(const SearchWords& words, const Listing& listing, std::size_t most);
+  std::vector<Heading> find_as_written(std::u16string_view text, const Listing& listing,
+                                       std::size_t most, std::size_t reach) const;
+
+  Database& database_;
+  WordIndex index_;
+};
+
+}  // namespace qel::forms
