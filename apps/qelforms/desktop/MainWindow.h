@@ -109,8 +109,6 @@ class MainWindow : public QMainWindow {
                       std::function<void()> work);
   QAction& action(const char* name) const;
   void follow_order();
-  void show_shortcuts();
-  void show_about();
 
   // Saving and drafts.
 
