@@ -120,7 +120,10 @@ class Matcher {
   }
 
   void match_between_anchors(Span a, Span b, int depth) {
-    const std::vector<Pair> anchored = anchors(a, b);
+    // Rows of tokens are seldom in a text twice, and seldom survive where it is written anew.
+    constexpr std::size_t row = 8;
+    std::vector<Pair> anchored = anchors(a, b, row);
+    if (anchored.empty()) anchored = anchors(a, b, 1);
     for (const auto& [x, y] : anchored) {
       match({a.begin, x}, {b.begin, y}, depth + 1);
       pairs_.emplace_back(x, y);
@@ -131,25 +134,41 @@ class Matcher {
     if (!anchored.empty()) match(a, b, depth + 1);
   }
 
-  /// The longest row, in the order of both, of tokens that each has once.
-  std::vector<Pair> anchors(Span a, Span b) const {
+  /// Calls `found(number, position)` for each row of tokens in the span; the number is the same for
+  /// the same tokens, and hardly ever for others.
+  template <class Found>
+  static void each_row(const std::vector<std::size_t>& tokens, Span span, std::size_t row,
+                       Found found) {
+    constexpr std::size_t factor = 0x9E3779B97F4A7C15U;
+    for (std::size_t i = span.begin; i + row <= span.end; ++i) {
+      std::size_t number = 0;
+      for (std::size_t k = 0; k < row; ++k) number = (number + tokens[i + k] + 1) * factor;
+      found(number, i);
+    }
+  }
+
+  /// The longest sequence, in the order of both, of rows of tokens that each has once.
+  std::vector<Pair> anchors(Span a, Span b, std::size_t row) const {
     struct Places {
       std::size_t in_first = 0;
       std::size_t in_second = 0;
       std::size_t at = 0;  // in the second
     };
     std::unordered_map<std::size_t, Places> places;
-    for (std::size_t i = a.begin; i < a.end; ++i) ++places[first_[i]].in_first;
-    for (std::size_t i = b.begin; i < b.end; ++i) {
-      Places& place = places[second_[i]];
-      ++place.in_second;
-      place.at = i;
-    }
+    each_row(first_, a, row, [&](std::size_t number, std::size_t) { ++places[number].in_first; });
+    each_row(second_, b, row, [&](std::size_t number, std::size_t at) {
+      const auto place = places.find(number);
+      if (place == places.end()) return;
+      ++place->second.in_second;
+      place->second.at = at;
+    });
     std::vector<Pair> once;
-    for (std::size_t i = a.begin; i < a.end; ++i) {
-      const Places& place = places[first_[i]];
-      if (place.in_first == 1 && place.in_second == 1) once.emplace_back(i, place.at);
-    }
+    each_row(first_, a, row, [&](std::size_t number, std::size_t at) {
+      const Places& place = places[number];
+      if (place.in_first == 1 && place.in_second == 1 && first_[at] == second_[place.at]) {
+        once.emplace_back(at, place.at);
+      }
+    });
     return longest_ascending(once);
   }
 

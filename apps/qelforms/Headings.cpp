@@ -4,6 +4,7 @@
 #include <cstddef>
 #include <numeric>
 #include <string_view>
+#include <unordered_map>
 #include <utility>
 
 #include "Markup.h"
@@ -72,9 +73,9 @@ ShownTitle shown_title(std::u16string_view title, std::u16string_view body) {
 std::u16string tag_key(std::u16string_view tag) { return to_lower(simplified(tag)); }
 
 std::string is_listed(const Listing& listing, const std::string& id) {
-  return std::string(listing.trash ? "" : "NOT ") +
-         "EXISTS(SELECT 1 FROM trash WHERE record = " + id +
-         ") AND (?1 = '' OR EXISTS(SELECT 1 FROM tags WHERE record = " + id + " AND key = ?1))";
+  const std::string tagged =
+      "(?1 = '' OR " + id + " IN (SELECT record FROM tags WHERE key = ?1)) AND ";
+  return tagged + id + (listing.trash ? " IN" : " NOT IN") + " (SELECT record FROM trash)";
 }
 
 Heading heading_of(const Statement& row, ShownTitle title) {
@@ -145,10 +146,23 @@ std::vector<Heading> Headings::list(const Listing& listing) const {
 
 void Headings::add_tags(std::vector<Heading>& headings) const {
   if (!Statement(database_, "SELECT 1 FROM tags").step()) return;
+  constexpr std::size_t few = 2000;
+  if (headings.size() > few) return add_all_tags(headings);
   Statement tags(database_, "SELECT name FROM tags WHERE record = ? ORDER BY key");
   for (Heading& heading : headings) {
     tags.begin_with(heading.id);
     while (tags.step()) heading.tags.push_back(tags.text(0));
+  }
+}
+
+/// Takes as long as there are tags, however many headings there are.
+void Headings::add_all_tags(std::vector<Heading>& headings) const {
+  std::unordered_map<std::int64_t, Heading*> by_id;
+  for (Heading& heading : headings) by_id.emplace(heading.id, &heading);
+  Statement tags(database_, "SELECT record, name FROM tags ORDER BY record, key");
+  while (tags.step()) {
+    const auto found = by_id.find(tags.integer(0));
+    if (found != by_id.end()) found->second->tags.push_back(tags.text(1));
   }
 }
 

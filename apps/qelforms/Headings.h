@@ -24,6 +24,8 @@ class Headings {
   void add_tags(std::vector<Heading>& headings) const;
 
  private:
+  void add_all_tags(std::vector<Heading>& headings) const;
+
   Database& database_;
 };
 
