@@ -132,6 +132,9 @@ class FragmentWriter {
     QELIndexFonts fonts;
     QELIndexColors colors;
     std::int16_t index = 0;
+    // Fonts that are there already would make others of the same name look different.
+    while (index <= static_cast<std::int16_t>(most)) fonts.put_Font(index++, u"");
+    index = 0;
     for (const std::u16string& name : fonts_.values) fonts.put_Font(++index, name);
     index = 0;
     for (const Color color : colors_.values) colors.put_Color(++index, color);
