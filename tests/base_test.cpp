@@ -2,12 +2,16 @@
 
 #include <algorithm>
 #include <cstddef>
+#include <cstdint>
 #include <iterator>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
+#include "qel/base/Addresses.h"
 #include "qel/base/Bidi.h"
+#include "qel/base/Contrast.h"
 #include "qel/base/Graphemes.h"
 #include "qel/base/Words.h"
 #include "support/Random.h"
@@ -41,6 +45,99 @@ void expect_clusters(std::u16string_view text, const std::vector<std::size_t>& e
   EXPECT_EQ(cluster_after(text, text.size() + 1), text.size());
   EXPECT_EQ(cluster_before(text, text.size() + 1), cluster_before(text, text.size()));
   EXPECT_EQ(cluster_before(text, 0), 0U);
+}
+
+/// The text with each address in brackets, and what is to be opened where that is not as written.
+std::u16string with_addresses(std::u16string_view text) {
+  std::u16string marked;
+  for (std::size_t at = 0; at < text.size();) {
+    const auto address = address_at(text, at);
+    if (!address) {
+      marked += text[at++];
+      continue;
+    }
+    const std::u16string_view written = text.substr(at, address->end - at);
+    marked.append(u"[").append(written);
+    if (address->target != written) {
+      marked.append(u"=").append(address->target, 0, address->target.size() - written.size());
+    }
+    marked += u']';
+    for (; at < address->end; ++at) EXPECT_EQ(address_at(text, at), address) << at;
+  }
+  return marked;
+}
+
+TEST(Addresses, EndWhereReadersTakeThemToEnd) {
+  const std::pair<std::u16string_view, std::u16string_view> rows[] = {
+      {u"see http://example.org.", u"see [http://example.org]."},
+      {u"HTTPS://Example.org/A?b=c&d=(e)#f, or", u"[HTTPS://Example.org/A?b=c&d=(e)#f], or"},
+      {u"(http://a.org/x_(y)) (http://a.org/x)", u"([http://a.org/x_(y)]) ([http://a.org/x])"},
+      {u"http://a.org/[1]] http://[::1]/x", u"[http://a.org/[1]]] [http://[::1]/x]"},
+      {u"<http://a.org/x> \"http://b.org\"", u"<[http://a.org/x]> \"[http://b.org]\""},
+      {u"'http://a.org/it's'...", u"'[http://a.org/it's]'..."},
+      {u"\u201Cftp://a.org/x\u201D\u2026 http://a.org/x\u3002",
+       u"\u201C[ftp://a.org/x]\u201D\u2026 [http://a.org/x]\u3002"},
+      {u"http://a.org/x,http://b.org;www.c.org",
+       u"[http://a.org/x],[http://b.org];[www.c.org=http://]"},
+      {u"http://web.org/http://a.org/", u"[http://web.org/http://a.org/]"},
+      {u"\u898Bhttp://a.org/\u00E9\U0001F600! http://localhost:80/",
+       u"\u898B[http://a.org/\u00E9\U0001F600]! [http://localhost:80/]"},
+      {u"www.example.org/x, wwww.a.org www.a www. a.www.b.org",
+       u"[www.example.org/x=http://], wwww.a.org www.a www. a.www.b.org"},
+      {u"http:// https://. http:x xhttp://a.org ftp://",
+       u"http:// https://. http:x xhttp://a.org ftp://"},
+      {u"ann.o'b+x@mail.example.org. (b@a.co.uk)",
+       u"[ann.o'b+x@mail.example.org=mailto:]. ([b@a.co.uk=mailto:])"},
+      {u"'a@b.org', -a@b.org- a@b.c a@b a@1.22 .@b.org",
+       u"'[a@b.org=mailto:]', -[a@b.org=mailto:]- a@b.c a@b a@1.22 .@b.org"},
+      {u"a@b@c.org a@b.org@c @b.org a..b@c.org a.@c.org",
+       u"a@b@c.org a@b.org@c @b.org a..b@c.org a.@c.org"},
+      {u"mailto:a@b.org?subject=x%20y, mailto: mailto:a",
+       u"[mailto:a@b.org?subject=x%20y], mailto: mailto:a"},
+      {u"http://ann:p@a.org/x a@b.org,c@d.org",
+       u"[http://ann:p@a.org/x] [a@b.org=mailto:],[c@d.org=mailto:]"},
+      {u"a\u2028http://a.org\r\nhttp://b.org\tc\u00A0d",
+       u"a\u2028[http://a.org]\r\n[http://b.org]\tc\u00A0d"}};
+  for (const auto& [text, expected] : rows) {
+    EXPECT_EQ(test::shown(with_addresses(text)), test::shown(expected));
+  }
+  EXPECT_FALSE(address_at(u"http://a.org", 12));
+  const std::u16string endless(100'000, u'x');
+  EXPECT_FALSE(address_at(u"a@" + endless + u".org", 50'000));
+}
+
+TEST(Contrast, IsEnoughInTheNearestLightness) {
+  constexpr Color white = rgb(255, 255, 255);
+  EXPECT_NEAR(contrast(0, white), 21, 0.001);
+  EXPECT_NEAR(contrast(rgb(118, 118, 118), white), 4.54, 0.01);
+  EXPECT_EQ(readable_color(rgb(255, 255, 0), white), rgb(122, 122, 0)) << "yellow on white";
+  EXPECT_EQ(readable_color(rgb(0, 0, 255), 0), rgb(94, 94, 255));
+  EXPECT_EQ(readable_color(rgb(9, 9, 9), rgb(9, 9, 9), 21), white) << "as far as there is any";
+  for (std::uint32_t i = 0; i < 20'000; ++i) {
+    test::Random random(test::base_seed() + i);
+    const auto any = [&random] { return static_cast<Color>(random.below(0x1000000)); };
+    const Color color = any();
+    const Color background = any();
+    const Color readable = readable_color(color, background);
+    ASSERT_GE(contrast(readable, background), readable_contrast) << color << " on " << background;
+    if (contrast(color, background) >= readable_contrast) {
+      ASSERT_EQ(readable, color) << background;
+      continue;
+    }
+    // The channels keep their order, and the middle one its place between the others.
+    const int channels[] = {red_of(color), green_of(color), blue_of(color)};
+    const int shown[] = {red_of(readable), green_of(readable), blue_of(readable)};
+    const auto width = [](const int(&of)[3]) {
+      return *std::max_element(of, of + 3) - *std::min_element(of, of + 3);
+    };
+    for (std::size_t a = 0; a < 3; ++a) {
+      const std::size_t b = (a + 1) % 3;
+      const double before = static_cast<double>(channels[a] - channels[b]) * width(shown);
+      const double after = static_cast<double>(shown[a] - shown[b]) * width(channels);
+      ASSERT_NEAR(before, after, 1.5 * width(channels) + 1.5 * width(shown))
+          << color << " on " << background;
+    }
+  }
 }
 
 TEST(Graphemes, AreWhatReadersTakeForCharacters) {

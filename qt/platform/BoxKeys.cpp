@@ -79,6 +79,7 @@ bool BoxView::leave_by_tab(QKeyEvent& event) {
 void BoxView::keyPressEvent(QKeyEvent* event) {
   const Handling handling(*this);
   const Stroke stroke = stroke_of(*event);
+  if (event->key() == Qt::Key_Control) links_.put_ctrl(true);
   event->accept();
   if (stroke.key_code == 0) {
     event->ignore();
@@ -105,6 +106,7 @@ void BoxView::keyPressEvent(QKeyEvent* event) {
 void BoxView::keyReleaseEvent(QKeyEvent* event) {
   const Handling handling(*this);
   Stroke stroke = stroke_of(*event);
+  if (event->key() == Qt::Key_Control) links_.put_ctrl(false);
   const bool tells = stroke.key_code != 0 && !event->isAutoRepeat();
   if (tells) box_->listener().on_key_up(stroke.key_code, stroke.shift);
   QTextEdit::keyReleaseEvent(event);

@@ -4,6 +4,7 @@
 #include <QApplication>
 #include <QMouseEvent>
 #include <QScrollBar>
+#include <utility>
 
 #include "qt/platform/BoxHandling.h"
 
@@ -18,12 +19,18 @@ box::Mouse::Event told(const QMouseEvent& event, Qt::MouseButtons buttons) {
 
 }  // namespace
 
-bool BoxView::is_on_selection(QPoint point) const {
-  const QPointF in_document(point.x() + horizontalScrollBar()->value(),
-                            point.y() + verticalScrollBar()->value());
+std::optional<std::size_t> BoxView::character_at(QPoint place) const {
+  const QPointF in_document(place.x() + horizontalScrollBar()->value(),
+                            place.y() + verticalScrollBar()->value());
   const int position = document()->documentLayout()->hitTest(in_document, Qt::ExactHit);
-  const QTextCursor cursor = textCursor();
-  return position >= cursor.selectionStart() && position < cursor.selectionEnd();
+  if (position < 0) return {};
+  return static_cast<std::size_t>(box_position(*document(), position));
+}
+
+bool BoxView::is_on_selection(QPoint point) const {
+  const std::optional<std::size_t> position = character_at(point);
+  const box::Selection selected = selection_in_window();
+  return position && *position >= selected.start() && *position < selected.end();
 }
 
 std::size_t BoxView::position_at(QPoint point) const {
@@ -36,6 +43,10 @@ void BoxView::mousePressEvent(QMouseEvent* event) {
   const QPoint point = event->position().toPoint();
   const bool on_selection = event->button() == Qt::LeftButton && is_on_selection(point);
   pressed_at_ = point;
+  pressed_link_.reset();
+  if (event->button() == Qt::LeftButton && event->modifiers() == Qt::ControlModifier) {
+    if (const auto link = links_.link_under(point)) pressed_link_ = link->url;
+  }
   if (!mouse_.press(told(*event, event->button()), on_selection)) {
     event->accept();
     return;
@@ -52,6 +63,8 @@ void BoxView::mouseMoveEvent(QMouseEvent* event) {
   const QPoint way = event->position().toPoint() - pressed_at_.value_or(QPoint());
   const bool is_far = way.manhattanLength() >= QApplication::startDragDistance();
   if (mouse_.move(told(*event, event->buttons()), is_far)) QTextEdit::mouseMoveEvent(event);
+  if (box_ == nullptr) return;
+  links_.point_at(event->position().toPoint(), event->modifiers() == Qt::ControlModifier);
 }
 
 void BoxView::mouseReleaseEvent(QMouseEvent* event) {
@@ -62,6 +75,10 @@ void BoxView::mouseReleaseEvent(QMouseEvent* event) {
     QTextEdit::mouseReleaseEvent(event);
   }
   mouse_.released(told(*event, event->button()));
+  const auto pressed = std::exchange(pressed_link_, {});
+  if (!pressed || event->button() != Qt::LeftButton) return;
+  const auto link = links_.link_under(event->position().toPoint());
+  if (link && link->url == *pressed) open_link(*pressed);
 }
 
 void BoxView::mouseDoubleClickEvent(QMouseEvent* event) {

@@ -10,6 +10,7 @@
 #include "qel/box/Drop.h"
 #include "qel/box/Keyboard.h"
 #include "qel/box/Mouse.h"
+#include "qt/platform/BoxLinks.h"
 #include "qt/platform/BoxMarks.h"
 #include "qt/platform/DocumentDisplay.h"
 #include "qt/platform/DropData.h"
@@ -42,6 +43,12 @@ class BoxView : public QTextEdit, public box::View {
   box::Box* box() const { return box_; }
   /// What is marked in the window, beside the text.
   BoxMarks& marks() { return marks_; }
+  /// The addresses in the text.
+  const BoxLinks& links() const { return links_; }
+  /// Tells of the link, and lets the desktop open it unless somebody has done so.
+  void open_link(const QUrl& url);
+  /// The position of the character that is shown at a place, if there is one.
+  std::optional<std::size_t> character_at(QPoint place) const;
   /// Does what the key does by itself, for menus.
   void run_command(std::int16_t key_code, std::int16_t shift);
 
@@ -68,6 +75,8 @@ class BoxView : public QTextEdit, public box::View {
  signals:
   /// The options have changed, by a key or the wheel perhaps.
   void options_changed();
+  /// A link is to be opened: by the desktop, unless a slot clears `opens` during the call.
+  void link_activated(const QUrl& url, bool* opens);
 
  protected:
   bool event(QEvent* event) override;
@@ -75,6 +84,7 @@ class BoxView : public QTextEdit, public box::View {
   void paintEvent(QPaintEvent* event) override;
   void resizeEvent(QResizeEvent* event) override;
   void wheelEvent(QWheelEvent* event) override;
+  bool viewportEvent(QEvent* event) override;
   void keyPressEvent(QKeyEvent* event) override;
   void keyReleaseEvent(QKeyEvent* event) override;
   void inputMethodEvent(QInputMethodEvent* event) override;
@@ -138,6 +148,8 @@ class BoxView : public QTextEdit, public box::View {
   int wheel_turned_ = 0;  // since the last step
   QString placeholder_;
   BoxMarks marks_{*this};
+  BoxLinks links_{*this};
+  std::optional<QUrl> pressed_link_;
   int showing_ = 0;   // above 0: changes of the document are this class's own
   int handling_ = 0;  // number of events being handled: the view must not go now
   /// Text that is being composed, which only this window shows: where, at null when there is none,

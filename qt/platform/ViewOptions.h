@@ -12,7 +12,7 @@ struct ViewOptions {
   bool adapts_colors = true;
   int line_spacing = 120;   ///< from line to line where there are several, in per cent of one
   int margin = 6;           ///< around the text, in pixels
-  bool opens_links = true;  ///< underlines an address under the pointer, and opens it
+  bool opens_links = true;  ///< addresses in the text are links
 
   friend bool operator==(const ViewOptions&, const ViewOptions&) = default;
 };

@@ -112,6 +112,7 @@ TextBox::TextBox(QWidget* parent)
     BoxView* const view = BoxView::of(*box);
     view->setContextMenuPolicy(Qt::CustomContextMenu);
     connect(view, &QWidget::customContextMenuRequested, this, &TextBox::show_menu);
+    connect(view, &BoxView::link_activated, this, &TextBox::LinkActivated);
     connect(view, &BoxView::options_changed, this,
             [this, view] { share_options(view->options()); });
   }

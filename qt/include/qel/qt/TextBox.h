@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QString>
+#include <QUrl>
 #include <QWidget>
 #include <cstdint>
 #include <memory>
@@ -163,8 +164,8 @@ class TextBox : public QWidget {
   /// Around the text, in pixels. A single line stands in the middle of its box.
   int get_TextMargin() const;
   void put_TextMargin(int Value);
-  /// Whether an address in the text is opened by the desktop when it is activated, by a click with
-  /// Ctrl for instance. Otherwise there is only the signal `LinkActivated`.
+  /// Whether addresses in the text are links: underlined under the pointer, and opened by a click
+  /// with Ctrl.
   bool get_OpensLinks() const;
   void put_OpensLinks(bool Value);
 
@@ -204,9 +205,10 @@ class TextBox : public QWidget {
 
   /// The text or its formats have changed.
   void TextQELChanged();
-  /// The selection, the caret, the format of the next character typed, or what can be undone has
-  /// changed; in the large editor while that is open.
-  void SelectionChanged();
+  void ZoomChanged(int Zoom);
+  /// An address in the text is to be opened, after a click with Ctrl for instance. The desktop does
+  /// so unless a slot, which must be directly connected, clears `Opens`.
+  void LinkActivated(const QUrl& Url, bool* Opens);
   /// A persisted property was set.
   void PropertyChanged(const QString& Name);
 
