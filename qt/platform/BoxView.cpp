@@ -11,6 +11,7 @@
 
 #include "qel/base/Scoped.h"
 #include "qel/qt/QtPlatform.h"
+#include "qt/platform/BoxAccessible.h"
 #include "qt/platform/BoxHandling.h"
 #include "qt/platform/BoxMenu.h"
 #include "qt/platform/FormatMapping.h"
@@ -46,6 +47,7 @@ Qt::ScrollBarPolicy policy(bool shown) {
 }  // namespace
 
 std::shared_ptr<box::Box> BoxView::create(QWidget* owner) {
+  BoxAccessible::install();
   auto box = std::make_shared<box::Box>();
   box->attach(new BoxView(*box, owner));
   return box;

@@ -47,6 +47,9 @@ class BoxView : public QTextEdit, public box::View {
   const BoxLinks& links() const { return links_; }
   /// Tells of the link, and lets the desktop open it unless somebody has done so.
   void open_link(const QUrl& url);
+  /// Replaces part of the document by text as the user's edit; the caret stays in its text. Whether
+  /// the user may.
+  bool edit(Span span, const QString& text);
   /// The position of the character that is shown at a place, if there is one.
   std::optional<std::size_t> character_at(QPoint place) const;
   /// Does what the key does by itself, for menus.

@@ -10,13 +10,19 @@ namespace {
 
 class TextBoxAccessible : public QAccessibleWidget {
  public:
-  explicit TextBoxAccessible(TextBox* box) : QAccessibleWidget(box, QAccessible::EditableText) {}
+  explicit TextBoxAccessible(TextBox* box) : QAccessibleWidget(box, QAccessible::Grouping) {}
 
-  void* interface_cast(QAccessible::InterfaceType type) override {
-    const bool is_text =
-        type == QAccessible::TextInterface || type == QAccessible::EditableTextInterface;
-    QAccessibleInterface* const shown = is_text ? of_shown_box() : nullptr;
-    return shown == nullptr ? QAccessibleWidget::interface_cast(type) : shown->interface_cast(type);
+  QAccessible::State state() const override {
+    QAccessible::State state = QAccessibleWidget::state();
+    state.focusable = false;  // the box takes the focus
+    return state;
+  }
+  int childCount() const override { return of_shown_box() == nullptr ? 0 : 1; }
+  QAccessibleInterface* child(int index) const override {
+    return index == 0 ? of_shown_box() : nullptr;
+  }
+  int indexOfChild(const QAccessibleInterface* child) const override {
+    return child != nullptr && child == of_shown_box() ? 0 : -1;
   }
 
   QString text(QAccessible::Text kind) const override {

@@ -1,6 +1,6 @@
 #pragma once
 
-/// What assistive programs see of a text box: the text of its visible box.
+/// What assistive programs see of a text box: a group, whose only part is the visible box.
 namespace qel::qt::accessible {
 
 /// Makes Qt ask here about text boxes; later calls do nothing.
