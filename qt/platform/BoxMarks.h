@@ -41,7 +41,7 @@ class BoxMarks : public QObject {
 
  public:
   /// Of two marks at the same place, the one further down takes precedence in what both say.
-  enum class Layer : std::uint8_t { spelling, links, words, hits, current_hit };
+  enum class Layer : std::uint8_t { spelling, links, words, hits };
 
   /// The view must outlive this.
   explicit BoxMarks(BoxView& view);

@@ -14,6 +14,7 @@
 #include "qt/platform/Text.h"
 #include "qt/widget/TextBoxAccessible.h"
 #include "qt/widget/TextBoxMenu.h"
+#include "qt/widget/WordMarks.h"
 
 namespace qel::qt {
 
@@ -246,39 +247,21 @@ void TextBox::put_PlaceholderText(const QString& Value) {
   }
 }
 
-// How the text is shown.
-
-const ViewOptions& TextBox::options() const {
-  static const ViewOptions preset;
-  const BoxView* const box = view();
-  return box == nullptr ? preset : box->options();
-}
-
-template <class Value>
-void TextBox::put_option(Value ViewOptions::*option, Value value) {
-  ViewOptions options = this->options();
-  options.*option = value;
-  share_options(options);
-}
-
-void TextBox::share_options(const ViewOptions& options) {
-  for (const auto& box : control_->boxes()) {
-    if (BoxView* const shown = BoxView::of(*box)) shown->put_options(options);
+void TextBox::MarkWords(const QStringList& Words) {
+  if (Words.isEmpty()) {
+    words_.reset();
+    return;
   }
-  updateGeometry();
-  const int zoom = this->options().zoom;
-  if (std::exchange(zoom_, zoom) != zoom) emit ZoomChanged(zoom);
+  if (words_ == nullptr) {
+    words_ = std::make_unique<WordMarks>();
+    for (const auto& box : control_->boxes()) {
+      if (BoxView* const shown = BoxView::of(*box)) {
+        shown->marks().add(*words_, BoxMarks::Layer::words);
+      }
+    }
+  }
+  words_->put_words(Words);
 }
-
-void TextBox::put_Zoom(int Value) { put_option(&ViewOptions::zoom, Value); }
-bool TextBox::get_AdaptsColors() const { return options().adapts_colors; }
-void TextBox::put_AdaptsColors(bool Value) { put_option(&ViewOptions::adapts_colors, Value); }
-int TextBox::get_LineSpacing() const { return options().line_spacing; }
-void TextBox::put_LineSpacing(int Value) { put_option(&ViewOptions::line_spacing, Value); }
-int TextBox::get_TextMargin() const { return options().margin; }
-void TextBox::put_TextMargin(int Value) { put_option(&ViewOptions::margin, Value); }
-bool TextBox::get_OpensLinks() const { return options().opens_links; }
-void TextBox::put_OpensLinks(bool Value) { put_option(&ViewOptions::opens_links, Value); }
 
 QSize TextBox::sizeHint() const {
   constexpr int columns = 24;

@@ -3,9 +3,16 @@
 #include <gtest/gtest.h>
 
 #include <QApplication>
+#include <QLineEdit>
+#include <QMenu>
+#include <QPushButton>
 #include <QScrollBar>
+#include <QTest>
+#include <QToolButton>
+#include <QVBoxLayout>
 #include <string>
 
+#include "qel/qt/FindBar.h"
 #include "qel/qt/TextBox.h"
 #include "qt/platform/BoxMarks.h"
 #include "qt/platform/BoxView.h"
@@ -119,6 +126,207 @@ TEST_F(Window, MarksTheVisiblePartOnly) {
   box.put_Text(QStringLiteral("a").repeated(20000));
   QCoreApplication::processEvents();
   EXPECT_LT(letters.last.length(), 5000U);
+}
+
+TEST_F(Window, MarksWordsWithoutCaseAndAccents) {
+  box.put_Text(QStringLiteral("CAF\u00C9 cafe\u0301s decaf\r\n\uFB01ne \u0130x"));
+  box.MarkWords({QStringLiteral("caf\u00E9"), QStringLiteral("fi"), QStringLiteral("")});
+  EXPECT_EQ(marked(), "#CAF\u00C9 #cafe\u0301 #\uFB01");
+  box.MarkWords({});
+  EXPECT_EQ(marked(), "");
+}
+
+/// A window with a box above a bar, and another box below it.
+class Finder : public testing::Test {
+ protected:
+  Finder() {
+    auto* const layout = new QVBoxLayout(&form);
+    layout->addWidget(&box);
+    layout->addWidget(&bar);
+    layout->addWidget(&other);
+    box.put_Multiline(true);
+    form.resize(600, 300);
+    form.show();
+    form.activateWindow();
+    QApplication::setActiveWindow(&form);
+    box.setFocus();
+  }
+
+  BoxView& view() { return *static_cast<BoxView*>(box.focusProxy()); }
+  box::Box& edited() { return *view().box(); }
+  QLineEdit& text() { return *child<QLineEdit>("Find"); }
+  QLineEdit& replacement() { return *child<QLineEdit>("Replace with"); }
+
+  template <class Kind>
+  Kind* child(const char* name) {
+    for (Kind* const found : bar.findChildren<Kind*>()) {
+      if (found->accessibleName() == QLatin1String(name)) return found;
+    }
+    return nullptr;
+  }
+  QPushButton& button(const char* caption) {
+    for (QPushButton* const found : bar.findChildren<QPushButton*>()) {
+      if (found->text() == QLatin1String(caption)) return *found;
+    }
+    throw std::runtime_error(caption);
+  }
+
+  /// The selection and what the bar says.
+  std::string state() {
+    const box::Selection selected = edited().selected();
+    return std::to_string(selected.start()) + "-" + std::to_string(selected.end()) + " " +
+           bar.status().toStdString();
+  }
+  void press(Qt::Key key, Qt::KeyboardModifiers modifiers = Qt::NoModifier) {
+    QTest::keyClick(QApplication::focusWidget(), key, modifiers);
+  }
+  void choose(const QString& caption) {
+    auto* const menu = child<QToolButton>("Find Format")->menu();
+    emit menu->aboutToShow();
+    QList<QAction*> actions = menu->actions();
+    for (qsizetype i = 0; i < actions.size(); ++i) {
+      if (actions[i]->menu() != nullptr) actions += actions[i]->menu()->actions();
+      if (actions[i]->text() == caption) return actions[i]->trigger();
+    }
+    FAIL() << qPrintable(caption);
+  }
+
+  QWidget form;
+  TextBox box;
+  FindBar bar;
+  TextBox other;
+};
+
+TEST_F(Finder, FindsWhileOneTypesAndGoesOnAtTheOtherEnd) {
+  box.put_Text(QStringLiteral("tea tent\r\nten, tea"));
+  edited().put_selection({1, 1});
+  EXPECT_FALSE(bar.isVisible());
+  bar.open();
+  ASSERT_EQ(QApplication::focusWidget(), &text());
+  QTest::keyClicks(&text(), QStringLiteral("te"));
+  EXPECT_EQ(state(), "4-6 2 of 4");
+  QTest::keyClicks(&text(), QStringLiteral("n,"));
+  EXPECT_EQ(state(), "10-14 1 of 1");
+  press(Qt::Key_Backspace);
+  EXPECT_EQ(state(), "10-13 2 of 2");
+  press(Qt::Key_Return);
+  EXPECT_EQ(state(), "4-7 1 of 2, from the beginning");
+  press(Qt::Key_F3, Qt::ShiftModifier);
+  EXPECT_EQ(state(), "10-13 2 of 2, from the end");
+  press(Qt::Key_Return, Qt::ShiftModifier);
+  EXPECT_EQ(state(), "4-7 1 of 2");
+  bar.put_whole_words(true);
+  EXPECT_EQ(state(), "10-13 1 of 1");
+  bar.put_text(QStringLiteral("TEA"));
+  EXPECT_EQ(state(), "15-18 2 of 2");
+  view().setFocus();
+  press(Qt::Key_F3);
+  EXPECT_EQ(state(), "0-3 1 of 2, from the beginning");
+  press(Qt::Key_Right);
+  EXPECT_EQ(state(), "3-3 2 hits");
+  bar.put_matches_case(true);
+  EXPECT_EQ(state(), "3-3 No hits");
+  text().setFocus();
+  press(Qt::Key_Escape);
+  EXPECT_FALSE(bar.isVisible());
+  EXPECT_EQ(QApplication::focusWidget(), &view());
+}
+
+TEST_F(Finder, TakesTheSelectionAndMarksHitsWhileItIsOpen) {
+  box.put_Text(QStringLiteral("one two one"));
+  edited().put_selection({8, 11});
+  bar.open();
+  EXPECT_EQ(bar.text(), QStringLiteral("one"));
+  EXPECT_EQ(state(), "8-11 2 of 2");
+  QCoreApplication::processEvents();
+  EXPECT_EQ(view().extraSelections().size(), 2);
+  edited().put_caret(0, false);
+  edited().type(u"one ");
+  QCoreApplication::processEvents();
+  EXPECT_EQ(view().extraSelections().size(), 3);
+  EXPECT_TRUE(QTest::qWaitFor([&] { return state() == "4-4 3 hits"; }));
+  press(Qt::Key_Escape);
+  QCoreApplication::processEvents();
+  EXPECT_EQ(view().extraSelections().size(), 0);
+  bar.find_next();
+  EXPECT_EQ(state(), "4-7 2 of 3") << "while it is hidden, too";
+}
+
+TEST_F(Finder, FollowsTheFocusOrAGivenBox) {
+  const auto marked = [](TextBox& of) {
+    QCoreApplication::processEvents();
+    return static_cast<BoxView*>(of.focusProxy())->extraSelections().size();
+  };
+  box.put_Text(QStringLiteral("a"));
+  other.put_Text(QStringLiteral("aa"));
+  bar.put_text(QStringLiteral("a"));
+  bar.open();
+  EXPECT_EQ(marked(box), 1);
+  other.setFocus();
+  EXPECT_EQ(marked(box), 0);
+  EXPECT_EQ(marked(other), 2);
+  bar.follow(&box);
+  EXPECT_EQ(marked(box), 1);
+  EXPECT_EQ(marked(other), 0);
+  box.put_Multiline(false);
+  box.put_Text(QStringLiteral("aaa"));
+  bar.find_next();
+  EXPECT_EQ(marked(box), 3);
+}
+
+TEST_F(Finder, ReplacesWithTheFormatsInOneStep) {
+  box.put_TextQEL(QStringLiteral("tea /b1Tea/b0 for tea"));
+  bar.open_replace();
+  ASSERT_TRUE(replacement().isVisible());
+  QTest::keyClicks(&text(), QStringLiteral("tea"));
+  replacement().setFocus();
+  QTest::keyClicks(&replacement(), QStringLiteral("coffee"));
+  press(Qt::Key_Return);
+  EXPECT_EQ(box.get_TextQEL(), QStringLiteral("coffee /b1Tea/b0 for tea"));
+  EXPECT_EQ(state(), "7-10 1 of 2");
+  QTest::mouseClick(&button("Replace All"), Qt::LeftButton);
+  EXPECT_EQ(box.get_TextQEL(), QStringLiteral("coffee /b1coffee/b0 for coffee"));
+  EXPECT_EQ(bar.status(), QStringLiteral("2 replaced"));
+  edited().undo();
+  EXPECT_EQ(box.get_TextQEL(), QStringLiteral("coffee /b1Tea/b0 for tea"));
+  box.put_AllowEdits(false);
+  EXPECT_FALSE(button("Replace All").isEnabled());
+  bar.replace();
+  bar.replace_all();
+  EXPECT_EQ(box.get_TextQEL(), QStringLiteral("coffee /b1Tea/b0 for tea"));
+  press(Qt::Key_Escape);
+  bar.open();
+  EXPECT_FALSE(replacement().isVisible());
+}
+
+TEST_F(Finder, FindsFormats) {
+  box.put_TextQEL(QStringLiteral("a /b1b/b0 /f2/b1a/f0/b0 /y4c/y0"));
+  bar.open();
+  choose(QStringLiteral("Bold"));
+  EXPECT_EQ(state(), "2-3 1 of 2");
+  QTest::keyClicks(&text(), QStringLiteral("a"));
+  EXPECT_EQ(state(), "4-5 1 of 1");
+  choose(QStringLiteral("Courier New"));
+  EXPECT_EQ(state(), "4-5 1 of 1");
+  choose(QStringLiteral("Any Format"));
+  EXPECT_EQ(state(), "4-5 2 of 2");
+  text().clear();
+  choose(QStringLiteral("Colour 4"));
+  EXPECT_EQ(state(), "6-7 1 of 1");
+  choose(QStringLiteral("Colour 4"));
+  EXPECT_EQ(bar.status(), QString()) << "nothing is wanted any more";
+}
+
+TEST_F(Finder, CountsNoFurtherThanAnyoneReads) {
+  box.put_Text(QStringLiteral("a").repeated(200).append(QStringLiteral("\r\n")).repeated(60));
+  bar.open();
+  QTest::keyClicks(&text(), QStringLiteral("a"));
+  EXPECT_EQ(bar.status(), QStringLiteral("1 of more than %L1").arg(10000));
+  press(Qt::Key_F3, Qt::ShiftModifier);
+  EXPECT_EQ(bar.status(), QStringLiteral("more than %L1, from the end").arg(10000));
+  form.resize(250, 300);
+  QCoreApplication::processEvents();
+  EXPECT_LE(form.width(), 250) << "it has room in a narrow window";
 }
 
 }  // namespace

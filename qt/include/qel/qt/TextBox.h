@@ -1,7 +1,7 @@
 #pragma once
 
 #include <QString>
-#include <QUrl>
+#include <QStringList>
 #include <QWidget>
 #include <cstdint>
 #include <memory>
@@ -12,7 +12,7 @@
 namespace qel::qt {
 
 class BoxView;
-struct ViewOptions;
+class WordMarks;
 
 /// The text box control as a widget. The control's persisted properties are properties of the
 /// widget, with the same names and values: colours are 0x00BBGGRR, or name a system colour when
@@ -169,6 +169,10 @@ class TextBox : public QWidget {
   bool get_OpensLinks() const;
   void put_OpensLinks(bool Value);
 
+  /// Marks the words that begin with one of these, whatever their case and accents, such as those
+  /// that the host has searched for. No part of the text; an empty list ends it.
+  void MarkWords(const QStringList& Words);
+
   QSize sizeHint() const override;
   QSize minimumSizeHint() const override;
 
@@ -239,6 +243,7 @@ class TextBox : public QWidget {
   std::unique_ptr<Site> site_;
   std::unique_ptr<Events> events_;
   std::unique_ptr<QELTextbox> control_;
+  std::unique_ptr<WordMarks> words_;
   std::optional<QString> markup_;  // what a form has set before it was shown,
   std::u16string shown_;           // and the RTF that the box made of it
   bool was_painted_ = false;
