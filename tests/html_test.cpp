@@ -9,7 +9,10 @@
 #include <vector>
 
 #include "qel/base/Utf16.h"
+#include "qel/base/Utf8.h"
+#include "qel/convert/HtmlFragment.h"
 #include "qel/html/HtmlReader.h"
+#include "qel/richtext/DocumentReader.h"
 #include "qel/rtf/TableIndexes.h"
 #include "support/HtmlParts.h"
 #include "support/Random.h"
@@ -358,6 +361,46 @@ TEST(HtmlReader, TakesAnyNesting) {
     const Parts parts = read(html + "<p>x").parts;
     EXPECT_EQ(parts.empty(), piece == "<!--") << piece;
     EXPECT_TRUE(parts.empty() || parts.back().text.ends_with(u'x')) << piece;
+  }
+}
+
+/// What is copied: more fonts and colours than a table has, blanks of all kinds, alignments.
+TEST(HtmlFragment, ReadsBackAsTheSameDocument) {
+  const std::vector<std::u16string_view> words = {
+      u"a", u"bc ", u" ", u"  ", u"\t", u"<&\"", u"\u00A0", u"\U0001F600", u"\u05D0"};
+  constexpr std::array alignments = {Alignment::left, Alignment::center, Alignment::right};
+  for (std::uint32_t seed = 0; seed < 200; ++seed) {
+    test::Random random(test::base_seed() + seed);
+    SCOPED_TRACE(random.describe());
+    richtext::Document document;
+    for (std::size_t runs = random.below(40); runs > 0; --runs) {
+      CharFormat format;
+      format.bold = random.one_in(3);
+      format.italic = random.one_in(3);
+      format.underline = random.one_in(3);
+      format.strike_through = random.one_in(3);
+      format.small_caps = random.one_in(3);
+      format.offset = static_cast<std::int16_t>(45 * (static_cast<int>(random.below(3)) - 1));
+      format.color = static_cast<Color>(random.below(25));
+      format.font_name = u"Font ";
+      format.font_name.push_back(static_cast<char16_t>(u'a' + random.below(25)));
+      const auto id = document.intern(format);
+      if (random.one_in(4)) document.append_break(id, alignments[random.below(3)]);
+      document.append(random.text(words, 1 + random.below(3)), id);
+    }
+    document.align_last(alignments[random.below(3)]);
+    const std::string html = to_utf8(convert::html_fragment(document));
+    SCOPED_TRACE(html);
+    richtext::Document read;
+    richtext::DocumentBuilder builder(read);
+    html::read_html(html, CharFormat(), builder);
+    ASSERT_EQ(read.text(), document.text());
+    for (std::size_t at = 0; at < read.size(); ++at) {
+      ASSERT_EQ(read.alignment_at(at), document.alignment_at(at)) << at;
+      const char16_t character = read.text()[at];
+      if (character == u'\r' || character == u'\n') continue;
+      ASSERT_EQ(read.format_at(at), document.format_at(at)) << at;
+    }
   }
 }
 

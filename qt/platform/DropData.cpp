@@ -50,7 +50,7 @@ QVariant TransferMimeData::retrieveData(const QString& name, QMetaType /*type*/)
     // Others would take it for the code page of their system.
     constexpr auto encoding =
         "<meta http-equiv=\"content-type\" content=\"text/html; charset=utf-8\">";
-    if (const auto text = html()) return QByteArray(encoding) + to_qt(*text).toUtf8();
+    if (const auto text = offered_html()) return QByteArray(encoding) + to_qt(*text).toUtf8();
   } else if (is_text_name(name)) {
     const auto text = data_->get(text_format);
     if (text) return to_qt(*text).replace(QLatin1String("\r\n"), QLatin1String("\n"));
@@ -58,7 +58,7 @@ QVariant TransferMimeData::retrieveData(const QString& name, QMetaType /*type*/)
   return {};
 }
 
-std::optional<std::u16string> TransferMimeData::html() const {
+std::optional<std::u16string> TransferMimeData::offered_html() const {
   if (const auto own = data_->get(html_format)) return own;
   const auto rtf = data_->get(rtf_format);
   if (!rtf) return {};

@@ -32,7 +32,7 @@ class TransferMimeData : public QMimeData {
   QVariant retrieveData(const QString& name, QMetaType type) const override;
 
  private:
-  std::optional<std::u16string> html() const;
+  std::optional<std::u16string> offered_html() const;
 
   platform::DragData own_;
   platform::DragData* data_;

@@ -2,9 +2,12 @@
 
 #include <QStringConverter>
 #include <QTextBlock>
+#include <QTextCursor>
 #include <QTextDocument>
 #include <QTextFragment>
 #include <QTextList>
+#include <QTextTable>
+#include <utility>
 
 #include "qel/base/Utf8.h"
 #include "qel/richtext/DocumentReader.h"
@@ -36,8 +39,17 @@ class Walk {
 
   void read(const QTextDocument& document) {
     richtext::Alignment alignment = richtext::Alignment::left;
+    int row = 0;
     for (QTextBlock block = document.begin(); block.isValid(); block = block.next()) {
-      if (block != document.begin()) sink_.paragraph_break(last_, alignment);
+      // The cells of a row stand in one line.
+      const int last_row = std::exchange(row, row_of(block));
+      // Qt needs a paragraph behind a table.
+      if (last_row != 0 && block.length() == 1 && !block.next().isValid()) break;
+      if (row != 0 && row == last_row) {
+        sink_.text(u"\t", last_);
+      } else if (block != document.begin()) {
+        sink_.paragraph_break(last_, alignment);
+      }
       alignment = alignment_of(block.blockFormat());
       read(block);
     }
@@ -45,15 +57,35 @@ class Walk {
   }
 
  private:
+  /// A number that is different for each row of each table; 0 outside of them.
+  static int row_of(const QTextBlock& block) {
+    const QTextTable* const table = QTextCursor(block).currentTable();
+    if (table == nullptr) return 0;
+    const int row = table->cellAt(block.position()).row();
+    return table->cellAt(row, 0).firstPosition() + 1;
+  }
+
   void read(const QTextBlock& block) {
     last_ = sink_.intern(format_of(block.charFormat(), base_));
     if (const QTextList* const list = block.textList()) {
-      add(list->itemText(block) + QLatin1Char('\t'), last_);
+      const bool is_numbered = list->format().style() <= QTextListFormat::ListDecimal;
+      add((is_numbered ? list->itemText(block) : QStringLiteral("\u2022")) + QLatin1Char('\t'),
+          last_);
     }
     for (auto at = block.begin(); !at.atEnd(); ++at) {
-      const QTextCharFormat format = at.fragment().charFormat();
+      QTextCharFormat format = at.fragment().charFormat();
+      if (format.isImageFormat()) continue;
+      // Qt gives links a look of their own.
+      if (format.isAnchor()) {
+        format.clearForeground();
+        format.setFontUnderline(false);
+      }
       last_ = sink_.intern(format_of(format, base_));
-      if (!format.isImageFormat()) add(at.fragment().text(), last_);
+      QString text = at.fragment().text();
+      const bool ends = at.fragment().position() + at.fragment().length() ==
+                        block.position() + block.length() - 1;
+      if (ends && text.endsWith(QLatin1Char(' '))) text.chop(1);
+      add(text, last_);
     }
   }
 
