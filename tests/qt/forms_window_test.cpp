@@ -1,299 +1,244 @@
-// The records window, used with keys and dialogs as a user does.
+// The records window: the list, searching, editing, the trash, tags and files.
 
-#include <gtest/gtest.h>
-
-#include <QAction>
-#include <QApplication>
+#include <QClipboard>
 #include <QComboBox>
 #include <QDialogButtonBox>
 #include <QDoubleSpinBox>
 #include <QFile>
-#include <QImage>
-#include <QLabel>
-#include <QLineEdit>
-#include <QMessageBox>
-#include <QPainter>
+#include <QMenu>
+#include <QMenuBar>
+#include <QMimeData>
 #include <QPushButton>
-#include <QStatusBar>
-#include <QTemporaryDir>
-#include <QTest>
+#include <QSet>
+#include <QUrl>
 #include <QTextEdit>
-#include <QTimer>
 #include <array>
-#include <functional>
-#include <memory>
-#include <utility>
 
 #include "FormTables.h"
-#include "MainWindow.h"
-#include "Pages.h"
-#include "Pdf.h"
-#include "RecordList.h"
-#include "qel/qt/PainterCanvas.h"
-#include "qel/qt/QtPlatform.h"
-#include "qel/text/TextAndFormatting.h"
-#include "qt/platform/Text.h"
+#include "FormsWindow.h"
 
 namespace qel::forms {
 namespace {
 
-using qt::to_qt;
-
-Record record_of(std::u16string title, std::u16string body) {
-  Record record;
-  record.title = std::move(title);
-  record.body = std::move(body);
-  return record;
-}
-
-class FormsWindow : public testing::Test {
- protected:
-  FormsWindow() {
-    hand.callOnTimeout([this] {
-      auto* const dialog = dynamic_cast<QDialog*>(QApplication::activeModalWidget());
-      if (dialog == nullptr) return;
-      hand.stop();
-      std::exchange(awaiting, {})(*dialog);
-    });
-    open();
-  }
-
-  void open(bool recovers = true) {
-    window.reset();
-    store.reset();
-    RecordStore::Options options;
-    options.creates = true;
-    store = std::make_unique<RecordStore>(path("records.db").toStdString(), options);
-    window = std::make_unique<MainWindow>(*store);
-    window->show();
-    QApplication::setActiveWindow(window.get());
-    window->begin(recovers);
-  }
-
-  QString path(const char* name) const { return folder.filePath(QLatin1String(name)); }
-
-  std::int64_t add(std::u16string title, std::u16string body) {
-    Record record = record_of(std::move(title), std::move(body));
-    store->save(record);
-    search(QString());
-    return record.id;
-  }
-
-  // What the user does.
-
-  static void type(qt::TextBox& box, const char* text) {
-    box.setFocus();
-    QTest::keyClicks(box.focusProxy(), QLatin1String(text));
-  }
-  static void press(qt::TextBox& box, Qt::Key key, Qt::KeyboardModifiers modifiers) {
-    box.setFocus();
-    QTest::keyClick(box.focusProxy(), key, modifiers);
-  }
-  QAction& action(const char* name) { return *window->findChild<QAction*>(QLatin1String(name)); }
-  void choose(const char* name) {
-    action(name).trigger();
-    settle();
-  }
-  void search(const QString& text) {
-    auto& field = *window->findChild<QLineEdit*>();
-    field.setText(QStringLiteral("\n"));
-    field.setText(text);
-  }
-  RecordList& list() { return *static_cast<RecordList*>(window->findChild<QTreeWidget*>()); }
-  /// Returns when the dialog that was awaited, if any, has been dealt with.
-  void settle() {
-    QApplication::processEvents();
-    for (int i = 0; i < 1000 && awaiting; ++i) QTest::qWait(1);
-    EXPECT_FALSE(awaiting) << "a dialog was not opened";
-  }
-  void click(int row, Qt::KeyboardModifiers modifiers = {}) {
-    const QRect place = list().visualItemRect(list().topLevelItem(row));
-    QTest::mouseClick(list().viewport(), Qt::LeftButton, modifiers, place.center());
-    settle();
-  }
-  /// Lets the user act in the next dialog once it is open.
-  void at_dialog(std::function<void(QDialog&)> user) {
-    awaiting = std::move(user);
-    hand.start(1);
-  }
-  void answer(QMessageBox::StandardButton button) {
-    at_dialog(
-        [button](QDialog& dialog) { dynamic_cast<QMessageBox&>(dialog).button(button)->click(); });
-  }
-
-  // What the user sees.
-
-  QStringList titles() {
-    QStringList shown;
-    for (int i = 0; i < list().topLevelItemCount(); ++i) {
-      shown.append(list().topLevelItem(i)->text(0));
-    }
-    return shown;
-  }
-  QString state() { return window->statusBar()->findChild<QLabel*>()->text(); }
-  QString body() { return window->body_box().get_Text(); }
-
-  QTemporaryDir folder;
-  std::unique_ptr<RecordStore> store;
-  std::unique_ptr<MainWindow> window;
-  std::function<void(QDialog&)> awaiting;
-  QTimer hand;
-};
-
 TEST_F(FormsWindow, SavesWhatIsTypedAndFindsIt) {
-  EXPECT_EQ(state(), QStringLiteral("New record"));
+  EXPECT_EQ(state(), "New record");
   type(window->title_box(), "Tea");
-  EXPECT_EQ(state(), QStringLiteral("Unsaved changes"));
-  type(window->body_box(), "for ");
-  press(window->body_box(), Qt::Key_B, Qt::ControlModifier);
-  EXPECT_TRUE(action("bold").isChecked());
-  type(window->body_box(), "two");
-  choose("bold");
-  EXPECT_FALSE(action("bold").isChecked());
-  choose("italic");
-  type(window->body_box(), "!");
+  EXPECT_EQ(state(), "Unsaved changes");
+  press(Qt::Key_Return);
+  type("for ");
+  press(Qt::Key_B, Qt::ControlModifier);
+  type("two");
+  press(Qt::Key_B, Qt::ControlModifier);
+  press(Qt::Key_I, Qt::ControlModifier);
+  type("!");
   QTest::keyClick(window.get(), Qt::Key_S, Qt::ControlModifier);
-  EXPECT_EQ(state(), QStringLiteral("Saved"));
+  EXPECT_EQ(state(), "Saved");
   EXPECT_FALSE(window->isWindowModified());
   const Record saved = store->load(list().first());
-  EXPECT_EQ(to_qt(saved.title), QStringLiteral("Tea"));
-  EXPECT_EQ(to_qt(saved.body), QStringLiteral("for /b1two/b0/i1!/i0"));
+  EXPECT_EQ(to_qt(saved.title).toStdString(), "Tea");
+  EXPECT_EQ(to_qt(saved.body).toStdString(), "for /b1two/b0/i1!/i0");
+  press(Qt::Key_A, Qt::ControlModifier);
+  wait_for([this] { return label("counts") == "Selected: 2 words, 8 characters"; }, "the counts");
 
   choose("new");
-  type(window->title_box(), "Coffee");
+  press(window->title_box(), Qt::Key_Return, {});
+  type("Black coffee");
   choose("save");
-  EXPECT_EQ(titles(), (QStringList{QStringLiteral("Coffee"), QStringLiteral("Tea")}));
-  const std::array<std::pair<const char*, QStringList>, 3> searches = {
-      {{"TWO!", {QStringLiteral("Tea\nfor two!")}},
-       {"b1", {}},
-       {"", {QStringLiteral("Coffee"), QStringLiteral("Tea")}}}};
+  const std::array<std::pair<const char*, const char*>, 4> searches = {
+      {{"TWO!", "Tea"}, {"b1", ""}, {"coff bl", "Black coffee"}, {"", "Black coffee|Tea"}}};
   for (const auto& [wanted, found] : searches) {
     search(QLatin1String(wanted));
     EXPECT_EQ(titles(), found) << wanted;
-    EXPECT_EQ(list().selected().size(), *wanted == '\0') << "the shown record is marked";
   }
+  search(QStringLiteral("cocoa"));
+  EXPECT_EQ(list().empty_text().toStdString(), "No records contain \u201Ccocoa\u201D.");
+  search(QStringLiteral("two"));
+  EXPECT_EQ(shown(RecordModel::context_role), QStringList{QStringLiteral("for two!")});
 }
 
 TEST_F(FormsWindow, TypesIntoTheHitThatWasOpened) {
-  add(u"Tea", u"hot");
+  const auto tea = add(u"Tea", u"hot");
   add(u"Coffee", u"black");
-  click(0);
-  ASSERT_EQ(body(), QStringLiteral("black"));
-  window->findChild<QLineEdit*>()->setFocus();
-  QTest::keyClicks(window->findChild<QLineEdit*>(), QStringLiteral("hot"));
-  QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
-  QTest::keyClick(QApplication::focusWidget(), Qt::Key_Return);
-  QTest::keyClicks(QApplication::focusWidget(), QStringLiteral("very "));
-  settle();
-  EXPECT_EQ(body(), QStringLiteral("very hot"));
+  // Keys in the search field, and whether they lead to the text of the hit or back.
+  const std::array<std::pair<std::vector<Qt::Key>, bool>, 5> ways = {
+      {{{Qt::Key_Tab, Qt::Key_Return}, true},
+       {{Qt::Key_Return, Qt::Key_Return}, true},
+       {{Qt::Key_Down, Qt::Key_Enter}, true},
+       {{Qt::Key_Escape}, false},
+       {{Qt::Key_Down, Qt::Key_Escape}, true}}};
+  for (const auto& [keys, opens] : ways) {
+    choose("all_records");
+    search(QString());
+    click(0);
+    ASSERT_EQ(body(), "black");
+    choose("search");
+    type("hot");
+    ASSERT_EQ(titles(), "Tea");
+    // Nothing waits for the list between the keys.
+    for (const Qt::Key key : keys) QTest::keyClick(QApplication::focusWidget(), key);
+    type("x");
+    settle();
+    EXPECT_EQ(body(), opens ? "xhot" : "xblack") << keys.size();
+    if (keys.back() == Qt::Key_Escape) EXPECT_EQ(titles(), "Coffee|Tea");
+    answer(QMessageBox::Discard);
+    choose("revert");
+  }
+  EXPECT_EQ(saved_body(tea), "hot");
 }
 
 TEST_F(FormsWindow, LeavesNoUnsavedWorkBehindUnasked) {
   add(u"one", u"first");
   add(u"two", u"second");
   click(1);
-  EXPECT_EQ(body(), QStringLiteral("first"));
+  EXPECT_EQ(body(), "first");
   type(window->body_box(), "x");
   answer(QMessageBox::Cancel);
   click(0);
-  EXPECT_EQ(body(), QStringLiteral("xfirst"));
-  EXPECT_EQ(list().currentItem()->text(0), QStringLiteral("one")) << "the list goes back";
+  EXPECT_EQ(body(), "xfirst");
+  EXPECT_EQ(list().selected(), std::vector<std::int64_t>{1}) << "the list goes back";
   answer(QMessageBox::Cancel);
   EXPECT_FALSE(window->close());
   answer(QMessageBox::Save);
   click(0);
-  EXPECT_EQ(body(), QStringLiteral("second"));
-  EXPECT_EQ(to_qt(store->load(1).body), QStringLiteral("xfirst"));
+  EXPECT_EQ(body(), "second");
+  EXPECT_EQ(saved_body(1), "xfirst");
 
   type(window->body_box(), "y");
   answer(QMessageBox::Discard);
   choose("revert");
-  EXPECT_EQ(body(), QStringLiteral("second"));
+  EXPECT_EQ(body(), "second");
   type(window->body_box(), "z");
   answer(QMessageBox::Discard);
   EXPECT_TRUE(window->close());
   EXPECT_TRUE(store->drafts().empty()) << "what was given up does not come back";
-  EXPECT_EQ(to_qt(store->load(2).body), QStringLiteral("second"));
+  EXPECT_EQ(saved_body(2), "second");
 }
 
-TEST_F(FormsWindow, KeepsUnsavedWorkOverACrash) {
-  const std::int64_t id = add(u"Tea", u"hot");
-  click(0);
-  type(window->body_box(), "very ");
-  QTest::qWait(1500);
-  open();  // nothing was closed
-  EXPECT_EQ(body(), QStringLiteral("very hot"));
-  EXPECT_EQ(state(), QStringLiteral("Unsaved changes"));
-  EXPECT_TRUE(window->statusBar()->currentMessage().startsWith(QLatin1String("Unsaved work of")));
-  EXPECT_EQ(list().selected(), std::vector<std::int64_t>{id});
-
-  Record other = store->load(id);
-  other.body = u"cold";
-  store->save(other);
-  answer(QMessageBox::Ignore);
-  open();
-  EXPECT_EQ(body(), QStringLiteral("cold"));
-  answer(QMessageBox::Open);
-  choose("recover");
-  EXPECT_EQ(body(), QStringLiteral("very hot"));
-  choose("save");
-  EXPECT_EQ(to_qt(store->load(id).body), QStringLiteral("very hot"));
-  choose("recover");
-  EXPECT_EQ(window->statusBar()->currentMessage(),
-            QStringLiteral("There is no other unsaved work."));
-}
-
-TEST_F(FormsWindow, SavesAsANewRecordWhatAnotherProgramChanged) {
-  const std::int64_t id = add(u"Tea", u"hot");
-  click(0);
-  type(window->body_box(), "not ");
-  Record other = store->load(id);
-  other.body = u"cold";
-  store->save(other);
-  answer(QMessageBox::Cancel);
-  choose("save");
-  EXPECT_EQ(state(), QStringLiteral("Unsaved changes"));
-  answer(QMessageBox::Save);
-  choose("save");
-  EXPECT_EQ(state(), QStringLiteral("Saved"));
-  EXPECT_EQ(to_qt(store->load(id).body), QStringLiteral("cold"));
-  EXPECT_EQ(to_qt(store->load(list().first()).body), QStringLiteral("not hot"));
-}
-
-TEST_F(FormsWindow, DeletesWhatIsSelectedWhenToldSo) {
-  for (const char16_t* title : {u"1", u"2", u"3"}) add(title, u"");
-  click(0);
-  click(1, Qt::ControlModifier);
-  answer(QMessageBox::Cancel);
-  choose("delete");
-  EXPECT_EQ(titles().size(), 3);
-  answer(QMessageBox::Yes);
-  QApplication::setActiveWindow(window.get());  // no closing dialog restores that off screen
+TEST_F(FormsWindow, DeletesIntoATrashAndBringsBack) {
+  add(u"/b1Tea/b0 and coffee", u"");
+  add(u"", u"First words of a text without a title");
+  add(u"3", u"third");
+  click(2);
   list().setFocus();
-  QTest::keyClick(&list(), Qt::Key_Delete);
-  settle();
-  EXPECT_EQ(titles(), QStringList{QStringLiteral("1")});
-  EXPECT_EQ(to_qt(window->form().title()), QStringLiteral("1")) << "the next one is shown";
+  press(Qt::Key_Delete);
+  EXPECT_EQ(notice().text().toStdString(), "Deleted \u201CTea and coffee\u201D.");
+  EXPECT_EQ(titles(), "3|First words of a text without a title");
+  notice().findChild<QPushButton*>()->click();
+  EXPECT_EQ(shown().size(), 3);
+  EXPECT_EQ(list().selected(), std::vector<std::int64_t>{1});
+
+  click(0);
+  type(window->body_box(), "the ");
+  click(1, Qt::ControlModifier);
+  choose("delete");
+  EXPECT_EQ(notice().text().toStdString(), "Deleted 2 records.");
+  EXPECT_EQ(saved_body(3), "the third") << "the trash has what was written last";
+  choose("trash");
+  EXPECT_EQ(shown().size(), 2);
+  click(0);
+  EXPECT_EQ(state(), "In the trash");
+  type(window->body_box(), "x");
+  EXPECT_FALSE(window->form().is_changed());
+  choose("restore");
+  EXPECT_EQ(state(), "Saved");
+  EXPECT_EQ(shown().size(), 2);
+  choose("trash");
+  answer(QMessageBox::Cancel);
+  choose("empty_trash");
+  EXPECT_EQ(shown().size(), 1);
+  answer("Empty Trash");
+  choose("empty_trash");
+  EXPECT_EQ(list().empty_text().toStdString(), "The trash is empty.");
+  choose("undo_delete");
+  EXPECT_EQ(store->list().size(), 2U) << "what is gone for good does not come back";
 }
 
-TEST_F(FormsWindow, ExportsTheSelectedRecords) {
+TEST_F(FormsWindow, TagsAndDuplicatesRecords) {
+  add(u"Tea", u"hot");
+  add(u"Coffee", u"black");
+  click(1);
+  choose("edit_tags");
+  type("drinks,hot");
+  press(Qt::Key_Return);
+  using Tags = std::vector<std::u16string>;
+  EXPECT_EQ(store->tags(1), (Tags{u"drinks", u"hot"}));
+  choose("duplicate");
+  EXPECT_EQ(store->tags(window->form().record().id), (Tags{u"drinks", u"hot"}));
+  type(window->body_box(), "a duplicate is ");
+  choose("save");
+  EXPECT_EQ(saved_body(1), "hot");
+  choose("edit_tags");
+  press(Qt::Key_Backspace);
+  press(Qt::Key_Escape);
+  auto& choice = *window->findChild<QComboBox*>();
+  choice.setCurrentIndex(choice.findText(QStringLiteral("hot")));
+  settle();
+  EXPECT_EQ(list().records().rowCount(), 1);
+  EXPECT_EQ(list().first(), 1);
+  choose("new");
+  EXPECT_EQ(shown().size(), 3) << "a new record is not shown among those of a tag";
+}
+
+TEST_F(FormsWindow, RemembersHowItLooked) {
+  for (const char16_t* title : {u"b", u"c", u"a"}) add(title, u"");
+  EXPECT_EQ(titles(), "a|c|b");
+  choose("by_title");
+  EXPECT_EQ(titles(), "a|b|c");
+  choose("reverse");
+  choose("zoom_in");
+  window->resize(800, 500);
+  EXPECT_TRUE(window->close());
+  open();
+  EXPECT_EQ(titles(), "c|b|a");
+  EXPECT_EQ(window->body_box().get_Zoom(), 110);
+  EXPECT_EQ(window->size(), QSize(800, 500));
+}
+
+TEST_F(FormsWindow, ExportsAndImports) {
   add(u"One", u"/b1bold/b0 <text>");
   add(u"Two", u"second");
   add(u"Three", u"");
   click(1);
   click(2, Qt::ControlModifier);
-  const std::array<std::pair<const char*, const char*>, 2> forms = {
-      {{"all.txt", "Two\nsecond\n\nOne\nbold <text>\n"}, {"all.pdf", "%PDF-1."}}};
+  const std::array<std::pair<const char*, const char*>, 3> forms = {
+      {{"all.txt", "Two\nsecond\n\nOne\nbold <text>\n"},
+       {"all.pdf", "%PDF-1."},
+       {"all.html", "<b>bold</b> &lt;text&gt;"}}};
   for (const auto& [name, part] : forms) {
     ASSERT_TRUE(window->export_to(path(name))) << name;
     QFile file(path(name));
     ASSERT_TRUE(file.open(QIODevice::ReadOnly));
     const QByteArray bytes = file.readAll();
-    EXPECT_TRUE(bytes.contains(part)) << name << ": " << bytes.left(200).data();
+    EXPECT_TRUE(bytes.contains(part)) << name << ": " << bytes.left(600).data();
     EXPECT_FALSE(bytes.contains("Three")) << name;
   }
-  answer(QMessageBox::Ok);
-  EXPECT_FALSE(window->export_to(path("none/all.pdf")));
+  for (const char* const name : {"none/all.pdf", "all.doc"}) {
+    answer(QMessageBox::Ok);
+    EXPECT_FALSE(window->export_to(path(name))) << name;
+    EXPECT_FALSE(QFile::exists(path(name)));
+  }
+
+  QFile bad(path("picture.txt"));
+  ASSERT_TRUE(bad.open(QIODevice::WriteOnly));
+  bad.write(QByteArray("\x89PNG\r\n\x1a\n\0\0\0\rIHDR", 16));
+  bad.close();
+  QMimeData dropped;
+  dropped.setUrls({QUrl::fromLocalFile(path("all.txt")), QUrl::fromLocalFile(bad.fileName())});
+  QDropEvent drop(QPointF(400, 300), Qt::CopyAction, &dropped, Qt::LeftButton, {});
+  std::string told;
+  at_dialog([&told](QDialog& dialog) {
+    auto& box = dynamic_cast<QMessageBox&>(dialog);
+    told = (box.text() + box.informativeText()).toStdString();
+    box.accept();
+  });
+  QApplication::sendEvent(window->body_box().findChild<QTextEdit*>()->viewport(), &drop);
+  settle();
+  EXPECT_NE(told.find("1 of 2 files could not be imported."), std::string::npos) << told;
+  EXPECT_NE(told.find("picture.txt"), std::string::npos) << told;
+  EXPECT_EQ(shown().size(), 4);
+  EXPECT_EQ(body(), "Two\r\nsecond\r\n\r\nOne\r\nbold <text>");
+  notice().findChild<QPushButton*>()->click();
+  EXPECT_EQ(shown().size(), 3);
 }
 
 TEST_F(FormsWindow, PutsFontsAndColorsIntoTheForm) {
@@ -312,74 +257,60 @@ TEST_F(FormsWindow, PutsFontsAndColorsIntoTheForm) {
   const command::Tables tables = load_tables(*store);
   EXPECT_EQ(to_qt(tables.fonts.get_Font(0)), QStringLiteral("Arial")) << "there is always one";
   EXPECT_EQ(to_qt(tables.fonts.get_Font(2)), QStringLiteral("<none>"));
-  EXPECT_EQ(state(), QStringLiteral("Saved"));
+  EXPECT_EQ(state(), "Saved");
   EXPECT_EQ(window->body_box().get_FontSize(), 14);
-  EXPECT_EQ(window->body_box().findChild<QTextEdit*>()->textCursor().charFormat().fontPointSize(),
-            14)
-      << "the text has that size";
   QELTextbox& control = window->body_box().control();
   control.put_SelStart(4);
   control.put_SelLength(1);
   EXPECT_EQ(to_qt(control.get_SelFontName()), QStringLiteral("Courier New"));
 }
 
-TEST(FormsPages, MakeADocumentOfManyPages) {
-  std::u16string lines;
-  for (int i = 0; i < 200; ++i) lines += u"line /u1under/u0/nl";
-  const Record record = record_of(u"T", lines);
-  const QByteArray pdf = QByteArray::fromStdString(pdf_of({&record, 1}, command::Tables()));
-  const int pages = static_cast<int>(pdf.count("/Type /Page\n"));
-  EXPECT_GE(pages, 3);
-  EXPECT_LE(pages, 5);
+TEST_F(FormsWindow, EditsTheFieldThatHasTheFocus) {
+  add(u"Tea", u"hot and black");
+  click(0);
+  type(window->body_box(), "very ");
+  choose("search");
+  type("tea");
+  press(Qt::Key_A, Qt::ControlModifier);
+  QAction* cut = nullptr;
+  QAction* undo = nullptr;
+  for (QAction* const each : window->menuBar()->actions()[1]->menu()->actions()) {
+    if (each->text().startsWith(QLatin1String("Cu&t"))) cut = each;
+    if (each->text().startsWith(QLatin1String("&Undo"))) undo = each;
+  }
+  cut->trigger();
+  EXPECT_TRUE(field().text().isEmpty());
+  undo->trigger();
+  EXPECT_EQ(field().text(), QStringLiteral("tea"));
+  EXPECT_EQ(body(), "very hot and black") << "the other field is left alone";
+  window->body_box().setFocus();
+  EXPECT_FALSE(cut->isEnabled()) << "nothing is selected";
+  undo->trigger();
+  EXPECT_EQ(body(), "hot and black");
 }
 
-TEST(PainterCanvas, MeasuresAndDrawsInPointsOnAnyDevice) {
-  for (const int dots : {72, 300}) {
-    SCOPED_TRACE(dots);
-    constexpr double inch = 0.0254;
-    QImage image(dots * 2, dots, QImage::Format_RGB32);
-    image.setDotsPerMeterX(static_cast<int>(dots / inch));
-    image.setDotsPerMeterY(static_cast<int>(dots / inch));
-    image.fill(Qt::white);
-    QPainter painter(&image);
-    qt::PainterCanvas canvas(painter);
-    platform::CanvasText text;
-    text.text = u"MMM";
-    text.font.size = 24;
-    text.x = 36;
-    text.y = 36;
-    text.color = rgb(255, 0, 0);
-    const float width = canvas.text_width(text.text, text.font);
-    EXPECT_NEAR(width, 3 * 24 * 0.833, 4);
-    EXPECT_NEAR(canvas.text_width(u"AVAV", text.font), 2 * canvas.text_width(u"AV", text.font), 1);
-    EXPECT_LT(canvas.text_width(u"\u0628\u0628", text.font),
-              1.8F * canvas.text_width(u"\u0628", text.font))
-        << "letters that join";
-    EXPECT_EQ(canvas.text_width(u"\t", text.font), canvas.text_width(u" ", text.font));
-    qt::QtPlatform::use();
-    TextAndFormatting without_canvas;
-    without_canvas.put_DefaultFontSize(text.font.size);
-    for (const auto* const measured : {u"MMM", u"\u0628\u0628"}) {
-      EXPECT_NEAR(without_canvas.fmtTextWidth(measured), canvas.text_width(measured, text.font),
-                  0.2);
-    }
-    EXPECT_NEAR(canvas.font_extent(text.font).ascent, 22, 3);
-    canvas.draw_text(text);
-    canvas.fill_rectangle({0, 60, 10, 5}, rgb(0, 0, 255));
-    painter.end();
-    QRect inked;
-    for (int y = 0; y < image.height() * 50 / 72; ++y) {
-      for (int x = 0; x < image.width(); ++x) {
-        if (image.pixelColor(x, y).green() < 128) inked |= QRect(x, y, 1, 1);
+/// No two entries of a menu have one letter, and no two actions one key.
+TEST_F(FormsWindow, LettersAndKeysOfItsMenusAreTheirOwn) {
+  QSet<QString> keys;
+  const std::function<void(const QList<QAction*>&)> check = [&](const QList<QAction*>& actions) {
+    QSet<QString> letters;
+    for (const QAction* const each : actions) {
+      const QString text = each->text();
+      const auto at = text.indexOf(QChar(u'&'));
+      if (at >= 0) {
+        const QString letter = text.mid(at + 1, 1).toLower();
+        EXPECT_FALSE(letters.contains(letter)) << text.toStdString();
+        letters.insert(letter);
       }
+      if (!each->shortcut().isEmpty() && each->shortcutContext() == Qt::WindowShortcut) {
+        EXPECT_FALSE(keys.contains(each->shortcut().toString())) << text.toStdString();
+        keys.insert(each->shortcut().toString());
+      }
+      if (each->menu() != nullptr) check(each->menu()->actions());
     }
-    const double unit = dots / 72.0;
-    EXPECT_NEAR(inked.left() / unit, 36, 4);
-    EXPECT_NEAR(inked.right() / unit, 36 + static_cast<double>(width), 4);
-    EXPECT_NEAR(inked.bottom() / unit, 36, 3);
-    EXPECT_EQ(image.pixelColor(static_cast<int>(5 * unit), static_cast<int>(62 * unit)),
-              QColor(0, 0, 255));
-  }
+  };
+  check(window->menuBar()->actions());
+  EXPECT_GT(keys.size(), 15);
 }
 
 }  // namespace

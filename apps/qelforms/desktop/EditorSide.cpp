@@ -23,6 +23,7 @@ EditorSide::EditorSide(QWidget* parent)
       title_(new qt::TextBox),
       tags_(new TagLine),
       body_(new qt::TextBox),
+      find_bar_(new qt::FindBar),
       notice_(new Notice),
       edited_(body_) {
   setAutoFillBackground(true);
@@ -53,6 +54,7 @@ EditorSide::EditorSide(QWidget* parent)
   layout->setSpacing(0);
   layout->addLayout(head);
   layout->addWidget(body_, 1);
+  layout->addWidget(find_bar_);
   layout->addWidget(notice_);
   connect(qApp, &QApplication::focusChanged, this,
           [this](const QWidget*, const QWidget* now) { follow_focus(now); });
@@ -79,6 +81,11 @@ void EditorSide::follow_focus(const QWidget* now) {
 void EditorSide::put_zoom(int percent) {
   body_->put_Zoom(percent);
   title_->put_Zoom(body_->get_Zoom() * title_scale / 100);
+}
+
+void EditorSide::mark(const QStringList& words) {
+  title_->MarkWords(words);
+  body_->MarkWords(words);
 }
 
 void EditorSide::put_editable(bool editable) {

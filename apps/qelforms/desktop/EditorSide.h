@@ -1,7 +1,9 @@
 #pragma once
 
+#include <QStringList>
 #include <QWidget>
 
+#include "qel/qt/FindBar.h"
 #include "qel/qt/TextBox.h"
 
 namespace qel::forms {
@@ -10,7 +12,7 @@ class Notice;
 class TagLine;
 
 /// The side of the window where a record is edited: its title as a large line, its tags, its text,
-/// and below that what there is to tell.
+/// and below that a bar to find in it, and what there is to tell.
 class EditorSide : public QWidget {
   Q_OBJECT
 
@@ -20,6 +22,7 @@ class EditorSide : public QWidget {
   qt::TextBox& title() { return *title_; }
   qt::TextBox& body() { return *body_; }
   TagLine& tags() { return *tags_; }
+  qt::FindBar& find_bar() { return *find_bar_; }
   Notice& notice() { return *notice_; }
   /// The box that has the focus, or had it last.
   qt::TextBox& edited_box() const { return *edited_; }
@@ -27,6 +30,8 @@ class EditorSide : public QWidget {
   /// The size of the text, in per cent; the title is larger.
   void put_zoom(int percent);
   void put_editable(bool editable);
+  /// Marks these words in the title and the text.
+  void mark(const QStringList& words);
 
  signals:
   /// Another box is the edited one.
@@ -39,6 +44,7 @@ class EditorSide : public QWidget {
   qt::TextBox* title_;
   TagLine* tags_;
   qt::TextBox* body_;
+  qt::FindBar* find_bar_;
   Notice* notice_;
   qt::TextBox* edited_;
 };

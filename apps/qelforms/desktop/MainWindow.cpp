@@ -169,12 +169,12 @@ void MainWindow::keep_look() {
 }
 
 void MainWindow::closeEvent(QCloseEvent* event) {
-  bool may_close = settle();
+  keeps_draft_ = false;
+  bool may_close = settle(true);
   // Work that the user gave up must not come back at the next start.
   if (may_close && form_->is_changed() && !keeps_draft_) {
     const QString name = QStringLiteral("open");
-    attempt(name, [this] { form_->new_record(); });
-    may_close = wait_for(name);
+    may_close = attempt(name, [this] { form_->new_record(); }) || wait_for(name);
   }
   if (may_close) keep_look();
   event->setAccepted(may_close);
@@ -188,11 +188,28 @@ void MainWindow::changeEvent(QEvent* event) {
 // What is shown.
 
 void MainWindow::list_records() {
-  attempt([this] {
-    const QString wanted = search_->text();
-    list_->show_headings(wanted.isEmpty() ? newest_first(store_.list())
-                                          : store_.find(wanted.toStdU16String(), {}, most_found));
-    if (list_->selected().empty()) list_->select(form_->record().id);
+  attempt(QStringLiteral("list"), [this] { list_now(); });
+}
+
+void MainWindow::list_now() {
+  const QString wanted = side_->wanted().trimmed();
+  const Listing listing = side_->listing();
+  others_ = store_.state_of_others();
+  side_->show_headings(wanted.isEmpty()
+                           ? store_.list(listing)
+                           : store_.find(side_->wanted().toStdU16String(), listing, most_found));
+  if (list().selected().empty()) list().select(form_->record().id);
+  editor_->mark(words_of(wanted));
+  show_state();
+}
+
+void MainWindow::show_tags() {
+  attempt(QStringLiteral("all tags"), [this] {
+    const std::vector<std::u16string> known = store_.all_tags();
+    QStringList names;
+    for (const std::u16string& tag : known) names.append(QString::fromStdU16String(tag));
+    editor_->tags().offer(names);
+    side_->put_tags(known);
   });
 }
 
@@ -235,8 +252,9 @@ void MainWindow::show_counts() {
   const bool selects = control.get_SelLength() > 0;
   const QString text =
       QString::fromStdU16String(selects ? control.get_SelText() : editor_->body().control().get_Text());
-  const QString words = tr("%n word(s)", nullptr, count_words(text));
-  const QString characters = tr("%n character(s)", nullptr, count_characters(text));
+  const QString words = counted(count_words(text), tr("1 word"), tr("%1 words"));
+  const QString characters =
+      counted(count_characters(text), tr("1 character"), tr("%1 characters"));
   const QString counts = words + QStringLiteral(", ") + characters;
   counts_->setText(selects ? tr("Selected: %1").arg(counts) : counts);
 }
@@ -266,7 +284,7 @@ void MainWindow::put_zoom(int percent) {
 void MainWindow::tell(const QString& message) { statusBar()->showMessage(message); }
 
 QString MainWindow::name_of(const std::vector<std::int64_t>& ids) const {
-  if (ids.size() != 1) return tr("%n records", nullptr, static_cast<int>(ids.size()));
+  if (ids.size() != 1) return records_counted(ids.size());
   const RecordModel& records = list().records();
   return quoted(records.index(records.row_of(ids.front())).data().toString());
 }

@@ -117,7 +117,7 @@ class MainWindow : public QMainWindow {
   void keep_spare_draft();
   bool save();
   void save_now();
-  bool save_and_wait();
+  bool save_and_wait(bool closes = false);
   void after_save();
   void note_full_disk();
   void solve_conflict();
@@ -125,10 +125,11 @@ class MainWindow : public QMainWindow {
   void revert();
   void recover_other();
   void recover(const Draft& draft);
-  /// Returns whether there is no unsaved work left, or the user gives it up.
-  bool settle();
+  /// Returns whether there is no unsaved work left, or the user gives it up; for a window that
+  /// closes, also whether the user leaves it as a draft.
+  bool settle(bool closes = false);
   /// Waits for work that another program's writing holds up; false when the user has had enough.
-  bool wait_for(const QString& name);
+  bool wait_for(const QString& name, bool closes = false);
 
   // Records.
 

@@ -122,6 +122,15 @@ void MainWindow::add_edit_actions(QMenu& menu) {
     if (const auto undo = undo_removal_) undo();
   });
   menu.addSeparator();
+  qt::FindBar& bar = editor_->find_bar();
+  add_action(menu, "find", tr("&Find..."), [&bar] { bar.open(); }).setShortcut(QKeySequence::Find);
+  add_action(menu, "replace", tr("R&eplace..."), [&bar] { bar.open_replace(); })
+      .setShortcut(Qt::CTRL | Qt::Key_H);
+  add_action(menu, "find_next", tr("Find &Next"), [&bar] { bar.find_next(); })
+      .setShortcut(Qt::Key_F3);
+  add_action(menu, "find_previous", tr("Find Pre&vious"), [&bar] { bar.find_previous(); })
+      .setShortcut(Qt::SHIFT | Qt::Key_F3);
+  menu.addSeparator();
   add_action(menu, "search", tr("&Search Records"), [this] {
     side_->start_search();
   }).setShortcut(Qt::CTRL | Qt::SHIFT | Qt::Key_F);
@@ -135,6 +144,16 @@ void MainWindow::add_format_actions(QMenu& menu) {
 }
 
 void MainWindow::add_view_actions(QMenu& menu) {
+  QAction& find = add_action(menu, "find_bar", tr("Find &Bar"), [this] {
+    if (action("find_bar").isChecked()) {
+      editor_->find_bar().open();
+    } else {
+      editor_->find_bar().dismiss();
+    }
+  });
+  find.setCheckable(true);
+  connect(&menu, &QMenu::aboutToShow, this,
+          [this, &find] { find.setChecked(editor_->find_bar().isVisible()); });
   QAction& codes = add_action(menu, "reveal", tr("Reveal &Codes"), [this] {
     form_->put_RevealCodes(action("reveal").isChecked());
   });

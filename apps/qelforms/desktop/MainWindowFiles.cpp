@@ -21,6 +21,7 @@
 #include "Notice.h"
 #include "RecordList.h"
 #include "TablesDialog.h"
+#include "Words.h"
 #include "qel/qt/Printing.h"
 
 namespace qel::forms {
@@ -233,7 +234,7 @@ bool MainWindow::export_to(const QString& path) {
     file.write(document);
     file.finish();
     editor_->notice().tell(
-        tr("%n record(s) written to %1.", nullptr, static_cast<int>(records.size())).arg(path));
+        tr("Wrote %1 to %2.").arg(records_counted(records.size()), path));
   });
 }
 

@@ -89,12 +89,13 @@ void MainWindow::put_tags() {
 void MainWindow::duplicate_selected() {
   if (!settle()) return;
   const std::vector<std::int64_t> ids = list().selected();
-  attempt(QStringLiteral("duplicate"), [this, ids] {
+  const QString name = name_of(ids);
+  attempt(QStringLiteral("duplicate"), [this, ids, name] {
     const std::vector<std::int64_t> copies = store_.duplicate(ids);
     list_records();
     if (copies.size() == 1) show_record(copies.front());
     list().select(copies);
-    editor_->notice().tell(tr("%n record(s) duplicated.", nullptr, static_cast<int>(ids.size())));
+    editor_->notice().tell(tr("Duplicated %1.").arg(name));
   });
 }
 
@@ -155,7 +156,7 @@ void MainWindow::remove_for_good() {
 
 void MainWindow::empty_trash() {
   const int count = list().records().rowCount();
-  if (!confirm(tr("Delete all %n record(s) in the trash for good?", nullptr, count),
+  if (!confirm(tr("Empty the trash with %1?").arg(records_counted(static_cast<std::size_t>(count))),
                tr("This cannot be undone."), tr("&Empty Trash"))) {
     return;
   }

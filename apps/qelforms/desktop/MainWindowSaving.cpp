@@ -2,6 +2,7 @@
 
 #include <QDateTime>
 #include <QLocale>
+#include <QPushButton>
 #include <QStatusBar>
 #include <algorithm>
 #include <chrono>
@@ -89,8 +90,9 @@ void MainWindow::after_save() {
   show_state();
 }
 
-bool MainWindow::save_and_wait() {
-  return save() || (wait_for(QStringLiteral("save")) && !form_->is_changed());
+bool MainWindow::save_and_wait(bool closes) {
+  if (save()) return true;
+  return wait_for(QStringLiteral("save"), closes) && (!form_->is_changed() || keeps_draft_);
 }
 
 void MainWindow::note_full_disk() {
@@ -99,29 +101,33 @@ void MainWindow::note_full_disk() {
       tr("Save &Again"), [this] { save(); });
 }
 
-bool MainWindow::wait_for(const QString& name) {
+bool MainWindow::wait_for(const QString& name, bool closes) {
   if (!retries_.waits_for(name)) return true;
   QMessageBox box(QMessageBox::Information, tr("Records"),
                   tr("Another program is writing to the records. This goes on as soon as it has "
                      "finished."),
                   QMessageBox::Cancel, this);
+  const QPushButton* const keep =
+      closes ? box.addButton(tr("Close and &Keep Draft"), QMessageBox::AcceptRole) : nullptr;
   connect(&retries_, &Retries::changed, &box, [this, &box, name] {
     if (!retries_.waits_for(name)) box.done(QMessageBox::Ok);
   });
-  if (box.exec() == QMessageBox::Ok) return true;
+  const int answer = box.exec();
+  if (answer == QMessageBox::Ok) return true;
   retries_.forget(name);
-  return false;
+  keeps_draft_ = keep != nullptr && box.clickedButton() == keep;
+  return keeps_draft_;
 }
 
-bool MainWindow::settle() {
+bool MainWindow::settle(bool closes) {
   if (!form_->is_changed() || !may_edit()) return true;
   // The user has asked for it already.
-  if (retries_.waits_for(QStringLiteral("save"))) return save_and_wait();
+  if (retries_.waits_for(QStringLiteral("save"))) return save_and_wait(closes);
   keep_draft();
   const auto answer =
       ask(tr("Save the changes of this record?"),
           QMessageBox::Save | QMessageBox::Discard | QMessageBox::Cancel, QMessageBox::Save);
-  if (answer == QMessageBox::Save) return save_and_wait();
+  if (answer == QMessageBox::Save) return save_and_wait(closes);
   if (answer == QMessageBox::Discard) spare_.drop();
   return answer == QMessageBox::Discard;
 }

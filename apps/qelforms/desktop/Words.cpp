@@ -86,11 +86,22 @@ int count_characters(const QString& text) {
   return characters;
 }
 
+QString counted(int number, const QString& one, const QString& many) {
+  return number == 1 ? one : many.arg(QLocale().toString(number));
+}
+
+QString records_counted(std::size_t number) {
+  return counted(static_cast<int>(number), translated("1 record"), translated("%1 records"));
+}
+
 QString short_date(std::int64_t time) {
   const QDateTime then = QDateTime::fromMSecsSinceEpoch(time);
   const QDate today = QDate::currentDate();
   const QLocale locale;
-  if (then.date() == today) return locale.toString(then.time(), QLocale::ShortFormat);
+  if (then.date() == today) {
+    QString format = locale.timeFormat(QLocale::ShortFormat);
+    return locale.toString(then.time(), format.remove(QLatin1String(":ss")));
+  }
   if (then.date() == today.addDays(-1)) return translated("Yesterday");
   if (then.date().year() != today.year()) return locale.toString(then.date(), QLocale::ShortFormat);
   return locale.toString(then.date(), translated("d MMM"));

@@ -2,6 +2,7 @@
 
 #include <QString>
 #include <QStringList>
+#include <cstddef>
 #include <cstdint>
 #include <string_view>
 #include <vector>
@@ -27,6 +28,10 @@ std::vector<Place> places_of(const QStringList& words, const QString& text);
 int count_words(const QString& text);
 /// What a reader counts: line breaks and marks upon letters do not.
 int count_characters(const QString& text);
+/// The text for a number: `many` has "%1" where it stands.
+QString counted(int number, const QString& one, const QString& many);
+/// "1 record" or "3 records".
+QString records_counted(std::size_t number);
 /// A day and time of today, the day of this year, or the whole date.
 QString short_date(std::int64_t time);
 QString long_date(std::int64_t time);
