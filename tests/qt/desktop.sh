@@ -69,6 +69,9 @@ expect "upper: text  two! more./b1foreign/b0 rtf"
 printf '%s' '{\rtf1 \i application}' | own application/rtf
 xdotool key ctrl+v
 expect "upper: text  two! more./b1foreign/b0 rtf/i1application/i0"
+printf '%s' '<p>a <i>page</i></p>' | own text/html
+xdotool key ctrl+a ctrl+v
+expect "upper: text a /i1page/i0"
 printf 'one\nline' | own UTF8_STRING
 xdotool key ctrl+a ctrl+v
 expect "upper: text one/nlline"
@@ -78,3 +81,7 @@ sleep 0.3
 for form in text/rtf application/rtf; do
   xclip -selection clipboard -o -t "$form" | grep -qF '\b'
 done
+xclip -selection clipboard -o -t text/html | grep -qF '<b>'
+printf '1\n2\n3' | xclip -selection primary >/dev/null 2>&1
+xdotool mousemove 300 200 click 2
+expect "lower: text below/b1one1/nl2/nl3/b0"
