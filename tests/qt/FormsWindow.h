@@ -7,6 +7,7 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QMessageBox>
+#include <QPushButton>
 #include <QStatusBar>
 #include <QTemporaryDir>
 #include <QTest>
@@ -102,7 +103,9 @@ class FormsWindow : public testing::Test {
   /// Returns when the dialog that was awaited, if any, has been dealt with.
   void settle() {
     QApplication::processEvents();
+    if (!awaiting && QApplication::activeWindow() != nullptr) return;
     wait_for([this] { return !awaiting; }, "a dialog");
+    QApplication::setActiveWindow(window.get());  // no closing dialog restores that off screen
   }
   void click(int row, Qt::KeyboardModifiers modifiers = {}) {
     const QRect place = list().visualRect(list().records().index(row));

@@ -56,6 +56,8 @@ EditorSide::EditorSide(QWidget* parent)
   layout->addWidget(body_, 1);
   layout->addWidget(find_bar_);
   layout->addWidget(notice_);
+  setTabOrder(title_, tags_);
+  setTabOrder(tags_, body_);
   connect(qApp, &QApplication::focusChanged, this,
           [this](const QWidget*, const QWidget* now) { follow_focus(now); });
 }

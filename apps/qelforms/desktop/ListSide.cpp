@@ -55,6 +55,10 @@ ListSide::ListSide(QWidget* parent)
   trash_layout->setContentsMargins(spacing, 0, spacing, spacing);
   layout->addWidget(trash_bar_);
   trash_bar_->hide();
+  setTabOrder(choice_, order_button_);
+  setTabOrder(order_button_, new_button_);
+  setTabOrder(new_button_, search_);
+  setTabOrder(search_, list_);
   setAutoFillBackground(true);
   setBackgroundRole(QPalette::Base);
   put_tags({});

@@ -137,6 +137,7 @@ void MainWindow::connect_form() {
 void MainWindow::connect_sides() {
   connect(side_, &ListSide::listing_changed, this, [this] { list_records(); });
   connect(side_, &ListSide::left, this, [this] {
+    follow_selection();  // what is typed next is for the record that is selected now
     side_->end_search();
     editor_->body().setFocus();
   });
