@@ -116,6 +116,14 @@ std::u16string title_of(const std::string& bytes, InputFormat format, const std:
   return convert::markup_from_text(title);
 }
 
+/// The text of a file, without the line break at its end.
+std::u16string lines_of(const std::string& bytes) {
+  std::u16string text = convert::decode_text(bytes);
+  if (text.ends_with(u'\n')) text.pop_back();
+  if (text.ends_with(u'\r')) text.pop_back();
+  return text;
+}
+
 }  // namespace
 
 std::vector<std::string> import_endings() {
@@ -126,12 +134,7 @@ std::vector<std::string> import_endings() {
   return endings;
 }
 
-std::u16string markup_of_file(const std::string& bytes) {
-  std::u16string text = convert::decode_text(bytes);
-  if (text.ends_with(u'\n')) text.pop_back();
-  if (text.ends_with(u'\r')) text.pop_back();
-  return with_line_codes(text);
-}
+std::u16string markup_of_file(const std::string& bytes) { return with_line_codes(lines_of(bytes)); }
 
 Record imported(const std::string& bytes, const std::string& name) {
   const InputFormat format = format_of(bytes, name);
@@ -147,6 +150,8 @@ Record imported(const std::string& bytes, const std::string& name) {
   record.title = title_of(bytes, format, name);
   if (format == InputFormat::qel) {
     record.body = markup_of_file(bytes);
+  } else if (format == InputFormat::text) {
+    record.body = convert::markup_from_text(lines_of(bytes));
   } else {
     record.body = convert::decode_text(converted(bytes, format, convert::OutputFormat::qel));
   }
