@@ -4,6 +4,9 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
+#include <algorithm>
+#include <chrono>
+#include <cstddef>
 #include <cstdint>
 #include <cstdlib>
 #include <filesystem>
@@ -13,6 +16,7 @@
 
 #include "Database.h"
 #include "RecordStore.h"
+#include "support/Random.h"
 #include "support/Text.h"
 
 namespace qel::forms {
@@ -35,9 +39,10 @@ class FormsSearch : public testing::Test {
   void other_program(const std::string& statements) const {
     Database(path(), true, {}).execute(statements);
   }
-  Ids found(RecordStore& store, std::u16string_view text) const {
+  Ids found(RecordStore& store, std::u16string_view text, const Listing& listing = {},
+            std::size_t most = 9999) const {
     Ids ids;
-    for (const Heading& heading : store.find(text)) ids.push_back(heading.id);
+    for (const Heading& heading : store.find(text, listing, most)) ids.push_back(heading.id);
     return ids;
   }
   /// Whether the work succeeds for a user who may only read the file.
@@ -88,12 +93,29 @@ TEST_F(FormsSearch, FindsWordsInAnyOrderTheBestFirst) {
     std::u16string_view text;
     Ids ids;
   };
-  const std::vector<Row> rows = {
-      {u"TEA", {2, 1, 4}},       {u"tea ", {2, 1}},      {u"green milk", {1}}, {u"milk gr", {1}},
-      {u"gr milk", {}},          {u"emilie", {1}},       {u"\"C++\"", {1}},    {u"tea OR pot", {}},
-      {u"milk, sugar and", {1}}, {u"\u8336\u306E", {3}}, {u"b1", {}},          {u"* ^ (", {}}};
+  const std::vector<Row> rows = {{u"TEA", {2, 1, 4}},
+                                 {u"tea ", {2, 1}},
+                                 {u"green milk", {1}},
+                                 {u"milk gr", {1}},
+                                 {u"gr milk", {}},
+                                 {u"emilie", {1}},
+                                 {u"\"C++\"", {1}},
+                                 {u"tea OR pot", {}},
+                                 {u"milk\u2003GREEN ", {1}},
+                                 {u"milk, sugar and", {1}},
+                                 {u"\u8336\u306E", {3}},
+                                 {u"b1", {}},
+                                 {u"* ^ (", {}}};
   for (const auto& [text, ids] : rows) EXPECT_EQ(found(store, text), ids) << shown(text);
   EXPECT_EQ(store.find(u"te", {}, 2).size(), 2U);
+  EXPECT_EQ(store.find(u"te")[1].found, (std::vector<Part>{{22, 3}}));
+  store.move_to_trash(Ids{1});
+  const std::u16string tag = u"Drinks";
+  store.put_tags(4, {&tag, 1});
+  EXPECT_EQ(found(store, u"tea"), (Ids{2, 4}));
+  EXPECT_EQ(found(store, u"tea", {.trash = true}), Ids{1});
+  EXPECT_EQ(found(store, u"tea", {.tag = u"DRINKS"}), Ids{4});
+  store.restore(Ids{1});
   EXPECT_EQ(shown(store.find(u"tea")[1].snippet),
             shown(u"Milk, sugar and green tea for \u00C9milie's C++ course"));
   EXPECT_EQ(shown(store.find(u"teapot")[0].snippet),
@@ -122,6 +144,48 @@ TEST_F(FormsSearch, FollowsWhatOtherProgramsWrite) {
   EXPECT_EQ(found(store, u"two"), Ids{9});
 }
 
+TEST_F(FormsSearch, FindsTitlesThenTheNewestAmongMany) {
+  RecordStore store(path(), {.creates = true});
+  std::vector<Record> records(1200);
+  for (Record& record : records) record.body = u"a cup of tea";
+  records[4].title = u"Tea";
+  store.save(records);
+  EXPECT_EQ(found(store, u"te", {}, 3), (Ids{5, 1200, 1199}));
+  EXPECT_EQ(found(store, u"tea cup").size(), 1200U);
+}
+
+TEST_F(FormsSearch, AnswersWithoutTheIndexWhileTheFileIsLocked) {
+  constexpr std::size_t count = 60;
+  RecordStore store(path(), {.creates = true, .patience = std::chrono::milliseconds(0)});
+  test::Random random(test::base_seed());
+  SCOPED_TRACE(random.describe());
+  const std::vector<std::u16string_view> words = {
+      u"tea",        u"Teapot",       u"\u00C9t\u00E9", u"ete",    u"well-known", u"C++", u"c",
+      u"/b1bold/b0", u"\u7DD1\u8336", u"don't",         u"\u2003", u"3,5",        u"x_y"};
+  std::vector<Record> records(count);
+  for (Record& record : records) {
+    record.title = random.text(words, 2);
+    for (std::size_t i = random.below(6); i > 0; --i) {
+      record.body.append(words[random.below(words.size())]).append(u" ");
+    }
+  }
+  store.save(records);
+  std::vector<std::u16string> queries = {
+      u"te c", u"ete tea", u"known well", u"well-kn", u"b1", u"c++ \u7DD1", u"x", u"3", u"don t"};
+  std::vector<Ids> expected;
+  for (const std::u16string& query : queries) expected.push_back(found(store, query));
+  other_program("UPDATE records SET revision = 2");
+  Database other(path(), false, {});
+  other.execute("BEGIN IMMEDIATE");
+  for (std::size_t i = 0; i < queries.size(); ++i) {
+    Ids ids = found(store, queries[i]);
+    std::sort(ids.begin(), ids.end());
+    std::sort(expected[i].begin(), expected[i].end());
+    EXPECT_EQ(ids, expected[i]) << shown(queries[i]);
+  }
+  EXPECT_EQ(store.list().size(), count);
+}
+
 TEST_F(FormsSearch, BringsAnEarlierFileUpToDate) {
   other_program(earlier_version);
   const auto reads = [&] {
@@ -135,6 +199,7 @@ TEST_F(FormsSearch, BringsAnEarlierFileUpToDate) {
   EXPECT_EQ(found(store, u"body old"), Ids{3});
   EXPECT_EQ(found(store, u"stale"), Ids{});
   EXPECT_EQ(store.drafts().size(), 1U);
+  store.move_to_trash(Ids{3});
   Record record = store.load(3);
   record.body = u"new";
   store.save(record);

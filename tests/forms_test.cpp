@@ -15,6 +15,7 @@
 #include <utility>
 #include <vector>
 
+#include "Difference.h"
 #include "FormTables.h"
 #include "HeadlessForm.h"
 #include "Markup.h"
@@ -57,8 +58,10 @@ Record record_of(std::u16string title, std::u16string body) {
   return record;
 }
 
-std::vector<std::int64_t> ids_of(const std::vector<Heading>& headings) {
-  std::vector<std::int64_t> ids;
+using Ids = std::vector<std::int64_t>;
+
+Ids ids_of(const std::vector<Heading>& headings) {
+  Ids ids;
   ids.reserve(headings.size());
   for (const Heading& heading : headings) ids.push_back(heading.id);
   return ids;
@@ -80,7 +83,6 @@ TEST_F(Forms, FindsVisibleTextAsItIsWritten) {
                                  record_of(u"100% 'É_t\u00E9'", u"~/b1 \U00010400\u4E2D"),
                                  record_of(u"", u"")};
   store.save(records);
-  using Ids = std::vector<std::int64_t>;
   struct Row {
     std::u16string_view wanted;
     Ids found;
@@ -120,6 +122,129 @@ TEST_F(Forms, SavesTogetherOrNotAtAll) {
   Record later = record_of(u"c", u"");
   store.save(later);
   EXPECT_EQ(later.id, 3) << "numbers are not reused";
+}
+
+using Tags = std::vector<std::u16string>;
+
+TEST_F(Forms, TheTrashKeepsAllOfARecord) {
+  RecordStore store = open();
+  std::vector<Record> records = {record_of(u"a", u"x"), record_of(u"b", u""), record_of(u"c", u"")};
+  store.save(records);
+  store.save(records[0]);
+  store.put_tags(1, Tags{u" Hot  drinks", u"", u"tea", u"TEA"});
+  store.put_tags(2, Tags{u"hot drinks"});
+  Draft draft;
+  draft.record_id = 1;
+  draft.revision = 2;
+  store.keep_draft(draft);
+  EXPECT_EQ(error_of([&] { store.move_to_trash(Ids{1, 9}); }).number(), no_such_record);
+  EXPECT_EQ(store.list().size(), 3U);
+  store.move_to_trash(Ids{1, 2});
+  EXPECT_EQ(ids_of(store.list()), Ids{3});
+  EXPECT_EQ(store.all_tags(), Tags{});
+  const std::vector<Heading> trash = store.list({.trash = true});
+  EXPECT_EQ(ids_of(trash), (Ids{1, 2}));
+  EXPECT_EQ(trash[0].tags, (Tags{u"Hot drinks", u"tea"}));
+  EXPECT_EQ(trash[1].tags, Tags{u"Hot drinks"}) << "as it is written first";
+  EXPECT_EQ(store.drafts()[0].basis, Draft::Basis::current);
+  store.restore(Ids{1, 3});
+  EXPECT_EQ(store.load(1).revision, 2);
+  EXPECT_EQ(ids_of(store.list({.tag = u"hot Drinks"})), Ids{1});
+  EXPECT_EQ(store.duplicate(Ids{1}), Ids{4});
+  EXPECT_EQ(store.tags(4), store.tags(1));
+  EXPECT_EQ(store.load(4).body, u"x");
+  store.move_to_trash(Ids{1});
+  store.save(records[1]);
+  EXPECT_EQ(ids_of(store.list()), (Ids{2, 3, 4})) << "what is saved is no rubbish";
+  EXPECT_EQ(store.empty_trash(), 1U);
+  EXPECT_TRUE(store.drafts().empty());
+  EXPECT_EQ(error_of([&] { store.restore(Ids{1}); }).number(), no_such_record);
+}
+
+TEST_F(Forms, ListsInTheOrderThatIsAskedFor) {
+  const std::u16string lines =
+      u"  /b1The/b0 first/nlwords " + test::repeated(u"of a long text ", 9);
+  RecordStore store = open();
+  std::vector<Record> records = {record_of(u"\u00C9clair", u""), record_of(u"zoo", u""),
+                                 record_of(u"/b1eclipse", u""), record_of(u" /nl", lines),
+                                 record_of(u"", test::repeated(u"x", 99))};
+  store.save(records);
+  Database(path(), false, 0ms)
+      .execute("UPDATE records SET created = 10 - id, changed = CASE id WHEN 3 THEN 9 ELSE id END");
+  for (const bool is_read_directly : {true, false}) {
+    EXPECT_EQ(ids_of(store.list({Order::title, true, {}, false})), (Ids{1, 3, 4, 5, 2}));
+    EXPECT_EQ(ids_of(store.list({Order::title, false, {}, false})), (Ids{2, 5, 4, 3, 1}));
+    EXPECT_EQ(ids_of(store.list({Order::created, true, {}, false})), (Ids{5, 4, 3, 2, 1}));
+    EXPECT_EQ(ids_of(store.list({Order::changed, false, {}, false})), (Ids{3, 5, 4, 2, 1}));
+    if (is_read_directly) store.find(u"all that is new is read");
+  }
+  const std::vector<Heading> list = store.list({Order::title, true, {}, false});
+  EXPECT_EQ(shown(list[2].title),
+            shown(u"The first words of a long text of a long text of a long text\u2026"));
+  EXPECT_EQ(list[3].title, test::repeated(u"x", 60) + u"\u2026");
+  EXPECT_TRUE(list[2].untitled && !list[0].untitled);
+  EXPECT_EQ(store.load(4).title, u" /nl");
+}
+
+TEST(Differences, AreToldByWords) {
+  struct Row {
+    std::u16string_view first;
+    std::u16string_view second;
+    std::u16string_view told;  // [what is removed], {what is added}
+  };
+  const std::vector<Row> rows = {
+      {u"", u"", u""},
+      {u"", u"a", u"{a}"},
+      {u"one two, three", u"one 2, three", u"one [two]{2}, three"},
+      {u"green tea is good", u"black coffee is good", u"[green tea]{black coffee} is good"},
+      {u"a b c", u"c a b", u"{c }a b[ c]"},
+      {u"line\nline", u"line\n\nline", u"line\n{\n}line"},
+  };
+  for (const auto& [first, second, told] : rows) {
+    std::u16string got;
+    for (const Difference& piece : word_differences(first, second)) {
+      const std::u16string_view marks = piece.kind == Difference::Kind::same      ? u""
+                                        : piece.kind == Difference::Kind::removed ? u"[]"
+                                                                                  : u"{}";
+      got.append(marks.substr(0, 1)).append(piece.text).append(marks.substr(0, marks.size() / 2));
+      if (!marks.empty()) got.back() = marks[1];
+    }
+    EXPECT_EQ(shown(got), shown(told));
+  }
+}
+
+/// Some words, many of them more than once.
+std::u16string words_for(test::Random& random, std::size_t count) {
+  std::u16string text;
+  for (; count > 0; --count) {
+    text.append(records::from_integer(random.below(3000))).append(random.below(9) ? u" " : u",\n");
+  }
+  return text;
+}
+
+TEST(Differences, MakeUpBothTextsHoweverLongAndDifferent) {
+  for (std::uint32_t seed = test::base_seed(); seed < test::base_seed() + 40; ++seed) {
+    test::Random random(seed);
+    SCOPED_TRACE(random.describe());
+    const std::size_t size = seed % 8 == 0 ? 20000 : random.below(40);
+    const std::u16string shared = words_for(random, size);
+    const std::u16string first = words_for(random, random.below(size + 1)) + shared;
+    const std::u16string second = shared.substr(0, shared.size() / 2) + words_for(random, size) +
+                                  shared.substr(shared.size() / 2);
+    std::u16string left;
+    std::u16string right;
+    std::size_t same = 0;
+    for (const Difference& piece : word_differences(first, second)) {
+      if (piece.kind != Difference::Kind::added) left.append(piece.text);
+      if (piece.kind != Difference::Kind::removed) right.append(piece.text);
+      if (piece.kind == Difference::Kind::same) same += piece.text.size();
+    }
+    EXPECT_EQ(left, first);
+    EXPECT_EQ(right, second);
+    if (size > 40) {
+      EXPECT_GE(same, shared.size() / 10 * 9) << "what both have in long texts";
+    }
+  }
 }
 
 TEST_F(Forms, SaysWhatIsWrongAndKeepsWhatIsThere) {

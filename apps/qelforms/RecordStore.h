@@ -36,8 +36,8 @@ enum class Order { changed, created, title };
 struct Listing {
   Order order = Order::created;
   bool ascending = true;
-  std::u16string tag;  ///< only records with this tag, whatever its case; all when empty
-  bool trash = false;  ///< those in the trash instead of the others
+  std::u16string tag = {};  ///< only records with this tag, whatever its case; all when empty
+  bool trash = false;       ///< those in the trash instead of the others
 };
 
 /// Unsaved work on a record.
