@@ -43,6 +43,8 @@ TEST(Records, ConvertWholeNumbersOnly) {
 TEST(CaseMapping, IsSimpleAndTheSameEverywhere) {
   EXPECT_EQ(to_upper(u"aé ÿß ǆ ж ա ⅷ \U00010428"), u"AÉ Ÿß Ǆ Ж Ա Ⅷ \U00010400");
   EXPECT_EQ(to_lower(u"AÉ Ÿ İΣ Ж ǅ Ω\U00010400"), u"aé ÿ iσ ж ǆ ω\U00010428");
+  EXPECT_EQ(without_accents(U'\u1EC7'), U'e');
+  EXPECT_EQ(without_accents(U'\u00DF'), U'\u00DF');
   EXPECT_TRUE(equal_ignoring_case(u"Straße", u"sTRAßE"));
   EXPECT_FALSE(equal_ignoring_case(u"a", u"ab"));
   for (const char32_t c : {U'.', U'\u201C', U'\u20AC'})

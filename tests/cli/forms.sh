@@ -46,7 +46,7 @@ gives "an empty trash" '' verb empty-trash
 gives "nothing there" '' verb trash
 
 printf '<title>Caf\xe9</title><meta charset=latin1><p>a<p>b' >page.html
-printf '{\\rtf1\\ansicpg1251{\\info{\\title \\'"'"'cf}}x\\par y}' >named.rtf
+printf "%s" "{\\rtf1\\ansicpg1251{\\info{\\title \\'cf}}x\\par y}" >named.rtf
 printf 'a /b1\r\n\r\nb\n' >plain.txt
 gives "the user's own file, and many files" $'1\n2\n3\n4\n' \
   "$forms" add --files page.html named.rtf plain.txt body.qel
@@ -106,6 +106,28 @@ if "$forms" --help | grep -qe --demo; then
   gives "a picture of the demo" PNG bash -c 'head -c 4 picture.png | tail -c 3'
   gives "what the demo has typed" $'4\tShopping\n' \
     bash -c "'$forms' find 'ripe) and' -d demo.db | cut -f 1-2"
+fi
+
+# What the help says is in the manual, and what completion offers is what the help says.
+# shellcheck source=/dev/null
+. "$here/../../apps/qelforms/completion.bash"
+sed 's/\\-/-/g' "$here/../../docs/qelforms.1" >manual
+for verb in ${_qelforms_verbs:?}; do
+  grep -qE "^\.It Cm ${verb}( |$)" manual || fail "$verb is not in the manual"
+  "$forms" "$verb" --help | sed '/^Examples/,$d' | grep -oE -- '--[a-z][a-z-]+' | sort -u >options
+  COMP_WORDS=(qelforms "$verb" --) COMP_CWORD=2 && _qelforms
+  printf '%s\n' "${COMPREPLY[@]}" | sort | diff - options >differences ||
+    fail "completion of $verb: $(<differences)"
+  while read -r option; do
+    grep -qE -- "^\.It.* ${option#-}( |$)" manual || fail "$option of $verb is not in the manual"
+  done <options
+done
+verbs=$("$forms" --help | sed -n '/^Subcommands/,/^Examples/s/^  \([a-z-][a-z-]*\) .*/\1/p')
+[[ ${verbs//$'\n'/ } == "$_qelforms_verbs" ]] || fail "verbs: $verbs"
+COMP_WORDS=(qelforms re) COMP_CWORD=1 && _qelforms
+[[ ${COMPREPLY[*]} == 'remove restore' ]] || fail "completion: ${COMPREPLY[*]}"
+if command -v mandoc >/dev/null; then
+  mandoc -T lint -W warning "$here/../../docs/qelforms.1" || fail "the manual has faults"
 fi
 
 finish
