@@ -30,7 +30,7 @@ ExportFormat format_of_file(const std::string& path);
 std::u16string document_of(std::span<const Record> records);
 
 /// The same as the content of a file. HTML has the titles as headings, and `name` as the title of
-/// the document; the title of the only record where it is empty. PDF is made by what draws pages:
+/// the document, or that of the first record where it is empty. PDF is made by what draws pages:
 /// it raises a `std::runtime_error` here.
 std::string exported(std::span<const Record> records, ExportFormat format,
                      const command::Tables& tables, const std::u16string& name = {});
