@@ -39,8 +39,7 @@ QString described(const QTextCharFormat& format, const QTextBlockFormat& paragra
   add("font-family", QLatin1Char('"') + family + QLatin1Char('"'));
   add("font-size", QStringLiteral("%1pt").arg(format.fontPointSize()));
   add("font-style", format.fontItalic() ? QStringLiteral("italic") : QStringLiteral("normal"));
-  add("font-weight",
-      format.fontWeight() > QFont::Normal ? QStringLiteral("bold") : QStringLiteral("normal"));
+  add("font-weight", QString::number(format.fontWeight()));
   if (format.fontUnderline()) add("text-underline-style", QStringLiteral("solid"));
   if (format.fontStrikeOut()) add("text-line-through-type", QStringLiteral("single"));
   if (format.fontCapitalization() == QFont::SmallCaps) {

@@ -74,7 +74,10 @@ BoxView::BoxView(box::Box& box, QWidget* owner)
   connect(this, &QTextEdit::selectionChanged, this, &BoxView::take_selection);
   // The next character typed takes its format from the box.
   connect(this, &QTextEdit::currentCharFormatChanged, this, [this] {
-    if (showing_ == 0 && !has_foreign_edit_ && box_ != nullptr) show_selection();
+    if (showing_ > 0 || has_foreign_edit_ || box_ == nullptr) return;
+    // Qt may tell of the format before it tells of the caret's place.
+    take_selection();
+    show_selection();
   });
 }
 

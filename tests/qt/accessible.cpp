@@ -1,15 +1,19 @@
-// Text boxes in a window, for a script that uses them as an assistive program does.
+// Text boxes and a tool bar in a window, for a script that uses them as an assistive program does.
 
+#include <QAction>
 #include <QApplication>
 #include <QLabel>
+#include <QMainWindow>
+#include <QToolBar>
 #include <QVBoxLayout>
 
 #include "qel/qt/TextBox.h"
 
 int main(int argc, char** argv) {
   const QApplication application(argc, argv);
-  QWidget window;
-  auto* layout = new QVBoxLayout(&window);
+  QMainWindow window;
+  auto* const form = new QWidget;
+  auto* const layout = new QVBoxLayout(form);
   const auto add = [&](const char* name, bool has_lines) {
     auto* const box = new qel::qt::TextBox;
     box->put_Multiline(has_lines);
@@ -27,6 +31,10 @@ int main(int argc, char** argv) {
   qel::qt::TextBox& notes = *add("&Notes", true);
   notes.put_AllowEdits(false);
   notes.put_TextQEL(QStringLiteral("fixed"));
+  QAction* const italic = window.addToolBar(QString())->addAction(QStringLiteral("Italic"));
+  QObject::connect(italic, &QAction::triggered,
+                   [&] { letter.control().CurrentRichTextBox()->put_SelItalic(true); });
+  window.setCentralWidget(form);
   window.setWindowTitle(QStringLiteral("accessible"));
   window.show();
   letter.setFocus();

@@ -324,20 +324,29 @@ TEST_F(Widget, FollowsThePaletteAndItsState) {
 TEST_F(Widget, IsReadAloud) {
   box.put_Text(QStringLiteral("some text"));
   select(5, 4);
-  for (QWidget* const widget : {static_cast<QWidget*>(&box), box.focusProxy()}) {
-    QAccessibleInterface* const seen = QAccessible::queryAccessibleInterface(widget);
-    ASSERT_NE(seen, nullptr);
-    EXPECT_EQ(seen->role(), QAccessible::EditableText);
-    QAccessibleTextInterface* const text = seen->textInterface();
-    ASSERT_NE(text, nullptr);
-    EXPECT_EQ(text->text(0, text->characterCount()), QStringLiteral("some text"));
-    int start = 0;
-    int end = 0;
-    text->selection(0, &start, &end);
-    EXPECT_EQ(start, 5);
-    EXPECT_EQ(end, 9);
-    EXPECT_NE(seen->editableTextInterface(), nullptr);
-  }
+  box.setAccessibleName(QStringLiteral("Letter"));
+  QAccessibleInterface* const group = QAccessible::queryAccessibleInterface(&box);
+  ASSERT_EQ(group->childCount(), 1);
+  QAccessibleInterface* const seen = group->child(0);
+  EXPECT_EQ(seen, QAccessible::queryAccessibleInterface(&view()));
+  EXPECT_EQ(group->indexOfChild(seen), 0);
+  EXPECT_EQ(seen->role(), QAccessible::EditableText);
+  EXPECT_EQ(seen->text(QAccessible::Name), QStringLiteral("Letter"));
+  EXPECT_FALSE(seen->state().multiLine);
+  box.put_Multiline(true);
+  EXPECT_TRUE(group->child(0)->state().multiLine);
+  box.put_Multiline(false);
+  QAccessibleTextInterface* const text = seen->textInterface();
+  int start = 0;
+  int end = 0;
+  text->selection(0, &start, &end);
+  EXPECT_EQ(text->text(start, end), QStringLiteral("text"));
+  // Where text goes in or out before the selection, that moves along.
+  seen->editableTextInterface()->replaceText(0, 4, QStringLiteral("other"));
+  EXPECT_EQ(box.get_Text(), QStringLiteral("other text"));
+  EXPECT_EQ(box.control().get_SelText(), u"text");
+  press(Qt::Key_Z, Qt::ControlModifier);
+  EXPECT_EQ(box.get_Text(), QStringLiteral("some text"));
 }
 
 TEST_F(Widget, OutlivesWhatItsSlotsDo) {
