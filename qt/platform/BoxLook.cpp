@@ -66,11 +66,13 @@ class BoxView::Place {
   Place& operator=(const Place&) = delete;
   ~Place() {
     if (!is_scrolled_) return;
-    view_.document()->size();  // otherwise a text just loaded has no layout yet
     QTextCursor first(view_.document());
     first.setPosition(document_position(*view_.document(), static_cast<std::int64_t>(at_)));
     QScrollBar& bar = *view_.verticalScrollBar();
-    bar.setValue(bar.value() + view_.cursorRect(first).top() - top_);
+    const int wanted = bar.value() + view_.cursorRect(first).top() - top_;
+    // Only now, where the text ends may have to be known.
+    if (wanted > bar.maximum()) view_.document()->size();
+    bar.setValue(wanted);
   }
 
  private:
@@ -89,8 +91,13 @@ void BoxView::put_options(const ViewOptions& options) {
   const ViewOptions before = std::exchange(options_, wanted);
   {
     const Place place(*this);
+    // Only what is visible is laid out again.
+    document()->setLayoutEnabled(false);
     show_space();
     if (wanted.zoom != before.zoom) show_zoom();
+    document()->setLayoutEnabled(true);
+    if (box_ != nullptr && !box_->appearance().multiline) center_line();
+    viewport()->update();
     if (wanted.adapts_colors != before.adapts_colors) show_text_colors();
   }
   emit options_changed();
@@ -105,8 +112,6 @@ void BoxView::show_zoom() {
   for (QTextBlock block = document()->begin(); block.isValid(); block = block.next()) {
     block.layout()->setFont(document()->defaultFont());
   }
-  document()->markContentsDirty(0, document()->characterCount());
-  viewport()->update();
 }
 
 void BoxView::zoom_by(int direction) {
