@@ -2,6 +2,7 @@
 #include <QSettings>
 
 #include "qel/qt/PainterCanvas.h"
+#include "qel/qt/Printing.h"
 #include "qel/qt/PropertyBags.h"
 #include "qel/qt/QtPlatform.h"
 #include "qel/qt/TextBox.h"
@@ -13,5 +14,5 @@ int main(int argc, char** argv) {
   QSettings settings("consumer.ini", QSettings::IniFormat);
   qel::qt::SettingsBag bag(settings);
   box.control().WriteProperties(bag);
-  return box.get_Text() == "plain and bold" ? 0 : 1;
+  return box.get_Text() == "plain and bold" && !qel::qt::pdf_of(box).isEmpty() ? 0 : 1;
 }
