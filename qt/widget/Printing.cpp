@@ -212,9 +212,11 @@ void PageWriter::draw(QPainter& painter, int page) const { pages_->draw(painter,
 
 QString PageWriter::text(int page) const { return pages_->text(page); }
 
-bool print(QPagedPaintDevice& device, const std::vector<PrintSection>& sections,
+namespace {
+
+/// With the margins that the device has.
+bool write(QPagedPaintDevice& device, const std::vector<PrintSection>& sections,
            const PrintOptions& options) {
-  device.setPageMargins(options.margins, QPageLayout::Millimeter);
   const PageWriter writer(sections, options, device.pageLayout());
   QPainter painter;
   if (!painter.begin(&device)) return false;
@@ -226,6 +228,14 @@ bool print(QPagedPaintDevice& device, const std::vector<PrintSection>& sections,
     writer.draw(painter, page);
   }
   return painter.end();
+}
+
+}  // namespace
+
+bool print(QPagedPaintDevice& device, const std::vector<PrintSection>& sections,
+           const PrintOptions& options) {
+  device.setPageMargins(options.margins, QPageLayout::Millimeter);
+  return write(device, sections, options);
 }
 
 QByteArray pdf_of(const std::vector<PrintSection>& sections, const PrintOptions& options) {
@@ -259,7 +269,7 @@ bool print(QWidget* parent, const std::vector<PrintSection>& sections,
   QPrinter printer(QPrinter::HighResolution);
   set_up(printer, options);
   QPrintDialog dialog(&printer, parent);
-  return dialog.exec() == QDialog::Accepted && print(printer, sections, options);
+  return dialog.exec() == QDialog::Accepted && write(printer, sections, options);
 }
 
 void preview(QWidget* parent, const std::vector<PrintSection>& sections,
@@ -268,7 +278,7 @@ void preview(QWidget* parent, const std::vector<PrintSection>& sections,
   set_up(printer, options);
   QPrintPreviewDialog dialog(&printer, parent);
   QObject::connect(&dialog, &QPrintPreviewDialog::paintRequested, &dialog,
-                   [&](QPrinter* device) { print(*device, sections, options); });
+                   [&](QPrinter* device) { write(*device, sections, options); });
   dialog.exec();
 }
 

@@ -77,9 +77,8 @@ class PageWriter {
 /// the platform "offscreen" (`QT_QPA_PLATFORM=offscreen`, or `-platform offscreen` among the
 /// application's arguments). Empty where it cannot be made.
 QByteArray pdf_of(const std::vector<PrintSection>& sections, const PrintOptions& options);
-/// Prints on a printer, or into a picture of one, in its own page size and orientation unless the
-/// options name a page size. The copies and the range of pages are those of a `QPrinter`. Whether
-/// it has worked.
+/// Prints on a `QPrinter` or another device: in its paper size and orientation, the range of pages
+/// that it says, and the margins of the options. Whether that has worked.
 bool print(QPagedPaintDevice& device, const std::vector<PrintSection>& sections,
            const PrintOptions& options);
 /// Asks for a printer, on `parent`, and prints. Whether anything was printed.
