@@ -124,6 +124,27 @@ TEST_F(LargeEditor, PutsNoSecondLineIntoABoxForOne) {
   EXPECT_EQ(control.get_Text(), u"a\r\nba\r\nb");
 }
 
+TEST_F(LargeEditor, TakesHtmlAsItsControlDoes) {
+  platform->clipboard().put_html_reader(
+      [](std::u16string_view html, const richtext::CharFormat& base) {
+        return richtext::plain_document(html, base);
+      });
+  platform->clipboard().put_html(u"text", u"html ");
+  control.put_Multiline(true);
+  for (const bool lossless : {false, true}) {
+    control.put_Lossless(lossless);
+    edit(u"", {}, [&](EditorWindow& window) {
+      window.choose(u"mnuPaste");
+      press(window.box(), keys::insert_key, keys::shift_key);
+      press(window.box(), 'V', keys::ctrl_shift);
+      control.PasteClipboardContents();
+      control.PasteText();
+      window.press_ok();
+    });
+    EXPECT_EQ(control.get_Text(), lossless ? u"html html texthtml text" : u"texttexttexttexttext");
+  }
+}
+
 TEST_F(LargeEditor, LetsTheControlEndMeanwhile) {
   auto other = std::make_unique<QELTextbox>(form, platform);
   platform->put_user([&](EditorWindow& window) {
