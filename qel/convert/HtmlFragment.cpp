@@ -63,7 +63,8 @@ class FragmentWriter {
 
  private:
   void write_paragraph(Extent extent) {
-    out_.append(u"<p style=\"margin:0");
+    // Word processors do not know a zero without a unit.
+    out_.append(u"<p style=\"margin:0pt");
     const Alignment alignment = document_.alignment_at(extent.start);
     if (alignment == Alignment::right) out_.append(u";text-align:right");
     if (alignment == Alignment::center) out_.append(u";text-align:center");

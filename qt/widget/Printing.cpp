@@ -11,6 +11,8 @@
 #include <QPrintDialog>
 #include <QPrintPreviewDialog>
 #include <QPrinter>
+#include <QScreen>
+#include <QWidget>
 #include <algorithm>
 #include <cstddef>
 #include <deque>
@@ -28,10 +30,6 @@ namespace qel::qt {
 namespace {
 
 constexpr float points_per_inch = 72;
-
-QString caption(const char* text) {
-  return QCoreApplication::translate("qel::qt::PageWriter", text);
-}
 
 QELIndexFonts fonts_of_titles(const QELIndexFonts& fonts) {
   constexpr float larger = 1.25F;
@@ -114,7 +112,8 @@ class PageWriter::Pages {
     const double height = size_.height();
     if (options_.heads_pages) draw_aside(painter, options_.title, -above_, above_);
     if (options_.numbers_pages) {
-      draw_aside(painter, caption("%1 / %2").arg(page + 1).arg(count()), height, below_);
+      const QString number = QCoreApplication::translate("qel::qt::PageWriter", "%1 / %2");
+      draw_aside(painter, number.arg(page + 1).arg(count()), height, below_);
     }
   }
 
@@ -277,6 +276,7 @@ void preview(QWidget* parent, const std::vector<PrintSection>& sections,
   QPrinter printer(QPrinter::HighResolution);
   set_up(printer, options);
   QPrintPreviewDialog dialog(&printer, parent);
+  if (parent != nullptr) dialog.resize(parent->screen()->availableSize() * 2 / 3);
   QObject::connect(&dialog, &QPrintPreviewDialog::paintRequested, &dialog,
                    [&](QPrinter* device) { write(*device, sections, options); });
   dialog.exec();

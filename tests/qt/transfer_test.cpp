@@ -34,7 +34,7 @@ TEST(QtClipboard, HasTextAndRTFUnderTheirNames) {
   EXPECT_EQ(there.data(rtf_name), QByteArray("{\\rtf1 a\\par \\'80\\u20013?}"));
   EXPECT_EQ(there.data(QStringLiteral("application/rtf")), there.data(rtf_name));
   EXPECT_TRUE(
-      there.html().endsWith(QStringLiteral("<p style=\"margin:0\"><span style=\"font-family:"
+      there.html().endsWith(QStringLiteral("<p style=\"margin:0pt\"><span style=\"font-family:"
                                            "'Arial'\">\u20AC\u4E2D</span></p>")));
   EXPECT_EQ(clipboard.text(), u"a\r\n\u20AC\u4E2D");
   box::Box box;
