@@ -9,6 +9,8 @@
 
 namespace qel::editor_commands {
 
+namespace commands = format_commands;
+
 using namespace keys;
 using platform::Menu;
 using platform::MenuItem;
@@ -35,67 +37,57 @@ constexpr Key stated_keys[] = {{delete_key, no_modifier, u"mnuDelete"},
                                {letter_key('T'), ctrl_shift, u"mnuTitleCase"},
                                {letter_key('O'), ctrl_shift, u"mnuNoteText"}};
 
-/// Keys that the lossless way has as well, beside those of the boxes.
-constexpr Key lossless_keys[] = {{letter_key('V'), ctrl_shift, u"mnuPasteText"}};
-
-/// Keys with which the box itself does what the command does.
-constexpr Key box_keys[] = {{letter_key('Z'), ctrl_key, u"mnuUndoStep"},
-                            {letter_key('Y'), ctrl_key, u"mnuRedo"},
-                            {letter_key('A'), ctrl_key, u"mnuSelectAll"}};
-
-template <std::size_t Size>
-std::u16string_view find(const Key (&keys)[Size], std::int16_t key_code, std::int16_t shift) {
-  const auto* const key = std::find_if(std::begin(keys), std::end(keys), [=](const Key& row) {
-    return row.key_code == key_code && row.shift == shift;
-  });
-  return key == std::end(keys) ? std::u16string_view() : key->command;
+std::u16string_view stated_command(std::int16_t key_code, std::int16_t shift) {
+  const auto* const key =
+      std::find_if(std::begin(stated_keys), std::end(stated_keys),
+                   [=](const Key& row) { return row.key_code == key_code && row.shift == shift; });
+  return key == std::end(stated_keys) ? std::u16string_view() : key->command;
 }
 
-/// A caption with its key.
-std::u16string with_key(std::u16string_view caption, std::int16_t key_code, std::int16_t shift) {
-  std::u16string text(caption);
-  if (key_code != 0) text += u"\t" + format_commands::key_text(key_code, shift);
-  return text;
+/// An item of the stated way that shows the key of its command.
+MenuItem stated_item(std::u16string_view name, std::u16string_view caption) {
+  const auto* const key = std::find_if(std::begin(stated_keys), std::end(stated_keys),
+                                       [name](const Key& row) { return row.command == name; });
+  return {std::u16string(name), commands::menu_text(caption, key->key_code, key->shift)};
 }
 
-/// An item that shows the key of its command.
-MenuItem item(std::u16string_view name, std::u16string_view caption) {
-  const auto has_name = [name](const Key& key) { return key.command == name; };
-  for (const auto& [begin, end] : {std::pair(std::begin(stated_keys), std::end(stated_keys)),
-                                   std::pair(std::begin(lossless_keys), std::end(lossless_keys)),
-                                   std::pair(std::begin(box_keys), std::end(box_keys))}) {
-    const auto* const key = std::find_if(begin, end, has_name);
-    if (key != end) return {std::u16string(name), with_key(caption, key->key_code, key->shift)};
+MenuItem item(const commands::Label& label) {
+  const auto& [name, caption, key_code, shift] = label;
+  if (key_code == 0 && std::any_of(std::begin(stated_keys), std::end(stated_keys),
+                                   [&](const Key& row) { return row.command == name; })) {
+    return stated_item(name, caption);
   }
-  return {std::u16string(name), std::u16string(caption)};
-}
-
-MenuItem item(const format_commands::Label& label) {
-  if (label.key_code == 0) return item(label.name, label.caption);
-  return {std::u16string(label.name), with_key(label.caption, label.key_code, label.shift)};
+  return {std::u16string(name), commands::menu_text(caption, key_code, shift)};
 }
 
 Menu edit_menu() {
   const MenuItem separator = {};
-  return {
-      u"&Edit",
-      {item(u"mnuUndoStep", u"&Undo"), item(u"mnuRedo", u"&Redo"), separator,
-       item(u"mnuCut", u"Cu&t"), item(u"mnuCopy", u"&Copy"), item(u"mnuPaste", u"&Paste"),
-       item(u"mnuPasteText", u"Paste as Te&xt"), item(u"mnuDelete", u"&Delete"), separator,
-       item(u"mnuSelectAll", u"Select &All"), separator, item(u"mnuUndo", u"Undo All Chan&ges")}};
+  return {u"&Edit",
+          {item(commands::undo),
+           item(commands::redo),
+           separator,
+           item(commands::cut),
+           item(commands::copy),
+           item(commands::paste),
+           item(commands::paste_text),
+           item(commands::erase),
+           separator,
+           item(commands::select_all),
+           separator,
+           {u"mnuUndo", u"Undo All Chan&ges"}}};
 }
 
 Menu format_menu() {
   Menu menu = {u"F&ormat", {}};
-  for (const auto& toggle : format_commands::toggles) menu.items.push_back(item(toggle.label));
+  for (const auto& toggle : commands::toggles) menu.items.push_back(item(toggle.label));
   menu.items.emplace_back();
-  menu.items.push_back(item(format_commands::plain));
+  menu.items.push_back(item(commands::plain));
   return menu;
 }
 
 Menu case_menu() {
   Menu menu = {u"C&ase", {}};
-  for (const auto& change : format_commands::cases) menu.items.push_back(item(change.label));
+  for (const auto& change : commands::cases) menu.items.push_back(item(change.label));
   return menu;
 }
 
@@ -103,10 +95,11 @@ Menu font_menu(const EditedText& edited) {
   Menu menu = {u"Fo&nt", {}};
   for (std::int16_t i = 0; i < 10; ++i) {
     const std::u16string& font = edited.fonts[static_cast<std::size_t>(i)];
-    const std::u16string caption = format_commands::font_caption(i, font);
+    const std::u16string caption = commands::font_caption(i, font);
     if (caption.empty()) continue;
     const std::int16_t key_code = i == 0 ? std::int16_t{0} : function_key(i);
-    menu.items.push_back({format_commands::font_command(i), with_key(caption, key_code, alt_key)});
+    menu.items.push_back(
+        {commands::font_command(i), commands::menu_text(caption, key_code, alt_key)});
     menu.items.back().font = font;
   }
   return menu;
@@ -117,8 +110,9 @@ Menu color_menu(const EditedText& edited) {
   for (std::int16_t i = 0; i < 10; ++i) {
     const Color color = edited.colors[static_cast<std::size_t>(i)];
     const std::int16_t key_code = i == 0 ? std::int16_t{0} : function_key(i);
-    menu.items.push_back({format_commands::color_command(i),
-                          with_key(format_commands::color_caption(i, color), key_code, ctrl_key)});
+    menu.items.push_back(
+        {commands::color_command(i),
+         commands::menu_text(commands::color_caption(i, color), key_code, ctrl_key)});
     menu.items.back().swatch = color;
   }
   return menu;
@@ -136,22 +130,22 @@ std::vector<Menu> stated_menus() {
            {{u"mnuBold", u"&Bold"},
             {u"mnuItalic", u"&Italic"},
             {u"mnuUnderline", u"&Underline"},
-            item(u"mnuStrikeOut", u"Stri&keout"),
-            item(u"mnuSubscript", u"S&ubscript"),
-            item(u"mnuSuperscript", u"&Superscript"),
+            stated_item(u"mnuStrikeOut", u"Stri&keout"),
+            stated_item(u"mnuSubscript", u"S&ubscript"),
+            stated_item(u"mnuSuperscript", u"&Superscript"),
             separator,
-            item(u"mnuAltFont1", u"Alt Font &1"),
-            item(u"mnuAltFont2", u"Alt Font &2"),
-            item(u"mnuPlain", u"&Plain"),
+            stated_item(u"mnuAltFont1", u"Alt Font &1"),
+            stated_item(u"mnuAltFont2", u"Alt Font &2"),
+            stated_item(u"mnuPlain", u"&Plain"),
             separator,
             {u"mnuIgnoreText", u"Ignore Text"},
             {u"mnuHideText", u"Hide Text"},
-            item(u"mnuNoteText", u"&Note Text"),
+            stated_item(u"mnuNoteText", u"&Note Text"),
             separator,
             {u"mnuLowercase", u"Lowercase"},
             {u"mnuUppercase", u"Uppercase"},
-            item(u"mnuChangeCase", u"Cha&nge case"),
-            item(u"mnuTitleCase", u"&Title case"),
+            stated_item(u"mnuChangeCase", u"Cha&nge case"),
+            stated_item(u"mnuTitleCase", u"&Title case"),
             {u"mnuFirstToLower", u"First letter to lowercase"},
             {u"mnuFirstToUpper", u"First letter to Uppercase"}}}};
 }
@@ -160,24 +154,21 @@ std::vector<Menu> stated_menus() {
 
 std::u16string command_of(std::int16_t key_code, std::int16_t shift, const EditedText& edited) {
   if (key_code == 0) return {};
-  if (const auto stated = find(stated_keys, key_code, shift); !stated.empty()) {
+  if (const auto stated = stated_command(key_code, shift); !stated.empty()) {
     return std::u16string(stated);
   }
   if (edited.way == Way::stated) return {};
-  if (const auto more = find(lossless_keys, key_code, shift); !more.empty()) {
-    return std::u16string(more);
-  }
-  for (const auto& toggle : format_commands::toggles) {
+  for (const auto& toggle : commands::toggles) {
     const auto& label = toggle.label;
     if (label.key_code == key_code && label.shift == shift) return std::u16string(label.name);
   }
-  const auto& plain = format_commands::plain;
+  const auto& plain = commands::plain;
   const bool is_plain = key_code == plain.key_code && shift == plain.shift;
   if (is_plain && edited.acts_on_plain) return std::u16string(plain.name);
   const auto number = static_cast<std::int16_t>(key_code - first_function_key + 1);
   if (number < 1 || number > 9) return {};
-  if (shift == alt_key) return format_commands::font_command(number);
-  return shift == ctrl_key ? format_commands::color_command(number) : std::u16string();
+  if (shift == alt_key) return commands::font_command(number);
+  return shift == ctrl_key ? commands::color_command(number) : std::u16string();
 }
 
 platform::EditorDescription description(const EditedText& edited) {

@@ -66,4 +66,10 @@ std::u16string key_text(std::int16_t key_code, std::int16_t shift) {
   return text + static_cast<char16_t>(key_code);
 }
 
+std::u16string menu_text(std::u16string_view caption, std::int16_t key_code, std::int16_t shift) {
+  std::u16string text(caption);
+  if (key_code != 0) text += u"\t" + key_text(key_code, shift);
+  return text;
+}
+
 }  // namespace qel::format_commands

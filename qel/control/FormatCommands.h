@@ -9,7 +9,8 @@
 #include "qel/platform/Keys.h"
 #include "qel/text/TextCase.h"
 
-/// The formats and changes of case that users choose: in bars, in menus and by keys.
+/// The commands that users choose in bars, in menus and by keys: formats, changes of case, and the
+/// edits of every box.
 namespace qel::format_commands {
 
 /// How a command is called. The name is that of the command in the large editor; in the caption,
@@ -54,6 +55,19 @@ inline constexpr std::array toggles = {
 
 inline constexpr Label plain = {u"mnuPlain", u"P&lain", keys::space_key, keys::ctrl_key};
 
+// A box does these by the keys themselves.
+
+inline constexpr Label undo = {u"mnuUndoStep", u"&Undo", keys::letter_key('Z'), keys::ctrl_key};
+inline constexpr Label redo = {u"mnuRedo", u"&Redo", keys::letter_key('Y'), keys::ctrl_key};
+inline constexpr Label cut = {u"mnuCut", u"Cu&t", keys::letter_key('X'), keys::ctrl_key};
+inline constexpr Label copy = {u"mnuCopy", u"&Copy", keys::letter_key('C'), keys::ctrl_key};
+inline constexpr Label paste = {u"mnuPaste", u"&Paste", keys::letter_key('V'), keys::ctrl_key};
+inline constexpr Label paste_text = {u"mnuPasteText", u"Paste as Te&xt", keys::letter_key('V'),
+                                     keys::ctrl_shift};
+inline constexpr Label erase = {u"mnuDelete", u"&Delete", keys::delete_key, keys::no_modifier};
+inline constexpr Label select_all = {u"mnuSelectAll", u"Select &All", keys::letter_key('A'),
+                                     keys::ctrl_key};
+
 struct Case {
   Label label;
   CaseChange change;
@@ -80,5 +94,7 @@ std::u16string color_command(std::int16_t index);
 
 /// How a key is written, such as "Ctrl+Shift+K"; empty without one.
 std::u16string key_text(std::int16_t key_code, std::int16_t shift);
+/// A caption, and behind a TAB its key if it has one.
+std::u16string menu_text(std::u16string_view caption, std::int16_t key_code, std::int16_t shift);
 
 }  // namespace qel::format_commands

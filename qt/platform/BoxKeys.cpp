@@ -55,12 +55,14 @@ bool BoxView::takes_shortcut(const QKeyEvent& event) const {
   const bool is_function = key_code >= function_key(1) && key_code <= function_key(10);
   const bool closes_window = shift == alt_key && key_code == function_key(4);
   const bool is_index = is_function && (shift == ctrl_key || shift == alt_key) && !closes_window;
+  const bool is_plain = shift == ctrl_key && key_code == space_key;
   const bool is_editor = shift == shift_key && key_code == function_key(2);
   const bool is_zoom = zoom_direction(event).has_value();
   const bool is_own = !typed_text(event).isEmpty() || moves_natively(stroke) ||
                       box::Keyboard::knows(key_code, shift) ||
                       (key_code == enter_key && box_->appearance().multiline);
-  return is_style || is_shifted || is_quote || is_index || is_editor || is_zoom || is_own;
+  return is_style || is_shifted || is_plain || is_quote || is_index || is_editor || is_zoom ||
+         is_own;
 }
 
 /// Tab alone goes to the next control, but the listener is still told of it.

@@ -4,39 +4,43 @@
 #include <QMenu>
 
 #include "qt/platform/BoxView.h"
+#include "qt/platform/Text.h"
 
 namespace qel::qt {
 
-using namespace keys;
+QString caption_of(std::u16string_view text) {
+  return QCoreApplication::translate("qel::qt::TextBox", to_qt(text).toUtf8().constData());
+}
+
+QString menu_text_of(const format_commands::Label& label) {
+  const QString key = to_qt(format_commands::key_text(label.key_code, label.shift));
+  const QString caption = caption_of(label.caption);
+  return key.isEmpty() ? caption : caption + QLatin1Char('\t') + key;
+}
 
 void fill_edit_menu(QMenu& menu, BoxView& view) {
+  using namespace format_commands;
   const box::Box& box = *view.box();
   const bool edits = box.may_edit();
   const bool selects = !box.selected().is_empty();
-  const auto add = [&](const char* caption, bool enabled, std::int16_t key_code,
-                       std::int16_t shift) {
-    QAction* const action =
-        menu.addAction(QCoreApplication::translate("qel::qt::TextBox", caption));
+  const auto add = [&](const Label& label, bool enabled) {
+    QAction* const action = menu.addAction(menu_text_of(label));
+    action->setObjectName(to_qt(label.name));
     action->setEnabled(enabled);
-    QObject::connect(action, &QAction::triggered, &view, [&view, key_code, shift] {
-      if (view.box() != nullptr) view.run_command(key_code, shift);
+    QObject::connect(action, &QAction::triggered, &view, [&view, &label] {
+      if (view.box() != nullptr) view.run_command(label.key_code, label.shift);
     });
   };
-  add(QT_TRANSLATE_NOOP("qel::qt::TextBox", "U&ndo\tCtrl+Z"), box.can_undo(), letter_key('Z'),
-      ctrl_key);
-  add(QT_TRANSLATE_NOOP("qel::qt::TextBox", "&Redo\tCtrl+Y"), box.can_redo(), letter_key('Y'),
-      ctrl_key);
+  add(undo, box.can_undo());
+  add(redo, box.can_redo());
   menu.addSeparator();
-  add(QT_TRANSLATE_NOOP("qel::qt::TextBox", "Cu&t\tCtrl+X"), edits && selects, letter_key('X'),
-      ctrl_key);
-  add(QT_TRANSLATE_NOOP("qel::qt::TextBox", "&Copy\tCtrl+C"), selects, letter_key('C'), ctrl_key);
-  add(QT_TRANSLATE_NOOP("qel::qt::TextBox", "&Paste\tCtrl+V"), edits && view.canPaste(),
-      letter_key('V'), ctrl_key);
-  add(QT_TRANSLATE_NOOP("qel::qt::TextBox", "&Delete\tDel"), edits && selects, delete_key,
-      no_modifier);
+  add(cut, edits && selects);
+  add(copy, selects);
+  add(paste, edits && view.canPaste());
+  add(paste_text, edits && view.canPaste());
+  add(erase, edits && selects);
   menu.addSeparator();
-  add(QT_TRANSLATE_NOOP("qel::qt::TextBox", "Select &All\tCtrl+A"), !box.text().empty(),
-      letter_key('A'), ctrl_key);
+  add(select_all, !box.text().empty());
 }
 
 }  // namespace qel::qt

@@ -13,6 +13,7 @@
 #include "qel/qt/QtPlatform.h"
 #include "qt/platform/BoxAccessible.h"
 #include "qt/platform/BoxHandling.h"
+#include "qt/platform/BoxHost.h"
 #include "qt/platform/BoxMenu.h"
 #include "qt/platform/FormatMapping.h"
 #include "qt/platform/MimeData.h"
@@ -293,9 +294,19 @@ void BoxView::insertFromMimeData(const QMimeData* source) {
 void BoxView::contextMenuEvent(QContextMenuEvent* event) {
   auto* const menu = new QMenu(this);
   menu->setAttribute(Qt::WA_DeleteOnClose);
-  fill_edit_menu(*menu, *this);
+  const bool is_by_key = event->reason() == QContextMenuEvent::Keyboard;
+  const std::size_t at = is_by_key ? box_->selected().caret : position_at(event->pos());
+  if (host() == nullptr) {
+    fill_edit_menu(*menu, *this);
+  } else {
+    host()->fill_menu(*menu, *this, static_cast<int>(at));
+  }
   menu->popup(event->globalPos());
 }
+
+BoxHost* BoxView::host() const { return static_cast<BoxHost*>(host_.data()); }
+
+void BoxView::put_host(BoxHost* host) { host_ = host; }
 
 void BoxView::run_command(std::int16_t key_code, std::int16_t shift) {
   const Handling handling(*this);

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QPointer>
 #include <QTextCursor>
 #include <QTextEdit>
 #include <cstdint>
@@ -19,6 +20,8 @@
 #include "qt/platform/ZoomedDevice.h"
 
 namespace qel::qt {
+
+class BoxHost;
 
 /// The window of a box: a text edit that shows its content, and passes in what the user does.
 ///
@@ -54,6 +57,10 @@ class BoxView : public QTextEdit, public box::View {
   std::optional<std::size_t> character_at(QPoint place) const;
   /// Does what the key does by itself, for menus.
   void run_command(std::int16_t key_code, std::int16_t shift);
+
+  /// The widget to which the box belongs, which may go at any time; null for none.
+  BoxHost* host() const;
+  void put_host(BoxHost* host);
 
   const ViewOptions& options() const { return options_; }
   /// Values out of range become the nearest in it.
@@ -146,6 +153,7 @@ class BoxView : public QTextEdit, public box::View {
   box::Drop drop_{*box_};
   DropData dropped_;
   DocumentDisplay display_;
+  QPointer<QObject> host_;
   ViewOptions options_;
   ZoomedDevice zoomed_{*viewport()};
   int wheel_turned_ = 0;  // since the last step

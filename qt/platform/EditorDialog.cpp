@@ -1,28 +1,44 @@
 #include "qt/platform/EditorDialog.h"
 
 #include <QCloseEvent>
+#include <QCoreApplication>
 #include <QFontDatabase>
 #include <QMenuBar>
+#include <QMessageBox>
 #include <QPlainTextEdit>
+#include <QPointer>
 #include <QPushButton>
+#include <QScreen>
+#include <QSettings>
+#include <QToolBar>
 #include <QToolButton>
 #include <QVBoxLayout>
 #include <chrono>
 #include <string>
 
 #include "qel/qt/QtPlatform.h"
+#include "qt/platform/BoxHost.h"
+#include "qt/platform/BoxMenu.h"
 #include "qt/platform/BoxView.h"
+#include "qt/platform/FormatIcons.h"
+#include "qt/platform/FormatMapping.h"
 #include "qt/platform/Text.h"
 
 namespace qel::qt {
+namespace {
+
+/// Where the size that the user left the form with is kept, in the settings of the program.
+constexpr QLatin1String size_key("QEL/LargeEditor/size");
+
+}  // namespace
 
 EditorDialog::EditorDialog(const platform::EditorDescription& description, QWidget* parent)
     : QDialog(parent),
       form_(new QWidget(this)),
       box_(BoxView::create(form_)),
-      ok_(new QPushButton(to_qt(description.ok_caption), form_)),
-      cancel_(new QPushButton(to_qt(description.cancel_caption), form_)) {
-  setWindowTitle(to_qt(description.caption));
+      ok_(new QPushButton(caption_of(description.ok_caption), form_)),
+      cancel_(new QPushButton(caption_of(description.cancel_caption), form_)) {
+  setWindowTitle(caption_of(description.caption));
   setWindowFlag(Qt::WindowMaximizeButtonHint);
   setModal(true);
   auto* layout = new QVBoxLayout(this);
@@ -38,8 +54,11 @@ EditorDialog::EditorDialog(const platform::EditorDescription& description, QWidg
   connect(cancel_, &QPushButton::clicked, this, [this] {
     if (listener_ != nullptr) listener_->on_cancel();
   });
+  if (description.replaced != nullptr) {
+    if (BoxView* const replaced = BoxView::of(*description.replaced)) take_over(*replaced);
+  }
   add_menus(description.menus);
-  if (!description.pane_caption.empty()) add_pane(to_qt(description.pane_caption));
+  if (!description.pane_caption.empty()) add_pane(caption_of(description.pane_caption));
 }
 
 BoxView& EditorDialog::view() const { return *BoxView::of(*box_); }
@@ -49,33 +68,61 @@ EditorDialog::~EditorDialog() {
   if (box_.use_count() > 1) view().setParent(nullptr);
 }
 
+/// Takes over how the box that it replaces shows text, and the bar of its host.
+void EditorDialog::take_over(BoxView& replaced) {
+  replaced_size_ = replaced.size();
+  view().put_options(replaced.options());
+  view().put_host(replaced.host());
+  if (replaced.host() == nullptr) return;
+  QToolBar* const bar = replaced.host()->create_bar(*this);
+  if (bar != nullptr) static_cast<QVBoxLayout*>(layout())->insertWidget(0, bar);
+}
+
 void EditorDialog::add_menus(const std::vector<platform::Menu>& menus) {
   auto* bar = new QMenuBar(this);
   layout()->setMenuBar(bar);
   for (const platform::Menu& menu : menus) {
-    QMenu* const shown = bar->addMenu(to_qt(menu.caption));
+    QMenu* const shown = bar->addMenu(caption_of(menu.caption));
     for (const platform::MenuItem& item : menu.items) {
       if (item.name.empty()) {
         shown->addSeparator();
-        continue;
+      } else {
+        add_item(*shown, item);
       }
-      // The shortcut in a caption is only shown: the listener handles the key itself.
-      QAction* const action = shown->addAction(to_qt(item.caption));
-      action->setObjectName(to_qt(item.name));
-      action->setCheckable(item.has_check);
-      if (item.has_check) checks_.emplace_back(action, item.name);
-      connect(action, &QAction::triggered, this, [this, name = std::u16string(item.name)] {
-        if (listener_ != nullptr) listener_->on_command(name);
-        show_checks();
-      });
     }
-    connect(shown, &QMenu::aboutToShow, this, &EditorDialog::show_checks);
+    connect(shown, &QMenu::aboutToShow, this, &EditorDialog::show_items);
   }
 }
 
-void EditorDialog::show_checks() {
+void EditorDialog::add_item(QMenu& menu, const platform::MenuItem& item) {
+  // The shortcut in a caption is only shown: the listener handles the key itself.
+  const QStringList parts = to_qt(item.caption).split(QLatin1Char('\t'));
+  QString caption = item.font.empty() ? caption_of(from_qt(parts.front())) : parts.front();
+  if (!item.font.empty()) caption.replace(QLatin1Char('&'), QLatin1String("&&"));
+  if (parts.size() > 1) caption += QLatin1Char('\t') + parts.back();
+  QAction* const action = menu.addAction(caption);
+  action->setObjectName(to_qt(item.name));
+  action->setCheckable(item.has_check);
+  if (!item.font.empty()) action->setFont(icons::menu_font(to_qt(item.font), menu.font()));
+  if (item.swatch) {
+    const QColor text = view().palette().color(QPalette::Text);
+    action->setIcon(icons::swatch(*item.swatch == 0 ? text : to_qt(*item.swatch)));
+  }
+  items_.push_back(action);
+  connect(action, &QAction::triggered, this, [this, name = std::u16string(item.name)] {
+    if (listener_ != nullptr) listener_->on_command(name);
+    view().ensureCursorVisible();
+    show_items();
+  });
+}
+
+void EditorDialog::show_items() {
   if (listener_ == nullptr) return;
-  for (const auto& [action, name] : checks_) action->setChecked(listener_->is_checked(name));
+  for (QAction* const action : items_) {
+    const QString name = action->objectName();
+    action->setEnabled(listener_->is_enabled(view_of(name)));
+    if (action->isCheckable()) action->setChecked(listener_->is_checked(view_of(name)));
+  }
 }
 
 void EditorDialog::add_pane(const QString& caption) {
@@ -126,11 +173,42 @@ void EditorDialog::show_pane_text() {
   pane_->setPlainText(to_qt(listener_->pane_text()));
 }
 
-void EditorDialog::resize_form(QSize size) {
+void EditorDialog::open_form(QSize size) {
   layout()->activate();
   const int extra = sizeHint().height() - form_->sizeHint().expandedTo({0, 0}).height();
+  const QSettings settings;
+  const QSize kept = settings.value(size_key).toSize();
+  const QRect screen =
+      (parentWidget() == nullptr ? this : parentWidget())->screen()->availableGeometry();
+  if (kept.isValid()) {
+    size = kept.boundedTo(screen.size());
+  } else if (!replaced_size_.isEmpty()) {
+    // The form is larger than its box by its margins and buttons.
+    constexpr QSize around(16, 50);
+    size = size.expandedTo(replaced_size_ + around).boundedTo(screen.size() * 2 / 3);
+  }
   resize(size.width(), size.height() + extra);
   layout()->activate();
+}
+
+void EditorDialog::remember_size() const {
+  // Without the name of a program there is nowhere to keep it.
+  if (QCoreApplication::organizationName().isEmpty() || isMaximized()) return;
+  QSettings().setValue(size_key, form_->size());
+}
+
+bool EditorDialog::may_drop_edits() {
+  const bool asks = view().host() != nullptr && view().host()->asks_before_closing() &&
+                    listener_ != nullptr && listener_->has_edits();
+  if (!asks) return true;
+  QMessageBox question(QMessageBox::Question, windowTitle(), tr("Keep what was edited?"),
+                       QMessageBox::Save | QMessageBox::Discard | QMessageBox::Cancel, this);
+  question.button(QMessageBox::Save)->setText(tr("&Keep"));
+  const QPointer<EditorDialog> alive(this);
+  const int answer = question.exec();
+  if (alive.isNull() || listener_ == nullptr) return false;
+  if (answer == QMessageBox::Save) listener_->on_ok();
+  return answer == QMessageBox::Discard;
 }
 
 void EditorDialog::lay_out(const QRect& box, const QRect& ok, const QRect& cancel) {
@@ -152,7 +230,12 @@ void EditorDialog::tell_size() {
 }
 
 void EditorDialog::reject() {
-  if (listener_ != nullptr) listener_->on_cancel();
+  if (listener_ != nullptr && may_drop_edits()) listener_->on_cancel();
+}
+
+void EditorDialog::done(int result) {
+  remember_size();
+  QDialog::done(result);
 }
 
 bool EditorDialog::eventFilter(QObject* watched, QEvent* event) {
@@ -168,6 +251,11 @@ bool EditorDialog::event(QEvent* event) {
 }
 
 void EditorDialog::closeEvent(QCloseEvent* event) {
+  if (!may_drop_edits()) {
+    // It has been closed already where the edits are kept.
+    event->setAccepted(!isVisible());
+    return;
+  }
   if (listener_ != nullptr) listener_->on_close();
   event->accept();
   done(Rejected);

@@ -7,6 +7,7 @@
 
 #include "qel/platform/EditorWindow.h"
 
+class QMenu;
 class QPlainTextEdit;
 class QPushButton;
 class QToolButton;
@@ -31,12 +32,15 @@ class EditorDialog : public QDialog {
 
   // In pixels.
 
-  void resize_form(QSize size);
+  /// Opens the window with a form of that size, or of the size that the user left it with; at least
+  /// as large as the box that it replaces, and up to two thirds of the screen.
+  void open_form(QSize size);
   void lay_out(const QRect& box, const QRect& ok, const QRect& cancel);
 
   /// Tells the listener how large the form is.
   void tell_size();
 
+  void done(int result) override;
   void reject() override;
   bool eventFilter(QObject* watched, QEvent* event) override;
 
@@ -46,8 +50,13 @@ class EditorDialog : public QDialog {
 
  private:
   void add_menus(const std::vector<platform::Menu>& menus);
+  void add_item(QMenu& menu, const platform::MenuItem& item);
+  void take_over(BoxView& replaced);
+  /// Whether to go on closing, after the user was asked where there is something to ask.
+  bool may_drop_edits();
+  void remember_size() const;
   void add_pane(const QString& caption);
-  void show_checks();
+  void show_items();
   void show_pane_text();
 
   platform::EditorListener* listener_ = nullptr;
@@ -58,7 +67,8 @@ class EditorDialog : public QDialog {
   QToolButton* fold_ = nullptr;
   QPlainTextEdit* pane_ = nullptr;
   QTimer pane_delay_;
-  std::vector<std::pair<QAction*, std::u16string>> checks_;
+  std::vector<QAction*> items_;
+  QSize replaced_size_;
 };
 
 }  // namespace qel::qt

@@ -14,10 +14,18 @@ QRect in_pixels(const platform::EditorRectangle& rectangle, const platform::Scre
           rectangle.width / screen.twips_per_pixel_x, rectangle.height / screen.twips_per_pixel_y};
 }
 
+/// The window of the box whose text is edited, whichever is active.
+QWidget* owner_of(const platform::EditorDescription& description) {
+  const BoxView* const replaced =
+      description.replaced == nullptr ? nullptr : BoxView::of(*description.replaced);
+  const bool is_on_window = replaced != nullptr && replaced->parentWidget() != nullptr;
+  return is_on_window ? replaced->QWidget::window() : QApplication::activeWindow();
+}
+
 }  // namespace
 
 EditorWindow::EditorWindow(const platform::EditorDescription& description)
-    : dialog_(new EditorDialog(description, QApplication::activeWindow())), box_(dialog_->box()) {}
+    : dialog_(new EditorDialog(description, owner_of(description))), box_(dialog_->box()) {}
 
 EditorWindow::~EditorWindow() { delete dialog_; }
 
@@ -26,7 +34,7 @@ std::shared_ptr<platform::RichEdit> EditorWindow::box() const { return box_; }
 void EditorWindow::put_extent(std::int32_t width, std::int32_t height) {
   const platform::Screen screen = QtPlatform().screen();
   if (dialog_) {
-    dialog_->resize_form({width / screen.twips_per_pixel_x, height / screen.twips_per_pixel_y});
+    dialog_->open_form({width / screen.twips_per_pixel_x, height / screen.twips_per_pixel_y});
   }
 }
 

@@ -8,9 +8,10 @@ namespace qel::qt {
 
 class EditorDialog;
 
-/// The large editor's window as a modal dialog in front of the window that is active when it is
-/// created. Supports the whole interface. Escape is the second button; closing by the frame is
-/// reported as such. Menu items show their shortcuts, whose keys the listener gets from the box.
+/// The large editor's window as a modal dialog in front of the window of the box that it replaces,
+/// or of the active one without such a box. Supports the whole interface. Escape is the second
+/// button; closing by the frame is reported as such. Menu items show their shortcuts, whose keys
+/// the listener gets from the box.
 class EditorWindow : public platform::EditorWindow {
  public:
   explicit EditorWindow(const platform::EditorDescription& description);

@@ -1,14 +1,15 @@
 #include "qel/qt/TextBox.h"
 
 #include <QFontMetrics>
-#include <QMenu>
 #include <QPainter>
 #include <QResizeEvent>
 #include <QStyle>
 #include <algorithm>
 #include <utility>
 
+#include "qel/qt/FormatBar.h"
 #include "qel/qt/QtPlatform.h"
+#include "qt/platform/BoxHost.h"
 #include "qt/platform/BoxView.h"
 #include "qt/platform/FormatMapping.h"
 #include "qt/platform/Text.h"
@@ -35,6 +36,26 @@ class TextBox::Site : public platform::ControlSite {
     return reinterpret_cast<platform::WindowHandle>(static_cast<QWidget*>(&widget_));
   }
   std::uintptr_t device_context() const override { return 0; }
+
+ private:
+  TextBox& widget_;
+};
+
+class TextBox::Host : public BoxHost {
+ public:
+  explicit Host(TextBox& widget) : widget_(widget) {}
+
+  void fill_menu(QMenu& menu, BoxView& view, int position) override {
+    qt::fill_menu(menu, widget_, view);
+    emit widget_.AboutToShowMenu(&menu, position);
+  }
+  QToolBar* create_bar(QWidget& window) override {
+    if (!widget_.get_Lossless()) return nullptr;
+    auto* const bar = new FormatBar(&window);
+    bar->follow(&widget_);
+    return bar;
+  }
+  bool asks_before_closing() const override { return widget_.get_AsksBeforeClosing(); }
 
  private:
   TextBox& widget_;
@@ -102,7 +123,8 @@ QColor shown_color(Color color) {
 TextBox::TextBox(QWidget* parent)
     : QWidget(parent),
       site_(std::make_unique<Site>(*this)),
-      events_(std::make_unique<Events>(*this)) {
+      events_(std::make_unique<Events>(*this)),
+      host_(std::make_unique<Host>(*this)) {
   accessible::install();
   setFocusPolicy(Qt::StrongFocus);
   control_ = std::make_unique<QELTextbox>(*site_, QtPlatform::use());
@@ -111,9 +133,7 @@ TextBox::TextBox(QWidget* parent)
   take_events();
   for (const auto& box : control_->boxes()) {
     BoxView* const view = BoxView::of(*box);
-    view->setContextMenuPolicy(Qt::CustomContextMenu);
-    connect(view, &QWidget::customContextMenuRequested, this, &TextBox::show_menu);
-    connect(view, &BoxView::link_activated, this, &TextBox::LinkActivated);
+    view->put_host(host_.get());
     connect(view, &BoxView::options_changed, this,
             [this, view] { share_options(view->options()); });
   }
@@ -142,15 +162,6 @@ void TextBox::note_property(const QString& name) {
   updateGeometry();
   update();
   emit PropertyChanged(name);
-}
-
-void TextBox::show_menu(const QPoint& point) {
-  BoxView* const box = view();
-  if (box == nullptr) return;
-  auto* menu = new QMenu(this);
-  menu->setAttribute(Qt::WA_DeleteOnClose);
-  fill_menu(*menu, *control_, *box);
-  menu->popup(box->viewport()->mapToGlobal(point));
 }
 
 // Texts and sizes.

@@ -26,6 +26,7 @@ const std::map<Word, std::int16_t>& named_keys() {
                                                     {u"Right", keys::right_key},
                                                     {u"Tab", keys::tab_key},
                                                     {u"Up", keys::up_key},
+                                                    {u"Space", keys::space_key},
                                                     {u"Grave", keys::grave_accent_key},
                                                     {u"Apostrophe", keys::apostrophe_key}};
   return keys;

@@ -3,14 +3,21 @@
 #include <gtest/gtest.h>
 
 #include <QApplication>
-#include <QClipboard>
+#include <QContextMenuEvent>
 #include <QMenuBar>
+#include <QMessageBox>
 #include <QPlainTextEdit>
 #include <QPushButton>
+#include <QScreen>
+#include <QSettings>
+#include <QSignalSpy>
+#include <QTemporaryDir>
 #include <QTest>
+#include <QTimer>
 #include <QToolButton>
 #include <functional>
 
+#include "qel/qt/FormatBar.h"
 #include "qel/qt/TextBox.h"
 #include "qt/Printing.h"
 #include "qt/platform/BoxView.h"
@@ -21,6 +28,8 @@ namespace {
 
 class QtEditor : public testing::Test {
  protected:
+  QtEditor() { box.put_AsksBeforeClosing(false); }
+
   /// Opens the editor on the markup, lets a user act in it, and returns the markup afterwards.
   QString edit(const char* markup, const std::function<void(EditorDialog&)>& user) {
     box.put_TextQEL(QLatin1String(markup));
@@ -53,7 +62,7 @@ TEST_F(QtEditor, IsWorkedByKeysAlone) {
   };
   EXPECT_EQ(edit("ab",
                  [&](EditorDialog& dialog) {
-                   EXPECT_EQ(dialog.windowTitle(), QStringLiteral("Text Editor"));
+                   EXPECT_EQ(dialog.windowTitle(), QStringLiteral("Large Editor"));
                    ASSERT_EQ(QApplication::focusWidget(), &view(dialog));
                    press(Qt::Key_X);
                    press(Qt::Key_Tab);
@@ -75,7 +84,7 @@ TEST_F(QtEditor, IsWorkedByKeysAlone) {
 TEST_F(QtEditor, ShowsTheStateOfTheCaretInItsMenus) {
   edit("a/b1b/b0", [](EditorDialog& dialog) {
     const QList<QAction*> menus = dialog.findChild<QMenuBar*>()->actions();
-    ASSERT_EQ(menus.size(), 2);
+    ASSERT_EQ(menus.size(), 5);
     QMenu& formats = *menus[1]->menu();
     const auto checked = [&](int start, int length, const char* name) {
       dialog.box()->select({start, length});
@@ -128,10 +137,13 @@ TEST_F(QtEditor, LaysOutItsFormAtAnySize) {
   });
 }
 
-TEST_F(QtEditor, GoesWithTheWindowThatItStandsBefore) {
+TEST_F(QtEditor, StandsBeforeTheWindowOfItsBox) {
   auto* const owner = new QWidget;
+  box.setParent(owner);
   owner->show();
-  QApplication::setActiveWindow(owner);
+  QWidget active;
+  active.show();
+  QApplication::setActiveWindow(&active);
   EXPECT_EQ(edit("ab",
                  [&](EditorDialog& dialog) {
                    EXPECT_EQ(dialog.parentWidget(), owner);
@@ -139,9 +151,118 @@ TEST_F(QtEditor, GoesWithTheWindowThatItStandsBefore) {
                    QTest::keyClick(&view(dialog), Qt::Key_B, Qt::ControlModifier);
                    dialog.done(0);
                  }),
-            QStringLiteral("ab"))
-      << "only styles with a menu key are the form's";
+            QStringLiteral("/b1ab/b0"));
+  box.setParent(nullptr);
   delete owner;
+}
+
+TEST_F(QtEditor, IsAsLargeAsItsBoxAndThenAsItWasLeft) {
+  const QTemporaryDir folder;
+  QSettings::setPath(QSettings::NativeFormat, QSettings::UserScope, folder.path());
+  QCoreApplication::setOrganizationName(QStringLiteral("test"));
+  box.put_Multiline(true);
+  box.resize(480, 460);
+  box.put_Zoom(150);
+  const QSize of_box = BoxView::of(*box.control().CurrentRichTextBox())->size();
+  QSize left;
+  edit("a", [&](EditorDialog& dialog) {
+    EXPECT_GE(view(dialog).width(), of_box.width());
+    EXPECT_GE(view(dialog).height(), of_box.height());
+    EXPECT_EQ(view(dialog).options().zoom, 150);
+    const QSize screen = dialog.screen()->availableSize();
+    EXPECT_LE(dialog.width(), screen.width() * 2 / 3);
+    dialog.resize(dialog.size() - QSize(100, 50));
+    QTest::qWait(1);
+    left = view(dialog).size();
+  });
+  edit("a", [&](EditorDialog& dialog) { EXPECT_EQ(view(dialog).size(), left); });
+  QCoreApplication::setOrganizationName({});
+  box.put_Zoom(100);
+  box.resize(5000, 5000);
+  edit("a", [&](EditorDialog& dialog) {
+    EXPECT_LE(view(dialog).width(), dialog.screen()->availableSize().width() * 2 / 3);
+  });
+}
+
+TEST_F(QtEditor, AsksBeforeItDropsWhatWasEdited) {
+  box.put_AsksBeforeClosing(true);
+  const auto answer = [](QMessageBox::StandardButton with) {
+    QTimer::singleShot(0, [with] {
+      auto* const question = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
+      ASSERT_NE(question, nullptr);
+      question->button(with)->click();
+    });
+  };
+  EXPECT_EQ(edit("ab",
+                 [&](EditorDialog& dialog) {
+                   QTest::keyClick(&view(dialog), Qt::Key_X);
+                   answer(QMessageBox::Cancel);
+                   QTest::keyClick(&view(dialog), Qt::Key_Escape);
+                   EXPECT_TRUE(dialog.isVisible());
+                   answer(QMessageBox::Discard);
+                   QTest::keyClick(&view(dialog), Qt::Key_Escape);
+                   EXPECT_FALSE(dialog.isVisible());
+                 }),
+            QStringLiteral("ab"));
+  EXPECT_EQ(edit("ab",
+                 [&](EditorDialog& dialog) {
+                   QTest::keyClick(&view(dialog), Qt::Key_X);
+                   answer(QMessageBox::Cancel);
+                   dialog.close();
+                   EXPECT_TRUE(dialog.isVisible());
+                   answer(QMessageBox::Save);
+                   dialog.close();
+                 }),
+            QStringLiteral("xab"));
+  const auto closes_in_silence = [&](const char* why, auto edits) {
+    EXPECT_EQ(edit("ab",
+                   [&](EditorDialog& dialog) {
+                     edits(dialog);
+                     EXPECT_FALSE(dialog.isVisible()) << why;
+                   }),
+              QStringLiteral("ab"))
+        << why;
+  };
+  closes_in_silence("nothing edited", [](EditorDialog& dialog) { dialog.close(); });
+  closes_in_silence("the button", [](EditorDialog& dialog) {
+    QTest::keyClick(&view(dialog), Qt::Key_X);
+    for (QPushButton* const button : dialog.findChildren<QPushButton*>()) {
+      if (!button->isDefault()) button->click();
+    }
+  });
+  box.put_Lossless(false);
+  closes_in_silence("the stated way", [](EditorDialog& dialog) {
+    QTest::keyClick(&view(dialog), Qt::Key_X);
+    dialog.close();
+  });
+}
+
+TEST_F(QtEditor, HasTheBarAndTheMenuOfItsBox) {
+  QSignalSpy menus(&box, &TextBox::AboutToShowMenu);
+  EXPECT_EQ(edit("ab",
+                 [&](EditorDialog& dialog) {
+                   QTest::keyClick(&view(dialog), Qt::Key_A, Qt::ControlModifier);
+                   auto* const bar = dialog.findChild<FormatBar*>();
+                   ASSERT_NE(bar, nullptr);
+                   for (QAction* const action : bar->actions()) {
+                     if (action->objectName() == QLatin1String("Italic")) action->trigger();
+                   }
+                   QContextMenuEvent by_key(QContextMenuEvent::Keyboard, QPoint(5, 5),
+                                            QPoint(5, 5));
+                   QApplication::sendEvent(&view(dialog), &by_key);
+                   ASSERT_NE(QApplication::activePopupWidget(), nullptr);
+                   QApplication::activePopupWidget()->close();
+                   ASSERT_EQ(menus.size(), 1);
+                   EXPECT_EQ(menus[0][1].toInt(), 2) << "where the caret is";
+                   QTest::keyClick(&view(dialog), Qt::Key_Return);
+                 }),
+            QStringLiteral("/i1ab/i0"));
+  box.put_Lossless(false);
+  edit("ab", [](EditorDialog& dialog) {
+    EXPECT_EQ(dialog.findChild<FormatBar*>(), nullptr);
+    EXPECT_EQ(dialog.windowTitle(), QStringLiteral("Text Editor"));
+    EXPECT_EQ(dialog.findChild<QMenuBar*>()->actions().size(), 2);
+  });
 }
 
 }  // namespace

@@ -9,6 +9,8 @@
 
 #include "qel/control/QELTextbox.h"
 
+class QMenu;
+
 namespace qel::qt {
 
 class BoxView;
@@ -61,6 +63,9 @@ class TextBox : public QWidget {
   Q_PROPERTY(bool Lossless READ get_Lossless WRITE put_Lossless)
   /// Shown in grey while there is no text. Not persisted.
   Q_PROPERTY(QString PlaceholderText READ get_PlaceholderText WRITE put_PlaceholderText)
+  /// Whether the large editor asks before it is closed in any way but by its buttons, if something
+  /// was edited in it. Only in the lossless way. Not persisted.
+  Q_PROPERTY(bool AsksBeforeClosing READ get_AsksBeforeClosing WRITE put_AsksBeforeClosing)
   // How the text is shown, which changes nothing of it. Not persisted.
   Q_PROPERTY(int Zoom READ get_Zoom WRITE put_Zoom NOTIFY ZoomChanged)
   Q_PROPERTY(bool AdaptsColors READ get_AdaptsColors WRITE put_AdaptsColors)
@@ -148,6 +153,8 @@ class TextBox : public QWidget {
   /// True at first, unlike that of a control elsewhere.
   bool get_Lossless() const { return control_->get_Lossless(); }
   void put_Lossless(bool Value) { control_->put_Lossless(Value); }
+  bool get_AsksBeforeClosing() const { return asks_before_closing_; }
+  void put_AsksBeforeClosing(bool Value) { asks_before_closing_ = Value; }
   QString get_PlaceholderText() const;
   void put_PlaceholderText(const QString& Value);
   /// The size of the text in per cent, from 25 to 500. Users change it with Ctrl and the wheel,
@@ -210,9 +217,9 @@ class TextBox : public QWidget {
   /// The text or its formats have changed.
   void TextQELChanged();
   void ZoomChanged(int Zoom);
-  /// An address in the text is to be opened, after a click with Ctrl for instance. The desktop does
-  /// so unless a slot, which must be directly connected, clears `Opens`.
-  void LinkActivated(const QUrl& Url, bool* Opens);
+  /// The menu of the box, or of the large editor's box, is about to be shown for a position of the
+  /// text. A slot may add to it; the menu goes when it is closed.
+  void AboutToShowMenu(QMenu* Menu, int Position);
   /// A persisted property was set.
   void PropertyChanged(const QString& Name);
 
@@ -224,6 +231,7 @@ class TextBox : public QWidget {
  private:
   class Site;
   class Events;
+  class Host;
 
   /// The box that is shown.
   BoxView* view() const;
@@ -233,7 +241,6 @@ class TextBox : public QWidget {
   void put_option(Value ViewOptions::*option, Value value);
   void share_options(const ViewOptions& options);
   void note_property(const QString& name);
-  void show_menu(const QPoint& point);
   bool is_in_the_making() const { return !was_painted_ || !is_run_time_; }
   template <class Put>
   void put_and_keep_text(Put put);
@@ -242,10 +249,12 @@ class TextBox : public QWidget {
 
   std::unique_ptr<Site> site_;
   std::unique_ptr<Events> events_;
+  std::unique_ptr<Host> host_;
   std::unique_ptr<QELTextbox> control_;
   std::unique_ptr<WordMarks> words_;
   std::optional<QString> markup_;  // what a form has set before it was shown,
   std::u16string shown_;           // and the RTF that the box made of it
+  bool asks_before_closing_ = true;
   bool was_painted_ = false;
   bool is_run_time_ = true;
   int zoom_ = 100;

@@ -1,0 +1,35 @@
+#pragma once
+
+#include <QColor>
+#include <QFont>
+#include <QIcon>
+#include <QString>
+#include <cstdint>
+
+/// Icons that are drawn in the colours of the palette, at any size.
+namespace qel::qt::icons {
+
+enum class Sign : std::uint8_t {
+  bold,
+  italic,
+  underline,
+  strike_out,
+  raised,
+  lowered,
+  small_capitals,
+  color,
+  plain,
+  undo,
+  redo,
+  brush,
+};
+
+/// `color` is that of the bar below a sign of a colour; that of text for none.
+QIcon sign(Sign sign, QColor color = {});
+/// A field of that colour.
+QIcon swatch(const QColor& color);
+/// The font in which a menu, whose own font is `base`, shows the name of a family: in its own face,
+/// unless that has no letters.
+QFont menu_font(const QString& family, const QFont& base);
+
+}  // namespace qel::qt::icons
