@@ -68,6 +68,7 @@ ConflictDialog::ConflictDialog(const Version& theirs, const Version& mine, QWidg
   layout->addWidget(create_versions(theirs, mine), 1);
   layout->addWidget(create_buttons());
   resize(preferred);
+  findChild<QPushButton*>(QStringLiteral("keep_both"))->setDefault(true);
 }
 
 QWidget* ConflictDialog::create_versions(const Version& theirs, const Version& mine) {
@@ -114,9 +115,8 @@ QWidget* ConflictDialog::create_buttons() {
       answer_ = answer;
       accept();
     });
-    return button;
   };
-  add(tr("Keep &Both"), "keep_both", Answer::keep_both)->setDefault(true);
+  add(tr("Keep &Both"), "keep_both", Answer::keep_both);
   add(tr("Use &Mine"), "use_mine", Answer::use_mine);
   add(tr("&Use Theirs"), "use_theirs", Answer::use_theirs);
   connect(buttons, &QDialogButtonBox::rejected, this, &QDialog::reject);

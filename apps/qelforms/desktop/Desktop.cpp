@@ -41,11 +41,6 @@ QString folder_of(QStandardPaths::StandardLocation location) {
   return folder;
 }
 
-/// The user's own records.
-QString usual_database() {
-  return folder_of(QStandardPaths::AppDataLocation) + QStringLiteral("/records.db");
-}
-
 RecordStore::Options store_options() {
   RecordStore::Options options;
   options.creates = true;
@@ -106,8 +101,7 @@ int run_window(const WindowRequest& request) {
     run_demo(request);
     return 0;
   }
-  open_window(request.database.empty() ? usual_database()
-                                       : QString::fromStdString(request.database));
+  open_window(QString::fromStdString(request.database));
   return QApplication::exec();
 }
 

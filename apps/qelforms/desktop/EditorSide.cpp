@@ -20,6 +20,7 @@ constexpr int line_spacing = 125;
 
 EditorSide::EditorSide(QWidget* parent)
     : QWidget(parent),
+      format_bar_(new qt::FormatBar),
       title_(new qt::TextBox),
       tags_(new TagLine),
       body_(new qt::TextBox),
@@ -52,6 +53,7 @@ EditorSide::EditorSide(QWidget* parent)
   auto* const layout = new QVBoxLayout(this);
   layout->setContentsMargins(0, 0, 0, 0);
   layout->setSpacing(0);
+  layout->addWidget(format_bar_);
   layout->addLayout(head);
   layout->addWidget(body_, 1);
   layout->addWidget(find_bar_);
@@ -69,6 +71,12 @@ void EditorSide::prepare(qt::TextBox& box, const QString& name) {
   box.put_OLEDropMode(2);
   box.put_OLEDragMode(1);
   for (QTextEdit* const view : box.findChildren<QTextEdit*>()) view->setAccessibleName(name);
+}
+
+/// A bar that is hidden while it has the focus gives it to the text.
+void EditorSide::show_format_bar(bool shows) {
+  if (!shows && format_bar_->isAncestorOf(QApplication::focusWidget())) edited_->setFocus();
+  format_bar_->setVisible(shows);
 }
 
 void EditorSide::follow_focus(const QWidget* now) {
@@ -94,6 +102,7 @@ void EditorSide::put_editable(bool editable) {
   title_->put_AllowEdits(editable);
   body_->put_AllowEdits(editable);
   tags_->put_editable(editable);
+  tags_->setVisible(editable || !tags_->tags().isEmpty());
 }
 
 }  // namespace qel::forms

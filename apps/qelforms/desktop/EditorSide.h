@@ -4,6 +4,7 @@
 #include <QWidget>
 
 #include "qel/qt/FindBar.h"
+#include "qel/qt/FormatBar.h"
 #include "qel/qt/TextBox.h"
 
 namespace qel::forms {
@@ -11,8 +12,8 @@ namespace qel::forms {
 class Notice;
 class TagLine;
 
-/// The side of the window where a record is edited: its title as a large line, its tags, its text,
-/// and below that a bar to find in it, and what there is to tell.
+/// The side of the window where a record is edited: a bar of formats, its title as a large line, its
+/// tags, its text, and below that a bar to find in it, and what there is to tell.
 class EditorSide : public QWidget {
   Q_OBJECT
 
@@ -22,6 +23,7 @@ class EditorSide : public QWidget {
   qt::TextBox& title() { return *title_; }
   qt::TextBox& body() { return *body_; }
   TagLine& tags() { return *tags_; }
+  qt::FormatBar& format_bar() { return *format_bar_; }
   qt::FindBar& find_bar() { return *find_bar_; }
   Notice& notice() { return *notice_; }
   /// The box that has the focus, or had it last.
@@ -30,6 +32,7 @@ class EditorSide : public QWidget {
   /// The size of the text, in per cent; the title is larger.
   void put_zoom(int percent);
   void put_editable(bool editable);
+  void show_format_bar(bool shows);
   /// Marks these words in the title and the text.
   void mark(const QStringList& words);
 
@@ -41,6 +44,7 @@ class EditorSide : public QWidget {
   void prepare(qt::TextBox& box, const QString& name);
   void follow_focus(const QWidget* now);
 
+  qt::FormatBar* format_bar_;
   qt::TextBox* title_;
   TagLine* tags_;
   qt::TextBox* body_;

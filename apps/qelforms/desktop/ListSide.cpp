@@ -68,6 +68,7 @@ ListSide::ListSide(QWidget* parent)
   connect(choice_, &QComboBox::currentIndexChanged, this, [this] {
     trash_bar_->setVisible(listing().trash);
     emit listing_changed();
+    emit choice_changed();
   });
 }
 

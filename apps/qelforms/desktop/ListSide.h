@@ -50,6 +50,8 @@ class ListSide : public QWidget {
  signals:
   /// Other records are to be listed, or in another order.
   void listing_changed();
+  /// Other records are listed: all of them, those with another tag, or the trash.
+  void choice_changed();
   void left();
 
  private:

@@ -136,6 +136,7 @@ void MainWindow::connect_form() {
 
 void MainWindow::connect_sides() {
   connect(side_, &ListSide::listing_changed, this, [this] { list_records(); });
+  connect(side_, &ListSide::choice_changed, this, [this] { show_what_is_listed(); });
   connect(side_, &ListSide::left, this, [this] {
     follow_selection();  // what is typed next is for the record that is selected now
     side_->end_search();
@@ -162,6 +163,7 @@ void MainWindow::restore_look() {
   }
   side_->put_order(look_.order, look_.ascending);
   put_zoom(look_.zoom);
+  editor_->show_format_bar(look_.format_bar);
 }
 
 void MainWindow::keep_look() {

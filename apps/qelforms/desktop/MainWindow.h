@@ -138,6 +138,7 @@ class MainWindow : public QMainWindow {
   void show_record(std::int64_t id);
   void follow_selection();
   void follow_others();
+  void show_what_is_listed();
   void duplicate_selected();
   void remove_selected();
   void move_to_trash(const std::vector<std::int64_t>& ids);
@@ -159,7 +160,7 @@ class MainWindow : public QMainWindow {
   void preview();
   void edit_tables();
   std::vector<Record> selected_records() const;
-  QString document_title() const;
+  std::u16string document_title() const;
 
   QMessageBox::StandardButton ask(const QString& question, QMessageBox::StandardButtons answers,
                                   QMessageBox::StandardButton preset);

@@ -140,10 +140,26 @@ void MainWindow::add_edit_actions(QMenu& menu) {
 }
 
 void MainWindow::add_format_actions(QMenu& menu) {
-  add_action(menu, "tables", tr("Fonts and Colours..."), [this] { edit_tables(); });
+  for (QAction* const action : editor_->format_bar().actions()) {
+    const QString name = action->objectName();
+    if (name == QLatin1String("CopyFormat")) continue;  // a matter of the mouse
+    // The Edit menu has these.
+    if (name == QLatin1String("UndoStep") || name == QLatin1String("Redo")) continue;
+    // Colours have the usual letter.
+    if (name == QLatin1String("Plain")) action->setText(tr("Pl&ain\tCtrl+Space"));
+    menu.addAction(action);
+  }
+  menu.addSeparator();
+  add_action(menu, "tables", tr("Fonts an&d Colours..."), [this] { edit_tables(); });
 }
 
 void MainWindow::add_view_actions(QMenu& menu) {
+  QAction& format = add_action(menu, "format_bar", tr("&Format Bar"), [this] {
+    look_.format_bar = action("format_bar").isChecked();
+    editor_->show_format_bar(look_.format_bar);
+  });
+  format.setCheckable(true);
+  format.setChecked(look_.format_bar);
   QAction& find = add_action(menu, "find_bar", tr("Find &Bar"), [this] {
     if (action("find_bar").isChecked()) {
       editor_->find_bar().open();

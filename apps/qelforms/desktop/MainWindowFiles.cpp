@@ -20,6 +20,7 @@
 #include "MainWindow.h"
 #include "Notice.h"
 #include "RecordList.h"
+#include "RecordPdf.h"
 #include "TablesDialog.h"
 #include "Words.h"
 #include "qel/qt/Printing.h"
@@ -55,23 +56,6 @@ QString caption_of(ExportFormat format) {
       return MainWindow::tr("Markup");
   }
   return {};
-}
-
-std::vector<qt::PrintSection> sections_of(const std::vector<Record>& records) {
-  std::vector<qt::PrintSection> sections;
-  for (const Record& record : records) {
-    sections.push_back(
-        {QString::fromStdU16String(record.title), QString::fromStdU16String(record.body)});
-  }
-  return sections;
-}
-
-qt::PrintOptions print_options(const command::Tables& tables, const QString& title) {
-  qt::PrintOptions options;
-  options.title = title;
-  options.fonts = tables.fonts;
-  options.colors = tables.colors;
-  return options;
 }
 
 QString records_filter() { return MainWindow::tr("Records (*.db);;All files (*)"); }
@@ -224,9 +208,9 @@ bool MainWindow::export_to(const QString& path) {
     const command::Tables tables = load_tables(store_);
     const std::string document =
         format == ExportFormat::pdf
-            ? qt::pdf_of(sections_of(records), print_options(tables, document_title()))
+            ? qt::pdf_of(print_sections(records), print_options(tables, document_title()))
                   .toStdString()
-            : exported(records, format, tables, document_title().toStdU16String());
+            : exported(records, format, tables, document_title());
     if (document.empty() && format == ExportFormat::pdf) {
       throw std::runtime_error(tr("No PDF can be made.").toStdString());
     }
@@ -239,22 +223,24 @@ bool MainWindow::export_to(const QString& path) {
 }
 
 /// That of the only record, or what records these are.
-QString MainWindow::document_title() const {
+std::u16string MainWindow::document_title() const {
   const std::vector<std::int64_t> ids = list().selected();
   const RecordModel& records = list().records();
-  return ids.size() == 1 ? records.index(records.row_of(ids.front())).data().toString()
-                         : tr("Records");
+  const QString title = ids.size() == 1
+                            ? records.index(records.row_of(ids.front())).data().toString()
+                            : tr("Records");
+  return title.toStdU16String();
 }
 
 void MainWindow::print() {
   if (!settle()) return;
-  qt::print(this, sections_of(selected_records()),
+  qt::print(this, print_sections(selected_records()),
             print_options(load_tables(store_), document_title()));
 }
 
 void MainWindow::preview() {
   if (!settle()) return;
-  qt::preview(this, sections_of(selected_records()),
+  qt::preview(this, print_sections(selected_records()),
               print_options(load_tables(store_), document_title()));
 }
 

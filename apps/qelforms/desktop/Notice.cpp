@@ -22,9 +22,7 @@ Notice::Notice(QWidget* parent)
   constexpr int margin = 8;
   constexpr int side_margin = 14;
   setAutoFillBackground(true);
-  setBackgroundRole(QPalette::ToolTipBase);
-  setForegroundRole(QPalette::ToolTipText);
-  label_->setForegroundRole(QPalette::ToolTipText);
+  setBackgroundRole(QPalette::AlternateBase);
   label_->setWordWrap(true);
   button_->setFocusPolicy(Qt::TabFocus);
   auto* const close = new QToolButton;

@@ -16,6 +16,8 @@ constexpr int padding = 10;
 constexpr int line_gap = 4;
 constexpr int date_gap = 8;
 constexpr qreal radius = 6;
+/// As words are marked in texts.
+constexpr QColor marker(255, 222, 89);
 
 QFont title_font(const QFont& base) {
   QFont font = base;
@@ -39,30 +41,27 @@ struct Colors {
   QColor back;
   QColor text;
   QColor quiet;
-  QColor mark;
 };
 
 Colors colors_of(const QStyleOptionViewItem& option) {
   constexpr double tint = 0.18;
   constexpr double hover = 0.05;
   constexpr double quiet = 0.35;
-  constexpr double marked = 0.35;
   const QPalette& palette = option.palette;
   const QColor base = palette.color(QPalette::Base);
   const QColor accent = palette.color(QPalette::Active, QPalette::Highlight);
-  Colors colors = {base, palette.color(QPalette::Text), {}, {}};
+  Colors colors = {base, palette.color(QPalette::Text), {}};
   if (option.state.testFlag(QStyle::State_Selected)) {
     const auto* const view = qobject_cast<const QAbstractItemView*>(option.widget);
     if (view != nullptr && view->hasFocus()) {
-      colors = {accent, palette.color(group_of(option), QPalette::HighlightedText), {}, {}};
+      colors = {accent, palette.color(group_of(option), QPalette::HighlightedText), {}};
     } else {
       colors.back = mixed(base, accent, tint);
     }
   } else if (option.state.testFlag(QStyle::State_MouseOver)) {
     colors.back = mixed(base, colors.text, hover);
   }
-  colors.quiet = mixed(colors.text, colors.back, quiet);
-  colors.mark = mixed(colors.back, colors.back == accent ? colors.text : accent, marked);
+  colors.quiet = mixed(colors.text, colors.back, colors.back == accent ? quiet / 3 : quiet);
   return colors;
 }
 
@@ -103,15 +102,15 @@ void RecordDelegate::paint(QPainter* painter, const QStyleOptionViewItem& option
   QFont font = title_font(option.font);
   font.setItalic(index.data(RecordModel::untitled_role).toBool());
   place.setHeight(QFontMetrics(font).height());
-  draw(*painter, place, {index.data().toString(), font, colors.text, colors.mark}, true);
+  draw(*painter, place, {index.data().toString(), font, colors.text}, true);
   place.translate(0, place.height() + line_gap);
   place.setHeight(QFontMetrics(small).height());
   const int width = draw(
       *painter, place,
-      {index.data(RecordModel::date_role).toString(), small, colors.text, colors.mark}, false);
+      {index.data(RecordModel::date_role).toString(), small, colors.text}, false);
   place = QStyle::visualRect(option.direction, place, place.adjusted(width + date_gap, 0, 0, 0));
   draw(*painter, place,
-       {index.data(RecordModel::context_role).toString(), small, colors.quiet, colors.mark}, true);
+       {index.data(RecordModel::context_role).toString(), small, colors.quiet}, true);
   painter->restore();
 }
 
@@ -127,8 +126,8 @@ int RecordDelegate::draw(QPainter& painter, QRect place, const Line& line, bool 
   QList<QTextLayout::FormatRange> marks;
   for (const Place& found : is_marked ? places_of(words_, text) : std::vector<Place>()) {
     QTextCharFormat format;
-    format.setBackground(line.mark);
-    format.setForeground(line.color);
+    format.setBackground(marker);
+    format.setForeground(Qt::black);
     format.setFontUnderline(true);
     marks.append({found.start, found.length, format});
   }

@@ -24,7 +24,6 @@ class RecordDelegate : public QStyledItemDelegate {
     QString text;
     QFont font;
     QColor color;
-    QColor mark;
   };
 
   int draw(QPainter& painter, QRect place, const Line& line, bool is_marked) const;
