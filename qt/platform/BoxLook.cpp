@@ -166,6 +166,8 @@ void BoxView::show_space() {
 /// A single line stands in the middle of its box, however high that is.
 void BoxView::center_line() {
   const Scoped showing(showing_, showing_ + 1);
+  // Laid out again, an empty line has no height until it counts as changed.
+  if (document()->isEmpty()) document()->markContentsDirty(0, document()->characterCount());
   QTextFrame& frame = *document()->rootFrame();
   const double line = document()->documentLayout()->blockBoundingRect(document()->begin()).height();
   const double margin = std::max((viewport()->height() - line) / 2, 0.0) * whole / options_.zoom;

@@ -49,7 +49,7 @@ TEST_F(FormsSharing, OffersBothVersionsOfARecord) {
   struct Case {
     const char* answer;
     const char* state;
-    const char* first;   // what the record has afterwards
+    const char* first;  // what the record has afterwards
     std::size_t records;
   };
   const Case cases[] = {{"Cancel", "Unsaved changes", "cold tea", 1},

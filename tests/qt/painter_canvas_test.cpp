@@ -1,10 +1,9 @@
-#include "qel/qt/PainterCanvas.h"
-
 #include <gtest/gtest.h>
 
 #include <QImage>
 #include <QPainter>
 
+#include "qel/qt/PainterCanvas.h"
 #include "qel/qt/QtPlatform.h"
 #include "qel/text/TextAndFormatting.h"
 

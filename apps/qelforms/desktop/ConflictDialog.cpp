@@ -13,8 +13,8 @@
 #include "Difference.h"
 #include "Markup.h"
 #include "RecordDelegate.h"
-#include "qel/convert/Convert.h"
 #include "qel/base/Utf8.h"
+#include "qel/convert/Convert.h"
 
 namespace qel::forms {
 namespace {
@@ -87,9 +87,8 @@ QWidget* ConflictDialog::create_versions(const Version& theirs, const Version& m
   grid->addWidget(my_page, 1, 1);
   // Where only formats differ, the codes show how.
   const bool shows_codes = whole(theirs, false) == whole(mine, false);
-  const std::vector<Difference> differences =
-      word_differences(whole(theirs, shows_codes).toStdU16String(),
-                       whole(mine, shows_codes).toStdU16String());
+  const std::vector<Difference> differences = word_differences(
+      whole(theirs, shows_codes).toStdU16String(), whole(mine, shows_codes).toStdU16String());
   QTextCursor their_end(their_page->document());
   QTextCursor my_end(my_page->document());
   for (const Difference& part : differences) {
@@ -99,10 +98,10 @@ QWidget* ConflictDialog::create_versions(const Version& theirs, const Version& m
     if (part.kind != Difference::Kind::added) their_end.insertText(text, format);
     if (part.kind != Difference::Kind::removed) my_end.insertText(text, format);
   }
-  connect(their_page->verticalScrollBar(), &QScrollBar::valueChanged,
-          my_page->verticalScrollBar(), &QScrollBar::setValue);
-  connect(my_page->verticalScrollBar(), &QScrollBar::valueChanged,
-          their_page->verticalScrollBar(), &QScrollBar::setValue);
+  connect(their_page->verticalScrollBar(), &QScrollBar::valueChanged, my_page->verticalScrollBar(),
+          &QScrollBar::setValue);
+  connect(my_page->verticalScrollBar(), &QScrollBar::valueChanged, their_page->verticalScrollBar(),
+          &QScrollBar::setValue);
   return versions;
 }
 

@@ -3,6 +3,7 @@
 #include <QAction>
 #include <QApplication>
 #include <QKeyEvent>
+#include <QLineEdit>
 #include <QPixmap>
 #include <QSaveFile>
 #include <QWidget>
@@ -10,6 +11,7 @@
 #include <stdexcept>
 
 #include "MainWindow.h"
+#include "TagLine.h"
 
 namespace qel::forms {
 namespace {
@@ -61,6 +63,11 @@ void add_samples(RecordStore& store) {
                 u"press Ctrl+B, Ctrl+I or Ctrl+U. F9 shows the codes behind the text, Shift+F2 "
                 u"opens the large editor.")};
   store.save(records);
+  const auto tag = [&store](const Record& record, const char16_t* name) {
+    store.put_tags(record.id, std::array<std::u16string, 1>{name});
+  };
+  tag(records[0], u"school");
+  tag(records[1], u"drinks");
 }
 
 void play(MainWindow& window, const QString& picture) {
@@ -80,6 +87,10 @@ void play(MainWindow& window, const QString& picture) {
   body.type_in(Qt::Key_U, QStringLiteral("new pot"));
   body.type(QStringLiteral("."));
   trigger("save");
+  Keyboard tags(window.findChild<TagLine*>()->field());
+  tags.type(QStringLiteral("home"));
+  tags.press(Qt::Key_Return, {});
+  window.body_box().setFocus();
   if (window.form().is_changed()) throw std::runtime_error("the demo could not save its record");
   QSaveFile file(picture);
   if (!file.open(QIODevice::WriteOnly) || !window.grab().save(&file, "PNG") || !file.commit()) {

@@ -15,10 +15,10 @@ namespace {
 
 /// The keys by which a box or field knows the commands.
 QKeySequence key_of(int command) {
-  static const QKeySequence keys[] = {
-      {Qt::CTRL | Qt::Key_Z}, {Qt::CTRL | Qt::Key_Y},           {Qt::CTRL | Qt::Key_X},
-      {Qt::CTRL | Qt::Key_C}, {Qt::CTRL | Qt::Key_V}, {Qt::CTRL | Qt::SHIFT | Qt::Key_V},
-      {Qt::Key_Delete},       {Qt::CTRL | Qt::Key_A}};
+  static const QKeySequence keys[] = {{Qt::CTRL | Qt::Key_Z}, {Qt::CTRL | Qt::Key_Y},
+                                      {Qt::CTRL | Qt::Key_X}, {Qt::CTRL | Qt::Key_C},
+                                      {Qt::CTRL | Qt::Key_V}, {Qt::CTRL | Qt::SHIFT | Qt::Key_V},
+                                      {Qt::Key_Delete},       {Qt::CTRL | Qt::Key_A}};
   return keys[command];
 }
 
@@ -46,8 +46,7 @@ void EditCommands::add_to(QMenu& menu) {
     if (command == cut || command == select_all) menu.addSeparator();
     // The keys are only shown: what has the focus handles them.
     actions_[static_cast<std::size_t>(i)] =
-        menu.addAction(captions[i] + QChar(u'\t') +
-                       key_of(i).toString(QKeySequence::NativeText));
+        menu.addAction(captions[i] + QChar(u'\t') + key_of(i).toString(QKeySequence::NativeText));
     connect(actions_[static_cast<std::size_t>(i)], &QAction::triggered, this,
             [this, command] { run(command); });
   }

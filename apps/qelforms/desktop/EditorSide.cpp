@@ -40,11 +40,13 @@ EditorSide::EditorSide(QWidget* parent)
   body_->put_TextMargin(side_margin);
   title_->put_TextMargin(0);
   // Enter and Down lead from the title to the text.
-  connect(title_, &qt::TextBox::KeyDown, this, [this](std::int16_t* key, const std::int16_t* shift) {
-    if (*shift != 0 || (*key != '\r' && *key != 40)) return;
-    *key = 0;
-    body_->setFocus();
-  });
+  connect(title_, &qt::TextBox::KeyDown, this,
+          [this](std::int16_t* key, const std::int16_t* shift) {
+            if (*shift != 0 || (*key != '\r' && *key != 40)) return;
+            *key = 0;
+            body_->setFocus();
+          });
+  format_bar_->setContentsMargins(side_margin - gap, 0, side_margin - gap, 0);
   auto* const head = new QVBoxLayout;
   head->setContentsMargins(side_margin, top_margin, side_margin, 0);
   head->setSpacing(gap);

@@ -12,8 +12,8 @@ namespace qel::forms {
 class Notice;
 class TagLine;
 
-/// The side of the window where a record is edited: a bar of formats, its title as a large line, its
-/// tags, its text, and below that a bar to find in it, and what there is to tell.
+/// The side of the window where a record is edited: a bar of formats, its title as a large line,
+/// its tags, its text, and below that a bar to find in it, and what there is to tell.
 class EditorSide : public QWidget {
   Q_OBJECT
 

@@ -225,10 +225,10 @@ void MainWindow::show_state() {
   const bool in_trash = side_->listing().trash;
   const bool writes = !store_.is_read_only();
   const QString saved = is_new ? tr("New record") : tr("Saved");
-  state_->setText(!writes        ? tr("Read only")
-                  : is_trashed_  ? tr("In the trash")
-                  : is_changed   ? tr("Unsaved changes")
-                                 : saved);
+  state_->setText(!writes       ? tr("Read only")
+                  : is_trashed_ ? tr("In the trash")
+                  : is_changed  ? tr("Unsaved changes")
+                                : saved);
   editor_->put_editable(may_edit() && !retries_.waits_for(QStringLiteral("open")));
   action("save").setEnabled(is_changed && may_edit());
   action("revert").setEnabled(is_changed && may_edit());
@@ -246,15 +246,15 @@ void MainWindow::show_state() {
   for (const char* const name : {"export", "print", "preview"}) action(name).setEnabled(selects);
   setWindowModified(is_changed);
   const ShownTitle title = shown_title(form_->title(), form_->record().body);
-  setWindowTitle(tr("%1[*] - Records")
-                     .arg(title.text.empty() ? tr("New record") : on_one_line(title.text)));
+  setWindowTitle(
+      tr("%1[*] - Records").arg(title.text.empty() ? tr("New record") : on_one_line(title.text)));
 }
 
 void MainWindow::show_counts() {
   QELTextbox& control = editor_->edited_box().control();
   const bool selects = control.get_SelLength() > 0;
-  const QString text =
-      QString::fromStdU16String(selects ? control.get_SelText() : editor_->body().control().get_Text());
+  const QString text = QString::fromStdU16String(selects ? control.get_SelText()
+                                                         : editor_->body().control().get_Text());
   const QString words = counted(count_words(text), tr("1 word"), tr("%1 words"));
   const QString characters =
       counted(count_characters(text), tr("1 character"), tr("%1 characters"));

@@ -59,24 +59,27 @@ void MainWindow::add_actions() {
 void MainWindow::add_record_actions(QMenu& menu) {
   QAction& create = add_action(menu, "new", tr("&New"), [this] { new_record(); });
   create.setShortcut(QKeySequence::New);
-  create.setToolTip(tr("New record (%1)")
-                        .arg(create.shortcut().toString(QKeySequence::NativeText)));
+  create.setToolTip(
+      tr("New record (%1)").arg(create.shortcut().toString(QKeySequence::NativeText)));
   side_->put_new_action(create);
-  add_action(menu, "open", tr("&Open File..."), [this] { open_file(true); })
-      .setShortcut(QKeySequence::Open);
-  add_action(menu, "open_new", tr("Open File in New &Window..."), [this] { open_file(false); })
-      .setShortcut(Qt::CTRL | Qt::SHIFT | Qt::Key_O);
+  add_action(menu, "open", tr("&Open File..."), [this] {
+    open_file(true);
+  }).setShortcut(QKeySequence::Open);
+  add_action(menu, "open_new", tr("Open File in New &Window..."), [this] {
+    open_file(false);
+  }).setShortcut(Qt::CTRL | Qt::SHIFT | Qt::Key_O);
   QMenu& recent = *menu.addMenu(tr("Open &Recent"));
   connect(&recent, &QMenu::aboutToShow, this, [this, &recent] { fill_recent_files(recent); });
-  for (QAction* const action : {&this->action("open"), &this->action("open_new"),
-                                recent.menuAction()}) {
+  for (QAction* const action :
+       {&this->action("open"), &this->action("open_new"), recent.menuAction()}) {
     action->setEnabled(options_.open != nullptr);
   }
   menu.addSeparator();
   add_action(menu, "save", tr("&Save"), [this] { save(); }).setShortcut(QKeySequence::Save);
   add_action(menu, "revert", tr("Re&vert"), [this] { revert(); });
-  add_action(menu, "duplicate", tr("D&uplicate"), [this] { duplicate_selected(); })
-      .setShortcut(Qt::CTRL | Qt::SHIFT | Qt::Key_D);
+  add_action(menu, "duplicate", tr("D&uplicate"), [this] {
+    duplicate_selected();
+  }).setShortcut(Qt::CTRL | Qt::SHIFT | Qt::Key_D);
   add_trash_actions(menu);
   menu.addSeparator();
   add_file_actions(menu);
@@ -102,17 +105,20 @@ void MainWindow::add_trash_actions(QMenu& menu) {
 
 void MainWindow::add_file_actions(QMenu& menu) {
   add_action(menu, "import", tr("&Import..."), [this] { choose_imports(); });
-  add_action(menu, "export", tr("E&xport..."), [this] { export_selected(); })
-      .setShortcut(Qt::CTRL | Qt::Key_E);
+  add_action(menu, "export", tr("E&xport..."), [this] {
+    export_selected();
+  }).setShortcut(Qt::CTRL | Qt::Key_E);
   add_action(menu, "print", tr("&Print..."), [this] { print(); }).setShortcut(QKeySequence::Print);
   add_action(menu, "preview", tr("Print Previ&ew..."), [this] { preview(); });
   menu.addSeparator();
   add_action(menu, "recover", tr("Recover Unsaved Wor&k"), [this] { recover_other(); });
   menu.addSeparator();
-  add_action(menu, "close", tr("&Close Window"), [this] { close(); })
-      .setShortcut(Qt::CTRL | Qt::Key_W);
-  add_action(menu, "quit", tr("&Quit"), [] { QApplication::closeAllWindows(); })
-      .setShortcut(Qt::CTRL | Qt::Key_Q);
+  add_action(menu, "close", tr("&Close Window"), [this] {
+    close();
+  }).setShortcut(Qt::CTRL | Qt::Key_W);
+  add_action(menu, "quit", tr("&Quit"), [] {
+    QApplication::closeAllWindows();
+  }).setShortcut(Qt::CTRL | Qt::Key_Q);
 }
 
 void MainWindow::add_edit_actions(QMenu& menu) {
@@ -124,12 +130,15 @@ void MainWindow::add_edit_actions(QMenu& menu) {
   menu.addSeparator();
   qt::FindBar& bar = editor_->find_bar();
   add_action(menu, "find", tr("&Find..."), [&bar] { bar.open(); }).setShortcut(QKeySequence::Find);
-  add_action(menu, "replace", tr("R&eplace..."), [&bar] { bar.open_replace(); })
-      .setShortcut(Qt::CTRL | Qt::Key_H);
-  add_action(menu, "find_next", tr("Find &Next"), [&bar] { bar.find_next(); })
-      .setShortcut(Qt::Key_F3);
-  add_action(menu, "find_previous", tr("Find Pre&vious"), [&bar] { bar.find_previous(); })
-      .setShortcut(Qt::SHIFT | Qt::Key_F3);
+  add_action(menu, "replace", tr("R&eplace..."), [&bar] {
+    bar.open_replace();
+  }).setShortcut(Qt::CTRL | Qt::Key_H);
+  add_action(menu, "find_next", tr("Find &Next"), [&bar] {
+    bar.find_next();
+  }).setShortcut(Qt::Key_F3);
+  add_action(menu, "find_previous", tr("Find Pre&vious"), [&bar] {
+    bar.find_previous();
+  }).setShortcut(Qt::SHIFT | Qt::Key_F3);
   menu.addSeparator();
   add_action(menu, "search", tr("&Search Records"), [this] {
     side_->start_search();
@@ -170,9 +179,8 @@ void MainWindow::add_view_actions(QMenu& menu) {
   find.setCheckable(true);
   connect(&menu, &QMenu::aboutToShow, this,
           [this, &find] { find.setChecked(editor_->find_bar().isVisible()); });
-  QAction& codes = add_action(menu, "reveal", tr("Reveal &Codes"), [this] {
-    form_->put_RevealCodes(action("reveal").isChecked());
-  });
+  QAction& codes = add_action(menu, "reveal", tr("Reveal &Codes"),
+                              [this] { form_->put_RevealCodes(action("reveal").isChecked()); });
   codes.setCheckable(true);
   codes.setShortcut(Qt::Key_F9);
   menu.addSeparator();
@@ -182,9 +190,8 @@ void MainWindow::add_view_actions(QMenu& menu) {
   add_action(menu, "all_records", tr("&All Records"), [this] { side_->show_trash(false); });
   add_action(menu, "trash", tr("&Trash"), [this] { side_->show_trash(true); });
   menu.addSeparator();
-  add_action(menu, "editor", tr("&Large Editor\tShift+F2"), [this] {
-    editor_->edited_box().InvokeLargeEditor();
-  });
+  add_action(menu, "editor", tr("&Large Editor\tShift+F2"),
+             [this] { editor_->edited_box().InvokeLargeEditor(); });
 }
 
 void MainWindow::add_zoom_actions(QMenu& menu) {

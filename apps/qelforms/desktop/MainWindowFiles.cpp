@@ -108,8 +108,7 @@ void MainWindow::choose_imports() {
   QStringList endings;
   for (const std::string& ending : import_endings()) endings.append(QString::fromStdString(ending));
   import_from(QFileDialog::getOpenFileNames(
-      this, tr("Import"), {},
-      tr("Texts (%1);;All files (*)").arg(pattern_of(endings))));
+      this, tr("Import"), {}, tr("Texts (%1);;All files (*)").arg(pattern_of(endings))));
 }
 
 void MainWindow::import_from(const QStringList& paths) {
@@ -129,11 +128,10 @@ void MainWindow::import_from(const QStringList& paths) {
   show_state();
   if (result.errors.isEmpty()) return;
   constexpr qsizetype most_shown = 5;
-  QMessageBox box(QMessageBox::Warning, tr("Import"),
-                  tr("%1 of %2 files could not be imported.")
-                      .arg(result.errors.size())
-                      .arg(files.size()),
-                  QMessageBox::Ok, this);
+  QMessageBox box(
+      QMessageBox::Warning, tr("Import"),
+      tr("%1 of %2 files could not be imported.").arg(result.errors.size()).arg(files.size()),
+      QMessageBox::Ok, this);
   box.setInformativeText(result.errors.mid(0, most_shown).join(QChar(u'\n')));
   if (result.errors.size() > most_shown) {
     box.setDetailedText(result.errors.join(QChar(u'\n')));
@@ -185,8 +183,8 @@ void MainWindow::export_selected() {
   if (ids.empty()) return tell(tr("No record is selected."));
   QStringList filters;
   for (const ExportFormatName& format : export_formats()) {
-    filters.append(QStringLiteral("%1 (*.%2)")
-                       .arg(caption_of(format.format), QLatin1String(format.ending)));
+    filters.append(
+        QStringLiteral("%1 (*.%2)").arg(caption_of(format.format), QLatin1String(format.ending)));
   }
   QFileDialog dialog(this, tr("Export %1").arg(name_of(ids)));
   dialog.setAcceptMode(QFileDialog::AcceptSave);
@@ -217,8 +215,7 @@ bool MainWindow::export_to(const QString& path) {
     command::OutputFile file(path.toStdString());
     file.write(document);
     file.finish();
-    editor_->notice().tell(
-        tr("Wrote %1 to %2.").arg(records_counted(records.size()), path));
+    editor_->notice().tell(tr("Wrote %1 to %2.").arg(records_counted(records.size()), path));
   });
 }
 

@@ -61,7 +61,7 @@ void MainWindow::show_record(std::int64_t id) {
   new_tags_.clear();
   editor_->tags().put_tags(tags);
   if (!retries_.is_waiting()) tell({});
-  count_timer_.start();
+  show_counts();
   show_state();
 }
 
@@ -70,6 +70,13 @@ void MainWindow::follow_selection() {
   const std::vector<std::int64_t> selected = list().selected();
   if (selected.size() != 1 || selected.front() == form_->record().id) return;
   open_record(selected.front(), false);
+}
+
+/// Goes to the first of the records that are listed now, unless that would interrupt the user.
+void MainWindow::show_what_is_listed() {
+  const std::int64_t shown = form_->record().id;
+  if (shown == 0 || form_->is_changed() || list().records().row_of(shown) >= 0) return;
+  if (list().first() != 0) open_record(list().first(), false);
 }
 
 void MainWindow::put_tags() {

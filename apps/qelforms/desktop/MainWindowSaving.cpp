@@ -18,6 +18,7 @@
 namespace qel::forms {
 namespace {
 
+constexpr auto count_delay = std::chrono::milliseconds(150);
 constexpr auto draft_delay = std::chrono::milliseconds(1000);
 constexpr auto draft_retry = std::chrono::seconds(30);
 
@@ -27,7 +28,7 @@ constexpr auto draft_retry = std::chrono::seconds(30);
 
 void MainWindow::note_change() {
   if (!draft_timer_.isActive()) draft_timer_.start(draft_delay);
-  count_timer_.start();
+  count_timer_.start(count_delay);
   if (!retries_.is_waiting()) statusBar()->clearMessage();
   show_state();
 }
@@ -87,6 +88,7 @@ void MainWindow::after_save() {
   list_records();
   list().select(form_->record().id);
   tell(tr("The record is saved."));
+  show_counts();
   show_state();
 }
 

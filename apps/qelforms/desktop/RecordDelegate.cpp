@@ -106,21 +106,18 @@ void RecordDelegate::paint(QPainter* painter, const QStyleOptionViewItem& option
   place.translate(0, place.height() + line_gap);
   place.setHeight(QFontMetrics(small).height());
   const int width = draw(
-      *painter, place,
-      {index.data(RecordModel::date_role).toString(), small, colors.text}, false);
+      *painter, place, {index.data(RecordModel::date_role).toString(), small, colors.text}, false);
   place = QStyle::visualRect(option.direction, place, place.adjusted(width + date_gap, 0, 0, 0));
-  draw(*painter, place,
-       {index.data(RecordModel::context_role).toString(), small, colors.quiet}, true);
+  draw(*painter, place, {index.data(RecordModel::context_role).toString(), small, colors.quiet},
+       true);
   painter->restore();
 }
 
 /// Returns how wide the text is.
 int RecordDelegate::draw(QPainter& painter, QRect place, const Line& line, bool is_marked) const {
-  const QString text =
-      QFontMetrics(line.font).elidedText(line.text, Qt::ElideRight, place.width());
+  const QString text = QFontMetrics(line.font).elidedText(line.text, Qt::ElideRight, place.width());
   QTextLayout layout(text, line.font);
-  QTextOption option(painter.layoutDirection() == Qt::RightToLeft ? Qt::AlignRight
-                                                                  : Qt::AlignLeft);
+  QTextOption option(painter.layoutDirection() == Qt::RightToLeft ? Qt::AlignRight : Qt::AlignLeft);
   option.setWrapMode(QTextOption::NoWrap);
   layout.setTextOption(option);
   QList<QTextLayout::FormatRange> marks;

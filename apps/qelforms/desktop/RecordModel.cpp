@@ -37,7 +37,8 @@ QVariant RecordModel::data(const QModelIndex& index, int role) const {
       return title.isEmpty() ? tr("Empty record") : title;
     }
     case Qt::ToolTipRole:
-      return tr("Created %1\nChanged %2").arg(long_date(heading.created), long_date(heading.changed));
+      return tr("Created %1\nChanged %2")
+          .arg(long_date(heading.created), long_date(heading.changed));
     case Qt::AccessibleDescriptionRole:
       return date_of(heading) + QStringLiteral(", ") + context_of(heading);
     case id_role:

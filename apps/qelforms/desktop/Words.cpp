@@ -80,7 +80,8 @@ int count_words(const QString& text) {
 int count_characters(const QString& text) {
   int characters = 0;
   for (const QChar c : text) {
-    const bool counts = c != QChar(u'\r') && c != QChar(u'\n') && !c.isLowSurrogate() && !c.isMark();
+    const bool counts =
+        c != QChar(u'\r') && c != QChar(u'\n') && !c.isLowSurrogate() && !c.isMark();
     characters += counts ? 1 : 0;
   }
   return characters;
