@@ -47,6 +47,7 @@ EditorSide::EditorSide(QWidget* parent)
             body_->setFocus();
           });
   format_bar_->setContentsMargins(side_margin - gap, 0, side_margin - gap, 0);
+  find_bar_->setContentsMargins(side_margin - gap, 0, gap, 0);
   auto* const head = new QVBoxLayout;
   head->setContentsMargins(side_margin, top_margin, side_margin, 0);
   head->setSpacing(gap);

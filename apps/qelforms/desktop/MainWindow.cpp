@@ -321,6 +321,9 @@ bool MainWindow::attempt(const QString& name, const std::function<void()>& work)
 void MainWindow::report(const std::exception& error) {
   const auto* const own = dynamic_cast<const Error*>(&error);
   if (own != nullptr && own->number() == disk_full) return note_full_disk();
+  if (is_lock(error)) {
+    return editor_->notice().tell(tr("Another program is writing to the records. Try again."));
+  }
   const std::string message = own == nullptr ? error.what() : own->description();
   QMessageBox::warning(this, tr("Records"), QString::fromStdString(message));
 }

@@ -77,7 +77,9 @@ void MainWindow::open_path(const QString& path, bool instead) {
   if (!options_.open || (instead && !settle())) return;
   keep_look();
   options_.open(path);
-  if (instead) close();
+  if (!instead) return;
+  if (form_->is_changed()) form_->new_record();  // the user has given that up
+  close();
 }
 
 void MainWindow::fill_recent_files(QMenu& menu) {

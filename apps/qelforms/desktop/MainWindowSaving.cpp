@@ -65,7 +65,7 @@ void MainWindow::keep_spare_draft() {
 
 bool MainWindow::save() {
   const bool is_done = attempt(QStringLiteral("save"), [this] { save_now(); });
-  if (form_->is_changed()) keep_spare_draft();
+  if (!is_done && form_->is_changed()) keep_spare_draft();
   return is_done && !form_->is_changed();
 }
 
@@ -183,11 +183,9 @@ void MainWindow::save_over(const Record& theirs) {
   mine.revision = theirs.revision;
   mine.title = form_->title();
   mine.body = form_->body();
-  store_.together([&] {
-    store_.keep_draft(mine);
-    form_->recover(mine);
-    form_->save();
-  });
+  store_.keep_draft(mine);
+  form_->recover(mine);
+  form_->save();
   after_save();
 }
 
