@@ -46,7 +46,9 @@ EditorSide::EditorSide(QWidget* parent)
             *key = 0;
             body_->setFocus();
           });
-  format_bar_->setContentsMargins(side_margin - gap, 0, side_margin - gap, 0);
+  auto* const bar = new QVBoxLayout;
+  bar->setContentsMargins(side_margin - gap, gap / 2, side_margin - gap, 0);
+  bar->addWidget(format_bar_);
   find_bar_->setContentsMargins(side_margin - gap, 0, gap, 0);
   auto* const head = new QVBoxLayout;
   head->setContentsMargins(side_margin, top_margin, side_margin, 0);
@@ -56,7 +58,7 @@ EditorSide::EditorSide(QWidget* parent)
   auto* const layout = new QVBoxLayout(this);
   layout->setContentsMargins(0, 0, 0, 0);
   layout->setSpacing(0);
-  layout->addWidget(format_bar_);
+  layout->addLayout(bar);
   layout->addLayout(head);
   layout->addWidget(body_, 1);
   layout->addWidget(find_bar_);
