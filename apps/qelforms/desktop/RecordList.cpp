@@ -70,7 +70,7 @@ void RecordList::select(const std::vector<std::int64_t>& ids) {
   QItemSelection selection;
   QModelIndex first;
   for (int row = 0; !wanted.empty() && row < model_->rowCount(); ++row) {
-    if (wanted.count(model_->id(row)) == 0) continue;
+    if (!wanted.contains(model_->id(row))) continue;
     const QModelIndex index = model_->index(row);
     if (!first.isValid()) first = index;
     selection.select(index, index);

@@ -121,11 +121,8 @@ void TagLine::show_chips() {
     chip->show();
     chips_.push_back(chip);
   }
-  QWidget* before = field_;
-  for (auto chip = chips_.rbegin(); chip != chips_.rend(); ++chip) {
-    setTabOrder(*chip, before);
-    before = *chip;
-  }
+  for (std::size_t i = 1; i < chips_.size(); ++i) setTabOrder(chips_[i - 1], chips_[i]);
+  if (!chips_.empty()) setTabOrder(chips_.back(), field_);
   updateGeometry();
   place(width(), true);
 }
