@@ -2,7 +2,10 @@
 #include <gtest/gtest.h>
 #include <qelcom.h>
 
+#include <fstream>
 #include <functional>
+#include <iterator>
+#include <sstream>
 #include <vector>
 
 #include "com/Component.h"
@@ -18,6 +21,55 @@ void each_function(ITypeInfo& info, Visit visit) {
     if (function->memid < 0x60000000) visit(*function);
     info.ReleaseFuncDesc(function);
   }
+}
+
+/// Calls `visit(value)` for each value of an enumeration.
+template <class Visit>
+void each_value(ITypeInfo& info, Visit visit) {
+  VARDESC* value = nullptr;
+  for (UINT i = 0; SUCCEEDED(info.GetVarDesc(i, &value)); ++i) {
+    visit(*value);
+    info.ReleaseVarDesc(value);
+  }
+}
+
+std::string narrow(const std::wstring& text) { return {text.begin(), text.end()}; }
+
+/// The type of a value as compiled hosts pass it, in the system's numbers: an enumeration is a
+/// long, an object a pointer.
+VARTYPE passed_type(ITypeInfo& info, const TYPEDESC& type) {
+  if (type.vt == VT_PTR) return static_cast<VARTYPE>(VT_BYREF | passed_type(info, *type.lptdesc));
+  if (type.vt != VT_USERDEFINED) return type.vt;
+  Pointer<ITypeInfo> named;
+  TYPEATTR* attributes = nullptr;
+  info.GetRefTypeInfo(type.hreftype, named.put());
+  named->GetTypeAttr(&attributes);
+  const VARTYPE passed = attributes->typekind == TKIND_ENUM    ? VARTYPE{VT_I4}
+                         : attributes->typekind == TKIND_ALIAS ? attributes->tdescAlias.vt
+                                                               : VARTYPE{VT_DISPATCH};
+  named->ReleaseTypeAttr(attributes);
+  return passed;
+}
+
+/// All that compiled hosts rely on, in the library's order: the ids, the numbers of members, how
+/// they are called and the types of their arguments, the values of enumerations.
+std::string listing(ITypeLib& library) {
+  std::ostringstream lines;
+  each_type(library, [&](ITypeInfo& info, const TYPEATTR& attributes) {
+    lines << narrow(name_of(info)) << std::hex << ' ' << attributes.guid.Data1 << std::dec << '\n';
+    each_function(info, [&](const FUNCDESC& function) {
+      lines << "  " << function.memid << ' ' << narrow(name_of(info, function.memid)) << ' '
+            << function.invkind << ':' << passed_type(info, function.elemdescFunc.tdesc);
+      for (SHORT i = 0; i < function.cParams; ++i) {
+        lines << ' ' << passed_type(info, function.lprgelemdescParam[i].tdesc);
+      }
+      lines << '\n';
+    });
+    each_value(info, [&](const VARDESC& value) {
+      lines << "  " << value.lpvarValue->lVal << ' ' << narrow(name_of(info, value.memid)) << '\n';
+    });
+  });
+  return lines.str();
 }
 
 class InterfacesTest : public testing::Test {
@@ -53,6 +105,14 @@ class InterfacesTest : public testing::Test {
 
   Component component_;
 };
+
+TEST_F(InterfacesTest, KeepsNamesNumbersAndOrder) {
+  std::ifstream file(QEL_TEST_DIR "/com/type_library.txt");
+  const std::string kept((std::istreambuf_iterator<char>(file)), {});
+  const std::string now = listing(*component_.type_library());
+  if (kept != now) std::ofstream("type_library.txt", std::ios::binary) << now;
+  EXPECT_EQ(kept, now) << "type_library.txt beside the test has what is there now";
+}
 
 TEST_F(InterfacesTest, ReadsEveryProperty) {
   each_object([](const std::wstring& name, IDispatch& object) {
