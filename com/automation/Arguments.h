@@ -2,6 +2,7 @@
 
 #include <concepts>
 #include <cstdint>
+#include <cstring>
 #include <memory>
 #include <optional>
 #include <string>
@@ -124,6 +125,13 @@ inline void put_result(OLE_HANDLE* result, OLE_HANDLE value) { *result = value; 
 template <class Enumeration, class Value>
 requires std::is_enum_v<Enumeration> && std::is_enum_v<Value>
 void put_result(Enumeration* result, Value value) { *result = static_cast<Enumeration>(value); }
+/// An enumeration of the type library is a long to hosts, and may hold any.
+template <class Enumeration>
+requires std::is_enum_v<Enumeration>
+void put_result(Enumeration* result, std::int32_t value) {
+  static_assert(sizeof value == sizeof *result);
+  std::memcpy(result, &value, sizeof value);
+}
 inline void put_result(FLOAT* result, float value) { *result = value; }
 inline void put_result(VARIANT* result, const Variant& value) {
   *result = value_of(value).detach();

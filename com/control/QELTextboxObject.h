@@ -35,10 +35,10 @@ class QELTextboxObject final : public Members<QELTextbox, IQELTextbox> {
   }
   STDMETHODIMP get_TextRTF(BSTR* Result) override { return answer(Result, &Textbox::get_TextRTF); }
   STDMETHODIMP put_TextRTF(BSTR Value) override { return call(&Textbox::put_TextRTF, Value); }
-  STDMETHODIMP get_SelAlignment(LONG* Result) override {
+  STDMETHODIMP get_SelAlignment(::TextAlignment* Result) override {
     return answer(Result, &Textbox::get_SelAlignment);
   }
-  STDMETHODIMP put_SelAlignment(LONG Value) override {
+  STDMETHODIMP put_SelAlignment(::TextAlignment Value) override {
     return call(&Textbox::put_SelAlignment, Value);
   }
   STDMETHODIMP InvokeLargeEditor() override { return call(&Textbox::InvokeLargeEditor); }
@@ -199,16 +199,16 @@ class QELTextboxObject final : public Members<QELTextbox, IQELTextbox> {
   STDMETHODIMP put_Multiline(VARIANT_BOOL Value) override {
     return call(&Textbox::put_Multiline, Value);
   }
-  STDMETHODIMP get_OLEDragMode(LONG* Result) override {
+  STDMETHODIMP get_OLEDragMode(OLEDragModeKind* Result) override {
     return answer(Result, &Textbox::get_OLEDragMode);
   }
-  STDMETHODIMP put_OLEDragMode(LONG Value) override {
+  STDMETHODIMP put_OLEDragMode(OLEDragModeKind Value) override {
     return call(&Textbox::put_OLEDragMode, Value);
   }
-  STDMETHODIMP get_OLEDropMode(LONG* Result) override {
+  STDMETHODIMP get_OLEDropMode(OLEDropModeKind* Result) override {
     return answer(Result, &Textbox::get_OLEDropMode);
   }
-  STDMETHODIMP put_OLEDropMode(LONG Value) override {
+  STDMETHODIMP put_OLEDropMode(OLEDropModeKind Value) override {
     return call(&Textbox::put_OLEDropMode, Value);
   }
   STDMETHODIMP get_BackColor(OLE_COLOR* Result) override {
@@ -223,10 +223,10 @@ class QELTextboxObject final : public Members<QELTextbox, IQELTextbox> {
   STDMETHODIMP put_ForeColor(OLE_COLOR Value) override {
     return call(&Textbox::put_ForeColor, Value);
   }
-  STDMETHODIMP get_BorderStyle(LONG* Result) override {
+  STDMETHODIMP get_BorderStyle(BorderStyleKind* Result) override {
     return answer(Result, &Textbox::get_BorderStyle);
   }
-  STDMETHODIMP put_BorderStyle(LONG Value) override {
+  STDMETHODIMP put_BorderStyle(BorderStyleKind Value) override {
     return call(&Textbox::put_BorderStyle, Value);
   }
   STDMETHODIMP get_FontName(BSTR* Result) override {
@@ -237,12 +237,18 @@ class QELTextboxObject final : public Members<QELTextbox, IQELTextbox> {
     return answer(Result, &Textbox::get_FontSize);
   }
   STDMETHODIMP put_FontSize(FLOAT Value) override { return call(&Textbox::put_FontSize, Value); }
-  STDMETHODIMP get_ScrollBars(LONG* Result) override {
+  STDMETHODIMP get_ScrollBars(ScrollBarsKind* Result) override {
     return answer(Result, &Textbox::get_ScrollBars);
   }
-  STDMETHODIMP put_ScrollBars(LONG Value) override { return call(&Textbox::put_ScrollBars, Value); }
-  STDMETHODIMP get_XPTheme(LONG* Result) override { return answer(Result, &Textbox::get_XPTheme); }
-  STDMETHODIMP put_XPTheme(LONG Value) override { return call(&Textbox::put_XPTheme, Value); }
+  STDMETHODIMP put_ScrollBars(ScrollBarsKind Value) override {
+    return call(&Textbox::put_ScrollBars, Value);
+  }
+  STDMETHODIMP get_XPTheme(XPThemeKind* Result) override {
+    return answer(Result, &Textbox::get_XPTheme);
+  }
+  STDMETHODIMP put_XPTheme(XPThemeKind Value) override {
+    return call(&Textbox::put_XPTheme, Value);
+  }
   STDMETHODIMP XPThemeColor(BSTR* Result) override {
     return answer(Result, &Textbox::XPThemeColor);
   }
@@ -324,7 +330,7 @@ class QELTextboxObject final : public Members<QELTextbox, IQELTextbox> {
   STDMETHODIMP ConvertSystemColor(OLE_COLOR Value, OLE_COLOR* Result) override {
     return answer(Result, &Textbox::ConvertSystemColor, Value);
   }
-  STDMETHODIMP IsQELCode(BSTR Text, LONG Flags, VARIANT_BOOL* Result) override {
+  STDMETHODIMP IsQELCode(BSTR Text, QELCodeKind Flags, VARIANT_BOOL* Result) override {
     return answer(Result, &Textbox::IsQELCode, Text, Flags);
   }
   STDMETHODIMP HexToChar(BSTR Text, BSTR* Result) override {

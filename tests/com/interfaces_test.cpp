@@ -114,6 +114,29 @@ TEST_F(InterfacesTest, KeepsNamesNumbersAndOrder) {
   EXPECT_EQ(kept, now) << "type_library.txt beside the test has what is there now";
 }
 
+std::wstring help_of(ITypeInfo& info, MEMBERID member = MEMBERID_NIL) {
+  BSTR help = nullptr;
+  info.GetDocumentation(member, nullptr, &help, nullptr, nullptr);
+  return taken(help);
+}
+
+TEST_F(InterfacesTest, ExplainsEverything) {
+  each_type(*component_.type_library(), [](ITypeInfo& info, const TYPEATTR&) {
+    const std::wstring name = name_of(info);
+    EXPECT_NE(help_of(info), L"") << name;
+    each_function(info, [&](const FUNCDESC& function) {
+      EXPECT_NE(help_of(info, function.memid), L"")
+          << name << L"." << name_of(info, function.memid);
+    });
+    each_value(info, [&](const VARDESC& value) {
+      EXPECT_NE(help_of(info, value.memid), L"") << name << L"." << name_of(info, value.memid);
+      if (name_of(info, value.memid) == L"dpManual") {
+        EXPECT_EQ(help_of(info, value.memid), L"The host handles drops in its events");
+      }
+    });
+  });
+}
+
 TEST_F(InterfacesTest, ReadsEveryProperty) {
   each_object([](const std::wstring& name, IDispatch& object) {
     const auto info = info_of(object);
