@@ -209,7 +209,7 @@ HRESULT Registration::add() const noexcept {
   return FAILED(done) ? done : add_type_library();
 }
 
-HRESULT Registration::remove() const noexcept {
+HRESULT Registration::remove_classes() const {
   return reported([&] {
     const Key classes(root(), L"Software\\Classes");
     Removal removal(classes.get());
@@ -219,16 +219,32 @@ HRESULT Registration::remove() const noexcept {
       removal.take(name.versioned());
       removal.take(name.plain());
     }
+    removal.take_empty(L"CLSID");
+    removal.finish();
+  });
+}
+
+/// The system reads what it has to remove from the file that is registered. That file may have been
+/// moved: the library's own takes its place first.
+HRESULT Registration::remove_type_library() const {
+  const HRESULT added = add_type_library();
+  if (FAILED(added)) return added;
+  return reported([&] {
     WORD major = 0;
     WORD minor = 0;
     const GUID library = library_id(&major, &minor);
     const auto remove_library =
         scope_ == RegistrationScope::machine ? UnRegisterTypeLib : UnRegisterTypeLibForUser;
-    removal.take_empty(L"CLSID");
-    // It may not be there.
-    remove_library(library, major, minor, LOCALE_NEUTRAL, system_kind);
-    removal.finish();
+    if (FAILED(remove_library(library, major, minor, LOCALE_NEUTRAL, system_kind))) {
+      throw RegistryFailure{ERROR_ACCESS_DENIED};
+    }
   });
+}
+
+HRESULT Registration::remove() const noexcept {
+  const HRESULT classes = remove_classes();
+  const HRESULT library = remove_type_library();
+  return FAILED(classes) ? classes : library;
 }
 
 }  // namespace qel::com

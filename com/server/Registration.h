@@ -17,13 +17,16 @@ class Registration {
 
   /// Enters all classes and the type library. After a failure some entries may be there.
   HRESULT add() const noexcept;
-  /// Takes all of them out again, and nothing else. Does not mind what is not there.
+  /// Takes all of them out again, and nothing else, wherever the library was when they were made.
+  /// Does not mind what is not there.
   HRESULT remove() const noexcept;
 
  private:
   HKEY root() const;
   HRESULT add_classes() const;
   HRESULT add_type_library() const;
+  HRESULT remove_classes() const;
+  HRESULT remove_type_library() const;
 
   RegistrationScope scope_;
 };

@@ -4,7 +4,8 @@
 # Usage: scripts.sh WINE COMPONENT EXAMPLE
 set -uo pipefail
 
-wine=$1 component=Z:${2//\//\\} example=$3
+windows_path() { echo "Z:${1//\//\\}"; }
+wine=$1 component=$(windows_path "$2") example=$3 kept=$(mktemp -d)
 cd "$(dirname "${BASH_SOURCE[0]}")" || exit
 failed=0
 
@@ -21,14 +22,15 @@ expect() {
 }
 run() { expect "$1" "$2" "$wine" cscript //nologo "$1"; }
 
-# known ROOT: the keys and values of the component there, which is for all users or for this one.
-known() {
-  local file
-  file=$(mktemp)
-  "$wine" reg export "$1\\Software\\Classes" "Z:${file//\//\\}" /y >/dev/null 2>&1
-  iconv -f UTF-16LE -t UTF-8 "$file" | tr -d '\r' | awk '/^\[/ { own = /QEL\.|\{B18FA0/ } own'
+# classes ROOT: the keys and values of all components there, which is for all users or for this one.
+classes() {
+  local file=$kept/classes.reg
+  "$wine" reg export "$1\\Software\\Classes" "$(windows_path "$file")" /y >/dev/null 2>&1
+  iconv -f UTF-16LE -t UTF-8 "$file" | tr -d '\r'
   rm "$file"
 }
+# known ROOT: those of this component.
+known() { classes "$1" | awk '/^\[/ { own = /QEL\.|\{B18FA0/ } own'; }
 
 # has COUNT PATTERN: that so many lines of $registered say this.
 has() {
@@ -39,12 +41,11 @@ has() {
   failed=1
 }
 
-# expect_clean WHEN: that nothing of the component is registered.
+# expect_clean WHEN: that the registry is as it was before.
 expect_clean() {
-  local left
-  left=$(known HKLM && known HKCU)
-  [[ -z $left ]] && return
-  printf 'FAILED: after %s the registry has still\n%s\n' "$1" "$left"
+  diff "$kept/before" <(classes HKLM && classes HKCU) >"$kept/difference" && return
+  echo "FAILED: after $1 the registry differs"
+  cat "$kept/difference"
   failed=1
 }
 
@@ -52,8 +53,14 @@ register=("$wine" regsvr32 /s)
 for_user=(/n /i:user "$component")
 unregister() { "${register[@]}" /u "$component"; "${register[@]}" /u "${for_user[@]}"; }
 unregister
-trap unregister EXIT
-expect_clean 'the end'
+if [[ -n $(known HKLM && known HKCU) ]]; then
+  echo 'FAILED: the registry knows the component before'
+  failed=1
+fi
+echo 'WScript.Quit(0)' >"$kept/first.js"
+"$wine" cscript //nologo "$(windows_path "$kept/first.js")" # the system registers what scripts use
+(classes HKLM && classes HKCU) >"$kept/before"
+trap 'unregister; rm -rf "$kept"' EXIT
 
 expect registration '' "${register[@]}" "$component"
 expect 'registration once more' '' "${register[@]}" "$component"
@@ -82,6 +89,17 @@ registered=$(known HKLM)
 has 0 'QEL\.QELTextbox'
 expect 'its end' '' "${register[@]}" /u "${for_user[@]}"
 expect_clean 'registration for a user'
+
+# It may be registered at one place and removed at another.
+for scope in machine user; do
+  options=()
+  [[ $scope == machine ]] || options=(/n /i:user)
+  cp "$2" "$kept/first.dll"
+  expect "registration for a $scope" '' "${register[@]}" "${options[@]}" "$(windows_path "$kept/first.dll")"
+  mv "$kept/first.dll" "$kept/second.dll"
+  expect 'its end elsewhere' '' "${register[@]}" /u "${options[@]}" "$(windows_path "$kept/second.dll")"
+  expect_clean "it was moved, for a $scope"
+done
 if "${register[@]}" /n /i:everybody "$component"; then
   echo 'FAILED: registration for everybody'
   failed=1
