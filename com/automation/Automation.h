@@ -1,5 +1,6 @@
 #pragma once
 
+#include <objsafe.h>
 #include <ocidl.h>
 #include <olectl.h>
 #include <windows.h>
@@ -24,12 +25,13 @@ const IID& interface_id() {
 }
 
 /// The base of every object of the component: reference counts, calls by name through the type
-/// library, information about its class, and errors with descriptions. `Interface` is the dual
-/// interface, `More` are further ones.
+/// library, information about its class, errors with descriptions, and what it refuses to callers
+/// that its host does not trust. `Interface` is the dual interface, `More` are further ones.
 template <class Interface, class... More>
 class Automation : public Interface,
                    public ISupportErrorInfo,
                    public IProvideClassInfo2,
+                   public IObjectSafety,
                    public More... {
  public:
   explicit Automation(const CLSID& class_id) : class_id_(class_id) {}
@@ -89,6 +91,22 @@ class Automation : public Interface,
     return *id == GUID_NULL ? E_NOTIMPL : S_OK;
   }
 
+  // IObjectSafety
+  STDMETHODIMP GetInterfaceSafetyOptions(REFIID id, DWORD* supported, DWORD* enabled) override {
+    if (supported == nullptr || enabled == nullptr) return E_POINTER;
+    if (find(id) == nullptr) return E_NOINTERFACE;
+    *supported = all_safety;
+    *enabled = safety_;
+    return S_OK;
+  }
+  STDMETHODIMP SetInterfaceSafetyOptions(REFIID id, DWORD mask, DWORD enabled) override {
+    if (find(id) == nullptr) return E_NOINTERFACE;
+    if ((mask & ~all_safety) != 0) return E_FAIL;
+    safety_ = (safety_ & ~mask) | (enabled & mask);
+    on_trust(trusts_callers());
+    return S_OK;
+  }
+
  protected:
   virtual ~Automation() = default;
 
@@ -105,12 +123,26 @@ class Automation : public Interface,
     return guarded(__uuidof(Interface), std::forward<Action>(action));
   }
 
+  /// Raises where the host does not trust its scripts: a page that somebody else wrote must not
+  /// read the clipboard or act outside the object.
+  void require_trust() const {
+    if (!trusts_callers()) raise_not_trusted();
+  }
+  /// The host has said whether it trusts its scripts.
+  virtual void on_trust(bool /*trusts*/) {}
+
  private:
+  static constexpr DWORD all_safety =
+      INTERFACESAFE_FOR_UNTRUSTED_CALLER | INTERFACESAFE_FOR_UNTRUSTED_DATA;
+
+  bool trusts_callers() const { return (safety_ & INTERFACESAFE_FOR_UNTRUSTED_CALLER) == 0; }
+
   void* find(const IID& id) {
     if (id == IID_IUnknown || id == IID_IDispatch || id == __uuidof(Interface)) {
       return static_cast<Interface*>(this);
     }
     if (id == IID_ISupportErrorInfo) return static_cast<ISupportErrorInfo*>(this);
+    if (id == IID_IObjectSafety) return static_cast<IObjectSafety*>(this);
     if (id == IID_IProvideClassInfo || id == IID_IProvideClassInfo2) {
       return static_cast<IProvideClassInfo2*>(this);
     }
@@ -121,6 +153,7 @@ class Automation : public Interface,
 
   const ModuleUse module_use_;
   std::atomic<ULONG> references_ = 1;
+  DWORD safety_ = 0;
   const CLSID& class_id_;
 };
 

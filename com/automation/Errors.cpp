@@ -79,6 +79,10 @@ const Refusal* refusal_of(HRESULT result) noexcept {
   return place == refusals.end() ? nullptr : place;
 }
 
+void raise_not_trusted() {
+  throw Error(errors::permission_denied, "QEL", "the host does not trust its scripts with this");
+}
+
 HRESULT report_exception(const IID& interface_id) noexcept {
   try {
     return report_in_flight(interface_id);

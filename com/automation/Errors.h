@@ -15,6 +15,7 @@ HRESULT report_exception(const IID& interface_id) noexcept;
 namespace errors {
 constexpr unsigned overflow = 6;
 constexpr unsigned type_mismatch = 13;
+constexpr unsigned permission_denied = 70;
 constexpr unsigned no_such_member = 438;
 constexpr unsigned no_named_arguments = 446;
 constexpr unsigned no_such_argument = 448;
@@ -37,6 +38,9 @@ struct Refusal {
 
 /// The refusal behind the result of a call by name; null for other results.
 const Refusal* refusal_of(HRESULT result) noexcept;
+
+/// Raises the refusal of a member to callers that the host does not trust.
+[[noreturn]] void raise_not_trusted();
 
 /// Runs the action of a member of the component, and lets no exception out.
 template <class Action>

@@ -4,6 +4,8 @@
 
 #include <array>
 #include <functional>
+#include <tuple>
+#include <utility>
 
 #include "com/automation/Values.h"
 #include "com/control/Hold.h"
@@ -128,7 +130,9 @@ void EventSource::Click() { raise(DISPID_CLICK); }
 void EventSource::DblClick() { raise(DISPID_DBLCLICK); }
 
 void EventSource::KeyDown(std::int16_t& KeyCode, std::int16_t& Shift) {
+  const std::pair pressed(KeyCode, Shift);
   raise(DISPID_KEYDOWN, std::ref(KeyCode), std::ref(Shift));
+  if (!trusts_ && KeyCode != 0) std::tie(KeyCode, Shift) = pressed;
 }
 void EventSource::KeyPress(std::int16_t& KeyAscii) { raise(DISPID_KEYPRESS, std::ref(KeyAscii)); }
 void EventSource::KeyUp(std::int16_t& KeyCode, std::int16_t& Shift) {

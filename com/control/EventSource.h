@@ -28,6 +28,9 @@ class EventSource : public ControlEvents {
   /// has to thaw as often.
   void freeze(bool frozen) { frozen_ = frozen ? frozen_ + 1 : std::max(frozen_ - 1, 0); }
 
+  /// Whether a sink may turn a key into another one, which may be a shortcut for pasting.
+  void put_trust(bool trusts) { trusts_ = trusts; }
+
   /// Calls `on_change`, which notifies fields bound to the text, before the sinks.
   void Change() override;
   void Click() override;
@@ -56,6 +59,7 @@ class EventSource : public ControlEvents {
   std::function<void()> release_later_;
   std::function<void()> on_change_;
   int frozen_ = 0;
+  bool trusts_ = true;
 };
 
 }  // namespace qel::com

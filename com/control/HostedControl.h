@@ -36,6 +36,7 @@ class HostedControl final : public platform::ControlSite, private WindowClient {
   Value ambient(DISPID property) const;
   void on_ambient_change(DISPID property);
   void freeze_events(bool frozen) { events_.freeze(frozen); }
+  void put_trust(bool trusts) { events_.put_trust(trusts); }
 
   // What is kept.
   bool is_dirty() const { return is_dirty_; }

@@ -137,7 +137,9 @@ class QELTextboxObject final : public Members<QELTextbox, IQELTextbox> {
   STDMETHODIMP get_SelTextQEL(BSTR* Result) override {
     return answer(Result, &Textbox::get_SelTextQEL);
   }
-  STDMETHODIMP PasteClipboardContents() override { return call(&Textbox::PasteClipboardContents); }
+  STDMETHODIMP PasteClipboardContents() override {
+    return call_trusted(&Textbox::PasteClipboardContents);
+  }
   STDMETHODIMP TE_Change() override { return call(&Textbox::TE_Change); }
   STDMETHODIMP get_ActOnStyles(VARIANT_BOOL* Result) override {
     return answer(Result, &Textbox::get_ActOnStyles);
@@ -343,7 +345,7 @@ class QELTextboxObject final : public Members<QELTextbox, IQELTextbox> {
     return call(&Textbox::Size, Width, Height);
   }
   STDMETHODIMP Refresh() override { return call(&Textbox::Refresh); }
-  STDMETHODIMP OLEDrag() override { return call(&Textbox::OLEDrag); }
+  STDMETHODIMP OLEDrag() override { return call_trusted(&Textbox::OLEDrag); }
 
   STDMETHODIMP get_CurrentRichTextBox(IRichTextBox** Result) override {
     return answer(Result, &Textbox::CurrentRichTextBox);
@@ -390,6 +392,14 @@ class QELTextboxObject final : public Members<QELTextbox, IQELTextbox> {
  private:
   /// A handle has 32 significant bits in every kind of process.
   static OLE_HANDLE handle_of(std::uintptr_t handle) { return static_cast<OLE_HANDLE>(handle); }
+
+  void on_trust(bool trusts) override { control_.put_trust(trusts); }
+  HRESULT call_trusted(void (Textbox::*member)()) {
+    return guard([&] {
+      require_trust();
+      (object().*member)();
+    });
+  }
 
   /// A host may forbid changes to a property to which it has bound a field.
   template <class Member>

@@ -202,7 +202,10 @@ class QELTextObject final : public Adapter<QELText, IQELText> {
   }
   STDMETHODIMP put_FontSize(FLOAT Value) override { return call(&QELText::put_FontSize, Value); }
   STDMETHODIMP SetCanvas(IDispatch* Canvas) override {
-    return call([&] { object().SetCanvas(canvas_on(Canvas)); });
+    return call([&] {
+      if (Canvas != nullptr) this->require_trust();
+      object().SetCanvas(canvas_on(Canvas));
+    });
   }
   STDMETHODIMP get_WordWrap(VARIANT_BOOL* Result) override {
     return answer(Result, &QELText::get_WordWrap);

@@ -17,7 +17,10 @@ class TextAndFormattingObject final : public Adapter<TextAndFormatting, ITextAnd
     return S_OK;
   }
   STDMETHODIMP putref_Canvas(IDispatch* Value) override {
-    return call([&] { object().put_Canvas(canvas_on(Value)); });
+    return call([&] {
+      if (Value != nullptr) this->require_trust();
+      object().put_Canvas(canvas_on(Value));
+    });
   }
 
   STDMETHODIMP SetFonts(IQELIndexFonts* Fonts) override {

@@ -119,6 +119,16 @@ GUID library_id(WORD* major, WORD* minor) {
 
 std::wstring class_path(const CLSID& id) { return L"CLSID\\" + text_of(id); }
 
+// The system's numbers of what hosts look for in a class.
+constexpr const wchar_t* is_control_category = L"{40FC6ED4-2438-11CF-A3DB-080036F12502}";
+constexpr const wchar_t* safe_categories[] = {
+    L"{7DD95801-9882-11CF-9FA9-00AA006C42C4}",   // for scripting
+    L"{7DD95802-9882-11CF-9FA9-00AA006C42C4}"};  // for initialising
+
+void add_category(const Key& key, const std::wstring& category) {
+  key.key(L"Implemented Categories\\" + category);
+}
+
 void add_control(const Key& key) {
   key.key(L"Control");
   key.key(L"MiscStatus").put(L"0");
@@ -126,7 +136,7 @@ void add_control(const Key& key) {
   key.key(L"Verb\\0").put(L"&Edit,0,2");
   key.key(L"Verb\\" + std::to_wstring(Embedding::edit_verb)).put(L"&Large Editor...,0,2");
   key.key(L"ToolboxBitmap32").put(Module::path() + L", 101");
-  key.key(L"Implemented Categories\\{40FC6ED4-2438-11CF-A3DB-080036F12502}");
+  add_category(key, is_control_category);
 }
 
 void add_class(HKEY classes, const ClassEntry& entry, const std::wstring& library) {
@@ -145,6 +155,7 @@ void add_class(HKEY classes, const ClassEntry& entry, const std::wstring& librar
   key.key(L"TypeLib").put(library);
   key.key(L"Version").put(L"1.0");
   key.key(L"Programmable");
+  for (const auto* const category : safe_categories) add_category(key, category);
   if (entry.is_control) add_control(key);
 }
 

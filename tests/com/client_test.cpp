@@ -1,5 +1,6 @@
 // A host in C++: creates the objects from the loaded component and calls them by their interfaces.
 #include <gtest/gtest.h>
+#include <objsafe.h>
 #include <qelcom.h>
 
 #include <array>
@@ -184,6 +185,48 @@ TEST_F(ClientTest, TellsItsClass) {
   });
   EXPECT_EQ(classes, 12);
   EXPECT_TRUE(component.is_idle()) << "an object was left behind";
+}
+
+Pointer<IObjectSafety> safety_of(IUnknown& object) {
+  Pointer<IObjectSafety> safety;
+  object.QueryInterface(IID_IObjectSafety, reinterpret_cast<void**>(safety.put()));
+  return safety;
+}
+
+TEST_F(ClientTest, IsSafeForPagesOfOthers) {
+  const Component component;
+  constexpr DWORD caller = INTERFACESAFE_FOR_UNTRUSTED_CALLER;
+  constexpr DWORD data = INTERFACESAFE_FOR_UNTRUSTED_DATA;
+  const auto distrust = [&](const Pointer<IDispatch>& object) {
+    const auto safety = safety_of(*object);
+    ASSERT_TRUE(safety);
+    DWORD supported = 0;
+    DWORD enabled = 99;
+    EXPECT_EQ(safety->GetInterfaceSafetyOptions(IID_IDispatch, &supported, &enabled), S_OK);
+    EXPECT_EQ(supported, caller | data);
+    EXPECT_EQ(enabled, 0U);
+    EXPECT_EQ(safety->SetInterfaceSafetyOptions(IID_IDispatch, 0x80, 0x80), E_FAIL);
+    EXPECT_EQ(safety->SetInterfaceSafetyOptions(IID_IStorage, data, data), E_NOINTERFACE);
+    EXPECT_EQ(safety->SetInterfaceSafetyOptions(IID_IDispatch, caller | data, caller), S_OK);
+    safety->GetInterfaceSafetyOptions(IID_IDispatch, &supported, &enabled);
+    EXPECT_EQ(enabled, caller);
+  };
+  each_class(*component.type_library(), [&](const CLSID& id, const std::wstring&) {
+    distrust(component.create<IDispatch>(id));
+  });
+
+  const auto box = component.create<IDispatch>(__uuidof(QELTextbox));
+  const auto text = component.create<IDispatch>(__uuidof(QELText));
+  const auto layout = component.create<IDispatch>(__uuidof(TextAndFormatting));
+  for (const auto& object : {box, text, layout}) distrust(object);
+  constexpr auto refused = static_cast<HRESULT>(0x800A0046);
+  EXPECT_EQ(box.as<IQELTextbox>()->PasteClipboardContents(), refused);
+  EXPECT_EQ(box.as<IQELTextbox>()->OLEDrag(), refused);
+  EXPECT_EQ(text.as<IQELText>()->SetCanvas(box.get()), refused);
+  EXPECT_EQ(text.as<IQELText>()->SetCanvas(nullptr), S_OK);
+  EXPECT_EQ(layout.as<ITextAndFormatting>()->putref_Canvas(box.get()), refused);
+  safety_of(*text)->SetInterfaceSafetyOptions(IID_IDispatch, caller, 0);
+  EXPECT_EQ(text.as<IQELText>()->SetCanvas(box.get()), S_OK);
 }
 
 std::wstring text_of_segment(const VARIANT& item) {

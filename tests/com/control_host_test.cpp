@@ -1,6 +1,7 @@
 // The control in a window of the system's own container, driven by keys and by what hosts call.
 
 #include <gtest/gtest.h>
+#include <objsafe.h>
 
 #include "com/Host.h"
 
@@ -26,11 +27,16 @@ TEST_F(Control, ActsOnShortcutsAndTellsItsHost) {
   EXPECT_TRUE(IsChild(form.window(), reinterpret_cast<HWND>(static_cast<INT_PTR>(window))));
   std::vector<DISPID> events;
   bool cancels = false;
+  bool makes_italic = false;
   Called sink;
   sink.act = [&](DISPID event, DISPPARAMS& arguments, VARIANT*) {
     events.push_back(event);
     // Of two arguments the first one comes last.
     if (event == DISPID_KEYDOWN && cancels) *arguments.rgvarg[1].piVal = 0;
+    if (event == DISPID_KEYDOWN && makes_italic) {
+      *arguments.rgvarg[1].piVal = L'I';
+      *arguments.rgvarg[0].piVal = 2;
+    }
     if (event == DISPID_KEYPRESS && *arguments.rgvarg[0].piVal == L'a') {
       *arguments.rgvarg[0].piVal = L'z';
     }
@@ -52,6 +58,19 @@ TEST_F(Control, ActsOnShortcutsAndTellsItsHost) {
   press('I', {VK_CONTROL});
   type(L"b");
   EXPECT_EQ(form.markup(), L"/b1bz/b0") << "a host cancels keys";
+
+  cancels = false;
+  makes_italic = true;
+  form->put_SelStart(0);
+  form->put_SelLength(2);
+  press(VK_F9);
+  EXPECT_EQ(form.markup(), L"/b1/i1bz/b0/i0") << "a host makes another key of it";
+  Pointer<IObjectSafety> safety;
+  form->QueryInterface(IID_IObjectSafety, reinterpret_cast<void**>(safety.put()));
+  constexpr DWORD caller = INTERFACESAFE_FOR_UNTRUSTED_CALLER;
+  EXPECT_EQ(safety->SetInterfaceSafetyOptions(IID_IDispatch, caller, caller), S_OK);
+  press(VK_F9);
+  EXPECT_EQ(form.markup(), L"/b1/i1bz/b0/i0") << "a page that is not trusted does not";
 }
 
 TEST_F(Control, KeepsItsPropertiesInABag) {

@@ -68,6 +68,8 @@ registered=$(known HKLM)
 has 13 '^"ThreadingModel"="Apartment"$'
 has 13 'QEL\.[A-Za-z]+\\CurVer\]$'
 has 1 '\\\{B18FA04F-[-0-9A-F]+\}\\Control\]$'
+has 1 'Categories\\\{40FC6ED4-[-0-9A-F]+\}\]$'
+has 26 'Categories\\\{7DD9580[12]-[-0-9A-F]+\}\]$'
 has 1 '\\\{B18FA04F-[-0-9A-F]+\}\\MiscStatus\\1\]$'
 has 1 'Classes\\Type[Ll]ib\\\{B18FA000-[-0-9A-F]+\}\\1\.0\\0\\win(32|64)\]$'
 registered=$(known HKCU)
