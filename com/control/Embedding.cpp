@@ -2,13 +2,13 @@
 
 #include <qelcom.h>
 
-#include <cstring>
-#include <cwchar>
 #include <iterator>
 #include <vector>
 
 #include "com/automation/Errors.h"
 #include "com/automation/ListEnumerator.h"
+#include "com/control/CallerString.h"
+#include "com/control/Transfer.h"
 
 namespace qel::com {
 
@@ -47,8 +47,11 @@ HRESULT Embedding::InitFromData(IDataObject* /*data*/, BOOL /*creation*/, DWORD 
   return E_NOTIMPL;
 }
 
-HRESULT Embedding::GetClipboardData(DWORD /*reserved*/, IDataObject** /*data*/) {
-  return E_NOTIMPL;
+/// What the clipboard keeps must not change with the control.
+HRESULT Embedding::GetClipboardData(DWORD /*reserved*/, IDataObject** data) {
+  if (data == nullptr) return E_POINTER;
+  *data = nullptr;
+  return guarded(IID_IOleObject, [&] { *data = data_of(control_.textbox()).detach(); });
 }
 
 HRESULT Embedding::DoVerb(LONG verb, LPMSG /*message*/, IOleClientSite* /*site*/, LONG /*index*/,
@@ -85,13 +88,6 @@ constexpr OLEVERB own_verbs[] = {
     {OLEIVERB_PRIMARY, const_cast<LPOLESTR>(L"&Edit"), 0, OLEVERBATTRIB_ONCONTAINERMENU},
     {Embedding::edit_verb, const_cast<LPOLESTR>(L"&Large Editor..."), 0,
      OLEVERBATTRIB_ONCONTAINERMENU}};
-
-/// A string that the caller has to free.
-LPOLESTR for_caller(LPCOLESTR text) {
-  const std::size_t size = (std::wcslen(text) + 1) * sizeof(OLECHAR);
-  void* const copy = CoTaskMemAlloc(size);
-  return copy == nullptr ? nullptr : static_cast<LPOLESTR>(std::memcpy(copy, text, size));
-}
 
 OLEVERB verb_for_caller(const OLEVERB& verb) {
   OLEVERB given = verb;

@@ -103,6 +103,7 @@ void HostedControl::on_text_change() {
 void HostedControl::property_changed(std::u16string_view name) {
   is_dirty_ = true;
   if (name == u"Multiline") tell_keys_changed();
+  view_changed();
   if (connections_.notices().is_empty()) return;
   std::u16string wanted(name);
   auto* text = const_cast<LPOLESTR>(wide(wanted));
@@ -212,7 +213,15 @@ void HostedControl::view_sink(DWORD* aspects, DWORD* flags, IAdviseSink** sink) 
   if (sink != nullptr) *sink = Pointer<IAdviseSink>(view_sink_).detach();
 }
 
+Pointer<IDataAdviseHolder> HostedControl::data_sinks() {
+  if (!data_sinks_) CreateDataAdviseHolder(data_sinks_.put());
+  return data_sinks_;
+}
+
 void HostedControl::view_changed() {
+  if (const auto sinks = data_sinks_) {
+    sinks->SendOnDataChange(Pointer<IUnknown>(&whole_).as<IDataObject>().get(), 0, 0);
+  }
   if (!view_sink_ || (view_aspects_ & DVASPECT_CONTENT) == 0) return;
   const Pointer<IAdviseSink> sink = view_sink_;
   if ((view_flags_ & ADVF_ONLYONCE) != 0) view_sink_ = {};

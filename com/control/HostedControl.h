@@ -52,6 +52,8 @@ class HostedControl final : public platform::ControlSite, private WindowClient {
   void put_place(const RECT& place, const RECT& clip);
   void put_view_sink(DWORD aspects, DWORD flags, IAdviseSink* sink);
   void view_sink(DWORD* aspects, DWORD* flags, IAdviseSink** sink) const;
+  /// Those who are told of new data, made when it is first asked for; null when memory runs out.
+  Pointer<IDataAdviseHolder> data_sinks();
   /// Draws the control within `bounds`, which are in units of the context.
   void draw(HDC context, const RECT& bounds);
 
@@ -110,6 +112,7 @@ class HostedControl final : public platform::ControlSite, private WindowClient {
   Pointer<IOleInPlaceSite> place_;  // while the control is active in place
   // Windows of the host that offer their keys to the active control.
   std::vector<Pointer<IOleInPlaceUIWindow>> host_windows_;
+  Pointer<IDataAdviseHolder> data_sinks_;
   Pointer<IAdviseSink> view_sink_;
   DWORD view_aspects_ = 0;
   DWORD view_flags_ = 0;

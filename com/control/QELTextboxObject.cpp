@@ -8,7 +8,7 @@ void* QELTextboxObject::extra_interface(const IID& id) {
     void* part;
   };
   auto* const stream = static_cast<IPersistStreamInit*>(&stream_storage_);
-  auto* const view = static_cast<IViewObject2*>(&view_);
+  auto* const view = static_cast<IViewObjectEx*>(&view_);
   auto* const in_place = static_cast<IOleInPlaceObject*>(&in_place_);
   const Entry entries[] = {
       {IID_IOleObject, static_cast<IOleObject*>(&embedding_)},
@@ -18,8 +18,13 @@ void* QELTextboxObject::extra_interface(const IID& id) {
       {IID_IOleControl, static_cast<IOleControl*>(&steering_)},
       {IID_IViewObject, view},
       {IID_IViewObject2, view},
+      {IID_IViewObjectEx, view},
+      {IID_IDataObject, static_cast<IDataObject*>(&transfer_)},
+      {IID_IQuickActivate, static_cast<IQuickActivate*>(&quick_activation_)},
+      {IID_IPerPropertyBrowsing, static_cast<IPerPropertyBrowsing*>(&choices_)},
       {IID_IPersist, stream},
       {IID_IPersistStreamInit, stream},
+      {IID_IPersistStorage, static_cast<IPersistStorage*>(&document_storage_)},
       {IID_IPersistPropertyBag, static_cast<IPersistPropertyBag*>(&bag_storage_)},
       {IID_IConnectionPointContainer, static_cast<IConnectionPointContainer*>(&connections_)},
   };

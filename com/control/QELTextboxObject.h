@@ -5,10 +5,13 @@
 #include "com/automation/Adapter.h"
 #include "com/automation/HostObject.h"
 #include "com/control/Activation.h"
+#include "com/control/Choices.h"
 #include "com/control/ConnectionContainer.h"
 #include "com/control/Embedding.h"
 #include "com/control/HostedControl.h"
+#include "com/control/QuickActivation.h"
 #include "com/control/Storage.h"
+#include "com/control/Transfer.h"
 #include "com/control/View.h"
 #include "com/objects/QELIndexColorsObject.h"
 #include "com/objects/QELIndexFontsObject.h"
@@ -390,9 +393,6 @@ class QELTextboxObject final : public Members<QELTextbox, IQELTextbox> {
   QELTextbox& object() const override { return control_.textbox(); }
 
  private:
-  /// A handle has 32 significant bits in every kind of process.
-  static OLE_HANDLE handle_of(std::uintptr_t handle) { return static_cast<OLE_HANDLE>(handle); }
-
   void on_trust(bool trusts) override { control_.put_trust(trusts); }
   HRESULT call_trusted(void (Textbox::*member)()) {
     return guard([&] {
@@ -400,6 +400,9 @@ class QELTextboxObject final : public Members<QELTextbox, IQELTextbox> {
       (object().*member)();
     });
   }
+
+  /// A handle has 32 significant bits in every kind of process.
+  static OLE_HANDLE handle_of(std::uintptr_t handle) { return static_cast<OLE_HANDLE>(handle); }
 
   /// A host may forbid changes to a property to which it has bound a field.
   template <class Member>
@@ -414,7 +417,11 @@ class QELTextboxObject final : public Members<QELTextbox, IQELTextbox> {
   Active active_{*identity(), control_};
   Steering steering_{*identity(), control_};
   View view_{*identity(), control_};
+  QuickActivation quick_activation_{*identity(), control_, connections_, view_};
+  Choices choices_{*identity()};
+  Transfer transfer_{*identity(), control_};
   StreamStorage stream_storage_{*identity(), control_};
+  DocumentStorage document_storage_{*identity(), control_};
   BagStorage bag_storage_{*identity(), control_};
 };
 

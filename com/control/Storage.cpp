@@ -114,6 +114,22 @@ std::u16string text_of(const QELTextbox& textbox) {
   return bag.get_All();
 }
 
+void load(HostedControl& control, IStream& stream) {
+  control.textbox().ReadProperties(headless::PropertyBag(read_text(stream)));
+  control.put_dirty(false);
+}
+
+void save(HostedControl& control, IStream& stream) {
+  const std::u16string text = text_of(control.textbox());
+  const std::size_t size = text.size() * sizeof(char16_t);
+  const StreamHead head = {stream_mark, static_cast<std::uint32_t>(size)};
+  write(stream, &head, sizeof head);
+  write(stream, text.data(), size);
+}
+
+constexpr const wchar_t* stream_name = L"CONTENTS";
+constexpr DWORD exclusive = STGM_SHARE_EXCLUSIVE;
+
 }  // namespace
 
 HRESULT StreamStorage::GetClassID(CLSID* id) { return put_class_id(id); }
@@ -122,20 +138,13 @@ HRESULT StreamStorage::IsDirty() { return control_.is_dirty() ? S_OK : S_FALSE; 
 
 HRESULT StreamStorage::Load(LPSTREAM stream) {
   if (stream == nullptr) return E_POINTER;
-  return guarded(IID_IPersistStreamInit, [&] {
-    control_.textbox().ReadProperties(headless::PropertyBag(read_text(*stream)));
-    control_.put_dirty(false);
-  });
+  return guarded(IID_IPersistStreamInit, [&] { load(control_, *stream); });
 }
 
 HRESULT StreamStorage::Save(LPSTREAM stream, BOOL clear_dirty) {
   if (stream == nullptr) return E_POINTER;
   return guarded(IID_IPersistStreamInit, [&] {
-    const std::u16string text = text_of(control_.textbox());
-    const std::size_t size = text.size() * sizeof(char16_t);
-    const StreamHead head = {stream_mark, static_cast<std::uint32_t>(size)};
-    write(*stream, &head, sizeof head);
-    write(*stream, text.data(), size);
+    save(control_, *stream);
     if (clear_dirty != FALSE) control_.put_dirty(false);
   });
 }
@@ -148,6 +157,41 @@ HRESULT StreamStorage::GetSizeMax(ULARGE_INTEGER* size) {
 }
 
 HRESULT StreamStorage::InitNew() { return init_new(control_); }
+
+HRESULT DocumentStorage::GetClassID(CLSID* id) { return put_class_id(id); }
+
+HRESULT DocumentStorage::IsDirty() { return control_.is_dirty() ? S_OK : S_FALSE; }
+
+HRESULT DocumentStorage::InitNew(LPSTORAGE storage) {
+  return storage == nullptr ? E_POINTER : init_new(control_);
+}
+
+HRESULT DocumentStorage::Load(LPSTORAGE storage) {
+  if (storage == nullptr) return E_POINTER;
+  Pointer<IStream> stream;
+  const HRESULT opened =
+      storage->OpenStream(stream_name, nullptr, STGM_READ | exclusive, 0, stream.put());
+  if (FAILED(opened)) return opened;
+  return guarded(IID_IPersistStorage, [&] { load(control_, *stream); });
+}
+
+HRESULT DocumentStorage::Save(LPSTORAGE storage, BOOL is_own) {
+  if (storage == nullptr) return E_POINTER;
+  Pointer<IStream> stream;
+  const HRESULT made = storage->CreateStream(stream_name, STGM_CREATE | STGM_READWRITE | exclusive,
+                                             0, 0, stream.put());
+  if (FAILED(made)) return made;
+  saved_own_ = is_own != FALSE;
+  return guarded(IID_IPersistStorage, [&] { save(control_, *stream); });
+}
+
+HRESULT DocumentStorage::SaveCompleted(LPSTORAGE storage) {
+  if (storage != nullptr || saved_own_) control_.put_dirty(false);
+  saved_own_ = false;
+  return S_OK;
+}
+
+HRESULT DocumentStorage::HandsOffStorage() { return S_OK; }
 
 HRESULT BagStorage::GetClassID(CLSID* id) { return put_class_id(id); }
 

@@ -25,6 +25,26 @@ class StreamStorage final : public Part<IPersistStreamInit> {
   HostedControl& control_;
 };
 
+/// Keeps the control's properties in a stream named "CONTENTS" of a storage of the host, as
+/// `StreamStorage` writes it.
+class DocumentStorage final : public Part<IPersistStorage> {
+ public:
+  DocumentStorage(IUnknown& whole, HostedControl& control) : Part(whole), control_(control) {}
+
+  STDMETHODIMP GetClassID(CLSID* id) override;
+  STDMETHODIMP IsDirty() override;
+  STDMETHODIMP InitNew(LPSTORAGE storage) override;
+  STDMETHODIMP Load(LPSTORAGE storage) override;
+  STDMETHODIMP Save(LPSTORAGE storage, BOOL is_own) override;
+  /// The control is clean from now on where the storage is, or becomes, its own.
+  STDMETHODIMP SaveCompleted(LPSTORAGE storage) override;
+  STDMETHODIMP HandsOffStorage() override;
+
+ private:
+  HostedControl& control_;
+  bool saved_own_ = false;
+};
+
 /// Keeps the control's properties in a property bag of the host.
 class BagStorage final : public Part<IPersistPropertyBag> {
  public:

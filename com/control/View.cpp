@@ -43,4 +43,38 @@ HRESULT View::GetExtent(DWORD aspect, LONG /*index*/, DVTARGETDEVICE* /*device*/
   return S_OK;
 }
 
+HRESULT View::GetRect(DWORD aspect, LPRECTL place) {
+  if (place == nullptr) return E_POINTER;
+  if (aspect != DVASPECT_CONTENT && aspect != DVASPECT_OPAQUE) return DV_E_DVASPECT;
+  const SIZEL size = control_.natural_extent();
+  *place = {0, 0, size.cx, size.cy};
+  return S_OK;
+}
+
+HRESULT View::GetViewStatus(DWORD* status) {
+  if (status == nullptr) return E_POINTER;
+  *status = VIEWSTATUS_OPAQUE;
+  return S_OK;
+}
+
+HRESULT View::QueryHitPoint(DWORD aspect, LPCRECT bounds, POINT point, LONG tolerance, DWORD* hit) {
+  const RECT area = {point.x, point.y, point.x + 1, point.y + 1};
+  return QueryHitRect(aspect, bounds, &area, tolerance, hit);
+}
+
+HRESULT View::QueryHitRect(DWORD aspect, LPCRECT bounds, LPCRECT area, LONG /*tolerance*/,
+                           DWORD* hit) {
+  if (bounds == nullptr || area == nullptr || hit == nullptr) return E_POINTER;
+  if (aspect != DVASPECT_CONTENT) return DV_E_DVASPECT;
+  RECT common = {};
+  *hit = IntersectRect(&common, bounds, area) != FALSE ? HITRESULT_HIT : HITRESULT_OUTSIDE;
+  return S_OK;
+}
+
+/// The control has no size that it would rather have: it keeps the host's.
+HRESULT View::GetNaturalExtent(DWORD aspect, LONG index, DVTARGETDEVICE* device, HDC /*target*/,
+                               DVEXTENTINFO* /*info*/, LPSIZEL size) {
+  return GetExtent(aspect, index, device, size);
+}
+
 }  // namespace qel::com

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <ocidl.h>
 #include <ole2.h>
 
 #include "com/control/HostedControl.h"
@@ -7,8 +8,9 @@
 
 namespace qel::com {
 
-/// Draws the control wherever the host wants it: on paper, or while it is not active.
-class View final : public Part<IViewObject2> {
+/// Draws the control wherever the host wants it: on paper, or while it is not active. All of its
+/// rectangle is painted and can be hit.
+class View final : public Part<IViewObjectEx> {
  public:
   View(IUnknown& whole, HostedControl& control) : Part(whole), control_(control) {}
 
@@ -22,6 +24,14 @@ class View final : public Part<IViewObject2> {
   STDMETHODIMP SetAdvise(DWORD aspects, DWORD flags, IAdviseSink* sink) override;
   STDMETHODIMP GetAdvise(DWORD* aspects, DWORD* flags, IAdviseSink** sink) override;
   STDMETHODIMP GetExtent(DWORD aspect, LONG index, DVTARGETDEVICE* device, LPSIZEL size) override;
+  STDMETHODIMP GetRect(DWORD aspect, LPRECTL place) override;
+  STDMETHODIMP GetViewStatus(DWORD* status) override;
+  STDMETHODIMP QueryHitPoint(DWORD aspect, LPCRECT bounds, POINT point, LONG tolerance,
+                             DWORD* hit) override;
+  STDMETHODIMP QueryHitRect(DWORD aspect, LPCRECT bounds, LPCRECT area, LONG tolerance,
+                            DWORD* hit) override;
+  STDMETHODIMP GetNaturalExtent(DWORD aspect, LONG index, DVTARGETDEVICE* device, HDC target,
+                                DVEXTENTINFO* info, LPSIZEL size) override;
 
  private:
   HostedControl& control_;

@@ -1,0 +1,22 @@
+#pragma once
+
+#include <ocidl.h>
+
+#include "com/control/Part.h"
+
+namespace qel::com {
+
+/// What a grid of properties offers for those that are enumerations: "0 - No line", ...
+class Choices final : public Part<IPerPropertyBrowsing> {
+ public:
+  using Part::Part;
+
+  /// S_FALSE for a property that may have any value.
+  STDMETHODIMP GetDisplayString(DISPID property, BSTR* text) override;
+  STDMETHODIMP MapPropertyToPage(DISPID property, CLSID* page) override;
+  /// S_FALSE for a property that may have any value.
+  STDMETHODIMP GetPredefinedStrings(DISPID property, CALPOLESTR* texts, CADWORD* cookies) override;
+  STDMETHODIMP GetPredefinedValue(DISPID property, DWORD cookie, VARIANT* value) override;
+};
+
+}  // namespace qel::com
