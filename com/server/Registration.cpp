@@ -240,16 +240,16 @@ HRESULT Registration::remove_classes() const {
 HRESULT Registration::remove_type_library() const {
   const HRESULT added = add_type_library();
   if (FAILED(added)) return added;
-  return reported([&] {
+  const auto remove_library =
+      scope_ == RegistrationScope::machine ? UnRegisterTypeLib : UnRegisterTypeLibForUser;
+  HRESULT removed = S_OK;
+  const HRESULT done = reported([&] {
     WORD major = 0;
     WORD minor = 0;
     const GUID library = library_id(&major, &minor);
-    const auto remove_library =
-        scope_ == RegistrationScope::machine ? UnRegisterTypeLib : UnRegisterTypeLibForUser;
-    if (FAILED(remove_library(library, major, minor, LOCALE_NEUTRAL, system_kind))) {
-      throw RegistryFailure{ERROR_ACCESS_DENIED};
-    }
+    removed = remove_library(library, major, minor, LOCALE_NEUTRAL, system_kind);
   });
+  return FAILED(removed) ? SELFREG_E_TYPELIB : done;
 }
 
 HRESULT Registration::remove() const noexcept {

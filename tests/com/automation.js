@@ -114,12 +114,16 @@ var values = [
   ["list.GotoFirst(); list.DeleteCurrent() + list.Count() + list.ListIndex()", 7],
   ["list.Clear(); list.Count()", 0],
   ["layout.fmtTextWidth('WW') > layout.fmtTextWidth('ii') && layout.Canvas === null", true],
-  ["layout.GetLine('one two', 25, 0, 2)", "two"], ["layout.WriteParagraph('a', 0, 0, 9)", undefined, 91],
+  ["layout.GetLine('one two', 25, 0, 2) + text.LineCount('one two', 25, 0) + text.GetLine('one two', 25, 0, 1)",
+    "two2one"],
+  ["layout.WriteParagraph('a', 0, 0, 9)", undefined, 91],
   // The control, without a form
   ["box.TextQEL = 'a/b1b/b0'; box.Text + box + box.Fonts.Font(2)", "aba/b1b/b0Courier New"],
   ["box.SelStart = 1; box.SelLength = 1; box.SelBold + box.SelTextQEL", "trueb"],
   ["layout.Canvas = box; layout.Canvas === box && layout.fmtTextWidth('abc') > 0", true],
   ["text.SetCanvas(box); text.LineCount('one two', 10000, 0)", 1],
+  ["box.BorderStyle = 0; box.ScrollBars = '3'; box.BorderStyle + 10 * box.ScrollBars", 30],
+  ["box.XPTheme = 'pink'", undefined, 13],
   ["box.SelStart = 0; box.SelLength = 2; box.CurrentRichTextBox.SelBold", null],
   // The two ways
   ["ways(make('RTFParser'), 'it.RTFToQEL(it.QELToRTF(markup, fonts, colors), fonts, colors)', markup)", losslessly],
