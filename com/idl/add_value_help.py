@@ -1,5 +1,4 @@
-"""Adds the help strings of enumeration values to a type library, since the compiler of type
-libraries cannot write them.
+"""Adds the help strings of enumeration values to a type library, since widl does not write them.
 
 Usage: add_value_help.py SOURCE.idl LIBRARY.tlb    changes the library in place
 
