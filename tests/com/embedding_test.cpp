@@ -80,7 +80,7 @@ TEST_F(Embedded, IsDataForItsHost) {
   const auto text_of = [&](IDataObject& object) {
     FORMATETC format = {CF_UNICODETEXT, nullptr, DVASPECT_CONTENT, -1, TYMED_HGLOBAL};
     EXPECT_EQ(object.GetData(&format, &medium), S_OK);
-    const std::wstring text = static_cast<const wchar_t*>(GlobalLock(medium.hGlobal));
+    std::wstring text = static_cast<const wchar_t*>(GlobalLock(medium.hGlobal));
     GlobalUnlock(medium.hGlobal);
     ReleaseStgMedium(&medium);
     return text;
