@@ -62,6 +62,18 @@ class NoticeSink : public Uncounted<IPropertyNotifySink> {
   STDMETHODIMP OnRequestEdit(DISPID) override { return allows ? S_OK : S_FALSE; }
 };
 
+/// Told of what a host keeps of the control.
+class AdviseSink : public Uncounted<IAdviseSink> {
+ public:
+  std::string told;
+
+  STDMETHODIMP_(void) OnDataChange(FORMATETC*, STGMEDIUM*) override { told += "data "; }
+  STDMETHODIMP_(void) OnViewChange(DWORD, LONG) override { told += "view "; }
+  STDMETHODIMP_(void) OnRename(IMoniker*) override { told += "name "; }
+  STDMETHODIMP_(void) OnSave() override { told += "save "; }
+  STDMETHODIMP_(void) OnClose() override { told += "close "; }
+};
+
 /// Keeps values under names, as text.
 class Bag : public Uncounted<IPropertyBag> {
  public:

@@ -319,17 +319,6 @@ TEST_F(Hosting, DrawsItselfInAnyUnits) {
   DeleteDC(context);
 }
 
-class AdviseSink : public Uncounted<IAdviseSink> {
- public:
-  std::string told;
-
-  STDMETHODIMP_(void) OnDataChange(FORMATETC*, STGMEDIUM*) override { told += "data "; }
-  STDMETHODIMP_(void) OnViewChange(DWORD, LONG) override { told += "view "; }
-  STDMETHODIMP_(void) OnRename(IMoniker*) override { told += "name "; }
-  STDMETHODIMP_(void) OnSave() override { told += "save "; }
-  STDMETHODIMP_(void) OnClose() override { told += "close "; }
-};
-
 TEST_F(Hosting, TellsWhatItsHostKeepsOfIt) {
   const auto control = create();
   const auto object = control.as<IOleObject>();
