@@ -16,6 +16,7 @@ SEGMENT_DIRECTORY_ENTRY = 16
 DESCRIPTIONS, NAMES, STRINGS = 0, 7, 8
 ENUMERATION = 0
 SHORT_RECORD, HELP_FIELDS = 20, 8
+SHORTEST_STRING = 8
 NO_HELP_CONTEXT = 0
 HAS_HELP_LIBRARY = 0x100
 
@@ -50,6 +51,7 @@ class Library:
         """Returns its offset among the strings."""
         offset = self.segment(STRINGS)[1] + len(self.strings_added)
         entry = struct.pack("<H", len(text)) + text.encode("ascii")
+        entry = entry.ljust(SHORTEST_STRING, b"W")
         self.strings_added += entry + b"W" * (-len(entry) % 4)
         return offset
 
