@@ -4,6 +4,7 @@
 #include <QPainter>
 #include <QPalette>
 #include <QScrollBar>
+#include <QStyle>
 #include <QTextBlock>
 #include <QTextFrame>
 #include <QWheelEvent>
@@ -213,6 +214,7 @@ void BoxView::changeEvent(QEvent* event) {
   const bool is_theme =
       event->type() == QEvent::ApplicationPaletteChange || event->type() == QEvent::PaletteChange;
   if (is_theme && box_ != nullptr) show_colors();
+  if (event->type() == QEvent::LayoutDirectionChange && box_ != nullptr) show_selection();
 }
 
 /// Shows text that has a colour anew where colours are to look different now.
@@ -246,10 +248,14 @@ void BoxView::paintEvent(QPaintEvent* event) {
   QFont font = textCursor().charFormat().font();
   font.setPointSizeF(font.pointSizeF() * options_.zoom / whole);
   painter.setFont(font);
-  QRect place = viewport()->rect().adjusted(options_.margin, 0, -options_.margin, 0);
+  QRectF place = viewport()->rect().adjusted(options_.margin, 0, -options_.margin, 0);
   place.setTop(cursorRect().top());
-  const int wraps = box_ != nullptr && box_->appearance().multiline ? Qt::TextWordWrap : 0;
-  painter.drawText(place, Qt::AlignTop | Qt::AlignLeft | wraps, placeholder_);
+  QTextOption option(QStyle::visualAlignment(layoutDirection(), Qt::AlignLeft | Qt::AlignTop) |
+                     Qt::AlignAbsolute);
+  option.setTextDirection(placeholder_.isRightToLeft() ? Qt::RightToLeft : Qt::LeftToRight);
+  const bool has_lines = box_ != nullptr && box_->appearance().multiline;
+  option.setWrapMode(has_lines ? QTextOption::WordWrap : QTextOption::NoWrap);
+  painter.drawText(place, placeholder_, option);
 }
 
 }  // namespace qel::qt

@@ -171,6 +171,9 @@ void BoxView::show(const Change& change) {
   const bool loads = DocumentDisplay::loads(content, change);
   if (loads) document()->setLayoutEnabled(false);
   display_.show(content, change);
+  if (content.size() > 0) {
+    show_direction(QTextCursor(document()->begin()), Qt::LayoutDirectionAuto);
+  }
   put_caret_of_box();
   if (loads) document()->setLayoutEnabled(true);
   if (!box_->appearance().multiline) center_line();
@@ -179,6 +182,14 @@ void BoxView::show(const Change& change) {
 void BoxView::show_selection() {
   const Scoped showing(showing_, showing_ + 1);
   put_caret_of_box();
+}
+
+/// A paragraph goes in the direction of its text, if there is any.
+void BoxView::show_direction(QTextCursor cursor, Qt::LayoutDirection direction) {
+  if (cursor.blockFormat().layoutDirection() == direction) return;
+  QTextBlockFormat format;
+  format.setLayoutDirection(direction);
+  cursor.mergeBlockFormat(format);
 }
 
 void BoxView::put_caret_of_box() {
@@ -195,9 +206,10 @@ void BoxView::put_caret_of_box() {
   }
   if (cursor.hasSelection()) return;
   const QTextCharFormat typing = to_qt(box_->typing_format(), display_.scheme());
-  // An empty line is as high as the text to be typed there.
-  if (box_->text().empty() && cursor.blockCharFormat() != typing) {
-    cursor.setBlockCharFormat(typing);
+  // An empty line is as high as the text to be typed there, and begins where the window's do.
+  if (box_->text().empty()) {
+    if (cursor.blockCharFormat() != typing) cursor.setBlockCharFormat(typing);
+    show_direction(cursor, isRightToLeft() ? Qt::RightToLeft : Qt::LayoutDirectionAuto);
   }
   if (cursor.charFormat() != typing) setCurrentCharFormat(typing);
 }

@@ -119,6 +119,7 @@ class BoxView : public QTextEdit, public box::View {
   BoxView(box::Box& box, QWidget* owner);
 
   void put_caret_of_box();
+  static void show_direction(QTextCursor cursor, Qt::LayoutDirection direction);
   void show_zoom();
   void show_space();
   void center_line();

@@ -33,25 +33,65 @@ char16_t storable(char16_t unit) {
                                                         : unit;
 }
 
-QString storable_text(std::u16string_view text) {
+QString storable_text(std::u16string_view text, bool is_symbols) {
   QString stored = to_qt(text);
+  if (is_symbols) {
+    for (QChar& unit : stored) unit = shown_symbol(unit.unicode());
+  }
   std::size_t at = find_any<paragraph_separator, begin_of_frame, end_of_frame>(text, 0);
   for (; at < text.size(); ++at) stored[static_cast<qsizetype>(at)] = storable(text[at]);
   return stored;
 }
 
-/// The text as it is in a Qt document, where a break is one character.
-std::u16string shown_text(std::u16string_view text) {
-  std::u16string shown;
-  shown.reserve(text.size());
+void append_shown(std::u16string& shown, std::u16string_view text, bool is_symbols) {
   for (const char16_t unit : text) {
     if (unit == u'\n') {
       shown.push_back(paragraph_separator);
     } else if (unit != u'\r') {
-      shown.push_back(storable(unit));
+      shown.push_back(is_symbols ? shown_symbol(storable(unit)) : storable(unit));
     }
   }
+}
+
+/// Tells formats of symbol fonts, by their values in runs; a name is looked at once.
+class SymbolFormats {
+ public:
+  explicit SymbolFormats(const Document& content) : content_(content) {}
+
+  bool has(const RunList::Run& run) {
+    if (run.value >= known_.size()) known_.resize(run.value + 1);
+    auto& known = known_[run.value];
+    if (!known) known = is_symbol_font(content_.format(run.value).font_name);
+    return *known;
+  }
+
+ private:
+  const Document& content_;
+  std::vector<std::optional<bool>> known_;
+};
+
+/// The content's text as it is in a Qt document, where a break is one character.
+std::u16string shown_text(const Document& content) {
+  const RunList& runs = content.runs();
+  const std::u16string_view text = content.text();
+  SymbolFormats symbols(content);
+  std::u16string shown;
+  shown.reserve(text.size());
+  for (std::size_t i = 0; i < runs.run_count(); ++i) {
+    const RunList::Run run = runs.run(i);
+    append_shown(shown, text.substr(run.start, run.end - run.start), symbols.has(run));
+  }
   return shown;
+}
+
+bool has_symbols(const Document& content, Extent extent) {
+  const RunList& runs = content.runs();
+  SymbolFormats symbols(content);
+  std::size_t index = runs.find(extent.start);
+  for (; index < runs.run_count() && runs.run(index).start < extent.end; ++index) {
+    if (symbols.has(runs.run(index))) return true;
+  }
+  return false;
 }
 
 /// Whether so much changes that it is quicker to load the whole content again.
@@ -113,6 +153,7 @@ Span DocumentDisplay::span_of(Extent extent) const {
 
 void DocumentDisplay::load(const Document& content) {
   document_.clear();
+  shows_symbols_ = false;
   QTextCursor cursor(&document_);
   const Edits edits(cursor);
   // New paragraphs take the format of the one that is there.
@@ -145,9 +186,10 @@ void DocumentDisplay::replace(Span span, const Document& content, Extent extent)
   put_alignments(content, extent);
 }
 
-void DocumentDisplay::insert(QTextCursor& cursor, const Document& content, Extent extent) const {
+void DocumentDisplay::insert(QTextCursor& cursor, const Document& content, Extent extent) {
   const RunList& runs = content.runs();
   std::vector<std::optional<QTextCharFormat>> formats;
+  SymbolFormats symbols(content);
   const std::u16string_view text = content.text();
   std::size_t index = runs.find(extent.start);
   for (std::size_t at = extent.start; at < extent.end; ++index) {
@@ -157,7 +199,9 @@ void DocumentDisplay::insert(QTextCursor& cursor, const Document& content, Exten
     auto& format = formats[run.value];
     const bool is_new = !format;
     if (is_new) format = to_qt(content.format(run.value), scheme_);
-    cursor.insertText(storable_text(text.substr(at, end - at)), *format);
+    const bool is_symbols = symbols.has(run);
+    shows_symbols_ = shows_symbols_ || is_symbols;
+    cursor.insertText(storable_text(text.substr(at, end - at), is_symbols), *format);
     at = end;
     if (!is_new || at == extent.end) continue;
     // The document looks up each format; it recognises its own copy without comparing properties.
@@ -167,6 +211,10 @@ void DocumentDisplay::insert(QTextCursor& cursor, const Document& content, Exten
 }
 
 void DocumentDisplay::put_formats(const Document& content, Extent extent) {
+  // Letters may have become signs, or signs letters.
+  if (shows_symbols_ || has_symbols(content, extent)) {
+    return replace(span_of(extent), content, extent);
+  }
   const RunList& runs = content.runs();
   QTextCursor cursor(&document_);
   const Edits edits(cursor);
@@ -197,7 +245,7 @@ void DocumentDisplay::put_alignments(const Document& content, Extent extent) {
 }
 
 std::optional<DocumentDisplay::Edit> DocumentDisplay::foreign_edit(const Document& content) const {
-  const std::u16string known = shown_text(content.text());
+  const std::u16string known = shown_text(content);
   std::u16string found = from_qt(document_.toRawText());
   const std::size_t shorter = std::min(known.size(), found.size());
   const auto differs = std::mismatch(
@@ -227,9 +275,10 @@ std::optional<DocumentDisplay::Edit> DocumentDisplay::foreign_edit(const Documen
 void DocumentDisplay::take_back(const Document& content, const Edit& edit) {
   // Only others make frames, tables and lists.
   if (document_.rootFrame()->childFrames().isEmpty()) {
-    const std::size_t length = shown_text(edit.text).size();
+    std::u16string shown;
+    append_shown(shown, edit.text, false);
     const int start = span_of({edit.extent.start, edit.extent.start}).start;
-    replace({start, start + static_cast<int>(length)}, content, edit.extent);
+    replace({start, start + static_cast<int>(shown.size())}, content, edit.extent);
   } else {
     load(content);
   }

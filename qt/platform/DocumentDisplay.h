@@ -13,8 +13,9 @@ class QTextCursor;
 
 namespace qel::qt {
 
-/// Shows the content of a box in a Qt document: U+2029 as a line separator, and two code points
-/// that Qt reserves as U+FFFD. So each character still takes as many positions as in the box.
+/// Shows the content of a box in a Qt document: U+2029 as a line separator, two code points that Qt
+/// reserves as U+FFFD, and text in a symbol font by the characters of its signs. So each character
+/// still takes as many positions as in the box.
 class DocumentDisplay {
  public:
   /// The document must outlive this. Switches off its undo.
@@ -47,8 +48,7 @@ class DocumentDisplay {
 
  private:
   void replace(Span span, const richtext::Document& content, richtext::Extent extent);
-  void insert(QTextCursor& cursor, const richtext::Document& content,
-              richtext::Extent extent) const;
+  void insert(QTextCursor& cursor, const richtext::Document& content, richtext::Extent extent);
   void put_formats(const richtext::Document& content, richtext::Extent extent);
   void put_alignments(const richtext::Document& content, richtext::Extent extent);
   Span span_of(richtext::Extent extent) const;
@@ -58,6 +58,7 @@ class DocumentDisplay {
   QTextDocument& document_;
   Scheme scheme_;
   int line_spacing_ = 100;
+  bool shows_symbols_ = false;  // there may be text in a symbol font
 };
 
 }  // namespace qel::qt

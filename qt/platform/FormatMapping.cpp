@@ -5,6 +5,7 @@
 #include <QFont>
 
 #include "qel/base/Contrast.h"
+#include "qel/headless/FontMetrics.h"
 #include "qt/platform/Text.h"
 
 namespace qel::qt {
@@ -15,6 +16,18 @@ using richtext::CharFormat;
 QColor to_qt(Color color) { return {red_of(color), green_of(color), blue_of(color)}; }
 
 Color from_qt(const QColor& color) { return rgb(color.red(), color.green(), color.blue()); }
+
+bool is_symbol_font(std::u16string_view name) {
+  return headless::family_named(name) == headless::FontFamily::symbol;
+}
+
+QString shown_family(std::u16string_view name) {
+  return is_symbol_font(name) ? QStringLiteral("Times New Roman") : to_qt(name);
+}
+
+char16_t shown_symbol(char16_t unit) {
+  return static_cast<char16_t>(headless::symbol_character(unit));
+}
 
 QTextCharFormat to_qt(const CharFormat& format, const Scheme& scheme) {
   QTextCharFormat shown;
@@ -32,7 +45,7 @@ QTextCharFormat to_qt(const CharFormat& format, const Scheme& scheme) {
     shown.setForeground(
         to_qt(scheme.background ? readable_color(format.color, *scheme.background) : format.color));
   }
-  shown.setFontFamilies({to_qt(format.font_name)});
+  shown.setFontFamilies({shown_family(format.font_name)});
   shown.setFontPointSize(static_cast<double>(format.size));
   return shown;
 }

@@ -5,16 +5,11 @@
 #include <QPainter>
 #include <algorithm>
 
-#include "qel/headless/FontMetrics.h"
 #include "qt/platform/FormatMapping.h"
 #include "qt/platform/Text.h"
 
 namespace qel::qt {
 namespace {
-
-bool is_symbol(const platform::TextFont& font) {
-  return headless::family_named(font.name) == headless::FontFamily::symbol;
-}
 
 /// Whether the text may have letters that are joined, marked or mirrored: any from Hebrew on but
 /// for accented Latin and Greek ones, punctuation and signs.
@@ -25,7 +20,7 @@ bool needs_shaping(std::u16string_view text) {
 }
 
 QFont font_of(const platform::TextFont& font, bool shapes) {
-  QFont made(is_symbol(font) ? QStringLiteral("Times New Roman") : to_qt(font.name));
+  QFont made(shown_family(font.name));
   constexpr float least = 0.01F;  // Qt ignores a size of 0 and keeps its default
   made.setPointSizeF(static_cast<double>(std::max(font.size, least)));
   made.setBold(font.bold);
@@ -41,10 +36,10 @@ QFont font_of(const platform::TextFont& font, bool shapes) {
 QString shown(std::u16string_view text, const platform::TextFont& font) {
   QString out;
   out.reserve(static_cast<qsizetype>(text.size()));
-  const bool maps = is_symbol(font);
+  const bool maps = is_symbol_font(font.name);
   for (const char16_t unit : text) {
     const char16_t visible = unit == u'\t' ? u' ' : unit;
-    out.append(QChar(maps ? static_cast<char16_t>(headless::symbol_character(visible)) : visible));
+    out.append(QChar(maps ? shown_symbol(visible) : visible));
   }
   return out;
 }
