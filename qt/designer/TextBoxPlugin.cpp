@@ -26,6 +26,7 @@ constexpr std::array groups = {
     Group{"Look",
           {"FontName", "FontSize", "ForeColor", "BackColor", "HideColor", "IgnoreColor",
            "NoteColor", "BorderStyle", "ScrollBars", "XPTheme"}},
+    Group{"View", {"Zoom", "LineSpacing", "TextMargin", "AdaptsColors", "OpensLinks"}},
     Group{"Drag and drop", {"OLEDragMode", "OLEDropMode"}},
     Group{"Keys",
           {"ActOnStyles", "ActOnFonts", "ActOnColors", "ActOnPlain", "ShowEditorOnShiftF2"}},

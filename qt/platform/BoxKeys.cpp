@@ -142,7 +142,7 @@ void BoxView::act_on_key(QKeyEvent* event, Stroke stroke) {
     key_code = key_code == left_key ? right_key : left_key;
   }
   // A dialog's default button may want Enter, a menu a key with Alt.
-  if (!keyboard_.act_on_key(key_code, stroke.shift)) event->ignore();
+  if (!keyboard_.act_on_key(key_code, stroke.shift)) return event->ignore();
   if (box_ != nullptr) ensureCursorVisible();
 }
 

@@ -60,7 +60,8 @@ class BoxView::Place {
   explicit Place(BoxView& view) : view_(view) {
     const QTextCursor first = view.cursorForPosition({0, 0});
     at_ = view.position_at({0, 0});
-    top_ = view.cursorRect(first).top();
+    const QRect line = view.cursorRect(first);
+    hidden_ = static_cast<double>(line.top()) / std::max(line.height(), 1);
     is_scrolled_ = view.verticalScrollBar()->value() > 0;
   }
   Place(const Place&) = delete;
@@ -70,7 +71,8 @@ class BoxView::Place {
     QTextCursor first(view_.document());
     first.setPosition(document_position(*view_.document(), static_cast<std::int64_t>(at_)));
     QScrollBar& bar = *view_.verticalScrollBar();
-    const int wanted = bar.value() + view_.cursorRect(first).top() - top_;
+    const QRect line = view_.cursorRect(first);
+    const int wanted = bar.value() + line.top() - qRound(hidden_ * line.height());
     // Only now, where the text ends may have to be known.
     if (wanted > bar.maximum()) view_.document()->size();
     bar.setValue(wanted);
@@ -79,7 +81,7 @@ class BoxView::Place {
  private:
   BoxView& view_;
   std::size_t at_ = 0;
-  int top_ = 0;
+  double hidden_ = 0;  // how much of the line is above the window
   bool is_scrolled_ = false;
 };
 
