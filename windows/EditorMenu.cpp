@@ -66,7 +66,7 @@ HMENU EditorMenu::create_popup(const platform::Menu& menu) {
 
 void EditorMenu::append(HMENU popup, const platform::MenuItem& item) {
   std::u16string caption = item.caption;
-  const Item& added = items_.emplace_back(Item{std::u16string(item.name), item.has_check});
+  const Item& added = items_.emplace_back(Item{item.name, item.has_check});
   MENUITEMINFOW info = {};
   info.cbSize = sizeof info;
   info.fMask = MIIM_DATA | MIIM_ID | MIIM_STRING;

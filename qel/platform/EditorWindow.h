@@ -13,7 +13,7 @@ namespace qel::platform {
 
 /// An entry of a menu. One without a name is a separator.
 struct MenuItem {
-  std::u16string_view name;  ///< identifies it to the listener
+  std::u16string name;       ///< identifies it to the listener
   std::u16string caption;    ///< "&" before the letter that chooses it; a shortcut after a TAB
   bool has_check = false;    ///< shows whether it is on (`EditorListener::is_checked`)
   std::u16string font = {};  ///< a window may show the caption in this font; none if empty

@@ -109,7 +109,7 @@ void EditorDialog::add_item(QMenu& menu, const platform::MenuItem& item) {
     action->setIcon(icons::swatch(*item.swatch == 0 ? text : to_qt(*item.swatch)));
   }
   items_.push_back(action);
-  connect(action, &QAction::triggered, this, [this, name = std::u16string(item.name)] {
+  connect(action, &QAction::triggered, this, [this, name = item.name] {
     if (listener_ != nullptr) listener_->on_command(name);
     view().ensureCursorVisible();
     show_items();

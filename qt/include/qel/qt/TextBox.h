@@ -29,6 +29,7 @@ class WordMarks;
 /// of the font, the colours and `Multiline`: a form may set its properties in any order.
 class TextBox : public QWidget {
   Q_OBJECT
+  Q_MOC_INCLUDE(<QMenu>)
   Q_PROPERTY(bool ActOnColors READ get_ActOnColors WRITE put_ActOnColors)
   Q_PROPERTY(bool ActOnFonts READ get_ActOnFonts WRITE put_ActOnFonts)
   Q_PROPERTY(bool ActOnPlain READ get_ActOnPlain WRITE put_ActOnPlain)
