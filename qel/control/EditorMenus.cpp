@@ -5,6 +5,7 @@
 
 #include "qel/control/EditorCommands.h"
 #include "qel/control/FormatCommands.h"
+#include "qel/model/ReservedColors.h"
 #include "qel/platform/Keys.h"
 
 namespace qel::editor_commands {
@@ -114,6 +115,7 @@ Menu color_menu(const EditedText& edited) {
         {commands::color_command(i),
          commands::menu_text(commands::color_caption(i, color), key_code, ctrl_key)});
     menu.items.back().swatch = color;
+    if (i == 0 || i == note_color) menu.items.emplace_back();
   }
   return menu;
 }

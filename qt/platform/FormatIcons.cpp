@@ -10,6 +10,10 @@
 #include <functional>
 #include <utility>
 
+#include "qel/platform/MeasuringSurface.h"
+#include "qel/qt/QtPlatform.h"
+#include "qt/platform/Text.h"
+
 namespace qel::qt::icons {
 namespace {
 
@@ -133,6 +137,12 @@ void draw_color(QPainter& painter, const QColor& ink, const QColor& color) {
   painter.fillRect(bar, color.isValid() ? color : ink);
 }
 
+void draw_font(QPainter& painter, const QColor& ink) {
+  QFont font(QStringLiteral("serif"));
+  font.setPixelSize(letter_size + 1);
+  draw_letter(painter, ink, font, QStringLiteral("F"));
+}
+
 QPen line(const QColor& ink, double width) {
   return {ink, width, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin};
 }
@@ -192,6 +202,8 @@ Draw drawing(Sign sign, const QColor& color) {
       return [](QPainter& painter, const QColor& ink) { draw_script(painter, ink, 15); };
     case Sign::small_capitals:
       return draw_small_capitals;
+    case Sign::font:
+      return draw_font;
     case Sign::color:
       return [color](QPainter& painter, const QColor& ink) { draw_color(painter, ink, color); };
     case Sign::plain:
@@ -222,10 +234,12 @@ QIcon swatch(const QColor& color) {
 }
 
 QFont menu_font(const QString& family, const QFont& base) {
-  const bool has_letters =
-      QFontDatabase::writingSystems(family).contains(QFontDatabase::WritingSystem::Latin);
+  const auto fonts = QtPlatform().create_measuring_surface();
+  fonts->put_TestFont(view_of(family));
   QFont font = base;
-  if (has_letters) font.setFamilies({family});
+  if (fonts->test_font_character_set() != platform::CharacterSet::symbol) {
+    font.setFamilies({family});
+  }
   return font;
 }
 

@@ -17,6 +17,7 @@ enum class Sign : std::uint8_t {
   raised,
   lowered,
   small_capitals,
+  font,
   color,
   plain,
   undo,
@@ -29,7 +30,7 @@ QIcon sign(Sign sign, QColor color = {});
 /// A field of that colour.
 QIcon swatch(const QColor& color);
 /// The font in which a menu, whose own font is `base`, shows the name of a family: in its own face,
-/// unless that has no letters.
+/// unless that is a font of symbols.
 QFont menu_font(const QString& family, const QFont& base);
 
 }  // namespace qel::qt::icons

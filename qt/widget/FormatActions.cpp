@@ -73,6 +73,7 @@ FormatActions::FormatActions(QObject* parent) : QObject(parent) {
   menus_.push_back(std::make_unique<QMenu>());
   font_ = create_menu(tr("&Font"), *menus_.back());
   font_->setObjectName(QStringLiteral("Font"));
+  font_->setIcon(icons::sign(Sign::font));
   connect(menus_.back().get(), &QMenu::aboutToShow, this, [this] { fill_fonts(*font_->menu()); });
   menus_.push_back(std::make_unique<QMenu>());
   color_ = create_menu(tr("Co&lour"), *menus_.back());

@@ -136,9 +136,12 @@ void FormatBar::actionEvent(QActionEvent* event) {
     button->installEventFilter(this);
     if (event->action()->menu() != nullptr) button->setPopupMode(QToolButton::InstantPopup);
     if (event->action() == actions_->font()) {
-      constexpr int around = 28;  // for the arrow
-      button->setToolButtonStyle(Qt::ToolButtonTextOnly);
-      button->setFixedWidth(font_width() + around);
+      constexpr int around = 24;  // with the arrow
+      button->setToolButtonStyle(Qt::ToolButtonTextBesideIcon);
+      button->setFixedWidth(iconSize().width() + font_width() + around);
+    } else if (event->action() == actions_->color()) {
+      constexpr int around = 22;
+      button->setFixedWidth(iconSize().width() + around);
     }
   }
   if (event->action() == actions_->font()) {
