@@ -111,6 +111,9 @@ void FormatBar::show_state() {
   if (!brush_->isEnabled()) painter_->end();
   QToolButton* const button = button_of(actions_->font());
   if (button == nullptr) return;
+  // Beside an icon, text is on the left in every layout.
+  button->setToolButtonStyle(isRightToLeft() ? Qt::ToolButtonTextOnly
+                                             : Qt::ToolButtonTextBesideIcon);
   const QString name = actions_->font()->iconText();
   QString shown = button->fontMetrics().elidedText(name, Qt::ElideRight, font_width());
   button->setText(shown.replace(QLatin1Char('&'), QLatin1String("&&")));
@@ -137,7 +140,6 @@ void FormatBar::actionEvent(QActionEvent* event) {
     if (event->action()->menu() != nullptr) button->setPopupMode(QToolButton::InstantPopup);
     if (event->action() == actions_->font()) {
       constexpr int around = 24;  // with the arrow
-      button->setToolButtonStyle(Qt::ToolButtonTextBesideIcon);
       button->setFixedWidth(iconSize().width() + font_width() + around);
     } else if (event->action() == actions_->color()) {
       constexpr int around = 22;
