@@ -59,7 +59,7 @@ QVariant TransferMimeData::retrieveData(const QString& name, QMetaType /*type*/)
 }
 
 std::optional<std::u16string> TransferMimeData::offered_html() const {
-  if (const auto own = data_->get(html_format)) return own;
+  if (auto own = data_->get(html_format)) return own;
   const auto rtf = data_->get(rtf_format);
   if (!rtf) return {};
   return convert::html_fragment(richtext::read_document(*rtf, richtext::CharFormat()));
