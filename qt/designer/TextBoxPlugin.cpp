@@ -20,7 +20,8 @@ struct Group {
 constexpr std::array groups = {
     Group{"Text", {"Text", "TextQEL", "PlaceholderText", "SelAlignment", "RevealCodes"}},
     Group{"Editing",
-          {"AllowEdits", "Enabled", "Multiline", "PasteTextOnly", "SmartQuotes", "TabStop"}},
+          {"AllowEdits", "Enabled", "Multiline", "PasteTextOnly", "SmartQuotes", "TabStop",
+           "ChecksSpelling", "SpellingLanguage"}},
     Group{"Conversion",
           {"RecognizeCRLF", "RecognizeTabs", "ConvertNLToSpace", "ConvertTabsToSpace"}},
     Group{"Look",

@@ -1,6 +1,7 @@
 // How a box's view shows its text: size, colours, space.
 
 #include <QAbstractTextDocumentLayout>
+#include <QPaintEvent>
 #include <QPainter>
 #include <QPalette>
 #include <QScrollBar>
@@ -241,6 +242,10 @@ void BoxView::put_placeholder(const QString& text) {
 }
 
 void BoxView::paintEvent(QPaintEvent* event) {
+  {
+    QPainter painter(viewport());
+    marks_.paint(painter, event->rect());
+  }
   QTextEdit::paintEvent(event);
   if (placeholder_.isEmpty() || !document()->isEmpty() || composes()) return;
   QPainter painter(viewport());

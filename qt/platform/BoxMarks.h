@@ -1,17 +1,22 @@
 #pragma once
 
+#include <QList>
 #include <QObject>
 #include <QTextCharFormat>
+#include <QTextEdit>
 #include <cstdint>
 #include <vector>
 
 #include "qel/box/Box.h"
 
+class QPainter;
+
 namespace qel::qt {
 
 class BoxView;
 
-/// Where something is to be marked, in the box's positions, and how.
+/// Where something is to be marked, in the box's positions, and how. A colour of the text costs
+/// time at each painting, and is not meant for many marks.
 struct Mark {
   richtext::Extent extent;
   QTextCharFormat format;
@@ -40,7 +45,7 @@ class BoxMarks : public QObject {
   Q_OBJECT
 
  public:
-  /// Of two marks at the same place, the one further down takes precedence in what both say.
+  /// Of two marks at the same place, the one further down is painted over the other.
   enum class Layer : std::uint8_t { spelling, links, words, hits };
 
   /// The view must outlive this.
@@ -51,6 +56,10 @@ class BoxMarks : public QObject {
   void remove(MarkSource& source);
   /// The part that is visible, by whole lines as far as they are not endless.
   richtext::Extent visible() const;
+  /// What is marked now, in the order of the layers.
+  const QList<QTextEdit::ExtraSelection>& shown() const { return shown_; }
+  /// Paints what is behind the text.
+  void paint(QPainter& painter, const QRect& part) const;
 
  private:
   struct Source {
@@ -61,10 +70,14 @@ class BoxMarks : public QObject {
   bool eventFilter(QObject* watched, QEvent* event) override;
   void ask_soon();
   void ask();
+  void show(const std::vector<Mark>& marks);
+  void paint(QPainter& painter, const QRectF& part, const QTextEdit::ExtraSelection& mark) const;
 
   BoxView& view_;
+  QList<QTextEdit::ExtraSelection> shown_;
   std::vector<Source> sources_;  // in the order of the layers
   bool will_ask_ = false;
+  bool has_right_to_left_ = false;  // the part that is visible
 };
 
 }  // namespace qel::qt

@@ -17,6 +17,7 @@
 #include "qt/platform/BoxMenu.h"
 #include "qt/platform/FormatMapping.h"
 #include "qt/platform/MimeData.h"
+#include "qt/platform/Spelling.h"
 #include "qt/platform/Text.h"
 
 namespace qel::qt {
@@ -313,6 +314,7 @@ void BoxView::contextMenuEvent(QContextMenuEvent* event) {
   } else {
     host()->fill_menu(*menu, *this, static_cast<int>(at));
   }
+  if (Spelling* const spelling = Spelling::of(*this)) spelling->add_to_menu(*menu, at);
   menu->popup(event->globalPos());
 }
 

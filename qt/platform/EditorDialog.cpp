@@ -22,6 +22,7 @@
 #include "qt/platform/BoxView.h"
 #include "qt/platform/FormatIcons.h"
 #include "qt/platform/FormatMapping.h"
+#include "qt/platform/Spelling.h"
 #include "qt/platform/Text.h"
 
 namespace qel::qt {
@@ -73,6 +74,9 @@ void EditorDialog::take_over(BoxView& replaced) {
   replaced_size_ = replaced.size();
   view().put_options(replaced.options());
   view().put_host(replaced.host());
+  if (const Spelling* const spelling = Spelling::of(replaced)) {
+    new Spelling(view(), spelling->words());
+  }
   if (replaced.host() == nullptr) return;
   QToolBar* const bar = replaced.host()->create_bar(*this);
   if (bar != nullptr) static_cast<QVBoxLayout*>(layout())->insertWidget(0, bar);

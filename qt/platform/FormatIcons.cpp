@@ -7,7 +7,6 @@
 #include <QPainter>
 #include <QPainterPath>
 #include <QPalette>
-#include <functional>
 #include <utility>
 
 #include "qel/platform/MeasuringSurface.h"
@@ -19,8 +18,6 @@ namespace {
 
 /// Icons are drawn in a square of this side.
 constexpr double side = 16;
-
-using Draw = std::function<void(QPainter& painter, const QColor& ink)>;
 
 /// Draws anew for each size, so that every screen gets sharp lines.
 class Engine : public QIconEngine {
@@ -219,6 +216,8 @@ Draw drawing(Sign sign, const QColor& color) {
 }
 
 }  // namespace
+
+QIcon drawn(Draw draw) { return QIcon(new Engine(std::move(draw))); }
 
 QIcon sign(Sign sign, QColor color) { return QIcon(new Engine(drawing(sign, color))); }
 

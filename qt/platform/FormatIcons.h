@@ -5,6 +5,9 @@
 #include <QIcon>
 #include <QString>
 #include <cstdint>
+#include <functional>
+
+class QPainter;
 
 /// Icons that are drawn in the colours of the palette, at any size.
 namespace qel::qt::icons {
@@ -24,6 +27,10 @@ enum class Sign : std::uint8_t {
   redo,
   brush,
 };
+
+/// Draws in a square of 16 by 16, in a colour that can be seen.
+using Draw = std::function<void(QPainter& painter, const QColor& ink)>;
+QIcon drawn(Draw draw);
 
 /// `color` is that of the bar below a sign of a colour; that of text for none.
 QIcon sign(Sign sign, QColor color = {});

@@ -1,10 +1,10 @@
 #include "qt/widget/FindFormatMenu.h"
 
-#include <QPainter>
-#include <QPixmap>
 #include <QStringList>
 
 #include "qel/control/QELTextbox.h"
+#include "qel/qt/FormatBar.h"
+#include "qt/platform/FormatIcons.h"
 #include "qt/platform/FormatMapping.h"
 #include "qt/platform/Text.h"
 
@@ -26,14 +26,6 @@ constexpr Style styles[] = {
     {QT_TRANSLATE_NOOP("qel::qt::FindFormatMenu", "Strike-through"), &WantedFormat::strike_through},
     {QT_TRANSLATE_NOOP("qel::qt::FindFormatMenu", "Small Capitals"), &WantedFormat::small_caps},
 };
-
-QIcon swatch(const QColor& color) {
-  constexpr int side = 32;
-  QPixmap pixmap(side, side);
-  pixmap.fill(color);
-  QPainter(&pixmap).drawRect(0, 0, side - 1, side - 1);
-  return QIcon(pixmap);
-}
 
 }  // namespace
 
@@ -79,11 +71,12 @@ void FindFormatMenu::fill(const QELTextbox* control) {
   constexpr std::int16_t entries = 10;
   for (std::int16_t i = 0; i < entries; ++i) {
     const Color color = control->GetColorGivenColorIndex(i);
-    const QString caption = i == 0 ? tr("Colour of Plain Text") : tr("Colour %1").arg(i);
-    add_choice(colors, caption, format_.color, color)->setIcon(swatch(to_qt(color)));
+    const QString caption = i == 0 ? tr("Colour of Plain Text") : FormatBar::color_name(color);
+    add_choice(colors, caption, format_.color, color)->setIcon(icons::swatch(to_qt(color)));
     const std::u16string font = control->GetFontNameGivenFontIndex(i);
     if (!font.empty() && font != QELIndexFonts::unused) {
-      add_choice(fonts, to_qt(font), format_.font_name, font);
+      QAction* const action = add_choice(fonts, to_qt(font), format_.font_name, font);
+      action->setFont(icons::menu_font(to_qt(font), fonts.font()));
     }
   }
 }
@@ -96,7 +89,7 @@ QString FindFormatMenu::description() const {
   if (format_.level) {
     names += format_.level == WantedFormat::Level::raised ? tr("Raised") : tr("Lowered");
   }
-  if (format_.color) names += tr("Colour %1").arg(to_qt(*format_.color).name());
+  if (format_.color) names += FormatBar::color_name(*format_.color);
   if (format_.font_name) names += to_qt(*format_.font_name);
   return names.join(QStringLiteral(", "));
 }

@@ -138,7 +138,7 @@ Finding::Count Finding::count() {
 
 std::vector<Mark> Finding::marks(const box::Box& box, Extent visible) {
   std::vector<Mark> found;
-  const QTextCharFormat format = hit_format();
+  const QTextCharFormat format = hit_format(box);
   const std::size_t reach = std::min(visible.start, wanted().text.size());
   search_.visit(box.document(), visible.start - reach, [&](Extent hit) {
     if (hit.start < visible.end) found.push_back({hit, format});

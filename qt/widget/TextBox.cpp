@@ -138,6 +138,7 @@ TextBox::TextBox(QWidget* parent)
             [this, view] { share_options(view->options()); });
   }
   note_property(QStringLiteral("Multiline"));
+  check_spelling();
 }
 
 TextBox::~TextBox() {
@@ -159,6 +160,7 @@ void TextBox::note_property(const QString& name) {
     setSizePolicy(QSizePolicy::Expanding,
                   get_Multiline() ? QSizePolicy::Expanding : QSizePolicy::Fixed);
   }
+  if (name == QLatin1String("RevealCodes")) check_spelling();
   updateGeometry();
   update();
   emit PropertyChanged(name);
@@ -258,21 +260,39 @@ void TextBox::put_PlaceholderText(const QString& Value) {
   }
 }
 
-void TextBox::MarkWords(const QStringList& Words) {
-  if (Words.isEmpty()) {
-    words_.reset();
-    return;
-  }
-  if (words_ == nullptr) {
-    words_ = std::make_unique<WordMarks>();
-    for (const auto& box : control_->boxes()) {
-      if (BoxView* const shown = BoxView::of(*box)) {
-        shown->marks().add(*words_, BoxMarks::Layer::words);
-      }
-    }
-  }
-  words_->put_words(Words);
+// How the text is shown.
+
+const ViewOptions& TextBox::options() const {
+  static const ViewOptions preset;
+  const BoxView* const box = view();
+  return box == nullptr ? preset : box->options();
 }
+
+template <class Value>
+void TextBox::put_option(Value ViewOptions::*option, Value value) {
+  ViewOptions options = this->options();
+  options.*option = value;
+  share_options(options);
+}
+
+void TextBox::share_options(const ViewOptions& options) {
+  for (const auto& box : control_->boxes()) {
+    if (BoxView* const shown = BoxView::of(*box)) shown->put_options(options);
+  }
+  updateGeometry();
+  const int zoom = this->options().zoom;
+  if (std::exchange(zoom_, zoom) != zoom) emit ZoomChanged(zoom);
+}
+
+void TextBox::put_Zoom(int Value) { put_option(&ViewOptions::zoom, Value); }
+bool TextBox::get_AdaptsColors() const { return options().adapts_colors; }
+void TextBox::put_AdaptsColors(bool Value) { put_option(&ViewOptions::adapts_colors, Value); }
+int TextBox::get_LineSpacing() const { return options().line_spacing; }
+void TextBox::put_LineSpacing(int Value) { put_option(&ViewOptions::line_spacing, Value); }
+int TextBox::get_TextMargin() const { return options().margin; }
+void TextBox::put_TextMargin(int Value) { put_option(&ViewOptions::margin, Value); }
+bool TextBox::get_OpensLinks() const { return options().opens_links; }
+void TextBox::put_OpensLinks(bool Value) { put_option(&ViewOptions::opens_links, Value); }
 
 QSize TextBox::sizeHint() const {
   constexpr int columns = 24;

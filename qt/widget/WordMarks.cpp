@@ -8,6 +8,7 @@
 #include "qel/base/Graphemes.h"
 #include "qel/base/Utf16.h"
 #include "qel/base/Words.h"
+#include "qt/platform/BoxView.h"
 #include "qt/platform/Text.h"
 
 namespace qel::qt {
@@ -41,10 +42,13 @@ struct Plain {
 
 }  // namespace
 
-QTextCharFormat hit_format() {
+QTextCharFormat hit_format(const box::Box& box) {
+  const BoxView* const view = BoxView::of(box);
+  const QColor base = view == nullptr ? QColor(Qt::white) : view->palette().color(QPalette::Base);
+  constexpr double light = 0.5;
   QTextCharFormat format;
-  format.setBackground(QColor(0xFF, 0xDE, 0x59));
-  format.setForeground(Qt::black);
+  format.setBackground(base.lightnessF() < light ? QColor(0x6E, 0x53, 0x00)
+                                                 : QColor(0xFF, 0xE0, 0x66));
   return format;
 }
 
@@ -65,7 +69,7 @@ std::vector<Mark> WordMarks::marks(const box::Box& box, Extent visible) {
   while (cuts_word(all, visible.end)) visible.end = step_after(all, visible.end);
   const std::u16string_view text = all.substr(visible.start, visible.length());
   const Plain plain(text);
-  const QTextCharFormat format = hit_format();
+  const QTextCharFormat format = hit_format(box);
   for (const std::u16string& word : words_) {
     for (std::size_t at = plain.text.find(word); at != std::u16string::npos;
          at = plain.text.find(word, at + word.size())) {

@@ -8,8 +8,9 @@
 
 namespace qel::qt {
 
-/// How a hit of a search is marked: like a text marker, with text that can be read on it.
-QTextCharFormat hit_format();
+/// How a hit of a search is marked in the box's window: as by a text marker that leaves the text
+/// readable, on a dark background too.
+QTextCharFormat hit_format(const box::Box& box);
 
 /// Marks the words of a text that begin with one of those given, whatever their case and accents.
 class WordMarks : public MarkSource {

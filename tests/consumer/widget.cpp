@@ -1,10 +1,12 @@
 #include <QApplication>
 #include <QSettings>
 
+#include "qel/qt/FindBar.h"
 #include "qel/qt/PainterCanvas.h"
 #include "qel/qt/Printing.h"
 #include "qel/qt/PropertyBags.h"
 #include "qel/qt/QtPlatform.h"
+#include "qel/qt/Speller.h"
 #include "qel/qt/TextBox.h"
 
 int main(int argc, char** argv) {
@@ -14,5 +16,11 @@ int main(int argc, char** argv) {
   QSettings settings("consumer.ini", QSettings::IniFormat);
   qel::qt::SettingsBag bag(settings);
   box.control().WriteProperties(bag);
+  box.put_Speller(qel::qt::Speller::of_language("en_US"));
+  qel::qt::FindBar bar;
+  bar.follow(&box);
+  bar.put_text("bold");
+  bar.find_next();
+  if (box.control().get_SelText() != u"bold") return 2;
   return box.get_Text() == "plain and bold" && !qel::qt::pdf_of(box).isEmpty() ? 0 : 1;
 }

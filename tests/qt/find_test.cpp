@@ -13,6 +13,7 @@
 #include <string>
 
 #include "qel/qt/FindBar.h"
+#include "qel/qt/FormatBar.h"
 #include "qel/qt/TextBox.h"
 #include "qt/platform/BoxMarks.h"
 #include "qt/platform/BoxView.h"
@@ -72,7 +73,7 @@ class Window : public testing::Test {
   std::string marked() {
     QCoreApplication::processEvents();
     std::string all;
-    for (const QTextEdit::ExtraSelection& mark : view().extraSelections()) {
+    for (const QTextEdit::ExtraSelection& mark : view().marks().shown()) {
       all += all.empty() ? "" : " ";
       all += mark.format.underlineStyle() == QTextCharFormat::WaveUnderline ? "~" : "";
       all += mark.format.background().style() == Qt::NoBrush ? "" : "#";
@@ -84,7 +85,7 @@ class Window : public testing::Test {
   TextBox box;
 };
 
-TEST_F(Window, MarksFollowTheTextAndMergeWhereTheyOverlap) {
+TEST_F(Window, MarksFollowTheText) {
   Letters waves(u'a', waved());
   box.put_Text(QStringLiteral("xay\r\nbab"));
   view().marks().add(waves, BoxMarks::Layer::spelling);
@@ -93,10 +94,10 @@ TEST_F(Window, MarksFollowTheTextAndMergeWhereTheyOverlap) {
     Letters hits(u'b', colored(Qt::yellow));
     hits.length = 2;
     view().marks().add(hits, BoxMarks::Layer::hits);
-    EXPECT_EQ(marked(), "~a #b ~#a #b") << "the last one reaches behind the text";
+    EXPECT_EQ(marked(), "~a ~a #ba #b") << "the last one reaches behind the text";
     box.control().CurrentRichTextBox()->select({1, 1});
     box.control().CurrentRichTextBox()->put_SelText(u"aa\r\na");
-    EXPECT_EQ(marked(), "~a ~a ~a #b ~#a #b");
+    EXPECT_EQ(marked(), "~a ~a ~a ~a #ba #b");
   }
   EXPECT_EQ(marked(), "~a ~a ~a ~a");
   const int asked = waves.asked;
@@ -126,6 +127,32 @@ TEST_F(Window, MarksTheVisiblePartOnly) {
   box.put_Text(QStringLiteral("a").repeated(20000));
   QCoreApplication::processEvents();
   EXPECT_LT(letters.last.length(), 5000U);
+}
+
+TEST_F(Window, PaintsMarksBehindTheText) {
+  Letters letters(u'a', colored(Qt::green));
+  letters.length = 2;
+  view().marks().add(letters, BoxMarks::Layer::hits);
+  /// In how many columns of pixels the window is marked.
+  const auto painted = [this](const char16_t* text) {
+    box.put_Text(QString::fromUtf16(text));
+    view().verticalScrollBar()->setValue(view().verticalScrollBar()->maximum());
+    EXPECT_EQ(marked(), "#ab");
+    const QImage image = view().viewport()->grab().toImage();
+    int columns = 0;
+    for (int x = 0; x < image.width(); ++x) {
+      int y = 0;
+      while (y < image.height() && image.pixelColor(x, y) != QColor(Qt::green)) ++y;
+      columns += y < image.height() ? 1 : 0;
+    }
+    return columns;
+  };
+  const int one = painted(u"xx ab x");
+  EXPECT_GT(one, 4);
+  EXPECT_LT(one, 30);
+  EXPECT_NEAR(painted(u"\u05D0 ab \u05D1"), one, 1) << "in text from right to left";
+  EXPECT_NEAR(painted(u"\r\n\r\n\r\n\r\n\r\n\r\n\r\n\r\n\r\n\r\n\r\n\r\n ab"), one, 1)
+      << "scrolled";
 }
 
 TEST_F(Window, MarksWordsWithoutCaseAndAccents) {
@@ -239,15 +266,15 @@ TEST_F(Finder, TakesTheSelectionAndMarksHitsWhileItIsOpen) {
   EXPECT_EQ(bar.text(), QStringLiteral("one"));
   EXPECT_EQ(state(), "8-11 2 of 2");
   QCoreApplication::processEvents();
-  EXPECT_EQ(view().extraSelections().size(), 2);
+  EXPECT_EQ(view().marks().shown().size(), 2);
   edited().put_caret(0, false);
   edited().type(u"one ");
   QCoreApplication::processEvents();
-  EXPECT_EQ(view().extraSelections().size(), 3);
+  EXPECT_EQ(view().marks().shown().size(), 3);
   EXPECT_TRUE(QTest::qWaitFor([&] { return state() == "4-4 3 hits"; }));
   press(Qt::Key_Escape);
   QCoreApplication::processEvents();
-  EXPECT_EQ(view().extraSelections().size(), 0);
+  EXPECT_EQ(view().marks().shown().size(), 0);
   bar.find_next();
   EXPECT_EQ(state(), "4-7 2 of 3") << "while it is hidden, too";
 }
@@ -255,7 +282,7 @@ TEST_F(Finder, TakesTheSelectionAndMarksHitsWhileItIsOpen) {
 TEST_F(Finder, FollowsTheFocusOrAGivenBox) {
   const auto marked = [](TextBox& of) {
     QCoreApplication::processEvents();
-    return static_cast<BoxView*>(of.focusProxy())->extraSelections().size();
+    return static_cast<BoxView*>(of.focusProxy())->marks().shown().size();
   };
   box.put_Text(QStringLiteral("a"));
   other.put_Text(QStringLiteral("aa"));
@@ -311,9 +338,9 @@ TEST_F(Finder, FindsFormats) {
   choose(QStringLiteral("Any Format"));
   EXPECT_EQ(state(), "4-5 2 of 2");
   text().clear();
-  choose(QStringLiteral("Colour 4"));
+  choose(FormatBar::color_name(box.control().GetColorGivenColorIndex(4)));
   EXPECT_EQ(state(), "6-7 1 of 1");
-  choose(QStringLiteral("Colour 4"));
+  choose(FormatBar::color_name(box.control().GetColorGivenColorIndex(4)));
   EXPECT_EQ(bar.status(), QString()) << "nothing is wanted any more";
 }
 

@@ -14,6 +14,7 @@ class QMenu;
 namespace qel::qt {
 
 class BoxView;
+class Speller;
 class WordMarks;
 
 /// The text box control as a widget. The control's persisted properties are properties of the
@@ -67,6 +68,9 @@ class TextBox : public QWidget {
   /// Whether the large editor asks before it is closed in any way but by its buttons, if something
   /// was edited in it. Only in the lossless way. Not persisted.
   Q_PROPERTY(bool AsksBeforeClosing READ get_AsksBeforeClosing WRITE put_AsksBeforeClosing)
+  // How words are checked. Not persisted.
+  Q_PROPERTY(bool ChecksSpelling READ get_ChecksSpelling WRITE put_ChecksSpelling)
+  Q_PROPERTY(QString SpellingLanguage READ get_SpellingLanguage WRITE put_SpellingLanguage)
   // How the text is shown, which changes nothing of it. Not persisted.
   Q_PROPERTY(int Zoom READ get_Zoom WRITE put_Zoom NOTIFY ZoomChanged)
   Q_PROPERTY(bool AdaptsColors READ get_AdaptsColors WRITE put_AdaptsColors)
@@ -87,7 +91,7 @@ class TextBox : public QWidget {
 
   /// Whether the form runs, which is the default; false while it is being designed.
   bool is_run_time() const { return is_run_time_; }
-  void put_RunTime(bool Value) { is_run_time_ = Value; }
+  void put_RunTime(bool Value);
 
   bool get_ActOnColors() const { return control_->get_ActOnColors(); }
   void put_ActOnColors(bool Value) { control_->put_ActOnColors(Value); }
@@ -177,6 +181,17 @@ class TextBox : public QWidget {
   bool get_OpensLinks() const;
   void put_OpensLinks(bool Value);
 
+  /// Whether words that the dictionary does not have are marked in text that may be edited, and the
+  /// menu offers others; true at first. It takes a dictionary of the language, and a library built
+  /// with enchant, or a host's own speller. Codes that are revealed are not checked.
+  bool get_ChecksSpelling() const { return checks_spelling_; }
+  void put_ChecksSpelling(bool Value);
+  /// Such as "en_GB"; empty, as at first, for that of the locale.
+  QString get_SpellingLanguage() const { return spelling_language_; }
+  void put_SpellingLanguage(const QString& Value);
+  /// Checks words by this speller, whatever the language; null for the system's again.
+  void put_Speller(std::shared_ptr<Speller> Value);
+
   /// Marks the words that begin with one of these, whatever their case and accents, such as those
   /// that the host has searched for. No part of the text; an empty list ends it.
   void MarkWords(const QStringList& Words);
@@ -242,6 +257,7 @@ class TextBox : public QWidget {
   void put_option(Value ViewOptions::*option, Value value);
   void share_options(const ViewOptions& options);
   void note_property(const QString& name);
+  void check_spelling();
   bool is_in_the_making() const { return !was_painted_ || !is_run_time_; }
   template <class Put>
   void put_and_keep_text(Put put);
@@ -253,6 +269,9 @@ class TextBox : public QWidget {
   std::unique_ptr<Host> host_;
   std::unique_ptr<QELTextbox> control_;
   std::unique_ptr<WordMarks> words_;
+  std::shared_ptr<Speller> speller_;
+  QString spelling_language_;
+  bool checks_spelling_ = true;
   std::optional<QString> markup_;  // what a form has set before it was shown,
   std::u16string shown_;           // and the RTF that the box made of it
   bool asks_before_closing_ = true;
