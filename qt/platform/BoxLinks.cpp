@@ -1,7 +1,10 @@
 #include "qt/platform/BoxLinks.h"
 
+#include <QClipboard>
 #include <QDesktopServices>
+#include <QGuiApplication>
 #include <QHelpEvent>
+#include <QMenu>
 #include <QToolTip>
 
 #include "qel/base/Addresses.h"
@@ -26,6 +29,23 @@ std::optional<BoxLinks::Link> BoxLinks::link_at(std::size_t position) const {
 std::optional<BoxLinks::Link> BoxLinks::link_under(QPoint place) const {
   const std::optional<std::size_t> position = view_.character_at(place);
   return position ? link_at(*position) : std::nullopt;
+}
+
+void BoxLinks::fill_menu(QMenu& menu) const {
+  std::optional<Link> link = pointer_ ? link_under(*pointer_) : std::nullopt;
+  if (!link && view_.box() != nullptr) link = link_at(view_.box()->selected().caret);
+  if (!link) return;
+  const QUrl url = link->url;
+  const auto add = [&](const QString& caption, const char* name, auto act) {
+    QAction* const action = menu.addAction(caption, &view_, act);
+    action->setObjectName(QLatin1String(name));
+  };
+  add(tr("&Open Link"), "openLink", [&view = view_, url] { view.open_link(url); });
+  add(tr("Copy &Link Address"), "copyLink", [url] {
+    const bool is_mailbox = url.scheme() == QLatin1String("mailto");
+    QGuiApplication::clipboard()->setText(is_mailbox ? url.path() : url.toString());
+  });
+  menu.addSeparator();
 }
 
 void BoxLinks::point_at(std::optional<QPoint> place, bool with_ctrl) {

@@ -8,6 +8,8 @@
 
 #include "qt/platform/BoxMarks.h"
 
+class QMenu;
+
 namespace qel::qt {
 
 /// The addresses in a box's text. The one under the pointer is underlined; they are recognised as
@@ -29,6 +31,9 @@ class BoxLinks : public MarkSource {
   std::optional<Link> link_at(std::size_t position) const;
   /// The link that is shown at a place in the window.
   std::optional<Link> link_under(QPoint place) const;
+  /// Adds what can be done with the link under the pointer, or else with that at the caret, and a
+  /// separator; nothing where there is none.
+  void fill_menu(QMenu& menu) const;
   /// The pointer has moved, with Ctrl held or not; to nowhere when it has left the window.
   void point_at(std::optional<QPoint> place, bool with_ctrl);
   /// Ctrl has gone down or come up.

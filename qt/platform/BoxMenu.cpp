@@ -31,6 +31,7 @@ void fill_edit_menu(QMenu& menu, BoxView& view) {
       if (view.box() != nullptr) view.run_command(label.key_code, label.shift);
     });
   };
+  view.links().fill_menu(menu);
   add(undo, box.can_undo());
   add(redo, box.can_redo());
   menu.addSeparator();
