@@ -88,6 +88,7 @@ BoxMarks::BoxMarks(BoxView& view) : view_(view) {
   connect(view.document(), &QTextDocument::contentsChange, this, &BoxMarks::ask_soon);
   connect(view.verticalScrollBar(), &QScrollBar::valueChanged, this, &BoxMarks::ask_soon);
   connect(view.horizontalScrollBar(), &QScrollBar::valueChanged, this, &BoxMarks::ask_soon);
+  connect(&view, &BoxView::options_changed, this, &BoxMarks::ask_soon);
   view.viewport()->installEventFilter(this);
 }
 
