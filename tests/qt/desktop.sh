@@ -50,7 +50,7 @@ xdotool key shift+F2
 sleep 0.5
 xdotool type ' more'
 expect "upper: text  two! more"
-xdotool key alt+r
+xdotool key alt+o
 sleep 0.3
 xdotool key i
 sleep 0.3
