@@ -82,11 +82,13 @@ std::u16string_view EditorMenu::name_of(UINT command) const {
                                                            : items_[index].name;
 }
 
-void EditorMenu::show_checks(const platform::EditorListener& listener) const {
+void EditorMenu::show_state(const platform::EditorListener& listener) const {
   UINT command = first_command;
   for (const Item& item : items_) {
     const UINT state = item.has_check && listener.is_checked(item.name) ? MF_CHECKED : MF_UNCHECKED;
-    CheckMenuItem(bar_, command++, MF_BYCOMMAND | state);
+    CheckMenuItem(bar_, command, MF_BYCOMMAND | state);
+    const UINT use = listener.is_enabled(item.name) ? MF_ENABLED : MF_GRAYED;
+    EnableMenuItem(bar_, command++, MF_BYCOMMAND | use);
   }
 }
 

@@ -20,8 +20,8 @@ class EditorMenu {
   HMENU handle() const { return bar_; }
   /// The name of the item that sends that command; empty where no item does.
   std::u16string_view name_of(UINT command) const;
-  /// Brings the check marks up to date.
-  void show_checks(const platform::EditorListener& listener) const;
+  /// Brings the check marks up to date, and makes grey what cannot act now.
+  void show_state(const platform::EditorListener& listener) const;
 
  private:
   struct Item {

@@ -56,6 +56,15 @@ RECT in_pixels(const platform::EditorRectangle& rectangle, const platform::Scree
           rectangle.width / screen.twips_per_pixel_x, rectangle.height / screen.twips_per_pixel_y};
 }
 
+/// The window of the box whose text is edited, if it has one that is shown, or else the active one.
+HWND owner_of(const platform::EditorDescription& description) {
+  if (description.replaced != nullptr && description.replaced->window() != 0) {
+    const HWND root = GetAncestor(native_window(description.replaced->window()), GA_ROOT);
+    if (root != nullptr && IsWindowVisible(root) != FALSE) return root;
+  }
+  return GetActiveWindow();
+}
+
 platform::Screen screen() { return WindowsPlatform::shared()->screen(); }
 
 }  // namespace
@@ -64,7 +73,7 @@ EditorWindow::EditorWindow(const platform::EditorDescription& description)
     : menu_(description.menus), font_(message_font()) {
   register_class(procedure);
   window_ = CreateWindowExW(0, class_name, wide(description.caption), window_style, CW_USEDEFAULT,
-                            CW_USEDEFAULT, CW_USEDEFAULT, CW_USEDEFAULT, GetActiveWindow(),
+                            CW_USEDEFAULT, CW_USEDEFAULT, CW_USEDEFAULT, owner_of(description),
                             menu_.handle(), module_handle(), this);
   if (window_ == nullptr) {
     DestroyMenu(menu_.handle());
@@ -226,7 +235,7 @@ LRESULT EditorWindow::handle(UINT message, WPARAM w, LPARAM l) {
       if (is_own_command(HIWORD(w), l)) handle_command(LOWORD(w));
       return 0;
     case WM_INITMENUPOPUP:
-      if (listener_ != nullptr) menu_.show_checks(*listener_);
+      if (listener_ != nullptr) menu_.show_state(*listener_);
       return 0;
     case WM_SIZE:
       if (w != SIZE_MINIMIZED) tell_size();

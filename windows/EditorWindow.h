@@ -12,9 +12,9 @@
 
 namespace qel::windows {
 
-/// The large editor's window, owned by the thread's window that is active when it is created. While
-/// it is shown, the thread's other windows do not react to the user. Supports the whole interface
-/// except the pane.
+/// The large editor's window, owned by that of the box it replaces, or else by the thread's active
+/// window. While it is shown, the thread's other windows do not react to the user. Supports the
+/// whole interface except the pane, fonts and colours in menus.
 ///
 /// Escape is the second button. Closing by the frame is reported as such, and so is the end of the
 /// owner or of the program, after which the box lives on while somebody holds it. Menu items show

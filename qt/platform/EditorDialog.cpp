@@ -13,6 +13,7 @@
 #include <QToolBar>
 #include <QToolButton>
 #include <QVBoxLayout>
+#include <algorithm>
 #include <chrono>
 #include <string>
 
@@ -79,7 +80,9 @@ void EditorDialog::take_over(BoxView& replaced) {
   }
   if (replaced.host() == nullptr) return;
   QToolBar* const bar = replaced.host()->create_bar(*this);
-  if (bar != nullptr) static_cast<QVBoxLayout*>(layout())->insertWidget(0, bar);
+  if (bar == nullptr) return;
+  static_cast<QVBoxLayout*>(layout())->insertWidget(0, bar);
+  replaced_size_.setWidth(std::max(replaced_size_.width(), bar->sizeHint().width()));
 }
 
 void EditorDialog::add_menus(const std::vector<platform::Menu>& menus) {

@@ -68,7 +68,7 @@ class EditorDialog : public QDialog {
   QPlainTextEdit* pane_ = nullptr;
   QTimer pane_delay_;
   std::vector<QAction*> items_;
-  QSize replaced_size_;
+  QSize replaced_size_;  // of the box, but at least as wide as the bar
 };
 
 }  // namespace qel::qt
