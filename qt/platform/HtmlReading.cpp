@@ -44,7 +44,7 @@ class Walk {
       // The cells of a row stand in one line.
       const int last_row = std::exchange(row, row_of(block));
       // Qt needs a paragraph behind a table.
-      if (last_row != 0 && block.length() == 1 && !block.next().isValid()) break;
+      if (last_row != 0 && row == 0 && block.length() == 1) continue;
       if (row != 0 && row == last_row) {
         sink_.text(u"\t", last_);
       } else if (block != document.begin()) {
