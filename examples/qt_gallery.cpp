@@ -5,12 +5,14 @@
 #include <QDialog>
 #include <QFormLayout>
 #include <QLabel>
+#include <QMainWindow>
 #include <QMenuBar>
 #include <QPixmap>
 #include <QStyleFactory>
 #include <QTimer>
 #include <cstdio>
 
+#include "qel/qt/FormatBar.h"
 #include "qel/qt/TextBox.h"
 
 namespace {
@@ -83,6 +85,22 @@ bool save_form(const QString& base) {
   return save_in_both_sizes(form, base);
 }
 
+/// The bar of formats above a text, as on the window of a program.
+bool save_bar(const QString& base) {
+  QMainWindow window;
+  qel::qt::FormatBar bar;
+  Form form;
+  window.addToolBar(&bar);
+  window.setCentralWidget(&form.text());
+  bar.follow(&form.text());
+  window.resize(560, 190);
+  window.show();
+  QApplication::processEvents();
+  const bool is_saved = save_in_both_sizes(window, base);
+  form.text().setParent(nullptr);
+  return is_saved;
+}
+
 bool save_editor(const QString& base) {
   Form form;
   form.show();
@@ -110,6 +128,7 @@ int main(int argc, char** argv) {
   QApplication::setStyle(QStyleFactory::create(QStringLiteral("Fusion")));
   QApplication::setFont(QFont(QStringLiteral("Liberation Sans"), 10));
   bool is_done = save_form(folder + QStringLiteral("/desktop-light"));
+  is_done = save_bar(folder + QStringLiteral("/desktop-bar")) && is_done;
   is_done = save_editor(folder + QStringLiteral("/desktop-editor")) && is_done;
   QApplication::setPalette(dark_palette());
   is_done = save_form(folder + QStringLiteral("/desktop-dark")) && is_done;
