@@ -104,7 +104,7 @@ std::u16string document_of(std::span<const Record> records) {
 std::string exported(std::span<const Record> records, ExportFormat format,
                      const command::Tables& tables, const std::u16string& name) {
   const std::u16string document = document_of(records);
-  const std::string markup = to_utf8(document);
+  std::string markup = to_utf8(document);
   convert::Options options;
   tables.use_in(options);
   switch (format) {
