@@ -140,6 +140,8 @@ TEST_F(FormsSearch, FollowsWhatOtherProgramsWrite) {
   EXPECT_EQ(found(store, u"four"), Ids{});
   EXPECT_EQ(found(store, u"five"), Ids{7});
   other_program("DROP TABLE words; UPDATE records SET body = 'six' WHERE id = 7");
+  EXPECT_TRUE(store.index_more(1));
+  EXPECT_FALSE(store.index_more(1));
   EXPECT_EQ(found(store, u"six"), Ids{7});
   EXPECT_EQ(found(store, u"two"), Ids{9});
 }

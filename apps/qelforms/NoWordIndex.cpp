@@ -10,7 +10,7 @@ bool WordIndex::exists() const { return false; }
 
 bool WordIndex::is_behind() const { return false; }
 
-void WordIndex::catch_up() {}
+void WordIndex::catch_up(std::size_t /*most*/) {}
 
 std::vector<Heading> WordIndex::find(const SearchWords& /*words*/, const Listing& /*listing*/,
                                      std::size_t /*most*/) {

@@ -17,7 +17,7 @@ class RecordSearch {
   explicit RecordSearch(Database& database) : database_(database), index_(database) {}
 
   bool is_behind() const { return index_.is_behind(); }
-  void catch_up() { index_.catch_up(); }
+  void catch_up(std::size_t most) { index_.catch_up(most); }
   /// What `RecordStore::find` finds, without tags. Text as it is written is looked for in about as
   /// many characters as `reach`.
   std::vector<Heading> find(std::u16string_view text, const Listing& listing, std::size_t most,

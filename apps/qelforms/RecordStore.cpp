@@ -18,6 +18,7 @@ RecordStore::RecordStore(std::string path, const Options& options)
     database_.execute("PRAGMA max_page_count = " + std::to_string(options.most_pages));
   }
   open_schema(database_, options.creates);
+  try_to_catch_up(0);
 }
 
 RecordStore::~RecordStore() = default;
@@ -33,18 +34,24 @@ void RecordStore::together(const std::function<void()>& work) {
   transaction.commit();
 }
 
+/// A change brings the index up to date unless that would take long.
 void RecordStore::catch_up() {
+  constexpr std::size_t some = 1000;
   headings_->catch_up();
-  search_->catch_up();
+  search_->catch_up(some);
 }
 
-void RecordStore::try_to_catch_up() {
-  if (is_read_only() || !(headings_->is_behind() || search_->is_behind())) return;
+void RecordStore::try_to_catch_up(std::size_t most) {
+  const bool is_behind = headings_->is_behind() || (most > 0 && search_->is_behind());
+  if (is_read_only() || !is_behind) return;
   const std::chrono::milliseconds patience = database_.patience();
   database_.put_patience(std::chrono::milliseconds(0));
   std::optional<Error> error;
   try {
-    together([this] { catch_up(); });
+    together([&] {
+      headings_->catch_up();
+      if (most > 0) search_->catch_up(most);
+    });
   } catch (const Error& raised) {
     error = raised;
   }
@@ -53,13 +60,18 @@ void RecordStore::try_to_catch_up() {
   if (error && error->number() == not_a_database) throw Error(*error);
 }
 
+bool RecordStore::index_more(std::size_t most) {
+  try_to_catch_up(most);
+  return !is_read_only() && search_->is_behind();
+}
+
 std::vector<Heading> RecordStore::list(const Listing& listing) const {
   return headings_->list(listing);
 }
 
 std::vector<Heading> RecordStore::find(std::u16string_view text, const Listing& listing,
                                        std::size_t most) {
-  try_to_catch_up();
+  try_to_catch_up(std::numeric_limits<std::size_t>::max());
   std::vector<Heading> found = search_->find(text, listing, most, reach_);
   headings_->add_tags(found);
   return found;

@@ -80,6 +80,7 @@ std::vector<std::int64_t> RecordStore::duplicate(std::span<const std::int64_t> i
     }
   });
   std::vector<std::int64_t> made;
+  made.reserve(copies.size());
   for (const Record& copy : copies) made.push_back(copy.id);
   return made;
 }

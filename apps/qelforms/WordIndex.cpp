@@ -14,7 +14,7 @@ namespace {
 
 /// A text of three letters or fewer is found without a look at all words that begin so.
 constexpr const char* create =
-    "CREATE VIRTUAL TABLE IF NOT EXISTS words USING fts5(title, body, prefix = '1 2 3',"
+    "CREATE VIRTUAL TABLE words USING fts5(title, body, prefix = '1 2 3',"
     " tokenize = 'unicode61 remove_diacritics 2');";
 
 /// Weighing takes time for each record that is found, and for each with one of the words.
@@ -99,21 +99,21 @@ bool WordIndex::is_behind() const {
   return !exists() || Statement(database_, "SELECT 1 FROM unindexed").step();
 }
 
-void WordIndex::catch_up() {
+void WordIndex::catch_up(std::size_t most) {
   if (!is_behind()) return;
   Transaction transaction(database_);
   // Another program may have dropped it, and earlier versions had one of another name.
   if (!exists()) {
-    database_.execute(
-        "DROP TABLE IF EXISTS search;"
-        "INSERT OR IGNORE INTO unindexed SELECT id FROM records");
+    database_.execute(std::string("DROP TABLE IF EXISTS search;"
+                                  "INSERT OR IGNORE INTO unindexed SELECT id FROM records;") +
+                      create);
   }
-  database_.execute(std::string(create) +
-                    "DELETE FROM words WHERE rowid IN (SELECT record FROM unindexed);"
-                    "INSERT INTO words(rowid, title, body)"
-                    " SELECT id, qel_plain(title), qel_plain(body) FROM records"
-                    " WHERE id IN (SELECT record FROM unindexed);"
-                    "DELETE FROM unindexed;");
+  const std::string changed = "(SELECT record FROM unindexed ORDER BY record DESC LIMIT " +
+                              std::to_string(as_limit(most)) + ")";
+  database_.execute("DELETE FROM words WHERE rowid IN " + changed +
+                    ";INSERT INTO words(rowid, title, body)"
+                    " SELECT id, qel_plain(title), qel_plain(body) FROM records WHERE id IN " +
+                    changed + ";DELETE FROM unindexed WHERE record IN " + changed);
   transaction.commit();
 }
 

@@ -21,8 +21,8 @@ class WordIndex {
   bool exists() const;
   /// Whether there is something to catch up with.
   bool is_behind() const;
-  /// Reads what has changed.
-  void catch_up();
+  /// Reads what has changed, of no more records than `most`, the newest first.
+  void catch_up(std::size_t most);
   /// The records of the listing with all of the words, no more than `most`: the best first where
   /// they are some thousand at the most, else those with the words in their titles first, and the
   /// newest before others.

@@ -1,6 +1,5 @@
 // The verbs that change the records.
 
-#include <algorithm>
 #include <memory>
 #include <optional>
 #include <stdexcept>
@@ -85,6 +84,7 @@ int add_files(const VerbSet& verbs, const std::vector<std::string>& files) {
   if (records.size() < files.size()) return command::failed;
   verbs.open(true).save(records);
   std::vector<std::int64_t> ids;
+  ids.reserve(records.size());
   for (const Record& record : records) ids.push_back(record.id);
   print_numbers(ids);
   return command::success;
