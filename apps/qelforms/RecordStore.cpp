@@ -34,11 +34,11 @@ void RecordStore::together(const std::function<void()>& work) {
   transaction.commit();
 }
 
-/// A change brings the index up to date unless that would take long.
-void RecordStore::catch_up() {
+/// A change of this many records brings the index up to date unless it is far behind.
+void RecordStore::catch_up(std::size_t records) {
   constexpr std::size_t some = 1000;
   headings_->catch_up();
-  search_->catch_up(some);
+  search_->catch_up(records + some);
 }
 
 void RecordStore::try_to_catch_up(std::size_t most) {
@@ -90,7 +90,7 @@ void RecordStore::save(std::span<Record> records) {
   std::vector<Record> saved(records.begin(), records.end());
   together([&] {
     for (Record& record : saved) write(record);
-    catch_up();
+    catch_up(saved.size());
   });
   std::move(saved.begin(), saved.end(), records.begin());
 }

@@ -161,7 +161,7 @@ class RecordStore {
   void check() const;
 
  private:
-  void catch_up();
+  void catch_up(std::size_t records);
   void try_to_catch_up(std::size_t most);
   void write(Record& record);
   void refuse_stale(const Record& record) const;

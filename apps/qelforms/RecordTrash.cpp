@@ -47,7 +47,7 @@ void RecordStore::remove(std::span<const std::int64_t> ids) {
       drafts.begin_with(id);
       drafts.run();
     }
-    catch_up();
+    catch_up(ids.size());
   });
 }
 
