@@ -175,6 +175,7 @@ TEST_F(FormsSearch, AnswersWithoutTheIndexWhileTheFileIsLocked) {
   std::vector<std::u16string> queries = {
       u"te c", u"ete tea", u"known well", u"well-kn", u"b1", u"c++ \u7DD1", u"x", u"3", u"don t"};
   std::vector<Ids> expected;
+  expected.reserve(queries.size());
   for (const std::u16string& query : queries) expected.push_back(found(store, query));
   other_program("UPDATE records SET revision = 2");
   Database other(path(), false, {});

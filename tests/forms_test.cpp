@@ -217,7 +217,8 @@ TEST(Differences, AreToldByWords) {
 std::u16string words_for(test::Random& random, std::size_t count) {
   std::u16string text;
   for (; count > 0; --count) {
-    text.append(records::from_integer(random.below(3000))).append(random.below(9) ? u" " : u",\n");
+    text.append(records::from_integer(static_cast<std::int64_t>(random.below(3000))))
+        .append(random.below(9) ? u" " : u",\n");
   }
   return text;
 }

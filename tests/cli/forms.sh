@@ -103,6 +103,7 @@ if "$forms" --help | grep -qe --demo; then
   breaks 2 "'--bogus' is not an option" "$forms" demo.db --bogus
   gives "PDF without a display" '' env -u DISPLAY -u WAYLAND_DISPLAY -u QT_QPA_PLATFORM \
     "$forms" export -d notes.db -o notes.pdf --title Notes
+  gives "a document" %PDF head -c 4 notes.pdf
   gives "a picture of the demo" PNG bash -c 'head -c 4 picture.png | tail -c 3'
   gives "what the demo has typed" $'4\tShopping\n' \
     bash -c "'$forms' find 'ripe) and' -d demo.db | cut -f 1-2"
