@@ -4,7 +4,7 @@ _qelforms_verbs='list find show export trash add edit duplicate tag remove resto
 
 _qelforms() {
   local word=${COMP_WORDS[COMP_CWORD]} before=${COMP_WORDS[COMP_CWORD - 1]} verb=${COMP_WORDS[1]}
-  local choices= common='--help --database'
+  local choices='' common='--help --database'
   local texts='--title --title-file --body --body-file' order='--tag --sort --reverse'
   case $before in
     --sort) choices='created changed title' ;;
