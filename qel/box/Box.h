@@ -95,11 +95,12 @@ class Box : public platform::RichEdit, public std::enable_shared_from_this<Box> 
   void replace_each(const std::vector<richtext::Extent>& parts, std::u16string_view text);
   /// Erases a part; the caret ends up there.
   void erase(richtext::Extent extent, Kind kind);
-  /// Whether the user may, and there is a step.
-  bool can_undo() const { return may_edit() && history_.can_undo(); }
-  bool can_redo() const { return may_edit() && history_.can_redo(); }
-  void undo() { take_step(&UndoHistory::undo); }
-  void redo() { take_step(&UndoHistory::redo); }
+  bool can_undo() const override { return may_edit() && history_.can_undo(); }
+  bool can_redo() const override { return may_edit() && history_.can_redo(); }
+  void undo() override { take_step(&UndoHistory::undo); }
+  void redo() override { take_step(&UndoHistory::redo); }
+  /// The clock that tells pauses in typing.
+  void put_clock(UndoHistory::Clock clock) { history_.put_clock(std::move(clock)); }
   /// Replaces the selection with the data's RTF, or else its HTML, or else its text, unless the
   /// listener does so itself. Whether the data has any of them.
   bool paste(platform::DragData& data);

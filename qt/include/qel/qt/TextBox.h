@@ -236,6 +236,9 @@ class TextBox : public QWidget {
   /// The menu of the box, or of the large editor's box, is about to be shown for a position of the
   /// text. A slot may add to it; the menu goes when it is closed.
   void AboutToShowMenu(QMenu* Menu, int Position);
+  /// An address in the text is to be opened, after a click with Ctrl for instance. The desktop does
+  /// so unless a slot, which must be directly connected, clears `Opens`.
+  void LinkActivated(const QUrl& Url, bool* Opens);
   /// A persisted property was set.
   void PropertyChanged(const QString& Name);
 
