@@ -7,6 +7,7 @@
 #include <QFileInfo>
 #include <QMenu>
 #include <QMimeData>
+#include <QTimer>
 #include <QUrl>
 #include <stdexcept>
 
@@ -152,8 +153,7 @@ void MainWindow::dropEvent(QDropEvent* event) {
   const QStringList files = local_files(*event->mimeData());
   event->acceptProposedAction();
   // The other program waits for the end of the drop.
-  QMetaObject::invokeMethod(
-      this, [this, files] { import_from(files); }, Qt::QueuedConnection);
+  QTimer::singleShot(0, this, [this, files] { import_from(files); });
 }
 
 /// Files that are dropped on a text are imported, too.
