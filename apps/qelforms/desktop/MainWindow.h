@@ -60,7 +60,7 @@ class MainWindow : public QMainWindow {
   /// whether that succeeded; if not, the user is told, and no file is changed.
   bool export_to(const QString& path);
   /// Adds a record for each of the files, and for each in the folders.
-  void import_from(const QStringList& paths);
+  Q_INVOKABLE void import_from(const QStringList& paths);
 
  protected:
   void closeEvent(QCloseEvent* event) override;

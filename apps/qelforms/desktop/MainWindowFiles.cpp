@@ -7,7 +7,6 @@
 #include <QFileInfo>
 #include <QMenu>
 #include <QMimeData>
-#include <QTimer>
 #include <QUrl>
 #include <stdexcept>
 
@@ -153,7 +152,7 @@ void MainWindow::dropEvent(QDropEvent* event) {
   const QStringList files = local_files(*event->mimeData());
   event->acceptProposedAction();
   // The other program waits for the end of the drop.
-  QTimer::singleShot(0, this, [this, files] { import_from(files); });
+  QMetaObject::invokeMethod(this, "import_from", Qt::QueuedConnection, Q_ARG(QStringList, files));
 }
 
 /// Files that are dropped on a text are imported, too.
