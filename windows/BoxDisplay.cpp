@@ -21,24 +21,11 @@ using richtext::RunList;
 namespace {
 
 constexpr UINT utf16_code_page = 1200;
-/// A window lays out a paragraph again for each of its runs that gets a format, so a long text gets
-/// the rest of its formats while the user already sees its beginning.
+/// Where formats have to be put run by run, a long text gets the rest of them while the user already
+/// sees its beginning.
 constexpr std::chrono::milliseconds time_for_formats(40);
 
 bool is_same(CHARRANGE a, CHARRANGE b) { return a.cpMin == b.cpMin && a.cpMax == b.cpMax; }
-
-/// Where a part of a text is after a change.
-Extent moved(Extent part, const Change& change) {
-  const auto move = [&](std::size_t position, std::size_t when_replaced) {
-    if (position <= change.extent.start) return position;
-    if (position < change.extent.end) return when_replaced;
-    return position - change.extent.length() + change.length;
-  };
-  const std::size_t start = move(part.start, change.after().end);
-  return {start, std::max(start, move(part.end, change.extent.start))};
-}
-
-Extent around(Extent a, Extent b) { return {std::min(a.start, b.start), std::max(a.end, b.end)}; }
 
 /// The part in which two texts differ; around it they are equal. It cuts no surrogate pair.
 struct Difference {
@@ -102,6 +89,7 @@ void BoxDisplay::attach(HWND window) {
   window_ = window;
   positions_ = Positions();
   unformatted_ = {};
+  unread_ = {};
   selected_ = {};
   caret_ = 0;
   constexpr LPARAM no_limit = 0x7FFFFFFE;
@@ -134,49 +122,20 @@ void BoxDisplay::show(const Change& change) {
   if (window_ == nullptr) return;
   const bool has_new_text =
       change.kind == Change::Kind::everything || change.kind == Change::Kind::content;
-  {
+  if (put_in_place(change)) {
+    show_selection();
+  } else {
     const Frozen frozen(*this);
-    if (has_new_text) put_text(change);
-    if (change.kind != Change::Kind::formats) put_alignments(change.after());
-    // What has just changed comes before what was left earlier.
-    if (change.kind != Change::Kind::alignments) {
-      const Extent left = put_formats(change.after(), moment());
-      if (left.length() > 0) unformatted_ = is_complete() ? left : around(unformatted_, left);
-    }
+    const bool has_formats = change.kind == Change::Kind::alignments || put_streamed(change);
+    if (!has_formats) put_by_runs(change);
+    put_alignments(change.after());
     show_selection();
   }
   if (has_new_text) send(EM_SCROLLCARET, 0, LPARAM{0});
   send(EM_SETMODIFY, FALSE, LPARAM{0});
 }
 
-void BoxDisplay::put_text(const Change& change) {
-  const bool is_all = change.kind == Change::Kind::everything;
-  select(is_all ? CHARRANGE{0, std::numeric_limits<LONG>::max()} : native_range(change.extent));
-  const Extent after = change.after();
-  const std::u16string_view text =
-      std::u16string_view(box_.text()).substr(after.start, after.length());
-  std::u16string native = native_text(text);
-  send(EM_REPLACESEL, FALSE, native.data());
-  positions_.replace(change.extent, text);
-  unformatted_ = moved(unformatted_, change);
-}
-
-/// Works run by run until the time is up, but does at least one run. Returns the rest.
-Extent BoxDisplay::put_formats(Extent extent, Deadline deadline) {
-  const Document& document = box_.document();
-  for (std::size_t i = document.runs().find(extent.start); extent.length() > 0; ++i) {
-    const RunList::Run run = document.runs().run(i);
-    const std::size_t end = std::min(run.end, extent.end);
-    select(native_range({extent.start, end}));
-    CHARFORMAT2W format = native_format(document.format(run.value), automatic_);
-    send(EM_SETCHARFORMAT, SCF_SELECTION, &format);
-    extent.start = end;
-    if (std::chrono::steady_clock::now() > deadline) break;
-  }
-  return extent;
-}
-
-void BoxDisplay::put_formats_until(Deadline deadline) {
+void BoxDisplay::put_visible_formats(Deadline deadline) {
   if (window_ == nullptr || is_complete()) return;
   {
     const Frozen frozen(*this);
@@ -186,32 +145,30 @@ void BoxDisplay::put_formats_until(Deadline deadline) {
   send(EM_SETMODIFY, FALSE, LPARAM{0});
 }
 
-/// Applies to all paragraphs that the extent touches: the window has its own way with those that
-/// were joined or cut.
-void BoxDisplay::put_alignments(Extent extent) {
-  const Document& document = box_.document();
-  const Extent paragraphs = document.paragraphs(extent);
-  const RunList& runs = document.alignments();
-  for (std::size_t i = runs.find(paragraphs.start); i < runs.run_count(); ++i) {
-    const RunList::Run run = runs.run(i);
-    if (run.start > paragraphs.end) return;
-    PARAFORMAT2 format = native_format(static_cast<richtext::Alignment>(run.value));
-    const Extent aligned = {std::max(run.start, paragraphs.start),
-                            std::min(run.end - 1, paragraphs.end)};
-    const CHARRANGE range = native_range(aligned);
-    select(range);
-    send(EM_SETPARAFORMAT, 0, &format);
-    // An empty paragraph at the end of a selection is not part of it.
-    const std::size_t last = document.paragraphs({aligned.end, aligned.end}).start;
-    if (range.cpMin == range.cpMax || positions_.native(last) < range.cpMax) continue;
-    select({range.cpMax, range.cpMax});
-    send(EM_SETPARAFORMAT, 0, &format);
+void BoxDisplay::put_formats_for_reader(bool of_selection) {
+  put_visible_formats(Deadline::max());
+  if (window_ == nullptr || unread_.length() == 0) return;
+  Extent asked = unread_;
+  if (of_selection) {
+    const Extent selected = box_.selected().extent();
+    // At a caret, the format is that of the character before it or behind it.
+    const std::size_t start = selected.start - std::min<std::size_t>(selected.start, 2);
+    asked = {std::max(asked.start, start), std::min(asked.end, selected.end + 2)};
+    if (asked.start >= asked.end) return;
+    asked = box_.document().without_cut_breaks(asked);
+  } else {
+    unread_ = {};
   }
+  {
+    const Frozen frozen(*this);
+    put_formats(asked, Deadline::max());
+    show_selection();
+  }
+  send(EM_SETMODIFY, FALSE, LPARAM{0});
 }
 
 void BoxDisplay::put_typing_format() {
-  CHARFORMAT2W format = native_format(box_.typing_format(), automatic_);
-  if (box_.selected().is_empty()) send(EM_SETCHARFORMAT, SCF_SELECTION, &format);
+  if (box_.selected().is_empty()) put_format(box_.typing_format());
 }
 
 // The selection.
@@ -296,7 +253,10 @@ std::optional<BoxDisplay::ForeignEdit> BoxDisplay::take_text(Touch touch) {
     show_everything();
   } else {
     // The same text may have another format where it has replaced the selection.
-    const Extent own = is_same ? selected : around(edit.extent, selected);
+    Extent own = selected;
+    if (!is_same) {
+      own = {std::min(edit.extent.start, own.start), std::max(edit.extent.end, own.end)};
+    }
     const std::size_t length = own.length() - edit.extent.length() + edit.text.size();
     show({Change::Kind::content, {own.start, own.start + length}, own.length()});
   }

@@ -17,10 +17,12 @@
 namespace qel::windows {
 
 /// Shows a box in a rich edit window of the system. It is told what has changed in the box and
-/// changes only that part of the window, run by run: the window's own reader and writer of RTF are
+/// changes only that part of the window. Where that has many formats, the window reads it as RTF of
+/// a few words, and whatever it drops of it is put in place by messages; its own writer of RTF is
 /// never used.
 ///
-/// A long text gets its formats after its characters, from its beginning on.
+/// Formats that take long are put in place after the characters, from the beginning of the text on.
+/// Those which a window drops because it does not paint them wait until a program asks.
 class BoxDisplay {
  public:
   /// The box must outlive this.
@@ -43,11 +45,13 @@ class BoxDisplay {
     show({box::Change::Kind::everything, {0, positions_.size()}, box_.text().size()});
   }
   void show_selection();
-  /// Whether all formats are shown.
+  /// Whether all formats are shown that can be seen.
   bool is_complete() const { return unformatted_.length() == 0; }
-  /// Goes on with the formats for a moment, or to their end.
-  void put_more_formats() { put_formats_until(moment()); }
-  void put_all_formats() { put_formats_until(Deadline::max()); }
+  /// Goes on with these for a moment, or to their end.
+  void put_more_formats() { put_visible_formats(moment()); }
+  void put_visible_formats() { put_visible_formats(Deadline::max()); }
+  /// Puts all formats in place, or those of the box's selection.
+  void put_formats_for_reader(bool of_selection);
   /// Gives text composed from now on the box's typing format.
   void put_typing_format();
 
@@ -106,15 +110,26 @@ class BoxDisplay {
   }
   void select(CHARRANGE range);
   void select_backward(NativeSelection selection);
-  void put_text(const box::Change& change);
+  bool put_in_place(const box::Change& change);
+  bool put_streamed(const box::Change& change);
+  void put_by_runs(const box::Change& change);
+  void select_replaced(const box::Change& change);
+  void replace_selection(const box::Change& change, std::u16string_view text);
+  void stream(std::string_view rtf);
+  void find_unread(richtext::Extent extent);
+  CHARFORMAT2W read_format() const;
+  void put_format(const richtext::CharFormat& format);
   richtext::Extent put_formats(richtext::Extent extent, Deadline deadline);
-  void put_formats_until(Deadline deadline);
+  void put_visible_formats(Deadline deadline);
+  std::optional<richtext::Alignment> read_alignment() const;
+  void align_selection(richtext::Alignment alignment);
   void put_alignments(richtext::Extent extent);
 
   const box::Box& box_;
   HWND window_ = nullptr;
   Positions positions_;           // of the text in the window
-  richtext::Extent unformatted_;  // covers all formats that are left for later
+  richtext::Extent unformatted_;  // covers all visible formats that are left for later
+  richtext::Extent unread_;       // covers all others that the window has dropped
   NativeSelection selected_;      // when it was last shown or taken
   long caret_ = 0;                // the window's caret at that time
   std::optional<COLORREF> automatic_;

@@ -41,11 +41,14 @@ DWORD style_of(const BoxAppearance& appearance) {
   return style;
 }
 
+/// Whether a message has the window painted.
+bool paints(UINT message) {
+  return message == WM_PRINT || message == WM_PRINTCLIENT || message == EM_FORMATRANGE;
+}
+
 /// Whether a message reads formats from the window.
 bool reads_formats(UINT message) {
-  constexpr UINT messages[] = {WM_PRINT,           WM_PRINTCLIENT,   EM_FORMATRANGE,
-                               EM_STREAMOUT,       EM_GETCHARFORMAT, EM_GETPARAFORMAT,
-                               EM_GETOLEINTERFACE, WM_GETOBJECT};
+  constexpr UINT messages[] = {EM_STREAMOUT, EM_GETCHARFORMAT, EM_GETOLEINTERFACE, WM_GETOBJECT};
   return std::find(std::begin(messages), std::end(messages), message) != std::end(messages);
 }
 
@@ -300,7 +303,10 @@ BoxWindow::Handled BoxWindow::handle_own(UINT message, WPARAM parameter, LPARAM 
     if (display_.is_complete()) KillTimer(window_, timer_id);
     return 0;
   }
-  if (reads_formats(message) && !composes_) display_.put_all_formats();
+  if (paints(message) && !composes_) display_.put_visible_formats();
+  if (reads_formats(message) && !composes_) {
+    display_.put_formats_for_reader(message == EM_GETCHARFORMAT);
+  }
   if (const Handled handled = compose(message, parameter, data)) return handled;
   if (message >= WM_MOUSEFIRST && message <= WM_MOUSELAST) {
     return handle_mouse(message, parameter, data);

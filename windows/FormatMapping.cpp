@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <string_view>
 
 #include "windows/Text.h"
 
@@ -40,6 +41,23 @@ CHARFORMAT2W native_format(const CharFormat& format, std::optional<COLORREF> aut
   if (is_automatic && !automatic) native.dwEffects |= CFE_AUTOCOLOR;
   native.crTextColor = is_automatic ? automatic.value_or(0) : color;
   return native;
+}
+
+Likeness likeness(const CHARFORMAT2W& shown, const CHARFORMAT2W& wanted) {
+  constexpr DWORD visible = CFM_BOLD | CFM_ITALIC | CFM_UNDERLINE | CFM_STRIKEOUT | CFM_COLOR |
+                            CFM_FACE | CFM_SIZE;
+  constexpr DWORD effects = CFE_BOLD | CFE_ITALIC | CFE_UNDERLINE | CFE_STRIKEOUT | CFE_AUTOCOLOR;
+  const bool has_color = (wanted.dwEffects & CFE_AUTOCOLOR) == 0;
+  const bool looks_alike = (shown.dwMask & visible) == visible &&
+                           (shown.dwEffects & effects) == (wanted.dwEffects & effects) &&
+                           (!has_color || shown.crTextColor == wanted.crTextColor) &&
+                           shown.yHeight == wanted.yHeight &&
+                           std::wstring_view(shown.szFaceName) == wanted.szFaceName;
+  if (!looks_alike) return Likeness::different;
+  constexpr DWORD others = CFM_OFFSET | CFM_SMALLCAPS;
+  const bool is_same = (shown.dwMask & others) == others && shown.yOffset == wanted.yOffset &&
+                       ((shown.dwEffects ^ wanted.dwEffects) & CFE_SMALLCAPS) == 0;
+  return is_same ? Likeness::same : Likeness::looks_alike;
 }
 
 PARAFORMAT2 native_format(Alignment alignment) {

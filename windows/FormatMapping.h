@@ -21,6 +21,14 @@ COLORREF color_value(Color color);
 /// be given (`automatic`).
 CHARFORMAT2W native_format(const richtext::CharFormat& format, std::optional<COLORREF> automatic);
 
+/// How a format that a window shows compares with the one that it is to show.
+enum class Likeness {
+  same,
+  looks_alike,  ///< but for the offset and small capitals, which not every window paints
+  different,
+};
+Likeness likeness(const CHARFORMAT2W& shown, const CHARFORMAT2W& wanted);
+
 PARAFORMAT2 native_format(richtext::Alignment alignment);
 
 /// The colour of text that is readable on a background of the host's own; empty on the system's.
