@@ -8,10 +8,10 @@
 #include <chrono>
 #include <cstdio>
 #include <cstring>
+#include <functional>
 #include <memory>
 #include <string>
 #include <string_view>
-#include <utility>
 #include <vector>
 
 #include "Documents.h"
@@ -26,11 +26,6 @@
 namespace qel::bench {
 namespace {
 
-using platform::Scope;
-
-constexpr int repetitions = 5;
-constexpr int keystrokes = 20;
-
 HWND form() {
   static const HWND window =
       CreateWindowExW(0, L"STATIC", L"Form", WS_OVERLAPPEDWINDOW | WS_VISIBLE | WS_CLIPCHILDREN, 0,
@@ -38,19 +33,32 @@ HWND form() {
   return window;
 }
 
-/// The median of several runs, in milliseconds.
-template <class Work>
-double median_time(int runs, Work work) {
-  std::vector<double> times;
-  for (int i = 0; i < runs; ++i) {
-    const auto start = std::chrono::steady_clock::now();
-    work();
-    const std::chrono::duration<double, std::milli> took =
-        std::chrono::steady_clock::now() - start;
-    times.push_back(took.count());
-  }
+double time_of(const std::function<void()>& work) {
+  const auto start = std::chrono::steady_clock::now();
+  work();
+  const std::chrono::duration<double, std::milli> took = std::chrono::steady_clock::now() - start;
+  return took.count();
+}
+
+double median(std::vector<double> times) {
   std::sort(times.begin(), times.end());
   return times[times.size() / 2];
+}
+
+/// Prints the medians of both in milliseconds. They take turns, since the load of the machine
+/// changes.
+void compare(const char* what, int runs, const std::function<void()>& box,
+             const std::function<void()>& control) {
+  std::vector<double> of_box;
+  std::vector<double> of_control;
+  for (int i = 0; i < runs; ++i) {
+    of_box.push_back(time_of(box));
+    of_control.push_back(time_of(control));
+  }
+  const double ours = median(of_box);
+  const double other = median(of_control);
+  std::printf("%-32s %9.2f %9.2f %7.2f\n", what, ours, other, ours / other);
+  std::fflush(stdout);
 }
 
 DWORD CALLBACK read_on(DWORD_PTR cookie, BYTE* buffer, LONG asked, LONG* read) {
@@ -67,87 +75,72 @@ void stream(HWND window, std::string_view rtf) {
   UpdateWindow(window);
 }
 
-double time_of_key(HWND window, WPARAM middle) {
-  SetFocus(window);
-  SendMessageW(window, EM_SETSEL, middle, static_cast<LPARAM>(middle));
-  return median_time(keystrokes, [&] {
-    SendMessageW(window, WM_CHAR, 'x', 0);
-    UpdateWindow(window);
-  });
-}
-
-/// Makes the window handle what it has put off.
+/// Has the box's window show all that is in the box.
 void finish(HWND window) {
-  CHARFORMAT2W format = {};
-  format.cbSize = sizeof format;
-  SendMessageW(window, EM_GETCHARFORMAT, SCF_SELECTION, reinterpret_cast<LPARAM>(&format));
+  SendMessageW(window, EM_FORMATRANGE, FALSE, 0);
+  UpdateWindow(window);
 }
 
-struct Times {
-  double shown = 0;
-  double complete = 0;
-  double key = 0;
-};
+void press_key(HWND window) {
+  if (GetFocus() != window) SetFocus(window);
+  SendMessageW(window, WM_CHAR, 'x', 0);
+  UpdateWindow(window);
+}
 
-Times times_of_bare(std::string_view rtf, WPARAM middle) {
+HWND bare_control() {
   const HWND window = CreateWindowExW(
       0, MSFTEDIT_CLASS, L"",
       WS_CHILD | WS_VISIBLE | WS_VSCROLL | ES_MULTILINE | ES_AUTOVSCROLL | ES_NOOLEDRAGDROP, 0, 0,
       600, 400, form(), nullptr, GetModuleHandleW(nullptr), nullptr);
   SendMessageW(window, EM_EXLIMITTEXT, 0, 0x7FFFFFFE);
   SendMessageW(window, EM_SETUNDOLIMIT, 0, 0);
-  Times times;
-  times.shown = median_time(repetitions, [&] { stream(window, rtf); });
-  times.complete = times.shown;
-  times.key = time_of_key(window, middle);
-  DestroyWindow(window);
-  return times;
+  return window;
 }
 
-Times times_of_box(box::Box& box, std::u16string_view rtf, WPARAM middle) {
-  const HWND window = windows::native_window(box.window());
-  Times times;
-  std::vector<double> complete;
-  times.shown = median_time(repetitions, [&] {
-    box.put_TextRTF(std::u16string(rtf));
-    UpdateWindow(window);
-  });
-  times.complete = times.shown + median_time(1, [&] { finish(window); });
-  times.key = time_of_key(window, middle);
-  return times;
-}
-
-void compare(const char* name, std::u16string_view markup) {
-  QELIndexFonts fonts;
-  const QELIndexColors colors;
-  const Common::ConversionSlots slots;
-  headless::OwnClipboard clipboard;
-  const auto box = windows::BoxWindow::create(form(), clipboard);
+std::shared_ptr<box::Box> new_box(platform::Clipboard& clipboard) {
+  auto box = windows::BoxWindow::create(form(), clipboard);
   platform::BoxAppearance appearance = box->appearance();
   appearance.width = 600;
   appearance.height = 400;
   appearance.scroll_bars = 2;
   box->put_appearance(appearance);
-  const std::u16string rtf = RTFParser().QELToRTF(std::u16string(markup), fonts, colors);
-  box->put_TextRTF(rtf);
-  const auto middle = static_cast<WPARAM>(box->text().size() / 2);
-  const Times ours = times_of_box(*box, rtf, middle);
-  const Times bare = times_of_bare(richtext::rtf_to_bytes(box->get_TextRTF()), middle);
-  const auto row = [&](const char* what, double its, double other) {
-    std::printf("%-12s %-14s %9.1f ms %9.1f ms %6.2f\n", name, what, its, other, its / other);
-  };
-  row("shown", ours.shown, bare.shown);
-  row("complete", ours.complete, bare.complete);
-  row("key", ours.key, bare.key);
-  std::fflush(stdout);
+  return box;
+}
+
+void measure(const std::string& name, std::u16string_view markup, int keys) {
+  constexpr int loads = 5;
+  QELIndexFonts fonts;
+  const QELIndexColors colors;
+  const Common::ConversionSlots slots;
+  headless::OwnClipboard clipboard;
+  const auto box = new_box(clipboard);
+  box->put_TextRTF(RTFParser().QELToRTF(std::u16string(markup), fonts, colors));
+  const richtext::Document content = box->content(platform::Scope::document);
+  const std::string rtf = richtext::rtf_to_bytes(box->get_TextRTF());
+  const HWND window = windows::native_window(box->window());
+  const HWND bare = bare_control();
+  compare((name + ": shown").c_str(), loads,
+          [&] {
+            box->put_content(platform::Scope::document, content);
+            finish(window);
+          },
+          [&] { stream(bare, rtf); });
+  const auto middle = static_cast<LPARAM>(box->text().size() / 2);
+  for (const HWND edited : {window, bare}) {
+    SendMessageW(edited, EM_SETSEL, static_cast<WPARAM>(middle), middle);
+  }
+  compare((name + ": a key").c_str(), keys, [&] { press_key(window); }, [&] { press_key(bare); });
+  DestroyWindow(bare);
 }
 
 void run() {
+  constexpr int keys = 51;
+  constexpr int slow_keys = 11;
   LoadLibraryW(L"msftedit.dll");
-  std::printf("%-12s %-14s %12s %12s %6s\n", "", "", "box", "control", "ratio");
+  std::printf("%-32s %9s %9s %7s\n", "milliseconds", "box", "control", "ratio");
   const std::u16string& markup = documents(small_size).markup;
-  compare("paragraphs", markup);
-  compare("one", replace_all(markup, u"/nl", u" "));
+  measure("100 kB in paragraphs", markup, keys);
+  measure("100 kB in one paragraph", replace_all(markup, u"/nl", u" "), slow_keys);
 }
 
 }  // namespace

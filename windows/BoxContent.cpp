@@ -40,7 +40,8 @@ Extent moved(Extent part, const Change& change) {
 void add(Extent& parts, Extent part) {
   if (part.length() == 0) return;
   const bool is_first = parts.length() == 0;
-  parts = is_first ? part : Extent{std::min(parts.start, part.start), std::max(parts.end, part.end)};
+  parts =
+      is_first ? part : Extent{std::min(parts.start, part.start), std::max(parts.end, part.end)};
 }
 
 std::size_t run_count(const Document& document, Extent extent) {

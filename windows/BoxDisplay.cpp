@@ -21,8 +21,8 @@ using richtext::RunList;
 namespace {
 
 constexpr UINT utf16_code_page = 1200;
-/// Where formats have to be put run by run, a long text gets the rest of them while the user already
-/// sees its beginning.
+/// Where formats have to be put run by run, a long text gets the rest of them while the user
+/// already sees its beginning.
 constexpr std::chrono::milliseconds time_for_formats(40);
 
 bool is_same(CHARRANGE a, CHARRANGE b) { return a.cpMin == b.cpMin && a.cpMax == b.cpMax; }

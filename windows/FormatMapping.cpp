@@ -44,8 +44,8 @@ CHARFORMAT2W native_format(const CharFormat& format, std::optional<COLORREF> aut
 }
 
 Likeness likeness(const CHARFORMAT2W& shown, const CHARFORMAT2W& wanted) {
-  constexpr DWORD visible = CFM_BOLD | CFM_ITALIC | CFM_UNDERLINE | CFM_STRIKEOUT | CFM_COLOR |
-                            CFM_FACE | CFM_SIZE;
+  constexpr DWORD visible =
+      CFM_BOLD | CFM_ITALIC | CFM_UNDERLINE | CFM_STRIKEOUT | CFM_COLOR | CFM_FACE | CFM_SIZE;
   constexpr DWORD effects = CFE_BOLD | CFE_ITALIC | CFE_UNDERLINE | CFE_STRIKEOUT | CFE_AUTOCOLOR;
   const bool has_color = (wanted.dwEffects & CFE_AUTOCOLOR) == 0;
   const bool looks_alike = (shown.dwMask & visible) == visible &&
