@@ -102,7 +102,7 @@ bool BoxDisplay::put_in_place(const Change& change) {
   }
   select(replaced);
   if (!text.empty()) put_format(document.format_at(after.start));
-  replace_selection(change, text);
+  replace_selection(change.extent, text);
   if (read_alignment() != document.alignment_at(after.start)) put_alignments(after);
   return true;
 }
@@ -111,7 +111,7 @@ void BoxDisplay::put_by_runs(const Change& change) {
   const Extent after = change.after();
   if (change.kind != Change::Kind::formats) {
     select_replaced(change);
-    replace_selection(change, box_.text().substr(after.start, after.length()));
+    replace_selection(change.extent, box_.text().substr(after.start, after.length()));
   }
   // What has just changed comes before what was left earlier.
   add(unformatted_, put_formats(after, moment()));
@@ -126,14 +126,12 @@ bool BoxDisplay::put_streamed(const Change& change) {
   if (run_count(document, after) <= few_runs) return false;
   const richtext::CharFormat& base = document.format(commonest_format(document, after));
   select_replaced(change);
-  replace_selection(change, {});
+  replace_selection(change.extent, {});
   put_format(base);
   stream(native_rtf(document, after, base, automatic_));
-  positions_.replace({change.extent.start, change.extent.start},
-                     std::u16string_view(box_.text()).substr(after.start, after.length()));
-  const Change added = {change.kind, {after.start, after.start}, after.length()};
-  unformatted_ = moved(unformatted_, added);
-  unread_ = moved(unread_, added);
+  const std::u16string_view text =
+      std::u16string_view(box_.text()).substr(after.start, after.length());
+  note_replaced({after.start, after.start}, text);
   const std::u16string shown = read_text();
   const std::u16string wanted = native_text(box_.text());
   if (shown == wanted) {
@@ -142,8 +140,7 @@ bool BoxDisplay::put_streamed(const Change& change) {
     const auto surplus = static_cast<long>(shown.size()) - static_cast<long>(wanted.size());
     const CHARRANGE range = native_range(after);
     select({range.cpMin, std::max(range.cpMin, range.cpMax + surplus)});
-    send(EM_REPLACESEL, FALSE,
-         native_text(std::u16string_view(box_.text()).substr(after.start, after.length())).data());
+    send(EM_REPLACESEL, FALSE, native_text(text).data());
     add(unformatted_, put_formats(after, moment()));
   }
   return true;
@@ -175,12 +172,16 @@ void BoxDisplay::select_replaced(const Change& change) {
   select(is_all ? CHARRANGE{0, std::numeric_limits<LONG>::max()} : native_range(change.extent));
 }
 
-/// Replaces what is selected in the window: what the change has replaced.
-void BoxDisplay::replace_selection(const Change& change, std::u16string_view text) {
+void BoxDisplay::replace_selection(Extent extent, std::u16string_view text) {
   std::u16string native = native_text(text);
   send(EM_REPLACESEL, FALSE, native.data());
-  positions_.replace(change.extent, text);
-  const Change made = {change.kind, change.extent, text.size()};
+  note_replaced(extent, text);
+}
+
+/// In the window, text has replaced the extent.
+void BoxDisplay::note_replaced(Extent extent, std::u16string_view text) {
+  positions_.replace(extent, text);
+  const Change made = {Change::Kind::content, extent, text.size()};
   unformatted_ = moved(unformatted_, made);
   unread_ = moved(unread_, made);
 }

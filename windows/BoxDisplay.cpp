@@ -248,7 +248,7 @@ std::optional<BoxDisplay::ForeignEdit> BoxDisplay::take_text(Touch touch) {
   };
   ForeignEdit edit = {{position(before.start), position(before.end)},
                       box_text(std::u16string_view(native).substr(after.start, after.length()))};
-  positions_.replace(edit.extent, edit.text);
+  note_replaced(edit.extent, edit.text);
   if (touch == Touch::all) {
     show_everything();
   } else {

@@ -114,7 +114,8 @@ class BoxDisplay {
   bool put_streamed(const box::Change& change);
   void put_by_runs(const box::Change& change);
   void select_replaced(const box::Change& change);
-  void replace_selection(const box::Change& change, std::u16string_view text);
+  void replace_selection(richtext::Extent extent, std::u16string_view text);
+  void note_replaced(richtext::Extent extent, std::u16string_view text);
   void stream(std::string_view rtf);
   void find_unread(richtext::Extent extent);
   CHARFORMAT2W read_format() const;
