@@ -85,25 +85,24 @@ DWORD CALLBACK read_on(DWORD_PTR cookie, BYTE* buffer, LONG asked, LONG* read) {
 
 }  // namespace
 
-/// Shows a change within a run and a line, such as a key's, without freezing the window. Whether it
-/// was one.
+/// Shows an insertion of one format or a removal, such as a key's, without freezing the window.
+/// Whether it was one.
 bool BoxDisplay::put_in_place(const Change& change) {
   const Document& document = box_.document();
   const Extent after = change.after();
-  const CHARRANGE replaced = native_range(change.extent);
-  const std::u16string text = box_.text().substr(after.start, after.length());
-  const bool has_breaks =
-      static_cast<std::size_t>(replaced.cpMax - replaced.cpMin) != change.extent.length() ||
-      text.find(u'\r') != text.npos;
   const bool is_simple = change.extent.length() == 0 || after.length() == 0;
-  if (change.kind != Change::Kind::content || !is_simple || has_breaks || read_only_ ||
+  if (change.kind != Change::Kind::content || !is_simple || read_only_ ||
       run_count(document, after) > 1) {
     return false;
   }
+  const std::u16string text = box_.text().substr(after.start, after.length());
+  const CHARRANGE replaced = native_range(change.extent);
+  const auto length = static_cast<std::size_t>(replaced.cpMax - replaced.cpMin);
+  const bool has_breaks = length != change.extent.length() || text.find(u'\r') != text.npos;
   select(replaced);
   if (!text.empty()) put_format(document.format_at(after.start));
   replace_selection(change.extent, text);
-  if (read_alignment() != document.alignment_at(after.start)) put_alignments(after);
+  if (has_breaks || read_alignment() != document.alignment_at(after.start)) put_alignments(after);
   return true;
 }
 
