@@ -33,9 +33,16 @@ HWND form() {
   return window;
 }
 
-double time_of(const std::function<void()>& work) {
+struct Subject {
+  HWND window;
+  std::function<void(HWND window)> work;
+};
+
+double time_of(const Subject& subject) {
+  SetFocus(subject.window);
+  UpdateWindow(subject.window);
   const auto start = std::chrono::steady_clock::now();
-  work();
+  subject.work(subject.window);
   const std::chrono::duration<double, std::milli> took = std::chrono::steady_clock::now() - start;
   return took.count();
 }
@@ -47,8 +54,7 @@ double median(std::vector<double> times) {
 
 /// Prints the medians of both in milliseconds. They take turns, since the load of the machine
 /// changes.
-void compare(const char* what, int runs, const std::function<void()>& box,
-             const std::function<void()>& control) {
+void compare(const std::string& what, int runs, const Subject& box, const Subject& control) {
   std::vector<double> of_box;
   std::vector<double> of_control;
   for (int i = 0; i < runs; ++i) {
@@ -57,7 +63,7 @@ void compare(const char* what, int runs, const std::function<void()>& box,
   }
   const double ours = median(of_box);
   const double other = median(of_control);
-  std::printf("%-32s %9.2f %9.2f %7.2f\n", what, ours, other, ours / other);
+  std::printf("%-32s %9.2f %9.2f %7.2f\n", what.c_str(), ours, other, ours / other);
   std::fflush(stdout);
 }
 
@@ -82,7 +88,6 @@ void finish(HWND window) {
 }
 
 void press_key(HWND window) {
-  if (GetFocus() != window) SetFocus(window);
   SendMessageW(window, WM_CHAR, 'x', 0);
   UpdateWindow(window);
 }
@@ -119,17 +124,17 @@ void measure(const std::string& name, std::u16string_view markup, int keys) {
   const std::string rtf = richtext::rtf_to_bytes(box->get_TextRTF());
   const HWND window = windows::native_window(box->window());
   const HWND bare = bare_control();
-  compare((name + ": shown").c_str(), loads,
-          [&] {
-            box->put_content(platform::Scope::document, content);
-            finish(window);
-          },
-          [&] { stream(bare, rtf); });
+  const auto show = [&](HWND shown) {
+    box->put_content(platform::Scope::document, content);
+    finish(shown);
+  };
+  const auto read = [&](HWND shown) { stream(shown, rtf); };
+  compare(name + ": shown", loads, {window, show}, {bare, read});
   const auto middle = static_cast<LPARAM>(box->text().size() / 2);
   for (const HWND edited : {window, bare}) {
     SendMessageW(edited, EM_SETSEL, static_cast<WPARAM>(middle), middle);
   }
-  compare((name + ": a key").c_str(), keys, [&] { press_key(window); }, [&] { press_key(bare); });
+  compare(name + ": a key", keys, {window, press_key}, {bare, press_key});
   DestroyWindow(bare);
 }
 
