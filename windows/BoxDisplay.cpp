@@ -78,7 +78,7 @@ class BoxDisplay::Frozen {
 LRESULT BoxDisplay::send(UINT message, WPARAM parameter, LPARAM data) const {
   if (window_ == nullptr) return 0;
   const Scoped busy(busy_, busy_ + 1);
-  return SendMessageW(window_, message, parameter, data);
+  return CallWindowProcW(procedure_, window_, message, parameter, data);
 }
 
 BoxDisplay::Deadline BoxDisplay::moment() {
@@ -87,6 +87,9 @@ BoxDisplay::Deadline BoxDisplay::moment() {
 
 void BoxDisplay::attach(HWND window) {
   window_ = window;
+  procedure_ = window == nullptr
+                   ? nullptr
+                   : reinterpret_cast<WNDPROC>(GetWindowLongPtrW(window, GWLP_WNDPROC));
   positions_ = Positions();
   unformatted_ = {};
   unread_ = {};

@@ -28,7 +28,8 @@ class BoxDisplay {
   /// The box must outlive this.
   explicit BoxDisplay(const box::Box& box) : box_(box) {}
 
-  /// Sets the window, which must be empty, to show the box in; null for none.
+  /// Sets the window, which must be empty and have the procedure of its class, to show the box in;
+  /// null for none.
   void attach(HWND window);
 
   void put_read_only(bool read_only);
@@ -128,6 +129,7 @@ class BoxDisplay {
 
   const box::Box& box_;
   HWND window_ = nullptr;
+  WNDPROC procedure_ = nullptr;   // its class's: messages would pass through ours first
   Positions positions_;           // of the text in the window
   richtext::Extent unformatted_;  // covers all visible formats that are left for later
   richtext::Extent unread_;       // covers all others that the window has dropped
