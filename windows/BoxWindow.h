@@ -19,8 +19,9 @@ namespace qel::windows {
 /// moves the caret by lines. Text composed from several keys is typed into the box; edits of the
 /// window by other programs become edits of the box.
 ///
-/// Of a long text with many formats the window shows the text at once, and then the formats from
-/// its beginning on, while it handles messages; a program that reads formats from it gets all.
+/// Where the window does not read formats from RTF as they are, it shows the text at once, and then
+/// these formats from the beginning on, while it handles messages; a program that reads formats
+/// from it gets all.
 ///
 /// Limits of the window: a line separator and other characters at which it would end a line are
 /// shown as blanks, control characters and placeholders of objects as a sign. A font's name has at

@@ -136,8 +136,7 @@ std::string native_rtf(const Document& document, Extent extent, const CharFormat
   Tables tables;
   const CHARFORMAT2W usual = native_format(base, automatic);
   Alignment alignment = document.alignment_at(extent.start);
-  std::string body = words(nullptr, usual, tables);
-  body.append(word_of(alignment)).append(" ");
+  std::string body = words(nullptr, usual, tables) + "\\ql ";
   std::map<richtext::FormatPool::Id, std::string> words_of;
   const RunList& runs = document.runs();
   for (std::size_t i = runs.find(extent.start), at = extent.start; at < extent.end; ++i) {
@@ -146,9 +145,10 @@ std::string native_rtf(const Document& document, Extent extent, const CharFormat
     if (is_new) {
       known->second = words(&usual, native_format(document.format(run.value), automatic), tables);
     }
-    body.append("{").append(known->second);
+    std::string head = known->second;
     // Some versions end the alignment with the group, others do not.
-    body.append(word_of(alignment)).append(" ");
+    if (alignment != Alignment::left) head += word_of(alignment);
+    body.append("{").append(head).append(head.empty() ? "" : " ");
     const std::size_t length = std::min(run.end, extent.end) - at;
     for (const char16_t c : native_text(std::u16string_view(document.text()).substr(at, length))) {
       ++at;

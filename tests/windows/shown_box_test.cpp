@@ -96,13 +96,21 @@ TEST_F(ShownBoxes, ShowWhatTheBoxHolds) {
   }
 }
 
-TEST_F(ShownBoxes, FormatLongTextsInTheEnd) {
+TEST_F(ShownBoxes, FormatLongTextsAtOnce) {
   const auto box = new_box();
   std::u16string rtf = u"{\\rtf1 ";
   for (int i = 0; i < 400; ++i) rtf += u"plain {\\b bold }{\\i slanted}\\par ";
   box->put_TextRTF(rtf + u"}");
+  const HWND window = window_of(*box);
+  const auto of_class = reinterpret_cast<WNDPROC>(GetClassLongPtrW(window, GCLP_WNDPROC));
+  CHARFORMAT2W last = {};
+  last.cbSize = sizeof last;
+  CallWindowProcW(of_class, window, EM_SETSEL, 400 * 19 - 3, 400 * 19 - 2);
+  CallWindowProcW(of_class, window, EM_GETCHARFORMAT, SCF_SELECTION,
+                  reinterpret_cast<LPARAM>(&last));
+  EXPECT_NE(last.dwEffects & CFE_ITALIC, 0U) << "the formats are there before anyone asks";
   box->select({4000, 0});
-  SendMessageW(window_of(*box), WM_CHAR, u'x', 0);
+  SendMessageW(window, WM_CHAR, u'x', 0);
   box->select({2000, 30});
   box->put_SelColor(255);
   EXPECT_EQ(Window(*box).text().size(), 400U * 19 + 1) << "the text is there at once";
