@@ -41,15 +41,15 @@ DWORD style_of(const BoxAppearance& appearance) {
   return style;
 }
 
-/// Whether a message has the window painted.
-bool paints(UINT message) {
-  return message == WM_PRINT || message == WM_PRINTCLIENT || message == EM_FORMATRANGE;
+/// Whether a message is answered with what can be seen in the window.
+bool asks_what_is_seen(UINT message) {
+  constexpr UINT messages[] = {WM_PRINT, WM_PRINTCLIENT, EM_FORMATRANGE, WM_GETOBJECT};
+  return std::find(std::begin(messages), std::end(messages), message) != std::end(messages);
 }
 
 /// Whether a message reads formats from the window.
 bool reads_formats(UINT message) {
-  constexpr UINT messages[] = {EM_STREAMOUT, EM_GETCHARFORMAT, EM_GETOLEINTERFACE, WM_GETOBJECT};
-  return std::find(std::begin(messages), std::end(messages), message) != std::end(messages);
+  return message == EM_STREAMOUT || message == EM_GETCHARFORMAT || message == EM_GETOLEINTERFACE;
 }
 
 /// Whether a change needs a new window: these styles cannot be changed in an existing one.
@@ -170,14 +170,18 @@ void BoxWindow::show_appearance(const BoxAppearance& before) {
     return;
   }
   if (before.read_only != is.read_only) display_.put_read_only(is.read_only);
-  if (before.back_color != is.back_color && display_.put_background(is.back_color)) {
-    const std::size_t size = box_.text().size();
-    show({box::Change::Kind::formats, {0, size}, size});
-  }
+  if (before.back_color != is.back_color) put_background();
   if (before.font_name != is.font_name || before.font_size != is.font_size) {
     display_.put_font(is.font_name, is.font_size);
   }
   place();
+}
+
+/// Also when the colours of the system change, as they do for high contrast.
+void BoxWindow::put_background() {
+  if (!display_.put_background(box_.appearance().back_color)) return;
+  const std::size_t size = box_.text().size();
+  show({box::Change::Kind::formats, {0, size}, size});
 }
 
 /// Updates the position of the window, and what the user may do in it.
@@ -303,7 +307,7 @@ BoxWindow::Handled BoxWindow::handle_own(UINT message, WPARAM parameter, LPARAM 
     if (display_.is_complete()) KillTimer(window_, timer_id);
     return 0;
   }
-  if (paints(message) && !composes_) display_.put_visible_formats();
+  if (asks_what_is_seen(message) && !composes_) display_.put_visible_formats();
   if (reads_formats(message) && !composes_) {
     display_.put_formats_for_reader(message == EM_GETCHARFORMAT);
   }
@@ -320,6 +324,7 @@ BoxWindow::Handled BoxWindow::handle_own(UINT message, WPARAM parameter, LPARAM 
   if (message == EM_CANREDO) return box_.can_redo() ? TRUE : FALSE;
   // The box has a font of its own.
   if (message == WM_SETFONT) return 0;
+  if (message == WM_SYSCOLORCHANGE) put_background();
   return handle_key(message, parameter, data);
 }
 

@@ -63,6 +63,7 @@ class BoxWindow : public box::View {
   void create(HWND parent);
   void lose();
   void place();
+  void put_background();
   void go_on_later();
   void take_from_window(BoxDisplay::Touch touch);
   void take_foreign_text(BoxDisplay::Touch touch);

@@ -179,6 +179,18 @@ TEST_F(BoxWindows, LookAsTheyAreToldTo) {
   expect_shown(*box);
 }
 
+TEST_F(BoxWindows, FollowTheColorsOfTheSystem) {
+  const auto box = new_box();
+  const Window window(*box);
+  const INT element = COLOR_WINDOW;
+  const COLORREF usual = GetSysColor(element);
+  const COLORREF black = 0;
+  SetSysColors(1, &element, &black);
+  window.send(WM_SYSCOLORCHANGE);
+  SetSysColors(1, &element, &usual);
+  EXPECT_EQ(static_cast<COLORREF>(window.send(EM_SETBKGNDCOLOR, 0, 0)), black);
+}
+
 /// A listener lets go of the box while it is called.
 TEST_F(BoxWindows, GoWheneverTheyAreLetGo) {
   struct Listener : platform::BoxListener {
