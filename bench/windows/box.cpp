@@ -14,7 +14,7 @@
 #include <string_view>
 #include <vector>
 
-#include "Documents.h"
+#include "bench/Documents.h"
 #include "qel/base/Scan.h"
 #include "qel/headless/Shared.h"
 #include "qel/platform/Common.h"
