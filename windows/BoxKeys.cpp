@@ -74,7 +74,9 @@ LRESULT BoxWindow::press(UINT message, WPARAM key, LPARAM data) {
     drop_characters();
     return 0;
   }
-  if (is_about_to_type()) return 0;
+  // With Ctrl, the space bar types nothing in any box, although the system says it does.
+  const bool types_nothing = left == space_key && mask == ctrl_key;
+  if (!types_nothing && is_about_to_type()) return 0;
   drop_characters();
   const bool is_own = left == key_code && mask == shift;
   if (box::Keyboard::leaves_box(left, mask)) {

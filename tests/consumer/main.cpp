@@ -2,6 +2,7 @@
 
 // What programs and platforms include. An installed header that none of these needs is private.
 #include "qel/base/Utf8.h"
+#include "qel/box/Search.h"
 #include "qel/convert/HtmlWriter.h"
 #include "qel/convert/Lint.h"
 #include "qel/convert/Normalize.h"
