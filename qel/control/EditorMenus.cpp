@@ -54,8 +54,9 @@ MenuItem stated_item(std::u16string_view name, std::u16string_view caption) {
 
 MenuItem item(const commands::Label& label) {
   const auto& [name, caption, key_code, shift] = label;
-  if (key_code == 0 && std::any_of(std::begin(stated_keys), std::end(stated_keys),
-                                   [&](const Key& row) { return row.command == name; })) {
+  if (key_code == 0 &&
+      std::any_of(std::begin(stated_keys), std::end(stated_keys),
+                  [wanted = name](const Key& row) { return row.command == wanted; })) {
     return stated_item(name, caption);
   }
   return {std::u16string(name), commands::menu_text(caption, key_code, shift)};

@@ -34,7 +34,7 @@ void require_display(bool is_demo) {
 }
 
 QString folder_of(QStandardPaths::StandardLocation location) {
-  const QString folder = QStandardPaths::writableLocation(location);
+  QString folder = QStandardPaths::writableLocation(location);
   if (!QDir().mkpath(folder)) {
     throw std::runtime_error("cannot create the folder " + folder.toStdString());
   }

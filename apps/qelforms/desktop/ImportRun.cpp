@@ -76,7 +76,9 @@ class Run {
   void pause() {
     progress_.setLabelText(translated("Another program is writing to the records..."));
     QEventLoop loop;
-    QTimer::singleShot(lock_delay, &loop, &QEventLoop::quit);
+    QTimer timer;
+    timer.callOnTimeout(&loop, &QEventLoop::quit);
+    timer.start(lock_delay);
     loop.exec();
   }
 
