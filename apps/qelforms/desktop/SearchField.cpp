@@ -1,12 +1,16 @@
 #include "SearchField.h"
 
 #include <QKeyEvent>
+#include <QPainter>
 
 #include "Glyphs.h"
+#include "RecordDelegate.h"
 
 namespace qel::forms {
 
-SearchField::SearchField(QWidget* parent) : QLineEdit(parent) {
+SearchField::SearchField(QWidget* parent) : FlatField(parent) {
+  constexpr int above = 4;
+  setTextMargins(0, above, 0, above);
   setPlaceholderText(tr("Search"));
   setAccessibleName(tr("Search titles and texts"));
   setClearButtonEnabled(true);
@@ -25,8 +29,21 @@ void SearchField::keyPressEvent(QKeyEvent* event) {
       emit left();
       return;
     default:
-      QLineEdit::keyPressEvent(event);
+      FlatField::keyPressEvent(event);
   }
+}
+
+/// The frames of some styles cannot be seen on a dark list.
+void SearchField::paintEvent(QPaintEvent* event) {
+  constexpr double tint = 0.07;
+  constexpr qreal radius = 6;
+  const QPalette colors = parentWidget()->palette();
+  QPainter painter(this);
+  painter.setRenderHint(QPainter::Antialiasing);
+  painter.setPen(hasFocus() ? QPen(colors.color(QPalette::Highlight)) : QPen(Qt::NoPen));
+  painter.setBrush(mixed(colors.color(QPalette::Base), colors.color(QPalette::Text), tint));
+  painter.drawRoundedRect(QRectF(rect()).adjusted(0.5, 0.5, -0.5, -0.5), radius, radius);
+  FlatField::paintEvent(event);
 }
 
 }  // namespace qel::forms

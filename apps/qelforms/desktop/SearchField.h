@@ -1,11 +1,11 @@
 #pragma once
 
-#include <QLineEdit>
+#include "FlatField.h"
 
 namespace qel::forms {
 
 /// The field for what is searched. Keys that lead out of it are signals.
-class SearchField : public QLineEdit {
+class SearchField : public FlatField {
   Q_OBJECT
 
  public:
@@ -19,6 +19,7 @@ class SearchField : public QLineEdit {
 
  protected:
   void keyPressEvent(QKeyEvent* event) override;
+  void paintEvent(QPaintEvent* event) override;
 };
 
 }  // namespace qel::forms

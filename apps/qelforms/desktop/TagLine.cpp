@@ -3,11 +3,11 @@
 #include <QAbstractButton>
 #include <QCompleter>
 #include <QKeyEvent>
-#include <QLineEdit>
 #include <QPainter>
 #include <QStringListModel>
 #include <QStyle>
 
+#include "FlatField.h"
 #include "Glyphs.h"
 #include "RecordDelegate.h"
 
@@ -18,6 +18,7 @@ constexpr int gap = 6;
 constexpr int around = 8;
 constexpr int cross = 12;
 constexpr int field_width = 110;
+constexpr int field_inset = 2;  // of its text from its edge
 
 /// A tag; a click or Delete takes it away.
 class Chip : public QAbstractButton {
@@ -73,15 +74,10 @@ class Chip : public QAbstractButton {
 
 }  // namespace
 
-TagLine::TagLine(QWidget* parent) : QWidget(parent), field_(new QLineEdit(this)) {
-  field_->setFrame(false);
+TagLine::TagLine(QWidget* parent) : QWidget(parent), field_(new FlatField(this)) {
   field_->setPlaceholderText(tr("Add a tag"));
   field_->setAccessibleName(tr("Add a tag"));
   field_->installEventFilter(this);
-  field_->setAutoFillBackground(false);
-  QPalette colors = field_->palette();
-  colors.setColor(QPalette::Base, Qt::transparent);
-  field_->setPalette(colors);
   auto* const completer = new QCompleter(new QStringListModel(field_), field_);
   completer->setCaseSensitivity(Qt::CaseInsensitive);
   field_->setCompleter(completer);
@@ -194,6 +190,7 @@ int TagLine::place(int width, bool moves) const {
     row = qMax(row, size.height());
     put(*chip, {qMin(size.width(), width), size.height()});
   }
+  if (chips_.empty()) x -= field_inset;
   if (field_->isVisibleTo(this)) put(*field_, {field_width, field_->sizeHint().height()});
   return y + row;
 }
