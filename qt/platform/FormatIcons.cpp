@@ -26,7 +26,6 @@ class Engine : public QIconEngine {
 
   void paint(QPainter* painter, const QRect& rect, QIcon::Mode mode, QIcon::State) override {
     const QPalette palette = QGuiApplication::palette();
-    const auto group = mode == QIcon::Disabled ? QPalette::Disabled : QPalette::Active;
     const auto role = mode == QIcon::Selected ? QPalette::HighlightedText : QPalette::ButtonText;
     const double scale = qMin(rect.width(), rect.height()) / side;
     painter->save();
@@ -35,7 +34,7 @@ class Engine : public QIconEngine {
     painter->scale(scale, scale);
     painter->translate(-side / 2, -side / 2);
     if (mode == QIcon::Disabled) painter->setOpacity(disabled_opacity);
-    draw_(*painter, palette.color(group, role));
+    draw_(*painter, palette.color(QPalette::Active, role));
     painter->restore();
   }
   QPixmap pixmap(const QSize& size, QIcon::Mode mode, QIcon::State state) override {
@@ -48,7 +47,8 @@ class Engine : public QIconEngine {
   QIconEngine* clone() const override { return new Engine(draw_); }
 
  private:
-  static constexpr double disabled_opacity = 0.7;
+  // The disabled colours of some dark palettes cannot be seen.
+  static constexpr double disabled_opacity = 0.35;
 
   Draw draw_;
 };

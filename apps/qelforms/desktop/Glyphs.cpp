@@ -61,16 +61,17 @@ class Engine : public QIconEngine {
   void paint(QPainter* painter, const QRect& place, QIcon::Mode mode, QIcon::State) override {
     constexpr qreal units = 16;
     constexpr qreal width = 1.4;
+    constexpr qreal disabled_opacity = 0.4;
     const QPalette palette = widget_ == nullptr ? QApplication::palette() : widget_->palette();
-    const auto group = mode == QIcon::Disabled ? QPalette::Disabled : QPalette::Active;
     const qreal scale = qMin(place.width(), place.height()) / units;
     painter->save();
     painter->setRenderHint(QPainter::Antialiasing);
     painter->translate(place.center() + QPointF(0.5, 0.5));
     painter->scale(scale, scale);
     painter->translate(-units / 2, -units / 2);
-    painter->setPen(QPen(palette.color(group, QPalette::WindowText), width, Qt::SolidLine,
-                         Qt::RoundCap, Qt::RoundJoin));
+    if (mode == QIcon::Disabled) painter->setOpacity(disabled_opacity);
+    painter->setPen(QPen(palette.color(QPalette::Active, QPalette::WindowText), width,
+                         Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
     painter->drawPath(lines_of(glyph_));
     painter->restore();
   }

@@ -76,7 +76,8 @@ QWidget* ListSide::create_head() {
   choice_->setAccessibleName(tr("Records to show"));
   choice_->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
   choice_->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
-  order_button_->setIcon(glyph(Glyph::sort, *order_button_));
+  order_button_->setIcon(
+      glyph(Glyph::sort, *this));  // a button with a style sheet keeps its colours
   order_button_->setToolTip(tr("Sort by"));
   order_button_->setAccessibleName(tr("Sort by"));
   order_button_->setPopupMode(QToolButton::InstantPopup);
