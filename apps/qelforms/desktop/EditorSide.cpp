@@ -49,7 +49,10 @@ EditorSide::EditorSide(QWidget* parent)
   auto* const bar = new QVBoxLayout;
   bar->setContentsMargins(side_margin - gap, gap / 2, side_margin - gap, 0);
   bar->addWidget(format_bar_);
-  find_bar_->setContentsMargins(side_margin - gap, 0, gap, 0);
+  // On the colour of the window it stands apart from the text, and its fields from it.
+  find_bar_->setAutoFillBackground(true);
+  find_bar_->setBackgroundRole(QPalette::Window);
+  find_bar_->setContentsMargins(side_margin - gap / 2, gap / 2, gap / 2, gap / 2);
   auto* const head = new QVBoxLayout;
   head->setContentsMargins(side_margin, top_margin, side_margin, 0);
   head->setSpacing(gap);

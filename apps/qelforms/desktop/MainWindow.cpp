@@ -33,6 +33,7 @@ constexpr auto others_delay = std::chrono::seconds(2);
 constexpr QSize preferred_size(1040, 680);
 constexpr int list_width = 280;
 constexpr int narrowest_list = 200;
+constexpr int status_gap = 16;
 
 /// The beginning of the text of a record, as a reader sees it.
 QString preview_of(const RecordStore& store, std::int64_t id) {
@@ -68,6 +69,8 @@ MainWindow::MainWindow(RecordStore& store, WindowOptions options)
   setAcceptDrops(true);
   counts_->setObjectName(QStringLiteral("counts"));
   state_->setObjectName(QStringLiteral("state"));
+  counts_->setContentsMargins(0, 0, status_gap, 0);
+  state_->setContentsMargins(0, 0, status_gap / 2, 0);
   statusBar()->addPermanentWidget(counts_);
   statusBar()->addPermanentWidget(state_);
   retries_.put_reporter([this](const std::exception& error) { report(error); });
@@ -102,6 +105,7 @@ void MainWindow::begin(bool recovers) {
     }
   });
   editor_->body().setFocus();
+  show_counts();
   show_state();
 }
 

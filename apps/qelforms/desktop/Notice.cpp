@@ -20,7 +20,7 @@ constexpr auto time_to_read = std::chrono::seconds(12);
 Notice::Notice(QWidget* parent)
     : QFrame(parent), label_(new QLabel), button_(new QPushButton), timer_(this) {
   constexpr int margin = 8;
-  constexpr int side_margin = 14;
+  constexpr int side_margin = 32;  // as that of the text above
   setAutoFillBackground(true);
   setBackgroundRole(QPalette::AlternateBase);
   label_->setWordWrap(true);
