@@ -59,9 +59,9 @@ ConflictDialog::ConflictDialog(const Version& theirs, const Version& mine, QWidg
     : QDialog(parent) {
   constexpr QSize preferred(780, 480);
   setWindowTitle(tr("Two Versions"));
-  auto* const question = new QLabel(
-      tr("This record was saved in another window while you were writing. What differs is marked: "
-         "struck out what only the other version has, underlined what only yours has."));
+  auto* const question = new QLabel(tr(
+      "This record was saved in another window while you were writing. What differs is marked: "
+      "words that only their version has are struck out, words that only yours has underlined."));
   question->setWordWrap(true);
   auto* const layout = new QVBoxLayout(this);
   layout->addWidget(question);
@@ -77,8 +77,8 @@ QWidget* ConflictDialog::create_versions(const Version& theirs, const Version& m
   grid->setContentsMargins(0, 0, 0, 0);
   auto* const their_page = create_page(tr("Their version"));
   auto* const my_page = create_page(tr("Your version"));
-  auto* const their_label = new QLabel(tr("&Theirs, saved"));
-  auto* const my_label = new QLabel(tr("&Yours, not saved yet"));
+  auto* const their_label = new QLabel(tr("Th&eirs, saved"));
+  auto* const my_label = new QLabel(tr("Yo&urs, not saved yet"));
   their_label->setBuddy(their_page);
   my_label->setBuddy(my_page);
   grid->addWidget(their_label, 0, 0);
@@ -116,8 +116,8 @@ QWidget* ConflictDialog::create_buttons() {
     });
   };
   add(tr("Keep &Both"), "keep_both", Answer::keep_both);
-  add(tr("Use &Mine"), "use_mine", Answer::use_mine);
-  add(tr("&Use Theirs"), "use_theirs", Answer::use_theirs);
+  add(tr("Keep &Yours"), "use_mine", Answer::use_mine);
+  add(tr("Keep &Theirs"), "use_theirs", Answer::use_theirs);
   connect(buttons, &QDialogButtonBox::rejected, this, &QDialog::reject);
   return buttons;
 }

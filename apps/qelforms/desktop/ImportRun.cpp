@@ -48,7 +48,10 @@ class Run {
       const std::string path = file.toStdString();
       group_.push_back(imported(command::read_file(path), path));
     } catch (const std::exception& error) {
-      result_.errors.append(QString::fromUtf8(error.what()));
+      // The name says enough; which folder it was the user knows.
+      QString message = QString::fromUtf8(error.what()).replace(file, QFileInfo(file).fileName());
+      message[0] = message[0].toUpper();
+      result_.errors.append(message);
     }
   }
 

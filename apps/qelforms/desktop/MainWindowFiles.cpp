@@ -132,7 +132,9 @@ void MainWindow::import_from(const QStringList& paths) {
   constexpr qsizetype most_shown = 5;
   QMessageBox box(
       QMessageBox::Warning, tr("Import"),
-      tr("%1 of %2 files could not be imported.").arg(result.errors.size()).arg(files.size()),
+      files.size() == 1
+          ? tr("The file could not be imported.")
+          : tr("%1 of %2 files could not be imported.").arg(result.errors.size()).arg(files.size()),
       QMessageBox::Ok, this);
   box.setInformativeText(result.errors.mid(0, most_shown).join(QChar(u'\n')));
   if (result.errors.size() > most_shown) {

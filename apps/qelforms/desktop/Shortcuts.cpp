@@ -26,12 +26,12 @@ constexpr const char* others[][2] = {
     {"Esc", QT_TRANSLATE_NOOP("qel::forms::Shortcuts", "End the search and go back to the text")},
     {"Del", QT_TRANSLATE_NOOP("qel::forms::Shortcuts", "Delete the selected records of the list")},
     {"Ctrl+Space", QT_TRANSLATE_NOOP("qel::forms::Shortcuts", "Plain text")},
-    {"Alt+1 ... Alt+9", QT_TRANSLATE_NOOP("qel::forms::Shortcuts", "A font of the table")},
-    {"Ctrl+1 ... Ctrl+9", QT_TRANSLATE_NOOP("qel::forms::Shortcuts", "A colour of the table")},
+    {"Alt+F1 ... Alt+F9", QT_TRANSLATE_NOOP("qel::forms::Shortcuts", "A font of the table")},
+    {"Ctrl+F1 ... Ctrl+F9", QT_TRANSLATE_NOOP("qel::forms::Shortcuts", "A colour of the table")},
 };
 
 QString row_of(const QString& keys, const QString& meaning) {
-  return QStringLiteral("<tr><td style='padding: 2px 24px 2px 0'>%1</td><td>%2</td></tr>")
+  return QStringLiteral("<tr><td width='62%'>%1</td><td>%2</td></tr>")
       .arg(meaning.toHtmlEscaped(), keys.toHtmlEscaped());
 }
 
@@ -56,7 +56,8 @@ QString rows_of(const QMenu& menu) {
 
 QString overview(const QMenuBar& bar) {
   QString text;
-  const QString part = QStringLiteral("<h4>%1</h4><table>%2</table>");
+  const QString part =
+      QStringLiteral("<h4>%1</h4><table width='100%' cellpadding='2' cellspacing='0'>%2</table>");
   for (const QAction* const action : bar.actions()) {
     const QString rows = rows_of(*action->menu());
     QString caption = action->text();
@@ -72,7 +73,7 @@ QString overview(const QMenuBar& bar) {
 }  // namespace
 
 void show_shortcuts(QMainWindow& window) {
-  constexpr QSize preferred(460, 560);
+  constexpr QSize preferred(520, 560);
   QDialog dialog(&window);
   dialog.setWindowTitle(translated("Keyboard Shortcuts"));
   auto* const text = new QTextBrowser;

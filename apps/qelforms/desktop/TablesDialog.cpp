@@ -13,6 +13,8 @@
 #include <cstddef>
 #include <cstdint>
 
+#include "qel/qt/FormatBar.h"
+
 namespace qel::forms {
 namespace {
 
@@ -32,6 +34,8 @@ TablesDialog::TablesDialog(const command::Tables& tables, QWidget* parent)
   auto* const grid = new QGridLayout;
   grid->addWidget(new QLabel(tr("Font")), 0, 1);
   grid->addWidget(new QLabel(tr("Colour")), 0, 2);
+  constexpr int column_gap = 8;
+  grid->setHorizontalSpacing(column_gap);
   grid->setColumnStretch(1, 1);
   const QStringList meanings = {tr("Default"), tr("Ignored"), tr("Hidden"), tr("Note")};
   for (int i = 0; i < entries; ++i) {
@@ -65,10 +69,11 @@ void TablesDialog::add_row(QGridLayout& grid, int index, const QString& meaning)
   font->setAccessibleName(tr("Font %1").arg(index));
   auto* const color = new QPushButton;
   color->setAutoDefault(false);
+  color->setStyleSheet(QStringLiteral("text-align: left; padding: 4px 8px;"));
   connect(color, &QPushButton::clicked, this, [this, index] { choose_color(index); });
   auto* const label = new QLabel(tr("&%1").arg(index));
   label->setBuddy(font);
-  grid.addWidget(label, index + 1, 0);
+  grid.addWidget(label, index + 1, 0, Qt::AlignTrailing | Qt::AlignVCenter);
   grid.addWidget(font, index + 1, 1);
   grid.addWidget(color, index + 1, 2);
   grid.addWidget(new QLabel(meaning), index + 1, 3);
@@ -84,11 +89,12 @@ void TablesDialog::choose_color(int index) {
 
 void TablesDialog::put_color(int index, Color color) {
   QPushButton& button = *buttons_[static_cast<std::size_t>(index)];
-  const QString name = shown_color(color).name().toUpper();
+  const QString name = qt::FormatBar::color_name(static_cast<int>(color));
   QPixmap swatch(button.iconSize());
   swatch.fill(shown_color(color));
   button.setIcon(swatch);
-  button.setText(name);
+  button.setText(QChar(u' ') + name);
+  button.setToolTip(shown_color(color).name().toUpper());
   button.setAccessibleName(tr("Colour %1, %2").arg(index).arg(name));
   colors_[static_cast<std::size_t>(index)] = color;
 }
