@@ -44,7 +44,7 @@ void add_window(CLI::App& app, WindowRequest& request) {
       ->type_name("");
   app.add_option("-d,--database", request.database, "The same")->type_name("FILE");
   app.add_option("--demo", request.demo_picture,
-                 "Type a record in the window without a user, and write a picture of it")
+                 "Type a record in the window without a user, and write pictures of it")
       ->type_name("PICTURE");
 }
 

@@ -105,7 +105,7 @@ if "$forms" --help | grep -qe --demo; then
     "$forms" export -d notes.db -o notes.pdf --title Notes
   gives "a document" %PDF head -c 4 notes.pdf
   gives "a picture of the demo" PNG bash -c 'head -c 4 picture.png | tail -c 3'
-  gives "what the demo has typed" $'4\tShopping\n' \
+  gives "what the demo has typed" $'6\tShopping\n' \
     bash -c "'$forms' find 'ripe) and' -d demo.db | cut -f 1-2"
 fi
 

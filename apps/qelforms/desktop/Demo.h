@@ -12,7 +12,10 @@ class MainWindow;
 void add_samples(RecordStore& store);
 
 /// Plays a user in the window, which is shown: types a record with formatted text and saves it.
-/// Then writes a picture of the window to a file.
-void play(MainWindow& window, const QString& picture);
+void play(MainWindow& window);
+
+/// Writes a picture of the window to the file and, with "-dark" in its name, one in dark colours
+/// beside it.
+void take_pictures(MainWindow& window, const QString& file);
 
 }  // namespace qel::forms

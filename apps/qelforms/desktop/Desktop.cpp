@@ -81,10 +81,12 @@ void run_demo(const WindowRequest& request) {
                                                 : QString::fromStdString(request.database);
   Opened opened(path);
   add_samples(opened.store);
+  QApplication::setFont(QFont(QStringLiteral("Liberation Sans"), 10));
   MainWindow window(opened.store);
   window.show();
   window.begin(false);
-  play(window, QString::fromStdString(request.demo_picture));
+  play(window);
+  take_pictures(window, QString::fromStdString(request.demo_picture));
 }
 
 }  // namespace
