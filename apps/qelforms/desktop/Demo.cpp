@@ -3,7 +3,6 @@
 #include <QAction>
 #include <QApplication>
 #include <QFileInfo>
-#include <QImage>
 #include <QKeyEvent>
 #include <QLineEdit>
 #include <QPalette>
@@ -67,9 +66,7 @@ QPalette dark_palette() {
 
 void save_picture(MainWindow& window, const QString& path) {
   QSaveFile file(path);
-  const QImage picture = window.grab().toImage().convertToFormat(QImage::Format_RGB888);
-  constexpr int smallest = 0;
-  if (!file.open(QIODevice::WriteOnly) || !picture.save(&file, "PNG", smallest) || !file.commit()) {
+  if (!file.open(QIODevice::WriteOnly) || !window.grab().save(&file, "PNG") || !file.commit()) {
     throw std::runtime_error("cannot write " + path.toStdString() + ": " +
                              file.errorString().toStdString());
   }

@@ -41,6 +41,9 @@ QString folder_of(QStandardPaths::StandardLocation location) {
   return folder;
 }
 
+/// Small enough for a page, with room for all bars.
+constexpr QSize demo_size(920, 500);
+
 RecordStore::Options store_options() {
   RecordStore::Options options;
   options.creates = true;
@@ -83,6 +86,7 @@ void run_demo(const WindowRequest& request) {
   add_samples(opened.store);
   QApplication::setFont(QFont(QStringLiteral("Liberation Sans"), 10));
   MainWindow window(opened.store);
+  window.resize(demo_size);
   window.show();
   window.begin(false);
   play(window);
