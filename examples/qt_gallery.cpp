@@ -165,6 +165,8 @@ bool save_editor(const QString& base) {
   QTimer::singleShot(300, &form, [&] {
     auto* const editor = qobject_cast<QDialog*>(QApplication::activeModalWidget());
     if (editor == nullptr) return;
+    editor->resize(560, 460);  // whatever the screen has room for
+    QApplication::processEvents();
     is_saved = save(*editor, base);
     editor->close();
   });
