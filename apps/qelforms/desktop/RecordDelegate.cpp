@@ -7,6 +7,7 @@
 
 #include "RecordModel.h"
 #include "Words.h"
+#include "qel/base/Contrast.h"
 
 namespace qel::forms {
 namespace {
@@ -36,6 +37,13 @@ QPalette::ColorGroup group_of(const QStyleOptionViewItem& option) {
   return option.state.testFlag(QStyle::State_Active) ? QPalette::Active : QPalette::Inactive;
 }
 
+/// The colour in the nearest lightness that is easy to read on, or to read from, the other.
+QColor readable(const QColor& color, const QColor& other) {
+  const auto of = [](const QColor& c) { return rgb(c.red(), c.green(), c.blue()); };
+  const Color shown = readable_color(of(color), of(other));
+  return {red_of(shown), green_of(shown), blue_of(shown)};
+}
+
 /// What the colours of a row follow from.
 struct Colors {
   QColor back;
@@ -54,14 +62,16 @@ Colors colors_of(const QStyleOptionViewItem& option) {
   if (option.state.testFlag(QStyle::State_Selected)) {
     const auto* const view = qobject_cast<const QAbstractItemView*>(option.widget);
     if (view != nullptr && view->hasFocus()) {
-      colors = {accent, palette.color(group_of(option), QPalette::HighlightedText), {}};
+      const QColor text = palette.color(group_of(option), QPalette::HighlightedText);
+      const QColor back = readable(accent, text);
+      return {back, text, text};
     } else {
       colors.back = mixed(base, accent, tint);
     }
   } else if (option.state.testFlag(QStyle::State_MouseOver)) {
     colors.back = mixed(base, colors.text, hover);
   }
-  colors.quiet = mixed(colors.text, colors.back, colors.back == accent ? quiet / 3 : quiet);
+  colors.quiet = readable(mixed(colors.text, colors.back, quiet), colors.back);
   return colors;
 }
 
