@@ -87,7 +87,7 @@ void MainWindow::after_save() {
   if (!new_tags_.isEmpty()) put_tags();
   list_records();
   list().select(form_->record().id);
-  tell(tr("The record is saved."));
+  if (!retries_.is_waiting()) tell({});
   show_counts();
   show_state();
 }

@@ -181,7 +181,8 @@ int TagLine::place(int width, bool moves) const {
       x = 0;
       y += row + gap;
     }
-    const QRect place(QPoint(x, y + (row - size.height()) / 2), size);
+    const int left = x == 0 && &widget == field_ ? -field_inset : x;
+    const QRect place(QPoint(left, y + (row - size.height()) / 2), size);
     if (moves) widget.setGeometry(QStyle::visualRect(layoutDirection(), rect(), place));
     x += size.width() + gap;
   };
@@ -190,7 +191,6 @@ int TagLine::place(int width, bool moves) const {
     row = qMax(row, size.height());
     put(*chip, {qMin(size.width(), width), size.height()});
   }
-  if (chips_.empty()) x -= field_inset;
   if (field_->isVisibleTo(this)) put(*field_, {field_width, field_->sizeHint().height()});
   return y + row;
 }
