@@ -188,7 +188,7 @@ int main(int argc, char** argv) {
     std::fputs("Usage: qt_gallery FOLDER\n       qt_gallery --shrink PICTURE...\n", stderr);
     return 2;
   }
-  const QString folder = arguments.front();
+  const QString& folder = arguments.front();
   QApplication::setStyle(QStyleFactory::create(QStringLiteral("Fusion")));
   QApplication::setFont(QFont(QStringLiteral("Liberation Sans"), 10));
   bool is_done = save_form(folder + QStringLiteral("/desktop-light"));

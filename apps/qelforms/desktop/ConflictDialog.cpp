@@ -59,9 +59,9 @@ ConflictDialog::ConflictDialog(const Version& theirs, const Version& mine, QWidg
     : QDialog(parent) {
   constexpr QSize preferred(780, 480);
   setWindowTitle(tr("Two Versions"));
-  auto* const question = new QLabel(tr(
-      "This record was saved in another window while you were writing. What differs is marked: "
-      "words that only their version has are struck out, words that only yours has underlined."));
+  auto* const question = new QLabel(
+      tr("This record was saved in another window while you were writing. What only theirs has is "
+         "struck out, what only yours has is underlined."));
   question->setWordWrap(true);
   auto* const layout = new QVBoxLayout(this);
   layout->addWidget(question);
