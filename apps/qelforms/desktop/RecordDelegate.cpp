@@ -65,9 +65,8 @@ Colors colors_of(const QStyleOptionViewItem& option) {
       const QColor text = palette.color(group_of(option), QPalette::HighlightedText);
       const QColor back = readable(accent, text);
       return {back, text, text};
-    } else {
-      colors.back = mixed(base, accent, tint);
     }
+    colors.back = mixed(base, accent, tint);
   } else if (option.state.testFlag(QStyle::State_MouseOver)) {
     colors.back = mixed(base, colors.text, hover);
   }
