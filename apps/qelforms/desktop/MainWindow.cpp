@@ -127,12 +127,13 @@ void MainWindow::connect_form() {
     }
     connect(box, &qt::TextBox::SelectionChanged, this, [this] {
       edit_commands_->show_state();
-      count_timer_.start(count_delay);
+      count_timer_.start();
     });
   }
   draft_timer_.setSingleShot(true);
   draft_timer_.callOnTimeout(this, [this] { keep_draft(); });
   count_timer_.setSingleShot(true);
+  count_timer_.setInterval(count_delay);
   count_timer_.callOnTimeout(this, [this] { show_counts(); });
   others_timer_.callOnTimeout(this, [this] { follow_others(); });
   others_timer_.start(others_delay);

@@ -18,7 +18,6 @@
 namespace qel::forms {
 namespace {
 
-constexpr auto count_delay = std::chrono::milliseconds(150);
 constexpr auto draft_delay = std::chrono::milliseconds(1000);
 constexpr auto draft_retry = std::chrono::seconds(30);
 
@@ -28,7 +27,7 @@ constexpr auto draft_retry = std::chrono::seconds(30);
 
 void MainWindow::note_change() {
   if (!draft_timer_.isActive()) draft_timer_.start(draft_delay);
-  count_timer_.start(count_delay);
+  count_timer_.start();
   if (!retries_.is_waiting()) statusBar()->clearMessage();
   show_state();
 }
