@@ -120,8 +120,11 @@ bool BoxMarks::eventFilter(QObject* watched, QEvent* event) {
 
 Extent BoxMarks::visible() const {
   const QTextDocument& document = *view_.document();
-  document.size();  // otherwise a text just loaded has no layout yet
-  const QRect shown = view_.viewport()->rect();
+  QRect shown = view_.viewport()->rect();
+  // Of a text just loaded, looking at a place lays out as much as is above it; but at one in the
+  // margin above the text, Qt takes the last line that is laid out.
+  const QRectF first = document.documentLayout()->blockBoundingRect(document.begin());
+  shown.setTop(std::max(0, qCeil(first.top()) - view_.verticalScrollBar()->value()));
   Span span = {document.characterCount() - 1, 0};
   for (const QPoint corner :
        {shown.topLeft(), shown.topRight(), shown.bottomLeft(), shown.bottomRight()}) {

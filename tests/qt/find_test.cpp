@@ -8,6 +8,8 @@
 #include <QPushButton>
 #include <QScrollBar>
 #include <QTest>
+#include <QTextBlock>
+#include <QTextLayout>
 #include <QToolButton>
 #include <QVBoxLayout>
 #include <string>
@@ -114,6 +116,9 @@ TEST_F(Window, MarksFollowTheText) {
 TEST_F(Window, MarksTheVisiblePartOnly) {
   Letters letters(u'a', colored(Qt::yellow));
   box.put_Text(QStringLiteral("abcdefghij\r\n").repeated(20000));
+  EXPECT_LT(view().marks().visible().end, 200U);
+  const QTextBlock last = view().document()->lastBlock().previous();
+  EXPECT_EQ(last.layout()->lineCount(), 0) << "what is not visible is laid out later";
   view().marks().add(letters, BoxMarks::Layer::hits);
   QCoreApplication::processEvents();
   EXPECT_EQ(letters.last.start, 0U);
