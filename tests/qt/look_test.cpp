@@ -199,6 +199,18 @@ TEST_F(Look, OpensLinks) {
   box.put_OpensLinks(false);
   EXPECT_FALSE(view().links().link_at(19));
   EXPECT_EQ(box.get_TextQEL(), QStringLiteral("see www.example.org, or not"));
+
+  box.put_OpensLinks(true);
+  box.put_Multiline(false);
+  box.setLayoutDirection(Qt::RightToLeft);
+  const QString words = QStringLiteral("\u05D0\u05D1\u05D2 ").repeated(99);
+  box.put_Text(words + QStringLiteral("www.example.org"));
+  for (const auto& [at, is_link] : {std::pair(5, false), std::pair(400, true)}) {
+    box.control().CurrentRichTextBox()->select({at, 0});
+    view().ensureCursorVisible();
+    EXPECT_EQ(view().links().link_under(view().cursorRect().center()).has_value(), is_link)
+        << "scrolled, from right to left";
+  }
 }
 
 }  // namespace
