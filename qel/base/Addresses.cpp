@@ -54,16 +54,21 @@ bool begins_with(Text text, Text prefix) {
 /// Without the punctuation at the end, and without brackets there that are not opened.
 Text trimmed(Text text) {
   constexpr Text signs = u".,;:!?'*_~\u2019";
-  constexpr std::array<Text, 3> brackets = {u"()", u"[]", u"{}"};
+  constexpr Text opening = u"([{";
+  constexpr Text closing = u")]}";
+  std::array<std::ptrdiff_t, opening.size()> unopened = {};
+  for (const char16_t unit : text) {
+    if (const std::size_t pair = opening.find(unit); pair != npos) --unopened.at(pair);
+    if (const std::size_t pair = closing.find(unit); pair != npos) ++unopened.at(pair);
+  }
   while (!text.empty()) {
     const char16_t last = text.back();
-    const bool is_unopened = std::any_of(brackets.begin(), brackets.end(), [&](Text pair) {
-      return last == pair[1] && std::count(text.begin(), text.end(), pair[0]) <
-                                    std::count(text.begin(), text.end(), pair[1]);
-    });
-    const bool is_opening = std::any_of(brackets.begin(), brackets.end(),
-                                        [last](Text pair) { return last == pair[0]; });
-    if (!is_unopened && !is_opening && signs.find(last) == npos) break;
+    const std::size_t opens = opening.find(last);
+    const std::size_t closes = closing.find(last);
+    const bool is_unopened = closes != npos && unopened.at(closes) > 0;
+    if (!is_unopened && opens == npos && signs.find(last) == npos) break;
+    if (opens != npos) ++unopened.at(opens);
+    if (closes != npos) --unopened.at(closes);
     text.remove_suffix(1);
   }
   return text;
