@@ -117,7 +117,9 @@ void EditorDialog::add_item(QMenu& menu, const platform::MenuItem& item) {
   }
   items_.push_back(action);
   connect(action, &QAction::triggered, this, [this, name = item.name] {
+    const QPointer<EditorDialog> alive(this);
     if (listener_ != nullptr) listener_->on_command(name);
+    if (alive.isNull()) return;
     view().ensureCursorVisible();
     show_items();
   });
@@ -208,11 +210,14 @@ bool EditorDialog::may_drop_edits() {
   const bool asks = view().host() != nullptr && view().host()->asks_before_closing() &&
                     listener_ != nullptr && listener_->has_edits();
   if (!asks) return true;
-  QMessageBox question(QMessageBox::Question, windowTitle(), tr("Keep what was edited?"),
-                       QMessageBox::Save | QMessageBox::Discard | QMessageBox::Cancel, this);
-  question.button(QMessageBox::Save)->setText(tr("&Keep"));
+  // The program may end the window, and all that is on it, before the user has answered.
+  const QPointer<QMessageBox> question =
+      new QMessageBox(QMessageBox::Question, windowTitle(), tr("Keep what was edited?"),
+                      QMessageBox::Save | QMessageBox::Discard | QMessageBox::Cancel, this);
+  question->button(QMessageBox::Save)->setText(tr("&Keep"));
   const QPointer<EditorDialog> alive(this);
-  const int answer = question.exec();
+  const int answer = question->exec();
+  delete question;
   if (alive.isNull() || listener_ == nullptr) return false;
   if (answer == QMessageBox::Save) listener_->on_ok();
   return answer == QMessageBox::Discard;
@@ -258,9 +263,10 @@ bool EditorDialog::event(QEvent* event) {
 }
 
 void EditorDialog::closeEvent(QCloseEvent* event) {
+  const QPointer<EditorDialog> alive(this);
   if (!may_drop_edits()) {
     // It has been closed already where the edits are kept.
-    event->setAccepted(!isVisible());
+    event->setAccepted(alive.isNull() || !isVisible());
     return;
   }
   if (listener_ != nullptr) listener_->on_close();

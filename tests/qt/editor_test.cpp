@@ -7,6 +7,7 @@
 #include <QMenuBar>
 #include <QMessageBox>
 #include <QPlainTextEdit>
+#include <QPointer>
 #include <QPushButton>
 #include <QScreen>
 #include <QSettings>
@@ -35,12 +36,13 @@ class QtEditor : public testing::Test {
     box.put_TextQEL(QLatin1String(markup));
     bool has_acted = false;
     const auto act = [&] {
-      auto* const dialog = qobject_cast<EditorDialog*>(QApplication::activeModalWidget());
+      const QPointer<EditorDialog> dialog =
+          qobject_cast<EditorDialog*>(QApplication::activeModalWidget());
       ASSERT_NE(dialog, nullptr);
       QTest::qWait(1);
       user(*dialog);
       has_acted = true;
-      if (dialog->isVisible()) dialog->close();
+      if (dialog != nullptr && dialog->isVisible()) dialog->close();
     };
     QMetaObject::invokeMethod(&box, act, Qt::QueuedConnection);
     box.InvokeLargeEditor();
@@ -236,6 +238,27 @@ TEST_F(QtEditor, AsksBeforeItDropsWhatWasEdited) {
     QTest::keyClick(&view(dialog), Qt::Key_X);
     dialog.close();
   });
+}
+
+TEST_F(QtEditor, GoesWithItsWindowEvenWhileItAsks) {
+  box.put_AsksBeforeClosing(true);
+  for (const bool by_frame : {false, true}) {
+    auto* const owner = new QWidget;
+    box.setParent(owner);
+    owner->show();
+    bool has_asked = false;
+    const auto end_window = [&] {
+      has_asked = qobject_cast<QMessageBox*>(QApplication::activeModalWidget()) != nullptr;
+      box.setParent(nullptr);
+      delete owner;
+    };
+    edit("ab", [&](EditorDialog& dialog) {
+      QTest::keyClick(&view(dialog), Qt::Key_X);
+      QTimer::singleShot(0, end_window);
+      by_frame ? static_cast<void>(dialog.close()) : dialog.reject();
+    });
+    EXPECT_TRUE(has_asked);
+  }
 }
 
 TEST_F(QtEditor, HasTheBarAndTheMenuOfItsBox) {
