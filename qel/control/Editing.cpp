@@ -36,7 +36,9 @@ class QELTextbox::EditorEvents : public platform::BoxListener {
     // The control itself raises the event for a change that it makes.
     if (!control_.changes_held_) control_.raise_change();
   }
-  void on_selection() override { control_.raise_selection(); }
+  void on_selection() override {
+    if (!control_.changes_held_) control_.raise_selection();
+  }
   void on_key_down(std::int16_t& key_code, std::int16_t& shift) override {
     control_.TE_KeyDown(key_code, shift);
   }
@@ -397,7 +399,9 @@ void QELTextbox::InvokeLargeEditor() {
   editor_box_.reset();
   richtext::Document content = form.RichTextBoxObj()->content(platform::Scope::document);
   if (!(content == edited.content)) {
-    CurrentRichTextBox()->put_content(platform::Scope::document, std::move(content));
+    const auto current = CurrentRichTextBox();
+    current->put_content(platform::Scope::document, std::move(content));
+    if (alive.expired()) return;
   }
   put_SelStart(static_cast<std::int32_t>(get_Text().size()));
   if (!alive.expired()) raise_selection();

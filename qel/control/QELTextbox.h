@@ -370,7 +370,10 @@ class QELTextbox {
       const Scoped holding(changes_held_, true);
       (CurrentRichTextBox().get()->*put)(value);
     }
+    // The host may end the control.
+    const std::weak_ptr<const bool> alive = alive_;
     raise_change();
+    if (!alive.expired()) raise_selection();
   }
   /// Whether the box reports that value for the whole selection.
   template <class Value>

@@ -4,8 +4,9 @@
 
 namespace qel::qt {
 
-/// Marks that the view is handling an event, as long as it lives: it holds the box, since listeners
-/// may let go of it, and keeps the view from being deleted. Edits by others are taken first.
+/// Marks that the view, or its menu, is handling an event, as long as it lives: it holds the box,
+/// since listeners may let go of it, and keeps the view and the menu from being deleted. Edits by
+/// others are taken first.
 class BoxView::Handling {
  public:
   enum class Foreign { take, leave };

@@ -305,14 +305,17 @@ void BoxView::insertFromMimeData(const QMimeData* source) {
 }
 
 void BoxView::contextMenuEvent(QContextMenuEvent* event) {
+  const Handling handling(*this);
   auto* const menu = new QMenu(this);
   menu->setAttribute(Qt::WA_DeleteOnClose);
   const bool is_by_key = event->reason() == QContextMenuEvent::Keyboard;
   const std::size_t at = is_by_key ? box_->selected().caret : position_at(event->pos());
-  if (host() == nullptr) {
-    fill_edit_menu(*menu, *this);
+  if (BoxHost* const hosts = host()) {
+    hosts->fill_menu(*menu, *this, static_cast<int>(at));
+    // A slot may have ended it, and soon this, too.
+    if (host() == nullptr) return;
   } else {
-    host()->fill_menu(*menu, *this, static_cast<int>(at));
+    fill_edit_menu(*menu, *this);
   }
   if (Spelling* const spelling = Spelling::of(*this)) spelling->add_to_menu(*menu, at);
   menu->popup(event->globalPos());

@@ -36,6 +36,8 @@ class BoxView : public QTextEdit, public box::View {
   Q_OBJECT
 
  public:
+  class Handling;
+
   /// A new box in a window on `owner`, which must outlive it; with a null owner it is not shown.
   static std::shared_ptr<box::Box> create(QWidget* owner);
   /// The window of a box that this platform has created; null when the window is gone.
@@ -113,7 +115,6 @@ class BoxView : public QTextEdit, public box::View {
   void insertFromMimeData(const QMimeData* source) override;
 
  private:
-  class Handling;
   class Place;
 
   BoxView(box::Box& box, QWidget* owner);

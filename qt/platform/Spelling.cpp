@@ -13,7 +13,7 @@
 #include "qel/base/CodeRanges.h"
 #include "qel/base/Utf16.h"
 #include "qel/base/Words.h"
-#include "qt/platform/BoxView.h"
+#include "qt/platform/BoxHandling.h"
 #include "qt/platform/Text.h"
 
 namespace qel::qt {
@@ -223,7 +223,8 @@ void Spelling::add_to_menu(QMenu& menu, std::size_t at) {
 }
 
 void Spelling::replace(Extent extent, const QString& word, const QString& by) {
-  const auto box = view_.box() == nullptr ? nullptr : view_.box()->weak_from_this().lock();
+  const BoxView::Handling handling(view_);
+  box::Box* const box = view_.box();
   if (box == nullptr || !box->may_edit()) return;
   box->settle();
   if (box->text().compare(extent.start, extent.length(), view_of(word)) != 0) return;

@@ -1,11 +1,13 @@
 #include "qt/widget/FormatActions.h"
 
 #include <QAction>
+#include <QEvent>
 #include <QFontDatabase>
 #include <QMenu>
 #include <utility>
 
 #include "qel/base/CaseMapping.h"
+#include "qt/platform/BoxHandling.h"
 #include "qt/platform/BoxMenu.h"
 #include "qt/platform/BoxView.h"
 #include "qt/platform/FormatIcons.h"
@@ -96,12 +98,18 @@ QAction* FormatActions::create(const Label& label, std::function<void(TextBox&)>
     if (name == label.name) action->setIcon(icons::sign(sign));
   }
   action->setIconVisibleInMenu(false);
-  connect(action, &QAction::triggered, this, [this, act = std::move(act)] {
-    if (box_.isNull()) return;
-    act(*box_);
-    update();
-  });
+  connect(action, &QAction::triggered, this, [this, act = std::move(act)] { run(act); });
   return action;
+}
+
+/// Lets the box act, which may end the box, its menu, and this with that.
+void FormatActions::run(const std::function<void(TextBox&)>& act) {
+  BoxView* const view = box_.isNull() ? nullptr : edited_view(*box_);
+  if (view == nullptr) return;
+  const QPointer<FormatActions> alive(this);
+  const BoxView::Handling handling(*view);
+  if (alive != nullptr && !box_.isNull()) act(*box_);
+  if (alive != nullptr) update();
 }
 
 QAction* FormatActions::create_menu(const QString& caption, QMenu& menu) {
@@ -130,8 +138,10 @@ void FormatActions::create_cases() {
 void FormatActions::put_box(TextBox* box) {
   if (box == box_) return;
   for (const auto& connection : std::exchange(connections_, {})) disconnect(connection);
+  if (box_ != nullptr) box_->removeEventFilter(this);
   box_ = box;
   if (box != nullptr) {
+    box->installEventFilter(this);
     const auto soon = [this] {
       if (!soon_.isActive()) soon_.start(0);
     };
@@ -142,10 +152,15 @@ void FormatActions::put_box(TextBox* box) {
   update();
 }
 
+/// A form may disable all that is on it.
+bool FormatActions::eventFilter(QObject* watched, QEvent* event) {
+  if (watched == box_ && event->type() == QEvent::EnabledChange) soon_.start(0);
+  return QObject::eventFilter(watched, event);
+}
+
 bool FormatActions::may_format() const {
   if (box_.isNull()) return false;
-  const QELTextbox& control = box_->control();
-  return control.get_AllowEdits() && control.get_Enabled() && !control.get_RevealCodes();
+  return box_->get_AllowEdits() && box_->isEnabled() && !box_->get_RevealCodes();
 }
 
 void FormatActions::update() {
@@ -161,7 +176,7 @@ void FormatActions::update() {
   font_->setEnabled(formats);
   color_->setEnabled(formats);
   const auto current = box_.isNull() ? nullptr : box_->control().CurrentRichTextBox();
-  const bool edits = current && box_->get_AllowEdits() && box_->get_Enabled();
+  const bool edits = current && box_->get_AllowEdits() && box_->isEnabled();
   cases_->setEnabled(edits && current->get_SelLength() > 0);
   undo_->setEnabled(edits && current->can_undo());
   redo_->setEnabled(edits && current->can_redo());
@@ -200,15 +215,15 @@ void FormatActions::fill_fonts(QMenu& menu) {
     action->setFont(icons::menu_font(to_qt(name), menu.font()));
     action->setCheckable(true);
     action->setChecked(chosen && equal_ignoring_case(*chosen, name));
-    connect(action, &QAction::triggered, this, [this, i] {
-      if (box_.isNull()) return;
-      QELTextbox& target = box_->control();
+    const auto act = [i](TextBox& box) {
+      QELTextbox& target = box.control();
       if (i == 0) {
         target.make_font_plain();
       } else {
         target.put_SelFontName(target.GetFontNameGivenFontIndex(i));
       }
-    });
+    };
+    connect(action, &QAction::triggered, this, [this, act] { run(act); });
   }
 }
 
@@ -227,15 +242,15 @@ void FormatActions::fill_colors(QMenu& menu) {
     action->setIcon(icons::swatch(is_text ? view->palette().color(QPalette::Text) : to_qt(color)));
     action->setCheckable(true);
     action->setChecked(chosen == color);
-    connect(action, &QAction::triggered, this, [this, i] {
-      if (box_.isNull()) return;
-      QELTextbox& target = box_->control();
+    const auto act = [i](TextBox& box) {
+      QELTextbox& target = box.control();
       if (i == 0) {
         target.make_color_plain();
       } else {
         target.put_SelColor(target.GetColorGivenColorIndex(i));
       }
-    });
+    };
+    connect(action, &QAction::triggered, this, [this, act] { run(act); });
     constexpr std::int16_t last_reserved = 3;
     if (i == 0 || i == last_reserved) menu.addSeparator();
   }

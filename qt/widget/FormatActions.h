@@ -57,7 +57,9 @@ class FormatActions : public QObject {
  private:
   using Label = format_commands::Label;
 
+  bool eventFilter(QObject* watched, QEvent* event) override;
   QAction* create(const Label& label, std::function<void(TextBox&)> act);
+  void run(const std::function<void(TextBox&)>& act);
   QAction* create_menu(const QString& caption, QMenu& menu);
   QAction* create_step(const Label& label);
   void create_cases();

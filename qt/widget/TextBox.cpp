@@ -2,11 +2,13 @@
 
 #include <QFontMetrics>
 #include <QPainter>
+#include <QPointer>
 #include <QResizeEvent>
 #include <QStyle>
 #include <algorithm>
 #include <utility>
 
+#include "qel/base/Scoped.h"
 #include "qel/qt/FormatBar.h"
 #include "qel/qt/QtPlatform.h"
 #include "qt/platform/BoxHost.h"
@@ -66,8 +68,9 @@ class TextBox::Events : public ControlEvents {
   explicit Events(TextBox& widget) : widget_(widget) {}
 
   void Change() override {
-    emit widget_.Change();
-    emit widget_.TextQELChanged();
+    const QPointer<TextBox> widget(&widget_);
+    emit widget->Change();
+    if (widget != nullptr) emit widget->TextQELChanged();
   }
   void SelectionChanged() override { emit widget_.SelectionChanged(); }
   void Click() override { emit widget_.Click(); }
@@ -276,8 +279,12 @@ void TextBox::put_option(Value ViewOptions::*option, Value value) {
 }
 
 void TextBox::share_options(const ViewOptions& options) {
-  for (const auto& box : control_->boxes()) {
-    if (BoxView* const shown = BoxView::of(*box)) shown->put_options(options);
+  if (shares_options_) return;
+  {
+    const Scoped shares(shares_options_, true);
+    for (const auto& box : control_->boxes()) {
+      if (BoxView* const shown = BoxView::of(*box)) shown->put_options(options);
+    }
   }
   updateGeometry();
   const int zoom = this->options().zoom;

@@ -3,6 +3,7 @@
 #include <QMenu>
 
 #include "qel/qt/TextBox.h"
+#include "qt/platform/BoxHandling.h"
 #include "qt/platform/BoxMenu.h"
 #include "qt/platform/BoxView.h"
 #include "qt/widget/FormatActions.h"
@@ -25,7 +26,10 @@ void fill_menu(QMenu& menu, TextBox& box, BoxView& view) {
   if (is_in_editor || !box.get_ShowEditorOnShiftF2()) return;
   menu.addSeparator();
   const QString key = QStringLiteral("\tShift+F2");
-  menu.addAction(TextBox::tr("Large &Editor") + key, &box, &TextBox::InvokeLargeEditor);
+  menu.addAction(TextBox::tr("Large &Editor") + key, &box, [&box, &view] {
+    const BoxView::Handling handling(view);
+    box.InvokeLargeEditor();
+  });
 }
 
 }  // namespace qel::qt

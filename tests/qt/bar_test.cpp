@@ -193,6 +193,11 @@ TEST_F(Bar, IsGreyWhereNothingCanBeFormatted) {
     return enabled;
   };
   EXPECT_EQ(states(), QStringLiteral("++++"));
+  window.centralWidget()->setEnabled(false);
+  EXPECT_EQ(states(), QStringLiteral("----")) << "as all on the form";
+  window.centralWidget()->setEnabled(true);
+  box.setFocus();
+  EXPECT_EQ(states(), QStringLiteral("++++"));
   box.put_RevealCodes(true);
   EXPECT_EQ(states(), QStringLiteral("----"));
   box.put_RevealCodes(false);

@@ -5,10 +5,12 @@
 #include <QAccessible>
 #include <QAction>
 #include <QApplication>
+#include <QContextMenuEvent>
 #include <QInputMethodEvent>
 #include <QLineEdit>
 #include <QMenu>
 #include <QMetaProperty>
+#include <QPointer>
 #include <QSettings>
 #include <QSignalSpy>
 #include <QTemporaryDir>
@@ -356,6 +358,32 @@ TEST_F(Widget, OutlivesWhatItsSlotsDo) {
   QTest::keyClick(other->focusProxy(), Qt::Key_X);
   delete other;
   EXPECT_EQ(kept->get_Text(), u"xfrom the slot");
+}
+
+TEST_F(Widget, MayEndInItsSlots) {
+  const auto choose_bold = [](TextBox& ends) {
+    QContextMenuEvent asks(QContextMenuEvent::Keyboard, {5, 5}, {5, 5});
+    QApplication::sendEvent(static_cast<BoxView*>(ends.focusProxy())->viewport(), &asks);
+    QWidget* const menu = QApplication::activePopupWidget();
+    if (menu != nullptr) QTest::keyClick(menu, Qt::Key_B);
+  };
+  QPointer<TextBox> ends;
+  const auto end = [&ends] { delete ends.data(); };
+  const auto in_slot_of = [&](auto signal, auto act) {
+    ends = new TextBox;
+    ends->put_Text(QStringLiteral("ab"));
+    ends->show();
+    ends->control().CurrentRichTextBox()->select({0, 2});
+    QObject::connect(ends, signal, end);
+    act(*ends);
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    EXPECT_TRUE(ends.isNull());
+    EXPECT_EQ(QApplication::activePopupWidget(), nullptr);
+  };
+  in_slot_of(&TextBox::AboutToShowMenu, choose_bold);
+  in_slot_of(&TextBox::Change, choose_bold);
+  in_slot_of(&TextBox::SelectionChanged, [](TextBox& each) { each.control().put_SelBold(true); });
+  in_slot_of(&TextBox::ZoomChanged, [](TextBox& each) { each.put_Zoom(150); });
 }
 
 }  // namespace

@@ -7,7 +7,8 @@
 namespace qel::qt {
 
 /// Knows the words of a language. A host may supply its own to text boxes; all members are called
-/// on the application's thread.
+/// on the application's thread, and must return before other events are handled or a box is
+/// changed.
 class Speller {
  public:
   Speller() = default;

@@ -280,6 +280,7 @@ class TextBox : public QWidget {
   bool asks_before_closing_ = true;
   bool was_painted_ = false;
   bool is_run_time_ = true;
+  bool shares_options_ = false;
   int zoom_ = 100;
 };
 
