@@ -27,11 +27,21 @@ Span line_at(const QTextDocument& document, int position) {
   const QTextLine line = block.layout()->lineForTextPosition(position - block.position());
   const int start = block.position() + (line.isValid() ? line.textStart() : 0);
   const int length = line.isValid() ? line.textLength() : block.length() - 1;
-  return {std::max(start, position - endless), std::min(start + length, position + endless)};
+  // Composed text counts in lines.
+  const int end = std::min(start + length, block.position() + block.length() - 1);
+  return {std::max(start, position - endless), std::min(end, position + endless)};
 }
 
 bool has_wave(const QTextCharFormat& format) {
   return format.underlineStyle() == QTextCharFormat::WaveUnderline;
+}
+
+/// A part of a block as its layout counts, which also shows composed text.
+Span shown_span(const QTextLayout& layout, Span span) {
+  const int at = layout.preeditAreaPosition();
+  const int composed = static_cast<int>(layout.preeditAreaText().size());
+  return {span.start + (span.start >= at ? composed : 0),
+          span.end + (span.end > at ? composed : 0)};
 }
 
 /// What Qt is to paint of the format.
@@ -128,7 +138,8 @@ Extent BoxMarks::visible() const {
   Span span = {document.characterCount() - 1, 0};
   for (const QPoint corner :
        {shown.topLeft(), shown.topRight(), shown.bottomLeft(), shown.bottomRight()}) {
-    const Span line = line_at(document, view_.cursorForPosition(corner).position());
+    const int at = document.documentLayout()->hitTest(corner + view_.origin(), Qt::FuzzyHit);
+    const Span line = line_at(document, std::clamp(at, 0, document.characterCount() - 1));
     span = {std::min(span.start, line.start), std::max(span.end, line.end)};
   }
   return {static_cast<std::size_t>(box_position(document, span.start)),
@@ -180,11 +191,9 @@ void BoxMarks::show(const std::vector<Mark>& marks) {
 
 void BoxMarks::paint(QPainter& painter, const QRect& part) const {
   if (shown_.isEmpty()) return;
-  const QScrollBar& across = *view_.horizontalScrollBar();
-  const int x = view_.isRightToLeft() ? across.maximum() - across.value() : across.value();
-  const int y = view_.verticalScrollBar()->value();
-  painter.translate(-x, -y);
-  const QRectF shown = QRectF(part).translated(x, y);
+  const QPoint origin = view_.origin();
+  painter.translate(-origin);
+  const QRectF shown = QRectF(part).translated(origin);
   for (const QTextEdit::ExtraSelection& mark : shown_) paint(painter, shown, mark);
 }
 
@@ -197,8 +206,9 @@ void BoxMarks::paint(QPainter& painter, const QRectF& part,
     if (!document.documentLayout()->blockBoundingRect(block).intersects(part)) continue;
     const QTextLayout& layout = *block.layout();
     const bool is_bidi = has_right_to_left_ || block.textDirection() == Qt::RightToLeft;
-    int from = std::max(mark.cursor.selectionStart() - block.position(), 0);
-    const int to = std::min(end - block.position(), block.length() - 1);
+    auto [from, to] =
+        shown_span(layout, {std::max(mark.cursor.selectionStart() - block.position(), 0),
+                            std::min(end - block.position(), block.length() - 1)});
     while (from < to) {
       const QTextLine line = layout.lineForTextPosition(from);
       if (!line.isValid()) break;

@@ -19,11 +19,14 @@ box::Mouse::Event told(const QMouseEvent& event, Qt::MouseButtons buttons) {
 
 }  // namespace
 
-std::optional<std::size_t> BoxView::character_at(QPoint place) const {
+QPoint BoxView::origin() const {
   const QScrollBar& across = *horizontalScrollBar();
   const int x = isRightToLeft() ? across.maximum() - across.value() : across.value();
-  const QPointF in_document(place.x() + x, place.y() + verticalScrollBar()->value());
-  const int position = document()->documentLayout()->hitTest(in_document, Qt::ExactHit);
+  return {x, verticalScrollBar()->value()};
+}
+
+std::optional<std::size_t> BoxView::character_at(QPoint place) const {
+  const int position = document()->documentLayout()->hitTest(place + origin(), Qt::ExactHit);
   if (position < 0) return {};
   return static_cast<std::size_t>(box_position(*document(), position));
 }

@@ -55,6 +55,8 @@ class BoxView : public QTextEdit, public box::View {
   /// Replaces part of the document by text as the user's edit; the caret stays in its text. Whether
   /// the user may.
   bool edit(Span span, const QString& text);
+  /// The place in the document that is shown at the top left corner.
+  QPoint origin() const;
   /// The position of the character that is shown at a place, if there is one.
   std::optional<std::size_t> character_at(QPoint place) const;
   /// Does what the key does by itself, for menus.

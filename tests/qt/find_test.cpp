@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <QApplication>
+#include <QInputMethodEvent>
 #include <QLineEdit>
 #include <QMenu>
 #include <QPushButton>
@@ -139,9 +140,7 @@ TEST_F(Window, PaintsMarksBehindTheText) {
   letters.length = 2;
   view().marks().add(letters, BoxMarks::Layer::hits);
   /// In how many columns of pixels the window is marked.
-  const auto painted = [this](const char16_t* text) {
-    box.put_Text(QString::fromUtf16(text));
-    view().verticalScrollBar()->setValue(view().verticalScrollBar()->maximum());
+  const auto columns_marked = [this] {
     EXPECT_EQ(marked(), "#ab");
     const QImage image = view().viewport()->grab().toImage();
     int columns = 0;
@@ -152,12 +151,22 @@ TEST_F(Window, PaintsMarksBehindTheText) {
     }
     return columns;
   };
+  const auto painted = [&](const char16_t* text) {
+    box.put_Text(QString::fromUtf16(text));
+    view().verticalScrollBar()->setValue(view().verticalScrollBar()->maximum());
+    return columns_marked();
+  };
   const int one = painted(u"xx ab x");
   EXPECT_GT(one, 4);
   EXPECT_LT(one, 30);
   EXPECT_NEAR(painted(u"\u05D0 ab \u05D1"), one, 1) << "in text from right to left";
   EXPECT_NEAR(painted(u"\r\n\r\n\r\n\r\n\r\n\r\n\r\n\r\n\r\n\r\n\r\n\r\n ab"), one, 1)
       << "scrolled";
+  painted(u"xx ab x");
+  QInputMethodEvent composes(QStringLiteral("WW"), {});
+  QApplication::sendEvent(&view(), &composes);
+  EXPECT_NEAR(columns_marked(), one, 1) << "behind composed text";
+  EXPECT_EQ(view().marks().visible().end, 7U);
 }
 
 TEST_F(Window, MarksWordsWithoutCaseAndAccents) {
