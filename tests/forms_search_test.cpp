@@ -83,7 +83,7 @@ TEST_F(FormsSearch, FindsWordsInAnyOrderTheBestFirst) {
   RecordStore store(path(), {.creates = true});
   std::vector<Record> records(4);
   records[0].title = u"Shopping";
-  records[0].body = u"Milk, sugar/nland green /b1te/b0a for \u00C9milie's C++ course";
+  records[0].body = u"Milk, sugar/nl /nland green /b1te/b0a for \u00C9milie's C++ course";
   records[1].title = u"Tea";
   records[1].body = u"How to make it";
   records[2].title = u"\u7DD1\u8336\u306E\u672C";
@@ -109,6 +109,8 @@ TEST_F(FormsSearch, FindsWordsInAnyOrderTheBestFirst) {
   for (const auto& [text, ids] : rows) EXPECT_EQ(found(store, text), ids) << shown(text);
   EXPECT_EQ(store.find(u"te", {}, 2).size(), 2U);
   EXPECT_EQ(store.find(u"te")[1].found, (std::vector<Part>{{22, 3}}));
+  EXPECT_EQ(store.find(u"te")[0].found_in_title, (std::vector<Part>{{0, 3}}));
+  EXPECT_EQ(store.find(u"hoppin")[0].found_in_title, (std::vector<Part>{{1, 6}})) << "within words";
   store.move_to_trash(Ids{1});
   const std::u16string tag = u"Drinks";
   store.put_tags(4, {&tag, 1});
@@ -140,8 +142,8 @@ TEST_F(FormsSearch, FollowsWhatOtherProgramsWrite) {
   EXPECT_EQ(found(store, u"four"), Ids{});
   EXPECT_EQ(found(store, u"five"), Ids{7});
   other_program("DROP TABLE words; UPDATE records SET body = 'six' WHERE id = 7");
-  EXPECT_TRUE(store.index_more(1));
-  EXPECT_FALSE(store.index_more(1));
+  EXPECT_EQ(store.index_more(1), RecordStore::Indexing::more);
+  EXPECT_EQ(store.index_more(1), RecordStore::Indexing::done);
   EXPECT_EQ(found(store, u"six"), Ids{7});
   EXPECT_EQ(found(store, u"two"), Ids{9});
 }

@@ -26,6 +26,7 @@ struct Heading {
   bool untitled = false;             ///< whether `title` is the first words of the body instead
   std::int64_t trashed = 0;          ///< when it was moved to the trash; 0 when it is not there
   std::vector<Part> found;           ///< the words of the snippet that were searched
+  std::vector<Part> found_in_title;  ///< those of the title
 };
 
 /// The title as lists show it, on one line.

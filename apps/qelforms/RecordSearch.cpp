@@ -18,11 +18,14 @@ struct Texts {
   std::u16string body;
 };
 
-Heading found_in(const Statement& record, const Texts& texts, const std::vector<Part>& parts) {
+/// `parts_in` tells where a text has what was searched.
+template <class PartsIn>
+Heading found_in(const Statement& record, const Texts& texts, const PartsIn& parts_in) {
   ShownTitle title{simplified(texts.title), false};
   if (title.text.empty()) title = shown_title({}, record.text(5));
   Heading heading = heading_of(record, std::move(title));
-  Snippet snippet = snippet_of(texts.body, parts);
+  heading.found_in_title = parts_in(heading.title);
+  Snippet snippet = snippet_of(texts.body, parts_in(texts.body));
   heading.snippet = std::move(snippet.text);
   heading.found = std::move(snippet.parts);
   return heading;
@@ -43,28 +46,32 @@ Statement records_of(const Database& database, const Listing& listing,
 std::vector<Heading> RecordSearch::find(std::u16string_view text, const Listing& listing,
                                         std::size_t most, std::size_t reach) {
   const SearchWords words(text);
-  std::vector<Heading> found = read(words, listing, most);
+  std::vector<Heading> found = read(words, listing, most, reach);
   for (Heading& heading : index_.find(words, listing, most - found.size())) {
     found.push_back(std::move(heading));
   }
   return found.empty() ? find_as_written(text, listing, most, reach) : found;
 }
 
-/// The records that the index does not know, those with the words in their titles first.
+/// The newest records that the index does not know, those with the words in their titles first.
 std::vector<Heading> RecordSearch::read(const SearchWords& words, const Listing& listing,
-                                        std::size_t most) {
+                                        std::size_t most, std::size_t reach) {
   std::vector<Heading> by_title;
   std::vector<Heading> others;
   if (words.empty()) return by_title;
-  Statement record = records_of(database_, listing,
-                                index_.exists() ? " AND id IN (SELECT record FROM unindexed)" : "");
-  while (by_title.size() < most && record.step()) {
+  const bool has_index = index_.exists();
+  Statement record =
+      records_of(database_, listing, has_index ? " AND id IN (SELECT record FROM unindexed)" : "");
+  std::size_t read = 0;
+  while (by_title.size() < most && (!has_index || read < reach) && record.step()) {
     const Texts texts = {visible_text(record.text(4)), visible_text(record.text(5))};
+    read += texts.title.size() + texts.body.size();
     if (!words.are_in(texts.title, texts.body)) continue;
     const bool is_titled_so = words.are_in(texts.title, {});
     if (!is_titled_so && others.size() == most) continue;
     (is_titled_so ? by_title : others)
-        .push_back(found_in(record, texts, words.parts_in(texts.body)));
+        .push_back(found_in(record, texts,
+                            [&](std::u16string_view text) { return words.parts_in(text); }));
   }
   std::move(others.begin(), others.end(), std::back_inserter(by_title));
   if (by_title.size() > most) by_title.resize(most);
@@ -74,17 +81,19 @@ std::vector<Heading> RecordSearch::read(const SearchWords& words, const Listing&
 std::vector<Heading> RecordSearch::find_as_written(std::u16string_view text, const Listing& listing,
                                                    std::size_t most, std::size_t reach) const {
   const std::u16string wanted = to_lower(text);
+  const auto parts_in = [&wanted](std::u16string_view in) {
+    const std::size_t at = find_text(to_lower(in), wanted);
+    return at == std::u16string::npos || wanted.empty() ? std::vector<Part>()
+                                                        : std::vector<Part>{{at, wanted.size()}};
+  };
   std::vector<Heading> headings;
   Statement record = records_of(database_, listing, "");
   for (std::size_t read = 0; headings.size() < most && read < reach && record.step();) {
     const Texts texts = {visible_text(record.text(4)), visible_text(record.text(5))};
     read += texts.title.size() + texts.body.size();
-    const std::size_t in_body = find_text(to_lower(texts.body), wanted);
-    const bool is_in_body = in_body != std::u16string::npos;
-    if (!is_in_body && find_text(to_lower(texts.title), wanted) == std::u16string::npos) continue;
-    std::vector<Part> parts;
-    if (is_in_body && !wanted.empty()) parts.push_back({in_body, wanted.size()});
-    headings.push_back(found_in(record, texts, parts));
+    const bool is_found =
+        wanted.empty() || !parts_in(texts.body).empty() || !parts_in(texts.title).empty();
+    if (is_found) headings.push_back(found_in(record, texts, parts_in));
   }
   return headings;
 }

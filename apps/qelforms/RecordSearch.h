@@ -18,13 +18,15 @@ class RecordSearch {
 
   bool is_behind() const { return index_.is_behind(); }
   void catch_up(std::size_t most) { index_.catch_up(most); }
-  /// What `RecordStore::find` finds, without tags. Text as it is written is looked for in about as
-  /// many characters as `reach`.
+  /// What `RecordStore::find` finds, without tags. About as many characters as `reach` are
+  /// looked through for text as it is written and, where there is an index, for words that it does
+  /// not know.
   std::vector<Heading> find(std::u16string_view text, const Listing& listing, std::size_t most,
                             std::size_t reach);
 
  private:
-  std::vector<Heading> read(const SearchWords& words, const Listing& listing, std::size_t most);
+  std::vector<Heading> read(const SearchWords& words, const Listing& listing, std::size_t most,
+                            std::size_t reach);
   std::vector<Heading> find_as_written(std::u16string_view text, const Listing& listing,
                                        std::size_t most, std::size_t reach) const;
 

@@ -12,6 +12,7 @@ namespace qel::forms {
 RecordStore::RecordStore(std::string path, const Options& options)
     : database_(std::move(path), options.creates, options.patience),
       reach_(options.reach),
+      most_indexed_(options.most_indexed),
       headings_(std::make_unique<Headings>(database_)),
       search_(std::make_unique<RecordSearch>(database_)) {
   if (options.most_pages > 0) {
@@ -41,9 +42,10 @@ void RecordStore::catch_up(std::size_t records) {
   search_->catch_up(records + some);
 }
 
-void RecordStore::try_to_catch_up(std::size_t most) {
+/// Returns whether nothing prevents it.
+bool RecordStore::try_to_catch_up(std::size_t most) {
   const bool is_behind = headings_->is_behind() || (most > 0 && search_->is_behind());
-  if (is_read_only() || !is_behind) return;
+  if (is_read_only() || !is_behind) return true;
   const std::chrono::milliseconds patience = database_.patience();
   database_.put_patience(std::chrono::milliseconds(0));
   std::optional<Error> error;
@@ -58,11 +60,12 @@ void RecordStore::try_to_catch_up(std::size_t most) {
   database_.put_patience(patience);
   // What cannot be written now is looked for without the index.
   if (error && error->number() == not_a_database) throw Error(*error);
+  return !error;
 }
 
-bool RecordStore::index_more(std::size_t most) {
-  try_to_catch_up(most);
-  return !is_read_only() && search_->is_behind();
+RecordStore::Indexing RecordStore::index_more(std::size_t most) {
+  if (!try_to_catch_up(most)) return Indexing::held_up;
+  return is_read_only() || !search_->is_behind() ? Indexing::done : Indexing::more;
 }
 
 std::vector<Heading> RecordStore::list(const Listing& listing) const {
@@ -71,7 +74,7 @@ std::vector<Heading> RecordStore::list(const Listing& listing) const {
 
 std::vector<Heading> RecordStore::find(std::u16string_view text, const Listing& listing,
                                        std::size_t most) {
-  try_to_catch_up(std::numeric_limits<std::size_t>::max());
+  try_to_catch_up(most_indexed_);
   std::vector<Heading> found = search_->find(text, listing, most, reach_);
   headings_->add_tags(found);
   return found;

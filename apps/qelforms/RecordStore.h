@@ -72,6 +72,15 @@ class RecordStore {
     /// About how many characters, of the newest records, a search looks through for text as it is
     /// written where no record has the words.
     std::size_t reach = 4'000'000;
+    /// By how many records a search brings the index up to date first. What the index does not know
+    /// then is looked through, of the newest about as many characters as `reach`.
+    std::size_t most_indexed = std::numeric_limits<std::size_t>::max();
+  };
+
+  enum class Indexing {
+    done,     ///< the index knows all records
+    more,     ///< there is more to do
+    held_up,  ///< nothing could be written now
   };
 
   explicit RecordStore(std::string path) : RecordStore(std::move(path), Options()) {}
@@ -109,8 +118,8 @@ class RecordStore {
                             std::size_t most = std::numeric_limits<std::size_t>::max());
   /// Brings the index of words up to date by no more records than `most`, for idle time, so that
   /// the first search in a file of an earlier version or one that another program has written need
-  /// not: a thousand take about 0.1 s. Returns whether there are more. Never waits.
-  bool index_more(std::size_t most);
+  /// not: a thousand take about 0.1 s. Never waits.
+  Indexing index_more(std::size_t most);
   /// A record in the trash can be loaded, too.
   Record load(std::int64_t id) const;
   /// Saves the records together: adds those without a number, replaces the others, and updates
@@ -162,13 +171,14 @@ class RecordStore {
 
  private:
   void catch_up(std::size_t records);
-  void try_to_catch_up(std::size_t most);
+  bool try_to_catch_up(std::size_t most);
   void write(Record& record);
   void refuse_stale(const Record& record) const;
   void require(std::int64_t id) const;
 
   Database database_;
   std::size_t reach_;
+  std::size_t most_indexed_;
   std::unique_ptr<Headings> headings_;
   std::unique_ptr<RecordSearch> search_;
 };

@@ -181,12 +181,17 @@ Snippet snippet_of(std::u16string_view visible, const std::vector<Part>& parts) 
 
   Snippet snippet;
   if (begin > 0) snippet.text = u"\u2026";
+  std::vector<std::size_t> places;  // in the snippet, of each unit
+  for (const char16_t unit : text.substr(begin, end - begin)) {
+    places.push_back(snippet.text.size());
+    const bool follows_blank = snippet.text.empty() || snippet.text.back() == u' ';
+    if (!is_blank(unit) || !follows_blank) snippet.text.push_back(is_blank(unit) ? u' ' : unit);
+  }
+  places.push_back(snippet.text.size());
   for (const Part& other : parts) {
     if (other.start < begin || other.start + other.length > end) continue;
-    snippet.parts.push_back({other.start - begin + snippet.text.size(), other.length});
-  }
-  for (const char16_t unit : text.substr(begin, end - begin)) {
-    snippet.text.push_back(is_blank(unit) ? u' ' : unit);
+    const std::size_t start = places[other.start - begin];
+    snippet.parts.push_back({start, places[other.start + other.length - begin] - start});
   }
   if (end < visible.size()) snippet.text.push_back(u'\u2026');
   return snippet;

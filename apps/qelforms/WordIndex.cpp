@@ -69,6 +69,7 @@ class Hits {
     while (headings_.size() < most && found.step()) {
       if (!known_.insert(found.integer(0)).second) continue;
       Heading heading = heading_of(found, {found.text(4), found.integer(5) != 0});
+      heading.found_in_title = words_.parts_in(heading.title);
       const std::u16string body = found.text(6);
       Snippet snippet = snippet_of(body, words_.parts_in(body));
       heading.snippet = std::move(snippet.text);
