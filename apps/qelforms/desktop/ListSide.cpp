@@ -139,7 +139,6 @@ void ListSide::put_tags(const std::vector<std::u16string>& tags) {
 }
 
 void ListSide::show_headings(std::vector<Heading> headings) {
-  list_->put_words(words_of(wanted()));
   list_->show_headings(std::move(headings), order_);
   say_why_empty();
 }

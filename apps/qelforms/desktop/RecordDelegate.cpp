@@ -3,11 +3,10 @@
 #include <QAbstractItemView>
 #include <QPainter>
 #include <QTextLayout>
+#include <algorithm>
 #include <cmath>
 
 #include "RecordModel.h"
-#include "Words.h"
-#include "qel/base/Contrast.h"
 
 namespace qel::forms {
 namespace {
@@ -111,31 +110,38 @@ void RecordDelegate::paint(QPainter* painter, const QStyleOptionViewItem& option
   QFont font = title_font(option.font);
   font.setItalic(index.data(RecordModel::untitled_role).toBool());
   place.setHeight(QFontMetrics(font).height());
-  draw(*painter, place, {index.data().toString(), font, colors.text}, true);
+  const auto marks = [&index](int role) { return index.data(role).value<std::vector<Part>>(); };
+  draw(*painter, place,
+       {index.data().toString(), font, colors.text, marks(RecordModel::title_marks_role)});
   place.translate(0, place.height() + line_gap);
   place.setHeight(QFontMetrics(small).height());
-  const int width = draw(
-      *painter, place, {index.data(RecordModel::date_role).toString(), small, colors.text}, false);
+  const int width = draw(*painter, place,
+                         {index.data(RecordModel::date_role).toString(), small, colors.text, {}});
   place = QStyle::visualRect(option.direction, place, place.adjusted(width + date_gap, 0, 0, 0));
-  draw(*painter, place, {index.data(RecordModel::context_role).toString(), small, colors.quiet},
-       true);
+  draw(*painter, place,
+       {index.data(RecordModel::context_role).toString(), small, colors.quiet,
+        marks(RecordModel::context_marks_role)});
   painter->restore();
 }
 
 /// Returns how wide the text is.
-int RecordDelegate::draw(QPainter& painter, QRect place, const Line& line, bool is_marked) const {
+int RecordDelegate::draw(QPainter& painter, QRect place, const Line& line) {
   const QString text = QFontMetrics(line.font).elidedText(line.text, Qt::ElideRight, place.width());
   QTextLayout layout(text, line.font);
   QTextOption option(painter.layoutDirection() == Qt::RightToLeft ? Qt::AlignRight : Qt::AlignLeft);
   option.setWrapMode(QTextOption::NoWrap);
   layout.setTextOption(option);
   QList<QTextLayout::FormatRange> marks;
-  for (const Place& found : is_marked ? places_of(words_, text) : std::vector<Place>()) {
+  // The sign of what is left out is no part of the text.
+  const auto end = static_cast<std::size_t>(text == line.text ? text.size() : text.size() - 1);
+  for (const Part& found : line.marks) {
+    if (found.start >= end) break;
     QTextCharFormat format;
     format.setBackground(marker);
     format.setForeground(Qt::black);
     format.setFontUnderline(true);
-    marks.append({found.start, found.length, format});
+    const std::size_t length = std::min(found.length, end - found.start);
+    marks.append({static_cast<int>(found.start), static_cast<int>(length), format});
   }
   layout.setFormats(marks);
   layout.beginLayout();

@@ -1,7 +1,9 @@
 #pragma once
 
-#include <QStringList>
 #include <QStyledItemDelegate>
+#include <vector>
+
+#include "Heading.h"
 
 namespace qel::forms {
 
@@ -13,8 +15,6 @@ class RecordDelegate : public QStyledItemDelegate {
  public:
   using QStyledItemDelegate::QStyledItemDelegate;
 
-  void put_words(QStringList words) { words_ = std::move(words); }
-
   void paint(QPainter* painter, const QStyleOptionViewItem& option,
              const QModelIndex& index) const override;
   QSize sizeHint(const QStyleOptionViewItem& option, const QModelIndex& index) const override;
@@ -24,11 +24,10 @@ class RecordDelegate : public QStyledItemDelegate {
     QString text;
     QFont font;
     QColor color;
+    std::vector<Part> marks;
   };
 
-  int draw(QPainter& painter, QRect place, const Line& line, bool is_marked) const;
-
-  QStringList words_;
+  static int draw(QPainter& painter, QRect place, const Line& line);
 };
 
 /// A colour on the way from one to another.

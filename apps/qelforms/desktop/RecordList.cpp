@@ -41,11 +41,6 @@ void RecordList::show_headings(std::vector<Heading> headings, Order order) {
   verticalScrollBar()->setValue(scrolled);
 }
 
-void RecordList::put_words(const QStringList& words) {
-  delegate_->put_words(words);
-  viewport()->update();
-}
-
 void RecordList::put_empty_text(const QString& line, const QString& hint) {
   empty_line_ = line;
   empty_hint_ = hint;

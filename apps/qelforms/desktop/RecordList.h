@@ -1,7 +1,7 @@
 #pragma once
 
 #include <QListView>
-#include <QStringList>
+#include <QString>
 #include <cstdint>
 #include <vector>
 
@@ -20,8 +20,6 @@ class RecordList : public QListView {
   RecordModel& records() { return *model_; }
   /// Shows these records; those that were selected stay selected, and no signal is sent.
   void show_headings(std::vector<Heading> headings, Order order);
-  /// What to mark in the records.
-  void put_words(const QStringList& words);
   /// What to show where there are no records: a line, and a quieter one below it.
   void put_empty_text(const QString& line, const QString& hint);
   QString empty_text() const { return empty_line_; }

@@ -47,6 +47,10 @@ QVariant RecordModel::data(const QModelIndex& index, int role) const {
       return date_of(heading);
     case context_role:
       return context_of(heading);
+    case title_marks_role:
+      return QVariant::fromValue(heading.found_in_title);
+    case context_marks_role:
+      return QVariant::fromValue(heading.found);
     case untitled_role:
       return heading.untitled || heading.title.empty();
     default:
@@ -60,7 +64,7 @@ QString RecordModel::date_of(const Heading& heading) const {
 }
 
 QString RecordModel::context_of(const Heading& heading) const {
-  if (!heading.snippet.empty()) return on_one_line(heading.snippet);
+  if (!heading.snippet.empty()) return QString::fromStdU16String(heading.snippet);
   const auto known = previews_.constFind(heading.id);
   if (known != previews_.constEnd()) return *known;
   return *previews_.insert(heading.id, preview_ ? preview_(heading.id) : QString());

@@ -20,6 +20,8 @@ class RecordModel : public QAbstractListModel {
     id_role = Qt::UserRole,  ///< the record's number
     date_role,               ///< the time that the list is in order of, as text
     context_role,            ///< a line of the text
+    title_marks_role,        ///< what was searched in the title: `std::vector<Part>`
+    context_marks_role,      ///< the same in the line of the text
     untitled_role,           ///< whether the title is the first words of the text
   };
 

@@ -12,23 +12,6 @@ QString translated(const char* text) {
   return QCoreApplication::translate("qel::forms::Words", text);
 }
 
-/// The letter without its case and accents; as many code units as before.
-QChar plain(QChar c) {
-  const QString parts = c.decomposition();
-  return (parts.isEmpty() || c.decompositionTag() != QChar::Canonical ? c : parts.front())
-      .toCaseFolded();
-}
-
-QString plain(const QString& text) {
-  QString folded = text;
-  for (QChar& c : folded) c = plain(c);
-  return folded;
-}
-
-bool begins_word(const QString& text, qsizetype at) {
-  return at == 0 || !text[at - 1].isLetterOrNumber();
-}
-
 }  // namespace
 
 QString on_one_line(std::u16string_view text) {
@@ -44,28 +27,6 @@ QString quoted(const QString& title) {
 
 QStringList words_of(const QString& text) {
   return text.simplified().split(QChar(u' '), Qt::SkipEmptyParts);
-}
-
-std::vector<Place> places_of(const QStringList& words, const QString& text) {
-  std::vector<Place> places;
-  const QString folded = plain(text);
-  for (const QString& word : words) {
-    const QString wanted = plain(word);
-    std::vector<Place> within;
-    bool has_beginning = false;
-    for (qsizetype at = folded.indexOf(wanted); at >= 0;
-         at = folded.indexOf(wanted, at + wanted.size())) {
-      const Place place = {static_cast<int>(at), static_cast<int>(wanted.size())};
-      if (begins_word(folded, at)) {
-        has_beginning = true;
-        places.push_back(place);
-      } else {
-        within.push_back(place);
-      }
-    }
-    if (!has_beginning) places.insert(places.end(), within.begin(), within.end());
-  }
-  return places;
 }
 
 int count_words(const QString& text) {

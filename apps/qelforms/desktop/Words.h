@@ -5,16 +5,9 @@
 #include <cstddef>
 #include <cstdint>
 #include <string_view>
-#include <vector>
 
 /// Words and times as the window shows them.
 namespace qel::forms {
-
-/// Where something stands in a text.
-struct Place {
-  int start = 0;
-  int length = 0;
-};
 
 /// The text with a blank in place of each line break and each run of blanks.
 QString on_one_line(std::u16string_view text);
@@ -22,9 +15,6 @@ QString on_one_line(std::u16string_view text);
 QString quoted(const QString& title);
 /// The words that are searched for in `text`.
 QStringList words_of(const QString& text);
-/// Where these words stand in a text, whatever their case and accents: at the beginning of a word
-/// or, where no word begins with it, anywhere.
-std::vector<Place> places_of(const QStringList& words, const QString& text);
 int count_words(const QString& text);
 /// What a reader counts: line breaks and marks upon letters do not.
 int count_characters(const QString& text);
