@@ -67,7 +67,7 @@ void MainWindow::add_record_actions(QMenu& menu) {
   }).setShortcut(QKeySequence::Open);
   add_action(menu, "open_new", tr("Open File in New &Window..."), [this] {
     open_file(false);
-  }).setShortcut(Qt::CTRL | Qt::SHIFT | Qt::Key_O);
+  }).setShortcut(Qt::CTRL | Qt::ALT | Qt::Key_O);
   QMenu& recent = *menu.addMenu(tr("Open &Recent"));
   connect(&recent, &QMenu::aboutToShow, this, [this, &recent] { fill_recent_files(recent); });
   for (QAction* const action :
@@ -145,7 +145,7 @@ void MainWindow::add_edit_actions(QMenu& menu) {
   }).setShortcut(Qt::CTRL | Qt::SHIFT | Qt::Key_F);
   add_action(menu, "edit_tags", tr("Edit Ta&gs"), [this] {
     editor_->tags().setFocus();
-  }).setShortcut(Qt::CTRL | Qt::SHIFT | Qt::Key_T);
+  }).setShortcut(Qt::CTRL | Qt::SHIFT | Qt::Key_G);
 }
 
 void MainWindow::add_format_actions(QMenu& menu) {
