@@ -46,6 +46,7 @@ EditorSide::EditorSide(QWidget* parent)
             *key = 0;
             body_->setFocus();
           });
+  connect(title_, &qt::TextBox::ZoomChanged, this, &EditorSide::follow_zoom_of_title);
   auto* const bar = new QVBoxLayout;
   bar->setContentsMargins(side_margin - gap, gap / 2, side_margin - gap, 0);
   bar->addWidget(format_bar_);
@@ -99,6 +100,16 @@ void EditorSide::follow_focus(const QWidget* now) {
 void EditorSide::put_zoom(int percent) {
   body_->put_Zoom(percent);
   title_->put_Zoom(body_->get_Zoom() * title_scale / 100);
+}
+
+/// The keys and the wheel over the title are about both boxes.
+void EditorSide::follow_zoom_of_title(int zoom) {
+  constexpr int step = 10;
+  constexpr int normal = 100;
+  const int text = body_->get_Zoom();
+  const int usual = text * title_scale / 100;
+  if (zoom == usual) return;
+  put_zoom(zoom == normal ? normal : text + (zoom > usual ? step : -step));
 }
 
 void EditorSide::mark(const QStringList& words) {

@@ -43,6 +43,7 @@ class EditorSide : public QWidget {
  private:
   void prepare(qt::TextBox& box, const QString& name);
   void follow_focus(const QWidget* now);
+  void follow_zoom_of_title(int zoom);
 
   qt::FormatBar* format_bar_;
   qt::TextBox* title_;
