@@ -57,6 +57,8 @@ TEST_F(FormsSharing, OffersBothVersionsOfARecord) {
                         {"use_mine", "Saved", "my hot tea", 1},
                         {"keep_both", "Saved", "cold tea", 2}};
   const std::int64_t id = add(u"Tea", u"hot tea");
+  const std::u16string tag = u"drinks";
+  store->put_tags(id, {&tag, 1});
   for (const Case& each : cases) {
     SCOPED_TRACE(each.answer);
     save_elsewhere(id, u"hot tea");
@@ -69,6 +71,7 @@ TEST_F(FormsSharing, OffersBothVersionsOfARecord) {
     EXPECT_EQ(saved_body(id), each.first);
     EXPECT_EQ(store->list().size(), each.records);
     EXPECT_EQ(body(), std::string(each.answer) == "use_theirs" ? "cold tea" : "my hot tea");
+    EXPECT_EQ(store->tags(window->form().record().id), std::vector{tag});
   }
 }
 
@@ -122,8 +125,28 @@ TEST_F(FormsSharing, GoesOnWhileAnotherProgramWrites) {
     const Transaction writing(other);
     choose("delete");
     EXPECT_EQ(titles(), "Tea|Coffee");
+    type(window->body_box(), "not ");  // at the caret
   }
   wait_for([this] { return titles() == "Coffee"; }, "the deletion");
+  EXPECT_EQ(body(), "very very not hot") << "what was typed meanwhile stays";
+  choose("save");
+  EXPECT_EQ(titles(), "Tea|Coffee");
+  {
+    const Transaction writing(other);
+    choose("duplicate");
+    type(window->body_box(), "x");
+  }
+  wait_for([this] { return shown().size() == 3; }, "the duplicate");
+  EXPECT_EQ(body(), "very very not xhot");
+  choose("save");
+  {
+    const Transaction writing(other);
+    choose("edit_tags");
+    type("late");
+    press(Qt::Key_Return);
+    answer(QMessageBox::Cancel);
+    EXPECT_FALSE(window->close()) << "a tag waits to be kept";
+  }
 }
 
 TEST_F(FormsSharing, ClosesWithADraftWhileAnotherProgramWrites) {
@@ -136,9 +159,11 @@ TEST_F(FormsSharing, ClosesWithADraftWhileAnotherProgramWrites) {
     choose("save");
     answer("Close and Keep Draft");
     EXPECT_TRUE(window->close());
+    open();
+    type(window->body_box(), "x");
+    EXPECT_EQ(body(), "") << "nothing is typed that the draft would replace";
   }
-  open();
-  EXPECT_EQ(body(), "very hot");
+  wait_for([this] { return body() == "very hot"; }, "the draft");
   EXPECT_EQ(spare_drafts(), 0);
   EXPECT_EQ(store->drafts().size(), 1U);
 }

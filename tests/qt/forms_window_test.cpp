@@ -156,6 +156,16 @@ TEST_F(FormsWindow, DeletesIntoATrashAndBringsBack) {
   EXPECT_EQ(list().empty_text().toStdString(), "The trash is empty.");
   choose("undo_delete");
   EXPECT_EQ(store->list().size(), 2U) << "what is gone for good does not come back";
+
+  choose("new");
+  press(window->title_box(), Qt::Key_Return, {});
+  type("not saved yet");
+  search(QStringLiteral("t"));
+  list().selectAll();
+  settle();
+  choose("delete");
+  EXPECT_EQ(notice().text().toStdString(), "Deleted 2 records.");
+  EXPECT_EQ(body(), "not saved yet") << "the others are deleted, not what is being written";
 }
 
 TEST_F(FormsWindow, TagsAndDuplicatesRecords) {
@@ -167,8 +177,12 @@ TEST_F(FormsWindow, TagsAndDuplicatesRecords) {
   press(Qt::Key_Return);
   using Tags = std::vector<std::u16string>;
   EXPECT_EQ(store->tags(1), (Tags{u"drinks", u"hot"}));
+  type("aged");
+  choose("new");
+  EXPECT_EQ(store->tags(1), (Tags{u"aged", u"drinks", u"hot"})) << "not one of the new record";
+  click(1);
   choose("duplicate");
-  EXPECT_EQ(store->tags(window->form().record().id), (Tags{u"drinks", u"hot"}));
+  EXPECT_EQ(store->tags(window->form().record().id), (Tags{u"aged", u"drinks", u"hot"}));
   type(window->body_box(), "a duplicate is ");
   choose("save");
   EXPECT_EQ(saved_body(1), "hot");
@@ -274,48 +288,53 @@ TEST_F(FormsWindow, PutsFontsAndColorsIntoTheForm) {
   EXPECT_EQ(to_qt(control.get_SelFontName()), QStringLiteral("Courier New"));
 }
 
-TEST(PainterCanvas, MeasuresAndDrawsInPointsOnAnyDevice) {
-  for (const int dots : {72, 300}) {
-    SCOPED_TRACE(dots);
-    constexpr double inch = 0.0254;
-    QImage image(dots * 2, dots, QImage::Format_RGB32);
-    image.setDotsPerMeterX(static_cast<int>(dots / inch));
-    image.setDotsPerMeterY(static_cast<int>(dots / inch));
-    image.fill(Qt::white);
-    QPainter painter(&image);
-    qt::PainterCanvas canvas(painter);
-    platform::CanvasText text;
-    text.text = u"MMM";
-    text.font.size = 24;
-    text.x = 36;
-    text.y = 36;
-    text.color = rgb(255, 0, 0);
-    const float width = canvas.text_width(text.text, text.font);
-    EXPECT_NEAR(width, 3 * 24 * 0.833, 4);
-    EXPECT_NEAR(canvas.text_width(u"AVAV", text.font), 2 * canvas.text_width(u"AV", text.font), 1);
-    EXPECT_LT(canvas.text_width(u"\u0628\u0628", text.font),
-              1.8F * canvas.text_width(u"\u0628", text.font))
-        << "letters that join";
-    EXPECT_EQ(canvas.text_width(u"\t", text.font), canvas.text_width(u" ", text.font));
-    qt::QtPlatform::use();
-    TextAndFormatting without_canvas;
-    without_canvas.put_DefaultFontSize(text.font.size);
-    for (const auto* const measured : {u"MMM", u"\u0628\u0628"}) {
-      EXPECT_NEAR(without_canvas.fmtTextWidth(measured), canvas.text_width(measured, text.font),
-                  0.2);
-    }
-    EXPECT_NEAR(canvas.font_extent(text.font).ascent, 22, 3);
-    canvas.draw_text(text);
-    canvas.fill_rectangle({0, 60, 10, 5}, rgb(0, 0, 255));
-    painter.end();
-    QRect inked;
-    for (int y = 0; y < image.height() * 50 / 72; ++y) {
-      for (int x = 0; x < image.width(); ++x) {
-        if (image.pixelColor(x, y).green() < 128) inked |= QRect(x, y, 1, 1);
+TEST_F(FormsWindow, EditsTheFieldThatHasTheFocus) {
+  add(u"Tea", u"hot and black");
+  click(0);
+  type(window->body_box(), "very ");
+  choose("search");
+  type("tea");
+  press(Qt::Key_A, Qt::ControlModifier);
+  QAction* cut = nullptr;
+  QAction* undo = nullptr;
+  for (QAction* const each : window->menuBar()->actions()[1]->menu()->actions()) {
+    if (each->text().startsWith(QLatin1String("Cu&t"))) cut = each;
+    if (each->text().startsWith(QLatin1String("&Undo"))) undo = each;
+  }
+  cut->trigger();
+  EXPECT_TRUE(field().text().isEmpty());
+  undo->trigger();
+  EXPECT_EQ(field().text(), QStringLiteral("tea"));
+  EXPECT_EQ(body(), "very hot and black") << "the other field is left alone";
+  window->body_box().setFocus();
+  EXPECT_FALSE(cut->isEnabled()) << "nothing is selected";
+  undo->trigger();
+  EXPECT_EQ(body(), "hot and black");
+}
+
+/// No two entries of a menu have one letter, no two actions one key, and none a key that the text
+/// takes for something else.
+TEST_F(FormsWindow, LettersAndKeysOfItsMenusAreTheirOwn) {
+  QSet<QString> keys;
+  const std::function<void(const QList<QAction*>&)> check = [&](const QList<QAction*>& actions) {
+    QSet<QString> letters;
+    for (const QAction* const each : actions) {
+      const QString text = each->text();
+      const auto at = text.indexOf(QChar(u'&'));
+      if (at >= 0) {
+        const QString letter = text.mid(at + 1, 1).toLower();
+        EXPECT_FALSE(letters.contains(letter)) << text.toStdString();
+        letters.insert(letter);
       }
       if (!each->shortcut().isEmpty() && each->shortcutContext() == Qt::WindowShortcut) {
         EXPECT_FALSE(keys.contains(each->shortcut().toString())) << text.toStdString();
         keys.insert(each->shortcut().toString());
+        const QKeyCombination key = each->shortcut()[0];
+        QKeyEvent event(QEvent::ShortcutOverride, key.key(), key.keyboardModifiers());
+        QApplication::sendEvent(window->body_box().focusProxy(), &event);
+        EXPECT_TRUE(!event.isAccepted() || each->text().contains(QLatin1String("Zoom")) ||
+                    each->objectName() == QLatin1String("zoom_normal"))
+            << text.toStdString();
       }
       if (each->menu() != nullptr) check(each->menu()->actions());
     }

@@ -15,7 +15,7 @@
 namespace qel::forms {
 namespace {
 
-/// Opening may have to wait for other programs; from then on, nobody waits.
+/// Opening the first window may have to wait for other programs; from then on, nobody waits.
 constexpr auto opening_patience = std::chrono::seconds(5);
 
 /// Qt would end the program if it found no display.
@@ -41,20 +41,18 @@ QString folder_of(QStandardPaths::StandardLocation location) {
   return folder;
 }
 
-/// Small enough for a page, with room for all bars.
-constexpr QSize demo_size(920, 500);
-
-RecordStore::Options store_options() {
+RecordStore::Options store_options(std::chrono::milliseconds patience) {
   RecordStore::Options options;
   options.creates = true;
-  options.patience = opening_patience;
+  options.patience = patience;
+  options.most_indexed = 0;  // the window does that when nobody waits
   return options;
 }
 
 /// A window with what it needs.
 struct Opened {
-  explicit Opened(const QString& path)
-      : lock(path + QStringLiteral(".lock")), store(path.toStdString(), store_options()) {
+  Opened(const QString& path, std::chrono::milliseconds patience)
+      : lock(path + QStringLiteral(".lock")), store(path.toStdString(), store_options(patience)) {
     store.put_patience(std::chrono::milliseconds(0));
     lock.setStaleLockTime(0);
   }
@@ -63,12 +61,12 @@ struct Opened {
   RecordStore store;
 };
 
-void open_window(const QString& path) {
-  const auto opened = std::make_shared<Opened>(path);
+void open_window(const QString& path, std::chrono::milliseconds patience) {
+  const auto opened = std::make_shared<Opened>(path, patience);
   WindowOptions options;
   options.settings = folder_of(QStandardPaths::AppConfigLocation) + QStringLiteral("/window.ini");
   options.drafts = folder_of(QStandardPaths::AppDataLocation) + QStringLiteral("/drafts");
-  options.open = open_window;
+  options.open = [](const QString& other) { open_window(other, std::chrono::milliseconds(0)); };
   auto* const window = new MainWindow(opened->store, options);
   window->setAttribute(Qt::WA_DeleteOnClose);
   // The store outlives the window.
@@ -82,7 +80,7 @@ void run_demo(const WindowRequest& request) {
   const QTemporaryDir temporary;
   const QString path = request.database.empty() ? temporary.filePath(QStringLiteral("records.db"))
                                                 : QString::fromStdString(request.database);
-  Opened opened(path);
+  Opened opened(path, opening_patience);
   add_samples(opened.store);
   QApplication::setFont(QFont(QStringLiteral("Liberation Sans"), 10));
   MainWindow window(opened.store);
@@ -107,7 +105,7 @@ int run_window(const WindowRequest& request) {
     run_demo(request);
     return 0;
   }
-  open_window(QString::fromStdString(request.database));
+  open_window(QString::fromStdString(request.database), opening_patience);
   return QApplication::exec();
 }
 

@@ -29,7 +29,6 @@ constexpr std::size_t most_found = 1000;
 /// What a line of context is taken from.
 constexpr std::size_t preview_size = 400;
 constexpr auto count_delay = std::chrono::milliseconds(150);
-constexpr auto others_delay = std::chrono::seconds(2);
 constexpr QSize preferred_size(1040, 680);
 constexpr int list_width = 280;
 constexpr int narrowest_list = 200;
@@ -93,7 +92,7 @@ qt::TextBox& MainWindow::body_box() { return editor_->body(); }
 RecordList& MainWindow::list() const { return side_->list(); }
 
 void MainWindow::begin(bool recovers) {
-  attempt(QStringLiteral("begin"), [this, recovers] {
+  attempt(QStringLiteral("open"), [this, recovers] {
     const bool may_recover = recovers && !store_.is_read_only();
     if (may_recover) spare_.move_into(store_);
     const std::vector<Draft> drafts = may_recover ? store_.drafts() : std::vector<Draft>();
@@ -104,6 +103,7 @@ void MainWindow::begin(bool recovers) {
            tr(" There is more: choose Record, Recover Unsaved Work."));
     }
   });
+  index_timer_.start(std::chrono::milliseconds(0));
   editor_->body().setFocus();
   show_counts();
   show_state();
@@ -137,6 +137,8 @@ void MainWindow::connect_form() {
   count_timer_.callOnTimeout(this, [this] { show_counts(); });
   others_timer_.callOnTimeout(this, [this] { follow_others(); });
   others_timer_.start(others_delay);
+  index_timer_.setSingleShot(true);
+  index_timer_.callOnTimeout(this, [this] { index_some(); });
 }
 
 void MainWindow::connect_sides() {
@@ -184,6 +186,12 @@ void MainWindow::closeEvent(QCloseEvent* event) {
     const QString name = QStringLiteral("open");
     may_close = attempt(name, [this] { form_->new_record(); }) || wait_for(name);
   }
+  // What else the user has asked for is done first, or given up.
+  const QStringList own = {QStringLiteral("open"), QStringLiteral("draft"), QStringLiteral("list"),
+                           QStringLiteral("all tags")};
+  for (const QString& name : retries_.names()) {
+    if (may_close && !keeps_draft_ && !own.contains(name)) may_close = wait_for(name);
+  }
   if (may_close) keep_look();
   event->setAccepted(may_close);
 }
@@ -209,6 +217,24 @@ void MainWindow::list_now() {
   if (list().selected().empty()) list().select(form_->record().id);
   editor_->mark(words_of(wanted));
   show_state();
+}
+
+/// Brings the index of words up to date by a few records, so that no key waits for it.
+void MainWindow::index_some() {
+  constexpr std::size_t few = 250;
+  constexpr auto pause = std::chrono::milliseconds(20);
+  try {
+    switch (store_.index_more(few)) {
+      case RecordStore::Indexing::more:
+        return index_timer_.start(pause);
+      case RecordStore::Indexing::held_up:
+        return index_timer_.start(others_delay);
+      case RecordStore::Indexing::done:
+        if (!side_->wanted().isEmpty()) list_records();
+    }
+  } catch (const std::exception&) {
+    // A search tells what is wrong with the file.
+  }
 }
 
 void MainWindow::show_tags() {

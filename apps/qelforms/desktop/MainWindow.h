@@ -3,6 +3,7 @@
 #include <QMainWindow>
 #include <QMessageBox>
 #include <QTimer>
+#include <chrono>
 #include <cstdint>
 #include <exception>
 #include <functional>
@@ -25,6 +26,9 @@ class QMenu;
 class QSplitter;
 
 namespace qel::forms {
+
+/// How soon the window sees what others do, and tries again what they hold up without haste.
+constexpr auto others_delay = std::chrono::seconds(2);
 
 class EditCommands;
 class EditorSide;
@@ -81,6 +85,7 @@ class MainWindow : public QMainWindow {
 
   void list_records();
   void list_now();
+  void index_some();
   void show_tags();
   void show_state();
   void show_counts();
@@ -121,6 +126,7 @@ class MainWindow : public QMainWindow {
   void after_save();
   void note_full_disk();
   void solve_conflict();
+  void save_as_new();
   void save_over(const Record& theirs);
   void revert();
   void recover_other();
@@ -128,6 +134,8 @@ class MainWindow : public QMainWindow {
   /// Returns whether there is no unsaved work left, or the user gives it up; for a window that
   /// closes, also whether the user leaves it as a draft.
   bool settle(bool closes = false);
+  /// The same, and what the user gives up is gone at once, so that what is unsaved later is new.
+  bool end_work();
   /// Waits for work that another program's writing holds up; false when the user has had enough.
   bool wait_for(const QString& name, bool closes = false);
 
@@ -136,6 +144,7 @@ class MainWindow : public QMainWindow {
   void new_record();
   void open_record(std::int64_t id, bool enters);
   void show_record(std::int64_t id);
+  void show_records(const std::vector<std::int64_t>& ids);
   void follow_selection();
   void follow_others();
   void show_what_is_listed();
@@ -153,6 +162,7 @@ class MainWindow : public QMainWindow {
 
   void open_file(bool instead);
   void open_path(const QString& path, bool instead);
+  void open_recent(const QString& path);
   void fill_recent_files(QMenu& menu);
   void choose_imports();
   void export_selected();
@@ -187,6 +197,7 @@ class MainWindow : public QMainWindow {
   QTimer draft_timer_;
   QTimer count_timer_;
   QTimer others_timer_;
+  QTimer index_timer_;
   std::unique_ptr<RecordForm> form_;
   QStringList new_tags_;      // of a record that was never saved
   std::int64_t others_ = 0;   // what other programs had done when the list was read

@@ -95,13 +95,21 @@ void MainWindow::fill_recent_files(QMenu& menu) {
     QAction* const action = menu.addAction(caption);
     action->setToolTip(file);
     action->setStatusTip(file);
-    connect(action, &QAction::triggered, this, [this, file] {
-      if (!QFileInfo::exists(file)) memory_.forget_file(file);
-      attempt({}, [this, file] { open_path(file, true); });
-    });
+    connect(action, &QAction::triggered, this, [this, file] { open_recent(file); });
   }
   menu.setToolTipsVisible(true);
   if (menu.isEmpty()) menu.addAction(tr("No other files"))->setEnabled(false);
+}
+
+/// A file that is gone is not begun anew.
+void MainWindow::open_recent(const QString& path) {
+  try {
+    if (QFileInfo::exists(path)) return open_path(path, true);
+    memory_.forget_file(path);
+    throw std::runtime_error(tr("The file %1 is no longer there.").arg(path).toStdString());
+  } catch (const std::exception& error) {
+    report(error);
+  }
 }
 
 // Import.

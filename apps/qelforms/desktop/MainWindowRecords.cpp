@@ -65,6 +65,13 @@ void MainWindow::show_record(std::int64_t id) {
   show_state();
 }
 
+/// Selects the records and shows the first, unless the user has begun to write meanwhile.
+void MainWindow::show_records(const std::vector<std::int64_t>& ids) {
+  if (form_->is_changed()) return list().select(form_->record().id);
+  show_record(ids.front());
+  list().select(ids);
+}
+
 void MainWindow::follow_selection() {
   show_state();
   const std::vector<std::int64_t> selected = list().selected();
@@ -94,14 +101,13 @@ void MainWindow::put_tags() {
 }
 
 void MainWindow::duplicate_selected() {
-  if (!settle()) return;
+  if (!end_work()) return;
   const std::vector<std::int64_t> ids = list().selected();
   const QString name = name_of(ids);
   attempt(QStringLiteral("duplicate"), [this, ids, name] {
     const std::vector<std::int64_t> copies = store_.duplicate(ids);
     list_records();
-    if (copies.size() == 1) show_record(copies.front());
-    list().select(copies);
+    show_records(copies);
     editor_->notice().tell(tr("Duplicated %1.").arg(name));
   });
 }
@@ -111,6 +117,7 @@ void MainWindow::duplicate_selected() {
 void MainWindow::remove_selected() {
   const std::vector<std::int64_t> ids = list().selected();
   if (ids.empty()) return;
+  editor_->tags().finish();
   // The trash keeps what was written last.
   if (holds(ids, form_->record().id) && form_->is_changed() && !save_and_wait()) return;
   move_to_trash(ids);
@@ -131,7 +138,7 @@ void MainWindow::move_to_trash(const std::vector<std::int64_t>& ids) {
 void MainWindow::restore_selected() { restore(list().selected()); }
 
 void MainWindow::restore(const std::vector<std::int64_t>& ids) {
-  if (ids.empty() || !settle()) return;
+  if (ids.empty() || !end_work()) return;
   attempt(QStringLiteral("restore"), [this, ids] {
     store_.restore(ids);
     undo_removal_ = {};
@@ -139,8 +146,7 @@ void MainWindow::restore(const std::vector<std::int64_t>& ids) {
     side_->end_search();
     show_tags();
     list_records();
-    list().select(ids);
-    if (ids.size() == 1) show_record(ids.front());
+    show_records(ids);
     editor_->notice().tell(tr("Restored %1.").arg(name_of(ids)));
     show_state();
   });
@@ -174,12 +180,13 @@ void MainWindow::empty_trash() {
   });
 }
 
-/// Shows what stands in the place of records that are gone from the list.
+/// Shows what stands in the place of records that are gone from the list, unless something is being
+/// written.
 void MainWindow::after_removal(int row) {
   const std::int64_t shown = form_->record().id;
   show_tags();
   list_records();
-  if (shown == 0 || list().records().row_of(shown) >= 0) return;
+  if (shown == 0 || form_->is_changed() || list().records().row_of(shown) >= 0) return;
   const int last = list().records().rowCount() - 1;
   const std::int64_t next = list().records().id(std::min(row, last));
   if (next != 0) {

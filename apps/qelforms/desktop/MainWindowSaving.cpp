@@ -121,6 +121,7 @@ bool MainWindow::wait_for(const QString& name, bool closes) {
 }
 
 bool MainWindow::settle(bool closes) {
+  editor_->tags().finish();
   if (!form_->is_changed() || !may_edit()) return true;
   // The user has asked for it already.
   if (retries_.waits_for(QStringLiteral("save"))) return save_and_wait(closes);
@@ -131,6 +132,12 @@ bool MainWindow::settle(bool closes) {
   if (answer == QMessageBox::Save) return save_and_wait(closes);
   if (answer == QMessageBox::Discard) spare_.drop();
   return answer == QMessageBox::Discard;
+}
+
+bool MainWindow::end_work() {
+  if (!settle()) return false;
+  if (form_->is_changed()) form_->revert();
+  return true;
 }
 
 void MainWindow::revert() {
@@ -156,15 +163,13 @@ void MainWindow::solve_conflict() {
         confirm(tr("This record was deleted for good in another window."),
                 tr("Your text can still be saved as a new record."), tr("&Save as New Record"));
     if (!saves) return;
-    form_->save_as_new();
-    return after_save();
+    return save_as_new();
   }
   ConflictDialog dialog({theirs.title, theirs.body}, {form_->title(), form_->body()}, this);
   dialog.exec();
   switch (dialog.answer()) {
     case ConflictDialog::Answer::keep_both:
-      form_->save_as_new();
-      return after_save();
+      return save_as_new();
     case ConflictDialog::Answer::use_mine:
       return save_over(theirs);
     case ConflictDialog::Answer::use_theirs:
@@ -173,6 +178,12 @@ void MainWindow::solve_conflict() {
     case ConflictDialog::Answer::cancel:
       return;
   }
+}
+
+void MainWindow::save_as_new() {
+  form_->save_as_new();
+  new_tags_ = editor_->tags().tags();
+  after_save();
 }
 
 /// Saves the text in the place of what another program has saved.
@@ -196,6 +207,7 @@ void MainWindow::follow_others() {
   }
   show_tags();
   list_records();
+  index_timer_.start(std::chrono::milliseconds(0));
   const std::int64_t id = form_->record().id;
   if (id == 0 || form_->is_changed() || is_asking_) return;
   try {
@@ -208,8 +220,7 @@ void MainWindow::follow_others() {
 // Recovering.
 
 void MainWindow::recover_other() {
-  if (!settle()) return;
-  if (form_->is_changed()) form_->revert();
+  if (!end_work()) return;
   spare_.move_into(store_);
   const std::vector<Draft> drafts = store_.drafts();
   if (drafts.empty()) return tell(tr("There is no other unsaved work."));

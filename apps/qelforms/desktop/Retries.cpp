@@ -53,6 +53,12 @@ bool Retries::waits_for(const QString& name) const {
                      [&](const Waiting& work) { return work.name == name; });
 }
 
+QStringList Retries::names() const {
+  QStringList names;
+  for (const Waiting& work : waiting_) names.append(work.name);
+  return names;
+}
+
 void Retries::try_again() {
   // What is done again may ask the user, and so come back here, or ask for more work.
   timer_.stop();

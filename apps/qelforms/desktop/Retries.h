@@ -2,6 +2,7 @@
 
 #include <QObject>
 #include <QString>
+#include <QStringList>
 #include <QTimer>
 #include <exception>
 #include <functional>
@@ -24,6 +25,8 @@ class Retries : public QObject {
   bool run(const QString& name, const Work& work);
   void forget(const QString& name);
   bool waits_for(const QString& name) const;
+  /// The names of all that waits.
+  QStringList names() const;
   bool is_waiting() const { return !waiting_.empty(); }
 
   /// Receives the errors of work that was done later.

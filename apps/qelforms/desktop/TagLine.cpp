@@ -82,7 +82,7 @@ TagLine::TagLine(QWidget* parent) : QWidget(parent), field_(new FlatField(this))
   completer->setCaseSensitivity(Qt::CaseInsensitive);
   field_->setCompleter(completer);
   setFocusProxy(field_);
-  connect(field_, &QLineEdit::editingFinished, this, &TagLine::add_typed);
+  connect(field_, &QLineEdit::editingFinished, this, &TagLine::finish);
   QSizePolicy policy(QSizePolicy::Preferred, QSizePolicy::Fixed);
   policy.setHeightForWidth(true);
   setSizePolicy(policy);
@@ -123,7 +123,7 @@ void TagLine::show_chips() {
   place(width(), true);
 }
 
-void TagLine::add_typed() {
+void TagLine::finish() {
   const QString tag = field_->text().simplified();
   field_->clear();
   if (tag.isEmpty() || tags_.contains(tag, Qt::CaseInsensitive)) return;
@@ -145,7 +145,11 @@ bool TagLine::eventFilter(QObject* watched, QEvent* event) {
   }
   const auto& key = *static_cast<QKeyEvent*>(event);
   if (key.text() == QLatin1String(",")) {
-    add_typed();
+    finish();
+    return true;
+  }
+  if (key.key() == Qt::Key_Escape && !field_->text().isEmpty()) {
+    field_->clear();
     return true;
   }
   if (key.key() == Qt::Key_Backspace && field_->text().isEmpty() && !tags_.isEmpty()) {

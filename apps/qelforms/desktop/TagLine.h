@@ -23,6 +23,8 @@ class TagLine : public QWidget {
   /// Offers tags of other records while one is typed.
   void offer(const QStringList& known);
   void put_editable(bool editable);
+  /// Adds the tag that is being typed, if any.
+  void finish();
   QLineEdit& field() { return *field_; }
 
   QSize sizeHint() const override;
@@ -41,7 +43,6 @@ class TagLine : public QWidget {
 
  private:
   void show_chips();
-  void add_typed();
   void take_away(const QString& tag);
   int place(int width, bool moves) const;
 
