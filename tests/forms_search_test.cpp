@@ -146,6 +146,11 @@ TEST_F(FormsSearch, FollowsWhatOtherProgramsWrite) {
   EXPECT_EQ(store.index_more(1), RecordStore::Indexing::done);
   EXPECT_EQ(found(store, u"six"), Ids{7});
   EXPECT_EQ(found(store, u"two"), Ids{9});
+  RecordStore lazy(path(), {.reach = 1, .most_indexed = 0});
+  other_program("UPDATE records SET revision = 3");
+  EXPECT_EQ(found(lazy, u"six"), Ids{}) << "another time";
+  EXPECT_EQ(lazy.index_more(9), RecordStore::Indexing::done);
+  EXPECT_EQ(found(lazy, u"six"), Ids{7});
 }
 
 TEST_F(FormsSearch, FindsTitlesThenTheNewestAmongMany) {

@@ -62,8 +62,9 @@ std::vector<Heading> RecordSearch::read(const SearchWords& words, const Listing&
   const bool has_index = index_.exists();
   Statement record =
       records_of(database_, listing, has_index ? " AND id IN (SELECT record FROM unindexed)" : "");
+  constexpr std::size_t effort = 4;  // that words are, compared with text as it is written
   std::size_t read = 0;
-  while (by_title.size() < most && (!has_index || read < reach) && record.step()) {
+  while (by_title.size() < most && (!has_index || read < reach / effort) && record.step()) {
     const Texts texts = {visible_text(record.text(4)), visible_text(record.text(5))};
     read += texts.title.size() + texts.body.size();
     if (!words.are_in(texts.title, texts.body)) continue;

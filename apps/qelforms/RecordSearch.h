@@ -19,8 +19,8 @@ class RecordSearch {
   bool is_behind() const { return index_.is_behind(); }
   void catch_up(std::size_t most) { index_.catch_up(most); }
   /// What `RecordStore::find` finds, without tags. About as many characters as `reach` are
-  /// looked through for text as it is written and, where there is an index, for words that it does
-  /// not know.
+  /// looked through for text as it is written and, where there is an index, a quarter of them for
+  /// words that it does not know.
   std::vector<Heading> find(std::u16string_view text, const Listing& listing, std::size_t most,
                             std::size_t reach);
 

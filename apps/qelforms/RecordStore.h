@@ -73,7 +73,7 @@ class RecordStore {
     /// written where no record has the words.
     std::size_t reach = 4'000'000;
     /// By how many records a search brings the index up to date first. What the index does not know
-    /// then is looked through, of the newest about as many characters as `reach`.
+    /// then is looked through, of the newest about a quarter as many characters as `reach`.
     std::size_t most_indexed = std::numeric_limits<std::size_t>::max();
   };
 
