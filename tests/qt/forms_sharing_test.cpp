@@ -23,11 +23,14 @@ class FormsSharing : public FormsWindow {
 
 TEST_F(FormsSharing, KeepsUnsavedWorkOverACrash) {
   const std::int64_t id = add(u"Tea", u"hot");
-  click(0);
+  const std::u16string tag = u"drinks";
+  store->put_tags(add(u"Coffee", u"black"), {&tag, 1});
+  click(1);
   type(window->body_box(), "very ");
   wait_for([this] { return !store->drafts().empty(); }, "a draft");
   open();  // nothing was closed
   EXPECT_EQ(body(), "very hot");
+  EXPECT_TRUE(window->findChild<TagLine*>()->tags().isEmpty()) << "not those of another record";
   EXPECT_EQ(state(), "Unsaved changes");
   EXPECT_EQ(message().rfind("Unsaved work of", 0), 0U) << message();
   EXPECT_EQ(list().selected(), std::vector<std::int64_t>{id});

@@ -196,6 +196,11 @@ TEST_F(FormsWindow, TagsAndDuplicatesRecords) {
   EXPECT_EQ(list().first(), 1);
   choose("new");
   EXPECT_EQ(shown().size(), 3) << "a new record is not shown among those of a tag";
+  choose("edit_tags");
+  type("only a tag");
+  answer(QMessageBox::Save);
+  choose("new");
+  EXPECT_EQ(store->tags(4), Tags{u"only a tag"});
 }
 
 TEST_F(FormsWindow, RemembersHowItLooked) {

@@ -66,13 +66,13 @@ void EditCommands::follow_focus(QWidget* now) {
 }
 
 void EditCommands::show_state() {
-  for (int i = 0; i < command_count; ++i) {
-    QAction* const action = actions_[static_cast<std::size_t>(i)];
-    if (action != nullptr) action->setEnabled(is_possible(static_cast<Command>(i)));
+  const std::array<bool, command_count> possible = this->possible();
+  for (std::size_t i = 0; i < possible.size(); ++i) {
+    if (actions_[i] != nullptr) actions_[i]->setEnabled(possible[i]);
   }
 }
 
-bool EditCommands::is_possible(Command command) const {
+std::array<bool, EditCommands::command_count> EditCommands::possible() const {
   bool edits = false;
   bool selects = false;
   bool has_text = false;
@@ -94,9 +94,8 @@ bool EditCommands::is_possible(Command command) const {
   }
   const QMimeData* const clipboard = QApplication::clipboard()->mimeData();
   const bool may_paste = edits && clipboard != nullptr && !clipboard->formats().isEmpty();
-  const bool possible[] = {undoes,    redoes,    edits && selects, selects,
-                           may_paste, may_paste, edits && selects, has_text};
-  return possible[command];
+  return {undoes,    redoes,    edits && selects, selects,
+          may_paste, may_paste, edits && selects, has_text};
 }
 
 void EditCommands::run(Command command) const {

@@ -25,7 +25,7 @@ class EditCommands : public QObject {
  private:
   enum Command { undo, redo, cut, copy, paste, paste_text, erase, select_all, command_count };
 
-  bool is_possible(Command command) const;
+  std::array<bool, command_count> possible() const;
   void run(Command command) const;
   void follow_focus(QWidget* now);
 

@@ -249,8 +249,10 @@ void MainWindow::show_tags() {
 
 bool MainWindow::may_edit() const { return !store_.is_read_only() && !is_trashed_; }
 
+bool MainWindow::has_unsaved_work() const { return form_->is_changed() || !new_tags_.isEmpty(); }
+
 void MainWindow::show_state() {
-  const bool is_changed = form_->is_changed();
+  const bool is_changed = has_unsaved_work();
   const bool is_new = form_->record().id == 0;
   const bool selects = !list().selected().empty();
   const bool in_trash = side_->listing().trash;

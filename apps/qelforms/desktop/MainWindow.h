@@ -97,6 +97,7 @@ class MainWindow : public QMainWindow {
   /// The title of a record of the list between quotes, or how many records these are.
   QString name_of(const std::vector<std::int64_t>& ids) const;
   bool may_edit() const;
+  bool has_unsaved_work() const;
 
   // The menus.
 
@@ -143,6 +144,7 @@ class MainWindow : public QMainWindow {
 
   void new_record();
   void open_record(std::int64_t id, bool enters);
+  QStringList tags_of(std::int64_t id) const;
   void show_record(std::int64_t id);
   void show_records(const std::vector<std::int64_t>& ids);
   void follow_selection();

@@ -52,9 +52,14 @@ void MainWindow::open_record(std::int64_t id, bool enters) {
   if (!is_shown && !retries_.waits_for(opening)) list().select(form_->record().id);
 }
 
-void MainWindow::show_record(std::int64_t id) {
+QStringList MainWindow::tags_of(std::int64_t id) const {
   QStringList tags;
   for (const std::u16string& tag : store_.tags(id)) tags.append(QString::fromStdU16String(tag));
+  return tags;
+}
+
+void MainWindow::show_record(std::int64_t id) {
+  const QStringList tags = tags_of(id);
   form_->load(id);
   is_trashed_ = side_->listing().trash && list().records().row_of(id) >= 0;
   list().select(id);
@@ -82,7 +87,7 @@ void MainWindow::follow_selection() {
 /// Goes to the first of the records that are listed now, unless that would interrupt the user.
 void MainWindow::show_what_is_listed() {
   const std::int64_t shown = form_->record().id;
-  if (shown == 0 || form_->is_changed() || list().records().row_of(shown) >= 0) return;
+  if (shown == 0 || has_unsaved_work() || list().records().row_of(shown) >= 0) return;
   if (list().first() != 0) open_record(list().first(), false);
 }
 
@@ -90,7 +95,7 @@ void MainWindow::put_tags() {
   const QStringList shown = editor_->tags().tags();
   const std::int64_t id = form_->record().id;
   new_tags_ = id == 0 ? shown : QStringList();
-  if (id == 0) return;
+  if (id == 0) return show_state();
   std::vector<std::u16string> tags;
   for (const QString& tag : shown) tags.push_back(tag.toStdU16String());
   attempt(QStringLiteral("tags of %1").arg(id), [this, id, tags] {
@@ -194,6 +199,7 @@ void MainWindow::after_removal(int row) {
   } else {
     form_->new_record();
     is_trashed_ = false;
+    new_tags_.clear();
     editor_->tags().put_tags({});
   }
   show_state();

@@ -122,7 +122,7 @@ bool MainWindow::wait_for(const QString& name, bool closes) {
 
 bool MainWindow::settle(bool closes) {
   editor_->tags().finish();
-  if (!form_->is_changed() || !may_edit()) return true;
+  if (!has_unsaved_work() || !may_edit()) return true;
   // The user has asked for it already.
   if (retries_.waits_for(QStringLiteral("save"))) return save_and_wait(closes);
   keep_draft();
@@ -130,7 +130,11 @@ bool MainWindow::settle(bool closes) {
       ask(tr("Save the changes of this record?"),
           QMessageBox::Save | QMessageBox::Discard | QMessageBox::Cancel, QMessageBox::Save);
   if (answer == QMessageBox::Save) return save_and_wait(closes);
-  if (answer == QMessageBox::Discard) spare_.drop();
+  if (answer == QMessageBox::Discard) {
+    spare_.drop();
+    new_tags_.clear();
+    if (form_->record().id == 0) editor_->tags().put_tags({});
+  }
   return answer == QMessageBox::Discard;
 }
 
@@ -146,6 +150,8 @@ void MainWindow::revert() {
   if (answer != QMessageBox::Discard) return;
   form_->revert();
   spare_.drop();
+  new_tags_.clear();
+  editor_->tags().put_tags(tags_of(form_->record().id));
   tell(tr("The record is as it was saved last."));
   show_state();
 }
@@ -209,8 +215,10 @@ void MainWindow::follow_others() {
   list_records();
   index_timer_.start(std::chrono::milliseconds(0));
   const std::int64_t id = form_->record().id;
-  if (id == 0 || form_->is_changed() || is_asking_) return;
+  if (id == 0 || is_asking_) return;
   try {
+    editor_->tags().put_tags(tags_of(id));
+    if (form_->is_changed()) return;
     if (store_.load(id).revision != form_->record().revision) show_record(id);
   } catch (const std::exception&) {
     // It is gone: its text stays until the user goes on.
@@ -240,6 +248,8 @@ void MainWindow::recover(const Draft& draft) {
   }
   form_->recover(draft);
   is_trashed_ = false;
+  new_tags_.clear();
+  editor_->tags().put_tags(tags_of(form_->record().id));
   list().select(form_->record().id);
   const QDateTime kept = QDateTime::fromMSecsSinceEpoch(draft.kept);
   tell(tr("Unsaved work of %1 is back.").arg(QLocale().toString(kept, QLocale::ShortFormat)));
