@@ -59,6 +59,19 @@ std::u16string to_upper(std::u16string_view text) {
   return map_characters(text, [](char32_t character) { return to_upper(character); });
 }
 
+char32_t fold_case(char32_t character) {
+  if (character < 0x80) return to_lower(character);
+  // The letters i with and without a dot stay apart, as they do in the standard.
+  constexpr char32_t dotted_capital = 0x130;
+  constexpr char32_t dotless = 0x131;
+  if (character == dotted_capital || character == dotless) return character;
+  return to_lower(to_upper(character));
+}
+
+std::u16string fold_case(std::u16string_view text) {
+  return map_characters(text, [](char32_t character) { return fold_case(character); });
+}
+
 char32_t without_accents(char32_t letter) {
   const auto* const found =
       std::lower_bound(std::begin(base_letters), std::end(base_letters), letter,

@@ -15,6 +15,11 @@ char32_t to_upper(char32_t character);
 std::u16string to_lower(std::u16string_view text);
 std::u16string to_upper(std::u16string_view text);
 
+/// The character by which Unicode's simple case folding compares: the same for all forms of a
+/// letter, such as the two small sigmas and the capital one.
+char32_t fold_case(char32_t character);
+std::u16string fold_case(std::u16string_view text);
+
 /// The letter without the marks that Unicode takes for parts of it: "e" for "\u00E9". Letters of
 /// Latin, Greek and Cyrillic have some; any other character maps to itself.
 char32_t without_accents(char32_t letter);

@@ -289,7 +289,7 @@ void Box::replace_each(const std::vector<Extent>& parts, std::u16string_view tex
   const Change change = {Change::Kind::content, extent, moved(extent.end) - extent.start};
   const Selection selected = {moved(selection_.anchor), moved(selection_.caret)};
   const CharFormat before = format_for(extent);
-  history_.record(document_, change, put, caret(), Kind::other);
+  history_.record(document_, change, {}, caret(), Kind::other);
   document_.replace_each(parts, put);
   selection_ = {whole_position(document_.text(), selected.anchor),
                 whole_position(document_.text(), selected.caret)};

@@ -7,6 +7,7 @@
 #include <string>
 #include <string_view>
 #include <utility>
+#include <vector>
 
 #include "qel/box/Change.h"
 #include "qel/box/Drag.h"

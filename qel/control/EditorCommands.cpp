@@ -93,14 +93,9 @@ bool is_lossless(const Target& target) {
   return target.parser != nullptr && target.parser->get_Lossless();
 }
 
-void put_pasted(platform::DragData& data, const Target& target, bool text_only) {
-  auto content = TargetConversion(target)->pasted(data, target.box, text_only);
-  if (content) target.box.put_content(platform::Scope::selection, *std::move(content));
-}
-
 void paste_text(const Target& target) {
-  platform::DragData data = target.clipboard.data();
-  put_pasted(data, target, true);
+  platform::DragData data = target.clipboard.text_alone();
+  paste(data, target);
 }
 
 void select_all(const Target& target) {

@@ -27,6 +27,17 @@ bool has_check(std::u16string_view name);
 /// Whether the selection already has the format that the command gives it.
 bool is_checked(std::u16string_view name, const Target& target);
 
+/// Whether the command leaves the text as it is.
+bool reads_only(std::u16string_view name);
+/// Whether the command can act now, in the lossless way.
+bool is_enabled(std::u16string_view name, const Target& target);
+
+/// The command of a key; empty for none.
+std::u16string command_of(std::int16_t key_code, std::int16_t shift, const EditedText& edited);
+
+/// Changes the case of the selected letters in one change of the box, which keeps all formats.
+void change_letters(platform::RichEdit& box, CaseChange change, Color hidden);
+
 /// Puts data from elsewhere in place of the selection.
 void paste(platform::DragData& data, const Target& target);
 

@@ -21,7 +21,7 @@ constexpr std::array groups = {
     Group{"Text", {"Text", "TextQEL", "PlaceholderText", "SelAlignment", "RevealCodes"}},
     Group{"Editing",
           {"AllowEdits", "Enabled", "Multiline", "PasteTextOnly", "SmartQuotes", "TabStop",
-           "AsksBeforeClosing"}},
+           "AsksBeforeClosing", "ChecksSpelling", "SpellingLanguage"}},
     Group{"Conversion",
           {"RecognizeCRLF", "RecognizeTabs", "ConvertNLToSpace", "ConvertTabsToSpace"}},
     Group{"Look",

@@ -35,6 +35,8 @@ bool is_symbol_font(std::u16string_view name);
 QString shown_family(std::u16string_view name);
 /// The character that is shown for one in a symbol font.
 char16_t shown_symbol(char16_t unit);
+/// The other way round; `base` gives the font, size and colour where Qt's format has none.
+richtext::CharFormat format_of(const QTextCharFormat& format, const richtext::CharFormat& base);
 /// Left means where a paragraph begins: text from right to left begins on the right.
 Qt::Alignment to_qt(richtext::Alignment alignment);
 richtext::Alignment alignment_of(const QTextBlockFormat& format);

@@ -137,6 +137,7 @@ TextBox::TextBox(QWidget* parent)
   for (const auto& box : control_->boxes()) {
     BoxView* const view = BoxView::of(*box);
     view->put_host(host_.get());
+    connect(view, &BoxView::link_activated, this, &TextBox::LinkActivated);
     connect(view, &BoxView::options_changed, this,
             [this, view] { share_options(view->options()); });
   }

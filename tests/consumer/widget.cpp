@@ -1,6 +1,7 @@
 #include <QApplication>
 #include <QSettings>
 
+#include "qel/qt/FindBar.h"
 #include "qel/qt/FormatBar.h"
 #include "qel/qt/PainterCanvas.h"
 #include "qel/qt/Printing.h"
@@ -18,6 +19,12 @@ int main(int argc, char** argv) {
   QSettings settings("consumer.ini", QSettings::IniFormat);
   qel::qt::SettingsBag bag(settings);
   box.control().WriteProperties(bag);
+  box.put_Speller(qel::qt::Speller::of_language("en_US"));
+  qel::qt::FindBar find;
+  find.follow(&box);
+  find.put_text("bold");
+  find.find_next();
+  if (box.control().get_SelText() != u"bold") return 2;
   return bar.box() == &box && box.get_Text() == "plain and bold" && !qel::qt::pdf_of(box).isEmpty()
              ? 0
              : 1;

@@ -14,13 +14,7 @@
 #include <array>
 
 #include "FormTables.h"
-#include "MainWindow.h"
-#include "PrintedRecords.h"
-#include "RecordList.h"
-#include "qel/qt/PainterCanvas.h"
-#include "qel/qt/QtPlatform.h"
-#include "qel/text/TextAndFormatting.h"
-#include "qt/platform/Text.h"
+#include "FormsWindow.h"
 
 namespace qel::forms {
 namespace {

@@ -41,6 +41,9 @@ QString folder_of(QStandardPaths::StandardLocation location) {
   return folder;
 }
 
+/// Small enough for a page, with room for all bars.
+constexpr QSize demo_size(920, 500);
+
 RecordStore::Options store_options(std::chrono::milliseconds patience) {
   RecordStore::Options options;
   options.creates = true;
@@ -100,6 +103,7 @@ int run_window(const WindowRequest& request) {
   char name[] = "qelforms";
   char* arguments[] = {name, nullptr};
   const QApplication application(argc, arguments);
+  QApplication::setOrganizationName(QStringLiteral("qel"));
   QApplication::setApplicationName(QStringLiteral("qelforms"));
   if (is_demo) {
     run_demo(request);

@@ -16,7 +16,7 @@
 #include "FormTables.h"
 #include "ListSide.h"
 #include "Markup.h"
-#include "PrintedRecords.h"
+#include "Notice.h"
 #include "RecordList.h"
 #include "TagLine.h"
 #include "Words.h"

@@ -7,6 +7,7 @@
 #include <cmath>
 
 #include "RecordModel.h"
+#include "qel/base/Contrast.h"
 
 namespace qel::forms {
 namespace {

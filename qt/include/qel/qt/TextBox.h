@@ -2,6 +2,7 @@
 
 #include <QString>
 #include <QStringList>
+#include <QUrl>
 #include <QWidget>
 #include <cstdint>
 #include <memory>
@@ -16,6 +17,7 @@ namespace qel::qt {
 class BoxView;
 class Speller;
 class WordMarks;
+struct ViewOptions;
 
 /// The text box control as a widget. The control's persisted properties are properties of the
 /// widget, with the same names and values: colours are 0x00BBGGRR, or name a system colour when
@@ -232,6 +234,9 @@ class TextBox : public QWidget {
 
   /// The text or its formats have changed.
   void TextQELChanged();
+  /// The selection, the caret, the format of the next character typed, or what can be undone has
+  /// changed; in the large editor while that is open.
+  void SelectionChanged();
   void ZoomChanged(int Zoom);
   /// The menu of the box, or of the large editor's box, is about to be shown for a position of the
   /// text. A slot may add to it; the menu goes when it is closed.
