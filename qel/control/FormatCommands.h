@@ -25,8 +25,8 @@ struct Label {
 /// A format that is on or off.
 struct Toggle {
   Label label;
-  bool (QELTextbox::*get)() const;
-  void (QELTextbox::*put)(bool);
+  bool (QELTextbox::*get)() const = nullptr;
+  void (QELTextbox::*put)(bool) = nullptr;
 };
 
 inline constexpr std::array toggles = {
@@ -70,7 +70,7 @@ inline constexpr Label select_all = {u"mnuSelectAll", u"Select &All", keys::lett
 
 struct Case {
   Label label;
-  CaseChange change;
+  CaseChange change = CaseChange::lower;
 };
 
 inline constexpr std::array cases = {

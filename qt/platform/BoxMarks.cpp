@@ -60,9 +60,9 @@ void draw_wave(QPainter& painter, const QRectF& place, const QColor& color) {
   constexpr double step = 2;
   constexpr double height = 1.5;
   QPolygonF wave;
-  bool is_up = false;
-  for (double x = place.left(); x <= place.right(); x += step, is_up = !is_up) {
-    wave.append(QPointF(x, place.bottom() - (is_up ? height : 0)));
+  const int steps = static_cast<int>(place.width() / step);
+  for (int i = 0; i <= steps; ++i) {
+    wave.append(QPointF(place.left() + i * step, place.bottom() - (i % 2 == 0 ? 0 : height)));
   }
   painter.setRenderHint(QPainter::Antialiasing);
   painter.setPen(QPen(color, 1));

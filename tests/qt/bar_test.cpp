@@ -20,6 +20,14 @@ namespace qel::qt {
 namespace {
 
 class Bar : public testing::Test {
+ public:
+  ~Bar() override {
+    for (QWidget* const part : {static_cast<QWidget*>(&bar), static_cast<QWidget*>(&line),
+                                static_cast<QWidget*>(&box), static_cast<QWidget*>(&other)}) {
+      part->setParent(nullptr);
+    }
+  }
+
  protected:
   Bar() {
     auto* const middle = new QWidget;
@@ -35,12 +43,6 @@ class Bar : public testing::Test {
     window.show();
     QApplication::setActiveWindow(&window);
     box.setFocus();
-  }
-  ~Bar() override {
-    for (QWidget* const part : {static_cast<QWidget*>(&bar), static_cast<QWidget*>(&line),
-                                static_cast<QWidget*>(&box), static_cast<QWidget*>(&other)}) {
-      part->setParent(nullptr);
-    }
   }
 
   QAction* action(const char* name) {

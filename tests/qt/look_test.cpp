@@ -22,6 +22,9 @@ namespace qel::qt {
 namespace {
 
 class Look : public testing::Test {
+ public:
+  ~Look() override { QApplication::setPalette(before); }
+
  protected:
   Look() {
     box.put_Multiline(true);
@@ -41,7 +44,6 @@ class Look : public testing::Test {
     QApplication::sendEvent(view().viewport(), &turns);
   }
   QString first_line() { return view().cursorForPosition({8, 1}).block().text(); }
-  ~Look() override { QApplication::setPalette(before); }
   QRect line(int position) {
     QTextCursor cursor(view().document());
     cursor.setPosition(position);
@@ -92,7 +94,7 @@ TEST_F(Look, ZoomsWithoutAnyChangeOfTheText) {
   for (const auto& [step, zoom] : steps) {
     step();
     EXPECT_EQ(box.get_Zoom(), zoom);
-    EXPECT_NEAR(line(0).height(), height * zoom / 100.0, 2 + zoom / 100);
+    EXPECT_NEAR(line(0).height(), height * zoom / 100.0, 2 + zoom / 100.0);
     EXPECT_EQ(first_line(), first) << zoom;
   }
   EXPECT_EQ(zoomed.size(), 9);
