@@ -88,12 +88,14 @@ fi
 
 echo "== while more is to come =="
 coproc "$qel" convert --json-lines n --to text --jobs 3 2>/dev/null
-echo '{"n":"/b1x"}' >&"${COPROC[1]}"
-IFS= read -r -t 10 answer <&"${COPROC[0]}" || fail "no answer to one record"
+# The shell forgets COPROC as soon as the command ends.
+exec {records}>&"${COPROC[1]}" {answers}<&"${COPROC[0]}"
+echo '{"n":"/b1x"}' >&"$records"
+IFS= read -r -t 10 answer <&"$answers" || fail "no answer to one record"
 [[ $answer == '{"n":"x"}' ]] || fail "an answer: $answer"
-echo '{' >&"${COPROC[1]}"
+echo '{' >&"$records"
 # A bad record ends the work even while the writer waits.
-IFS= read -r -t 10 answer <&"${COPROC[0]}"
+IFS= read -r -t 10 answer <&"$answers"
 [[ $? == 1 ]] || fail "a bad record does not end the work"
 
 finish
