@@ -114,7 +114,10 @@ FindBar::FindBar(QWidget* parent) : QWidget(parent), parts_(std::make_unique<Par
   show_state();
 }
 
-FindBar::~FindBar() = default;
+FindBar::~FindBar() {
+  // The focus leaves its fields when it is no longer a bar.
+  qApp->disconnect(this);
+}
 
 // The widgets.
 

@@ -154,7 +154,8 @@ void FormatActions::put_box(TextBox* box) {
 
 /// A form may disable all that is on it.
 bool FormatActions::eventFilter(QObject* watched, QEvent* event) {
-  if (watched == box_ && event->type() == QEvent::EnabledChange) soon_.start(0);
+  // Other events also come from a box that is going, which must not be looked at as one.
+  if (event->type() == QEvent::EnabledChange && watched == box_) soon_.start(0);
   return QObject::eventFilter(watched, event);
 }
 

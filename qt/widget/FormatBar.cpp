@@ -81,7 +81,11 @@ FormatBar::FormatBar(QWidget* parent)
   show_state();
 }
 
-FormatBar::~FormatBar() { painter_->end(); }
+FormatBar::~FormatBar() {
+  // The focus leaves its buttons when it is no longer a bar.
+  qApp->disconnect(this);
+  painter_->end();
+}
 
 QString FormatBar::color_name(int color) { return caption_of(qel::color_name(color)); }
 

@@ -73,6 +73,11 @@ EditorSide::EditorSide(QWidget* parent)
           [this](const QWidget*, const QWidget* now) { follow_focus(now); });
 }
 
+EditorSide::~EditorSide() {
+  // The focus leaves its texts when it is no longer this side.
+  qApp->disconnect(this);
+}
+
 void EditorSide::prepare(qt::TextBox& box, const QString& name) {
   box.setAccessibleName(name);
   box.put_BorderStyle(0);

@@ -19,6 +19,7 @@ class EditorSide : public QWidget {
 
  public:
   explicit EditorSide(QWidget* parent = nullptr);
+  ~EditorSide() override;
 
   qt::TextBox& title() { return *title_; }
   qt::TextBox& body() { return *body_; }
