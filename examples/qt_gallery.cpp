@@ -21,6 +21,7 @@
 #include <cstdio>
 #include <utility>
 
+#include "apps/qelforms/desktop/DarkPalette.h"
 #include "qel/qt/FormatBar.h"
 #include "qel/qt/TextBox.h"
 #include "qel/tables/QELIndexColors.h"
@@ -34,18 +35,6 @@ const QString letter = QStringLiteral(
     u"/b1\u20AC 48/b0, all of it /u1first flush/u0. /k1The box/k0 The tin is /y5not/y0 to be "
     u"opened before the tasting on the 12/p1th/p0, when we also try H/s12/s0O from three "
     u"springs./nl/nl/f2order 4711/f0 /y1(our number)/y0");
-
-QPalette dark_palette() {
-  QPalette palette(QColor(53, 53, 53));
-  palette.setColor(QPalette::Base, QColor(30, 30, 30));
-  palette.setColor(QPalette::Text, QColor(230, 230, 230));
-  palette.setColor(QPalette::Highlight, QColor(42, 130, 218));
-  palette.setColor(QPalette::HighlightedText, Qt::white);
-  for (const auto role : {QPalette::Text, QPalette::ButtonText, QPalette::WindowText}) {
-    palette.setColor(QPalette::Disabled, role, QColor(127, 127, 127));
-  }
-  return palette;
-}
 
 class Form : public QWidget {
  public:
@@ -195,7 +184,7 @@ int main(int argc, char** argv) {
   is_done = save_bar(folder + QStringLiteral("/desktop-bar")) && is_done;
   is_done = save_colors(folder + QStringLiteral("/desktop-colors-light")) && is_done;
   is_done = save_editor(folder + QStringLiteral("/desktop-editor")) && is_done;
-  QApplication::setPalette(dark_palette());
+  QApplication::setPalette(qel::forms::dark_palette());
   is_done = save_form(folder + QStringLiteral("/desktop-dark")) && is_done;
   is_done = save_colors(folder + QStringLiteral("/desktop-colors-dark")) && is_done;
   return is_done ? 0 : 1;

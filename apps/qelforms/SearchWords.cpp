@@ -6,6 +6,7 @@
 #include "qel/base/CaseMapping.h"
 #include "qel/base/Graphemes.h"
 #include "qel/base/Utf16.h"
+#include "qel/base/Words.h"
 
 namespace qel::forms {
 namespace {
@@ -16,14 +17,11 @@ bool is_blank(char32_t c) {
          c == 0x202F || c == 0x205F || c == 0x3000 || c == 0xFEFF;
 }
 
-bool is_control_of_format(char32_t c) {
-  return c == 0xAD || (c >= 0x200C && c <= 0x200F) || (c >= 0x202A && c <= 0x202E) ||
-         (c >= 0x2060 && c <= 0x206F);
-}
-
+/// Joiners part words here, as they do in the index.
 bool is_in_word(char32_t c) {
-  if (c < 0x80) return (c >= '0' && c <= '9') || ((c | 0x20U) >= 'a' && (c | 0x20U) <= 'z');
-  return !is_blank(c) && !is_control_of_format(c) && !is_punctuation(c);
+  constexpr char32_t non_joiner = 0x200C;
+  constexpr char32_t joiner = 0x200D;
+  return is_word_character(c) && c != non_joiner && c != joiner;
 }
 
 bool is_accent(char32_t c) { return c >= 0x300 && c <= 0x36F; }

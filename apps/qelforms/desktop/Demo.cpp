@@ -5,13 +5,13 @@
 #include <QFileInfo>
 #include <QKeyEvent>
 #include <QLineEdit>
-#include <QPalette>
 #include <QPixmap>
 #include <QSaveFile>
 #include <QWidget>
 #include <array>
 #include <stdexcept>
 
+#include "DarkPalette.h"
 #include "MainWindow.h"
 #include "TagLine.h"
 
@@ -50,19 +50,6 @@ class Keyboard {
  private:
   QWidget& widget_;
 };
-
-QPalette dark_palette() {
-  const QColor quiet(127, 127, 127);
-  QPalette palette(QColor(53, 53, 53));
-  palette.setColor(QPalette::Base, QColor(30, 30, 30));
-  palette.setColor(QPalette::Text, QColor(230, 230, 230));
-  palette.setColor(QPalette::Highlight, QColor(42, 130, 218));
-  palette.setColor(QPalette::HighlightedText, Qt::white);
-  for (const auto role : {QPalette::Text, QPalette::ButtonText, QPalette::WindowText}) {
-    palette.setColor(QPalette::Disabled, role, quiet);
-  }
-  return palette;
-}
 
 void save_picture(MainWindow& window, const QString& path) {
   QSaveFile file(path);
