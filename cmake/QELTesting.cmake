@@ -24,7 +24,7 @@ function(qel_add_test name)
     ${name}
     DISCOVERY_MODE PRE_TEST
     DISCOVERY_TIMEOUT 60
-    PROPERTIES TIMEOUT 120 ENVIRONMENT "${QEL_TEST_ENVIRONMENT}")
+    PROPERTIES TIMEOUT 300 ENVIRONMENT "${QEL_TEST_ENVIRONMENT}")
 endfunction()
 
 # qel_add_shell_test(<name> <script> <argument>...): a script run by bash without input; it passes
@@ -36,5 +36,5 @@ function(qel_add_shell_test name script)
   endif()
   cmake_path(ABSOLUTE_PATH script BASE_DIRECTORY "${CMAKE_CURRENT_SOURCE_DIR}")
   add_test(NAME ${name} COMMAND "${QEL_BASH}" "${script}" ${ARGN})
-  set_tests_properties(${name} PROPERTIES TIMEOUT 120 ENVIRONMENT "${QEL_TEST_ENVIRONMENT}")
+  set_tests_properties(${name} PROPERTIES TIMEOUT 300 ENVIRONMENT "${QEL_TEST_ENVIRONMENT}")
 endfunction()

@@ -457,8 +457,9 @@ TEST_F(Forms, AKilledProcessLeavesNothingHalfSaved) {
   SCOPED_TRACE(random.describe());
   std::int64_t last = 0;
   std::size_t drafts = 0;
-  int interrupted = 0;
-  for (std::size_t round = 0; round < 25; ++round) {
+  std::size_t interrupted = 0;
+  // On a busy machine it may take more rounds until a process has saved anything.
+  for (std::size_t round = 0; round < 25 || (round < 250 && drafts * interrupted == 0); ++round) {
     const pid_t child = fork();
     if (child == 0) save_until_killed(path());
     std::this_thread::sleep_for(1ms * random.below(10 + 8 * round));
@@ -491,7 +492,7 @@ TEST_F(Forms, AKilledProcessLeavesNothingHalfSaved) {
     drafts = store.drafts().size();
   }
   EXPECT_EQ(drafts, 1U);
-  EXPECT_GT(interrupted, 0) << "no save was interrupted";
+  EXPECT_GT(interrupted, 0U) << "no save was interrupted";
 }
 
 }  // namespace
