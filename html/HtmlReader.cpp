@@ -45,18 +45,43 @@ class Arena {
   std::size_t left_ = 0;
 };
 
-/// The page lives as long as the arena and the text. That has been filtered: in deep pages the
-/// parser would look at all that is open again and again.
-const GumboOutput& parse(const std::string& html, Arena& arena) {
-  GumboOptions options = kGumboDefaultOptions;
-  options.max_errors = 0;
-  options.userdata = &arena;
-  options.allocator = [](void* memory, std::size_t size) {
-    return static_cast<Arena*>(memory)->allocate(size);
-  };
-  options.deallocator = [](void* /*memory*/, void* /*piece*/) {};
-  return *gumbo_parse_with_options(&options, html.data(), html.size());
-}
+/// A page as the parser has read it, as long as the text lives. That has been filtered: in deep
+/// pages the parser would look at all that is open again and again.
+///
+/// There are two parsers: one takes its memory from whom it is told, the other has limits of its
+/// own, beyond which it would leave out the rest of the page.
+template <class Options>
+class ParsedPage {
+ public:
+  explicit ParsedPage(const std::string& html) {
+    options_.max_errors = 0;
+    if constexpr (takes_memory) {
+      options_.userdata = &arena_;
+      options_.allocator = [](void* memory, std::size_t size) {
+        return static_cast<Arena*>(memory)->allocate(size);
+      };
+      options_.deallocator = [](void* /*memory*/, void* /*piece*/) {};
+    } else {
+      options_.max_tree_depth = -1;
+      options_.max_attributes = -1;
+    }
+    output_ = gumbo_parse_with_options(&options_, html.data(), html.size());
+  }
+  ParsedPage(const ParsedPage&) = delete;
+  ParsedPage& operator=(const ParsedPage&) = delete;
+  ~ParsedPage() {
+    if constexpr (!takes_memory) gumbo_destroy_output(output_);
+  }
+
+  const GumboNode& root() const { return *output_->root; }
+
+ private:
+  static constexpr bool takes_memory = requires(Options & options) { options.allocator; };
+
+  Arena arena_;
+  Options options_ = kGumboDefaultOptions;
+  GumboOutput* output_ = nullptr;
+};
 
 /// Whether the text begins with the lines that precede HTML on a clipboard.
 bool has_clipboard_header(std::string_view text) {
@@ -108,9 +133,9 @@ richtext::DroppedParts read_html(std::string_view bytes, const richtext::CharFor
   const std::string text = to_valid_utf8(bytes);
   const FilteredHtml filtered = filter_html(without_clipboard_header(text));
   const StyleSheet sheet(filtered.style_sheet);
-  Arena arena;
+  const ParsedPage<GumboOptions> page(filtered.html);
   TreeReader reader(sheet, base, sink);
-  reader.read(*parse(filtered.html, arena).root);
+  reader.read(page.root());
   richtext::DroppedParts dropped = reader.dropped();
   dropped.pictures += filtered.pictures;
   dropped.objects += filtered.objects;
