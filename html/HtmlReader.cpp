@@ -50,7 +50,7 @@ class Arena {
 ///
 /// There are two parsers: one takes its memory from whom it is told, the other has limits of its
 /// own, beyond which it would leave out the rest of the page.
-template <class Options>
+template <class Options, class Output>
 class ParsedPage {
  public:
   explicit ParsedPage(const std::string& html) {
@@ -80,7 +80,7 @@ class ParsedPage {
 
   Arena arena_;
   Options options_ = kGumboDefaultOptions;
-  GumboOutput* output_ = nullptr;
+  Output* output_ = nullptr;
 };
 
 /// Whether the text begins with the lines that precede HTML on a clipboard.
@@ -133,7 +133,7 @@ richtext::DroppedParts read_html(std::string_view bytes, const richtext::CharFor
   const std::string text = to_valid_utf8(bytes);
   const FilteredHtml filtered = filter_html(without_clipboard_header(text));
   const StyleSheet sheet(filtered.style_sheet);
-  const ParsedPage<GumboOptions> page(filtered.html);
+  const ParsedPage<GumboOptions, GumboOutput> page(filtered.html);
   TreeReader reader(sheet, base, sink);
   reader.read(page.root());
   richtext::DroppedParts dropped = reader.dropped();
