@@ -42,3 +42,32 @@ function(qel_leave_as_it_is target)
   target_compile_options(${target} PRIVATE -w)
   set_target_properties(${target} PROPERTIES POSITION_INDEPENDENT_CODE ON UNITY_BUILD OFF)
 endfunction()
+
+# Defines the target simdjson::simdjson where its sources are there.
+function(qel_add_simdjson)
+  qel_unpack_sources(simdjson root)
+  if(NOT root)
+    return()
+  endif()
+  add_library(qel_simdjson STATIC "${root}/singleheader/simdjson.cpp")
+  add_library(simdjson::simdjson ALIAS qel_simdjson)
+  target_include_directories(qel_simdjson SYSTEM PUBLIC "${root}/singleheader")
+  qel_leave_as_it_is(qel_simdjson)
+endfunction()
+
+# Defines the target <package>::<package> of a library that is nothing but the folder of headers
+# which <header> lies in: by its package, or where the system is another, by the headers, which are
+# the same for all. A folder of their own keeps the other headers of this system away.
+function(qel_find_headers package header)
+  if(NOT CMAKE_CROSSCOMPILING)
+    find_package(${package} REQUIRED)
+    return()
+  endif()
+  find_path(QEL_${package}_INCLUDE_DIR ${header} PATHS /usr/include NO_CMAKE_FIND_ROOT_PATH REQUIRED)
+  cmake_path(GET header PARENT_PATH folder)
+  set(include "${PROJECT_BINARY_DIR}/headers/${package}")
+  file(MAKE_DIRECTORY "${include}")
+  file(CREATE_LINK "${QEL_${package}_INCLUDE_DIR}/${folder}" "${include}/${folder}" SYMBOLIC)
+  add_library(${package}::${package} INTERFACE IMPORTED GLOBAL)
+  target_include_directories(${package}::${package} SYSTEM INTERFACE "${include}")
+endfunction()

@@ -1,14 +1,16 @@
 #pragma once
 
-#include <array>
+#include <chrono>
 #include <cstddef>
-#include <ctime>
 #include <memory>
 #include <mutex>
 #include <stdexcept>
 #include <string>
 #include <string_view>
+#include <system_error>
 #include <vector>
+
+#include "System.h"
 
 /// Files as the programs read and write them. "-" is standard input or standard output.
 namespace qel::command {
@@ -30,41 +32,23 @@ bool is_same_file(const std::string& input, const std::string& output);
 /// or, where it is appended, makes longer without end.
 void refuse_to_write_while_reading(const std::string& input, const std::string& output);
 
-/// Ends the waiting of other threads for input.
-class Cancellation {
- public:
-  Cancellation();
-  Cancellation(const Cancellation&) = delete;
-  Cancellation& operator=(const Cancellation&) = delete;
-  ~Cancellation();
-
-  void cancel() const;
-  /// Can be read from when it is cancelled.
-  int descriptor() const { return ends_[0]; }
-
- private:
-  std::array<int, 2> ends_ = {};
-};
+using system::Cancellation;
 
 /// A file to read piece by piece.
 class InputFile {
  public:
   explicit InputFile(const std::string& path);
-  InputFile(const InputFile&) = delete;
-  InputFile& operator=(const InputFile&) = delete;
-  ~InputFile();
 
   /// The size of a regular file; 0 for any other.
   std::size_t expected_size() const;
   /// Reads up to `size` bytes, as many as are there; 0 at the end of the file.
-  std::size_t read_some(char* bytes, std::size_t size) const;
+  std::size_t read_some(char* bytes, std::size_t size);
   /// Waits until there is something to read, or the end. Returns false when it is cancelled.
-  bool wait(const Cancellation& cancellation) const;
+  bool wait(const Cancellation& cancellation) const { return file_.wait(cancellation); }
 
  private:
-  bool is_standard_;
   std::string name_;
-  int descriptor_;
+  system::File file_;
 };
 
 /// A file to write. Its content appears under its name only when it is complete: it is written to a
@@ -94,14 +78,15 @@ class OutputFile {
   void end_last_line();
   void make_safe();
   void appear();
-  [[noreturn]] void fail(int error) const;
+  /// Raises an error if there is one.
+  void check(const std::error_code& error) const;
 
   std::string path_;
   std::size_t size_ = 0;
   std::string target_;     // what the temporary file replaces
   std::string temporary_;  // empty when the target is written directly
-  int descriptor_ = -1;
-  timespec begin_ = {};  // by the clock of the file system
+  system::File file_;
+  std::chrono::nanoseconds begin_{};  // by the clock of the file system
   bool at_line_start_ = true;
 };
 

@@ -1,17 +1,16 @@
 #include "Program.h"
 
-#include <csignal>
 #include <exception>
-#include <iostream>
 
 #include "Files.h"
+#include "System.h"
 #include "Temporaries.h"
 #include "UsageError.h"
 
 namespace qel::command {
 
 void complain(const std::string& program, const std::string& message) {
-  std::cerr << program + ": " + message + "\n";
+  system::write_error(program + ": " + message + "\n");
 }
 
 void print(std::string_view text) {
@@ -21,12 +20,9 @@ void print(std::string_view text) {
 }
 
 int run_program(const std::string& program, const std::function<int()>& work) {
-  // Writing to a reader that has gone is to fail, not to end the process.
-  std::signal(SIGPIPE, SIG_IGN);
-  // So is writing to a file that has reached its size limit.
-  std::signal(SIGXFSZ, SIG_IGN);
+  system::prepare_process();
   try {
-    temporaries::remove_on_signals();
+    temporaries::remove_on_interruption();
     return work();
   } catch (const ReaderHasGone&) {
     return success;

@@ -1,23 +1,23 @@
 #pragma once
 
-#include <sys/types.h>
-
 #include <string>
+#include <system_error>
+
+#include "System.h"
 
 /// The temporary files of this process. None stays behind, whatever ends the process, except that
 /// of one that is killed the next that writes to the folder removes them.
 namespace qel::command::temporaries {
 
-/// From here on, an interrupt, a request to terminate or a hang-up removes the temporary files and
-/// ends the process with 128 plus the signal's number. Must be called before any thread is started.
-void remove_on_signals();
+/// From here on, an interrupt or a request to terminate removes the temporary files before it ends
+/// the process. Must be called before any thread is started.
+void remove_on_interruption();
 
-/// Creates a file in `folder` and opens it for writing; returns its descriptor and sets `path`. On
-/// failure it returns -1, and errno says why.
-int create(const std::string& folder, mode_t mode, std::string& path);
-/// Renames the file to `target`. On failure it returns false, errno says why, and the file is still
-/// there.
-bool rename_to(const std::string& path, const std::string& target);
+/// Creates a file that is to replace `target`, in its folder, and sets `path`. On failure it sets
+/// `error`, and the path is empty.
+system::File create(const std::string& target, std::string& path, std::error_code& error);
+/// Renames the file to `target`. On failure, the file is still there.
+std::error_code rename_to(const std::string& path, const std::string& target);
 void remove(const std::string& path);
 
 }  // namespace qel::command::temporaries

@@ -1,7 +1,5 @@
 #include "Batch.h"
 
-#include <sys/stat.h>
-
 #include <algorithm>
 #include <atomic>
 #include <exception>
@@ -9,14 +7,13 @@
 #include <map>
 #include <memory>
 #include <new>
-#include <optional>
-#include <system_error>
 #include <thread>
 #include <unordered_map>
 #include <utility>
 
 #include "Files.h"
 #include "Progress.h"
+#include "System.h"
 #include "UsageError.h"
 #include "qel/base/Error.h"
 #include "qel/convert/Convert.h"
@@ -40,34 +37,26 @@ std::string output_in(const std::string& folder, const InputPath& file,
   throw UsageError("'" + one + "' and '" + other + "' would both become " + output);
 }
 
-/// What tells a file from all others, whatever its names; none for what does not exist.
-using Identity = std::pair<dev_t, ino_t>;
-
-std::optional<Identity> identity_of(const std::string& path) {
-  struct stat status = {};
-  if (stat(path.c_str(), &status) != 0) return std::nullopt;
-  return Identity(status.st_dev, status.st_ino);
-}
-
 void refuse_to_overwrite_inputs(const std::vector<Task>& tasks) {
-  std::map<Identity, const std::string*> inputs;
+  std::map<system::Identity, const std::string*> inputs;
   for (const Task& task : tasks) {
-    if (const auto identity = identity_of(task.input)) inputs.emplace(*identity, &task.input);
+    const system::Status status = system::status_of(task.input);
+    if (status.kind != system::Kind::none) inputs.emplace(status.identity, &task.input);
   }
   for (const Task& task : tasks) {
-    const auto identity = identity_of(task.output);
-    const auto overwritten = identity ? inputs.find(*identity) : inputs.end();
+    const system::Status status = system::status_of(task.output);
+    if (status.kind == system::Kind::none) continue;
+    const auto overwritten = inputs.find(status.identity);
     if (overwritten == inputs.end()) continue;
     throw UsageError("'" + task.input + "' would overwrite the input " + *overwritten->second);
   }
 }
 
 bool has_newer_output(const Task& task) {
-  std::error_code input_error;
-  std::error_code output_error;
-  const auto read = fs::last_write_time(task.input, input_error);
-  const auto written = fs::last_write_time(task.output, output_error);
-  return !input_error && !output_error && written > read;
+  const system::Status read = system::status_of(task.input);
+  const system::Status written = system::status_of(task.output);
+  return read.kind != system::Kind::none && written.kind != system::Kind::none &&
+         written.modified > read.modified;
 }
 
 std::string name_of(const Task& task) { return task.input == "-" ? "standard input" : task.input; }
@@ -86,7 +75,7 @@ std::unique_ptr<OutputFile> converted(const Task& task, convert::Options options
     options.from = convert::input_format_of_file(task.input);
     options.is_from_guessed = true;
   }
-  const InputFile input(task.input);
+  InputFile input(task.input);
   auto output = std::make_unique<OutputFile>(task.output);
   const convert::Report report =
       convert::convert([&](char* bytes, std::size_t size) { return input.read_some(bytes, size); },
@@ -102,8 +91,8 @@ bool report(const OutputGroup::Failures& failures, Progress& progress) {
 }
 
 std::string hint_on(const std::string& input) {
-  std::error_code error;
-  return fs::is_directory(input, error) ? " (--recursive converts what is in it)" : "";
+  const bool is_folder = system::status_of(input).kind == system::Kind::folder;
+  return is_folder ? " (--recursive converts what is in it)" : "";
 }
 
 /// Returns whether all went well that was tried here.

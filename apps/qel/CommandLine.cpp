@@ -59,6 +59,8 @@ CommandLine parse_command_line(int argc, const char* const* argv) {
       "--stated", is_stated,
       "Read and write as the text box's classes do at first, with what that loses: fonts and "
       "colours from 4 on, small capitals, text that looks like a code");
+  // Markup begins with a slash, too.
+  app.allow_windows_style_options(false);
   app.fallthrough();
   const ConvertCommand convert(*app.add_subcommand("convert", "Convert files"));
   CLI::App* const tables_app =

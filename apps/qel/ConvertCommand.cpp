@@ -9,6 +9,7 @@
 
 #include "Files.h"
 #include "Numbers.h"
+#include "System.h"
 #include "UsageError.h"
 
 #if defined(QEL_HAS_HTML)
@@ -42,14 +43,13 @@ auto format_of(const std::optional<std::string>& name, Find find, const std::str
 }
 
 void create_folders_of(const std::vector<Task>& tasks) {
-  std::set<std::filesystem::path> folders;
+  std::set<std::string> folders;
   for (const Task& task : tasks) {
-    folders.insert(std::filesystem::path(task.output).parent_path());
+    folders.insert(std::filesystem::path(task.output).parent_path().string());
   }
-  for (const std::filesystem::path& folder : folders) {
-    std::error_code error;
-    std::filesystem::create_directories(folder, error);
-    if (error) throw FileError("cannot create " + folder.string() + ": " + error.message());
+  for (const std::string& folder : folders) {
+    const std::error_code error = system::create_folders(folder);
+    if (error) throw FileError("cannot create " + folder + ": " + error.message());
   }
 }
 
@@ -183,7 +183,7 @@ void ConvertCommand::add_records() {
 }
 
 std::vector<std::string> ConvertCommand::names() const {
-  std::vector<std::string> names = files_;
+  std::vector<std::string> names = files_matching(files_);
   const bool has_lines = line_list_->count() > 0;
   if (has_lines || zero_list_->count() > 0) {
     const auto listed = names_in_list(list_path_, has_lines ? '\n' : '\0');

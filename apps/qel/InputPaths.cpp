@@ -8,6 +8,7 @@
 #include <utility>
 
 #include "Files.h"
+#include "System.h"
 #include "qel/convert/Formats.h"
 
 namespace qel::command {
@@ -15,25 +16,22 @@ namespace {
 
 namespace fs = std::filesystem;
 
-void check(const std::error_code& error, const fs::path& folder) {
-  if (error) throw FileError("cannot read " + folder.string() + ": " + error.message());
-}
-
 class Search {
  public:
-  Search(fs::path root, const FolderSearch& options) : options_(options), root_(std::move(root)) {}
+  Search(std::string root, const FolderSearch& options)
+      : options_(options),
+        root_(std::move(root)),
+        output_folder_(system::status_of(options.output_folder)) {}
 
   std::vector<InputPath> files() && {
-    std::vector<fs::path> folders = {root_};
-    while (!folders.empty()) {
-      const fs::path folder = std::move(folders.back());
-      folders.pop_back();
+    folders_ = {{}};
+    while (!folders_.empty()) {
+      const fs::path below = std::move(folders_.back());
+      folders_.pop_back();
+      const std::string folder = below.empty() ? root_.string() : (root_ / below).string();
       std::error_code error;
-      fs::directory_iterator entry(folder, error);
-      for (; !error && entry != fs::directory_iterator(); entry.increment(error)) {
-        visit(*entry, folders);
-      }
-      check(error, folder);
+      for (const system::Entry& entry : system::entries_of(folder, error)) visit(entry, below);
+      if (error) throw FileError("cannot read " + folder + ": " + error.message());
     }
     std::sort(files_.begin(), files_.end(),
               [](const InputPath& one, const InputPath& other) { return one.path < other.path; });
@@ -41,33 +39,47 @@ class Search {
   }
 
  private:
-  void visit(const fs::directory_entry& entry, std::vector<fs::path>& folders) {
-    const std::string path = entry.path().string();
-    std::error_code error;
-    if (entry.path().filename().string().starts_with('.')) return;
-    if (entry.is_directory(error)) {
-      const bool is_output = fs::equivalent(entry, options_.output_folder, error);
-      if (!is_output && !entry.is_symlink(error)) folders.push_back(entry);
-    } else if (!entry.is_other(error) &&
+  void visit(const system::Entry& entry, const fs::path& below) {
+    if (entry.is_hidden) return;
+    const std::string path = (root_ / below / entry.name).string();
+    if (entry.kind == system::Kind::folder) {
+      if (!entry.is_link && !is_output_folder(path)) folders_.push_back(below / entry.name);
+    } else if (entry.kind != system::Kind::other &&
                (options_.takes_any_file || convert::input_format_of_file(path))) {
-      const std::string below = entry.path().parent_path().lexically_relative(root_).string();
-      files_.push_back({path, below == "." ? "" : below});
+      files_.push_back({path, below.string()});
     }
+  }
+
+  bool is_output_folder(const std::string& path) const {
+    return output_folder_.kind != system::Kind::none &&
+           system::status_of(path).identity == output_folder_.identity;
   }
 
   const FolderSearch& options_;
   fs::path root_;
+  system::Status output_folder_;
+  std::vector<fs::path> folders_;  // to look into, below the root
   std::vector<InputPath> files_;
 };
 
 }  // namespace
+
+std::vector<std::string> files_matching(const std::vector<std::string>& names) {
+  std::vector<std::string> files;
+  for (const std::string& name : names) {
+    for (std::string& file : system::files_matching(name)) files.push_back(std::move(file));
+  }
+  return files;
+}
 
 std::vector<std::string> names_in_list(const std::string& file, char end) {
   const std::string list = read_file(file);
   std::vector<std::string> names;
   for (std::string_view rest = list; !rest.empty();) {
     const std::size_t length = std::min(rest.find(end), rest.size());
-    if (length > 0) names.emplace_back(rest.substr(0, length));
+    const std::string_view line = rest.substr(0, length);
+    const std::string_view name = end == '\n' ? system::name_in_line(line) : line;
+    if (!name.empty()) names.emplace_back(name);
     rest.remove_prefix(std::min(length + 1, rest.size()));
   }
   return names;
@@ -77,8 +89,7 @@ std::vector<InputPath> with_files_of_folders(const std::vector<std::string>& nam
                                              const FolderSearch& search) {
   std::vector<InputPath> files;
   for (const std::string& name : names) {
-    std::error_code error;
-    if (!fs::is_directory(name, error)) {
+    if (system::status_of(name).kind != system::Kind::folder) {
       files.push_back({name, {}});
       continue;
     }

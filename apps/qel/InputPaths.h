@@ -12,6 +12,9 @@ struct InputPath {
   std::string below;  ///< where it lies within the folder that was named; empty at the top
 };
 
+/// The files that these names and patterns stand for.
+std::vector<std::string> files_matching(const std::vector<std::string>& names);
+
 /// The names in a list that is read from a file, "-" for standard input. Each ends with `end`;
 /// empty ones are left out.
 std::vector<std::string> names_in_list(const std::string& file, char end);

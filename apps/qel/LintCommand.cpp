@@ -9,6 +9,7 @@
 #include <string_view>
 
 #include "Files.h"
+#include "InputPaths.h"
 #include "Program.h"
 #include "TextTask.h"
 #include "qel/base/Json.h"
@@ -142,7 +143,7 @@ LintCommand::LintCommand(CLI::App& app) : app_(app), tables_(app) {
 
 LintTask LintCommand::values(Way way) const {
   LintTask task;
-  task.files = files_.empty() ? std::vector<std::string>{"-"} : files_;
+  task.files = files_.empty() ? std::vector<std::string>{"-"} : files_matching(files_);
   task.tables = std::make_shared<const Tables>(tables_.values());
   task.way = way;
   task.as_json = as_json_;

@@ -1,9 +1,8 @@
 #include "Progress.h"
 
-#include <unistd.h>
-
 #include <algorithm>
-#include <iostream>
+
+#include "System.h"
 
 namespace qel::command {
 
@@ -11,7 +10,7 @@ Progress::Progress(Unit unit, std::size_t total, bool writes_to_terminal)
     : unit_(unit),
       total_(total),
       shows_bar_((unit == Unit::records || total > 1) && !writes_to_terminal &&
-                 isatty(STDERR_FILENO) != 0) {}
+                 system::can_rewrite_errors()) {}
 
 Progress::~Progress() { erase(); }
 
@@ -29,12 +28,12 @@ void Progress::write_line(const std::string& line) {
   const std::lock_guard lock(mutex_);
   erase();
   // In one piece: other processes may write to the same terminal or file.
-  std::cerr << line + "\n" << std::flush;
+  system::write_error(line + "\n");
   draw();
 }
 
 void Progress::draw() {
-  if (shows_bar_) std::cerr << "\r" + bar() + counted() + "\033[K" << std::flush;
+  if (shows_bar_) system::write_error("\r" + bar() + counted() + "\033[K");
 }
 
 std::string Progress::bar() const {
@@ -55,7 +54,7 @@ std::string Progress::counted() const {
 }
 
 void Progress::erase() const {
-  if (shows_bar_) std::cerr << "\r\033[K" << std::flush;
+  if (shows_bar_) system::write_error("\r\033[K");
 }
 
 }  // namespace qel::command

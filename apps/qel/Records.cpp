@@ -1,7 +1,5 @@
 #include "Records.h"
 
-#include <unistd.h>
-
 #include <atomic>
 #include <condition_variable>
 #include <exception>
@@ -46,7 +44,7 @@ class RecordRun {
         reader_(input, *format_),
         output_(output),
         progress_(Progress::Unit::records, reader_.expected_size(),
-                  output == "-" && isatty(STDOUT_FILENO) != 0) {}
+                  output == "-" && system::is_output_terminal()) {}
 
   bool run() {
     output_.write(reader_.mark());

@@ -1,9 +1,8 @@
 #include "Reports.h"
 
-#include <unistd.h>
-
 #include <vector>
 
+#include "System.h"
 #include "qel/base/Json.h"
 #include "qel/base/Utf8.h"
 #include "qel/convert/Convert.h"
@@ -63,7 +62,7 @@ void Reports::add(std::string_view file, const convert::Report& report) {
 }
 
 void Reports::finish() const {
-  if (style_ != ReportStyle::summary || isatty(STDERR_FILENO) == 0) return;
+  if (style_ != ReportStyle::summary || !system::can_rewrite_errors()) return;
   const std::string counts = counts_of(dropped_);
   if (!counts.empty()) progress_.report("dropped: " + counts + " (--report says where)");
   if (broken_off_ > 0) progress_.report("the input breaks off within RTF");

@@ -4,6 +4,7 @@
 
 #include "CommandLine.h"
 #include "Program.h"
+#include "System.h"
 #include "qel/base/Utf8.h"
 
 namespace qel::command {
@@ -43,6 +44,7 @@ int main(int argc, char** argv) {
   using namespace qel::command;
   return run_program("qel", [&] {
     return_large_blocks();
-    return run(parse_command_line(argc, argv));
+    const system::Arguments arguments(argc, argv);
+    return run(parse_command_line(arguments.count(), arguments.values()));
   });
 }
