@@ -4,6 +4,12 @@
 
 #include "qel/base/Error.h"
 #include "windows/GlobalMemory.h"
+#include "windows/HtmlFormat.h"
+#ifdef QEL_WINDOWS_READS_HTML
+#include "qel/base/Utf8.h"
+#include "qel/html/HtmlReader.h"
+#include "qel/richtext/DocumentReader.h"
+#endif
 
 namespace qel::windows {
 namespace {
@@ -71,16 +77,38 @@ bool put(std::u16string_view value, UINT format) {
 
 std::optional<std::u16string> Clipboard::rtf() const { return content(rtf_clipboard_format()); }
 
+std::optional<std::u16string> Clipboard::html() const { return content(html_clipboard_format()); }
+
 std::optional<std::u16string> Clipboard::text() const { return content(CF_UNICODETEXT); }
 
 void Clipboard::put(std::u16string_view text, std::u16string_view rtf) {
+  platform::DragData data;
+  data.put(platform::rtf_format, rtf);
+  const auto html = offered_html(data);
   const Owner owner;
   const windows::OpenClipboard clipboard(owner.window());
-  // Cutting must not lose text that did not get there.
-  if (!clipboard || EmptyClipboard() == FALSE || !windows::put(text, CF_UNICODETEXT) ||
-      !windows::put(rtf, rtf_clipboard_format())) {
+  // Cutting must not lose text that did not get there. Programs that take the first format that
+  // they know get the best.
+  if (!clipboard || EmptyClipboard() == FALSE || !windows::put(rtf, rtf_clipboard_format()) ||
+      (html && !windows::put(*html, html_clipboard_format())) ||
+      !windows::put(text, CF_UNICODETEXT)) {
     throw Error(clipboard_not_open, "Clipboard", "The clipboard is in use.");
   }
+}
+
+std::optional<richtext::Document> Clipboard::read_html(
+    [[maybe_unused]] std::u16string_view html,
+    [[maybe_unused]] const richtext::CharFormat& base) const {
+#ifdef QEL_WINDOWS_READS_HTML
+  richtext::Document document;
+  richtext::DocumentBuilder builder(document);
+  // The mark overrides what the HTML says of the encoding that it once had.
+  html::read_html("\xEF\xBB\xBF" + to_utf8(html), base, builder);
+  document.release_unused();
+  return document;
+#else
+  return {};
+#endif
 }
 
 }  // namespace qel::windows

@@ -11,11 +11,13 @@
 
 #include "windows/GlobalMemory.h"
 #include "windows/Guard.h"
+#include "windows/HtmlFormat.h"
 #include "windows/Pointer.h"
 
 namespace qel::windows {
 
 using platform::DragData;
+using platform::html_format;
 using platform::rtf_format;
 using platform::text_format;
 
@@ -44,8 +46,14 @@ struct Known {
 /// The best of each kind first.
 std::vector<Known> known_formats() {
   return {{rtf_format, static_cast<CLIPFORMAT>(rtf_clipboard_format())},
+          {html_format, static_cast<CLIPFORMAT>(html_clipboard_format())},
           {text_format, CF_UNICODETEXT},
           {text_format, CF_TEXT}};
+}
+
+/// Whether the data can be had in that format.
+bool gives(const DragData& data, std::int16_t format) {
+  return data.has(format) || (format == html_format && data.has(rtf_format));
 }
 
 FORMATETC in_memory(CLIPFORMAT format) {
@@ -125,7 +133,7 @@ HGLOBAL DataObject::block(CLIPFORMAT format) {
   if (format == origin_format()) return block_of({GetCurrentProcessId(), this});
   for (const Known& known : known_formats()) {
     if (known.native != format) continue;
-    const auto value = data_.get(known.format);
+    const auto value = known.format == html_format ? offered_html(data_) : data_.get(known.format);
     return value ? windows::block_of(*value, format) : nullptr;
   }
   return nullptr;
@@ -155,7 +163,7 @@ HRESULT DataObject::QueryGetData(FORMATETC* format) noexcept {
     const std::vector<Known> formats = known_formats();
     const bool has = format->cfFormat == origin_format() ||
                      std::any_of(formats.begin(), formats.end(), [&](const Known& known) {
-                       return known.native == format->cfFormat && data_.has(known.format);
+                       return known.native == format->cfFormat && gives(data_, known.format);
                      });
     if (!has) return DV_E_FORMATETC;
     return is_in_memory(*format) ? S_OK : DV_E_TYMED;
@@ -181,7 +189,7 @@ HRESULT DataObject::EnumFormatEtc(DWORD direction, IEnumFORMATETC** formats) noe
   return guarded([&] {
     std::vector<FORMATETC> offered;
     for (const Known& known : known_formats()) {
-      if (data_.has(known.format)) offered.push_back(in_memory(known.native));
+      if (gives(data_, known.format)) offered.push_back(in_memory(known.native));
     }
     offered.push_back(in_memory(origin_format()));
     return SHCreateStdEnumFmtEtc(static_cast<UINT>(offered.size()), offered.data(), formats);

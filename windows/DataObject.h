@@ -9,8 +9,8 @@
 
 namespace qel::windows {
 
-/// Dragged data as other programs see it: text, in Unicode and in the system's code page, and RTF.
-/// Promised data is supplied when a program gets it.
+/// Dragged data as other programs see it: text, in Unicode and in the system's code page, RTF, and
+/// HTML where there is RTF. Promised data is supplied when a program gets it.
 class DataObject : public ComObject<IDataObject> {
  public:
   explicit DataObject(platform::DragData data);

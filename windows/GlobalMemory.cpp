@@ -4,6 +4,7 @@
 #include <cstring>
 
 #include "qel/richtext/RtfBytes.h"
+#include "windows/HtmlFormat.h"
 #include "windows/Text.h"
 
 namespace qel::windows {
@@ -72,8 +73,14 @@ UINT rtf_clipboard_format() {
   return format;
 }
 
+UINT html_clipboard_format() {
+  static const UINT format = RegisterClipboardFormatW(L"HTML Format");
+  return format;
+}
+
 HGLOBAL block_of(std::u16string_view value, UINT clipboard_format) {
   if (clipboard_format == CF_UNICODETEXT) return copy(value);
+  if (clipboard_format == html_clipboard_format()) return copy<char>(html_to_bytes(value));
   return copy(std::string_view(clipboard_format == CF_TEXT ? to_system_code_page(value)
                                                            : richtext::rtf_to_bytes(value)));
 }
@@ -81,6 +88,7 @@ HGLOBAL block_of(std::u16string_view value, UINT clipboard_format) {
 std::u16string read_block(HGLOBAL block, UINT clipboard_format) {
   if (clipboard_format == CF_UNICODETEXT) return text_in<char16_t>(block);
   const std::string bytes = text_in<char>(block);
+  if (clipboard_format == html_clipboard_format()) return html_from_bytes(bytes);
   return clipboard_format == CF_TEXT ? from_system_code_page(bytes)
                                      : richtext::rtf_from_bytes(bytes);
 }

@@ -45,16 +45,28 @@ Pointer<DataObject> data_object(DragData data) {
   return Pointer<DataObject>::adopted(new DataObject(std::move(data)));
 }
 
-TEST(DataObject, OffersTextAndRTF) {
+/// The part of HTML from the clipboard between the bytes that two lines of its header name.
+std::string part_of_html(const std::string& html, const char* begin, const char* end) {
+  const auto number = [&](const char* name) {
+    return std::stoul(html.substr(html.find(name) + std::string_view(name).size()));
+  };
+  return html.substr(number(begin), number(end) - number(begin));
+}
+
+TEST(DataObject, OffersTextRTFAndHTML) {
   DragData data;
   data.put(text_format, u"a\u4E2D");
-  data.put(rtf_format, u"{\\rtf1 \u00E4}");
+  data.put(rtf_format, u"{\\rtf1 \\b \u00E4}");
   const auto object = data_object(data);
   const UINT rtf = rtf_clipboard_format();
   EXPECT_EQ(bytes_of(*object, CF_UNICODETEXT).substr(0, 6), "a\0\x2D\x4E\0\0"sv);
   EXPECT_EQ(bytes_of(*object, CF_TEXT).substr(0, 3), "a?\0"sv);
-  EXPECT_STREQ(bytes_of(*object, rtf).c_str(), "{\\rtf1 \\'e4}");
+  EXPECT_STREQ(bytes_of(*object, rtf).c_str(), "{\\rtf1 \\b \\'e4}");
   EXPECT_EQ(bytes_of(*object, CF_BITMAP), "none");
+  const std::string html = bytes_of(*object, html_clipboard_format()).c_str();
+  EXPECT_EQ(part_of_html(html, "StartFragment:", "EndFragment:"),
+            "<b><span style=\"font-family:'Arial'\">\xC3\xA4</span></b>");
+  EXPECT_EQ(part_of_html(html, "StartHTML:", "EndHTML:"), html.substr(html.find("<html>")));
 
   struct Row {
     FORMATETC form;
@@ -66,8 +78,9 @@ TEST(DataObject, OffersTextAndRTF) {
   file.tymed = TYMED_FILE;
   FORMATETC any = in_memory(CF_TEXT);
   any.tymed = TYMED_FILE | TYMED_HGLOBAL;
-  for (Row row : {Row{in_memory(rtf), S_OK}, Row{any, S_OK}, Row{file, DV_E_TYMED},
-                  Row{icon, DV_E_TYMED}, Row{in_memory(CF_HDROP), DV_E_FORMATETC}}) {
+  for (Row row :
+       {Row{in_memory(rtf), S_OK}, Row{in_memory(html_clipboard_format()), S_OK}, Row{any, S_OK},
+        Row{file, DV_E_TYMED}, Row{icon, DV_E_TYMED}, Row{in_memory(CF_HDROP), DV_E_FORMATETC}}) {
     EXPECT_EQ(object->QueryGetData(&row.form), row.expected);
     STGMEDIUM medium = {};
     EXPECT_EQ(object->GetData(&row.form, &medium), row.expected);
@@ -155,6 +168,8 @@ TEST(DataObject, ReadsOthersWhenTheyAreAskedFor) {
   DragData old = read_data_object(*ForeignObject::create({{CF_TEXT, "old"}}));
   EXPECT_EQ(old.get(text_format), u"old") << "held as long as the data";
   EXPECT_FALSE(old.has(rtf_format));
+  DragData page = read_data_object(*ForeignObject::create({{html_clipboard_format(), "<b>x"}}));
+  EXPECT_EQ(page.get(html_format), u"<b>x");
   EXPECT_FALSE(read_data_object(*ForeignObject::create({{CF_HDROP, "x"}})).is_text());
 }
 

@@ -85,6 +85,7 @@ TEST(WindowsClipboard, KeepsTextAndRTF) {
   Clipboard& clipboard = windows_platform().clipboard();
   constexpr std::u16string_view text = u"a\r\n\u20AC\u4E2D\U0001F600";
   clipboard.put(text, u"{\\rtf1 a\\par \u20AC\u4E2D}");
+  EXPECT_NE(clipboard.html()->find(u"\u20AC\u4E2D"), std::u16string::npos);
   EXPECT_EQ(clipboard.text(), text);
   EXPECT_EQ(clipboard.rtf(), u"{\\rtf1 a\\par \\'80\\u20013?}");
   EXPECT_STREQ(bytes_on_clipboard(RegisterClipboardFormatW(L"Rich Text Format")).c_str(),
@@ -115,6 +116,37 @@ TEST(WindowsClipboard, ReadsWhatOthersPutThere) {
     put_bytes(row.format, row.bytes);
     EXPECT_EQ(clipboard.text(), row.text) << row.bytes;
     EXPECT_EQ(clipboard.rtf(), row.rtf) << row.bytes;
+  }
+}
+
+TEST(WindowsClipboard, FindsWhatWasCopiedInHTML) {
+  Clipboard& clipboard = windows_platform().clipboard();
+  const bool reads = clipboard.read_html(u"x", {}).has_value();
+  struct Row {
+    std::string numbers;  // StartHTML, EndHTML, StartFragment, EndFragment
+    std::string_view page;
+    std::u16string_view read;
+  };
+  constexpr std::string_view plain = "<p>\xC3\xA4<i>b</i>c</p>";
+  constexpr std::string_view marked = "<p>x<!--StartFragment-->b\xE4<!--EndFragment-->y</p>";
+  for (const Row& row :
+       {Row{"0081 0099 0086 0094", plain, u"b"}, Row{"0081 0099 0085 0094", plain, u"\u00E4bc"},
+        Row{"0081 0099 0087 0094", plain, u"\u00E4bc"},
+        Row{"0081 0099 0094 0030", plain, u"\u00E4bc"},
+        Row{"-001 -001 0086 9999", plain, u"\u00E4bc"},
+        Row{"0001 0002 0003 0004", marked, u"b\u00E4"}}) {
+    const std::string& at = row.numbers;
+    const std::string header =
+        "Version:0.9\r\nStartHTML:" + at.substr(0, 4) + "\r\nEndHTML:" + at.substr(5, 4) +
+        "\r\nStartFragment:" + at.substr(10, 4) + "\r\nEndFragment:" + at.substr(15) + "\r\n";
+    ASSERT_EQ(header.size(), 81U);
+    put_bytes(html_clipboard_format(), header + std::string(row.page));
+    DragData data = clipboard.data();
+    const auto content = read_transfer(data, &clipboard, {}, richtext::Alignment::left, false);
+    EXPECT_EQ(content.has_value(), reads);
+    if (reads) {
+      EXPECT_EQ(content->text(), row.read) << at;
+    }
   }
 }
 
