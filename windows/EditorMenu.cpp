@@ -66,7 +66,7 @@ HMENU EditorMenu::create_popup(const platform::Menu& menu) {
 
 void EditorMenu::append(HMENU popup, const platform::MenuItem& item) {
   std::u16string caption = item.caption;
-  const Item& added = items_.emplace_back(Item{item.name, item.has_check});
+  const Item& added = items_.emplace_back(Item{item.name, item.has_check, popup});
   MENUITEMINFOW info = {};
   info.cbSize = sizeof info;
   info.fMask = MIIM_DATA | MIIM_ID | MIIM_STRING;
@@ -80,6 +80,20 @@ std::u16string_view EditorMenu::name_of(UINT command) const {
   const std::size_t index = command - first_command;
   return command < first_command || index >= items_.size() ? std::u16string_view()
                                                            : items_[index].name;
+}
+
+UINT EditorMenu::command_of(std::u16string_view name) const {
+  UINT command = first_command;
+  for (const Item& item : items_) {
+    if (item.name == name) return command;
+    ++command;
+  }
+  return 0;
+}
+
+HMENU EditorMenu::popup_of(std::u16string_view name) const {
+  const UINT command = command_of(name);
+  return command == 0 ? nullptr : items_[command - first_command].popup;
 }
 
 void EditorMenu::show_state(const platform::EditorListener& listener) const {

@@ -20,6 +20,9 @@ class EditorMenu {
   HMENU handle() const { return bar_; }
   /// The name of the item that sends that command; empty where no item does.
   std::u16string_view name_of(UINT command) const;
+  /// The command of the item of that name, and the menu that it is in; 0 and null without one.
+  UINT command_of(std::u16string_view name) const;
+  HMENU popup_of(std::u16string_view name) const;
   /// Brings the check marks up to date, and makes grey what cannot act now.
   void show_state(const platform::EditorListener& listener) const;
 
@@ -27,6 +30,7 @@ class EditorMenu {
   struct Item {
     std::u16string name;
     bool has_check;
+    HMENU popup;
   };
 
   HMENU create_popup(const platform::Menu& menu);

@@ -4,7 +4,9 @@
 #include <utility>
 
 #include "qel/base/Error.h"
+#include "windows/Dpi.h"
 #include "windows/Guard.h"
+#include "windows/Modifiers.h"
 #include "windows/Module.h"
 #include "windows/Text.h"
 #include "windows/WindowHandle.h"
@@ -15,6 +17,13 @@ namespace {
 
 constexpr DWORD window_style = WS_OVERLAPPEDWINDOW | WS_CLIPCHILDREN;
 
+// Numbers of controls besides those of the buttons.
+constexpr int bar_id = 10;
+constexpr int pane_id = 11;
+
+constexpr UINT_PTR bar_timer = 1;
+constexpr UINT_PTR pane_timer = 2;
+
 void register_class(WNDPROC procedure) {
   WNDCLASSEXW description = {};
   description.cbSize = sizeof description;
@@ -24,13 +33,6 @@ void register_class(WNDPROC procedure) {
   description.hbrBackground = GetSysColorBrush(COLOR_3DFACE);
   description.lpszClassName = EditorWindow::class_name;
   RegisterClassExW(&description);  // fails for all but the first window
-}
-
-Font message_font() {
-  NONCLIENTMETRICSW metrics = {};
-  metrics.cbSize = sizeof metrics;
-  SystemParametersInfoW(SPI_GETNONCLIENTMETRICS, sizeof metrics, &metrics, 0);
-  return Font(metrics.lfMessageFont);
 }
 
 SIZE inner_size(HWND window) {
@@ -56,6 +58,11 @@ RECT in_pixels(const platform::EditorRectangle& rectangle, const platform::Scree
           rectangle.width / screen.twips_per_pixel_x, rectangle.height / screen.twips_per_pixel_y};
 }
 
+RECT scaled(const RECT& place, int dpi) {
+  return {windows::scaled(place.left, dpi), windows::scaled(place.top, dpi),
+          windows::scaled(place.right, dpi), windows::scaled(place.bottom, dpi)};
+}
+
 /// The window of the box whose text is edited, if it has one that is shown, or else the active one.
 HWND owner_of(const platform::EditorDescription& description) {
   if (description.replaced != nullptr && description.replaced->window() != 0) {
@@ -70,7 +77,7 @@ platform::Screen screen() { return WindowsPlatform::shared()->screen(); }
 }  // namespace
 
 EditorWindow::EditorWindow(const platform::EditorDescription& description)
-    : menu_(description.menus), font_(message_font()) {
+    : menu_(description.menus), dpi_(usual_dpi) {
   register_class(procedure);
   window_ = CreateWindowExW(0, class_name, wide(description.caption), window_style, CW_USEDEFAULT,
                             CW_USEDEFAULT, CW_USEDEFAULT, CW_USEDEFAULT, owner_of(description),
@@ -80,13 +87,22 @@ EditorWindow::EditorWindow(const platform::EditorDescription& description)
     throw Error(Error::object_not_set, "EditorWindow", "The window cannot be made.");
   }
   try {
-    box_ = WindowsPlatform::shared()->create_rich_edit(window_handle(window_));
+    create_parts(description);
   } catch (...) {
     DestroyWindow(window_);
     throw;
   }
+}
+
+/// The order is that in which Tab leads through them.
+void EditorWindow::create_parts(const platform::EditorDescription& description) {
+  box_ = WindowsPlatform::shared()->create_rich_edit(window_handle(window_));
   ok_ = create_button(description.ok_caption, IDOK, BS_DEFPUSHBUTTON);
   cancel_ = create_button(description.cancel_caption, IDCANCEL, BS_PUSHBUTTON);
+  if (!description.pane_caption.empty()) pane_.emplace(window_, description.pane_caption, pane_id);
+  if (description.has_bar) bar_.emplace(window_, description.menus, menu_, bar_id);
+  dpi_ = dpi_of(window_);
+  put_fonts();
 }
 
 EditorWindow::~EditorWindow() {
@@ -100,16 +116,53 @@ EditorWindow::~EditorWindow() {
 }
 
 HWND EditorWindow::create_button(const std::u16string& caption, int command, DWORD style) {
-  const HWND button = CreateWindowExW(
-      0, L"BUTTON", wide(caption), WS_CHILD | WS_VISIBLE | WS_TABSTOP | style, 0, 0, 0, 0, window_,
-      reinterpret_cast<HMENU>(static_cast<INT_PTR>(command)), module_handle(), nullptr);
-  SendMessageW(button, WM_SETFONT, reinterpret_cast<WPARAM>(font_.handle()), FALSE);
-  return button;
+  return CreateWindowExW(0, L"BUTTON", wide(caption), WS_CHILD | WS_VISIBLE | WS_TABSTOP | style, 0,
+                         0, 0, 0, window_, reinterpret_cast<HMENU>(static_cast<INT_PTR>(command)),
+                         module_handle(), nullptr);
+}
+
+void EditorWindow::put_fonts() {
+  const LOGFONTW font = message_font(dpi_);
+  font_ = Font(font);
+  for (const HWND button : {ok_, cancel_}) {
+    SendMessageW(button, WM_SETFONT, reinterpret_cast<WPARAM>(font_.handle()), TRUE);
+  }
+  if (pane_) pane_->put_font(font, dpi_);
+  if (bar_) bar_->put_font(font, dpi_);
+}
+
+/// The window has come to a screen of another resolution, which suggests a place for it.
+void EditorWindow::put_dpi(int dpi, const RECT& place) {
+  dpi_ = dpi;
+  put_fonts();
+  SetWindowPos(window_, nullptr, place.left, place.top, place.right - place.left,
+               place.bottom - place.top, SWP_NOZORDER | SWP_NOACTIVATE);
+  tell_size();
+}
+
+/// What the bar and the pane take of the window's height.
+LONG EditorWindow::around_form() const {
+  return (bar_ ? bar_->height() : 0) + (pane_ ? pane_->height() : 0);
+}
+
+/// The part of the window that the listener lays out.
+RECT EditorWindow::form() const {
+  const SIZE size = inner_size(window_);
+  const LONG top = bar_ ? bar_->height() : 0;
+  return {0, top, size.cx, std::max(size.cy - around_form() + top, top)};
+}
+
+void EditorWindow::arrange() const {
+  const RECT area = form();
+  if (bar_) bar_->place(area.right);
+  if (pane_) pane_->place(area.bottom, area.right);
 }
 
 void EditorWindow::put_extent(std::int32_t width, std::int32_t height) {
   if (window_ == nullptr) return;
-  const RECT wanted = in_pixels({0, 0, width, height}, screen());
+  RECT wanted = in_pixels({0, 0, width, height}, screen());
+  wanted.bottom += around_form();
+  if (bar_) wanted.right = std::max<LONG>(wanted.right, bar_->width());
   RECT outer = {0, 0, wanted.right, wanted.bottom};
   AdjustWindowRectEx(&outer, window_style, TRUE, 0);
   SIZE size = {outer.right - outer.left, outer.bottom - outer.top};
@@ -126,16 +179,17 @@ void EditorWindow::lay_out(const platform::EditorRectangle& box,
                            const platform::EditorRectangle& cancel) {
   if (window_ == nullptr) return;
   const platform::Screen here = screen();
-  const RECT place = in_pixels(box, here);
+  const LONG top = form().top;
+  const RECT place = scaled(in_pixels(box, here), dpi_);
   platform::BoxAppearance appearance = box_->appearance();
   appearance.left = place.left;
-  appearance.top = place.top;
+  appearance.top = top + place.top;
   appearance.width = place.right;
   appearance.height = place.bottom;
   box_->put_appearance(appearance);
   const auto move = [&](HWND button, const platform::EditorRectangle& rectangle) {
-    const RECT at = in_pixels(rectangle, here);
-    MoveWindow(button, at.left, at.top, at.right, at.bottom, TRUE);
+    const RECT at = scaled(in_pixels(rectangle, here), dpi_);
+    MoveWindow(button, at.left, top + at.top, at.right, at.bottom, TRUE);
   };
   move(ok_, ok);
   move(cancel_, cancel);
@@ -160,6 +214,7 @@ void EditorWindow::show_modal(platform::EditorListener& listener) {
   is_open_ = true;
   focus_before_ = GetFocus();
   tell_size();
+  update(bar_timer);
   others_.emplace(window_);
   ShowWindow(window_, SW_SHOW);
   SetActiveWindow(window_);
@@ -177,11 +232,88 @@ void EditorWindow::run_loop() {
       close_by_frame();
       return;
     }
-    const bool is_of_button = message.hwnd == ok_ || message.hwnd == cancel_;
-    if (is_of_button && IsDialogMessageW(window_, &message) != FALSE) continue;
+    if (handle_own_key(message)) continue;
+    const bool is_of_bar = bar_ && message.hwnd == bar_->window();
+    const bool is_of_dialog = IsChild(window_, message.hwnd) != FALSE && !is_of_bar &&
+                              message.hwnd != native_window(box_->window());
+    if (is_of_dialog && IsDialogMessageW(window_, &message) != FALSE) continue;
     TranslateMessage(&message);
     DispatchMessageW(&message);
+    paint_after(message);
   }
+}
+
+/// Keys that lead to the bar and back, and the one that puts the brush away.
+bool EditorWindow::handle_own_key(const MSG& message) {
+  const bool is_own = bar_ && message.message == WM_KEYDOWN &&
+                      (message.hwnd == window_ || IsChild(window_, message.hwnd) != FALSE);
+  if (!is_own) return false;
+  if (message.wParam == VK_F6 && held_modifiers() == 0) {
+    bar_->reach();
+    return true;
+  }
+  if (message.wParam == VK_ESCAPE && bar_->brush().is_on()) {
+    bar_->brush().end();
+    bar_->show_brush();
+    return true;
+  }
+  const bool leaves = message.wParam == VK_ESCAPE || message.wParam == VK_TAB;
+  if (message.hwnd != bar_->window() || !leaves) return false;
+  focus_box();
+  return true;
+}
+
+/// A selection is made when the button that sweeps over it, or the key, comes up.
+void EditorWindow::paint_after(const MSG& message) {
+  if (!bar_ || window_ == nullptr || !bar_->brush().is_on() ||
+      message.hwnd != native_window(box_->window())) {
+    return;
+  }
+  const bool selects = message.message == WM_LBUTTONUP ||
+                       (message.message == WM_KEYUP && GetKeyState(VK_SHIFT) >= 0);
+  if (!selects) return;
+  guarded([this] {
+    bar_->brush().paint(*box_);
+    return S_OK;
+  });
+}
+
+// What shows the state of the text.
+
+void EditorWindow::show_state() {
+  if (bar_) update_later(bar_timer, USER_TIMER_MINIMUM);
+  // Converting the whole text at each key would slow typing noticeably.
+  constexpr UINT pane_delay = 300;
+  if (pane_ && pane_->is_open()) update_later(pane_timer, pane_delay);
+}
+
+/// Once however often it is asked for meanwhile.
+void EditorWindow::update_later(UINT_PTR timer, UINT delay) {
+  const UINT bit = 1U << timer;
+  if (window_ == nullptr || (pending_ & bit) != 0) return;
+  if (SetTimer(window_, timer, delay, nullptr) != 0) pending_ |= bit;
+}
+
+void EditorWindow::update(UINT_PTR timer) {
+  KillTimer(window_, timer);
+  pending_ &= ~(1U << timer);
+  if (listener_ == nullptr) return;
+  if (timer == bar_timer && bar_) bar_->show_state(*listener_, *box_);
+  if (timer == pane_timer && pane_ && pane_->is_open()) pane_->show(listener_->pane_text());
+}
+
+/// The window grows by the pane, so that the form keeps its size.
+void EditorWindow::fold_pane() {
+  pane_->follow_check_box();
+  update(pane_timer);
+  RECT place = {};
+  GetWindowRect(window_, &place);
+  const int change = pane_->is_open() ? pane_->text_height() : -pane_->text_height();
+  if (IsZoomed(window_) == FALSE) {
+    SetWindowPos(window_, nullptr, 0, 0, place.right - place.left,
+                 place.bottom - place.top + change, SWP_NOMOVE | SWP_NOZORDER | SWP_NOACTIVATE);
+  }
+  tell_size();
 }
 
 void EditorWindow::close() {
@@ -206,16 +338,18 @@ void EditorWindow::close_by_frame() {
 }
 
 void EditorWindow::tell_size() {
+  arrange();
   if (listener_ == nullptr) return;
   const platform::Screen here = screen();
-  const SIZE size = inner_size(window_);
-  listener_->on_resize(size.cx * here.twips_per_pixel_x, size.cy * here.twips_per_pixel_y);
+  const RECT area = form();
+  listener_->on_resize(MulDiv(area.right, usual_dpi, dpi_) * here.twips_per_pixel_x,
+                       MulDiv(area.bottom - area.top, usual_dpi, dpi_) * here.twips_per_pixel_y);
 }
 
 /// The box, too, sends notifications as commands.
 bool EditorWindow::is_own_command(UINT code, LPARAM part) const {
-  return code == BN_CLICKED && (part == 0 || part == reinterpret_cast<LPARAM>(ok_) ||
-                                part == reinterpret_cast<LPARAM>(cancel_));
+  return code == BN_CLICKED &&
+         (part == 0 || reinterpret_cast<HWND>(part) != native_window(box_->window()));
 }
 
 void EditorWindow::handle_command(UINT command) {
@@ -224,8 +358,13 @@ void EditorWindow::handle_command(UINT command) {
     listener_->on_ok();
   } else if (command == IDCANCEL) {
     listener_->on_cancel();
+  } else if (command == pane_id) {
+    fold_pane();
+  } else if (bar_ && bar_->run(command, *box_)) {
+    return;
   } else if (const std::u16string_view name = menu_.name_of(command); !name.empty()) {
     listener_->on_command(name);
+    if (bar_) update_later(bar_timer, USER_TIMER_MINIMUM);
   }
 }
 
@@ -236,6 +375,19 @@ LRESULT EditorWindow::handle(UINT message, WPARAM w, LPARAM l) {
       return 0;
     case WM_INITMENUPOPUP:
       if (listener_ != nullptr) menu_.show_state(*listener_);
+      return 0;
+    case WM_NOTIFY: {
+      const auto& report = *reinterpret_cast<const NMHDR*>(l);
+      return bar_ && report.hwndFrom == bar_->window() ? bar_->answer(report) : 0;
+    }
+    case WM_TIMER:
+      update(w);
+      return 0;
+    case WM_SYSCOLORCHANGE:
+      if (bar_) SendMessageW(bar_->window(), message, w, l);
+      return 0;
+    case WM_DPICHANGED:
+      put_dpi(HIWORD(w), *reinterpret_cast<const RECT*>(l));
       return 0;
     case WM_SIZE:
       if (w != SIZE_MINIMIZED) tell_size();

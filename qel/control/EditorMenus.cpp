@@ -181,7 +181,8 @@ platform::EditorDescription description(const EditedText& edited) {
                                              u"Cancel",
                                              {},
                                              u"Markup",
-                                             edited.replaced};
+                                             edited.replaced,
+                                             !is_stated};
   description.menus = is_stated ? stated_menus()
                                 : std::vector<Menu>{edit_menu(), format_menu(), font_menu(edited),
                                                     color_menu(edited), case_menu()};

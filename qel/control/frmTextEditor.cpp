@@ -109,6 +109,16 @@ void frmTextEditor::on_resize(std::int32_t width, std::int32_t height) {
                    {cancel_left, buttons_top, button_width, button_height});
 }
 
+void frmTextEditor::on_change() {
+  window_->show_state();
+  events_.on_change();
+}
+
+void frmTextEditor::on_selection() {
+  window_->show_state();
+  events_.on_selection();
+}
+
 void frmTextEditor::on_key_down(std::int16_t& key_code, std::int16_t& shift) {
   events_.on_key_down(key_code, shift);
   handle_key(key_code, shift);

@@ -76,8 +76,8 @@ class frmTextEditor : private platform::EditorListener, private platform::BoxLis
   std::u16string pane_text() const override;
 
  private:
-  void on_change() override { events_.on_change(); }
-  void on_selection() override { events_.on_selection(); }
+  void on_change() override;
+  void on_selection() override;
   void on_key_down(std::int16_t& key_code, std::int16_t& shift) override;
   void on_key_press(std::int16_t& character) override;
   void on_key_up(std::int16_t& key_code, std::int16_t& shift) override {

@@ -36,6 +36,8 @@ struct EditorDescription {
   /// The box whose text is edited, for a window that takes over its size, options and owner; null
   /// for none.
   const RichEdit* replaced = nullptr;
+  /// Whether a window may offer the formats of its menus in a bar as well.
+  bool has_bar = false;
 };
 
 /// In twips, from the inner top left corner of the window.
@@ -86,6 +88,9 @@ class EditorWindow {
   virtual void lay_out(const EditorRectangle& box, const EditorRectangle& ok,
                        const EditorRectangle& cancel) = 0;
   virtual void focus_box() = 0;
+  /// The text, its formats or the selection have changed, so parts of the window that show them are
+  /// out of date.
+  virtual void show_state() {}
   /// Shows the window and returns when it is closed.
   virtual void show_modal(EditorListener& listener) = 0;
   virtual void close() = 0;

@@ -77,7 +77,9 @@ EditorDescription description() {
       u"Cancel",
       {{u"&Edit", {{u"undo", u"Undo", false}}},
        {u"Fo&rmat", {{u"bold", u"&Bold\tCtrl+B", true}, {}, {u"plain", u"&Plain\tAlt+F10", true}}}},
-      u""};
+      u"",
+      nullptr,
+      false};
 }
 
 class WindowsEditor : public testing::Test {
