@@ -2,7 +2,12 @@
 
 #include <gtest/gtest.h>
 #include <windows.h>
+// Need the types of the other.
+#include <commctrl.h>
+#include <richedit.h>
 
+#include <array>
+#include <deque>
 #include <functional>
 #include <optional>
 #include <string>
@@ -10,8 +15,11 @@
 #include <vector>
 
 #include "BoxInWindow.h"
+#include "qel/control/QELTextbox.h"
+#include "support/Form.h"
 #include "windows/EditorWindow.h"
 #include "windows/Text.h"
+#include "windows/WindowHandle.h"
 #include "windows/WindowsPlatform.h"
 
 namespace qel::windows {
@@ -216,6 +224,164 @@ TEST_F(WindowsEditor, LaysOutItsPartsInTwips) {
     ShowWindow(window->window(), SW_MINIMIZE);
     EXPECT_GT(form.extent.width, 0) << "an icon is no extent";
   });
+}
+
+/// The large editor of a text box.
+class WindowsLargeEditor : public testing::Test {
+ protected:
+  WindowsLargeEditor() {
+    control.put_Lossless(true);
+    control.Resize();
+    control.put_TextQEL(u"a/b1bold/b0 and /i1italic/i0");
+  }
+  ~WindowsLargeEditor() override { DestroyWindow(owner); }
+
+  /// Opens the editor for a user, who does these things one after the other and then closes it.
+  void edit(std::deque<std::function<void()>> steps) {
+    std::function<void()> next = [&] {
+      if (!steps.empty()) std::exchange(steps.front(), nullptr)();
+      const bool is_over = steps.size() <= 1;
+      if (!steps.empty()) steps.pop_front();
+      if (is_over) {
+        SendMessageW(editor(), WM_CLOSE, 0, 0);
+      } else {
+        at_message = next;
+        SetTimer(nullptr, 0, 50, act);
+      }
+    };
+    at_message = next;
+    SetTimer(nullptr, 0, 50, act);
+    control.InvokeLargeEditor();
+    EXPECT_TRUE(steps.empty());
+  }
+
+  static HWND editor() { return FindWindowW(EditorWindow::class_name, nullptr); }
+  static HWND part(const wchar_t* kind, const wchar_t* caption = nullptr) {
+    return FindWindowExW(editor(), nullptr, kind, caption);
+  }
+  static HWND bar() { return part(TOOLBARCLASSNAMEW); }
+  RichEdit& box() { return *control.CurrentRichTextBox(); }
+  static std::function<void()> press(WORD key) {
+    return [key] {
+      PostMessageW(GetFocus(), WM_KEYDOWN, key, 1);
+      PostMessageW(GetFocus(), WM_KEYUP, key, 0xC0000001);
+    };
+  }
+  static TBBUTTON button(int place) {
+    TBBUTTON button = {};
+    SendMessageW(bar(), TB_GETBUTTON, static_cast<WPARAM>(place),
+                 reinterpret_cast<LPARAM>(&button));
+    return button;
+  }
+  static std::string caption(const TBBUTTON& button) {
+    std::array<char, 100> text = {};
+    SendMessageA(bar(), TB_GETBUTTONTEXTA, static_cast<WPARAM>(button.idCommand),
+                 reinterpret_cast<LPARAM>(text.data()));
+    return text.data();
+  }
+  static int button_count() { return static_cast<int>(SendMessageW(bar(), TB_BUTTONCOUNT, 0, 0)); }
+  /// The buttons' captions, with "*" where one is on, and in brackets where it cannot be chosen.
+  static std::string buttons() {
+    std::string all;
+    for (int i = 0; i < button_count(); ++i) {
+      const TBBUTTON shown = button(i);
+      if ((shown.fsStyle & BTNS_SEP) != 0) continue;
+      std::string name = caption(shown);
+      if ((shown.fsState & TBSTATE_CHECKED) != 0) name += "*";
+      if ((shown.fsState & TBSTATE_ENABLED) == 0) name = "(" + name + ")";
+      all += (all.empty() ? "" : ", ") + name;
+    }
+    return all;
+  }
+  static void click(std::string_view name) {
+    for (int i = 0; i < button_count(); ++i) {
+      if (caption(button(i)) != name) continue;
+      RECT place = {};
+      SendMessageW(bar(), TB_GETITEMRECT, static_cast<WPARAM>(i), reinterpret_cast<LPARAM>(&place));
+      const LPARAM point = MAKELPARAM(place.left + 5, place.top + 5);
+      SendMessageW(bar(), WM_LBUTTONDOWN, MK_LBUTTON, point);
+      SendMessageW(bar(), WM_LBUTTONUP, 0, point);
+    }
+  }
+
+  HWND owner = CreateWindowExW(0, L"STATIC", L"", WS_OVERLAPPEDWINDOW | WS_VISIBLE, 0, 0, 300, 200,
+                               nullptr, nullptr, nullptr, nullptr);
+  test::Form form{window_handle(owner)};
+  QELTextbox control{form, WindowsPlatform::shared()};
+};
+
+TEST_F(WindowsLargeEditor, FormatsByItsBar) {
+  constexpr const char* rest =
+      "Strikeout, Superscript, Subscript, Small Capitals, Plain, Copy Format";
+  const auto shows = [rest](const std::string& begin) { EXPECT_EQ(buttons(), begin + rest); };
+  edit({[&] {
+          box().select({2, 2});
+        },
+        [&] {
+          shows("(Undo), (Redo), Font, Colour, Bold*, Italic, Underline, ");
+          click("Italic");
+          EXPECT_EQ(GetFocus(), test::window_of(box()));
+        },
+        [&] {
+          shows("Undo, (Redo), Font, Colour, Bold*, Italic*, Underline, ");
+          EXPECT_EQ(control.get_TextQEL(), u"a/b1b/i1ol/i0d/b0 and /i1italic/i0");
+        },
+        press(VK_F6),
+        [&] {
+          EXPECT_EQ(GetFocus(), bar());
+          EXPECT_EQ(SendMessageW(bar(), TB_GETHOTITEM, 0, 0), 0);
+        },
+        press(VK_END), press(VK_LEFT), press(VK_RETURN), press(VK_ESCAPE),
+        [&] {
+          EXPECT_EQ(GetFocus(), test::window_of(box()));
+          EXPECT_EQ(control.get_TextQEL(), u"a/b1b/b0ol/b1d/b0 and /i1italic/i0");
+          box().select({12, 1});
+          click("Copy Format");
+          box().select({0, 1});
+        },
+        press(VK_SHIFT),
+        [&] {
+          shows("Undo, (Redo), Font, Colour, Bold, Italic*, Underline, ");
+          EXPECT_EQ(control.get_TextQEL(), u"/i1a/i0/b1b/b0ol/b1d/b0 and /i1italic/i0");
+        }});
+  control.put_Lossless(false);
+  edit({[&] { EXPECT_EQ(bar(), nullptr); }});
+}
+
+TEST_F(WindowsLargeEditor, ShowsTheMarkupInAPane) {
+  LONG height = 0;
+  std::u16string shown;
+  edit({[&] {
+          height = box().appearance().height;
+          EXPECT_FALSE(IsWindowVisible(part(L"EDIT")));
+          SendMessageW(part(L"BUTTON", L"Markup"), BM_CLICK, 0, 0);
+          EXPECT_TRUE(IsWindowVisible(part(L"EDIT")));
+          EXPECT_EQ(text_of(part(L"EDIT")), u"a/b1bold/b0 and /i1italic/i0");
+          EXPECT_EQ(box().appearance().height, height) << "the window grows";
+          box().put_SelText(u"x");
+          EXPECT_EQ(text_of(part(L"EDIT")).front(), u'a') << "not at once";
+        },
+        [] { Sleep(400); }, [] {}, [&] { shown = text_of(part(L"EDIT")); },
+        [] { SetFocus(part(L"EDIT")); }, press(VK_TAB),
+        [&] { EXPECT_EQ(GetFocus(), test::window_of(box())); }});
+  EXPECT_EQ(shown, u"xa/b1bold/b0 and /i1italic/i0");
+}
+
+TEST_F(WindowsLargeEditor, GrowsWithTheResolution) {
+  edit({[&] {
+    const auto top = [&] { return box().appearance().top; };
+    const LONG before = top();
+    RECT ok = {};
+    GetWindowRect(GetDlgItem(editor(), IDOK), &ok);
+    const RECT place = {0, 0, 700, 600};
+    SendMessageW(editor(), WM_DPICHANGED, MAKEWPARAM(192, 192), reinterpret_cast<LPARAM>(&place));
+    EXPECT_EQ(top(), 2 * before);
+    RECT large = {};
+    GetWindowRect(GetDlgItem(editor(), IDOK), &large);
+    EXPECT_EQ(large.bottom - large.top, 2 * (ok.bottom - ok.top));
+    GetWindowRect(editor(), &large);
+    EXPECT_TRUE(EqualRect(&large, &place));
+  }});
 }
 
 TEST_F(WindowsEditor, GivesTheFocusBackToThePartThatHadIt) {
