@@ -127,7 +127,7 @@ bool BoxDisplay::put_streamed(const Change& change) {
   select_replaced(change);
   replace_selection(change.extent, {});
   put_format(base);
-  stream(native_rtf(document, after, base, automatic_));
+  stream(native_rtf(document, after, base, colors_));
   const std::u16string_view text =
       std::u16string_view(box_.text()).substr(after.start, after.length());
   note_replaced({after.start, after.start}, text);
@@ -158,7 +158,7 @@ void BoxDisplay::find_unread(Extent extent) {
     const auto [its, is_new] = known.try_emplace(format, Likeness::same);
     if (is_new) {
       select(native_range(part));
-      its->second = likeness(read_format(), native_format(document.format(format), automatic_));
+      its->second = likeness(read_format(), native_format(document.format(format), colors_));
     }
     if (its->second == Likeness::different) add(unformatted_, part);
     if (its->second == Likeness::looks_alike) add(unread_, part);
@@ -194,7 +194,7 @@ CHARFORMAT2W BoxDisplay::read_format() const {
 
 /// Gives the selection the format, unless it has it: the window would lay the paragraph out again.
 void BoxDisplay::put_format(const richtext::CharFormat& format) {
-  CHARFORMAT2W native = native_format(format, automatic_);
+  CHARFORMAT2W native = native_format(format, colors_);
   if (likeness(read_format(), native) == Likeness::same) return;
   send(EM_SETCHARFORMAT, SCF_SELECTION, &native);
 }

@@ -107,17 +107,19 @@ void BoxDisplay::put_read_only(bool read_only) {
   send(EM_SETREADONLY, read_only ? TRUE : FALSE, LPARAM{0});
 }
 
-bool BoxDisplay::put_background(Color color) {
-  send(EM_SETBKGNDCOLOR, 0, static_cast<LPARAM>(color_value(color)));
-  const std::optional<COLORREF> before = std::exchange(automatic_, text_color_on(color));
-  return before != automatic_;
+bool BoxDisplay::put_colors(const ShownColors& colors) {
+  send(EM_SETBKGNDCOLOR, 0, static_cast<LPARAM>(colors.background));
+  const ShownColors before = std::exchange(colors_, colors);
+  if (before.automatic != colors.automatic) return true;
+  const bool is_adapted = before.contrast > 0 || colors.contrast > 0;
+  return is_adapted && before != colors;
 }
 
 void BoxDisplay::put_font(const std::u16string& name, float size) {
   CharFormat format;
   format.font_name = name;
   if (size > 0) format.size = size;
-  CHARFORMAT2W native = native_format(format, automatic_);
+  CHARFORMAT2W native = native_format(format, colors_);
   send(EM_SETCHARFORMAT, SCF_DEFAULT, &native);
 }
 

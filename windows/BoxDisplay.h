@@ -12,6 +12,7 @@
 #include <string_view>
 
 #include "qel/box/Box.h"
+#include "windows/Colors.h"
 #include "windows/Positions.h"
 
 namespace qel::windows {
@@ -33,9 +34,9 @@ class BoxDisplay {
   void attach(HWND window);
 
   void put_read_only(bool read_only);
-  /// Colours the background; text without a colour of its own is shown in one that is readable on
-  /// it. Whether that colour has changed, so that all formats have to be shown again.
-  bool put_background(Color color);
+  /// Colours the background. Whether text looks different on it, so that all formats have to be
+  /// shown again.
+  bool put_colors(const ShownColors& colors);
   /// Sets the font of an empty text; an invalid size is left out.
   void put_font(const std::u16string& name, float size);
 
@@ -135,7 +136,7 @@ class BoxDisplay {
   richtext::Extent unread_;       // covers all others that the window has dropped
   NativeSelection selected_;      // when it was last shown or taken
   long caret_ = 0;                // the window's caret at that time
-  std::optional<COLORREF> automatic_;
+  ShownColors colors_;
   bool read_only_ = false;
   mutable int busy_ = 0;
 };

@@ -124,7 +124,7 @@ void BoxWindow::create(HWND parent) {
   window_ = made;
   display_.attach(window_);
   display_.put_read_only(is.read_only);
-  display_.put_background(is.back_color);
+  display_.put_colors(colors());
   display_.put_font(is.font_name, is.font_size);
   // Lines are wrapped at the window's edge or not at all.
   SendMessageW(window_, EM_SETTARGETDEVICE, 0, is.multiline ? 0 : 1);
@@ -170,16 +170,39 @@ void BoxWindow::show_appearance(const BoxAppearance& before) {
     return;
   }
   if (before.read_only != is.read_only) display_.put_read_only(is.read_only);
-  if (before.back_color != is.back_color) put_background();
+  if (before.back_color != is.back_color) show_colors();
   if (before.font_name != is.font_name || before.font_size != is.font_size) {
     display_.put_font(is.font_name, is.font_size);
   }
   place();
 }
 
+BoxWindow* BoxWindow::of(HWND window) {
+  // Import libraries lack it, and older versions have it without a name.
+  constexpr WORD ordinal = 411;
+  using Find = BOOL WINAPI(HWND, SUBCLASSPROC, UINT_PTR, DWORD_PTR*);
+  static auto* const find = reinterpret_cast<Find*>(reinterpret_cast<void*>(
+      GetProcAddress(GetModuleHandleW(L"comctl32.dll"), MAKEINTRESOURCEA(ordinal))));
+  DWORD_PTR view = 0;
+  const bool is_box = find != nullptr && find(window, procedure, subclass_id, &view) != FALSE;
+  return is_box ? reinterpret_cast<BoxWindow*>(view) : nullptr;
+}
+
+void BoxWindow::put_scheme(const Scheme& scheme) {
+  if (scheme_ == scheme) return;
+  scheme_ = scheme;
+  show_colors();
+}
+
+ShownColors BoxWindow::colors() const {
+  Scheme scheme = scheme_;
+  scheme.has_high_contrast = scheme.has_high_contrast || has_high_contrast();
+  return shown_colors(box_.appearance().back_color, scheme);
+}
+
 /// Also when the colours of the system change, as they do for high contrast.
-void BoxWindow::put_background() {
-  if (!display_.put_background(box_.appearance().back_color)) return;
+void BoxWindow::show_colors() {
+  if (window_ == nullptr || !display_.put_colors(colors())) return;
   const std::size_t size = box_.text().size();
   show({box::Change::Kind::formats, {0, size}, size});
 }
@@ -324,7 +347,7 @@ BoxWindow::Handled BoxWindow::handle_own(UINT message, WPARAM parameter, LPARAM 
   if (message == EM_CANREDO) return box_.can_redo() ? TRUE : FALSE;
   // The box has a font of its own.
   if (message == WM_SETFONT) return 0;
-  if (message == WM_SYSCOLORCHANGE) put_background();
+  if (message == WM_SYSCOLORCHANGE || message == WM_THEMECHANGED) show_colors();
   return handle_key(message, parameter, data);
 }
 

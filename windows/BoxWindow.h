@@ -43,8 +43,14 @@ class BoxWindow : public box::View {
   void put_owner(platform::WindowHandle owner) override;
   platform::Clipboard& clipboard() override { return clipboard_; }
   void carry(box::Drag& drag) override;
+  Color text_color() const override { return color_value(system_color(COLOR_WINDOWTEXT)); }
   /// Messages being handled hold on to the box, so there are none now.
   void close() override { delete this; }
+
+  /// The object behind the window of a box; null for any other window.
+  static BoxWindow* of(HWND window);
+  /// The colours of the host that the box is in.
+  void put_scheme(const Scheme& scheme);
 
  private:
   /// What a message handler returns: the result, or nothing where the message is left to the
@@ -63,7 +69,8 @@ class BoxWindow : public box::View {
   void create(HWND parent);
   void lose();
   void place();
-  void put_background();
+  void show_colors();
+  ShownColors colors() const;
   void go_on_later();
   void take_from_window(BoxDisplay::Touch touch);
   void take_foreign_text(BoxDisplay::Touch touch);
@@ -101,6 +108,7 @@ class BoxWindow : public box::View {
   HWND owner_ = nullptr;
   bool composes_ = false;
   bool is_stale_ = false;  // the box has changed while something was composed
+  Scheme scheme_;
   POINT pressed_at_ = {};
   std::optional<DropTarget> drop_target_;
 };

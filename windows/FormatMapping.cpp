@@ -11,12 +11,7 @@ namespace qel::windows {
 using richtext::Alignment;
 using richtext::CharFormat;
 
-COLORREF color_value(Color color) {
-  return is_system_color(color) ? GetSysColor(system_color_index(color))
-                                : static_cast<COLORREF>(color);
-}
-
-CHARFORMAT2W native_format(const CharFormat& format, std::optional<COLORREF> automatic) {
+CHARFORMAT2W native_format(const CharFormat& format, const ShownColors& colors) {
   constexpr float twips_per_point = 20;
   CHARFORMAT2W native = {};
   native.cbSize = sizeof native;
@@ -38,8 +33,9 @@ CHARFORMAT2W native_format(const CharFormat& format, std::optional<COLORREF> aut
 
   const auto color = static_cast<COLORREF>(format.color);
   const bool is_automatic = color == 0 || color == GetSysColor(COLOR_WINDOWTEXT);
-  if (is_automatic && !automatic) native.dwEffects |= CFE_AUTOCOLOR;
-  native.crTextColor = is_automatic ? automatic.value_or(0) : color;
+  if (is_automatic && !colors.automatic) native.dwEffects |= CFE_AUTOCOLOR;
+  native.crTextColor =
+      is_automatic ? colors.automatic.value_or(0) : colors.text_color(format.color);
   return native;
 }
 
@@ -68,14 +64,6 @@ PARAFORMAT2 native_format(Alignment alignment) {
                       : alignment == Alignment::right ? PFA_RIGHT
                                                       : PFA_LEFT;
   return native;
-}
-
-std::optional<COLORREF> text_color_on(Color background) {
-  if (is_system_color(background)) return {};
-  constexpr int light = 128 * 1000;
-  const int luminance =
-      299 * red_of(background) + 587 * green_of(background) + 114 * blue_of(background);
-  return luminance < light ? RGB(255, 255, 255) : RGB(0, 0, 0);
 }
 
 }  // namespace qel::windows

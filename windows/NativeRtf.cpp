@@ -132,9 +132,9 @@ std::string words(const CHARFORMAT2W* from, const CHARFORMAT2W& to, Tables& tabl
 }  // namespace
 
 std::string native_rtf(const Document& document, Extent extent, const CharFormat& base,
-                       std::optional<COLORREF> automatic) {
+                       const ShownColors& colors) {
   Tables tables;
-  const CHARFORMAT2W usual = native_format(base, automatic);
+  const CHARFORMAT2W usual = native_format(base, colors);
   Alignment alignment = document.alignment_at(extent.start);
   std::string body = words(nullptr, usual, tables) + "\\ql ";
   std::map<richtext::FormatPool::Id, std::string> words_of;
@@ -143,7 +143,7 @@ std::string native_rtf(const Document& document, Extent extent, const CharFormat
     const RunList::Run run = runs.run(i);
     const auto [known, is_new] = words_of.try_emplace(run.value);
     if (is_new) {
-      known->second = words(&usual, native_format(document.format(run.value), automatic), tables);
+      known->second = words(&usual, native_format(document.format(run.value), colors), tables);
     }
     std::string head = known->second;
     // Some versions end the alignment with the group, others do not.
