@@ -28,7 +28,7 @@ std::optional<char16_t> pending_character(HWND window) {
 
 BoxWindow::Handled BoxWindow::handle_key(UINT message, WPARAM parameter, LPARAM data) {
   const bool is_key = message >= WM_KEYFIRST && message <= WM_KEYLAST;
-  if (is_key && !is_enabled()) return 0;
+  if (is_key && !takes_input()) return 0;
   switch (message) {
     case WM_KEYDOWN:
     case WM_SYSKEYDOWN:

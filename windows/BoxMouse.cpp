@@ -50,7 +50,7 @@ std::int16_t button_of(UINT message) {
 }  // namespace
 
 BoxWindow::Handled BoxWindow::handle_mouse(UINT message, WPARAM parameter, LPARAM data) {
-  if (!is_enabled()) return 0;
+  if (!takes_input()) return 0;
   switch (message) {
     case WM_LBUTTONDBLCLK:
       return double_click(data);

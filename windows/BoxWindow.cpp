@@ -133,7 +133,17 @@ void BoxWindow::create(HWND parent) {
   display_.show_everything();
   SetWindowSubclass(window_, procedure, subclass_id, reinterpret_cast<DWORD_PTR>(this));
   go_on_later();
+  take_drops();
+}
+
+void BoxWindow::take_drops() {
+  drop_target_.reset();
+  if (window_ == nullptr || is_deaf_) return;
   drop_target_.emplace(window_, box_, [this](POINT at) { return display_.position_at(at); });
+}
+
+void BoxWindow::put_deaf(bool is_deaf) {
+  if (std::exchange(is_deaf_, is_deaf) != is_deaf) take_drops();
 }
 
 /// Somebody else destroys the window: what happens to its text now does not change the box.

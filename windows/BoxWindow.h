@@ -51,6 +51,8 @@ class BoxWindow : public box::View {
   static BoxWindow* of(HWND window);
   /// The colours of the host that the box is in.
   void put_scheme(const Scheme& scheme);
+  /// Whether the user can do nothing in the box, although it looks as if he could.
+  void put_deaf(bool is_deaf);
 
  private:
   /// What a message handler returns: the result, or nothing where the message is left to the
@@ -76,7 +78,8 @@ class BoxWindow : public box::View {
   void take_foreign_text(BoxDisplay::Touch touch);
   void end_composition();
   void take_composed_text();
-  bool is_enabled() const { return box_.appearance().enabled; }
+  bool takes_input() const { return box_.appearance().enabled && !is_deaf_; }
+  void take_drops();
 
   // Keys.
   Handled handle_key(UINT message, WPARAM parameter, LPARAM data);
@@ -108,6 +111,7 @@ class BoxWindow : public box::View {
   HWND owner_ = nullptr;
   bool composes_ = false;
   bool is_stale_ = false;  // the box has changed while something was composed
+  bool is_deaf_ = false;
   Scheme scheme_;
   POINT pressed_at_ = {};
   std::optional<DropTarget> drop_target_;

@@ -69,7 +69,9 @@ bool leads_out(const MSG& message, bool is_multiline) {
 HRESULT Active::TranslateAccelerator(LPMSG message) {
   if (message == nullptr) return E_POINTER;
   const bool is_key = message->message == WM_KEYDOWN || message->message == WM_SYSKEYDOWN;
-  if (!is_key || IsChild(control_.handle(), message->hwnd) == FALSE) return S_FALSE;
+  if (!is_key || control_.ambients().is_ui_dead() ||
+      IsChild(control_.handle(), message->hwnd) == FALSE)
+    return S_FALSE;
   if (message->message == WM_SYSKEYDOWN ||
       leads_out(*message, control_.textbox().get_Multiline())) {
     const Pointer<IOleControlSite> site =

@@ -9,6 +9,7 @@
 #include "com/control/Extents.h"
 #include "com/control/Hold.h"
 #include "qel/base/Error.h"
+#include "windows/BoxWindow.h"
 #include "windows/WindowHandle.h"
 #include "windows/WindowsPlatform.h"
 
@@ -18,14 +19,9 @@ namespace {
 // The size of a control until a host gives it a place.
 constexpr SIZEL first_extent = {4233, 635};
 
-COLORREF shown(Color color) {
-  return is_system_color(color) ? GetSysColor(system_color_index(color))
-                                : static_cast<COLORREF>(color);
-}
-
 class Brush {
  public:
-  explicit Brush(Color color) : brush_(CreateSolidBrush(shown(color))) {}
+  explicit Brush(COLORREF color) : brush_(CreateSolidBrush(color)) {}
   Brush(const Brush&) = delete;
   Brush& operator=(const Brush&) = delete;
   ~Brush() { DeleteObject(brush_); }
@@ -49,6 +45,7 @@ HostedControl::HostedControl(IUnknown& whole, ConnectionContainer& connections)
 }
 
 HostedControl::~HostedControl() {
+  put_modal(false);
   window_.silence();
   textbox_->listen(nullptr);
   textbox_.reset();
@@ -60,23 +57,34 @@ HostedControl::~HostedControl() {
 void HostedControl::put_client_site(IOleClientSite* site) {
   if (site != client_site_.get()) deactivate();
   client_site_ = Pointer<IOleClientSite>(site);
-  if (site != nullptr) on_ambient_change(DISPID_AMBIENT_USERMODE);
-}
-
-Value HostedControl::ambient(DISPID property) const {
-  const Pointer<IDispatch> host = client_site_.as<IDispatch>();
-  Value value;
-  if (!host) return value;
-  DISPPARAMS none = {};
-  const HRESULT done = host->Invoke(property, IID_NULL, LOCALE_USER_DEFAULT, DISPATCH_PROPERTYGET,
-                                    &none, value.put(), nullptr, nullptr);
-  return FAILED(done) ? Value() : value;
+  if (site != nullptr) on_ambient_change(DISPID_UNKNOWN);
 }
 
 void HostedControl::on_ambient_change(DISPID property) {
-  if (property != DISPID_AMBIENT_USERMODE && property != DISPID_UNKNOWN) return;
-  const Value mode = ambient(DISPID_AMBIENT_USERMODE);
-  is_run_time_ = mode.type() != VT_BOOL || in_type<bool>(mode);
+  // The host may take back its site meanwhile.
+  const Pointer<IOleClientSite> site = client_site_;
+  ambients_.read(site, property);
+  if (!is_in_place()) return;
+  show_ambients();
+  invalidate();
+}
+
+void HostedControl::show_ambients() {
+  for (const auto& box : textbox_->boxes()) {
+    auto* const shown = windows::BoxWindow::of(windows::native_window(box->window()));
+    if (shown == nullptr) continue;
+    shown->put_scheme(ambients_.scheme());
+    shown->put_deaf(ambients_.is_ui_dead());
+  }
+}
+
+/// Hosts tell their other windows to wait, too.
+void HostedControl::put_modal(bool is_open) {
+  if (is_open && !host_windows_.empty()) {
+    modal_frame_ = host_windows_.front().as<IOleInPlaceFrame>();
+  }
+  const Pointer<IOleInPlaceFrame> frame = is_open ? modal_frame_ : std::exchange(modal_frame_, {});
+  if (frame) frame->EnableModeless(is_open ? FALSE : TRUE);
 }
 
 bool HostedControl::may_change(DISPID property) const {
@@ -228,11 +236,20 @@ void HostedControl::view_changed() {
   sink->OnViewChange(DVASPECT_CONTENT, -1);
 }
 
+windows::ShownColors HostedControl::colors() const {
+  windows::Scheme scheme = ambients_.scheme();
+  scheme.has_high_contrast = windows::has_high_contrast();
+  return windows::shown_colors(textbox_->get_BackColor(), scheme);
+}
+
 void HostedControl::on_paint(HDC context) {
   const ControlFrame frame = textbox_->frame();
   const RECT outside = {0, 0, frame.right + 1, frame.bottom + 1};
-  FillRect(context, &outside, Brush(textbox_->get_BackColor()).get());
-  FrameRect(context, &outside, Brush(frame.color).get());
+  const windows::ShownColors shown = colors();
+  const bool is_border = textbox_->get_BorderStyle() == 1;
+  FillRect(context, &outside, Brush(shown.background).get());
+  FrameRect(context, &outside,
+            Brush(is_border ? shown.text_color(frame.color) : shown.background).get());
 }
 
 void HostedControl::draw(HDC context, const RECT& bounds) {
@@ -254,6 +271,7 @@ void HostedControl::draw(HDC context, const RECT& bounds) {
 void HostedControl::draw_pixels(HDC context) {
   SetWindowOrgEx(context, 0, 0, nullptr);
   on_paint(context);
+  show_ambients();
   // Not the large editor's box, which may be the current one.
   const auto& shown = textbox_->boxes()[textbox_->get_Multiline() ? 1 : 0];
   const HWND box = windows::native_window(shown->window());
@@ -280,7 +298,13 @@ void HostedControl::draw_picture(HDC context, const RECT& bounds) {
   ReleaseDC(nullptr, screen);
 }
 
-void HostedControl::on_system_change() { invalidate(); }
+/// The system tells only the window on top of all others that colours have changed.
+void HostedControl::on_system_change() {
+  for (const auto& box : textbox_->boxes()) {
+    SendMessageW(windows::native_window(box->window()), WM_SYSCOLORCHANGE, 0, 0);
+  }
+  invalidate();
+}
 
 // Activation.
 
@@ -319,6 +343,7 @@ HRESULT HostedControl::lie_on(const Pointer<IOleInPlaceSite>& place) {
   if (document) host_windows_.push_back(document);
   window_.put_parent(parent);
   put_boxes_on(handle());
+  show_ambients();
   put_place(position, clip);
   return S_OK;
 }

@@ -8,7 +8,7 @@
 #include <string_view>
 #include <vector>
 
-#include "com/automation/Values.h"
+#include "com/control/Ambients.h"
 #include "com/control/ConnectionContainer.h"
 #include "com/control/ControlWindow.h"
 #include "com/control/EventSource.h"
@@ -32,8 +32,7 @@ class HostedControl final : public platform::ControlSite, private WindowClient {
   // The host.
   IOleClientSite* client_site() const { return client_site_.get(); }
   void put_client_site(IOleClientSite* site);
-  /// The site's ambient property with this number; empty if it has none.
-  Value ambient(DISPID property) const;
+  const Ambients& ambients() const { return ambients_; }
   void on_ambient_change(DISPID property);
   void freeze_events(bool frozen) { events_.freeze(frozen); }
   void put_trust(bool trusts) { events_.put_trust(trusts); }
@@ -74,11 +73,12 @@ class HostedControl final : public platform::ControlSite, private WindowClient {
 
   // platform::ControlSite
   void property_changed(std::u16string_view name) override;
-  bool is_run_time() const override { return is_run_time_; }
+  bool is_run_time() const override { return ambients_.is_run_time(); }
   platform::ControlExtent extent() const override;
   void put_extent(platform::ControlExtent extent) override;
   void put_enabled(bool enabled) override;
   void invalidate() override;
+  void put_modal(bool is_open) override;
   void focus() override { put_focus(); }
   platform::WindowHandle window() const override;
   std::uintptr_t device_context() const override;
@@ -103,22 +103,25 @@ class HostedControl final : public platform::ControlSite, private WindowClient {
   HRESULT lie_on(const Pointer<IOleInPlaceSite>& place);
   void show_active(IOleInPlaceActiveObject* active);
   void put_boxes_on(HWND window);
+  void show_ambients();
+  windows::ShownColors colors() const;
 
   IUnknown& whole_;
   ConnectionContainer& connections_;
   const std::function<void()> release_later_ = [this] { window_.post(); };
   EventSource events_;
   Pointer<IOleClientSite> client_site_;
+  Ambients ambients_;
   Pointer<IOleInPlaceSite> place_;  // while the control is active in place
   // Windows of the host that offer their keys to the active control.
   std::vector<Pointer<IOleInPlaceUIWindow>> host_windows_;
+  Pointer<IOleInPlaceFrame> modal_frame_;  // while its modeless windows are disabled
   Pointer<IDataAdviseHolder> data_sinks_;
   Pointer<IAdviseSink> view_sink_;
   DWORD view_aspects_ = 0;
   DWORD view_flags_ = 0;
   SIZEL natural_extent_;
   bool is_dirty_ = false;
-  bool is_run_time_ = true;
   bool is_ui_active_ = false;
   ControlWindow window_;
   std::u16string test_font_;

@@ -388,13 +388,20 @@ void QELTextbox::InvokeLargeEditor() {
   editor_box_ = form.RichTextBoxObj();
   raise_selection();
   if (alive.expired()) return;
+  site_.put_modal(true);
+  if (alive.expired()) return;
   try {
     form.Show();
   } catch (...) {
-    if (!alive.expired()) editor_box_.reset();
+    if (!alive.expired()) {
+      editor_box_.reset();
+      site_.put_modal(false);
+    }
     throw;
   }
   form.RichTextBoxObj()->settle();
+  if (alive.expired()) return;
+  site_.put_modal(false);
   if (alive.expired()) return;
   editor_box_.reset();
   richtext::Document content = form.RichTextBoxObj()->content(platform::Scope::document);

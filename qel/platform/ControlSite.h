@@ -36,6 +36,9 @@ class ControlSite {
   /// The whole control needs repainting.
   virtual void invalidate() = 0;
   virtual void focus() = 0;
+  /// A window of the control's own has opened, in front of which the user can do nothing, or has
+  /// closed again.
+  virtual void put_modal(bool /*is_open*/) {}
 
   /// The control's window, on which its boxes lie, and its device context; 0 for none.
   virtual WindowHandle window() const = 0;
