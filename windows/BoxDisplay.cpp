@@ -1,6 +1,7 @@
 #include "windows/BoxDisplay.h"
 
 #include <algorithm>
+#include <cmath>
 #include <limits>
 #include <utility>
 
@@ -282,6 +283,19 @@ POINT BoxDisplay::point_of(std::size_t position) const {
   POINTL point = {0, 0};
   send(EM_POSFROMCHAR, reinterpret_cast<WPARAM>(&point), LPARAM{positions_.native(position)});
   return {point.x, point.y};
+}
+
+RECT BoxDisplay::caret_at(std::size_t position) const {
+  constexpr double line_of_points = 1.2 / 72;
+  DWORD width = 1;
+  SystemParametersInfoW(SPI_GETCARETWIDTH, 0, &width, 0);
+  const HDC context = GetDC(window_);
+  const double inch = GetDeviceCaps(context, LOGPIXELSY);
+  ReleaseDC(window_, context);
+  const double size = box_.document().format_at(position).size;
+  const POINT top = point_of(position);
+  return {top.x, top.y, top.x + static_cast<LONG>(width),
+          top.y + std::lround(size * line_of_points * inch)};
 }
 
 }  // namespace qel::windows

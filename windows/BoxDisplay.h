@@ -85,6 +85,8 @@ class BoxDisplay {
   std::size_t position_at(POINT point) const;
   /// The point in the window of the character at a position.
   POINT point_of(std::size_t position) const;
+  /// The place in the window of a caret before that character.
+  RECT caret_at(std::size_t position) const;
 
  private:
   class Frozen;

@@ -104,6 +104,7 @@ std::shared_ptr<box::Box> BoxWindow::create(HWND owner, platform::Clipboard& cli
 BoxWindow::~BoxWindow() {
   if (window_ == nullptr) return;
   drop_target_.reset();
+  drop_caret_.hide();
   RemoveWindowSubclass(window_, procedure, subclass_id);
   DestroyWindow(window_);
 }
@@ -138,8 +139,21 @@ void BoxWindow::create(HWND parent) {
 
 void BoxWindow::take_drops() {
   drop_target_.reset();
+  drop_caret_.hide();
   if (window_ == nullptr || is_deaf_) return;
-  drop_target_.emplace(window_, box_, [this](POINT at) { return display_.position_at(at); });
+  drop_target_.emplace(
+      window_, box_, [this](POINT at) { return display_.position_at(at); },
+      [this](std::optional<POINT> at) { show_landing(at); });
+}
+
+void BoxWindow::show_landing(std::optional<POINT> at) {
+  if (window_ == nullptr || !at) return drop_caret_.hide();
+  drop_caret_.show(window_, display_.caret_at(display_.position_at(*at)));
+}
+
+LRESULT BoxWindow::color_drop_caret(HDC context) const {
+  SetDCBrushColor(context, colors().automatic.value_or(GetSysColor(COLOR_WINDOWTEXT)));
+  return reinterpret_cast<LRESULT>(GetStockObject(DC_BRUSH));
 }
 
 void BoxWindow::put_deaf(bool is_deaf) {
@@ -153,6 +167,7 @@ void BoxWindow::lose() {
   composes_ = false;
   mouse_.forget_drag();
   drop_target_.reset();
+  drop_caret_.hide();
   display_.attach(nullptr);
 }
 
@@ -355,6 +370,7 @@ BoxWindow::Handled BoxWindow::handle_own(UINT message, WPARAM parameter, LPARAM 
   }
   if (message == EM_CANUNDO) return box_.can_undo() ? TRUE : FALSE;
   if (message == EM_CANREDO) return box_.can_redo() ? TRUE : FALSE;
+  if (message == WM_CTLCOLORSTATIC) return color_drop_caret(reinterpret_cast<HDC>(parameter));
   // The box has a font of its own.
   if (message == WM_SETFONT) return 0;
   if (message == WM_SYSCOLORCHANGE || message == WM_THEMECHANGED) show_colors();

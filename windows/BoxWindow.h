@@ -11,6 +11,7 @@
 #include "qel/box/Keyboard.h"
 #include "qel/box/Mouse.h"
 #include "windows/BoxDisplay.h"
+#include "windows/DropCaret.h"
 #include "windows/DropTarget.h"
 
 namespace qel::windows {
@@ -80,6 +81,8 @@ class BoxWindow : public box::View {
   void take_composed_text();
   bool takes_input() const { return box_.appearance().enabled && !is_deaf_; }
   void take_drops();
+  void show_landing(std::optional<POINT> at);
+  LRESULT color_drop_caret(HDC context) const;
 
   // Keys.
   Handled handle_key(UINT message, WPARAM parameter, LPARAM data);
@@ -115,6 +118,7 @@ class BoxWindow : public box::View {
   Scheme scheme_;
   POINT pressed_at_ = {};
   std::optional<DropTarget> drop_target_;
+  DropCaret drop_caret_;
 };
 
 }  // namespace qel::windows

@@ -25,11 +25,12 @@ std::int16_t shift_mask(DWORD keys) {
 
 class DropTarget::Target : public ComObject<IDropTarget> {
  public:
-  Target(HWND window, box::Box& box, PositionAt position_at)
+  Target(HWND window, box::Box& box, PositionAt position_at, ShowLanding show_landing)
       : window_(window),
         box_(box.weak_from_this()),
         drop_(box),
-        position_at_(std::move(position_at)) {}
+        position_at_(std::move(position_at)),
+        show_landing_(std::move(show_landing)) {}
 
   /// Nothing can be dropped from now on.
   void disconnect() { box_.reset(); }
@@ -39,20 +40,22 @@ class DropTarget::Target : public ComObject<IDropTarget> {
     if (object == nullptr || effect == nullptr) return E_INVALIDARG;
     return answer(effect, [&](std::int32_t allowed) {
       look_at(*object);
-      return drop_.enter(data(), allowed, place(keys, at));
+      return landing(drop_.enter(data(), allowed, place(keys, at)), at);
     });
   }
 
   HRESULT STDMETHODCALLTYPE DragOver(DWORD keys, POINTL at, DWORD* effect) noexcept override {
     if (effect == nullptr) return E_INVALIDARG;
-    return answer(effect,
-                  [&](std::int32_t allowed) { return drop_.move(allowed, place(keys, at)); });
+    return answer(effect, [&](std::int32_t allowed) {
+      return landing(drop_.move(allowed, place(keys, at)), at);
+    });
   }
 
   HRESULT STDMETHODCALLTYPE DragLeave() noexcept override {
     DWORD none = DROPEFFECT_NONE;
     const Forgotten afterwards(*this);
     return answer(&none, [&](std::int32_t allowed) {
+      show_landing_({});
       drop_.leave();
       return allowed;
     });
@@ -63,6 +66,7 @@ class DropTarget::Target : public ComObject<IDropTarget> {
     if (object == nullptr || effect == nullptr) return E_INVALIDARG;
     const Forgotten afterwards(*this);
     return answer(effect, [&](std::int32_t allowed) {
+      show_landing_({});
       // Some sources complete their data only for the drop.
       look_at(*object);
       bool inserts = false;
@@ -111,6 +115,14 @@ class DropTarget::Target : public ComObject<IDropTarget> {
   }
   DragData& data() { return own_ ? own_->data() : foreign_; }
 
+  /// Shows where a drop with that effect would land; a listener may have let go of the box.
+  std::int32_t landing(std::int32_t effect, POINTL at) const {
+    if (!box_.expired()) {
+      show_landing_(drop_.would_insert() ? std::optional(point(at)) : std::nullopt);
+    }
+    return effect;
+  }
+
   POINT point(POINTL at) const {
     POINT inside = {at.x, at.y};
     ScreenToClient(window_, &inside);
@@ -126,13 +138,15 @@ class DropTarget::Target : public ComObject<IDropTarget> {
   std::weak_ptr<box::Box> box_;
   box::Drop drop_;
   PositionAt position_at_;
+  ShowLanding show_landing_;
   Pointer<DataObject> own_;  // what is over the box comes from one of ours,
   DragData foreign_;         // or from elsewhere
 };
 
-DropTarget::DropTarget(HWND window, box::Box& box, PositionAt position_at)
+DropTarget::DropTarget(HWND window, box::Box& box, PositionAt position_at, ShowLanding show_landing)
     : window_(window),
-      target_(Pointer<Target>::adopted(new Target(window, box, std::move(position_at)))) {
+      target_(Pointer<Target>::adopted(
+          new Target(window, box, std::move(position_at), std::move(show_landing)))) {
   if (!session_) return;
   if (RegisterDragDrop(window, target_.get()) != DRAGDROP_E_ALREADYREGISTERED) return;
   RevokeDragDrop(window);

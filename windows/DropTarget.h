@@ -5,6 +5,7 @@
 
 #include <cstddef>
 #include <functional>
+#include <optional>
 
 #include "qel/box/Drop.h"
 #include "windows/ComObject.h"
@@ -19,10 +20,12 @@ class DropTarget {
  public:
   /// The position in the box's text that is nearest to a point in the window.
   using PositionAt = std::function<std::size_t(POINT)>;
+  /// Shows that a drop would be inserted at that point, or nowhere.
+  using ShowLanding = std::function<void(std::optional<POINT>)>;
 
   /// The window and the box, which is shared, must outlive this; any drop target that the window
   /// had is replaced. Without OLE on the thread nothing is ever dropped.
-  DropTarget(HWND window, box::Box& box, PositionAt position_at);
+  DropTarget(HWND window, box::Box& box, PositionAt position_at, ShowLanding show_landing);
   DropTarget(const DropTarget&) = delete;
   DropTarget& operator=(const DropTarget&) = delete;
   ~DropTarget();

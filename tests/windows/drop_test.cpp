@@ -6,6 +6,7 @@
 
 #include <functional>
 #include <memory>
+#include <optional>
 #include <stdexcept>
 #include <string>
 #include <vector>
@@ -39,7 +40,8 @@ class Dropping : public testing::Test, public BoxListener {
       : window(CreateWindowExW(WS_EX_TOPMOST, L"STATIC", L"", WS_POPUP | WS_VISIBLE | SS_NOTIFY,
                                100, 50, 200, 100, nullptr, nullptr, nullptr, nullptr)),
         target(std::make_unique<DropTarget>(
-            window, *box, [](POINT at) { return static_cast<std::size_t>(at.x / 10); })) {
+            window, *box, [](POINT at) { return static_cast<std::size_t>(at.x / 10); },
+            [this](std::optional<POINT> at) { landings += at ? "|" : "-"; })) {
     put_drop_mode(*box, 2);
     box->listen(this);
   }
@@ -83,6 +85,7 @@ class Dropping : public testing::Test, public BoxListener {
   HWND window;
   std::unique_ptr<DropTarget> target;
   std::string told;
+  std::string landings;  // shown, or not
   std::function<void()> when_told;
   const DragData* last = nullptr;
   std::vector<std::int16_t> where;
@@ -108,9 +111,11 @@ TEST_F(Dropping, TellsTheBoxWhatTheSystemSays) {
     const auto foreign = ForeignObject::create({{row.format, "dropped"}});
     box->put_Text(u"text");
     told.clear();
+    landings.clear();
     SetFocus(nullptr);
     EXPECT_EQ(drag_and_drop(*foreign, row.keys, row.allowed), row.expected) << row.told;
     EXPECT_EQ(told, row.told);
+    EXPECT_EQ(landings, row.expected == 0 ? "---" : "||-") << row.told;
     EXPECT_EQ(GetFocus(), row.expected == 0 ? nullptr : window) << row.told;
     EXPECT_EQ(box->get_Text(), row.expected == 0 ? u"text" : u"texdroppedt") << row.told;
     EXPECT_EQ(others_of(foreign), 0U) << "let go of afterwards";
@@ -149,7 +154,9 @@ TEST_F(Dropping, OutlivesWhatItsListenerDoes) {
   const std::vector<std::function<void()>> ends = {[this] { target.reset(); },
                                                    [this] { box.reset(); }};
   for (const auto& end : ends) {
-    if (!target) target = std::make_unique<DropTarget>(window, *box, [](POINT) { return 0U; });
+    if (!target)
+      target = std::make_unique<DropTarget>(
+          window, *box, [](POINT) { return 0U; }, [](std::optional<POINT>) {});
     when_told = end;
     IDropTarget& drop = target->target();
     drop.AddRef();
