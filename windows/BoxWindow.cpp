@@ -11,6 +11,7 @@
 #include "qel/base/Error.h"
 #include "qel/base/Scan.h"
 #include "qel/platform/Keys.h"
+#include "windows/BoxAccessible.h"
 #include "windows/DragSource.h"
 #include "windows/WindowHandle.h"
 
@@ -134,6 +135,7 @@ void BoxWindow::create(HWND parent) {
   display_.show_everything();
   SetWindowSubclass(window_, procedure, subclass_id, reinterpret_cast<DWORD_PTR>(this));
   go_on_later();
+  if (!name_.empty()) BoxAccessible::announce(window_, name_);
   take_drops();
 }
 
@@ -154,6 +156,12 @@ void BoxWindow::show_landing(std::optional<POINT> at) {
 LRESULT BoxWindow::color_drop_caret(HDC context) const {
   SetDCBrushColor(context, colors().automatic.value_or(GetSysColor(COLOR_WINDOWTEXT)));
   return reinterpret_cast<LRESULT>(GetStockObject(DC_BRUSH));
+}
+
+void BoxWindow::put_name(const std::u16string& name) {
+  if (std::exchange(name_, name) == name || window_ == nullptr) return;
+  BoxAccessible::announce(window_, name);
+  NotifyWinEvent(EVENT_OBJECT_NAMECHANGE, window_, OBJID_CLIENT, CHILDID_SELF);
 }
 
 void BoxWindow::put_deaf(bool is_deaf) {
@@ -371,6 +379,9 @@ BoxWindow::Handled BoxWindow::handle_own(UINT message, WPARAM parameter, LPARAM 
   if (message == EM_CANUNDO) return box_.can_undo() ? TRUE : FALSE;
   if (message == EM_CANREDO) return box_.can_redo() ? TRUE : FALSE;
   if (message == WM_CTLCOLORSTATIC) return color_drop_caret(reinterpret_cast<HDC>(parameter));
+  if (message == WM_GETOBJECT && static_cast<LONG>(data) == OBJID_CLIENT) {
+    return BoxAccessible::answer(window_, box_.weak_from_this(), parameter);
+  }
   // The box has a font of its own.
   if (message == WM_SETFONT) return 0;
   if (message == WM_SYSCOLORCHANGE || message == WM_THEMECHANGED) show_colors();

@@ -52,6 +52,9 @@ class BoxWindow : public box::View {
   static BoxWindow* of(HWND window);
   /// The colours of the host that the box is in.
   void put_scheme(const Scheme& scheme);
+  /// The name of the box for those who cannot see it.
+  void put_name(const std::u16string& name);
+  const std::u16string& name() const { return name_; }
   /// Whether the user can do nothing in the box, although it looks as if he could.
   void put_deaf(bool is_deaf);
 
@@ -116,6 +119,7 @@ class BoxWindow : public box::View {
   bool is_stale_ = false;  // the box has changed while something was composed
   bool is_deaf_ = false;
   Scheme scheme_;
+  std::u16string name_;
   POINT pressed_at_ = {};
   std::optional<DropTarget> drop_target_;
   DropCaret drop_caret_;

@@ -74,6 +74,7 @@ void HostedControl::show_ambients() {
     auto* const shown = windows::BoxWindow::of(windows::native_window(box->window()));
     if (shown == nullptr) continue;
     shown->put_scheme(ambients_.scheme());
+    shown->put_name(accessible_name_.empty() ? ambients_.name() : accessible_name_);
     shown->put_deaf(ambients_.is_ui_dead());
   }
 }
@@ -206,6 +207,12 @@ void HostedControl::put_test_font(std::u16string_view name) {
   font.lfCharSet = DEFAULT_CHARSET;
   select_test_font(CreateFontIndirectW(&font));
   test_font_ = name;
+}
+
+void HostedControl::put_accessible_name(std::u16string_view name) {
+  accessible_name_ = name;
+  if (is_in_place()) show_ambients();
+  property_changed(u"AccessibleName");
 }
 
 void HostedControl::put_view_sink(DWORD aspects, DWORD flags, IAdviseSink* sink) {

@@ -61,6 +61,11 @@ class HostedControl final : public platform::ControlSite, private WindowClient {
   /// Raises for a name that no font can have.
   void put_test_font(std::u16string_view name);
 
+  /// What programs for those who cannot see it call the box: the host's name for the control
+  /// unless one is set.
+  const std::u16string& accessible_name() const { return accessible_name_; }
+  void put_accessible_name(std::u16string_view name);
+
   // Activation.
   bool is_in_place() const { return static_cast<bool>(place_); }
   HRESULT activate();
@@ -124,6 +129,7 @@ class HostedControl final : public platform::ControlSite, private WindowClient {
   bool is_dirty_ = false;
   bool is_ui_active_ = false;
   ControlWindow window_;
+  std::u16string accessible_name_;
   std::u16string test_font_;
   HFONT test_font_handle_ = nullptr;
   std::unique_ptr<QELTextbox> textbox_;

@@ -386,6 +386,12 @@ class QELTextboxObject final : public Members<QELTextbox, IQELTextbox> {
   STDMETHODIMP put_Lossless(VARIANT_BOOL Value) override {
     return call(&Textbox::put_Lossless, Value);
   }
+  STDMETHODIMP get_AccessibleName(BSTR* Result) override {
+    return answer(Result, [this] { return control_.accessible_name(); });
+  }
+  STDMETHODIMP put_AccessibleName(BSTR Value) override {
+    return call([&] { control_.put_accessible_name(text_of(Value)); });
+  }
 
  protected:
   void* extra_interface(const IID& id) override;

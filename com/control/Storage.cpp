@@ -104,23 +104,38 @@ HRESULT put_class_id(CLSID* id) {
 HRESULT init_new(HostedControl& control) {
   return guarded(IID_IPersistStreamInit, [&] {
     control.textbox().InitProperties();
+    control.put_accessible_name({});
     control.put_dirty(false);
   });
 }
 
-std::u16string text_of(const QELTextbox& textbox) {
+constexpr std::u16string_view name_property = u"AccessibleName";
+
+void write_properties(HostedControl& control, platform::PropertyBag& bag) {
+  control.textbox().WriteProperties(bag);
+  bag.write(name_property, control.accessible_name(), std::u16string());
+}
+
+void read_properties(HostedControl& control, const platform::PropertyBag& bag) {
+  control.textbox().ReadProperties(bag);
+  const Variant name = bag.read(name_property, std::u16string());
+  const auto* const text = std::get_if<std::u16string>(&name);
+  control.put_accessible_name(text == nullptr ? std::u16string_view() : *text);
+  control.put_dirty(false);
+}
+
+std::u16string text_of(HostedControl& control) {
   headless::PropertyBag bag;
-  textbox.WriteProperties(bag);
+  write_properties(control, bag);
   return bag.get_All();
 }
 
 void load(HostedControl& control, IStream& stream) {
-  control.textbox().ReadProperties(headless::PropertyBag(read_text(stream)));
-  control.put_dirty(false);
+  read_properties(control, headless::PropertyBag(read_text(stream)));
 }
 
 void save(HostedControl& control, IStream& stream) {
-  const std::u16string text = text_of(control.textbox());
+  const std::u16string text = text_of(control);
   const std::size_t size = text.size() * sizeof(char16_t);
   const StreamHead head = {stream_mark, static_cast<std::uint32_t>(size)};
   write(stream, &head, sizeof head);
@@ -152,7 +167,7 @@ HRESULT StreamStorage::Save(LPSTREAM stream, BOOL clear_dirty) {
 HRESULT StreamStorage::GetSizeMax(ULARGE_INTEGER* size) {
   if (size == nullptr) return E_POINTER;
   return guarded(IID_IPersistStreamInit, [&] {
-    size->QuadPart = sizeof(StreamHead) + text_of(control_.textbox()).size() * sizeof(char16_t);
+    size->QuadPart = sizeof(StreamHead) + text_of(control_).size() * sizeof(char16_t);
   });
 }
 
@@ -199,17 +214,14 @@ HRESULT BagStorage::InitNew() { return init_new(control_); }
 
 HRESULT BagStorage::Load(IPropertyBag* bag, IErrorLog* /*log*/) {
   if (bag == nullptr) return E_POINTER;
-  return guarded(IID_IPersistPropertyBag, [&] {
-    control_.textbox().ReadProperties(HostBag(*bag, false));
-    control_.put_dirty(false);
-  });
+  return guarded(IID_IPersistPropertyBag, [&] { read_properties(control_, HostBag(*bag, false)); });
 }
 
 HRESULT BagStorage::Save(IPropertyBag* bag, BOOL clear_dirty, BOOL all_properties) {
   if (bag == nullptr) return E_POINTER;
   return guarded(IID_IPersistPropertyBag, [&] {
     HostBag kept(*bag, all_properties != FALSE);
-    control_.textbox().WriteProperties(kept);
+    write_properties(control_, kept);
     if (clear_dirty != FALSE) control_.put_dirty(false);
   });
 }
