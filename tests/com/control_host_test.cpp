@@ -90,7 +90,7 @@ TEST_F(Control, KeepsItsPropertiesInABag) {
     EXPECT_EQ(bag.values[L"Lossless"], L"True");
     Bag all;
     EXPECT_EQ(storage->Save(&all, FALSE, TRUE), S_OK);
-    EXPECT_EQ(all.values.size(), 32U);
+    EXPECT_EQ(all.values.size(), 33U);
   }
   bag.values[L"HideColor"] = L"no colour";
   Form form(component_);
