@@ -26,7 +26,8 @@ const IID& interface_id() {
 
 /// The base of every object of the component: reference counts, calls by name through the type
 /// library, information about its class, errors with descriptions, and what it refuses to callers
-/// that its host does not trust. `Interface` is the dual interface, `More` are further ones.
+/// that its host does not trust. `Interface` is the dual interface, `More` are further ones. It may
+/// be a part of another object, whose references and interfaces are its own to everybody else.
 template <class Interface, class... More>
 class Automation : public Interface,
                    public ISupportErrorInfo,
@@ -40,17 +41,16 @@ class Automation : public Interface,
 
   // IUnknown
   STDMETHODIMP QueryInterface(REFIID id, void** result) override {
-    if (result == nullptr) return E_POINTER;
-    *result = find(id);
-    if (*result == nullptr) return E_NOINTERFACE;
-    AddRef();
-    return S_OK;
+    return outer_->QueryInterface(id, result);
   }
-  STDMETHODIMP_(ULONG) AddRef() override { return ++references_; }
-  STDMETHODIMP_(ULONG) Release() override {
-    const ULONG left = --references_;
-    if (left == 0) delete this;
-    return left;
+  STDMETHODIMP_(ULONG) AddRef() override { return outer_->AddRef(); }
+  STDMETHODIMP_(ULONG) Release() override { return outer_->Release(); }
+
+  /// The reference of whoever creates the object, which becomes a part of `outer` unless that is
+  /// null.
+  IUnknown* created_for(IUnknown* outer) {
+    if (outer != nullptr) outer_ = outer;
+    return &inner_;
   }
 
   // IDispatch
@@ -115,7 +115,10 @@ class Automation : public Interface,
   /// The interface through which the object raises its events.
   virtual const IID& source_id() const { return GUID_NULL; }
 
-  IUnknown* identity() { return static_cast<Interface*>(this); }
+  /// The whole of which the object is a part, or the object itself.
+  IUnknown& whole() { return *static_cast<Interface*>(this); }
+  /// The object itself.
+  IUnknown& own() { return inner_; }
 
   /// Runs the action of a member.
   template <class Action>
@@ -132,15 +135,38 @@ class Automation : public Interface,
   virtual void on_trust(bool /*trusts*/) {}
 
  private:
+  /// What the object is without the one that it is a part of.
+  class Inner final : public IUnknown {
+   public:
+    explicit Inner(Automation& object) : object_(object) {}
+
+    STDMETHODIMP QueryInterface(REFIID id, void** result) override {
+      if (result == nullptr) return E_POINTER;
+      const bool is_inner = id == IID_IUnknown;
+      *result = is_inner ? this : object_.find(id);
+      if (*result == nullptr) return E_NOINTERFACE;
+      is_inner ? AddRef() : object_.AddRef();
+      return S_OK;
+    }
+    STDMETHODIMP_(ULONG) AddRef() override { return ++references_; }
+    STDMETHODIMP_(ULONG) Release() override {
+      const ULONG left = --references_;
+      if (left == 0) delete &object_;
+      return left;
+    }
+
+   private:
+    Automation& object_;
+    std::atomic<ULONG> references_ = 1;
+  };
+
   static constexpr DWORD all_safety =
       INTERFACESAFE_FOR_UNTRUSTED_CALLER | INTERFACESAFE_FOR_UNTRUSTED_DATA;
 
   bool trusts_callers() const { return (safety_ & INTERFACESAFE_FOR_UNTRUSTED_CALLER) == 0; }
 
   void* find(const IID& id) {
-    if (id == IID_IUnknown || id == IID_IDispatch || id == __uuidof(Interface)) {
-      return static_cast<Interface*>(this);
-    }
+    if (id == IID_IDispatch || id == __uuidof(Interface)) return static_cast<Interface*>(this);
     if (id == IID_ISupportErrorInfo) return static_cast<ISupportErrorInfo*>(this);
     if (id == IID_IObjectSafety) return static_cast<IObjectSafety*>(this);
     if (id == IID_IProvideClassInfo || id == IID_IProvideClassInfo2) {
@@ -152,7 +178,8 @@ class Automation : public Interface,
   }
 
   const ModuleUse module_use_;
-  std::atomic<ULONG> references_ = 1;
+  Inner inner_{*this};
+  IUnknown* outer_ = &inner_;  // holds this object, so no reference to it is counted
   DWORD safety_ = 0;
   const CLSID& class_id_;
 };

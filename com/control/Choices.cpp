@@ -63,12 +63,11 @@ std::vector<Choice> choices_of(DISPID property) {
   return type ? choices_in(*type) : std::vector<Choice>();
 }
 
-LONG value_of_property(IUnknown& object, DISPID property) {
+LONG value_of_property(IDispatch& control, DISPID property) {
   Value value;
   DISPPARAMS none = {};
-  Pointer<IUnknown>(&object).as<IDispatch>()->Invoke(property, IID_NULL, LOCALE_USER_DEFAULT,
-                                                     DISPATCH_PROPERTYGET, &none, value.put(),
-                                                     nullptr, nullptr);
+  control.Invoke(property, IID_NULL, LOCALE_USER_DEFAULT, DISPATCH_PROPERTYGET, &none, value.put(),
+                 nullptr, nullptr);
   return value.as_integer();
 }
 
@@ -87,7 +86,7 @@ HRESULT Choices::GetDisplayString(DISPID property, BSTR* text) {
   const HRESULT done = guarded(IID_IPerPropertyBrowsing, [&] {
     const std::vector<Choice> choices = choices_of(property);
     if (choices.empty()) return;
-    const LONG value = value_of_property(whole(), property);
+    const LONG value = value_of_property(control_, property);
     const auto place = std::find_if(choices.begin(), choices.end(),
                                     [&](const Choice& choice) { return choice.value == value; });
     if (place != choices.end()) *text = SysAllocString(place->text.c_str());

@@ -9,7 +9,8 @@ namespace qel::com {
 /// What a grid of properties offers for those that are enumerations: "0 - No line", ...
 class Choices final : public Part<IPerPropertyBrowsing> {
  public:
-  using Part::Part;
+  /// `control` is the control itself, even where it is a part of another object.
+  Choices(IUnknown& whole, IDispatch& control) : Part(whole), control_(control) {}
 
   /// S_FALSE for a property that may have any value.
   STDMETHODIMP GetDisplayString(DISPID property, BSTR* text) override;
@@ -17,6 +18,9 @@ class Choices final : public Part<IPerPropertyBrowsing> {
   /// S_FALSE for a property that may have any value.
   STDMETHODIMP GetPredefinedStrings(DISPID property, CALPOLESTR* texts, CADWORD* cookies) override;
   STDMETHODIMP GetPredefinedValue(DISPID property, DWORD cookie, VARIANT* value) override;
+
+ private:
+  IDispatch& control_;
 };
 
 }  // namespace qel::com

@@ -33,8 +33,9 @@ class Brush {
 
 }  // namespace
 
-HostedControl::HostedControl(IUnknown& whole, ConnectionContainer& connections)
+HostedControl::HostedControl(IUnknown& whole, IUnknown& own, ConnectionContainer& connections)
     : whole_(whole),
+      own_(own),
       connections_(connections),
       events_(whole, connections.events(), release_later_, [this] { on_text_change(); }),
       natural_extent_(first_extent),
@@ -235,7 +236,7 @@ Pointer<IDataAdviseHolder> HostedControl::data_sinks() {
 
 void HostedControl::view_changed() {
   if (const auto sinks = data_sinks_) {
-    sinks->SendOnDataChange(Pointer<IUnknown>(&whole_).as<IDataObject>().get(), 0, 0);
+    sinks->SendOnDataChange(Pointer<IUnknown>(&own_).as<IDataObject>().get(), 0, 0);
   }
   if (!view_sink_ || (view_aspects_ & DVASPECT_CONTENT) == 0) return;
   const Pointer<IAdviseSink> sink = view_sink_;
@@ -380,7 +381,7 @@ HRESULT HostedControl::activate_ui() {
     done = place->OnUIActivate();
     if (FAILED(done)) is_ui_active_ = false;
     const Pointer<IOleInPlaceActiveObject> active =
-        Pointer<IUnknown>(&whole_).as<IOleInPlaceActiveObject>();
+        Pointer<IUnknown>(&own_).as<IOleInPlaceActiveObject>();
     if (is_ui_active_) show_active(active.get());
     // The host may have activated another control meanwhile.
     if (!is_ui_active_) return FAILED(done) ? done : E_FAIL;

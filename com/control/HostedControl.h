@@ -20,8 +20,9 @@ namespace qel::com {
 /// component that hosts call (`Embedding`, `Active`, ...) work on this.
 class HostedControl final : public platform::ControlSite, private WindowClient {
  public:
-  /// `whole` is the object that hosts hold, of which this is a member.
-  HostedControl(IUnknown& whole, ConnectionContainer& connections);
+  /// `whole` is the object that hosts hold, and `own` the one of which this is a member: the same,
+  /// or a part of the first.
+  HostedControl(IUnknown& whole, IUnknown& own, ConnectionContainer& connections);
   HostedControl(const HostedControl&) = delete;
   HostedControl& operator=(const HostedControl&) = delete;
   ~HostedControl() override;
@@ -112,6 +113,7 @@ class HostedControl final : public platform::ControlSite, private WindowClient {
   windows::ShownColors colors() const;
 
   IUnknown& whole_;
+  IUnknown& own_;
   ConnectionContainer& connections_;
   const std::function<void()> release_later_ = [this] { window_.post(); };
   EventSource events_;

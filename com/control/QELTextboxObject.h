@@ -25,9 +25,6 @@ class QELTextboxObject final : public Members<QELTextbox, IQELTextbox> {
   using Textbox = QELTextbox;
 
  public:
-  /// A new control with a reference for the caller.
-  static IUnknown* create() { return (new QELTextboxObject)->identity(); }
-
   STDMETHODIMP get_Text(BSTR* Result) override { return answer(Result, &Textbox::get_Text); }
   STDMETHODIMP put_Text(BSTR Value) override {
     return put_bound(DISPID_TEXT, &Textbox::put_Text, Value);
@@ -416,19 +413,19 @@ class QELTextboxObject final : public Members<QELTextbox, IQELTextbox> {
     return control_.may_change(property) ? call(member, value) : CTL_E_PERMISSIONDENIED;
   }
 
-  ConnectionContainer connections_{*identity()};
-  mutable HostedControl control_{*identity(), connections_};
-  Embedding embedding_{*identity(), control_};
-  InPlace in_place_{*identity(), control_};
-  Active active_{*identity(), control_};
-  Steering steering_{*identity(), control_};
-  View view_{*identity(), control_};
-  QuickActivation quick_activation_{*identity(), control_, connections_, view_};
-  Choices choices_{*identity()};
-  Transfer transfer_{*identity(), control_};
-  StreamStorage stream_storage_{*identity(), control_};
-  DocumentStorage document_storage_{*identity(), control_};
-  BagStorage bag_storage_{*identity(), control_};
+  ConnectionContainer connections_{whole()};
+  mutable HostedControl control_{whole(), own(), connections_};
+  Embedding embedding_{whole(), control_};
+  InPlace in_place_{whole(), control_};
+  Active active_{whole(), control_};
+  Steering steering_{whole(), control_};
+  View view_{whole(), control_};
+  QuickActivation quick_activation_{whole(), control_, connections_, view_};
+  Choices choices_{whole(), *this};
+  Transfer transfer_{whole(), control_};
+  StreamStorage stream_storage_{whole(), control_};
+  DocumentStorage document_storage_{whole(), control_};
+  BagStorage bag_storage_{whole(), control_};
 };
 
 }  // namespace qel::com

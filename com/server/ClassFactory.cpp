@@ -17,12 +17,13 @@ class ClassFactory final : public windows::ComObject<IClassFactory> {
   STDMETHODIMP CreateInstance(IUnknown* outer, REFIID id, void** result) override {
     if (result == nullptr) return E_POINTER;
     *result = nullptr;
-    if (outer != nullptr) return CLASS_E_NOAGGREGATION;
+    // The outer object needs what the part is without it.
+    if (outer != nullptr && id != IID_IUnknown) return CLASS_E_NOAGGREGATION;
     Pointer<IUnknown> object;
     const HRESULT made = guarded(IID_IClassFactory, [&] {
       // What the objects ask a platform is asked of the one of their thread.
       Common::set_platform(windows::WindowsPlatform::shared());
-      object = Pointer<IUnknown>::adopted(entry_.create());
+      object = Pointer<IUnknown>::adopted(entry_.create(outer));
     });
     return FAILED(made) ? made : object->QueryInterface(id, result);
   }

@@ -26,19 +26,21 @@ namespace qel::com {
 namespace {
 
 template <class Row>
-IUnknown* create() {
-  if constexpr (requires { Row::Adapter::create(); }) {
-    return Row::Adapter::create();
+constexpr bool is_control = std::is_same_v<typename Row::Class, QELTextbox>;
+
+template <class Row>
+IUnknown* create(IUnknown* outer) {
+  if constexpr (is_control<Row>) {
+    return (new typename Row::Adapter)->created_for(outer);
   } else {
-    return adapter_of(std::make_shared<typename Row::Class>());
+    return (new typename Row::Adapter(std::make_shared<typename Row::Class>()))->created_for(outer);
   }
 }
 
 template <class Row>
 void list([[maybe_unused]] std::vector<ClassEntry>& entries) {
   if constexpr (Row::is_creatable) {
-    constexpr bool is_control = std::is_same_v<typename Row::Class, QELTextbox>;
-    entries.push_back({Row::id(), is_control, create<Row>});
+    entries.push_back({Row::id(), is_control<Row>, create<Row>});
   }
 }
 

@@ -11,8 +11,9 @@ namespace qel::com {
 struct ClassEntry {
   const CLSID& id;
   bool is_control;  ///< has a place on forms
-  /// A new object with a reference for the caller; raises where it cannot be made.
-  IUnknown* (*create)();
+  /// A new object with a reference for the caller, as a part of `outer` unless that is null; raises
+  /// where it cannot be made.
+  IUnknown* (*create)(IUnknown* outer);
 };
 
 /// All of them.

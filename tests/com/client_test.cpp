@@ -86,7 +86,7 @@ TEST_F(ClientTest, RefusesWhatIsNotThere) {
                                    reinterpret_cast<void**>(factory.put())),
             S_OK);
   result = &result;
-  EXPECT_EQ(factory->CreateInstance(factory.get(), IID_IUnknown, &result), CLASS_E_NOAGGREGATION);
+  EXPECT_EQ(factory->CreateInstance(factory.get(), IID_IDispatch, &result), CLASS_E_NOAGGREGATION);
   EXPECT_EQ(result, nullptr);
   EXPECT_EQ(factory->CreateInstance(nullptr, IID_IUnknown, nullptr), E_POINTER);
   EXPECT_EQ(factory->QueryInterface(IID_IUnknown, nullptr), E_POINTER);
@@ -107,6 +107,62 @@ TEST_F(ClientTest, RefusesWhatIsNotThere) {
             DISP_E_UNKNOWNINTERFACE);
   name.front() = const_cast<wchar_t*>(L"Bolder");
   EXPECT_EQ(style->GetIDsOfNames(IID_NULL, name.data(), 1, 0, &member), DISP_E_UNKNOWNNAME);
+}
+
+/// An object that has one of the component's as a part of it: it offers all that the part does.
+class Whole final : public IUnknown {
+ public:
+  Whole(const Component& component, const CLSID& id) {
+    Pointer<IClassFactory> factory;
+    component.class_object(id, IID_IClassFactory, reinterpret_cast<void**>(factory.put()));
+    factory->CreateInstance(this, IID_IUnknown, reinterpret_cast<void**>(part_.put()));
+  }
+  Whole(const Whole&) = delete;
+  Whole& operator=(const Whole&) = delete;
+  ~Whole() { part_ = {}; }
+
+  STDMETHODIMP QueryInterface(REFIID id, void** result) override {
+    if (id != IID_IUnknown) return part_->QueryInterface(id, result);
+    *result = this;
+    ++references;
+    return S_OK;
+  }
+  STDMETHODIMP_(ULONG) AddRef() override { return ++references; }
+  STDMETHODIMP_(ULONG) Release() override { return --references; }
+
+  ULONG references = 1;
+
+ private:
+  Pointer<IUnknown> part_;
+};
+
+TEST_F(ClientTest, IsPartOfAnotherObject) {
+  const Component component;
+  std::vector<CLSID> ids = {__uuidof(QELTextbox)};
+  each_class(*component.type_library(),
+             [&](const CLSID& id, const std::wstring&) { ids.push_back(id); });
+  for (const CLSID& id : ids) {
+    Whole whole(component, id);
+    {
+      const auto object = Pointer<IUnknown>(&whole).as<IDispatch>();
+      ASSERT_TRUE(object);
+      EXPECT_EQ(whole.references, 2U);
+      EXPECT_EQ(object.as<IUnknown>().get(), &whole);
+      EXPECT_EQ(object.as<IProvideClassInfo>().as<IUnknown>().get(), &whole);
+      EXPECT_FALSE(component.is_idle());
+    }
+    EXPECT_EQ(whole.references, 1U) << "references are the whole's";
+  }
+  EXPECT_TRUE(component.is_idle()) << "an object was left behind";
+  Whole form(component, __uuidof(QELTextbox));
+  const Pointer<IUnknown> outside(&form);
+  const auto box = outside.as<IOleObject>();
+  EXPECT_EQ(box.as<IDataObject>().as<IUnknown>().get(), &form) << "so do its parts";
+  const auto own = outside.as<IQELTextbox>();
+  own->put_ScrollBars(sbBoth);
+  BSTR shown = nullptr;
+  EXPECT_EQ(box.as<IPerPropertyBrowsing>()->GetDisplayString(46, &shown), S_OK);
+  EXPECT_EQ(taken(shown), L"3 - Both scroll bars");
 }
 
 TEST_F(ClientTest, IsUnloadedAndLoadedAgain) {
