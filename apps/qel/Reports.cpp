@@ -10,20 +10,8 @@
 namespace qel::command {
 namespace {
 
-/// "2 pictures, 1 link"; empty where nothing was dropped.
-std::string counts_of(const convert::Dropped& dropped) {
-  std::string counts;
-  for (const convert::DroppedKind& kind : convert::dropped_kinds) {
-    const std::uint64_t count = dropped.*kind.count;
-    if (count == 0) continue;
-    if (!counts.empty()) counts.append(", ");
-    counts.append(std::to_string(count)).append(" ").append(count == 1 ? kind.one : kind.several);
-  }
-  return counts;
-}
-
 std::string line_of(std::string_view file, const convert::Report& report) {
-  const std::string counts = counts_of(report.dropped);
+  const std::string counts = convert::in_words(report.dropped);
   std::string line(file);
   line.append(": ").append(std::to_string(report.bytes_in)).append(" bytes became ");
   line.append(std::to_string(report.bytes_out)).append("; dropped: ");
@@ -63,7 +51,7 @@ void Reports::add(std::string_view file, const convert::Report& report) {
 
 void Reports::finish() const {
   if (style_ != ReportStyle::summary || !system::can_rewrite_errors()) return;
-  const std::string counts = counts_of(dropped_);
+  const std::string counts = convert::in_words(dropped_);
   if (!counts.empty()) progress_.report("dropped: " + counts + " (--report says where)");
   if (broken_off_ > 0) progress_.report("the input breaks off within RTF");
 }

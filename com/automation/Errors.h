@@ -13,10 +13,15 @@ HRESULT report_exception(const IID& interface_id) noexcept;
 
 /// Error numbers that scripts know.
 namespace errors {
+constexpr unsigned bad_argument = 5;
 constexpr unsigned overflow = 6;
 constexpr unsigned type_mismatch = 13;
+constexpr unsigned file_not_found = 53;
 constexpr unsigned permission_denied = 70;
+constexpr unsigned file_access = 75;
+constexpr unsigned path_not_found = 76;
 constexpr unsigned no_such_member = 438;
+constexpr unsigned not_supported = 445;
 constexpr unsigned no_named_arguments = 446;
 constexpr unsigned no_such_argument = 448;
 constexpr unsigned argument_needed = 449;

@@ -1,5 +1,6 @@
 #include "com/automation/Values.h"
 
+#include <cstring>
 #include <new>
 #include <type_traits>
 
@@ -113,6 +114,18 @@ Value Value::of(const std::vector<std::u16string>& values) {
   Value result;
   result.variant_.parray = array.detach();
   result.variant_.vt = VT_ARRAY | VT_VARIANT;
+  return result;
+}
+
+Value Value::of_bytes(std::string_view bytes) {
+  SAFEARRAY* const array = SafeArrayCreateVector(VT_UI1, 0, static_cast<ULONG>(bytes.size()));
+  void* data = nullptr;
+  if (array == nullptr || FAILED(SafeArrayAccessData(array, &data))) throw std::bad_alloc();
+  if (!bytes.empty()) std::memcpy(data, bytes.data(), bytes.size());
+  SafeArrayUnaccessData(array);
+  Value result;
+  result.variant_.parray = array;
+  result.variant_.vt = VT_ARRAY | VT_UI1;
   return result;
 }
 

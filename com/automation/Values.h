@@ -51,6 +51,8 @@ class Value {
   static Value of(IDispatch* object);
   /// A zero-based array of strings that scripts can read.
   static Value of(const std::vector<std::u16string>& values);
+  /// A zero-based array of bytes.
+  static Value of_bytes(std::string_view bytes);
 
   const VARIANT& get() const { return variant_; }
   VARTYPE type() const { return variant_.vt; }

@@ -3,6 +3,7 @@
 #include <optional>
 
 #include "com/automation/Adapter.h"
+#include "com/objects/Conversions.h"
 #include "qel/platform/Common.h"
 #include "qel/rtf/RTFParser.h"
 
@@ -73,6 +74,38 @@ class RTFParserObject final : public Adapter<RTFParser, IRTFParser> {
   STDMETHODIMP put_Lossless(VARIANT_BOOL Value) override {
     return call(&RTFParser::put_Lossless, Value);
   }
+  STDMETHODIMP Convert(VARIANT Source, ConversionFormat To, ConversionFormat From, VARIANT Fonts,
+                       VARIANT Colors, BSTR* Result) override {
+    return answer(Result, [&] {
+      return conversions_.text(object(), Source, {To, From, Fonts, Colors});
+    });
+  }
+  STDMETHODIMP ConvertToBytes(VARIANT Source, ConversionFormat To, ConversionFormat From,
+                              VARIANT Fonts, VARIANT Colors, VARIANT* Result) override {
+    if (Result == nullptr) return E_POINTER;
+    VariantInit(Result);
+    return guard([&] {
+      *Result =
+          Value::of_bytes(conversions_.bytes(object(), Source, {To, From, Fonts, Colors})).detach();
+    });
+  }
+  STDMETHODIMP ConvertFile(BSTR Source, BSTR Target, ConversionFormat To, ConversionFormat From,
+                           VARIANT Fonts, VARIANT Colors) override {
+    return guard([&] {
+      require_trust();
+      conversions_.file(object(), text_of(Source), text_of(Target), {To, From, Fonts, Colors});
+    });
+  }
+  STDMETHODIMP get_Report(BSTR* Result) override {
+    return answer(Result,
+                  [&] { return from_message(convert::in_words(conversions_.report().dropped)); });
+  }
+  STDMETHODIMP Dropped(BSTR Kind, LONG* Result) override {
+    return answer(Result, [&] { return conversions_.dropped(text_of(Kind)); });
+  }
+  STDMETHODIMP get_IsBrokenOff(VARIANT_BOOL* Result) override {
+    return answer(Result, [&] { return conversions_.report().is_broken_off; });
+  }
 
  private:
   /// A parser works without a control too: it then makes the surface and the box to convert with
@@ -83,6 +116,7 @@ class RTFParserObject final : public Adapter<RTFParser, IRTFParser> {
   }
 
   std::optional<Common::ConversionSlots> slots_;
+  Conversions conversions_;
 };
 
 }  // namespace qel::com

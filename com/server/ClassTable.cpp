@@ -29,6 +29,9 @@ template <class Row>
 constexpr bool is_control = std::is_same_v<typename Row::Class, QELTextbox>;
 
 template <class Row>
+constexpr bool opens_files = std::is_same_v<typename Row::Class, RTFParser>;
+
+template <class Row>
 IUnknown* create(IUnknown* outer) {
   if constexpr (is_control<Row>) {
     return (new typename Row::Adapter)->created_for(outer);
@@ -40,7 +43,7 @@ IUnknown* create(IUnknown* outer) {
 template <class Row>
 void list([[maybe_unused]] std::vector<ClassEntry>& entries) {
   if constexpr (Row::is_creatable) {
-    entries.push_back({Row::id(), is_control<Row>, create<Row>});
+    entries.push_back({Row::id(), is_control<Row>, opens_files<Row>, create<Row>});
   }
 }
 

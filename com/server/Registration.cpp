@@ -121,9 +121,8 @@ std::wstring class_path(const CLSID& id) { return L"CLSID\\" + text_of(id); }
 
 // The system's numbers of what hosts look for in a class.
 constexpr const wchar_t* is_control_category = L"{40FC6ED4-2438-11CF-A3DB-080036F12502}";
-constexpr const wchar_t* safe_categories[] = {
-    L"{7DD95801-9882-11CF-9FA9-00AA006C42C4}",   // for scripting
-    L"{7DD95802-9882-11CF-9FA9-00AA006C42C4}"};  // for initialising
+constexpr const wchar_t* is_safe_for_scripting = L"{7DD95801-9882-11CF-9FA9-00AA006C42C4}";
+constexpr const wchar_t* is_safe_for_initialising = L"{7DD95802-9882-11CF-9FA9-00AA006C42C4}";
 
 void add_category(const Key& key, const std::wstring& category) {
   key.key(L"Implemented Categories\\" + category);
@@ -155,7 +154,9 @@ void add_class(HKEY classes, const ClassEntry& entry, const std::wstring& librar
   key.key(L"TypeLib").put(library);
   key.key(L"Version").put(L"1.0");
   key.key(L"Programmable");
-  for (const auto* const category : safe_categories) add_category(key, category);
+  // The category promises safety to hosts that do not say whom they trust.
+  if (!entry.opens_files) add_category(key, is_safe_for_scripting);
+  add_category(key, is_safe_for_initialising);
   if (entry.is_control) add_control(key);
 }
 

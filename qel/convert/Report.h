@@ -2,6 +2,7 @@
 
 #include <array>
 #include <cstdint>
+#include <string>
 #include <string_view>
 
 #include "qel/convert/Formats.h"
@@ -54,5 +55,8 @@ inline constexpr std::array<DroppedKind, 14> dropped_kinds = {
      {"colors", &Dropped::colors, "colour", "colours"},
      {"sizes", &Dropped::sizes, "size", "sizes"},
      {"formats", &Dropped::formats, "format", "formats"}}};
+
+/// "2 pictures, 1 link"; empty where nothing was dropped.
+std::string in_words(const Dropped& dropped);
 
 }  // namespace qel::convert

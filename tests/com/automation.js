@@ -8,6 +8,7 @@ function shown(value) { return typeof value + " " + value; }
 var style = make("iStyle"), other = make("iStyle"), segments = make("SegmentCollection"),
     decoder = make("StyleDecoder"), replace = make("cReplaceData"), colors = make("QELIndexColors"),
     fonts = make("QELIndexFonts"), labels = make("QELIndexLabels"), parser = make("RTFParser"),
+    engine = make("RTFParser"),
     text = make("QELText"), layout = make("TextAndFormatting"), cases = make("TextCase"),
     list = make("LinkedList"), box = make("QELTextbox");
 
@@ -82,6 +83,17 @@ var values = [
     "Hello /b1w\u00F6rld/b0/nl\u20AC"],
   ["parser.QELToRTFWithoutTables('/b1{')", "\\b1 \\{"],
   ["parser.RTFToText('{\\\\rtf1 a\\\\b b}')", "ab"],
+  ["engine.Convert('{\\\\rtf1 a\\\\par b}', 1) + '|' + engine.IsBrokenOff", "a b|false"],
+  ["engine.Lossless = true; engine.Convert('/b1w\u00F6/b0 <x>/nl\u20AC', 4)", "<b>w\u00F6</b> &lt;x&gt;<br>\u20AC"],
+  ["engine.Convert(engine.ConvertToBytes('/b1w\u00F6/b0/nl\u20AC', 2), 1)", "/b1w\u00F6/b0/nl\u20AC"],
+  ["engine.Convert(text.Split('123,92,114,116,102,49,32,228', ','), 3)", "\u00E4"],
+  ["engine.Convert('a/nl/f2b/f0', 3) + engine.Convert('/b1', 1, 3)", "a\r\nb~/b1"],
+  ["fonts.Font(2) = 'Mono'; engine.Convert('/f2b/f0', 2, 0, fonts, colors).indexOf('Mono') > 0", true],
+  ["engine.Convert('{\\\\rtf1 a{\\\\pict 00}{\\\\b b', 1) + engine.Report + engine.Dropped('pictures') + engine.Dropped()" +
+    " + engine.IsBrokenOff", "a/b1b/b01 picture11true"],
+  ["engine.Convert('a', 5).indexOf('<!DOCTYPE')", 0],
+  ["var read; try { read = engine.Convert('<p>a <b>b</b></p>', 1, 4); } catch (error) { read = number_of(error); } " +
+    "read === 'a /b1b/b0' || read === 445", true], // or built without HTML
   // Text services
   ["text.LeftStr('/b1abc/b0def', 4)", "/b1abc/b0d"], ["text.MidStr('/b1abc/b0', 2)", "/b1bc/b0"],
   ["text.InString('/b1abc/b0d', 'CD', 1) + text.InStringRev('abab', 'ab')", 6],
@@ -137,6 +149,10 @@ var values = [
   ["parser.QELToRTFWithoutTables(repeated('/i1\\u4E2D', 1000000)).length", 5000000],
   // Failures
   ["labels.Color(2) = labels.Color(5)", undefined, 0x80042AFA],
+  ["engine.Convert('a', 99)", undefined, 5], ["engine.Convert('a', 1, 6)", undefined, 5],
+  ["engine.Convert(5, 1)", undefined, 13], ["engine.Convert('a', 2, 0, colors)", undefined, 13],
+  ["engine.Dropped('birds')", undefined, 5], ["engine.ConvertFile('Z:\\\\none.rtf', 'a.qel')", undefined, 53],
+  ["engine.ConvertFile('Z:\\\\none.rtf', 'a.doc')", undefined, 5],
   ["list.GetData(99)", undefined, 9], ["segments.Remove(-1)", undefined, 9],
   ["colors.CopyFrom(fonts)", undefined, 13], ["colors.CopyFrom(null)", undefined, 13],
   ["colors.CopyFrom({})", undefined, 13], ["colors.Color('red')", undefined, 13],

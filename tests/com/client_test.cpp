@@ -280,6 +280,10 @@ TEST_F(ClientTest, IsSafeForPagesOfOthers) {
   EXPECT_EQ(box.as<IQELTextbox>()->OLEDrag(), refused);
   EXPECT_EQ(text.as<IQELText>()->SetCanvas(box.get()), refused);
   EXPECT_EQ(text.as<IQELText>()->SetCanvas(nullptr), S_OK);
+  const auto parser = component.create<IDispatch>(__uuidof(RTFParser));
+  distrust(parser);
+  EXPECT_EQ(parser.as<IRTFParser>()->ConvertFile(Text(L"a"), Text(L"b.qel"), cfRTF, cfRTF, {}, {}),
+            refused);
   EXPECT_EQ(layout.as<ITextAndFormatting>()->putref_Canvas(box.get()), refused);
   safety_of(*text)->SetInterfaceSafetyOptions(IID_IDispatch, caller, 0);
   EXPECT_EQ(text.as<IQELText>()->SetCanvas(box.get()), S_OK);

@@ -69,7 +69,7 @@ has 13 '^"ThreadingModel"="Apartment"$'
 has 13 'QEL\.[A-Za-z]+\\CurVer\]$'
 has 1 '\\\{B18FA04F-[-0-9A-F]+\}\\Control\]$'
 has 1 'Categories\\\{40FC6ED4-[-0-9A-F]+\}\]$'
-has 26 'Categories\\\{7DD9580[12]-[-0-9A-F]+\}\]$'
+has 25 'Categories\\\{7DD9580[12]-[-0-9A-F]+\}\]$'
 has 1 '\\\{B18FA04F-[-0-9A-F]+\}\\MiscStatus\\1\]$'
 has 1 'Classes\\Type[Ll]ib\\\{B18FA000-[-0-9A-F]+\}\\1\.0\\0\\win(32|64)\]$'
 registered=$(known HKCU)
@@ -81,6 +81,17 @@ run ../../examples/windows/round_trip.vbs "$runs"
 expect host.cpp "$runs" "$wine" "$example"
 runs=${runs/False/false}
 run ../../examples/windows/round_trip.js "${runs/True/true}"
+mkdir "$kept/texts"
+printf 'a/nl/b1\xc3\xa4/b0' >"$kept/texts/one.qel"
+printf '{\\rtf1{\\pict 00}b}' >"$kept/texts/two.rtf"
+printf 'b\0\1' >"$kept/texts/three.txt"
+run_in_folder=("$wine" cscript //nologo ../../examples/windows/convert_folder.vbs "$(windows_path "$kept/texts")")
+rows=$("${run_in_folder[@]}" "$(windows_path "$kept/pages")" txt | tr -d '\r' | sort)
+[[ $rows == *'one.qel: nothing dropped'*'three.txt: '*'binary'*'two.rtf: 1 picture dropped' &&
+  $(cat "$kept/pages/one.qel.txt") == $'a\r\nä' && ! -e $kept/pages/three.txt.txt ]] || {
+  printf 'FAILED: a folder of files\n%s\n' "$rows"
+  failed=1
+}
 expect 'its end' '' "${register[@]}" /u "$component"
 expect_clean registration
 
