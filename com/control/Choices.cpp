@@ -4,8 +4,6 @@
 #include <qelcom.h>
 
 #include <algorithm>
-#include <string>
-#include <vector>
 
 #include "com/automation/Errors.h"
 #include "com/automation/TypeLibrary.h"
@@ -15,12 +13,6 @@
 
 namespace qel::com {
 namespace {
-
-/// A value of an enumeration.
-struct Choice {
-  LONG value;
-  std::wstring text;
-};
 
 Choice choice_of(ITypeInfo& enumeration, const VARDESC& value) {
   BSTR help = nullptr;
@@ -56,13 +48,6 @@ Pointer<ITypeInfo> named_type(ITypeInfo& info, DISPID property) {
   return type;
 }
 
-std::vector<Choice> choices_of(DISPID property) {
-  Pointer<ITypeInfo> info;
-  if (FAILED(type_info(__uuidof(IQELTextbox), info.put()))) return {};
-  const Pointer<ITypeInfo> type = named_type(*info, property);
-  return type ? choices_in(*type) : std::vector<Choice>();
-}
-
 LONG value_of_property(IDispatch& control, DISPID property) {
   Value value;
   DISPPARAMS none = {};
@@ -80,6 +65,13 @@ void make(List& list, std::size_t count) {
 
 }  // namespace
 
+std::vector<Choice> choices_of(DISPID property) {
+  Pointer<ITypeInfo> info;
+  if (FAILED(type_info(__uuidof(IQELTextbox), info.put()))) return {};
+  const Pointer<ITypeInfo> type = named_type(*info, property);
+  return type ? choices_in(*type) : std::vector<Choice>();
+}
+
 HRESULT Choices::GetDisplayString(DISPID property, BSTR* text) {
   if (text == nullptr) return E_POINTER;
   *text = nullptr;
@@ -94,10 +86,12 @@ HRESULT Choices::GetDisplayString(DISPID property, BSTR* text) {
   return done == S_OK && *text == nullptr ? S_FALSE : done;
 }
 
-HRESULT Choices::MapPropertyToPage(DISPID /*property*/, CLSID* page) {
+HRESULT Choices::MapPropertyToPage(DISPID property, CLSID* page) {
   if (page == nullptr) return E_POINTER;
-  *page = CLSID_NULL;
-  return PERPROP_E_NOPAGEAVAILABLE;
+  constexpr DISPID font_name = 44;
+  const bool is_on_page = property == font_name;
+  *page = is_on_page ? __uuidof(::QELTextboxPage) : CLSID_NULL;
+  return is_on_page ? S_OK : PERPROP_E_NOPAGEAVAILABLE;
 }
 
 HRESULT Choices::GetPredefinedStrings(DISPID property, CALPOLESTR* texts, CADWORD* cookies) {

@@ -8,6 +8,7 @@
 #include "com/automation/Errors.h"
 #include "com/automation/ListEnumerator.h"
 #include "com/control/CallerString.h"
+#include "com/control/Pages.h"
 #include "com/control/Transfer.h"
 
 namespace qel::com {
@@ -55,7 +56,8 @@ HRESULT Embedding::GetClipboardData(DWORD /*reserved*/, IDataObject** data) {
 }
 
 HRESULT Embedding::DoVerb(LONG verb, LPMSG /*message*/, IOleClientSite* /*site*/, LONG /*index*/,
-                          HWND /*parent*/, LPCRECT /*place*/) {
+                          HWND parent, LPCRECT /*place*/) {
+  if (verb == OLEIVERB_PROPERTIES) return show_properties(whole(), control_.client_site(), parent);
   HRESULT result = S_OK;
   const HRESULT done = guarded(IID_IOleObject, [&] { result = act(verb); });
   return FAILED(done) ? done : result;

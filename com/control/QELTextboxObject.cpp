@@ -22,6 +22,7 @@ void* QELTextboxObject::extra_interface(const IID& id) {
       {IID_IDataObject, static_cast<IDataObject*>(&transfer_)},
       {IID_IQuickActivate, static_cast<IQuickActivate*>(&quick_activation_)},
       {IID_IPerPropertyBrowsing, static_cast<IPerPropertyBrowsing*>(&choices_)},
+      {IID_ISpecifyPropertyPages, static_cast<ISpecifyPropertyPages*>(&pages_)},
       {IID_IPersist, stream},
       {IID_IPersistStreamInit, stream},
       {IID_IPersistStorage, static_cast<IPersistStorage*>(&document_storage_)},

@@ -9,6 +9,7 @@
 #include "com/control/ConnectionContainer.h"
 #include "com/control/Embedding.h"
 #include "com/control/HostedControl.h"
+#include "com/control/Pages.h"
 #include "com/control/QuickActivation.h"
 #include "com/control/Storage.h"
 #include "com/control/Transfer.h"
@@ -422,6 +423,7 @@ class QELTextboxObject final : public Members<QELTextbox, IQELTextbox> {
   View view_{whole(), control_};
   QuickActivation quick_activation_{whole(), control_, connections_, view_};
   Choices choices_{whole(), *this};
+  Pages pages_{whole()};
   Transfer transfer_{whole(), control_};
   StreamStorage stream_storage_{whole(), control_};
   DocumentStorage document_storage_{whole(), control_};

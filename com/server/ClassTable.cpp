@@ -20,20 +20,21 @@
 #include "com/objects/WordObject.h"
 #include "com/objects/cReplaceDataObject.h"
 #include "com/objects/iStyleObject.h"
+#include "com/pages/PropertyPage.h"
 
 namespace qel::com {
 
 namespace {
 
 template <class Row>
-constexpr bool is_control = std::is_same_v<typename Row::Class, QELTextbox>;
-
-template <class Row>
-constexpr bool opens_files = std::is_same_v<typename Row::Class, RTFParser>;
+constexpr ClassKind kind_of() {
+  if (std::is_same_v<typename Row::Class, QELTextbox>) return ClassKind::control;
+  return std::is_same_v<typename Row::Class, RTFParser> ? ClassKind::file_user : ClassKind::object;
+}
 
 template <class Row>
 IUnknown* create(IUnknown* outer) {
-  if constexpr (is_control<Row>) {
+  if constexpr (kind_of<Row>() == ClassKind::control) {
     return (new typename Row::Adapter)->created_for(outer);
   } else {
     return (new typename Row::Adapter(std::make_shared<typename Row::Class>()))->created_for(outer);
@@ -43,7 +44,7 @@ IUnknown* create(IUnknown* outer) {
 template <class Row>
 void list([[maybe_unused]] std::vector<ClassEntry>& entries) {
   if constexpr (Row::is_creatable) {
-    entries.push_back({Row::id(), is_control<Row>, opens_files<Row>, create<Row>});
+    entries.push_back({Row::id(), kind_of<Row>(), create<Row>});
   }
 }
 
@@ -51,6 +52,7 @@ template <class... Rows>
 std::vector<ClassEntry> listed(Table<Rows...> /*classes*/) {
   std::vector<ClassEntry> entries;
   (list<Rows>(entries), ...);
+  entries.push_back({__uuidof(::QELTextboxPage), ClassKind::page, make_property_page});
   return entries;
 }
 

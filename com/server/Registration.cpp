@@ -138,8 +138,7 @@ void add_control(const Key& key) {
   add_category(key, is_control_category);
 }
 
-void add_class(HKEY classes, const ClassEntry& entry, const std::wstring& library) {
-  const ClassName name = name_of(entry.id);
+void add_for_scripts(HKEY classes, const ClassEntry& entry, const ClassName& name) {
   const std::wstring id = text_of(entry.id);
   for (const std::wstring& program : {name.plain(), name.versioned()}) {
     Key(classes, program).put(name.description).key(L"CLSID").put(id);
@@ -147,17 +146,23 @@ void add_class(HKEY classes, const ClassEntry& entry, const std::wstring& librar
   Key(classes, name.plain()).key(L"CurVer").put(name.versioned());
 
   const Key key(classes, class_path(entry.id));
-  key.put(name.description);
-  key.key(L"InprocServer32").put(Module::path()).put(L"Apartment", L"ThreadingModel");
   key.key(L"ProgID").put(name.versioned());
   key.key(L"VersionIndependentProgID").put(name.plain());
-  key.key(L"TypeLib").put(library);
-  key.key(L"Version").put(L"1.0");
   key.key(L"Programmable");
   // The category promises safety to hosts that do not say whom they trust.
-  if (!entry.opens_files) add_category(key, is_safe_for_scripting);
+  if (entry.kind != ClassKind::file_user) add_category(key, is_safe_for_scripting);
   add_category(key, is_safe_for_initialising);
-  if (entry.is_control) add_control(key);
+}
+
+void add_class(HKEY classes, const ClassEntry& entry, const std::wstring& library) {
+  const ClassName name = name_of(entry.id);
+  const Key key(classes, class_path(entry.id));
+  key.put(name.description);
+  key.key(L"InprocServer32").put(Module::path()).put(L"Apartment", L"ThreadingModel");
+  key.key(L"TypeLib").put(library);
+  key.key(L"Version").put(L"1.0");
+  if (entry.kind != ClassKind::page) add_for_scripts(classes, entry, name);
+  if (entry.kind == ClassKind::control) add_control(key);
 }
 
 /// Takes keys out one by one, and raises at the end for what could not be.

@@ -158,7 +158,7 @@ inline std::wstring name_of(ITypeInfo& info, MEMBERID member = MEMBERID_NIL) {
 template <class Visit>
 void each_class(ITypeLib& library, Visit visit) {
   each_type(library, [&](ITypeInfo& info, const TYPEATTR& attributes) {
-    constexpr WORD kinds = TYPEFLAG_FCANCREATE | TYPEFLAG_FCONTROL;
+    constexpr WORD kinds = TYPEFLAG_FCANCREATE | TYPEFLAG_FCONTROL | TYPEFLAG_FHIDDEN;
     if (attributes.typekind == TKIND_COCLASS &&
         (attributes.wTypeFlags & kinds) == TYPEFLAG_FCANCREATE) {
       visit(attributes.guid, name_of(info));

@@ -65,7 +65,7 @@ trap 'unregister; rm -rf "$kept"' EXIT
 expect registration '' "${register[@]}" "$component"
 expect 'registration once more' '' "${register[@]}" "$component"
 registered=$(known HKLM)
-has 13 '^"ThreadingModel"="Apartment"$'
+has 14 '^"ThreadingModel"="Apartment"$'
 has 13 'QEL\.[A-Za-z]+\\CurVer\]$'
 has 1 '\\\{B18FA04F-[-0-9A-F]+\}\\Control\]$'
 has 1 'Categories\\\{40FC6ED4-[-0-9A-F]+\}\]$'
@@ -97,7 +97,7 @@ expect_clean registration
 
 expect 'registration for a user' '' "${register[@]}" "${for_user[@]}"
 registered=$(known HKCU)
-has 13 '^"ThreadingModel"="Apartment"$'
+has 14 '^"ThreadingModel"="Apartment"$'
 registered=$(known HKLM)
 has 0 'QEL\.QELTextbox'
 expect 'its end' '' "${register[@]}" /u "${for_user[@]}"

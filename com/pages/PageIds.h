@@ -1,0 +1,40 @@
+#pragma once
+
+// The numbers of the property page's controls, for its resource as well.
+
+#define QEL_PAGE 200
+
+#define QEL_PAGE_REVEAL_CODES 201
+#define QEL_PAGE_LOSSLESS 202
+#define QEL_PAGE_RECOGNIZE_CRLF 203
+#define QEL_PAGE_RECOGNIZE_TABS 204
+#define QEL_PAGE_NL_TO_SPACE 205
+#define QEL_PAGE_TABS_TO_SPACE 206
+#define QEL_PAGE_PASTE_TEXT_ONLY 207
+
+#define QEL_PAGE_FONT_NAME 211
+#define QEL_PAGE_FONT_SIZE 212
+#define QEL_PAGE_BACK_COLOR 213
+#define QEL_PAGE_FORE_COLOR 214
+#define QEL_PAGE_IGNORE_COLOR 215
+#define QEL_PAGE_HIDE_COLOR 216
+#define QEL_PAGE_NOTE_COLOR 217
+// What shows a colour has the number of its button and this.
+#define QEL_PAGE_SWATCH 40
+
+#define QEL_PAGE_ENABLED 221
+#define QEL_PAGE_ALLOW_EDITS 222
+#define QEL_PAGE_TAB_STOP 223
+#define QEL_PAGE_MULTILINE 224
+#define QEL_PAGE_ACT_ON_STYLES 225
+#define QEL_PAGE_ACT_ON_FONTS 226
+#define QEL_PAGE_ACT_ON_COLORS 227
+#define QEL_PAGE_ACT_ON_PLAIN 228
+#define QEL_PAGE_SHIFT_F2 229
+#define QEL_PAGE_BORDER_STYLE 231
+#define QEL_PAGE_SCROLL_BARS 232
+#define QEL_PAGE_XP_THEME 233
+#define QEL_PAGE_DRAG_MODE 234
+#define QEL_PAGE_DROP_MODE 235
+
+#define QEL_PAGE_PREVIEW 241
