@@ -54,3 +54,14 @@ install(EXPORT QELTargets NAMESPACE QEL:: DESTINATION "${package_dir}")
 install(FILES "${PROJECT_BINARY_DIR}/QELConfig.cmake" "${PROJECT_BINARY_DIR}/QELConfigVersion.cmake"
         DESTINATION "${package_dir}")
 install(FILES LICENSE DESTINATION "${CMAKE_INSTALL_DOCDIR}")
+
+# Builds what is installed, and nothing else. Other folders add to it.
+function(qel_add_installed_target)
+  add_custom_target(qel_installed)
+  foreach(target IN ITEMS qel qel_html qel_capi qel_qt qelcom qel_program qelforms)
+    if(TARGET ${target})
+      add_dependencies(qel_installed ${target})
+    endif()
+  endforeach()
+endfunction()
+cmake_language(DEFER CALL qel_add_installed_target)

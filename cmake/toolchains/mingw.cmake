@@ -19,15 +19,22 @@ set(CMAKE_FIND_ROOT_PATH_MODE_LIBRARY ONLY)
 set(CMAKE_FIND_ROOT_PATH_MODE_INCLUDE ONLY)
 set(CMAKE_FIND_ROOT_PATH_MODE_PACKAGE ONLY)
 
+# What is built is the same whenever and wherever it is built, and imports the system's libraries
+# only.
+cmake_path(GET CMAKE_CURRENT_LIST_DIR PARENT_PATH root)
+cmake_path(GET root PARENT_PATH root)
+set(flags "-ffile-prefix-map=${root}=.")
+set(linking "-static -Wl,--no-insert-timestamp")
+
 # Every Windows that is still cared for runs on processors with SSE2, which numbers are computed by
 # on 64 bits, too. Hosts do not align the stack for it.
 if(QEL_MINGW_ARCH STREQUAL i686)
-  set(CMAKE_CXX_FLAGS_INIT "-msse2 -mfpmath=sse -mstackrealign")
+  string(APPEND flags " -msse2 -mfpmath=sse -mstackrealign")
 endif()
 
-# What is built imports the system's libraries only.
-set(CMAKE_EXE_LINKER_FLAGS_INIT -static)
-set(CMAKE_SHARED_LINKER_FLAGS_INIT -static)
+set(CMAKE_C_FLAGS_INIT "${flags}")
+set(CMAKE_CXX_FLAGS_INIT "${flags}")
+set(CMAKE_EXE_LINKER_FLAGS_INIT "${linking}")
+set(CMAKE_SHARED_LINKER_FLAGS_INIT "${linking}")
 
-cmake_path(SET root NORMALIZE "${CMAKE_CURRENT_LIST_DIR}/../..")
 set(CMAKE_CROSSCOMPILING_EMULATOR "${root}/scripts/wine")

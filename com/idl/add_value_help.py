@@ -1,4 +1,5 @@
-"""Adds the help strings of enumeration values to a type library, since widl does not write them.
+"""Adds the help strings of enumeration values to a type library, since widl does not write them,
+and takes out when it was made, so that it is the same each time.
 
 Usage: add_value_help.py SOURCE.idl LIBRARY.tlb    changes the library in place
 
@@ -55,6 +56,12 @@ class Library:
         self.strings_added += entry + b"W" * (-len(entry) % 4)
         return offset
 
+    def forget_time(self):
+        """It is in a text, and behind that in a number of seconds."""
+        made = re.search(rb"Created by WIDL \D+[0-9.]+ at (.{24})\nW*\x13\0(.{4})", self.data, re.DOTALL)
+        self.data[made.start(1) : made.end(1)] = b"Thu Jan  1 00:00:00 1970"
+        self.data[made.start(2) : made.end(2)] = bytes(4)
+
     def add_help(self, texts):
         for description in self.descriptions:
             if self.number(description) & 0xF == ENUMERATION:
@@ -98,6 +105,7 @@ def main():
         texts = dict(re.findall(r'VALUE\((\w+), \d+, "([^"]*)"\)', file.read()))
     with open(library, "rb") as file:
         described = Library(file.read())
+    described.forget_time()
     described.add_help(texts)
     with open(library, "wb") as file:
         file.write(described.written())
