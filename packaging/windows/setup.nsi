@@ -248,6 +248,7 @@ Section
 
   SetOutPath "$INSTDIR"
   WriteUninstaller "$INSTDIR\uninstall.exe"
+  WriteINIStr "$INSTDIR\uninstall.ini" QEL scope $scope
   WriteRegStr SHCTX "${LIST_KEY}" DisplayName "QEL"
   WriteRegStr SHCTX "${LIST_KEY}" DisplayVersion "${VERSION}"
   WriteRegStr SHCTX "${LIST_KEY}" Publisher "${COMPANY}"
@@ -265,11 +266,7 @@ SectionEnd
 ; --- Removing
 
 Function un.onInit
-  StrCpy $scope user
-  ReadRegStr $0 HKLM "${LIST_KEY}" InstallLocation
-  ${If} $0 == $INSTDIR
-    StrCpy $scope machine
-  ${EndIf}
+  ReadINIStr $scope "$INSTDIR\uninstall.ini" QEL scope
   Call un.set_scope
 FunctionEnd
 
@@ -284,6 +281,7 @@ Section Uninstall
   DeleteRegKey SHCTX "${LIST_KEY}"
   SetOutPath "$TEMP"
   !insertmacro RemoveFiles
+  Delete "$INSTDIR\uninstall.ini"
   Delete "$INSTDIR\uninstall.exe"
   RMDir /REBOOTOK "$INSTDIR"
 SectionEnd

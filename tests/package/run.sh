@@ -78,9 +78,9 @@ installed() {
 }
 expect_version() { [[ $(installed "$1") == "$2" ]] || fail "$1: $(installed "$1") is listed, not $2"; }
 expect_files() {
-  diff -r --exclude=uninstall.exe "$name" "$folder" >output || { fail "$folder differs" && cat output; }
+  diff -r --exclude=uninstall.* "$name" "$folder" >output || { fail "$folder differs" && cat output; }
 }
-# remove: its uninstaller goes on in a copy of itself.
+# remove: what is in $folder; its uninstaller goes on in a copy of itself.
 remove() {
   "$wine" "$folder/uninstall.exe" /S
   for ((i = 0; i < 300; i++)); do
@@ -90,6 +90,12 @@ remove() {
   fail "$folder is still there"
 }
 
+for_all="$drive/Program Files/QEL"
+for_user=$drive/users/$(id -un)/AppData/Local/Programs/QEL
+for folder in "$for_all" "$for_user"; do
+  [[ ! -e $folder ]] || remove
+done
+
 cat >sign <<'END'
 #!/bin/sh
 [ -s "$1" ] && echo signed >>"$(dirname "$0")/signatures"
@@ -97,18 +103,15 @@ END
 chmod +x sign
 cp -r "$name" older && echo old >older/x64/bin/of_old.dll
 export SOURCE_DATE_EPOCH=${SOURCE_DATE_EPOCH:-1}
-QEL_SIGN=$work/sign "$root/scripts/package-windows" --setup older 0.0.9 "$work/older-qel.exe"
+QEL_SIGN=$work/sign "$root/scripts/package-windows" --setup "$work/older" 0.0.9 "$work/older-qel.exe"
 [[ $(grep -c signed signatures) == 2 ]] || fail 'the installer and its uninstaller are not signed'
 
 round_trip=$(windows_path "$work/$name/examples/windows/round_trip.vbs")
 "$wine" cscript //nologo "$round_trip" >/dev/null 2>&1 # the system registers what scripts use
 snapshot >before
 for scope in /AllUsers /CurrentUser; do
-  hive=HKLM folder="$drive/Program Files/QEL"
-  if [[ $scope == /CurrentUser ]]; then
-    hive=HKCU folder=$(echo "$drive"/users/*/AppData/Local)/Programs/QEL
-    folder=${folder/Public\//}
-  fi
+  hive=HKLM folder=$for_all
+  [[ $scope == /AllUsers ]] || hive=HKCU folder=$for_user
   expect 0 "$wine" older-qel.exe /S $scope
   expect_version $hive 0.0.9
   expect 0 "$wine" "$setup" /S
@@ -129,8 +132,8 @@ for scope in /AllUsers /CurrentUser; do
   remove
   snapshot | diff before - >output || { fail "something of $scope is left" && cat output; }
 done
-elsewhere=$work/else\ where folder=$elsewhere
-expect 0 "$wine" "$setup" /S "/D=$(windows_path "$elsewhere")"
+folder="$work/else where"
+expect 0 "$wine" "$setup" /S "/D=$(windows_path "$work/else")" where # a blank without quotes
 expect_files
 remove
 cd / && rm -rf "$work"
