@@ -5,6 +5,15 @@ include(CMakePackageConfigHelpers)
 set(package_dir "${CMAKE_INSTALL_LIBDIR}/cmake/QEL")
 set(pkgconfig_dir "${CMAKE_INSTALL_LIBDIR}/pkgconfig")
 
+# The parser of HTML, where it is not a part of the reader.
+set(QEL_html_needs_gumbo FALSE)
+set(QEL_HTML_PC_PRIVATE)
+if(NOT TARGET qel_gumbo)
+  set(QEL_HTML_PC_PRIVATE gumbo)
+  if(NOT BUILD_SHARED_LIBS)
+    set(QEL_html_needs_gumbo TRUE)
+  endif()
+endif()
 configure_package_config_file(cmake/QELConfig.cmake.in "${PROJECT_BINARY_DIR}/QELConfig.cmake"
                               INSTALL_DESTINATION "${package_dir}")
 write_basic_package_version_file("${PROJECT_BINARY_DIR}/QELConfigVersion.cmake"
