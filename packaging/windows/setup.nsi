@@ -80,15 +80,19 @@ Page custom ask_scope leave_scope
   ${EndIf}
 !macroend
 
-; RunRegistration SYSTEM-FOLDER OPTION DLL: $0 becomes 0, or what went wrong. A system that cannot
-; run 32-bit programs at all has no use for their component.
+; RunRegistration SYSTEM-FOLDER OPTION DLL: $0 becomes 0, or what went wrong. There is nothing to do
+; for a file that is missing, nor on a system that cannot run 32-bit programs at all.
 !macro RunRegistration folder option dll
-  ClearErrors
-  ExecWait '"${folder}\regsvr32.exe" /s ${option} $for_user "$INSTDIR\${dll}"' $0
-  ${If} ${Errors}
-    StrCpy $0 "cannot run"
+  StrCpy $0 0
+  ${If} ${FileExists} "${folder}\regsvr32.exe"
+  ${AndIf} ${FileExists} "$INSTDIR\${dll}"
+    ClearErrors
+    ExecWait '"${folder}\regsvr32.exe" /s ${option} $for_user "$INSTDIR\${dll}"' $0
+    ${If} ${Errors}
+      StrCpy $0 "no program"
+    ${EndIf}
+    DetailPrint "regsvr32 ${option} $for_user ${dll}: $0"
   ${EndIf}
-  DetailPrint "${dll}: regsvr32 ${option} gives $0"
 !macroend
 
 !macro SetScope prefix
@@ -235,15 +239,11 @@ Section
     Call give_up
   ${EndIf}
   !insertmacro RunRegistration "$SYSDIR" "" "x64\bin\qelcom.dll"
+  ${If} $0 == 0
+    !insertmacro RunRegistration "$WINDIR\SysWOW64" "" "x86\bin\qelcom.dll"
+  ${EndIf}
   ${If} $0 != 0
     Call give_up
-  ${EndIf}
-  ${If} ${FileExists} "$INSTDIR\x86\bin\qelcom.dll"
-    !insertmacro RunRegistration "$WINDIR\SysWOW64" "" "x86\bin\qelcom.dll"
-    ${If} $0 != 0
-    ${AndIf} $0 != "cannot run"
-      Call give_up
-    ${EndIf}
   ${EndIf}
 
   SetOutPath "$INSTDIR"
@@ -272,7 +272,9 @@ FunctionEnd
 
 Section Uninstall
   !insertmacro RunRegistration "$WINDIR\SysWOW64" /u "x86\bin\qelcom.dll"
-  !insertmacro RunRegistration "$SYSDIR" /u "x64\bin\qelcom.dll"
+  ${If} $0 == 0
+    !insertmacro RunRegistration "$SYSDIR" /u "x64\bin\qelcom.dll"
+  ${EndIf}
   ${If} $0 != 0
     SetErrorLevel 2
     Abort "The component is still registered: the rights to change that are missing."

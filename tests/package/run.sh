@@ -3,6 +3,7 @@
 # installer installs, repairs, upgrades and removes it, for the machine and for a user, and leaves
 # nothing. Runs under Wine; what takes 32-bit programs only where Wine runs them.
 # Usage: run.sh FOLDER VERSION
+# QEL_WINE_DIR is the folder of Wine's drive, as for scripts/wine.
 set -uo pipefail
 
 root=$(cd "$(dirname "${BASH_SOURCE[0]}")/../.." && pwd)
@@ -90,6 +91,7 @@ remove() {
   fail "$folder is still there"
 }
 
+script_of_32=$drive/windows/syswow64/cscript.exe
 for_all="$drive/Program Files/QEL"
 for_user=$drive/users/$(id -un)/AppData/Local/Programs/QEL
 for folder in "$for_all" "$for_user"; do
@@ -107,7 +109,9 @@ QEL_SIGN=$work/sign "$root/scripts/package-windows" --setup "$work/older" 0.0.9 
 [[ $(grep -c signed signatures) == 2 ]] || fail 'the installer and its uninstaller are not signed'
 
 round_trip=$(windows_path "$work/$name/examples/windows/round_trip.vbs")
-"$wine" cscript //nologo "$round_trip" >/dev/null 2>&1 # the system registers what scripts use
+for script in cscript "$script_of_32"; do
+  "$wine" "$script" //nologo "$round_trip" >/dev/null 2>&1 # the system registers what scripts use
+done
 snapshot >before
 for scope in /AllUsers /CurrentUser; do
   hive=HKLM folder=$for_all
@@ -126,6 +130,10 @@ for scope in /AllUsers /CurrentUser; do
   if [[ $hive == HKLM ]]; then
     expect 0 "$wine" cscript //nologo "$round_trip"
     grep -q 'world: True' output || fail 'a script cannot use it'
+    if [[ -e $script_of_32 ]]; then
+      expect 0 "$wine" "$script_of_32" //nologo "$round_trip"
+      grep -q 'world: True' output || fail 'a 32-bit script cannot use it'
+    fi
   fi
   expect 3 "$wine" older-qel.exe /S
   expect_version $hive "$2"
