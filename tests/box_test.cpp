@@ -155,7 +155,7 @@ TEST_F(HostileHost, PutsBreaksThatAreNone) {
 
 TEST_F(HostileHost, InsertsForDays) {
   box->put_Text(u"");
-  constexpr int insertions = 200'000;
+  constexpr int insertions = 300'000;
   for (int i = 0; i < insertions; ++i) box->put_SelText(u"x");
   for (int i = 0; i < insertions; ++i) box->undo();
   EXPECT_FALSE(box->can_undo());

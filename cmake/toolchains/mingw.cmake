@@ -1,5 +1,5 @@
 # Builds for Windows with MinGW-w64 from Debian; QEL_MINGW_ARCH names the processor. Tests and
-# scripts run under Wine (scripts/wine).
+# scripts run under Wine (scripts/wine, scripts/wine32).
 
 set(QEL_MINGW_ARCH x86_64 CACHE STRING "x86_64 or i686")
 list(APPEND CMAKE_TRY_COMPILE_PLATFORM_VARIABLES QEL_MINGW_ARCH)
@@ -37,4 +37,8 @@ set(CMAKE_CXX_FLAGS_INIT "${flags}")
 set(CMAKE_EXE_LINKER_FLAGS_INIT "${linking}")
 set(CMAKE_SHARED_LINKER_FLAGS_INIT "${linking}")
 
-set(CMAKE_CROSSCOMPILING_EMULATOR "${root}/scripts/wine")
+if(QEL_MINGW_ARCH STREQUAL i686)
+  set(CMAKE_CROSSCOMPILING_EMULATOR "${root}/scripts/wine32")
+else()
+  set(CMAKE_CROSSCOMPILING_EMULATOR "${root}/scripts/wine")
+endif()

@@ -1,7 +1,7 @@
 #!/usr/bin/env bash
 # Registers the component, runs scripts and examples against it, and expects the registry to know
 # nothing of it at the end. A script ends with a line of its own, since one that breaks off says nothing.
-# Usage: scripts.sh WINE COMPONENT EXAMPLE
+# Usage: scripts.sh WINE COMPONENT EXAMPLE BITS
 set -uo pipefail
 
 windows_path() { echo "Z:${1//\//\\}"; }
@@ -71,7 +71,7 @@ has 1 '\\\{B18FA04F-[-0-9A-F]+\}\\Control\]$'
 has 1 'Categories\\\{40FC6ED4-[-0-9A-F]+\}\]$'
 has 25 'Categories\\\{7DD9580[12]-[-0-9A-F]+\}\]$'
 has 1 '\\\{B18FA04F-[-0-9A-F]+\}\\MiscStatus\\1\]$'
-has 1 'Classes\\Type[Ll]ib\\\{B18FA000-[-0-9A-F]+\}\\1\.0\\0\\win(32|64)\]$'
+has 1 'Classes\\Type[Ll]ib\\\{B18FA000-[-0-9A-F]+\}\\1\.0\\0\\win'"$4"'\]$'
 registered=$(known HKCU)
 has 0 .
 run automation.js ' rows, 0 failed'

@@ -70,15 +70,17 @@ class FailingCanvas final : public Called {
     if (failure_ == DISP_E_EXCEPTION) {
       exception->wCode = 1234;
       exception->bstrSource = SysAllocString(L"Canvas");
-      exception->pfnDeferredFillIn = [](EXCEPINFO* late) -> HRESULT {
-        late->bstrDescription = SysAllocString(L"no \u20AC pen");
-        return S_OK;
-      };
+      exception->pfnDeferredFillIn = describe;
     }
     return failure_;
   }
 
  private:
+  static HRESULT STDMETHODCALLTYPE describe(EXCEPINFO* exception) {
+    exception->bstrDescription = SysAllocString(L"no \u20AC pen");
+    return S_OK;
+  }
+
   HRESULT failure_;
 };
 
