@@ -17,8 +17,12 @@ else()
 endif()
 
 if(CMAKE_UNITY_BUILD)
-  # A name of one source may hide that of another.
-  add_compile_options(-Wno-shadow)
+  # A name of one source may hide that of another, and a source is a header to GCC.
+  if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
+    add_compile_options(-Wno-shadow -Wshadow=local -Wno-subobject-linkage)
+  else()
+    add_compile_options(-Wno-shadow)
+  endif()
 endif()
 
 if(QEL_SANITIZE)
