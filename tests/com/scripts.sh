@@ -62,6 +62,10 @@ echo 'WScript.Quit(0)' >"$kept/first.js"
 (classes HKLM && classes HKCU) >"$kept/before"
 trap 'unregister; rm -rf "$kept"' EXIT
 
+# Its manifest alone is enough.
+examples=$(dirname "$example")
+expect container.cpp '/b1Dear Anna/b0' "$wine" "$examples/windows_container.exe" 'Dear Anna'
+
 expect registration '' "${register[@]}" "$component"
 expect 'registration once more' '' "${register[@]}" "$component"
 registered=$(known HKLM)
@@ -79,6 +83,8 @@ run automation.vbs ' rows, 0 failed'
 runs=$'Hello /b1world/b0/nl\nHello : False\nworld: True'
 run ../../examples/windows/round_trip.vbs "$runs"
 expect host.cpp "$runs" "$wine" "$example"
+expect arguments.cpp $'/b1abc/b0def, 12 characters\n/b1a/b0\n/b1b/b0
+error 6 from QELText: MidStr: a number is too large' "$wine" "$examples/example_windows_arguments.exe"
 runs=${runs/False/false}
 run ../../examples/windows/round_trip.js "${runs/True/true}"
 mkdir "$kept/texts"
