@@ -2,9 +2,9 @@
 
 #include <algorithm>
 #include <array>
-#include <filesystem>
 #include <thread>
 
+#include "Paths.h"
 #include "System.h"
 #include "WindowsConsole.h"
 #include "WindowsNames.h"
@@ -76,6 +76,14 @@ bool lock(HANDLE handle) {
   return LockFileEx(handle, LOCKFILE_EXCLUSIVE_LOCK | LOCKFILE_FAIL_IMMEDIATELY, 0, 1, 0, &place);
 }
 
+/// A path as users write it.
+std::string without_prefix(std::string_view path) {
+  constexpr std::string_view share = R"(\\?\UNC\)";
+  constexpr std::string_view drive = R"(\\?\)";
+  if (path.starts_with(share)) return R"(\\)" + std::string(path.substr(share.size()));
+  return std::string(path.substr(path.starts_with(drive) ? drive.size() : 0));
+}
+
 /// Calls `visit` for each that fits the pattern.
 template <class Visit>
 std::error_code find_files(const std::wstring& pattern, Visit visit) {
@@ -104,16 +112,12 @@ Status status_of(const std::string& path) {
 }
 
 std::string without_links(const std::string& path) {
-  const DWORD attributes = GetFileAttributesW(native(path).c_str());
-  if (attributes == INVALID_FILE_ATTRIBUTES || (attributes & FILE_ATTRIBUTE_REPARSE_POINT) == 0) {
-    return path;
-  }
   const OpenHandle file(path, FILE_READ_ATTRIBUTES, FILE_FLAG_BACKUP_SEMANTICS);
   if (!file.is_open()) return path;
   std::wstring target(32768, L'\0');
   target.resize(GetFinalPathNameByHandleW(file.get(), target.data(),
                                           static_cast<DWORD>(target.size()), FILE_NAME_NORMALIZED));
-  return target.empty() ? path : to_narrow(target);
+  return target.empty() ? path : without_prefix(to_narrow(target));
 }
 
 std::vector<Entry> entries_of(const std::string& folder, std::error_code& error) {
@@ -129,7 +133,7 @@ std::error_code create_folders(const std::string& path) {
   const Kind kind = status_of(path).kind;
   if (kind == Kind::folder) return {};
   if (kind != Kind::none) return std::make_error_code(std::errc::not_a_directory);
-  const std::string parent = std::filesystem::path(path).parent_path().string();
+  const std::string parent = to_text(to_path(path).parent_path());
   if (parent != path) {
     if (const std::error_code error = create_folders(parent)) return error;
   }

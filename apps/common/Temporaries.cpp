@@ -1,9 +1,10 @@
 #include "Temporaries.h"
 
-#include <filesystem>
 #include <mutex>
 #include <set>
 #include <string_view>
+
+#include "Paths.h"
 
 namespace qel::command::temporaries {
 namespace {
@@ -24,7 +25,7 @@ Registry& registry() {
 }
 
 std::string folder_of(const std::string& path) {
-  const std::string folder = std::filesystem::path(path).parent_path().string();
+  const std::string folder = to_text(to_path(path).parent_path());
   return folder.empty() ? "." : folder;
 }
 

@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <atomic>
 #include <exception>
-#include <filesystem>
 #include <map>
 #include <memory>
 #include <new>
@@ -12,6 +11,7 @@
 #include <utility>
 
 #include "Files.h"
+#include "Paths.h"
 #include "Progress.h"
 #include "System.h"
 #include "UsageError.h"
@@ -21,15 +21,14 @@
 namespace qel::command {
 namespace {
 
-namespace fs = std::filesystem;
-
 std::string output_in(const std::string& folder, const InputPath& file,
                       convert::OutputFormat format) {
-  std::string name = fs::path(file.path).stem().string();
+  std::string name = to_text(to_path(file.path).stem());
   if (file.path == "-" || name.empty()) {
     throw UsageError("'" + file.path + "' has no name that a file in a folder could get; use -o");
   }
-  return (fs::path(folder) / file.below / name.append(convert::extension_of(format))).string();
+  return to_text(to_path(folder) / to_path(file.below) /
+                 to_path(name.append(convert::extension_of(format))));
 }
 
 [[noreturn]] void refuse_both(const std::string& one, const std::string& other,

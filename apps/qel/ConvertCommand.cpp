@@ -2,13 +2,13 @@
 
 #include <algorithm>
 #include <cstddef>
-#include <filesystem>
 #include <set>
 #include <system_error>
 #include <thread>
 
 #include "Files.h"
 #include "Numbers.h"
+#include "Paths.h"
 #include "System.h"
 #include "UsageError.h"
 
@@ -45,7 +45,7 @@ auto format_of(const std::optional<std::string>& name, Find find, const std::str
 void create_folders_of(const std::vector<Task>& tasks) {
   std::set<std::string> folders;
   for (const Task& task : tasks) {
-    folders.insert(std::filesystem::path(task.output).parent_path().string());
+    folders.insert(to_text(to_path(task.output).parent_path()));
   }
   for (const std::string& folder : folders) {
     const std::error_code error = system::create_folders(folder);

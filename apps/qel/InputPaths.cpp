@@ -8,27 +8,26 @@
 #include <utility>
 
 #include "Files.h"
+#include "Paths.h"
 #include "System.h"
 #include "qel/convert/Formats.h"
 
 namespace qel::command {
 namespace {
 
-namespace fs = std::filesystem;
-
 class Search {
  public:
-  Search(std::string root, const FolderSearch& options)
+  Search(const std::string& root, const FolderSearch& options)
       : options_(options),
-        root_(std::move(root)),
+        root_(to_path(root)),
         output_folder_(system::status_of(options.output_folder)) {}
 
   std::vector<InputPath> files() && {
     folders_ = {{}};
     while (!folders_.empty()) {
-      const fs::path below = std::move(folders_.back());
+      const std::filesystem::path below = std::move(folders_.back());
       folders_.pop_back();
-      const std::string folder = below.empty() ? root_.string() : (root_ / below).string();
+      const std::string folder = to_text(below.empty() ? root_ : root_ / below);
       std::error_code error;
       for (const system::Entry& entry : system::entries_of(folder, error)) visit(entry, below);
       if (error) throw FileError("cannot read " + folder + ": " + error.message());
@@ -39,14 +38,15 @@ class Search {
   }
 
  private:
-  void visit(const system::Entry& entry, const fs::path& below) {
+  void visit(const system::Entry& entry, const std::filesystem::path& below) {
     if (entry.is_hidden) return;
-    const std::string path = (root_ / below / entry.name).string();
+    const std::filesystem::path name = to_path(entry.name);
+    const std::string path = to_text(root_ / below / name);
     if (entry.kind == system::Kind::folder) {
-      if (!entry.is_link && !is_output_folder(path)) folders_.push_back(below / entry.name);
+      if (!entry.is_link && !is_output_folder(path)) folders_.push_back(below / name);
     } else if (entry.kind != system::Kind::other &&
                (options_.takes_any_file || convert::input_format_of_file(path))) {
-      files_.push_back({path, below.string()});
+      files_.push_back({path, to_text(below)});
     }
   }
 
@@ -56,9 +56,9 @@ class Search {
   }
 
   const FolderSearch& options_;
-  fs::path root_;
+  std::filesystem::path root_;
   system::Status output_folder_;
-  std::vector<fs::path> folders_;  // to look into, below the root
+  std::vector<std::filesystem::path> folders_;  // to look into, below the root
   std::vector<InputPath> files_;
 };
 

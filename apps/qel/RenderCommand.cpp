@@ -3,11 +3,11 @@
 #include <algorithm>
 #include <array>
 #include <cctype>
-#include <filesystem>
 #include <memory>
 
 #include "Files.h"
 #include "Numbers.h"
+#include "Paths.h"
 #include "UsageError.h"
 #include "qel/text/TextAndFormatting.h"
 
@@ -23,7 +23,7 @@ constexpr const char* render_examples = R"(Examples:
 void refuse_other_pictures(const std::string& path) {
   constexpr std::array others = {".png", ".jpg",  ".jpeg", ".gif", ".webp", ".bmp",
                                  ".tif", ".tiff", ".pdf",  ".eps", ".ps",   ".emf"};
-  std::string extension = std::filesystem::path(path).extension().string();
+  std::string extension = to_text(to_path(path).extension());
   std::transform(extension.begin(), extension.end(), extension.begin(),
                  [](unsigned char letter) { return static_cast<char>(std::tolower(letter)); });
   if (std::find(others.begin(), others.end(), extension) == others.end()) return;

@@ -81,7 +81,7 @@ sed 's,/b[01],,g' many.csv >expected.csv
 "$qel" convert --csv n --to text <many.csv | cmp - expected.csv || fail "values: not the records in their order"
 gives "a closed pipe" $'{"i":0,"n":"note 0"}\n' \
   bash -c "set -o pipefail; { $qel convert many.jsonl --json-lines n --to text | head -n 1; } 2>&1"
-if command -v script >/dev/null; then
+if is_native && command -v script >/dev/null; then
   script -qec "$qel convert --json-lines n --to text <many.jsonl >got.jsonl" /dev/null >terminal
   grep -q '\[[#.]*\] [0-9]* records, [0-9]*/s' terminal || fail "no progress on a terminal"
 fi

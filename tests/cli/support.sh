@@ -8,6 +8,9 @@ trap 'rm -rf "$work"' EXIT
 cd "$work" || exit
 failures=0
 
+# Whether the program is one of this system, not one that runs under Wine.
+is_native() { [[ ! -e ${qel:-}.exe ]]; }
+
 fail() {
   printf 'FAILED: %s\n' "$@"
   failures=$((failures + 1))
@@ -28,6 +31,7 @@ breaks() {
   local status=$1 message=$2 got=0
   shift 2
   "$@" >/dev/null 2>"$work/.err" || got=$?
+  is_native || sed -i 's,\\,/,g' "$work/.err"
   [[ $got == "$status" ]] || fail "$*: exit status $got instead of $status"
   [[ $(wc -l <"$work/.err") == 1 ]] || fail "$*: not one line on stderr: $(cat "$work/.err")"
   grep -qF -- "$message" "$work/.err" || fail "$*: no '$message' in: $(cat "$work/.err")"
