@@ -273,7 +273,8 @@ void EditorWindow::paint_after(const MSG& message) {
                        (message.message == WM_KEYUP && GetKeyState(VK_SHIFT) >= 0);
   if (!selects) return;
   guarded([this] {
-    bar_->brush().paint(*box_);
+    FormatBrush& brush = bar_->brush();
+    if (brush.paint(*box_) && brush.state() == FormatBrush::State::once) brush.end();
     return S_OK;
   });
 }

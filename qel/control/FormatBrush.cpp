@@ -10,12 +10,12 @@ void FormatBrush::begin(const platform::RichEdit& box, State state) {
   state_ = state;
 }
 
-void FormatBrush::paint(platform::RichEdit& box) {
+bool FormatBrush::paint(platform::RichEdit& box) {
   const platform::Range selection = box.selection();
-  if (!is_on() || selection.length == 0 || selection == taken_from_) return;
+  if (!is_on() || selection.length == 0 || selection == taken_from_) return false;
   taken_from_ = selection;
-  if (state_ == State::once) end();
   box.change_format(format_);
+  return true;
 }
 
 }  // namespace qel

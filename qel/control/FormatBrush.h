@@ -16,8 +16,9 @@ class FormatBrush {
   /// Takes the format of the selection that there is now.
   void begin(const platform::RichEdit& box, State state);
   void end() { state_ = State::off; }
-  /// Gives it to the selection, if that is another one. Call this when the user has selected.
-  void paint(platform::RichEdit& box);
+  /// Gives it to the selection; returns false where that is none, or the one that it was taken
+  /// from or given to last. For the moments when a user has selected something.
+  bool paint(platform::RichEdit& box);
 
  private:
   State state_ = State::off;

@@ -168,7 +168,7 @@ bool FormatBar::eventFilter(QObject* watched, QEvent* event) {
   const bool is_second_click =
       event->type() == QEvent::MouseButtonDblClick && button == button_of(brush_);
   if (is_second_click) {
-    painter_->begin(FormatPainter::State::until_escape);
+    painter_->begin(FormatPainter::State::until_ended);
     return true;
   }
   return QToolBar::eventFilter(watched, event);

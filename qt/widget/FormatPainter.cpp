@@ -18,20 +18,15 @@ bool ends_selecting(const QKeyEvent& released) {
 
 void FormatPainter::begin(State state) {
   if (!actions_.may_format()) return;
-  const platform::RichEdit& box = *actions_.box()->control().CurrentRichTextBox();
-  static_cast<richtext::FormatFields&>(format_) = box.format();
-  // Users do not choose sizes.
-  format_.size.reset();
-  taken_from_ = box.selection();
-  if (state_ == State::off) qApp->installEventFilter(this);
-  state_ = state;
+  if (!brush_.is_on()) qApp->installEventFilter(this);
+  brush_.begin(*actions_.box()->control().CurrentRichTextBox(), state);
   emit state_changed();
 }
 
 void FormatPainter::end() {
-  if (state_ == State::off) return;
+  if (!brush_.is_on()) return;
   qApp->removeEventFilter(this);
-  state_ = State::off;
+  brush_.end();
   emit state_changed();
 }
 
@@ -58,17 +53,13 @@ bool FormatPainter::eventFilter(QObject* watched, QEvent* event) {
 }
 
 void FormatPainter::paint() {
-  if (state_ == State::off) return;
+  if (!brush_.is_on()) return;
   if (!actions_.may_format()) {
     end();
     return;
   }
   const auto box = actions_.box()->control().CurrentRichTextBox();
-  const platform::Range selection = box->selection();
-  if (selection.length == 0 || selection == taken_from_) return;
-  box->change_format(format_);
-  taken_from_ = selection;
-  if (state_ == State::once) end();
+  if (brush_.paint(*box) && state() == State::once) end();
 }
 
 }  // namespace qel::qt

@@ -1,9 +1,8 @@
 #pragma once
 
 #include <QObject>
-#include <cstdint>
 
-#include "qel/platform/RichEdit.h"
+#include "qel/control/FormatBrush.h"
 #include "qt/widget/FormatActions.h"
 
 namespace qel::qt {
@@ -13,12 +12,12 @@ class FormatPainter : public QObject {
   Q_OBJECT
 
  public:
-  enum class State : std::uint8_t { off, once, until_escape };
+  using State = FormatBrush::State;
 
   /// Works in the box of the actions, which must outlive this.
   explicit FormatPainter(FormatActions& actions) : actions_(actions) {}
 
-  State state() const { return state_; }
+  State state() const { return brush_.state(); }
   /// Takes the format of the selection that there is now.
   void begin(State state);
   void end();
@@ -33,9 +32,7 @@ class FormatPainter : public QObject {
   void paint();
 
   FormatActions& actions_;
-  State state_ = State::off;
-  richtext::FormatChange format_;
-  platform::Range taken_from_;
+  FormatBrush brush_;
 };
 
 }  // namespace qel::qt
