@@ -1,5 +1,6 @@
 #include "windows/EditorMenu.h"
 
+#include <cstdint>
 #include <optional>
 
 #include "windows/Text.h"
@@ -23,6 +24,32 @@ MENUITEMINFOW item_info(HMENU menu, int place) {
   info.fMask = MIIM_DATA | MIIM_ID | MIIM_STATE;
   GetMenuItemInfoW(menu, static_cast<UINT>(place), TRUE, &info);
   return info;
+}
+
+/// A field of a colour, as large as a check mark; black is the colour of text.
+HBITMAP create_swatch(Color color) {
+  const int side = GetSystemMetrics(SM_CXMENUCHECK);
+  BITMAPINFO info = {};
+  info.bmiHeader = {sizeof info.bmiHeader, side, side, 1, 32, BI_RGB, 0, 0, 0, 0, 0};
+  void* memory = nullptr;
+  const HBITMAP bitmap = CreateDIBSection(nullptr, &info, DIB_RGB_COLORS, &memory, nullptr, 0);
+  if (bitmap == nullptr) return nullptr;
+  const auto pixel = [](COLORREF of) {
+    constexpr std::uint32_t opaque = 0xFF000000U;
+    return opaque | static_cast<std::uint32_t>(GetRValue(of)) << 16U |
+           static_cast<std::uint32_t>(GetGValue(of)) << 8U | GetBValue(of);
+  };
+  const std::uint32_t edge = pixel(GetSysColor(COLOR_GRAYTEXT));
+  const std::uint32_t field =
+      pixel(color == 0 ? GetSysColor(COLOR_MENUTEXT) : static_cast<COLORREF>(color));
+  auto* next = static_cast<std::uint32_t*>(memory);
+  for (int y = 0; y < side; ++y) {
+    for (int x = 0; x < side; ++x) {
+      const bool is_edge = x == 0 || y == 0 || x == side - 1 || y == side - 1;
+      *next++ = is_edge ? edge : field;
+    }
+  }
+  return bitmap;
 }
 
 std::optional<Found> find(HWND editor, std::u16string_view name) {
@@ -52,6 +79,12 @@ EditorMenu::EditorMenu(const std::vector<platform::Menu>& menus) : bar_(CreateMe
   }
 }
 
+EditorMenu::~EditorMenu() {
+  for (const Item& item : items_) {
+    if (item.swatch != nullptr) DeleteObject(item.swatch);
+  }
+}
+
 HMENU EditorMenu::create_popup(const platform::Menu& menu) {
   const HMENU popup = CreatePopupMenu();
   for (const platform::MenuItem& item : menu.items) {
@@ -66,13 +99,18 @@ HMENU EditorMenu::create_popup(const platform::Menu& menu) {
 
 void EditorMenu::append(HMENU popup, const platform::MenuItem& item) {
   std::u16string caption = item.caption;
-  const Item& added = items_.emplace_back(Item{item.name, item.has_check, popup});
+  const Item& added = items_.emplace_back(
+      Item{item.name, item.has_check, popup, item.swatch ? create_swatch(*item.swatch) : nullptr});
   MENUITEMINFOW info = {};
   info.cbSize = sizeof info;
   info.fMask = MIIM_DATA | MIIM_ID | MIIM_STRING;
   info.wID = first_command + static_cast<UINT>(items_.size()) - 1;
   info.dwItemData = reinterpret_cast<ULONG_PTR>(&added.name);
   info.dwTypeData = reinterpret_cast<wchar_t*>(caption.data());
+  if (added.swatch != nullptr) {
+    info.fMask |= MIIM_BITMAP;
+    info.hbmpItem = added.swatch;
+  }
   InsertMenuItemW(popup, static_cast<UINT>(GetMenuItemCount(popup)), TRUE, &info);
 }
 

@@ -16,6 +16,9 @@ namespace qel::windows {
 class EditorMenu {
  public:
   explicit EditorMenu(const std::vector<platform::Menu>& menus);
+  EditorMenu(const EditorMenu&) = delete;
+  EditorMenu& operator=(const EditorMenu&) = delete;
+  ~EditorMenu();
 
   HMENU handle() const { return bar_; }
   /// The name of the item that sends that command; empty where no item does.
@@ -31,6 +34,7 @@ class EditorMenu {
     std::u16string name;
     bool has_check;
     HMENU popup;
+    HBITMAP swatch;  // null without one
   };
 
   HMENU create_popup(const platform::Menu& menu);

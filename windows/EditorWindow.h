@@ -16,7 +16,7 @@ namespace qel::windows {
 
 /// The large editor's window, owned by that of the box it replaces, or else by the thread's active
 /// window. While it is shown, the thread's other windows do not react to the user. Supports the
-/// whole interface except fonts and colours in menus.
+/// whole interface except fonts in menus.
 ///
 /// The form that the listener lays out stands below the bar and above the pane; its pixels are
 /// those of a screen of the usual resolution. F6 leads to the bar, and Escape back.
