@@ -152,6 +152,13 @@ RECT EditorWindow::form() const {
   return {0, top, size.cx, std::max(size.cy - around_form() + top, top)};
 }
 
+void EditorWindow::keep_room_for_bar(MINMAXINFO& limits) const {
+  if (!bar_) return;
+  RECT outer = {0, 0, bar_->width(), 0};
+  AdjustWindowRectEx(&outer, window_style, TRUE, 0);
+  limits.ptMinTrackSize.x = outer.right - outer.left;
+}
+
 void EditorWindow::arrange() const {
   const RECT area = form();
   if (bar_) bar_->place(area.right);
@@ -389,6 +396,9 @@ LRESULT EditorWindow::handle(UINT message, WPARAM w, LPARAM l) {
       return 0;
     case WM_DPICHANGED:
       put_dpi(HIWORD(w), *reinterpret_cast<const RECT*>(l));
+      return 0;
+    case WM_GETMINMAXINFO:
+      keep_room_for_bar(*reinterpret_cast<MINMAXINFO*>(l));
       return 0;
     case WM_SIZE:
       if (w != SIZE_MINIMIZED) tell_size();

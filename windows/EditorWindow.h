@@ -57,6 +57,7 @@ class EditorWindow : public platform::EditorWindow {
   void put_dpi(int dpi, const RECT& place);
   RECT form() const;
   LONG around_form() const;
+  void keep_room_for_bar(MINMAXINFO& limits) const;
   void arrange() const;
   void tell_size();
   void update_later(UINT_PTR timer, UINT delay);

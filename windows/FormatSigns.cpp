@@ -15,9 +15,10 @@ namespace {
 // that the mean of some pixels says how much of one is covered.
 constexpr int units = 160;
 constexpr int finer = 4;
+constexpr COLORREF white = 0xFFFFFF;
 
 struct Letter {
-  int height;
+  int height = 0;
   int weight = FW_NORMAL;
   bool is_italic = false;
   const wchar_t* face = L"Tahoma";
@@ -52,13 +53,12 @@ void fill(HDC context, const RECT& place) {
   FillRect(context, &place, static_cast<HBRUSH>(GetStockObject(WHITE_BRUSH)));
 }
 
-/// Round ends and corners.
+/// Draws with round ends and corners, which lines of this kind have.
 class Pen {
  public:
   Pen(HDC context, int width) : context_(context) {
-    const LOGBRUSH white = {BS_SOLID, RGB(255, 255, 255), 0};
-    pen_ = ExtCreatePen(PS_GEOMETRIC | PS_SOLID | PS_ENDCAP_ROUND | PS_JOIN_ROUND,
-                        static_cast<DWORD>(width), &white, 0, nullptr);
+    const LOGBRUSH solid = {BS_SOLID, white, 0};
+    pen_ = ExtCreatePen(PS_GEOMETRIC, static_cast<DWORD>(width), &solid, 0, nullptr);
     before_ = SelectObject(context, pen_);
   }
   Pen(const Pen&) = delete;
@@ -187,17 +187,18 @@ std::vector<std::uint32_t> coverage(Sign sign, int side) {
   SetWindowExtEx(context, units, units, nullptr);
   SetViewportExtEx(context, large, large, nullptr);
   SetBkMode(context, TRANSPARENT);
-  SetTextColor(context, RGB(255, 255, 255));
+  SetTextColor(context, white);
   SetTextAlign(context, TA_BASELINE | TA_LEFT);
   const HGDIOBJ before = SelectObject(context, GetStockObject(WHITE_BRUSH));
   draw(context, sign);
   SelectObject(context, before);
   GdiFlush();
-  std::vector<std::uint32_t> covered(static_cast<std::size_t>(side * side));
-  for (int y = 0; y < large; ++y) {
-    for (int x = 0; x < large; ++x) {
-      const std::uint32_t green = (square.pixels()[y * large + x] >> 8U) & 0xFFU;
-      covered[static_cast<std::size_t>(y / finer * side + x / finer)] += green;
+  const auto width = static_cast<std::size_t>(side);
+  std::vector<std::uint32_t> covered(width * width);
+  const std::uint32_t* next = square.pixels();
+  for (std::size_t y = 0; y < width * finer; ++y) {
+    for (std::size_t x = 0; x < width * finer; ++x) {
+      covered[y / finer * width + x / finer] += (*next++ >> 8U) & 0xFFU;
     }
   }
   for (std::uint32_t& sum : covered) sum /= finer * finer;

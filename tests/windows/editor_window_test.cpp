@@ -293,15 +293,17 @@ class WindowsLargeEditor : public testing::Test {
     }
     return all;
   }
-  static void click(std::string_view name) {
+  static LPARAM place_of(std::string_view name) {
+    RECT place = {};
     for (int i = 0; i < button_count(); ++i) {
       if (caption(button(i)) != name) continue;
-      RECT place = {};
       SendMessageW(bar(), TB_GETITEMRECT, static_cast<WPARAM>(i), reinterpret_cast<LPARAM>(&place));
-      const LPARAM point = MAKELPARAM(place.left + 5, place.top + 5);
-      SendMessageW(bar(), WM_LBUTTONDOWN, MK_LBUTTON, point);
-      SendMessageW(bar(), WM_LBUTTONUP, 0, point);
     }
+    return MAKELPARAM(place.left + 5, place.top + 5);
+  }
+  static void click(std::string_view name) {
+    SendMessageW(bar(), WM_LBUTTONDOWN, MK_LBUTTON, place_of(name));
+    SendMessageW(bar(), WM_LBUTTONUP, 0, place_of(name));
   }
 
   HWND owner = CreateWindowExW(0, L"STATIC", L"", WS_OVERLAPPEDWINDOW | WS_VISIBLE, 0, 0, 300, 200,
@@ -343,6 +345,11 @@ TEST_F(WindowsLargeEditor, FormatsByItsBar) {
         [&] {
           shows("Undo, (Redo), Font, Colour, Bold, Italic*, Underline, ");
           EXPECT_EQ(control.get_TextQEL(), u"/i1a/i0/b1b/b0ol/b1d/b0 and /i1italic/i0");
+          PostMessageW(bar(), WM_LBUTTONDOWN, MK_LBUTTON, place_of("Colour"));
+        },
+        [] {
+          EXPECT_TRUE(IsWindowVisible(FindWindowW(L"#32768", nullptr))) << "a menu";
+          EndMenu();
         }});
   control.put_Lossless(false);
   edit({[&] { EXPECT_EQ(bar(), nullptr); }});
@@ -380,7 +387,11 @@ TEST_F(WindowsLargeEditor, GrowsWithTheResolution) {
     GetWindowRect(GetDlgItem(editor(), IDOK), &large);
     EXPECT_EQ(large.bottom - large.top, 2 * (ok.bottom - ok.top));
     GetWindowRect(editor(), &large);
-    EXPECT_TRUE(EqualRect(&large, &place));
+    EXPECT_EQ(large.bottom, place.bottom);
+    RECT last = {};
+    SendMessageW(bar(), TB_GETITEMRECT, static_cast<WPARAM>(button_count() - 1),
+                 reinterpret_cast<LPARAM>(&last));
+    EXPECT_GT(large.right, last.right) << "there is room for all buttons";
   }});
 }
 
