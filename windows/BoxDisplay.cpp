@@ -116,6 +116,12 @@ bool BoxDisplay::put_colors(const ShownColors& colors) {
   return is_adapted && before != colors;
 }
 
+void BoxDisplay::put_dpi(int dpi) {
+  const int own = dpi_of_screen();
+  send(EM_SETZOOM, dpi == own ? 0 : static_cast<WPARAM>(dpi), dpi == own ? LPARAM{0} : LPARAM{own});
+  dpi_ = dpi;
+}
+
 void BoxDisplay::put_font(const std::u16string& name, float size) {
   CharFormat format;
   format.font_name = name;
@@ -289,13 +295,10 @@ RECT BoxDisplay::caret_at(std::size_t position) const {
   constexpr double line_of_points = 1.2 / 72;
   DWORD width = 1;
   SystemParametersInfoW(SPI_GETCARETWIDTH, 0, &width, 0);
-  const HDC context = GetDC(window_);
-  const double inch = GetDeviceCaps(context, LOGPIXELSY);
-  ReleaseDC(window_, context);
+  const int pixels = std::max(scaled(static_cast<int>(width), dpi_), 1);
   const double size = box_.document().format_at(position).size;
   const POINT top = point_of(position);
-  return {top.x, top.y, top.x + static_cast<LONG>(width),
-          top.y + std::lround(size * line_of_points * inch)};
+  return {top.x, top.y, top.x + pixels, top.y + std::lround(size * line_of_points * dpi_)};
 }
 
 }  // namespace qel::windows

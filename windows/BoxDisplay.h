@@ -13,6 +13,7 @@
 
 #include "qel/box/Box.h"
 #include "windows/Colors.h"
+#include "windows/Dpi.h"
 #include "windows/Positions.h"
 
 namespace qel::windows {
@@ -37,6 +38,9 @@ class BoxDisplay {
   /// Colours the background. Whether text looks different on it, so that all formats have to be
   /// shown again.
   bool put_colors(const ShownColors& colors);
+  /// Shows everything in the size for that many dots per inch. The window itself draws as for the
+  /// whole screen.
+  void put_dpi(int dpi);
   /// Sets the font of an empty text; an invalid size is left out.
   void put_font(const std::u16string& name, float size);
 
@@ -139,6 +143,7 @@ class BoxDisplay {
   NativeSelection selected_;      // when it was last shown or taken
   long caret_ = 0;                // the window's caret at that time
   ShownColors colors_;
+  int dpi_ = dpi_of_screen();
   bool read_only_ = false;
   mutable int busy_ = 0;
 };

@@ -127,6 +127,7 @@ void BoxWindow::create(HWND parent) {
   display_.attach(window_);
   display_.put_read_only(is.read_only);
   display_.put_colors(colors());
+  display_.put_dpi(dpi_of(window_));
   display_.put_font(is.font_name, is.font_size);
   // Lines are wrapped at the window's edge or not at all.
   SendMessageW(window_, EM_SETTARGETDEVICE, 0, is.multiline ? 0 : 1);
@@ -231,6 +232,13 @@ ShownColors BoxWindow::colors() const {
   Scheme scheme = scheme_;
   scheme.has_high_contrast = scheme.has_high_contrast || has_high_contrast();
   return shown_colors(box_.appearance().back_color, scheme);
+}
+
+/// What is in the window has another size then, and lines are wrapped elsewhere.
+void BoxWindow::put_dpi(int dpi) {
+  display_.put_dpi(dpi);
+  drop_caret_.hide();
+  InvalidateRect(window_, nullptr, TRUE);
 }
 
 /// Also when the colours of the system change, as they do for high contrast.
@@ -382,6 +390,12 @@ BoxWindow::Handled BoxWindow::handle_own(UINT message, WPARAM parameter, LPARAM 
   if (message == WM_GETOBJECT && static_cast<LONG>(data) == OBJID_CLIENT) {
     return BoxAccessible::answer(window_, box_.weak_from_this(), parameter);
   }
+  // Owners pass the first one on, the system sends the other, which tells no number.
+  if (message == WM_DPICHANGED) {
+    put_dpi(HIWORD(parameter));
+    return 0;
+  }
+  if (message == dpi_changed_after_parent) put_dpi(dpi_of(window_));
   // The box has a font of its own.
   if (message == WM_SETFONT) return 0;
   if (message == WM_SYSCOLORCHANGE || message == WM_THEMECHANGED) show_colors();

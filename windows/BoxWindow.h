@@ -52,6 +52,7 @@ class BoxWindow : public box::View {
   static BoxWindow* of(HWND window);
   /// The colours of the host that the box is in.
   void put_scheme(const Scheme& scheme);
+  const Scheme& scheme() const { return scheme_; }
   /// The name of the box for those who cannot see it.
   void put_name(const std::u16string& name);
   const std::u16string& name() const { return name_; }
@@ -76,6 +77,7 @@ class BoxWindow : public box::View {
   void lose();
   void place();
   void show_colors();
+  void put_dpi(int dpi);
   ShownColors colors() const;
   void go_on_later();
   void take_from_window(BoxDisplay::Touch touch);

@@ -10,14 +10,14 @@ Function* system_function(const char* name) {
   return reinterpret_cast<Function*>(reinterpret_cast<void*>(found));
 }
 
+}  // namespace
+
 int dpi_of_screen() {
   const HDC context = GetDC(nullptr);
   const int dpi = GetDeviceCaps(context, LOGPIXELSY);
   ReleaseDC(nullptr, context);
   return dpi > 0 ? dpi : usual_dpi;
 }
-
-}  // namespace
 
 int dpi_of(HWND window) {
   using GetDpi = UINT WINAPI(HWND);

@@ -4,6 +4,7 @@
 #include <utility>
 
 #include "qel/base/Error.h"
+#include "windows/BoxWindow.h"
 #include "windows/Dpi.h"
 #include "windows/Guard.h"
 #include "windows/Modifiers.h"
@@ -97,12 +98,23 @@ EditorWindow::EditorWindow(const platform::EditorDescription& description)
 /// The order is that in which Tab leads through them.
 void EditorWindow::create_parts(const platform::EditorDescription& description) {
   box_ = WindowsPlatform::shared()->create_rich_edit(window_handle(window_));
+  name_box(description);
   ok_ = create_button(description.ok_caption, IDOK, BS_DEFPUSHBUTTON);
   cancel_ = create_button(description.cancel_caption, IDCANCEL, BS_PUSHBUTTON);
   if (!description.pane_caption.empty()) pane_.emplace(window_, description.pane_caption, pane_id);
   if (description.has_bar) bar_.emplace(window_, description.menus, menu_, bar_id);
   dpi_ = dpi_of(window_);
   put_fonts();
+}
+
+/// The box looks like the one that it replaces, and is called what the window is.
+void EditorWindow::name_box(const platform::EditorDescription& description) {
+  BoxWindow* const shown = BoxWindow::of(native_window(box_->window()));
+  if (shown == nullptr) return;
+  shown->put_name(description.caption);
+  if (description.replaced == nullptr) return;
+  const BoxWindow* const replaced = BoxWindow::of(native_window(description.replaced->window()));
+  if (replaced != nullptr) shown->put_scheme(replaced->scheme());
 }
 
 EditorWindow::~EditorWindow() {
@@ -135,6 +147,7 @@ void EditorWindow::put_fonts() {
 void EditorWindow::put_dpi(int dpi, const RECT& place) {
   dpi_ = dpi;
   put_fonts();
+  SendMessageW(native_window(box_->window()), WM_DPICHANGED, MAKEWPARAM(dpi, dpi), 0);
   SetWindowPos(window_, nullptr, place.left, place.top, place.right - place.left,
                place.bottom - place.top, SWP_NOZORDER | SWP_NOACTIVATE);
   tell_size();

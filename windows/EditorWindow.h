@@ -53,6 +53,7 @@ class EditorWindow : public platform::EditorWindow {
   bool is_own_command(UINT code, LPARAM part) const;
   void handle_command(UINT command);
   void create_parts(const platform::EditorDescription& description);
+  void name_box(const platform::EditorDescription& description);
   void put_fonts();
   void put_dpi(int dpi, const RECT& place);
   RECT form() const;

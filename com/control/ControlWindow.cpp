@@ -5,6 +5,7 @@
 #include <exception>
 
 #include "qel/base/Error.h"
+#include "windows/Dpi.h"
 #include "windows/Module.h"
 
 namespace qel::com {
@@ -96,6 +97,12 @@ LRESULT ControlWindow::handle(UINT message, WPARAM w, LPARAM l) {
     case WM_SYSCOLORCHANGE:
     case WM_THEMECHANGED:
       client_.on_system_change();
+      break;
+    case WM_DPICHANGED:
+      client_.on_dpi_change(w);
+      return 0;
+    case windows::dpi_changed_after_parent:
+      client_.on_dpi_change(0);
       break;
     case posted_message:
       --posted_;

@@ -14,6 +14,9 @@ class WindowClient {
   virtual void on_box_focus(bool gained) = 0;
   /// The colours, fonts or styles of the system have changed.
   virtual void on_system_change() = 0;
+  /// The resolution of the screen has changed, to that in a parameter of `WM_DPICHANGED`, or 0 for
+  /// what the system says of the window.
+  virtual void on_dpi_change(WPARAM told) = 0;
   /// The window is destroyed with its parent.
   virtual void on_destroy() = 0;
   /// The call that `post` asked for; it may destroy the window.

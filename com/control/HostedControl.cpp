@@ -40,7 +40,7 @@ HostedControl::HostedControl(IUnknown& whole, IUnknown& own, ConnectionContainer
       events_(whole, connections.events(), release_later_, [this] { on_text_change(); }),
       natural_extent_(first_extent),
       window_(*this) {
-  resize(in_pixels(natural_extent_));
+  resize(in_pixels(natural_extent_, dpi()));
   textbox_ = std::make_unique<QELTextbox>(*this, windows::WindowsPlatform::shared());
   textbox_->listen(&events_);
 }
@@ -144,7 +144,7 @@ void HostedControl::resize(SIZE pixels) {
 
 void HostedControl::put_natural_extent(SIZEL extent) {
   natural_extent_ = extent;
-  if (!is_in_place()) resize(in_pixels(extent));
+  if (!is_in_place()) resize(in_pixels(extent, dpi()));
   view_changed();
 }
 
@@ -165,7 +165,7 @@ void HostedControl::put_place(const RECT& place, const RECT& clip) {
 /// The host decides the place of a control that is active in it.
 void HostedControl::put_extent(platform::ControlExtent extent) {
   const SIZE size = {std::max(extent.width, 0), std::max(extent.height, 0)};
-  natural_extent_ = in_himetric(size);
+  natural_extent_ = in_himetric(size, dpi());
   if (!place_) {
     resize(size);
     return;
@@ -306,6 +306,18 @@ void HostedControl::draw_picture(HDC context, const RECT& bounds) {
   ReleaseDC(nullptr, screen);
 }
 
+/// The host gives the control another place. Hosts on systems that tell only the window on top pass
+/// the message on.
+void HostedControl::on_dpi_change(WPARAM told) {
+  if (told != 0) {
+    for (const auto& box : textbox_->boxes()) {
+      SendMessageW(windows::native_window(box->window()), WM_DPICHANGED, told, 0);
+    }
+  }
+  if (!is_in_place()) resize(in_pixels(natural_extent_, dpi()));
+  invalidate();
+}
+
 /// The system tells only the window on top of all others that colours have changed.
 void HostedControl::on_system_change() {
   for (const auto& box : textbox_->boxes()) {
@@ -442,7 +454,7 @@ void HostedControl::on_destroy() {
   host_windows_.clear();
   place_ = {};
   put_enabled(textbox_->get_Enabled());
-  resize(in_pixels(natural_extent_));
+  resize(in_pixels(natural_extent_, dpi()));
 }
 
 void HostedControl::on_posted() { whole_.Release(); }

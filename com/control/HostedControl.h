@@ -13,6 +13,7 @@
 #include "com/control/ControlWindow.h"
 #include "com/control/EventSource.h"
 #include "qel/control/QELTextbox.h"
+#include "windows/Dpi.h"
 
 namespace qel::com {
 
@@ -46,6 +47,7 @@ class HostedControl final : public platform::ControlSite, private WindowClient {
 
   // Size and look.
   SIZEL natural_extent() const { return natural_extent_; }
+  int dpi() const { return windows::dpi_of(handle()); }
   /// In hundredths of a millimetre.
   void put_natural_extent(SIZEL extent);
   /// In pixels of the parent window.
@@ -94,6 +96,7 @@ class HostedControl final : public platform::ControlSite, private WindowClient {
   void on_focus() override;
   void on_box_focus(bool gained) override;
   void on_system_change() override;
+  void on_dpi_change(WPARAM told) override;
   void on_destroy() override;
   void on_posted() override;
 

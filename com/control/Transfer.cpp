@@ -35,7 +35,7 @@ Pointer<IDataObject> data_of(const QELTextbox& textbox) {
 /// A metafile as wide and high as its frame says, in hundredths of a millimetre.
 void Transfer::put_picture(STGMEDIUM& medium) {
   const SIZEL size = control_.natural_extent();
-  const SIZE pixels = in_pixels(size);
+  const SIZE pixels = in_pixels(size, control_.dpi());
   const HDC context = CreateMetaFileW(nullptr);
   SetMapMode(context, MM_ANISOTROPIC);
   SetWindowExtEx(context, pixels.cx, pixels.cy, nullptr);
