@@ -117,8 +117,7 @@ bool BoxDisplay::put_colors(const ShownColors& colors) {
 }
 
 void BoxDisplay::put_dpi(int dpi) {
-  const int own = dpi_of_screen();
-  send(EM_SETZOOM, dpi == own ? 0 : static_cast<WPARAM>(dpi), dpi == own ? LPARAM{0} : LPARAM{own});
+  send(EM_SETZOOM, static_cast<WPARAM>(dpi), LPARAM{dpi_of_screen()});
   dpi_ = dpi;
 }
 

@@ -206,6 +206,16 @@ class Form {
   Pointer<IQELTextbox> control_;
 };
 
+/// Closes the large editor as soon as it is open; a procedure for a timer.
+inline int opened_editors = 0;
+inline void CALLBACK close_editor(HWND, UINT, UINT_PTR timer, DWORD) {
+  const HWND editor = FindWindowW(L"QELTextEditor", nullptr);
+  if (editor == nullptr || IsWindowVisible(editor) == FALSE) return;
+  KillTimer(nullptr, timer);
+  ++opened_editors;
+  SendMessageW(editor, WM_CLOSE, 0, 0);
+}
+
 /// Presses a key with modifiers held, by the system's own input.
 inline void press(WORD key, const std::vector<WORD>& held = {}) {
   std::vector<INPUT> inputs;

@@ -159,17 +159,9 @@ TEST_F(Control, AsksAndTellsWhoIsBoundToIt) {
   EXPECT_EQ(sink.changed, (std::vector<DISPID>{DISPID_TEXT, DISPID_VALUE})) << "typing tells, too";
 }
 
-int opened_editors = 0;
-void CALLBACK close_editor(HWND, UINT, UINT_PTR timer, DWORD) {
-  const HWND editor = FindWindowW(L"QELTextEditor", nullptr);
-  if (editor == nullptr || IsWindowVisible(editor) == FALSE) return;
-  KillTimer(nullptr, timer);
-  ++opened_editors;
-  SendMessageW(editor, WM_CLOSE, 0, 0);
-}
-
 TEST_F(Control, OpensItsLargeEditor) {
   Form form(component_);
+  opened_editors = 0;
   SetTimer(nullptr, 0, 20, close_editor);
   EXPECT_EQ(form->InvokeLargeEditor(), S_OK);
   EXPECT_EQ(opened_editors, 1);

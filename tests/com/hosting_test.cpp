@@ -1,6 +1,10 @@
 // The control in a host that is not like most: what it calls, when, and what it does when called.
 
 #include <gtest/gtest.h>
+#include <windows.h>
+// Need the types of the other.
+#include <oleacc.h>
+#include <richedit.h>
 
 #include <algorithm>
 #include <utility>
@@ -110,7 +114,9 @@ class Host : public IOleClientSite,
   STDMETHODIMP SetMenu(HMENU, HOLEMENU, HWND) override { return E_NOTIMPL; }
   STDMETHODIMP RemoveMenus(HMENU) override { return E_NOTIMPL; }
   STDMETHODIMP SetStatusText(LPCOLESTR) override { return S_OK; }
-  STDMETHODIMP EnableModeless(BOOL) override { return S_OK; }
+  STDMETHODIMP EnableModeless(BOOL enable) override {
+    return tell(enable != FALSE ? "enables" : "disables");
+  }
   STDMETHODIMP TranslateAccelerator(LPMSG, WORD) override { return S_FALSE; }
 
  private:
@@ -197,6 +203,68 @@ TEST_F(Hosting, AsksWhetherItIsBeingDesigned) {
     EXPECT_EQ(taken(rtf).empty(), is_run_time == VARIANT_FALSE);
     Host::let_go(*control);
   }
+}
+
+/// What a screen reader is told that a window is called.
+std::wstring accessible_name(HWND window) {
+  Pointer<IAccessible> object;
+  AccessibleObjectFromWindow(window, static_cast<DWORD>(OBJID_CLIENT), __uuidof(IAccessible),
+                             reinterpret_cast<void**>(object.put()));
+  VARIANT self = {};
+  self.vt = VT_I4;
+  BSTR name = nullptr;
+  if (object) object->get_accName(self, &name);
+  return taken(name);
+}
+
+TEST_F(Hosting, GoesByWhatItsHostSaysOfThePlace) {
+  std::map<DISPID, LONG> says = {{DISPID_AMBIENT_BACKCOLOR, RGB(32, 32, 32)},
+                                 {DISPID_AMBIENT_FORECOLOR, RGB(230, 230, 230)},
+                                 {DISPID_AMBIENT_UIDEAD, VARIANT_TRUE}};
+  Host host;
+  host.ambients.act = [&](DISPID property, DISPPARAMS&, VARIANT* result) -> HRESULT {
+    if (property == DISPID_AMBIENT_DISPLAYNAME) {
+      result->vt = VT_BSTR;
+      result->bstrVal = SysAllocString(L"txtBody");
+      return S_OK;
+    }
+    if (!says.contains(property)) return DISP_E_MEMBERNOTFOUND;
+    result->vt = property == DISPID_AMBIENT_UIDEAD ? VT_BOOL : VT_I4;
+    result->lVal = says[property];
+    return S_OK;
+  };
+  const auto control = create();
+  host.take(*control);
+  const HWND box = GetFocus();
+  const auto background = [&] {
+    const LRESULT shown = SendMessageW(box, EM_SETBKGNDCOLOR, 0, 0);
+    control.as<IOleControl>()->OnAmbientPropertyChange(DISPID_AMBIENT_BACKCOLOR);
+    return static_cast<COLORREF>(shown);
+  };
+  EXPECT_EQ(background(), RGB(32, 32, 32));
+  for (const bool is_dead : {true, false}) {
+    says[DISPID_AMBIENT_UIDEAD] = is_dead ? VARIANT_TRUE : VARIANT_FALSE;
+    control.as<IOleControl>()->OnAmbientPropertyChange(DISPID_AMBIENT_UIDEAD);
+    SendMessageW(box, WM_CHAR, L'x', 0);
+    EXPECT_EQ(markup(*control), is_dead ? L"" : L"x");
+  }
+  control->put_BackColor(RGB(255, 255, 0));
+  EXPECT_EQ(background(), RGB(255, 255, 0)) << "of its own";
+  control->put_BackColor(static_cast<OLE_COLOR>(0x80000005));
+  says[DISPID_AMBIENT_BACKCOLOR] = static_cast<LONG>(0x8000000F);
+  says[DISPID_AMBIENT_FORECOLOR] = 0;
+  background();
+  EXPECT_EQ(background(), GetSysColor(COLOR_WINDOW)) << "forms are grey, and boxes are not";
+
+  EXPECT_EQ(accessible_name(box), L"txtBody");
+  control->put_AccessibleName(Text(L"Body of the letter"));
+  EXPECT_EQ(accessible_name(box), L"Body of the letter");
+
+  SetTimer(nullptr, 0, 20, close_editor);
+  EXPECT_EQ(control->InvokeLargeEditor(), S_OK);
+  EXPECT_EQ(host.count("disables"), 1);
+  EXPECT_EQ(host.count("enables"), 1);
+  Host::let_go(*control);
 }
 
 TEST_F(Hosting, TellsOfItsEndWhereItWasNotLetIn) {

@@ -2,7 +2,8 @@
 
 #include <gtest/gtest.h>
 #include <windows.h>
-// Needs the types of the other.
+// Need the types of the other.
+#include <oleacc.h>
 #include <richedit.h>
 
 #include <functional>
@@ -12,7 +13,9 @@
 
 #include "BoxInWindow.h"
 #include "ShownBox.h"
+#include "qel/base/Contrast.h"
 #include "qel/platform/Keys.h"
+#include "windows/Dpi.h"
 
 namespace qel::windows {
 namespace {
@@ -189,6 +192,97 @@ TEST_F(BoxWindows, FollowTheColorsOfTheSystem) {
   window.send(WM_SYSCOLORCHANGE);
   SetSysColors(1, &element, &usual);
   EXPECT_EQ(static_cast<COLORREF>(window.send(EM_SETBKGNDCOLOR, 0, 0)), black);
+}
+
+TEST_F(BoxWindows, AreReadableInTheColorsOfTheirHosts) {
+  constexpr Color of_windows = system_color(5);
+  constexpr Color yellow = rgb(255, 255, 0);
+  const COLORREF usual = GetSysColor(COLOR_WINDOW);
+  Scheme dark;
+  dark.background = RGB(32, 32, 32);
+  dark.text = RGB(230, 230, 230);
+  Scheme high;
+  high.has_high_contrast = true;
+  struct Row {
+    Scheme scheme;
+    Color back;
+    COLORREF shown;
+    COLORREF plain;
+    double contrast;  // of red; 0 where it is shown as it is
+  };
+  const auto box = new_box();
+  box->put_TextRTF(u"{\\rtf1{\\colortbl;\\red255;}plain\\cf1 red}");
+  const Window window(*box);
+  const auto color = [&](long start, long end) {
+    const std::string format = window.format(start, end);
+    return static_cast<COLORREF>(std::stol(format.substr(format.find("color ") + 6)));
+  };
+  for (const Row& row :
+       {Row{{}, of_windows, usual, 0, 0}, Row{dark, of_windows, *dark.background, *dark.text, 4.5},
+        Row{dark, yellow, RGB(255, 255, 0), 0, 0}, Row{high, yellow, usual, 0, 7},
+        Row{{}, of_windows, usual, 0, 0}}) {
+    platform::BoxAppearance appearance = box->appearance();
+    appearance.back_color = row.back;
+    box->put_appearance(appearance);
+    BoxWindow::of(window_of(*box))->put_scheme(row.scheme);
+    SCOPED_TRACE(row.shown);
+    EXPECT_EQ(color(0, 5), row.plain);
+    const auto red = static_cast<Color>(color(5, 8));
+    if (row.contrast == 0) {
+      EXPECT_EQ(red, rgb(255, 0, 0));
+    } else {
+      EXPECT_GE(contrast(red, static_cast<Color>(row.shown)), row.contrast);
+    }
+    EXPECT_EQ(static_cast<COLORREF>(window.send(EM_SETBKGNDCOLOR, 0, LPARAM{0})), row.shown);
+    EXPECT_EQ(box->get_SelColor(), rgb(255, 0, 0)) << "in the content it stays as it was";
+  }
+}
+
+TEST_F(BoxWindows, GrowWithTheResolutionOfTheirScreen) {
+  const auto box = new_box();
+  box->put_Text(u"one\r\ntwo");
+  const LONG before = test::point_of(*box, 5).y;
+  for (const int times : {2, 1}) {
+    const auto dpi = static_cast<WORD>(times * dpi_of_screen());
+    SendMessageW(window_of(*box), WM_DPICHANGED, MAKEWPARAM(dpi, dpi), 0);
+    EXPECT_NEAR(test::point_of(*box, 5).y, times * before, 2);
+    expect_shown(*box);
+  }
+}
+
+TEST_F(BoxWindows, TellWhatTheyAreToThoseWhoCannotSeeThem) {
+  auto box = new_box();
+  const HWND window = window_of(*box);
+  box->put_Text(u"one\r\ntwo");
+  BoxWindow::of(window)->put_name(u"Letter");
+  platform::BoxAppearance appearance = box->appearance();
+  appearance.read_only = true;
+  box->put_appearance(appearance);
+  Pointer<IAccessible> object;
+  ASSERT_EQ(
+      AccessibleObjectFromWindow(window, static_cast<DWORD>(OBJID_CLIENT), __uuidof(IAccessible),
+                                 reinterpret_cast<void**>(object.put())),
+      S_OK);
+  VARIANT self = {};
+  self.vt = VT_I4;
+  BSTR text = nullptr;
+  const auto taken = [&] {
+    const std::u16string result(utf16(text, SysStringLen(text)));
+    SysFreeString(std::exchange(text, nullptr));
+    return result;
+  };
+  EXPECT_EQ(object->get_accName(self, &text), S_OK);
+  EXPECT_EQ(taken(), u"Letter");
+  EXPECT_EQ(object->get_accValue(self, &text), S_OK);
+  EXPECT_EQ(taken(), u"one\r\ntwo");
+  VARIANT answer = {};
+  EXPECT_EQ(object->get_accRole(self, &answer), S_OK);
+  EXPECT_EQ(answer.lVal, ROLE_SYSTEM_TEXT);
+  EXPECT_EQ(object->get_accState(self, &answer), S_OK);
+  EXPECT_EQ(answer.lVal & (STATE_SYSTEM_READONLY | STATE_SYSTEM_UNAVAILABLE),
+            STATE_SYSTEM_READONLY);
+  box.reset();
+  EXPECT_NE(object->get_accValue(self, &text), S_OK) << "the box is gone";
 }
 
 /// A listener lets go of the box while it is called.
