@@ -1,9 +1,6 @@
 #include "com/pages/Preview.h"
 
-#include <ole2.h>
-
 #include "com/automation/HostObject.h"
-#include "com/control/Extents.h"
 #include "com/control/QELTextboxObject.h"
 #include "qel/base/Error.h"
 
@@ -35,8 +32,7 @@ void Preview::draw(HDC context, const RECT& bounds) {
   box_->put_Lossless(VARIANT_TRUE);
   const Value text = Value::of(sample);
   box_->put_TextQEL(text.get().bstrVal);
-  SIZEL size = in_himetric({bounds.right - bounds.left, bounds.bottom - bounds.top});
-  box_.as<IOleObject>()->SetExtent(DVASPECT_CONTENT, &size);
+  box_->Size(bounds.right - bounds.left, bounds.bottom - bounds.top);
   const RECTL place = {bounds.left, bounds.top, bounds.right, bounds.bottom};
   box_.as<IViewObject>()->Draw(DVASPECT_CONTENT, -1, nullptr, nullptr, nullptr, context, &place,
                                nullptr, nullptr, 0);

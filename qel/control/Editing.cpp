@@ -234,48 +234,62 @@ void QELTextbox::TE_KeyUp(std::int16_t& KeyCode, std::int16_t& Shift) {
   if (events_ != nullptr) events_->KeyUp(KeyCode, Shift);
 }
 
-void QELTextbox::handle_key(std::int16_t& key_code, std::int16_t shift) {
-  const bool is_paste = shift == ctrl_key && key_code == letter_key('V');
-  const bool opens_editor = show_editor_ && shift == shift_key && key_code == function_key(2);
-  if (is_paste && allow_edits_) PasteClipboardContents();
-  if (opens_editor) InvokeLargeEditor();
-  if (is_paste || opens_editor || act_on_style(key_code, shift) || act_on_index(key_code, shift)) {
-    key_code = 0;
-  }
+namespace {
+
+bool is_paste_key(std::int16_t key_code, std::int16_t shift) {
+  return shift == ctrl_key && key_code == letter_key('V');
 }
 
-/// Acts on the key of a style, unless edits are not allowed. Whether it is such a key.
-bool QELTextbox::act_on_style(std::int16_t key_code, std::int16_t shift) {
-  if (!act_on_styles_) return false;
+bool is_editor_key(std::int16_t key_code, std::int16_t shift) {
+  return shift == shift_key && key_code == function_key(2);
+}
+
+/// Null for a key that is none of a style.
+const format_commands::Toggle* toggle_of_key(std::int16_t key_code, std::int16_t shift) {
   const auto& toggles = format_commands::toggles;
   const auto* const toggle = std::find_if(toggles.begin(), toggles.end(), [&](const auto& row) {
     return row.label.key_code == key_code && row.label.shift == shift;
   });
-  if (key_code == 0 || toggle == toggles.end()) return false;
-  if (allow_edits_) (this->*toggle->put)(!(this->*toggle->get)());
-  return true;
+  return key_code == 0 || toggle == toggles.end() ? nullptr : toggle;
 }
 
-/// The same for the keys of fonts, colours and plain text.
-bool QELTextbox::act_on_index(std::int16_t key_code, std::int16_t shift) {
+/// The font or colour that a function key stands for; 0 for any other key.
+std::int16_t index_of_key(std::int16_t key_code) {
   const auto number = static_cast<std::int16_t>(key_code - first_function_key + 1);
-  const bool is_index = number >= 1 && number <= 9;
-  if (act_on_fonts_ && shift == alt_key && is_index) {
-    if (allow_edits_) put_SelFontName(GetFontNameGivenFontIndex(number));
-    return true;
-  }
-  if (act_on_colors_ && shift == ctrl_key && is_index) {
-    if (allow_edits_) put_SelColor(GetColorGivenColorIndex(number));
-    return true;
-  }
+  return number >= 1 && number <= 9 ? number : std::int16_t{0};
+}
+
+}  // namespace
+
+bool QELTextbox::acts_on_key(std::int16_t key_code, std::int16_t shift) const {
+  const bool is_index = index_of_key(key_code) != 0;
   const auto& plain = format_commands::plain;
   const bool is_plain = (shift == alt_key && key_code == function_key(10)) ||
                         (get_Lossless() && shift == plain.shift && key_code == plain.key_code);
-  if (act_on_plain_ && is_plain) {
-    if (allow_edits_) SelPlain();
-    return true;
+  return is_paste_key(key_code, shift) || (show_editor_ && is_editor_key(key_code, shift)) ||
+         (act_on_styles_ && toggle_of_key(key_code, shift) != nullptr) ||
+         (act_on_fonts_ && shift == alt_key && is_index) ||
+         (act_on_colors_ && shift == ctrl_key && is_index) || (act_on_plain_ && is_plain);
+}
+
+/// Acts on the control's own keys, unless edits are not allowed.
+void QELTextbox::handle_key(std::int16_t& key_code, std::int16_t shift) {
+  if (!acts_on_key(key_code, shift)) return;
+  const std::int16_t pressed = std::exchange(key_code, std::int16_t{0});
+  if (is_editor_key(pressed, shift)) return InvokeLargeEditor();
+  if (!allow_edits_) return;
+  const std::int16_t index = index_of_key(pressed);
+  if (is_paste_key(pressed, shift)) {
+    PasteClipboardContents();
+  } else if (const auto* const toggle = toggle_of_key(pressed, shift)) {
+    (this->*toggle->put)(!(this->*toggle->get)());
+  } else if (index == 0) {
+    SelPlain();
+  } else if (shift == alt_key) {
+    put_SelFontName(GetFontNameGivenFontIndex(index));
+  } else {
+    put_SelColor(GetColorGivenColorIndex(index));
   }
-  return false;
 }
 
 void QELTextbox::TE_KeyPress(std::int16_t& KeyAscii) {

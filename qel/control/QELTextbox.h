@@ -173,6 +173,9 @@ class QELTextbox {
   /// Sets the receiver of the control's events; null for none. It must outlive the control or be
   /// taken away before it goes.
   void listen(ControlEvents* events) { events_ = events; }
+  /// Whether the control has a command on a key as its properties are, whatever it would do now.
+  /// Key codes and masks are those of `platform/Keys.h`.
+  bool acts_on_key(std::int16_t key_code, std::int16_t shift) const;
   /// For a larger editor that edits in the control's place: these raise `Change`, `KeyDown`,
   /// `KeyUp` and `KeyPress`; the last one also makes typed quotes typographic with `SmartQuotes`.
   /// A quote comes as its code in code page 1252.
@@ -392,8 +395,6 @@ class QELTextbox {
   void raise_change();
   void raise_selection();
   void handle_key(std::int16_t& key_code, std::int16_t shift);
-  bool act_on_style(std::int16_t key_code, std::int16_t shift);
-  bool act_on_index(std::int16_t key_code, std::int16_t shift);
   /// Puts data from elsewhere into the box, as `PasteClipboardContents` does.
   void paste(platform::RichEdit& box, platform::DragData& data);
   void paste_rtf(platform::RichEdit& box, std::u16string_view rtf);

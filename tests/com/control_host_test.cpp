@@ -194,26 +194,5 @@ TEST_F(Control, SurvivesAHostThatLetsGoOfItInAnEvent) {
   connection.reset();
 }
 
-TEST_F(Control, LeavesKeysToItsHostThatLeadOut) {
-  Form form(component_);
-  SetFocus(form.box());
-  const auto active = form.control().as<IOleInPlaceActiveObject>();
-  ASSERT_TRUE(active);
-  const auto takes = [&](WPARAM key) {
-    MSG message = {};
-    message.hwnd = form.box();
-    message.message = WM_KEYDOWN;
-    message.wParam = key;
-    return active->TranslateAccelerator(&message) == S_OK;
-  };
-  EXPECT_TRUE(takes(VK_LEFT));
-  EXPECT_TRUE(takes(VK_DELETE));
-  EXPECT_FALSE(takes(VK_TAB));
-  EXPECT_FALSE(takes(VK_RETURN)) << "in a single line";
-  form->put_Multiline(VARIANT_TRUE);
-  SetFocus(form.box());
-  EXPECT_TRUE(takes(VK_RETURN));
-}
-
 }  // namespace
 }  // namespace qel::com::test

@@ -31,6 +31,9 @@ class Host : public IOleClientSite,
   std::vector<std::string> told;
   std::function<void(const std::string&)> act;
   Called ambients;
+  /// The keys that it is offered, with their modifiers, and what it says to them.
+  std::vector<std::pair<WPARAM, DWORD>> offered;
+  HRESULT key_result = E_NOTIMPL;
   /// What it is told and does not agree to.
   std::string refused;
 
@@ -100,7 +103,10 @@ class Host : public IOleClientSite,
   STDMETHODIMP LockInPlaceActive(BOOL) override { return E_NOTIMPL; }
   STDMETHODIMP GetExtendedControl(IDispatch**) override { return E_NOTIMPL; }
   STDMETHODIMP TransformCoords(POINTL*, POINTF*, DWORD) override { return E_NOTIMPL; }
-  STDMETHODIMP TranslateAccelerator(LPMSG, DWORD) override { return E_NOTIMPL; }
+  STDMETHODIMP TranslateAccelerator(LPMSG message, DWORD modifiers) override {
+    offered.emplace_back(message->wParam, modifiers);
+    return key_result;
+  }
   STDMETHODIMP OnFocus(BOOL gained) override { return tell(gained ? "gains" : "loses"); }
   STDMETHODIMP ShowPropertyFrame() override { return E_NOTIMPL; }
 
@@ -385,6 +391,71 @@ TEST_F(Hosting, DrawsItselfInAnyUnits) {
   SelectObject(context, before);
   DeleteObject(bitmap);
   DeleteDC(context);
+}
+
+/// Holds keys down for the calls of this thread.
+class Held {
+ public:
+  explicit Held(const std::vector<int>& keys) {
+    GetKeyboardState(before_);
+    BYTE now[256] = {};
+    for (const int key : keys) now[key] = 0x80;
+    SetKeyboardState(now);
+  }
+  Held(const Held&) = delete;
+  Held& operator=(const Held&) = delete;
+  ~Held() { SetKeyboardState(before_); }
+
+ private:
+  BYTE before_[256] = {};
+};
+
+TEST_F(Hosting, OffersTheKeysThatItDoesNotUse) {
+  const auto control = create();
+  Host host;
+  host.take(*control);
+  const auto active = control.as<IOleInPlaceActiveObject>();
+  ASSERT_TRUE(active);
+  const std::vector<int> none;
+  const std::vector<int> alt = {VK_MENU};
+  const std::vector<int> ctrl = {VK_CONTROL};
+  const std::vector<int> both = {VK_CONTROL, VK_MENU};
+  const auto takes = [&](WPARAM key, const std::vector<int>& held) {
+    const Held keys(held);
+    MSG message = {};
+    message.hwnd = GetFocus();
+    message.message = held == alt ? WM_SYSKEYDOWN : WM_KEYDOWN;
+    message.wParam = key;
+    host.offered.clear();
+    const HRESULT done = active->TranslateAccelerator(&message);
+    const DWORD modifiers = (held == ctrl || held == both ? 2U : 0U) | (held == alt ? 4U : 0U);
+    const bool is_offered = host.offered == std::vector{std::pair(key, modifiers)};
+    EXPECT_EQ(is_offered ? host.key_result == S_OK : true, done == S_OK) << key;
+    return !is_offered;
+  };
+  const struct {
+    WPARAM key;
+    const std::vector<int>& held;
+    bool takes;
+  } cases[] = {{VK_LEFT, none, true}, {VK_DELETE, none, true},  {VK_UP, none, true},
+               {'A', none, true},     {VK_SPACE, none, true},   {VK_OEM_2, both, true},
+               {'B', ctrl, true},     {'C', ctrl, true},        {VK_F3, ctrl, true},
+               {VK_F3, alt, true},    {VK_BACK, alt, true},     {VK_TAB, none, false},
+               {VK_F4, alt, false},   {VK_ESCAPE, none, false}, {VK_RETURN, none, false},
+               {VK_F5, none, false},  {'S', ctrl, false},       {'N', alt, false}};
+  for (const HRESULT result : {HRESULT{E_NOTIMPL}, HRESULT{S_OK}}) {
+    host.key_result = result;
+    for (const auto& each : cases) EXPECT_EQ(takes(each.key, each.held), each.takes) << each.key;
+  }
+  control->put_ActOnFonts(VARIANT_FALSE);
+  EXPECT_FALSE(takes(VK_F3, alt)) << "as the properties are";
+  control->put_Multiline(VARIANT_TRUE);
+  control->SetFocus();
+  EXPECT_TRUE(takes(VK_RETURN, none));
+  SetFocus(host.window());
+  EXPECT_EQ(control.as<IOleControl>()->OnMnemonic(nullptr), S_OK);
+  EXPECT_TRUE(IsChild(GetWindow(host.window(), GW_CHILD), GetFocus()));
+  Host::let_go(*control);
 }
 
 TEST_F(Hosting, TellsWhatItsHostKeepsOfIt) {
