@@ -27,8 +27,10 @@ RequestExecutionLevel highest
 !include "${FILES}"
 
 !define COMPANY "QEL Software"
-!define LIST_KEY "Software\Microsoft\Windows\CurrentVersion\Uninstall\QEL"
-!define PROGRAM_KEY "Software\Microsoft\Windows\CurrentVersion\App Paths\qel.exe"
+!define LIST "Software\Microsoft\Windows\CurrentVersion\Uninstall"
+!define LIST_KEY "${LIST}\QEL"
+!define PROGRAMS "Software\Microsoft\Windows\CurrentVersion\App Paths"
+!define PROGRAM_KEY "${PROGRAMS}\qel.exe"
 
 Name "QEL"
 OutFile "${OUTPUT}"
@@ -280,7 +282,9 @@ Section Uninstall
     Abort "The component is still registered: the rights to change that are missing."
   ${EndIf}
   DeleteRegKey SHCTX "${PROGRAM_KEY}"
+  DeleteRegKey /ifempty SHCTX "${PROGRAMS}"
   DeleteRegKey SHCTX "${LIST_KEY}"
+  DeleteRegKey /ifempty SHCTX "${LIST}"
   SetOutPath "$TEMP"
   !insertmacro RemoveFiles
   Delete "$INSTDIR\uninstall.ini"

@@ -2,14 +2,14 @@
 # What scripts/package-windows made: the zip is complete and serves a project of MinGW, and the
 # installer installs, repairs, upgrades and removes it, for the machine and for a user, and leaves
 # nothing. Runs under Wine; what takes 32-bit programs only where Wine runs them.
-# Usage: run.sh FOLDER VERSION
-# QEL_WINE_DIR is the folder of Wine's drive, as for scripts/wine.
+# Usage: run.sh FOLDER VERSION [WINE]
+# WINE is scripts/wine unless another is named, and QEL_WINE_DIR the folder of its drive.
 set -uo pipefail
 
 root=$(cd "$(dirname "${BASH_SOURCE[0]}")/../.." && pwd)
 name=qel-$2-windows setup=$(realpath "$1")/qel-$2-setup.exe
 zip=$(realpath "$1")/$name.zip symbols=$(realpath "$1")/$name-symbols.zip
-wine=$root/scripts/wine drive=${QEL_WINE_DIR:-$root/build/wine}/prefix/drive_c
+wine=${3:-$root/scripts/wine} drive=${QEL_WINE_DIR:-$root/build/wine}/prefix/drive_c
 list='Software\Microsoft\Windows\CurrentVersion\Uninstall\QEL'
 work=$(mktemp -d)
 cd "$work" || exit
@@ -46,7 +46,7 @@ for triple in x86_64/x64 i686/x86; do
   library=$name-symbols/${triple#*/}/bin/qelcom.dll.debug
   address=$(nm "$library" | sed -n 's/^\([0-9a-f]*\) T _\?DllGetClassObject\(@12\)\?$/\1/p')
   line=$("${triple%/*}-w64-mingw32-addr2line" -e "$library" "0x$address")
-  [[ $line == ./com/server/entry_points.cpp:[1-9]* ]] || fail "symbols of ${triple#*/}: $line"
+  [[ $line == *com/server/entry_points.cpp:[1-9]* ]] || fail "symbols of ${triple#*/}: $line"
 done
 if grep -rlaF "$root" "$name" "$name-symbols"; then fail 'these say where they were built'; fi
 
@@ -74,7 +74,7 @@ snapshot() {
 }
 # installed HIVE: the version that the system's list shows.
 installed() {
-  "$wine" reg query "$1\\$list" /v DisplayVersion 2>/dev/null | tr -d '\r' |
+  "$wine" reg query "$1\\$list" /v DisplayVersion /reg:64 2>/dev/null | tr -d '\r' |
     awk '/DisplayVersion/ { print $3 }'
 }
 expect_version() { [[ $(installed "$1") == "$2" ]] || fail "$1: $(installed "$1") is listed, not $2"; }
@@ -112,6 +112,8 @@ round_trip=$(windows_path "$work/$name/examples/windows/round_trip.vbs")
 for script in cscript "$script_of_32"; do
   "$wine" "$script" //nologo "$round_trip" >/dev/null 2>&1 # the system registers what scripts use
 done
+"$wine" reg add 'HKCU\Software\Classes' /f >/dev/null # as on every real system
+mkdir -p "${for_user%/*}"
 snapshot >before
 for scope in /AllUsers /CurrentUser; do
   hive=HKLM folder=$for_all
