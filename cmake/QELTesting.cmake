@@ -14,8 +14,9 @@ function(qel_add_test name)
   target_link_libraries(${name} PRIVATE QEL::qel ${QEL_TEST_MAIN})
   target_include_directories(${name} PRIVATE "${PROJECT_SOURCE_DIR}/tests")
   target_compile_definitions(${name} PRIVATE QEL_TEST_DIR="${PROJECT_SOURCE_DIR}/tests")
-  if(NOT MSVC)
-    # Nearly half of the time that their sources take is for optimisation, which tests nothing.
+  if(NOT MSVC AND NOT QEL_SANITIZE)
+    # Nearly half of the time that their sources take is for optimisation, which tests nothing; under
+    # sanitizers they would run for longer than that.
     target_compile_options(${name} PRIVATE -O0)
   endif()
   if(CMAKE_CROSSCOMPILING)
