@@ -11,10 +11,12 @@ namespace {
 
 using PointPointer = Pointer<IConnectionPoint>;
 
-IConnectionPoint* for_caller(const PointPointer& point) { return PointPointer(point).detach(); }
+IConnectionPoint* point_for_caller(const PointPointer& point) {
+  return PointPointer(point).detach();
+}
 
 using Enumerator =
-    ListEnumerator<IEnumConnectionPoints, PointPointer, IConnectionPoint*, for_caller>;
+    ListEnumerator<IEnumConnectionPoints, PointPointer, IConnectionPoint*, point_for_caller>;
 
 }  // namespace
 

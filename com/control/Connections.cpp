@@ -15,11 +15,11 @@ struct Connection {
   Pointer<IUnknown> sink;
 };
 
-CONNECTDATA for_caller(const Connection& connection) {
+CONNECTDATA connection_for_caller(const Connection& connection) {
   return {Pointer<IUnknown>(connection.sink).detach(), connection.cookie};
 }
 
-using Enumerator = ListEnumerator<IEnumConnections, Connection, CONNECTDATA, for_caller>;
+using Enumerator = ListEnumerator<IEnumConnections, Connection, CONNECTDATA, connection_for_caller>;
 
 }  // namespace
 

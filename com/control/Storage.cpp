@@ -124,7 +124,7 @@ void read_properties(HostedControl& control, const platform::PropertyBag& bag) {
   control.put_dirty(false);
 }
 
-std::u16string text_of(HostedControl& control) {
+std::u16string content_of(HostedControl& control) {
   headless::PropertyBag bag;
   write_properties(control, bag);
   return bag.get_All();
@@ -135,7 +135,7 @@ void load(HostedControl& control, IStream& stream) {
 }
 
 void save(HostedControl& control, IStream& stream) {
-  const std::u16string text = text_of(control);
+  const std::u16string text = content_of(control);
   const std::size_t size = text.size() * sizeof(char16_t);
   const StreamHead head = {stream_mark, static_cast<std::uint32_t>(size)};
   write(stream, &head, sizeof head);
@@ -167,7 +167,7 @@ HRESULT StreamStorage::Save(LPSTREAM stream, BOOL clear_dirty) {
 HRESULT StreamStorage::GetSizeMax(ULARGE_INTEGER* size) {
   if (size == nullptr) return E_POINTER;
   return guarded(IID_IPersistStreamInit, [&] {
-    size->QuadPart = sizeof(StreamHead) + text_of(control_).size() * sizeof(char16_t);
+    size->QuadPart = sizeof(StreamHead) + content_of(control_).size() * sizeof(char16_t);
   });
 }
 

@@ -23,7 +23,7 @@ using namespace platform;
 using test::ForeignObject;
 using test::others_of;
 
-Pointer<DataObject> data_object(DragData data) {
+Pointer<DataObject> dragged(DragData data) {
   return Pointer<DataObject>::adopted(new DataObject(std::move(data)));
 }
 
@@ -135,7 +135,7 @@ TEST_F(Dropping, GivesOwnDataAsItIs) {
     ++asked;
     data.put(format, u"\xD800 a lone half");
   });
-  const auto own = data_object(promises);
+  const auto own = dragged(promises);
   EXPECT_EQ(drag_and_drop(*own), DWORD{DROPEFFECT_MOVE});
   EXPECT_EQ(last, &own->data());
   EXPECT_EQ(box->get_Text(), u"\xD800 a lone half");
