@@ -11,9 +11,9 @@
 namespace qel::windows {
 namespace {
 
-// Signs are drawn in a square of 160 units, in white on black and larger than they are shown, so
-// that the mean of some pixels says how much of one is covered.
-constexpr int units = 160;
+// Signs are drawn in a square of 160 sign_units, in white on black and larger than they are shown,
+// so that the mean of some pixels says how much of one is covered.
+constexpr int sign_units = 160;
 constexpr int finer = 4;
 constexpr COLORREF white = 0xFFFFFF;
 
@@ -25,9 +25,9 @@ struct Letter {
 };
 
 constexpr int base_line = 128;
-constexpr Letter usual = {140};
-constexpr Letter lower = {125};
-constexpr Letter serif = {150, FW_NORMAL, false, L"Times New Roman"};
+constexpr Letter usual_letter = {140};
+constexpr Letter smaller_letter = {125};
+constexpr Letter serif_letter = {150, FW_NORMAL, false, L"Times New Roman"};
 
 /// Writes from `x` on.
 void write(HDC context, const wchar_t* text, const Letter& letter, int x, int y) {
@@ -45,7 +45,7 @@ void write(HDC context, const wchar_t* text, const Letter& letter, int x, int y)
 /// Writes in the middle.
 void write(HDC context, const wchar_t* text, const Letter& letter, int y = base_line) {
   SetTextAlign(context, TA_BASELINE | TA_CENTER);
-  write(context, text, letter, units / 2, y);
+  write(context, text, letter, sign_units / 2, y);
   SetTextAlign(context, TA_BASELINE | TA_LEFT);
 }
 
@@ -81,7 +81,7 @@ void draw_lines(HDC context, const POINT (&points)[Count]) {
 
 /// An x with a small 2, whose base line is there.
 void draw_script(HDC context, int y) {
-  write(context, L"x", usual, 15, 120);
+  write(context, L"x", usual_letter, 15, 120);
   write(context, L"2", {80, FW_SEMIBOLD}, 100, y);
 }
 
@@ -116,24 +116,24 @@ void draw(HDC context, Sign sign) {
     case Sign::italic:
       return write(context, L"I", {150, FW_NORMAL, true, L"Times New Roman"});
     case Sign::underline:
-      write(context, L"U", lower, 115);
+      write(context, L"U", smaller_letter, 115);
       return fill(context, {25, 140, 135, 150});
     case Sign::strike_out:
-      write(context, L"S", usual);
+      write(context, L"S", usual_letter);
       return fill(context, {25, 75, 135, 85});
     case Sign::raised:
       return draw_script(context, 70);
     case Sign::lowered:
       return draw_script(context, 150);
     case Sign::small_capitals:
-      write(context, L"A", lower, 5, base_line);
+      write(context, L"A", smaller_letter, 5, base_line);
       return write(context, L"A", {90, FW_SEMIBOLD}, 90, base_line);
     case Sign::font:
-      return write(context, L"F", serif);
+      return write(context, L"F", serif_letter);
     case Sign::color:
-      return write(context, L"A", lower, 105);
+      return write(context, L"A", smaller_letter, 105);
     case Sign::plain: {
-      write(context, L"A", lower, 5, 120);
+      write(context, L"A", smaller_letter, 5, 120);
       const Pen pen(context, 14);
       draw_lines(context, {{100, 100}, {145, 145}});
       return draw_lines(context, {{145, 100}, {100, 145}});
@@ -141,7 +141,7 @@ void draw(HDC context, Sign sign) {
     case Sign::undo:
       return draw_turn(context, [](LONG x) { return x; });
     case Sign::redo:
-      return draw_turn(context, [](LONG x) { return units - x; });
+      return draw_turn(context, [](LONG x) { return sign_units - x; });
     case Sign::brush:
       return draw_brush(context);
   }
@@ -184,7 +184,7 @@ std::vector<std::uint32_t> coverage(Sign sign, int side) {
   if (square.pixels() == nullptr) return {};
   const HDC context = square.context();
   SetMapMode(context, MM_ANISOTROPIC);
-  SetWindowExtEx(context, units, units, nullptr);
+  SetWindowExtEx(context, sign_units, sign_units, nullptr);
   SetViewportExtEx(context, large, large, nullptr);
   SetBkMode(context, TRANSPARENT);
   SetTextColor(context, white);
@@ -227,7 +227,9 @@ void draw_sign(HDC context, const RECT& place, int side, Sign sign, COLORREF ink
 
 void draw_color_bar(HDC context, const RECT& place, int side, COLORREF color) {
   const POINT at = corner(place, side);
-  const auto unit = [side](int place_in_square) { return MulDiv(place_in_square, side, units); };
+  const auto unit = [side](int place_in_square) {
+    return MulDiv(place_in_square, side, sign_units);
+  };
   const RECT bar = {at.x + unit(20), at.y + unit(125), at.x + unit(140), at.y + unit(155)};
   const HBRUSH brush = CreateSolidBrush(color);
   FillRect(context, &bar, brush);
