@@ -197,7 +197,7 @@ void write(IQELTextbox* box, const std::string& text) {
 void print_markup(IQELTextbox* box) {
   BSTR markup = nullptr;
   if (FAILED(box->get_TextQEL(&markup))) return;
-  std::string bytes(SysStringLen(markup) * 3, '\0');
+  std::string bytes(std::size_t{3} * SysStringLen(markup), '\0');
   bytes.resize(static_cast<std::size_t>(
       WideCharToMultiByte(CP_UTF8, 0, markup, static_cast<int>(SysStringLen(markup)), bytes.data(),
                           static_cast<int>(bytes.size()), nullptr, nullptr)));
