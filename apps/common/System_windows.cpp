@@ -18,7 +18,9 @@ using Ticks = std::chrono::duration<std::int64_t, std::ratio<1, 10'000'000>>;
 constexpr Ticks begin_of_1970{116'444'736'000'000'000};
 constexpr DWORD shared_with_all = FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE;
 
-HANDLE handle_of(std::intptr_t handle) { return reinterpret_cast<HANDLE>(handle); }
+HANDLE handle_of(std::intptr_t handle) {
+  return reinterpret_cast<HANDLE>(handle);  // NOLINT(performance-no-int-to-ptr)
+}
 
 std::intptr_t number_of(HANDLE handle) { return reinterpret_cast<std::intptr_t>(handle); }
 
@@ -88,7 +90,7 @@ std::string without_prefix(std::string_view path) {
 template <class Visit>
 std::error_code find_files(const std::wstring& pattern, Visit visit) {
   WIN32_FIND_DATAW found = {};
-  const HANDLE search = FindFirstFileW(pattern.c_str(), &found);
+  auto* const search = FindFirstFileW(pattern.c_str(), &found);
   if (search == INVALID_HANDLE_VALUE) return last_error();
   do {
     const bool is_link = (found.dwFileAttributes & FILE_ATTRIBUTE_REPARSE_POINT) != 0;
@@ -181,8 +183,8 @@ std::intptr_t open_existing(const std::string& path, DWORD access, std::error_co
   error = fault_of(path);
   if (error) return number_of(INVALID_HANDLE_VALUE);
   const std::wstring name = native(path);
-  const HANDLE handle = CreateFileW(name.c_str(), access, shared_with_all, nullptr, OPEN_EXISTING,
-                                    FILE_ATTRIBUTE_NORMAL, nullptr);
+  auto* const handle = CreateFileW(name.c_str(), access, shared_with_all, nullptr, OPEN_EXISTING,
+                                   FILE_ATTRIBUTE_NORMAL, nullptr);
   if (handle != INVALID_HANDLE_VALUE) return number_of(handle);
   error = last_error();
   const DWORD attributes = GetFileAttributesW(name.c_str());
@@ -212,9 +214,9 @@ File File::create_replacement(const std::string& path, const std::string& target
     return {};
   }
   // Shared in this way, it can be removed while it is written to.
-  const HANDLE handle = CreateFileW(native(path).c_str(), GENERIC_WRITE | FILE_READ_ATTRIBUTES,
-                                    FILE_SHARE_READ | FILE_SHARE_DELETE, nullptr, CREATE_NEW,
-                                    FILE_ATTRIBUTE_NORMAL, nullptr);
+  auto* const handle = CreateFileW(native(path).c_str(), GENERIC_WRITE | FILE_READ_ATTRIBUTES,
+                                   FILE_SHARE_READ | FILE_SHARE_DELETE, nullptr, CREATE_NEW,
+                                   FILE_ATTRIBUTE_NORMAL, nullptr);
   if (handle == INVALID_HANDLE_VALUE) {
     error = last_error();
     return {};
@@ -241,8 +243,8 @@ std::size_t File::read(char* bytes, std::size_t size, std::error_code& error) {
 
 bool File::wait(const Cancellation& cancellation) const {
   constexpr DWORD longest_pause = 16;
-  const HANDLE file = handle_of(handle_);
-  const HANDLE cancelled = handle_of(cancellation.ends_.first);
+  auto* const file = handle_of(handle_);
+  auto* const cancelled = handle_of(cancellation.ends_.first);
   if (is_terminal()) {
     const std::array<HANDLE, 2> handles = {cancelled, file};
     return WaitForMultipleObjects(2, handles.data(), FALSE, INFINITE) != WAIT_OBJECT_0;

@@ -109,13 +109,13 @@ bool is_output_terminal() { return is_console(GetStdHandle(STD_OUTPUT_HANDLE)); 
 
 bool can_rewrite_errors() {
   constexpr DWORD control_sequences = 4;  // ENABLE_VIRTUAL_TERMINAL_PROCESSING
-  const HANDLE console = GetStdHandle(STD_ERROR_HANDLE);
+  auto* const console = GetStdHandle(STD_ERROR_HANDLE);
   DWORD mode = 0;
   return GetConsoleMode(console, &mode) && SetConsoleMode(console, mode | control_sequences);
 }
 
 void write_error(std::string_view text) {
-  const HANDLE output = GetStdHandle(STD_ERROR_HANDLE);
+  auto* const output = GetStdHandle(STD_ERROR_HANDLE);
   std::string pending;
   DWORD count = 0;
   if (is_console(output)) {

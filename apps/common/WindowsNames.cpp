@@ -92,7 +92,7 @@ std::error_code fault_of(const std::string& path) {
 }
 
 std::wstring native(const std::string& path) {
-  const std::wstring given = to_wide(path);
+  std::wstring given = to_wide(path);
   if (is_left_to_system(path)) return given;
   std::wstring full;
   for (DWORD size = GetFullPathNameW(given.c_str(), 0, nullptr, nullptr); size > full.size();) {
@@ -106,8 +106,8 @@ std::wstring native(const std::string& path) {
 }
 
 std::error_code last_error() {
-  const DWORD number = GetLastError();
-  for (const DWORD gone : {ERROR_BROKEN_PIPE, ERROR_NO_DATA, ERROR_PIPE_NOT_CONNECTED}) {
+  const auto number = static_cast<long>(GetLastError());
+  for (const long gone : {ERROR_BROKEN_PIPE, ERROR_NO_DATA, ERROR_PIPE_NOT_CONNECTED}) {
     if (number == gone) return std::make_error_code(std::errc::broken_pipe);
   }
   const std::error_code error(static_cast<int>(number), std::system_category());
