@@ -17,8 +17,8 @@ void print(std::string_view text);
 
 /// Does the program's work and returns the exit status. An exception is reported as a failure, a
 /// `UsageError` as misuse. When the reader of the output has gone, the work ends quietly as a
-/// success. Writing fails, instead of ending the process, when a file reaches its size limit. A
-/// signal that ends the process removes its temporary files. Must be called before any thread is
+/// success. Writing fails, instead of ending the process, when a file reaches its size limit. An
+/// interrupt that ends the process removes its temporary files. Must be called before any thread is
 /// started.
 int run_program(const std::string& program, const std::function<int()>& work);
 

@@ -139,9 +139,10 @@ std::error_code create_folders(const std::string& path) {
   if (parent != path) {
     if (const std::error_code error = create_folders(parent)) return error;
   }
-  const bool is_there =
-      CreateDirectoryW(native(path).c_str(), nullptr) != 0 || status_of(path).kind == Kind::folder;
-  return error_of(is_there);
+  if (CreateDirectoryW(native(path).c_str(), nullptr)) return {};
+  const std::error_code error = last_error();
+  // Another process may have created it.
+  return status_of(path).kind == Kind::folder ? std::error_code() : error;
 }
 
 std::vector<std::string> files_matching(const std::string& pattern) {
