@@ -26,9 +26,9 @@ using convert::Options;
 using convert::OutputFormat;
 
 struct Format {
-  ConversionFormat number;
+  ConversionFormat number = cfFromName;
   std::optional<InputFormat> from;  // none: it is only written
-  OutputFormat to;
+  OutputFormat to = OutputFormat::qel;
   bool is_whole_page = false;
 };
 
@@ -102,14 +102,9 @@ void check(const Options& options) {
 std::string bytes_of_array(const Value& array) {
   SAFEARRAY* const source = array.get().parray;
   if (source == nullptr || SafeArrayGetDim(source) != 1) raise_bad("the array is not one of bytes");
-  LONG first = 0;
-  LONG last = 0;
-  SafeArrayGetLBound(source, 1, &first);
-  SafeArrayGetUBound(source, 1, &last);
   void* data = nullptr;
   if (FAILED(SafeArrayAccessData(source, &data))) raise_bad("the array is locked");
-  const auto count = static_cast<std::size_t>(last - first + 1);
-  std::string bytes(static_cast<const char*>(data), count);
+  std::string bytes(static_cast<const char*>(data), source->rgsabound[0].cElements);
   SafeArrayUnaccessData(source);
   return bytes;
 }

@@ -12,39 +12,39 @@
 namespace qel::com {
 namespace {
 
-constexpr auto boolean = SettingKind::boolean;
-constexpr auto choice = SettingKind::choice;
-constexpr auto color = SettingKind::color;
+constexpr auto as_boolean = SettingKind::boolean;
+constexpr auto as_choice = SettingKind::choice;
+constexpr auto as_color = SettingKind::color;
 
 constexpr std::array settings = {
-    Setting{QEL_PAGE_REVEAL_CODES, L"RevealCodes", boolean},
-    Setting{QEL_PAGE_LOSSLESS, L"Lossless", boolean},
-    Setting{QEL_PAGE_RECOGNIZE_CRLF, L"RecognizeCRLF", boolean},
-    Setting{QEL_PAGE_RECOGNIZE_TABS, L"RecognizeTabs", boolean},
-    Setting{QEL_PAGE_NL_TO_SPACE, L"ConvertNLToSpace", boolean},
-    Setting{QEL_PAGE_TABS_TO_SPACE, L"ConvertTabsToSpace", boolean},
-    Setting{QEL_PAGE_PASTE_TEXT_ONLY, L"PasteTextOnly", boolean},
+    Setting{QEL_PAGE_REVEAL_CODES, L"RevealCodes", as_boolean},
+    Setting{QEL_PAGE_LOSSLESS, L"Lossless", as_boolean},
+    Setting{QEL_PAGE_RECOGNIZE_CRLF, L"RecognizeCRLF", as_boolean},
+    Setting{QEL_PAGE_RECOGNIZE_TABS, L"RecognizeTabs", as_boolean},
+    Setting{QEL_PAGE_NL_TO_SPACE, L"ConvertNLToSpace", as_boolean},
+    Setting{QEL_PAGE_TABS_TO_SPACE, L"ConvertTabsToSpace", as_boolean},
+    Setting{QEL_PAGE_PASTE_TEXT_ONLY, L"PasteTextOnly", as_boolean},
     Setting{QEL_PAGE_FONT_NAME, L"FontName", SettingKind::text},
     Setting{QEL_PAGE_FONT_SIZE, L"FontSize", SettingKind::number},
-    Setting{QEL_PAGE_BACK_COLOR, L"BackColor", color},
-    Setting{QEL_PAGE_FORE_COLOR, L"ForeColor", color},
-    Setting{QEL_PAGE_IGNORE_COLOR, L"IgnoreColor", color},
-    Setting{QEL_PAGE_HIDE_COLOR, L"HideColor", color},
-    Setting{QEL_PAGE_NOTE_COLOR, L"NoteColor", color},
-    Setting{QEL_PAGE_ENABLED, L"Enabled", boolean},
-    Setting{QEL_PAGE_ALLOW_EDITS, L"AllowEdits", boolean},
-    Setting{QEL_PAGE_TAB_STOP, L"TabStop", boolean},
-    Setting{QEL_PAGE_MULTILINE, L"Multiline", boolean},
-    Setting{QEL_PAGE_ACT_ON_STYLES, L"ActOnStyles", boolean},
-    Setting{QEL_PAGE_ACT_ON_FONTS, L"ActOnFonts", boolean},
-    Setting{QEL_PAGE_ACT_ON_COLORS, L"ActOnColors", boolean},
-    Setting{QEL_PAGE_ACT_ON_PLAIN, L"ActOnPlain", boolean},
-    Setting{QEL_PAGE_SHIFT_F2, L"ShowEditorOnShiftF2", boolean},
-    Setting{QEL_PAGE_BORDER_STYLE, L"BorderStyle", choice},
-    Setting{QEL_PAGE_SCROLL_BARS, L"ScrollBars", choice},
-    Setting{QEL_PAGE_XP_THEME, L"XPTheme", choice},
-    Setting{QEL_PAGE_DRAG_MODE, L"OLEDragMode", choice},
-    Setting{QEL_PAGE_DROP_MODE, L"OLEDropMode", choice},
+    Setting{QEL_PAGE_BACK_COLOR, L"BackColor", as_color},
+    Setting{QEL_PAGE_FORE_COLOR, L"ForeColor", as_color},
+    Setting{QEL_PAGE_IGNORE_COLOR, L"IgnoreColor", as_color},
+    Setting{QEL_PAGE_HIDE_COLOR, L"HideColor", as_color},
+    Setting{QEL_PAGE_NOTE_COLOR, L"NoteColor", as_color},
+    Setting{QEL_PAGE_ENABLED, L"Enabled", as_boolean},
+    Setting{QEL_PAGE_ALLOW_EDITS, L"AllowEdits", as_boolean},
+    Setting{QEL_PAGE_TAB_STOP, L"TabStop", as_boolean},
+    Setting{QEL_PAGE_MULTILINE, L"Multiline", as_boolean},
+    Setting{QEL_PAGE_ACT_ON_STYLES, L"ActOnStyles", as_boolean},
+    Setting{QEL_PAGE_ACT_ON_FONTS, L"ActOnFonts", as_boolean},
+    Setting{QEL_PAGE_ACT_ON_COLORS, L"ActOnColors", as_boolean},
+    Setting{QEL_PAGE_ACT_ON_PLAIN, L"ActOnPlain", as_boolean},
+    Setting{QEL_PAGE_SHIFT_F2, L"ShowEditorOnShiftF2", as_boolean},
+    Setting{QEL_PAGE_BORDER_STYLE, L"BorderStyle", as_choice},
+    Setting{QEL_PAGE_SCROLL_BARS, L"ScrollBars", as_choice},
+    Setting{QEL_PAGE_XP_THEME, L"XPTheme", as_choice},
+    Setting{QEL_PAGE_DRAG_MODE, L"OLEDragMode", as_choice},
+    Setting{QEL_PAGE_DROP_MODE, L"OLEDropMode", as_choice},
 };
 
 Value value_in(IQELTextbox& box, const Setting& setting) {
