@@ -295,7 +295,11 @@ RECT BoxDisplay::caret_at(std::size_t position) const {
   DWORD width = 1;
   SystemParametersInfoW(SPI_GETCARETWIDTH, 0, &width, 0);
   const int pixels = std::max(scaled(static_cast<int>(width), dpi_), 1);
-  const double size = box_.document().format_at(position).size;
+  const Document& document = box_.document();
+  const std::size_t last = std::max<std::size_t>(document.size(), 1) - 1;
+  const CharFormat& format =
+      document.size() == 0 ? box_.typing_format() : document.format_at(std::min(position, last));
+  const double size = format.size;
   const POINT top = point_of(position);
   return {top.x, top.y, top.x + pixels, top.y + std::lround(size * line_of_points * dpi_)};
 }
