@@ -386,20 +386,35 @@ BoxWindow::Handled BoxWindow::handle_own(UINT message, WPARAM parameter, LPARAM 
   }
   if (message == EM_CANUNDO) return box_.can_undo() ? TRUE : FALSE;
   if (message == EM_CANREDO) return box_.can_redo() ? TRUE : FALSE;
-  if (message == WM_CTLCOLORSTATIC) return color_drop_caret(reinterpret_cast<HDC>(parameter));
-  if (message == WM_GETOBJECT && static_cast<LONG>(data) == OBJID_CLIENT) {
-    return BoxAccessible::answer(window_, box_.weak_from_this(), parameter);
-  }
-  // Owners pass the first one on, the system sends the other, which tells no number.
-  if (message == WM_DPICHANGED) {
-    put_dpi(HIWORD(parameter));
-    return 0;
-  }
-  if (message == dpi_changed_after_parent) put_dpi(dpi_of(window_));
-  // The box has a font of its own.
-  if (message == WM_SETFONT) return 0;
-  if (message == WM_SYSCOLORCHANGE || message == WM_THEMECHANGED) show_colors();
+  if (const Handled handled = handle_look(message, parameter, data)) return handled;
   return handle_key(message, parameter, data);
+}
+
+/// What has to do with how the box looks, and what it tells those who cannot see it.
+BoxWindow::Handled BoxWindow::handle_look(UINT message, WPARAM parameter, LPARAM data) {
+  switch (message) {
+    case WM_CTLCOLORSTATIC:
+      return color_drop_caret(reinterpret_cast<HDC>(parameter));
+    case WM_GETOBJECT:
+      if (static_cast<LONG>(data) != OBJID_CLIENT) return {};
+      return BoxAccessible::answer(window_, box_.weak_from_this(), parameter);
+    case WM_SETFONT:
+      // The box has a font of its own.
+      return 0;
+    case WM_DPICHANGED:
+      // Owners pass it on; the other one comes from the system and tells no number.
+      put_dpi(HIWORD(parameter));
+      return 0;
+    case dpi_changed_after_parent:
+      put_dpi(dpi_of(window_));
+      return {};
+    case WM_SYSCOLORCHANGE:
+    case WM_THEMECHANGED:
+      show_colors();
+      return {};
+    default:
+      return {};
+  }
 }
 
 /// Text being composed is in the window alone. Where the box has changed meanwhile it is lost,

@@ -44,7 +44,7 @@ class BoxWindow : public box::View {
   void put_owner(platform::WindowHandle owner) override;
   platform::Clipboard& clipboard() override { return clipboard_; }
   void carry(box::Drag& drag) override;
-  Color text_color() const override { return color_value(system_color(COLOR_WINDOWTEXT)); }
+  Color text_color() const override { return static_cast<Color>(GetSysColor(COLOR_WINDOWTEXT)); }
   /// Messages being handled hold on to the box, so there are none now.
   void close() override { delete this; }
 
@@ -70,6 +70,7 @@ class BoxWindow : public box::View {
                                     UINT_PTR id, DWORD_PTR view);
   LRESULT handle(UINT message, WPARAM parameter, LPARAM data);
   Handled handle_own(UINT message, WPARAM parameter, LPARAM data);
+  Handled handle_look(UINT message, WPARAM parameter, LPARAM data);
   LRESULT act_natively(UINT message, WPARAM parameter, LPARAM data);
   Handled compose(UINT message, WPARAM parameter, LPARAM data);
 
