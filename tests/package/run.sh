@@ -31,7 +31,7 @@ windows_path() { echo "Z:${1//\//\\}"; }
 
 unzip -q "$zip" && unzip -q "$symbols"
 for path in LICENSE.txt README.txt docs/windows.md docs/hosts/vba.md examples/windows/round_trip.vbs \
-  x{64,86}/bin/{qel.exe,qel.dll,qelcom.dll,qelcom.manifest} x{64,86}/lib/{libqel.a,libqel_capi.dll.a} \
+  x{64,86}/bin/{qel.exe,qel.dll,qelcom.dll,qelcom.manifest} x{64,86}/lib/{libqel.a,libqel_capi.dll.a,qel.def} \
   x{64,86}/include/qel/{capi.h,qelcom.h,qelcom.tlb,version.h} x{64,86}/lib/cmake/QEL/QELConfig.cmake; do
   [[ -s $name/$path ]] || fail "the zip lacks $path"
 done
