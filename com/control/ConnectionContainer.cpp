@@ -15,7 +15,7 @@ IConnectionPoint* point_for_caller(const PointPointer& point) {
   return PointPointer(point).detach();
 }
 
-using Enumerator =
+using PointEnumerator =
     ListEnumerator<IEnumConnectionPoints, PointPointer, IConnectionPoint*, point_for_caller>;
 
 }  // namespace
@@ -32,7 +32,7 @@ HRESULT ConnectionContainer::EnumConnectionPoints(IEnumConnectionPoints** result
     std::vector<PointPointer> points;
     points.emplace_back(&events_);
     points.emplace_back(&notices_);
-    *result = new Enumerator(std::move(points));
+    *result = new PointEnumerator(std::move(points));
   });
 }
 

@@ -19,7 +19,8 @@ CONNECTDATA connection_for_caller(const Connection& connection) {
   return {Pointer<IUnknown>(connection.sink).detach(), connection.cookie};
 }
 
-using Enumerator = ListEnumerator<IEnumConnections, Connection, CONNECTDATA, connection_for_caller>;
+using ConnectionEnumerator =
+    ListEnumerator<IEnumConnections, Connection, CONNECTDATA, connection_for_caller>;
 
 }  // namespace
 
@@ -79,7 +80,7 @@ HRESULT Connections::EnumConnections(IEnumConnections** result) {
   return guarded(IID_IConnectionPoint, [&] {
     std::vector<Connection> connections;
     for (const auto& [cookie, sink] : sinks_) connections.push_back({cookie, sink});
-    *result = new Enumerator(std::move(connections));
+    *result = new ConnectionEnumerator(std::move(connections));
   });
 }
 
