@@ -57,8 +57,13 @@ HRESULT Embedding::GetClipboardData(DWORD /*reserved*/, IDataObject** data) {
 
 HRESULT Embedding::DoVerb(LONG verb, LPMSG /*message*/, IOleClientSite* /*site*/, LONG /*index*/,
                           HWND parent, LPCRECT /*place*/) {
-  if (verb == OLEIVERB_PROPERTIES) return show_properties(whole(), control_.client_site(), parent);
   HRESULT result = S_OK;
+  if (verb == OLEIVERB_PROPERTIES) {
+    control_.put_modal(true);
+    result = show_properties(whole(), control_.client_site(), parent);
+    control_.put_modal(false);
+    return result;
+  }
   const HRESULT done = guarded(IID_IOleObject, [&] { result = act(verb); });
   return FAILED(done) ? done : result;
 }
