@@ -205,10 +205,10 @@ TEST_F(BoxWindows, AreReadableInTheColorsOfTheirHosts) {
   high.has_high_contrast = true;
   struct Row {
     Scheme scheme;
-    Color back;
-    COLORREF shown;
-    COLORREF plain;
-    double contrast;  // of red; 0 where it is shown as it is
+    Color back = 0;
+    COLORREF shown = 0;
+    COLORREF plain = 0;
+    double contrast = 0;  // of red; 0 where it is shown as it is
   };
   const auto box = new_box();
   box->put_TextRTF(u"{\\rtf1{\\colortbl;\\red255;}plain\\cf1 red}");
@@ -267,7 +267,7 @@ TEST_F(BoxWindows, TellWhatTheyAreToThoseWhoCannotSeeThem) {
   self.vt = VT_I4;
   BSTR text = nullptr;
   const auto taken = [&] {
-    const std::u16string result(utf16(text, SysStringLen(text)));
+    std::u16string result(utf16(text, SysStringLen(text)));
     SysFreeString(std::exchange(text, nullptr));
     return result;
   };

@@ -63,7 +63,8 @@ TEST(DataObject, OffersTextRTFAndHTML) {
   EXPECT_EQ(bytes_of(*object, CF_TEXT).substr(0, 3), "a?\0"sv);
   EXPECT_STREQ(bytes_of(*object, rtf).c_str(), "{\\rtf1 \\b \\'e4}");
   EXPECT_EQ(bytes_of(*object, CF_BITMAP), "none");
-  const std::string html = bytes_of(*object, html_clipboard_format()).c_str();
+  const std::string block = bytes_of(*object, html_clipboard_format());
+  const std::string html = block.substr(0, block.find('\0'));
   EXPECT_EQ(part_of_html(html, "StartFragment:", "EndFragment:"),
             "<b><span style=\"font-family:'Arial'\">\xC3\xA4</span></b>");
   EXPECT_EQ(part_of_html(html, "StartHTML:", "EndHTML:"), html.substr(html.find("<html>")));

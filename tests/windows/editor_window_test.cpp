@@ -313,9 +313,9 @@ class WindowsLargeEditor : public testing::Test {
 };
 
 TEST_F(WindowsLargeEditor, FormatsByItsBar) {
-  constexpr const char* rest =
+  static constexpr const char* rest =
       "Strikeout, Superscript, Subscript, Small Capitals, Plain, Copy Format";
-  const auto shows = [rest](const std::string& begin) { EXPECT_EQ(buttons(), begin + rest); };
+  const auto shows = [](const std::string& begin) { EXPECT_EQ(buttons(), begin + rest); };
   edit({[&] {
           box().select({2, 2});
         },
