@@ -19,7 +19,8 @@ endif()
 if(CMAKE_UNITY_BUILD)
   # A name of one source may hide that of another, and a source is a header to GCC.
   if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
-    add_compile_options(-Wno-shadow -Wshadow=local -Wno-subobject-linkage)
+    add_compile_options(-Wno-shadow -Wshadow=local
+                        $<$<COMPILE_LANGUAGE:CXX>:-Wno-subobject-linkage>)
   else()
     add_compile_options(-Wno-shadow)
   endif()
