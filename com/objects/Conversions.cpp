@@ -60,13 +60,12 @@ void put_from(Options& options, ConversionFormat from) {
   options.from = format->from;
 }
 
-bool is_left_out(const VARIANT& value) {
-  return is_missing(value) || value.vt == VT_EMPTY || value.vt == VT_NULL;
+bool is_left_out(const Value& value) {
+  return is_missing(value.get()) || value.type() == VT_EMPTY || value.type() == VT_NULL;
 }
 
 template <class Class>
-std::shared_ptr<Class> object_in(const VARIANT& variable) {
-  const Value value(variable);
+std::shared_ptr<Class> object_in(const Value& value) {
   if (value.type() != VT_DISPATCH && value.type() != VT_UNKNOWN) {
     throw Error(errors::type_mismatch, "QEL", "the tables are no objects");
   }
@@ -82,8 +81,10 @@ Options options_for(const RTFParser& parser, const Wanted& wanted) {
     options.switches = {parser.get_ConvertNLToSpace(), parser.get_ConvertTabsToSpace(),
                         parser.get_RecognizeCRLF(), parser.get_RecognizeTabs()};
   }
-  if (!is_left_out(wanted.fonts)) options.fonts = *object_in<QELIndexFonts>(wanted.fonts);
-  if (!is_left_out(wanted.colors)) options.colors = object_in<QELIndexColors>(wanted.colors);
+  const Value fonts(wanted.fonts);
+  const Value colors(wanted.colors);
+  if (!is_left_out(fonts)) options.fonts = *object_in<QELIndexFonts>(fonts);
+  if (!is_left_out(colors)) options.colors = object_in<QELIndexColors>(colors);
   put_from(options, wanted.from);
 #ifdef QEL_HAS_HTML
   options.html_reader = html::reader();
@@ -133,8 +134,7 @@ std::string file_of_text(std::u16string_view text) {
   return bytes;
 }
 
-std::string bytes_of(const VARIANT& source) {
-  const Value value(source);
+std::string bytes_of(const Value& value) {
   if (value.type() == VT_BSTR) return file_of_text(text_of(value.get().bstrVal));
   if (value.type() == (VT_ARRAY | VT_UI1)) return bytes_of_array(value);
   if (value.type() == (VT_ARRAY | VT_VARIANT)) return bytes_of_numbers(value);
@@ -187,8 +187,9 @@ std::string Conversions::bytes(const RTFParser& parser, const VARIANT& source,
                                const Wanted& wanted) {
   Options options = options_for(parser, wanted);
   put_to(options, wanted.to);
-  options.keeps_last_break = source.vt == VT_BSTR;
-  const std::string input = bytes_of(source);
+  const Value given(source);
+  options.keeps_last_break = given.type() == VT_BSTR;
+  const std::string input = bytes_of(given);
   std::string output;
   std::string_view left = input;
   report_ = {};

@@ -56,6 +56,25 @@ TEST_F(ValuesTest, ChangesVariablesOfAnyType) {
   EXPECT_EQ(text->LeftStr(Text(L"abc"), nullptr, &result), static_cast<HRESULT>(0x800A005B));
 }
 
+TEST_F(ValuesTest, AreTheSameInVariables) {
+  const Component component;
+  const auto parser = component.create<IRTFParser>(__uuidof(RTFParser));
+  const Text text(L"a\n");
+  BSTR variable = text;
+  VARIANT given = {};
+  given.vt = VT_BSTR;
+  given.bstrVal = text;
+  VARIANT reference = {};
+  reference.vt = VT_BYREF | VT_BSTR;
+  reference.pbstrVal = &variable;
+  BSTR result = nullptr;
+  parser->put_Lossless(VARIANT_TRUE);
+  for (const VARIANT& source : {given, reference}) {
+    EXPECT_EQ(parser->Convert(source, cfMarkup, cfMarkup, {}, {}, &result), S_OK);
+    EXPECT_EQ(taken(result), L"a/nl") << source.vt;
+  }
+}
+
 /// What a host gives to draw on, which fails when it is asked for anything.
 class FailingCanvas final : public Called {
  public:
