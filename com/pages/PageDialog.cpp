@@ -8,8 +8,8 @@
 
 #include "com/control/Choices.h"
 #include "com/pages/PageIds.h"
-#include "qel/base/Color.h"
 #include "qel/base/Error.h"
+#include "windows/Colors.h"
 #include "windows/Module.h"
 #include "windows/Text.h"
 
@@ -62,11 +62,7 @@ std::u16string chosen_in(HWND list) {
   return text;
 }
 
-COLORREF seen(const Value& color) {
-  const auto value = in_type<std::int32_t>(color);
-  return is_system_color(value) ? GetSysColor(system_color_index(value))
-                                : static_cast<COLORREF>(value);
-}
+COLORREF seen(const Value& color) { return windows::color_value(in_type<std::int32_t>(color)); }
 
 /// A check box has a third state only as long as the text boxes differ.
 void show_check(HWND box, const Value& value) {
