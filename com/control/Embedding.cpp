@@ -59,6 +59,8 @@ HRESULT Embedding::DoVerb(LONG verb, LPMSG /*message*/, IOleClientSite* /*site*/
                           HWND parent, LPCRECT /*place*/) {
   HRESULT result = S_OK;
   if (verb == OLEIVERB_PROPERTIES) {
+    // The host may release the last reference meanwhile.
+    const Pointer<IUnknown> held(&whole());
     control_.put_modal(true);
     result = show_properties(whole(), control_.client_site(), parent);
     control_.put_modal(false);
