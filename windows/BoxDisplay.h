@@ -41,6 +41,7 @@ class BoxDisplay {
   /// Shows everything in the size for that many dots per inch. The window itself draws as for the
   /// whole screen.
   void put_dpi(int dpi);
+  int dpi() const { return dpi_; }
   /// Sets the font of an empty text; an invalid size is left out.
   void put_font(const std::u16string& name, float size);
 

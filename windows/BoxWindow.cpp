@@ -188,6 +188,9 @@ void BoxWindow::put_owner(platform::WindowHandle owner) {
   }
   if (owner_ == nullptr) ShowWindow(window_, SW_HIDE);
   SetParent(window_, owner_ == nullptr ? HWND_MESSAGE : owner_);
+  // The system does not tell that the owner is on a screen of another resolution.
+  const int dpi = dpi_of(window_);
+  if (owner_ != nullptr && dpi != display_.dpi()) put_dpi(dpi);
   place();
 }
 

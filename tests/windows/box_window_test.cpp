@@ -248,6 +248,10 @@ TEST_F(BoxWindows, GrowWithTheResolutionOfTheirScreen) {
     EXPECT_NEAR(test::point_of(*box, 5).y, times * before, 2);
     expect_shown(*box);
   }
+  SendMessageW(window_of(*box), WM_DPICHANGED, MAKEWPARAM(4 * usual_dpi, 4 * usual_dpi), 0);
+  box->put_owner(0);
+  box->put_owner(window_handle(form()));
+  EXPECT_NEAR(test::point_of(*box, 5).y, before, 2) << "on an owner of the usual resolution";
 }
 
 TEST_F(BoxWindows, TellWhatTheyAreToThoseWhoCannotSeeThem) {
