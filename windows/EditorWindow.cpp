@@ -54,14 +54,13 @@ void put_in_middle(HWND window, SIZE size) {
   SetWindowPos(window, nullptr, left, top, size.cx, size.cy, SWP_NOZORDER | SWP_NOACTIVATE);
 }
 
-RECT in_pixels(const platform::EditorRectangle& rectangle, const platform::Screen& screen) {
-  return {rectangle.left / screen.twips_per_pixel_x, rectangle.top / screen.twips_per_pixel_y,
-          rectangle.width / screen.twips_per_pixel_x, rectangle.height / screen.twips_per_pixel_y};
-}
-
-RECT scaled(const RECT& place, int dpi) {
-  return {windows::scaled(place.left, dpi), windows::scaled(place.top, dpi),
-          windows::scaled(place.right, dpi), windows::scaled(place.bottom, dpi)};
+/// In pixels of a window of that resolution; the screen's are those of the system's resolution.
+RECT in_pixels(const platform::EditorRectangle& rectangle, const platform::Screen& screen,
+               int dpi) {
+  const int system = dpi_of_screen();
+  const auto x = [&](int twips) { return MulDiv(twips / screen.twips_per_pixel_x, dpi, system); };
+  const auto y = [&](int twips) { return MulDiv(twips / screen.twips_per_pixel_y, dpi, system); };
+  return {x(rectangle.left), y(rectangle.top), x(rectangle.width), y(rectangle.height)};
 }
 
 /// The window of the box whose text is edited, if it has one that is shown, or else the active one.
@@ -180,7 +179,7 @@ void EditorWindow::arrange() const {
 
 void EditorWindow::put_extent(std::int32_t width, std::int32_t height) {
   if (window_ == nullptr) return;
-  RECT wanted = in_pixels({0, 0, width, height}, screen());
+  RECT wanted = in_pixels({0, 0, width, height}, screen(), dpi_);
   wanted.bottom += around_form();
   if (bar_) wanted.right = std::max<LONG>(wanted.right, bar_->width());
   RECT outer = {0, 0, wanted.right, wanted.bottom};
@@ -200,7 +199,7 @@ void EditorWindow::lay_out(const platform::EditorRectangle& box,
   if (window_ == nullptr) return;
   const platform::Screen here = screen();
   const LONG top = form().top;
-  const RECT place = scaled(in_pixels(box, here), dpi_);
+  const RECT place = in_pixels(box, here, dpi_);
   platform::BoxAppearance appearance = box_->appearance();
   appearance.left = place.left;
   appearance.top = top + place.top;
@@ -208,7 +207,7 @@ void EditorWindow::lay_out(const platform::EditorRectangle& box,
   appearance.height = place.bottom;
   box_->put_appearance(appearance);
   const auto move = [&](HWND button, const platform::EditorRectangle& rectangle) {
-    const RECT at = scaled(in_pixels(rectangle, here), dpi_);
+    const RECT at = in_pixels(rectangle, here, dpi_);
     MoveWindow(button, at.left, top + at.top, at.right, at.bottom, TRUE);
   };
   move(ok_, ok);
@@ -363,8 +362,9 @@ void EditorWindow::tell_size() {
   if (listener_ == nullptr) return;
   const platform::Screen here = screen();
   const RECT area = form();
-  listener_->on_resize(MulDiv(area.right, usual_dpi, dpi_) * here.twips_per_pixel_x,
-                       MulDiv(area.bottom - area.top, usual_dpi, dpi_) * here.twips_per_pixel_y);
+  const int system = dpi_of_screen();
+  listener_->on_resize(MulDiv(area.right, system, dpi_) * here.twips_per_pixel_x,
+                       MulDiv(area.bottom - area.top, system, dpi_) * here.twips_per_pixel_y);
 }
 
 /// The box, too, sends notifications as commands.
@@ -406,6 +406,7 @@ LRESULT EditorWindow::handle(UINT message, WPARAM w, LPARAM l) {
       return 0;
     case WM_SYSCOLORCHANGE:
       if (bar_) SendMessageW(bar_->window(), message, w, l);
+      if (box_) SendMessageW(native_window(box_->window()), message, w, l);
       return 0;
     case WM_DPICHANGED:
       put_dpi(HIWORD(w), *reinterpret_cast<const RECT*>(l));

@@ -17,6 +17,7 @@
 #include "BoxInWindow.h"
 #include "qel/control/QELTextbox.h"
 #include "support/Form.h"
+#include "windows/Dpi.h"
 #include "windows/EditorWindow.h"
 #include "windows/Text.h"
 #include "windows/WindowHandle.h"
@@ -220,10 +221,27 @@ TEST_F(WindowsEditor, LaysOutItsPartsInTwips) {
       EXPECT_EQ(place.right - place.left, 1500 / screen.twips_per_pixel_x);
       EXPECT_EQ(inner.bottom - place.top, 450 / screen.twips_per_pixel_y);
     }
+    const auto dpi = static_cast<WORD>(2 * dpi_of_screen());
+    const RECT place = {0, 0, 400, 300};
+    SendMessageW(window->window(), WM_DPICHANGED, MAKEWPARAM(dpi, dpi),
+                 reinterpret_cast<LPARAM>(&place));
+    window->put_extent(4500, 3000);
+    EXPECT_EQ(form.extent, (EditorRectangle{0, 0, 4500, 3000})) << "at any resolution";
     form.told.clear();
     ShowWindow(window->window(), SW_MINIMIZE);
     EXPECT_GT(form.extent.width, 0) << "an icon is no extent";
   });
+}
+
+TEST_F(WindowsEditor, TellsItsBoxThatColorsHaveChanged) {
+  const INT element = COLOR_WINDOW;
+  const COLORREF usual = GetSysColor(element);
+  const COLORREF black = 0;
+  SetSysColors(1, &element, &black);
+  SendMessageW(window->window(), WM_SYSCOLORCHANGE, 0, 0);
+  const LRESULT shown = SendMessageW(test::window_of(*window->box()), EM_SETBKGNDCOLOR, 0, 0);
+  SetSysColors(1, &element, &usual);
+  EXPECT_EQ(static_cast<COLORREF>(shown), black);
 }
 
 /// The large editor of a text box.
@@ -381,7 +399,8 @@ TEST_F(WindowsLargeEditor, GrowsWithTheResolution) {
     RECT ok = {};
     GetWindowRect(GetDlgItem(editor(), IDOK), &ok);
     const RECT place = {0, 0, 700, 600};
-    SendMessageW(editor(), WM_DPICHANGED, MAKEWPARAM(192, 192), reinterpret_cast<LPARAM>(&place));
+    const auto dpi = static_cast<WORD>(2 * dpi_of_screen());
+    SendMessageW(editor(), WM_DPICHANGED, MAKEWPARAM(dpi, dpi), reinterpret_cast<LPARAM>(&place));
     EXPECT_EQ(top(), 2 * before);
     RECT large = {};
     GetWindowRect(GetDlgItem(editor(), IDOK), &large);
