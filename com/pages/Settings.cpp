@@ -95,7 +95,9 @@ Value SharedSettings::get(const Setting& setting) const {
 }
 
 void SharedSettings::put(const Setting& setting, const Value& value) const {
-  for (const auto& box : boxes_) {
+  // Hosts that are told of a change may name other objects.
+  const auto boxes = boxes_;
+  for (const auto& box : boxes) {
     HostObject(box.get()).put(windows::utf16(setting.name), plain(value.get()));
   }
 }

@@ -110,6 +110,29 @@ TEST_F(Pages, ChangesWhatTheUserHasChangedInAllBoxes) {
   EXPECT_EQ(page_->IsPageDirty(), S_OK);
 }
 
+/// A designer that is told of a change shows what is chosen anew.
+class Reader : public NoticeSink {
+ public:
+  std::function<void()> act;
+
+  STDMETHODIMP OnChanged(DISPID) override { return act(), S_OK; }
+};
+
+TEST_F(Pages, MayGetOtherBoxesWhileTheyChangeThese) {
+  ASSERT_EQ(show(), S_OK);
+  IUnknown* first = boxes_[0].get();
+  Reader reader;
+  reader.act = [&] { EXPECT_EQ(page_->SetObjects(1, &first), S_OK); };
+  const Connection connection(*boxes_[0], IID_IPropertyNotifySink, reader);
+  SendMessageW(control(QEL_PAGE_ENABLED), BM_CLICK, 0, 0);
+  EXPECT_EQ(page_->Apply(), S_OK);
+  for (const auto& box : boxes_) {
+    VARIANT_BOOL is_enabled = VARIANT_TRUE;
+    box->get_Enabled(&is_enabled);
+    EXPECT_EQ(is_enabled, VARIANT_FALSE);
+  }
+}
+
 TEST_F(Pages, ShowsHowItLooks) {
   for (const auto& box : boxes_) box->put_BackColor(RGB(255, 255, 0));
   ASSERT_EQ(show(), S_OK);
