@@ -3,7 +3,7 @@
 #include <ocidl.h>
 #include <olectl.h>
 
-#include <optional>
+#include <memory>
 
 #include "com/automation/Errors.h"
 #include "com/control/CallerString.h"
@@ -39,7 +39,8 @@ class PropertyPage final : public windows::ComObject<IPropertyPage2> {
     if (place == nullptr) return E_POINTER;
     if (settings_.is_empty()) return E_UNEXPECTED;
     return guarded(IID_IPropertyPage, [&] {
-      dialog_.emplace(parent, settings_, [this] { on_change(); });
+      dialog_.reset();
+      dialog_ = std::make_shared<PageDialog>(parent, settings_, [this] { on_change(); });
       put_place(*place);
     });
   }
@@ -72,7 +73,8 @@ class PropertyPage final : public windows::ComObject<IPropertyPage2> {
   STDMETHODIMP Apply() override {
     if (settings_.is_empty()) return E_UNEXPECTED;
     return guarded(IID_IPropertyPage, [&] {
-      if (dialog_) dialog_->apply();
+      // Hosts that are told of a change may close the page.
+      if (const auto dialog = dialog_) dialog->apply();
     });
   }
   STDMETHODIMP Help(LPCOLESTR /*folder*/) override { return E_NOTIMPL; }
@@ -109,7 +111,7 @@ class PropertyPage final : public windows::ComObject<IPropertyPage2> {
   const ModuleUse module_use_;
   Pointer<IPropertyPageSite> site_;
   SharedSettings settings_;
-  std::optional<PageDialog> dialog_;
+  std::shared_ptr<PageDialog> dialog_;
 };
 
 }  // namespace
