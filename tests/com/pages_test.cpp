@@ -200,11 +200,13 @@ BOOL CALLBACK close_frame(HWND window, LPARAM) {
   return TRUE;
 }
 
+void CALLBACK close_frames(HWND, UINT, UINT_PTR, DWORD) {
+  EnumThreadWindows(GetCurrentThreadId(), close_frame, 0);
+}
+
 TEST_F(Pages, AreShownByTheSystem) {
   const RegisteredClass page(component_, __uuidof(::QELTextboxPage));
-  const UINT_PTR timer = SetTimer(nullptr, 0, 100, [](HWND, UINT, UINT_PTR, DWORD) {
-    EnumThreadWindows(GetCurrentThreadId(), close_frame, 0);
-  });
+  const UINT_PTR timer = SetTimer(nullptr, 0, 100, close_frames);
   const auto object = boxes_[0].as<IOleObject>();
   EXPECT_EQ(object->DoVerb(OLEIVERB_PROPERTIES, nullptr, nullptr, 0, frame_, nullptr), S_OK);
   KillTimer(nullptr, timer);
