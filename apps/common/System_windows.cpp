@@ -86,6 +86,13 @@ std::string without_prefix(std::string_view path) {
   return std::string(path.substr(path.starts_with(drive) ? drive.size() : 0));
 }
 
+/// Folders that are kept in a cloud are reparse points, too. Wine names no kind of them.
+bool leads_elsewhere(const WIN32_FIND_DATAW& found) {
+  const DWORD kind = found.dwReserved0;
+  return (found.dwFileAttributes & FILE_ATTRIBUTE_REPARSE_POINT) != 0 &&
+         (kind == 0 || IsReparseTagNameSurrogate(kind));
+}
+
 /// Calls `visit` for each that fits the pattern.
 template <class Visit>
 std::error_code find_files(const std::wstring& pattern, Visit visit) {
@@ -93,7 +100,7 @@ std::error_code find_files(const std::wstring& pattern, Visit visit) {
   auto* const search = FindFirstFileW(pattern.c_str(), &found);
   if (search == INVALID_HANDLE_VALUE) return last_error();
   do {
-    const bool is_link = (found.dwFileAttributes & FILE_ATTRIBUTE_REPARSE_POINT) != 0;
+    const bool is_link = leads_elsewhere(found);
     const bool is_hidden = (found.dwFileAttributes & FILE_ATTRIBUTE_HIDDEN) != 0;
     Entry entry = {to_narrow(found.cFileName), kind_of(found.dwFileAttributes), is_link, is_hidden};
     if (entry.name.starts_with('.')) entry.is_hidden = true;

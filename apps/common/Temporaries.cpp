@@ -29,6 +29,11 @@ std::string folder_of(const std::string& path) {
   return folder.empty() ? "." : folder;
 }
 
+/// With the system's own separator: some paths of Windows take no other.
+std::string path_of(const std::string& folder, const std::string& name) {
+  return to_text(to_path(folder) / name);
+}
+
 bool is_name(std::string_view name) {
   if (!name.starts_with(prefix)) return false;
   const std::string_view numbers = name.substr(prefix.size());
@@ -41,7 +46,7 @@ bool is_name(std::string_view name) {
 void remove_files_left_in(const std::string& folder) {
   std::error_code error;
   for (const system::Entry& entry : system::entries_of(folder, error)) {
-    if (is_name(entry.name)) system::remove_if_abandoned(folder + "/" + entry.name);
+    if (is_name(entry.name)) system::remove_if_abandoned(path_of(folder, entry.name));
   }
 }
 
@@ -64,8 +69,8 @@ system::File create(const std::string& target, std::string& path, std::error_cod
   system::File file;
   do {
     error.clear();
-    path = folder + "/" + std::string(prefix) + std::to_string(system::process_id()) + "-" +
-           std::to_string(files.next++);
+    path = path_of(folder, std::string(prefix) + std::to_string(system::process_id()) + "-" +
+                               std::to_string(files.next++));
     file = system::File::create_replacement(path, target, error);
   } while (error == std::errc::file_exists);
   if (error) {
