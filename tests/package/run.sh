@@ -35,6 +35,10 @@ for path in LICENSE.txt README.txt docs/windows.md docs/hosts/vba.md examples/wi
   x{64,86}/include/qel/{capi.h,qelcom.h,qelcom.tlb,version.h} x{64,86}/lib/cmake/QEL/QELConfig.cmake; do
   [[ -s $name/$path ]] || fail "the zip lacks $path"
 done
+grep -roE '\]\([^)#: ]+' --include='*.md' "$name" | while IFS=: read -r page link; do
+  [[ -e ${page%/*}/${link:2} ]] || echo "$page: ${link:2}"
+done >dead
+[[ ! -s dead ]] || fail "links to nothing: $(cat dead)"
 for file in "$setup" "$name"/x*/bin/*.{dll,exe}; do
   texts=$(strings -a -el "$file")
   for text in CompanyName 'QEL Software' LegalCopyright ProductName "$2"; do
