@@ -46,7 +46,7 @@ HostedControl::HostedControl(IUnknown& whole, IUnknown& own, ConnectionContainer
 }
 
 HostedControl::~HostedControl() {
-  put_modal(false);
+  if (std::exchange(modal_, 1) > 0) put_modal(false);
   window_.silence();
   textbox_->listen(nullptr);
   textbox_.reset();
@@ -80,8 +80,10 @@ void HostedControl::show_ambients() {
   }
 }
 
-/// Hosts tell their other windows to wait, too.
+/// Hosts tell their other windows to wait, too: once, whatever is opened from the first.
 void HostedControl::put_modal(bool is_open) {
+  const int before = std::exchange(modal_, modal_ + (is_open ? 1 : -1));
+  if (before != (is_open ? 0 : 1)) return;
   if (is_open && !host_windows_.empty()) {
     modal_frame_ = host_windows_.front().as<IOleInPlaceFrame>();
   }

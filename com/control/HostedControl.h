@@ -126,6 +126,7 @@ class HostedControl final : public platform::ControlSite, private WindowClient {
   // Windows of the host that offer their keys to the active control.
   std::vector<Pointer<IOleInPlaceUIWindow>> host_windows_;
   Pointer<IOleInPlaceFrame> modal_frame_;  // while its modeless windows are disabled
+  int modal_ = 0;                          // how many windows wait for an answer
   Pointer<IDataAdviseHolder> data_sinks_;
   Pointer<IAdviseSink> view_sink_;
   DWORD view_aspects_ = 0;

@@ -108,7 +108,7 @@ class Host : public IOleClientSite,
     return key_result;
   }
   STDMETHODIMP OnFocus(BOOL gained) override { return tell(gained ? "gains" : "loses"); }
-  STDMETHODIMP ShowPropertyFrame() override { return E_NOTIMPL; }
+  STDMETHODIMP ShowPropertyFrame() override { return tell("properties"); }
 
   STDMETHODIMP GetBorder(LPRECT) override { return E_NOTIMPL; }
   STDMETHODIMP RequestBorderSpace(LPCBORDERWIDTHS) override { return E_NOTIMPL; }
@@ -266,8 +266,14 @@ TEST_F(Hosting, GoesByWhatItsHostSaysOfThePlace) {
   control->put_AccessibleName(Text(L"Body of the letter"));
   EXPECT_EQ(accessible_name(box), L"Body of the letter");
 
+  host.act = [&](const std::string& call) {
+    if (call != "disables" || host.count("properties") > 0) return;
+    control.as<IOleObject>()->DoVerb(OLEIVERB_PROPERTIES, nullptr, nullptr, 0, nullptr, nullptr);
+    EXPECT_EQ(host.count("enables"), 0) << "the editor is still open";
+  };
   SetTimer(nullptr, 0, 20, close_editor);
   EXPECT_EQ(control->InvokeLargeEditor(), S_OK);
+  EXPECT_EQ(host.count("properties"), 1);
   EXPECT_EQ(host.count("disables"), 1);
   EXPECT_EQ(host.count("enables"), 1);
   Host::let_go(*control);
