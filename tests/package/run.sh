@@ -116,7 +116,9 @@ round_trip=$(windows_path "$work/$name/examples/windows/round_trip.vbs")
 for script in cscript "$script_of_32"; do
   "$wine" "$script" //nologo "$round_trip" >/dev/null 2>&1 # the system registers what scripts use
 done
-"$wine" reg add 'HKCU\Software\Classes' /f >/dev/null # as on every real system
+# As on every real system.
+"$wine" reg add 'HKCU\Software\Classes' /f >/dev/null
+"$wine" reg add "HKLM\\${list%QEL}of another" /f >/dev/null
 mkdir -p "${for_user%/*}"
 snapshot >before
 for scope in /AllUsers /CurrentUser; do
