@@ -51,6 +51,13 @@ std::u16string text_in(HWND control) {
   return text;
 }
 
+/// The text of a number as programs write it, whatever sign stands for the point in the user's
+/// country.
+std::u16string with_point(std::u16string number) {
+  std::replace(number.begin(), number.end(), u',', u'.');
+  return number;
+}
+
 /// What is chosen in a list: its text has not reached the control while it tells of the choice.
 std::u16string chosen_in(HWND list) {
   const auto at = static_cast<WPARAM>(SendMessageW(list, CB_GETCURSEL, 0, 0));
@@ -194,7 +201,7 @@ void PageDialog::on_command(int id, UINT notice) {
       if (notice == CBN_EDITCHANGE) change(*setting, Value::of(text_in(from)));
       return;
     case SettingKind::number:
-      if (notice == EN_CHANGE) change(*setting, Value::of(text_in(from)));
+      if (notice == EN_CHANGE) change(*setting, Value::of(with_point(text_in(from))));
       return;
     case SettingKind::color:
       if (is_click) choose_color(*setting);
@@ -260,6 +267,8 @@ INT_PTR CALLBACK PageDialog::procedure(HWND dialog, UINT message, WPARAM w, LPAR
   }
   auto* const self = reinterpret_cast<PageDialog*>(GetWindowLongPtrW(dialog, DWLP_USER));
   if (self == nullptr) return FALSE;
+  // A host that is told of a change may close the page.
+  const auto hold = self->weak_from_this().lock();
   try {
     return self->handle(message, w, l) ? TRUE : FALSE;
   } catch (const std::exception&) {

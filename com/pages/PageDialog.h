@@ -5,6 +5,7 @@
 #include <array>
 #include <functional>
 #include <map>
+#include <memory>
 
 #include "com/automation/Values.h"
 #include "com/pages/Preview.h"
@@ -13,7 +14,7 @@
 namespace qel::com {
 
 /// The controls of the property page, and what the user has changed in them.
-class PageDialog {
+class PageDialog : public std::enable_shared_from_this<PageDialog> {
  public:
   /// Shows the settings. `changed` is called when the user changes one. Raises if the system has no
   /// window left.

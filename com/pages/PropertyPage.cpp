@@ -93,7 +93,8 @@ class PropertyPage final : public windows::ComObject<IPropertyPage2> {
 
  private:
   void on_change() {
-    if (site_) site_->OnStatusChange(PROPPAGESTATUS_DIRTY);
+    const Pointer<IPropertyPageSite> site = site_;  // which may leave the page now
+    if (site) site->OnStatusChange(PROPPAGESTATUS_DIRTY);
   }
   void put_place(const RECT& place) const {
     SetWindowPos(dialog_->handle(), nullptr, place.left, place.top, place.right - place.left,

@@ -1,5 +1,5 @@
-# What the scripts that drive the programs share. They source this file. shellcheck shell=bash
-# disable=SC2317
+# What the scripts that drive the programs share. They source this file.
+# shellcheck shell=bash disable=SC2317
 
 # shellcheck disable=SC2034
 here=$(cd "$(dirname "${BASH_SOURCE[0]}")" && pwd)

@@ -1,5 +1,5 @@
-# What the command does on Windows only. run.sh sources this file. shellcheck shell=bash
-# disable=SC2154
+# What the command does on Windows only. run.sh sources this file.
+# shellcheck shell=bash disable=SC2154
 
 while IFS='|' read -r message name; do
   breaks 1 "cannot write $name: $message" "$qel" convert a.qel --to text -o "$name"

@@ -14,10 +14,11 @@ class Site : public Uncounted<IPropertyPageSite> {
  public:
   int changes = 0;
   int keys = 0;
+  std::function<void()> act = [] {};
 
   STDMETHODIMP OnStatusChange(DWORD status) override {
     changes += status == PROPPAGESTATUS_DIRTY ? 1 : 0;
-    return S_OK;
+    return act(), S_OK;
   }
   STDMETHODIMP GetLocaleID(LCID* locale) override { return *locale = LOCALE_USER_DEFAULT, S_OK; }
   STDMETHODIMP GetPageContainer(IUnknown**) override { return E_NOTIMPL; }
@@ -89,7 +90,7 @@ TEST_F(Pages, ChangesWhatTheUserHasChangedInAllBoxes) {
   EXPECT_EQ(page_->Apply(), static_cast<HRESULT>(0x800A000D)) << "the size is no number";
   EXPECT_EQ(GetFocus(), control(QEL_PAGE_FONT_SIZE));
   EXPECT_EQ(page_->IsPageDirty(), S_OK);
-  SetWindowTextW(control(QEL_PAGE_FONT_SIZE), L"10.5");
+  SetWindowTextW(control(QEL_PAGE_FONT_SIZE), L"10,5");
   EXPECT_EQ(page_->Apply(), S_OK);
   EXPECT_EQ(page_->IsPageDirty(), S_FALSE);
   for (const auto& box : boxes_) {
@@ -134,6 +135,12 @@ TEST_F(Pages, MayBeClosedWhileTheyChangeBoxes) {
     box->get_Enabled(&is_enabled);
     EXPECT_EQ(is_enabled, VARIANT_FALSE);
   }
+
+  ASSERT_EQ(show(), S_OK);
+  site_.act = [&] { page_->Deactivate(); };
+  SendMessageW(control(QEL_PAGE_ENABLED), BM_CLICK, 0, 0);
+  EXPECT_EQ(dialog(), nullptr);
+  EXPECT_EQ(site_.changes, 2);
 }
 
 TEST_F(Pages, ShowsHowItLooks) {
