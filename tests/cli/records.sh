@@ -87,6 +87,10 @@ if is_native && command -v script >/dev/null; then
 fi
 
 echo "== while more is to come =="
+if [[ $(head -c 2 "$qel") == '#!' ]]; then
+  echo "left out: on Windows the work may go on until more comes or the input ends"
+  finish
+fi
 coproc "$qel" convert --json-lines n --to text --jobs 3 2>/dev/null
 # The shell forgets COPROC as soon as the command ends.
 exec {records}>&"${COPROC[1]}" {answers}<&"${COPROC[0]}"
